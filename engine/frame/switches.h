@@ -1,0 +1,62 @@
+// Module switches that outlast a call: what the host sets, and what the calculations leave to one
+// another. The G_ names that a host can reach directly are exported under their decorated names.
+#pragma once
+
+#include "frame/text.h"
+#include "frame/types.h"
+
+// Exported variables, one name each.
+extern "C" {
+extern std::int32_t FLAGS_mp_IINOSPECIAL;                  // 1: report in plain characters
+extern std::int32_t FLAGS_mp_LBSAREA;                      // kept for the host
+extern std::int32_t FLAGS_mp_LCHORD;                       // kept for the host
+extern std::int32_t GLOBALS_mp_G_NUSE_TABLEG;              // 1: factor A from the Table G data
+extern std::int32_t GLOBALS_mp_G_NUSE_CORRODEDK;           // kept for the host
+extern std::int32_t GLOBALS_mp_G_NUSE_OLD_DIV_2;           // 1: Division 2 by the older rules
+extern std::int32_t GLOBALS_mp_G_NUSE_CASE2286;            // 1: external pressure by Code Case 2286
+extern std::int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT; // 0 inch, 1 metric code constants
+}
+
+namespace tarvane {
+
+// Design codes, argument 13 of FLANGE_CALC and moduleCode.
+inline constexpr Int ASME_VIII_1 = 1;
+inline constexpr Int ASME_VIII_2 = 2;
+inline constexpr Int PD_5500 = 3;
+inline constexpr Int EN_13445 = 4;
+
+inline Int& G_NUSE_OLD_DIV_2 = GLOBALS_mp_G_NUSE_OLD_DIV_2;
+
+extern Int G_USE_A5; // read by SHLINT
+extern Int G_USE_A6; // read by the toughness reduction
+extern Int G_USE_A7; // not read
+
+extern Int moduleCode;             // design code that the modulus and rigidity steps read
+extern bool NEW_DIV_2_RULES;       // Division 2, 4.16 rules and labels
+extern Int CODE_A98_ADDENDA;       // 1: Division 1 under its 1998 edition, A-98 addenda
+extern Int G_FAILURE_CORROSION;    // 1: run the failure corrosion loop
+extern Int G_PER_ELEMENT_RATIO;    // 1: stress ratio of the attached shell counts too
+extern Int G_MATL_METRIC;          // material selectors: metric files,
+extern Int G_FORCE_DIV1;           //   Division 1 forced,
+extern Int G_D2_CLASS;             //   Division 2 class,
+extern Int G_MATL_YEAR;            //   edition index
+extern bool G_CURRENT_DIV_2;       // toughness routines: Division 2 by the present rules
+
+extern Text<8> CHART_NAME; // SET_CHART
+extern Real CHART_YIELD;   // SET_YIELD
+
+// The setup block: one-based element k stands at SETUP[k - 1]; element 1 is an INTEGER, those from
+// 41 on are REAL.
+union SETUP_ELEMENT {
+    Int whole;
+    Real real;
+};
+extern SETUP_ELEMENT SETUP[200];
+
+inline Int setup_design_code() { return SETUP[0].whole; }
+inline Real setup_real(Int element) { return SETUP[element - 1].real; }
+inline Int setup_truncated(Int element) { return truncated(setup_real(element)); }
+
+void RESET_SWITCHES();
+
+} // namespace tarvane

@@ -1,0 +1,96 @@
+// Fixed-width, blank-padded character data with one-based columns. Single-byte Western characters.
+#pragma once
+
+#include "frame/types.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace tarvane {
+
+// A character argument of an exported routine: the address, and the length that stood behind it.
+struct TextArg {
+    char* address;
+    Int length;
+};
+
+// Columns up to the last one that is not blank; 0 for an all-blank text.
+constexpr Int trimmed_length(std::string_view text) {
+    std::size_t n = text.size();
+    while (n > 0 && text[n - 1] == ' ') --n;
+    return static_cast<Int>(n);
+}
+
+// The text without its trailing blanks.
+constexpr std::string_view trimmed(std::string_view text) {
+    return text.substr(0, static_cast<std::size_t>(trimmed_length(text)));
+}
+
+// The text without its leading blanks.
+constexpr std::string_view left_justified(std::string_view text) {
+    std::size_t i = 0;
+    while (i < text.size() && text[i] == ' ') ++i;
+    return text.substr(i);
+}
+
+// Equality of character data: the shorter one counts as padded with blanks.
+constexpr bool equal_padded(std::string_view a, std::string_view b) {
+    return trimmed(a) == trimmed(b);
+}
+
+template <std::size_t N>
+class Text {
+  public:
+    constexpr Text() { chars.fill(' '); }
+    constexpr Text(std::string_view text) { *this = text; } // NOLINT(google-explicit-constructor)
+    constexpr Text(const char* text) : Text(std::string_view(text)) {} // NOLINT
+
+    // Blank-padded copy; what passes column N is cut.
+    constexpr Text& operator=(std::string_view text) {
+        chars.fill(' ');
+        put(1, text);
+        return *this;
+    }
+
+    static constexpr Int width() { return static_cast<Int>(N); }
+
+    constexpr char& operator()(Int column) { return chars[static_cast<std::size_t>(column - 1)]; }
+    constexpr char operator()(Int column) const {
+        return chars[static_cast<std::size_t>(column - 1)];
+    }
+
+    // Columns first to last, both included; what lies outside the text is left out.
+    constexpr std::string_view columns(Int first, Int last) const {
+        if (first < 1) first = 1;
+        if (last > width()) last = width();
+        if (last < first) return {};
+        return std::string_view(chars.data() + (first - 1), static_cast<std::size_t>(last - first + 1));
+    }
+
+    // Writes text from a column on; what passes column N, or stands before column 1, is lost.
+    constexpr void put(Int column, std::string_view text) {
+        for (const char c : text) {
+            if (column > width()) return;
+            if (column >= 1) (*this)(column) = c;
+            ++column;
+        }
+    }
+
+    constexpr void clear() { chars.fill(' '); }
+    constexpr std::string_view view() const { return {chars.data(), N}; }
+    constexpr std::string_view trimmed() const { return tarvane::trimmed(view()); }
+    constexpr Int trimmed_length() const { return tarvane::trimmed_length(view()); }
+    constexpr bool blank() const { return trimmed_length() == 0; }
+    constexpr char* data() { return chars.data(); }
+    constexpr const char* data() const { return chars.data(); }
+
+    friend constexpr bool operator==(const Text& a, std::string_view b) {
+        return equal_padded(a.view(), b);
+    }
+
+  private:
+    std::array<char, N> chars;
+};
+
+} // namespace tarvane

@@ -1,0 +1,61 @@
+// The report channel: every line of a report passes through WRITE_LINE, which sends it to the
+// host's file unit, to the line store, or nowhere.
+#pragma once
+
+#include "frame/text.h"
+#include "frame/types.h"
+
+#include <string_view>
+
+namespace tarvane {
+
+// Gates. IWRITE is the master switch, IWRTFL the switch of the present pass, IOUT the destination:
+// 0 nowhere, positive a file unit, negative the line store.
+extern Int IWRITE, IOUT, IWRTFL;
+extern Int IOSTEP, IWRTCA; // stored for the host, not read
+
+// Six style marks; they go out with the next line.
+struct Style {
+    Int m1, m2, m3, m4, m5, m6;
+};
+inline constexpr Style PLAIN{0, 0, 0, 0, 0, 0};
+inline constexpr Style HEADING_STYLE{0, 0, 0, 0, 0, 2};
+inline constexpr Style UNDERLINED_STYLE{0, 1, 0, 0, 0, 0};
+inline constexpr Style MESSAGE_STYLE{0, 0, 0, 0, 0, 1};
+inline constexpr Style NOTE_STYLE{0, 0, 0, 1, 0, 0};
+inline constexpr Style WARNING_STYLE{0, 0, 1, 0, 0, 0};
+inline constexpr Style ERROR_STYLE{0, 0, 0, 0, 1, 0}; // overstress and failure too
+inline constexpr Style HIGHLIGHT_STYLE{1, 0, 0, 0, 0, 0};
+
+// Shared buffers.
+extern Text<100> OUTLINE;
+extern Text<120> TEMPLATE;
+
+// The line store: 750 records of 125 characters, and the number of records used.
+inline constexpr Int STORE_RECORDS = 750;
+inline constexpr Int STORE_WIDTH = 125;
+extern char LINESCOM[STORE_RECORDS][STORE_WIDTH];
+extern Int LINE_COUNT;
+
+extern bool STYLE_ENABLED; // set by FLANGE_CALC, cleared by RESET_REPORT only
+extern bool DECIMAL_COMMA; // last argument of the latest FLANGE_CALC
+extern Int G_NSIGDIGITS;
+
+// True when a line that is written now goes anywhere at all.
+inline bool reporting() { return IWRITE != 0 && IWRTFL != 0 && IOUT != 0; }
+
+void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6);
+void WRITE_LINE(char* text, Int len);
+void WRITE_BLANK_LINE(char* text, Int len);
+void WRITE_UNDERLINED(char* text, Int len);
+void FIT_TO_LINE(char* source, Int source_len, char* target, Int target_len, Int mode);
+void NUL_TO_BLANK(char* text, Int len);
+void TO_UPPER(char* text, Int len);
+
+// Entry of FLANGE_CALC: style-enabled flag true, line count 0, record 500 blank.
+void OPEN_LINE_STORE();
+
+// Line store, gates, marks, flags and counters back to their state at load.
+void RESET_REPORT();
+
+} // namespace tarvane

@@ -1,0 +1,81 @@
+// The forms in which a calculation writes: text lines, column lines, value lines, formula lines.
+// With the report off each returns at once, without formatting, after clearing the marks.
+#pragma once
+
+#include "frame/text.h"
+#include "frame/types.h"
+#include "frame/units.h"
+#include "report/channel.h"
+
+#include <initializer_list>
+#include <string_view>
+
+namespace tarvane {
+
+// Kind of a value: it selects unit factor, unit label and decimals.
+//                 column line   value line
+//   thickness          4            4
+//   diameter           3            4
+//   pressure           2            3
+//   stress             2            2
+//   force              2            3
+//   moment             2            3
+//   area               3            3
+//   weight             2            3
+//   factor             3            4      no unit
+enum class Kind { thickness, diameter, pressure, stress, force, moment, area, weight, factor };
+
+// The value through the unit factor of its kind (a moment: inch-pounds / 12 * factor).
+Real shown(Real value, Kind kind);
+// The label of the kind, trimmed.
+std::string_view unit_label(Kind kind);
+
+inline constexpr Int HOUSE_DECIMALS = -1; // the decimals of the table above
+
+// A line as it stands; what passes column 100 is cut.
+void TEXT_LINE(std::string_view text, const Style& style = PLAIN);
+void BLANK_LINE();
+// A title in the heading style.
+void HEADING(std::string_view text);
+// A text and under it a rule of its own length (WRITE_UNDERLINED).
+void UNDERLINED_LINE(std::string_view text, const Style& style = PLAIN);
+
+// Label, value right-aligned, two blanks, unit. The value ends in column 60, in a field of at least
+// 10 columns; the label counts as it is written, trailing blanks included.
+void COLUMN_LINE(std::string_view label, Real value, Kind kind, const Style& style = PLAIN,
+                 Int decimals = HOUSE_DECIMALS);
+// " = ", the bare value, one blank, the unit, the remark: a remark that begins with a comma follows
+// the unit directly, any other stands two blanks behind it.
+void VALUE_LINE(Real value, Kind kind, std::string_view remark = {}, const Style& style = PLAIN,
+                Int decimals = HOUSE_DECIMALS);
+// The same two forms for a value already in report units, with a unit of the caller's.
+void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std::string_view unit,
+                    const Style& style = PLAIN);
+void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit, std::string_view remark = {},
+                   const Style& style = PLAIN);
+
+// The template, filled with up to six values in report units, fitted in `mode`, written.
+// A unit goes behind the filled template after one blank.
+void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int mode = 1,
+                 std::string_view unit = {}, const Style& style = PLAIN);
+
+// A line put together from pieces, column by column.
+class LinePieces {
+  public:
+    LinePieces& text(std::string_view piece);
+    LinePieces& blanks(Int count);
+    LinePieces& padded(std::string_view piece, Int width); // blank-padded or cut to width
+    LinePieces& fixed(Real value, Int width, Int decimals); // Fw.d
+    LinePieces& exponent(Real value, Int width, Int decimals); // Ew.d
+    LinePieces& bare(Real value, Int decimals);            // F0.d, no zero before the point
+    LinePieces& whole(Int value, Int width);               // Iw; 0 for as few columns as needed
+    LinePieces& to_column(Int column);                     // next piece begins in this column
+    std::string_view view() const { return line.columns(1, cursor); } // as far as written
+    void write(const Style& style = PLAIN) const;
+
+  private:
+    Text<120> line;
+    Int cursor = 0; // columns written
+};
+
+} // namespace tarvane
