@@ -1,0 +1,21 @@
+// Rigidity index (2-14, Table 4.16.10) and the inertias of Table 4.16.7.
+#pragma once
+
+#include "flange/state.h"
+
+namespace tarvane {
+
+// Report modes of RIGIDITY_INDEX.
+inline constexpr Int RIGIDITY_FULL = 0, RIGIDITY_SHORT = 1, RIGIDITY_SILENT = 2;
+
+// Factors of the current or of a stored evaluation.
+struct RIGIDITY_CALL {
+    Real Mop, Matm, V, lambda, ho, K, t, CF;
+    Real Jmax = 0.0f;
+};
+// Fills s.J (seating, operating; left as it was where no rule applies) and Jmax.
+void RIGIDITY_INDEX(FLANGE_STATE& s, RIGIDITY_CALL& call, Int rigidityPrint);
+
+void FLANGE_INERTIA(FLANGE_STATE& s); // I, Ip
+
+} // namespace tarvane
