@@ -7,10 +7,10 @@ namespace tarvane {
 
 struct BLIND_CALL {
     // given
-    Real d;      // span: the short span of a non-circular cover, else G
-    Real Zf;     // shape factor
+    Real d;  // span: the short span of a non-circular cover, else G
+    Real Zf; // shape factor
     Real P, S, W;
-    Real ca;     // allowance
+    Real ca; // allowance
     Real tGiven;
     // results
     Real tOut = 0.0f;  // at the centre

@@ -5,8 +5,8 @@
 
 namespace tarvane {
 
-Real ROUND_TO_FRACTION(Real x, Int n);  // up to the next n-th
-Real ROUND_UP_DECIMALS(Real x, Int k);  // up to k decimals
+Real ROUND_TO_FRACTION(Real x, Int n); // up to the next n-th
+Real ROUND_UP_DECIMALS(Real x, Int k); // up to k decimals
 
 // Hub, bolts, bolt circle, gasket, outside diameter; designFlag as the kernel keeps it.
 void SELECT_FLANGE_GEOMETRY(FLANGE_STATE& s, Int& designFlag);
@@ -19,7 +19,7 @@ struct THICKNESS_SEARCH {
     bool converged = false;
     bool rigidityStage = false;
     bool firstRigidityRound = true;
-    Real step = 0.3125f;             // rigidity increment
+    Real step = 0.3125f; // rigidity increment
     Real previousJ = 0.0f;
     Real tStress = 0.0f, tRigid = 0.0f;
     Real V = 0, lambda = 0, ho = 0, K = 0; // factors where the stress search converged

@@ -8,10 +8,10 @@ namespace tarvane {
 struct GASKET_CALL {
     // given
     Int sketch;
-    Real column;     // 1.0: Column I, any other value Column II
-    Real N;          // contact width; below 0.0: to be computed
+    Real column; // 1.0: Column I, any other value Column II
+    Real N;      // contact width; below 0.0: to be computed
     Real m, y;
-    bool partition;  // the partition gasket: no lines, no full face rules
+    bool partition; // the partition gasket: no lines, no full face rules
     // results; what a rule does not set stays as the caller has it
     Real b, G, b2, bPrime;
 };

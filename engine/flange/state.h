@@ -69,45 +69,45 @@ struct FLANGE_STATE {
     Int nSplits = 0;         // 41  splits of a ring flange
     Real tw = 0;             // 42  weld leg at back of ring
     Real Wmo = 0, Wms = 0, Wmd = 0; // 44..46 mating flange loads: operating, seating, design
-    Real Faxial = 0;         // 48  axial force, lb
-    Real Mbend = 0;          // 50  bending moment, ft-lb
-    Real rootGiven = 0;      // 51  root area of one bolt, series above 2
-    Real tp = 0;             // 52  width of partition gasket
-    Real density = 0;        // 53  lb/in3
-    Real Dshell = 0;         // 54  inside diameter of the attached shell
-    Real mPart = 0, yPart = 0; // 55,56
-    Int sketchPart = 0;      // 57
-    Real columnPart = 0;     // 58
-    Real Sn = 0, Sna = 0;    // 60,61 allowable of attached shell or nozzle, temperature and ambient
-    Real ce = 0;             // 63  external corrosion allowance
+    Real Faxial = 0;                // 48  axial force, lb
+    Real Mbend = 0;                 // 50  bending moment, ft-lb
+    Real rootGiven = 0;             // 51  root area of one bolt, series above 2
+    Real tp = 0;                    // 52  width of partition gasket
+    Real density = 0;               // 53  lb/in3
+    Real Dshell = 0;                // 54  inside diameter of the attached shell
+    Real mPart = 0, yPart = 0;      // 55,56
+    Int sketchPart = 0;             // 57
+    Real columnPart = 0;            // 58
+    Real Sn = 0, Sna = 0; // 60,61 allowable of attached shell or nozzle, temperature and ambient
+    Real ce = 0;          // 63  external corrosion allowance
     Real D1 = 0, D2 = 0, edge1 = 0, edge2 = 0, pitch = 0; // 64..68 holes in a blind cover
-    Int patternedHoles = 0;  // 69
-    Int attachment = 0;      // 70  kind of the attachment to the shell
-    Real tShell = 0;         // 71  nominal thickness of the attached shell
-    Int useShellStress = 0;  // 72
-    Int seatRule = 0;        // 73  1: W = Sa * Ab
-    Real caShell = 0;        // 74
-    Int boltReference = 0;   // 75
+    Int patternedHoles = 0;                               // 69
+    Int attachment = 0;                                   // 70  kind of the attachment to the shell
+    Real tShell = 0;        // 71  nominal thickness of the attached shell
+    Int useShellStress = 0; // 72
+    Int seatRule = 0;       // 73  1: W = Sa * Ab
+    Real caShell = 0;       // 74
+    Int boltReference = 0;  // 75
 
-    Text<15> flangeMaterial;    // text slot 0
-    Text<15> boltMaterial;      // 15
-    Text<15> description;       // 30
-    Text<15> externalLoads;     // 45  "Y"
-    Text<15> matingLoads;       // 60  "Y"
-    Text<15> channelCover;      // 75  "Y"
-    Text<15> useCorrosion;      // 90  "Y" or "y"
-    Text<15> partitionGasket;   // 105 "Y"
-    Text<15> chartName;         // 120
+    Text<15> flangeMaterial;  // text slot 0
+    Text<15> boltMaterial;    // 15
+    Text<15> description;     // 30
+    Text<15> externalLoads;   // 45  "Y"
+    Text<15> matingLoads;     // 60  "Y"
+    Text<15> channelCover;    // 75  "Y"
+    Text<15> useCorrosion;    // 90  "Y" or "y"
+    Text<15> partitionGasket; // 105 "Y"
+    Text<15> chartName;       // 120
 
     // ---- derived as the record is read ---------------------------------------------------------
-    Real ct = 0;      // corrosion taken off the flange thickness: ci + 2 ce, or 0
-    Real Ecover = 0;  // Young's modulus of a TEMA channel cover
+    Real ct = 0;     // corrosion taken off the flange thickness: ci + 2 ce, or 0
+    Real Ecover = 0; // Young's modulus of a TEMA channel cover
 
     // ---- arguments of the call that the stages read --------------------------------------------
-    Int code = 0;              // 1 VIII-1, 2 VIII-2, 3 PD 5500, 4 EN 13445
-    Int reportKernel = 0;      // IWRITE while the kind is 1
+    Int code = 0;         // 1 VIII-1, 2 VIII-2, 3 PD 5500, 4 EN 13445
+    Int reportKernel = 0; // IWRITE while the kind is 1
     Int quietOverstress = 0;
-    Int rigidity = 0;          // 1: the rigidity index counts
+    Int rigidity = 0; // 1: the rigidity index counts
     Int corrodedRigidity = 0;
     Int standardFlange = 0;
     Int element = 0, boltRow = 0; // rows of the host's tables
@@ -150,7 +150,7 @@ struct FLANGE_STATE {
     // ---- moments -------------------------------------------------------------------------------------
     Real Md = 0, Mg = 0, Mt = 0, Matm = 0, Mr = 0, Mop = 0, Moe = 0;
     Real MopFirst = 0, MatmFirst = 0, CFFirst = 1.0f; // of the first evaluation
-    Real I = 0, Ip = 0;                            // inertias, Table 4.16.7
+    Real I = 0, Ip = 0;                               // inertias, Table 4.16.7
 
     // ---- moduli, psi -----------------------------------------------------------------------------------
     Real Ecold = 0, Ehot = 0; // at 70 F and at the design temperature
@@ -159,12 +159,12 @@ struct FLANGE_STATE {
     Real kf = 1.0f; // factor k of PD 5500 and EN 13445
     StressTable STRESS = {}, ALLOWED = {}, RATIO = {};
     Real Zcover = 0;
-    Real Cf = 0;   // attachment factor of a flat head
-    Real tMin = 0; // full face under PD 5500 and EN 13445
+    Real Cf = 0;                                       // attachment factor of a flat head
+    Real tMin = 0;                                     // full face under PD 5500 and EN 13445
     Real WMaxOp = 0, SPerW = 0, SPerP = 0, SPerDP = 0; // rating terms of a flat head
 
     // ---- rigidity ------------------------------------------------------------------------------------------
-    Real J[2] = {0, 0}; // J[0] seating, J[1] operating
+    Real J[2] = {0, 0};      // J[0] seating, J[1] operating
     Real jOp = 0, jSeat = 0; // at the given thickness
     Real rigidityOut = 0;
     Real lambdaReq = 0;

@@ -43,15 +43,9 @@ template <std::size_t N>
 class Text {
   public:
     constexpr Text() { chars.fill(' '); }
-    constexpr Text(std::string_view text) { *this = text; } // NOLINT(google-explicit-constructor)
+    // Blank-padded copy; what passes column N is cut. Assignment goes through these, too.
+    constexpr Text(std::string_view text) : Text() { put(1, text); } // NOLINT(google-explicit-constructor)
     constexpr Text(const char* text) : Text(std::string_view(text)) {} // NOLINT
-
-    // Blank-padded copy; what passes column N is cut.
-    constexpr Text& operator=(std::string_view text) {
-        chars.fill(' ');
-        put(1, text);
-        return *this;
-    }
 
     static constexpr Int width() { return static_cast<Int>(N); }
 

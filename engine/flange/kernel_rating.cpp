@@ -1,0 +1,212 @@
+#include "flange/kernel_rating.h"
+
+#include "flange/blind.h"
+#include "flange/rating.h"
+#include "flange/rigidity.h"
+#include "host/services.h"
+#include "report/lines.h"
+
+namespace tarvane {
+
+namespace {
+
+void required_thickness_line(FLANGE_STATE& s, const KERNEL_STATE& k) {
+    s.tRequired = max(s.tRequired, s.tMin);
+    Text<45> label = "Minimum Required Flange Thickness            ";
+    if (s.rigidity == 1 && k.search.tRigid > k.search.tStress) label.put(35, "[Rigidity]");
+    COLUMN_LINE(label.view(), s.tRequired, Kind::thickness,
+                s.tRequired > k.tStart + 0.001f ? WARNING_STYLE : PLAIN);
+}
+
+// UG-34(d): span and shape factor Z of a cover.
+void cover_span(const FLANGE_STATE& s, Real& span, Real& Zf) {
+    Zf = 1.0f;
+    span = s.G;
+    if (s.dS * s.D != 0.0f && s.D > s.dS + 0.001f) {
+        Zf = min(3.4f - 2.4f * s.dS / s.D, 2.5f);
+        span = s.dS;
+    }
+}
+
+void blind_thickness_lines(FLANGE_STATE& s, KERNEL_STATE& k) {
+    Real span, Zf;
+    cover_span(s, span, Zf);
+    if (s.hg > 0.0f) {
+        BLIND_CALL operating{.d = span,
+                             .Zf = Zf,
+                             .P = s.Peq,
+                             .S = s.Sfo,
+                             .W = s.Wm1,
+                             .ca = s.ct,
+                             .tGiven = k.tBlindStart};
+        BLIND_CALL seating{.d = span,
+                           .Zf = Zf,
+                           .P = 0.0f,
+                           .S = s.Sfa,
+                           .W = s.W,
+                           .ca = s.ct,
+                           .tGiven = k.tBlindStart};
+        BLIND_THICKNESS(s, operating);
+        BLIND_THICKNESS(s, seating);
+        if (operating.tOut > 0.0f) {
+            s.tRequired = max(operating.tOut, seating.tOut, s.tMin);
+            COLUMN_LINE("Reqd. Blind Flange Thickness at Center       ", s.tRequired,
+                        Kind::thickness);
+            const Real edge = max(operating.tEdge, seating.tEdge, s.tMin);
+            if (edge > 0.01f && s.code < EN_13445)
+                COLUMN_LINE("Reqd. Blind Flange Thickness at Gasket       ", edge, Kind::thickness);
+        }
+        k.blindSeatingPressure = seating.pOut;
+    }
+    if (s.channelCover(1) == 'Y') {
+        COLUMN_LINE("Min. Required Flange Thickness per TEMA      ", s.tChannelMin,
+                    Kind::thickness);
+        s.tRequired = max(s.tRequired, s.tChannelMin);
+    }
+    if (s.hg > 0.0f) {
+        BLIND_CALL bare{.d = s.dS * s.D != 0.0f ? s.dS : s.G,
+                        .Zf = Zf,
+                        .P = s.Peq,
+                        .S = s.Sfo,
+                        .W = s.Wm1,
+                        .ca = 0.0f,
+                        .tGiven = k.tBlindStart - s.ct};
+        BLIND_THICKNESS(s, bare);
+        s.tOut = bare.tOut;
+        k.blindPressure = bare.pOut;
+    }
+}
+
+bool overstressed(const FLANGE_STATE& s, Int places, Real tolerance) {
+    for (Int row = 0; row < 2; ++row)
+        for (Int i = 0; i < places; ++i)
+            if (s.STRESS[row][i] - s.ALLOWED[row][i] > tolerance) return true;
+    return false;
+}
+
+// External pressure: every place, plainly compared.
+bool any_stress_above_its_limit(const FLANGE_STATE& s) {
+    for (Int row = 0; row < 2; ++row)
+        for (Int i = 0; i < PLACES; ++i)
+            if (s.STRESS[row][i] > s.ALLOWED[row][i]) return true;
+    return false;
+}
+
+void overstress_warning(const FLANGE_STATE& s) {
+    if (s.quietOverstress != 0 || IWRTFL != 1 || IOUT <= 0 || DIALOGS_OFF()) return;
+    constexpr std::string_view warning = "Warning: Actual Flange Stress Exceeds Allowable!";
+    MESSAGE_BOX(warning, "Flange OverStress Detected");
+    TEXT_LINE(warning);
+}
+
+void mawp_line(std::string_view label, Real pressure) {
+    COLUMN_LINE(label, pressure, Kind::pressure, PLAIN, UNITS.pressure == 1.0f ? 2 : 3);
+}
+void operating_mawp_line(const FLANGE_STATE& s) {
+    mawp_line("Estimated M.A.W.P. ( Operating )             ", s.MAWPop);
+}
+
+void mating_load_lines(FLANGE_STATE& s) {
+    if (s.MAWPseatFixed > 0.0f) s.MAWPseat = s.MAWPseatFixed;
+    if (s.MAWPopFixed <= -1.0f) {
+        TEXT_LINE("Note: MAWP Cannot be calculated due to Entered Mating Flange Loads.");
+    } else {
+        s.MAWPop = s.MAWPopFixed;
+        operating_mawp_line(s);
+    }
+}
+
+void external_pressure_lines(const FLANGE_STATE& s) {
+    if (any_stress_above_its_limit(s)) {
+        overstress_warning(s);
+        return;
+    }
+    LinePieces line;
+    line.text("Stress Check: OK for External Pressure       ").blanks(1);
+    line.fixed(as_pressure(s.P), 14, 1).blanks(2).text(unit_label(Kind::pressure));
+    line.write();
+}
+
+void pressure_lines(FLANGE_STATE& s, const KERNEL_STATE& k) {
+    if (overstressed(s, REVERSE, 0.25f)) overstress_warning(s);
+    if (s.type == BLIND && s.en_or_pd() && k.blindPressure > 0.001f) {
+        s.MAWPop = k.blindPressure;
+        s.MAWPseat = k.blindSeatingPressure;
+    }
+    if (s.MAWPopFixed > 0.0f) s.MAWPop = s.MAWPopFixed;
+    if (s.MAWPseatFixed > 0.0f) s.MAWPseat = s.MAWPseatFixed;
+    operating_mawp_line(s);
+    const bool newAndCold = s.type != BLIND && s.Sfo == s.Sfa && s.ci == 0.0f && s.ct == 0.0f;
+    if (s.MAWPseat > 0.001f && newAndCold) {
+        if (!(s.MAWPop > 10.0f * s.MAWPseat)) s.MAWPseat = min(s.MAWPop, s.MAWPseat);
+        mawp_line("Estimated M.A.W.P. ( Gasket Seating )        ", s.MAWPseat);
+    }
+}
+
+} // namespace
+
+void THICKNESS_LINES(FLANGE_STATE& s, KERNEL_STATE& k) {
+    if (s.tRequired > 0.0001f) s.t = s.tRequired;
+    IWRITE = 1;
+    BLANK_LINE();
+    if (s.type == BLIND)
+        blind_thickness_lines(s, k);
+    else if (!k.kindIsAnalysis)
+        required_thickness_line(s, k);
+    // Bolts just used up: Ab Sb = H + Hp at this pressure.
+    s.Pbolt = s.Ab * s.Sb / (0.785398185f * square(s.G) + 2.0f * s.b * PI * s.G * s.m);
+}
+
+void RATE_FLANGE(FLANGE_STATE& s, const KERNEL_STATE& k) {
+    if (k.tStart > 0.001f && s.rigidity == 1) {
+        RESCALE_FIRST_MOMENTS(s, s.t);
+        RIGIDITY_CALL given{.Mop = s.Mop,
+                            .Matm = s.Matm,
+                            .V = k.VFirst,
+                            .lambda = k.lambdaFirst,
+                            .ho = k.hoFirst,
+                            .K = k.KFirst,
+                            .t = k.tStart,
+                            .CF = s.CF};
+        RIGIDITY_INDEX(s, given, RIGIDITY_SILENT);
+        s.jSeat = s.J[0];
+        s.jOp = s.J[1];
+    }
+    FLANGE_MAWP(s);
+    if (s.MAWPseat <= 0.0001f && !(s.y > 0.0f)) s.MAWPseat = s.MAWPop;
+
+    const bool mating = s.matingLoads(1) != 'N' && s.matingLoads(1) != 'n';
+    if (mating && s.P > -0.001f)
+        mating_load_lines(s);
+    else if (s.P <= -0.001f)
+        external_pressure_lines(s);
+    else
+        pressure_lines(s, k);
+}
+
+void CLOSE_EVALUATION(FLANGE_STATE& s, const KERNEL_STATE& k) {
+    const Real hubLength = s.type == INTEGRAL_RING || s.type == LOOSE_RING ? 0.0f : s.h;
+    const Real boreD = s.type == BLIND ? 0.0f : s.B;
+    FLANGE_WEIGHT(boreD, s.A, k.tStart, s.g1, PI, s.go, hubLength, s.weightFinished,
+                  s.weightForging, s.density);
+    if (s.weightFinished > 0.01f && s.weightForging > 0.01f) {
+        COLUMN_LINE("Estimated Finished Weight of Flange at given Thk. ", s.weightFinished,
+                    Kind::weight);
+        COLUMN_LINE("Estimated Unfinished Weight of Forging at given Thk", s.weightForging,
+                    Kind::weight);
+    }
+    if (s.rigidity == 1) {
+        RIGIDITY_CALL now{.Mop = s.Mop,
+                          .Matm = s.Matm,
+                          .V = s.V,
+                          .lambda = s.lambda,
+                          .ho = s.ho,
+                          .K = s.K,
+                          .t = s.t,
+                          .CF = s.CF};
+        RIGIDITY_INDEX(s, now, RIGIDITY_SILENT);
+        s.rigidityOut = now.Jmax;
+    }
+}
+
+} // namespace tarvane
