@@ -17,6 +17,7 @@ extern Int IOSTEP, IWRTCA; // stored for the host, not read
 // Six style marks; they go out with the next line.
 struct Style {
     Int m1, m2, m3, m4, m5, m6;
+    friend bool operator==(const Style&, const Style&) = default;
 };
 inline constexpr Style PLAIN{0, 0, 0, 0, 0, 0};
 inline constexpr Style HEADING_STYLE{0, 0, 0, 0, 0, 2};
@@ -39,18 +40,31 @@ extern Int LINE_COUNT;
 
 extern bool STYLE_ENABLED; // set by FLANGE_CALC, cleared by RESET_REPORT only
 extern bool DECIMAL_COMMA; // last argument of the latest FLANGE_CALC
-extern Int G_NSIGDIGITS;
+extern Int G_NSIGDIGITS;   // 0; not read, numbers always go by decimal places
+
+// Outcome of the latest record written to a file unit: 0, or 1 when it failed. Nothing reads it.
+extern Int WRITE_STATUS;
 
 // True when a line that is written now goes anywhere at all.
 inline bool reporting() { return IWRITE != 0 && IWRTFL != 0 && IOUT != 0; }
 
+// Style of the next line, and the moment at which the wish for plain characters is looked up. Before
+// the first FLANGE_CALC no marks are kept; m2 then asks for a rule under the next line.
 void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6);
+// Writes up to 100 columns and blanks the text over its whole length.
 void WRITE_LINE(char* text, Int len);
 void WRITE_BLANK_LINE(char* text, Int len);
+// The text, and under it a rule of its own length.
 void WRITE_UNDERLINED(char* text, Int len);
+// Copies a filled template into a line. Below mode 3 every run of blanks becomes one, in the source
+// too; from mode 3 on the first `mode` columns stay as they are and the source keeps its blanks.
 void FIT_TO_LINE(char* source, Int source_len, char* target, Int target_len, Int mode);
 void NUL_TO_BLANK(char* text, Int len);
 void TO_UPPER(char* text, Int len);
+
+// What a line leaves behind that goes nowhere: no marks, no underline flag, OUTLINE blank. A style
+// that would have been set counts as set.
+void SKIP_LINE(const Style& style);
 
 // Entry of FLANGE_CALC: style-enabled flag true, line count 0, record 500 blank.
 void OPEN_LINE_STORE();

@@ -1,5 +1,7 @@
 // The forms in which a calculation writes: text lines, column lines, value lines, formula lines.
-// With the report off each returns at once, without formatting, after clearing the marks.
+// With the report off each returns at once, without formatting, and leaves the channel as a line that
+// goes nowhere does: no marks, OUTLINE blank. A plain line sets no style, so that marks which a caller
+// set before go out with it.
 #pragma once
 
 #include "frame/text.h"
@@ -54,28 +56,33 @@ void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std::strin
 void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit, std::string_view remark = {},
                    const Style& style = PLAIN);
 
-// The template, filled with up to six values in report units, fitted in `mode`, written.
-// A unit goes behind the filled template after one blank.
+// The template, filled with up to six values in report units, fitted in `mode`, written. A unit goes
+// behind the template after one blank, before its closing "#", and is filled and cleaned with it.
 void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int mode = 1,
                  std::string_view unit = {}, const Style& style = PLAIN);
 
-// A line put together from pieces, column by column.
+// A line put together from pieces, column by column. With the report off nothing is composed and the
+// view stays empty; a text that goes elsewhere too (a message box, say) is composed always.
+enum class Compose { for_report, always };
 class LinePieces {
   public:
+    explicit LinePieces(Compose when = Compose::for_report)
+        : active(when == Compose::always || reporting()) {}
     LinePieces& text(std::string_view piece);
     LinePieces& blanks(Int count);
-    LinePieces& padded(std::string_view piece, Int width); // blank-padded or cut to width
-    LinePieces& fixed(Real value, Int width, Int decimals); // Fw.d
+    LinePieces& padded(std::string_view piece, Int width);     // blank-padded or cut to width
+    LinePieces& fixed(Real value, Int width, Int decimals);    // Fw.d
     LinePieces& exponent(Real value, Int width, Int decimals); // Ew.d
-    LinePieces& bare(Real value, Int decimals);            // F0.d, no zero before the point
-    LinePieces& whole(Int value, Int width);               // Iw; 0 for as few columns as needed
-    LinePieces& to_column(Int column);                     // next piece begins in this column
+    LinePieces& bare(Real value, Int decimals);                // F0.d, no zero before the point
+    LinePieces& whole(Int value, Int width);                   // Iw; 0 for as few columns as needed
+    LinePieces& to_column(Int column); // next piece begins there; what stands behind is dropped
     std::string_view view() const { return line.columns(1, cursor); } // as far as written
     void write(const Style& style = PLAIN) const;
 
   private:
     Text<120> line;
     Int cursor = 0; // columns written
+    bool active;
 };
 
 } // namespace tarvane

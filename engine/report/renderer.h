@@ -8,15 +8,21 @@
 
 namespace tarvane {
 
-// Fills TEMPLATE-like buffers of 120 columns in place; does nothing with IWRITE or IWRTFL off.
+// Fills a template of 120 columns in place; does nothing with IWRITE or IWRTFL off. The digit behind
+// "@" is the number of decimals ("@8": exponent form), "#" ends the template. Six values at most.
 void FILL_TEMPLATE(Text<120>& text, Real V1, Real V2, Real V3, Real V4, Real V5, Real V6);
+// Closes up the blanks before superscripts, "^", "," and "/", and those behind "/".
 void CLEAN_TEMPLATE(char* text, Int len);
+// Zeros before bare points, up to five of each sign, and the decimal comma.
 void TIDY_NUMBERS(char* text, Int len);
 void REPLACE_DECIMALS_WITH_COMMAS(char* text, Int len);
+// Superscripts, one half, copyright and degree signs in plain characters.
 void EXPAND_SPECIAL_CHARS(char* text, Int len);
 
-// Number text, digits of the exact stored value. Each writes into `out` (a field of at least
-// `width`, or 64 characters) and returns the text.
+// Number text: the digits are those of the exact stored value, an exact tie goes to the even digit.
+// A negative value that rounds to zero keeps its sign with decimals and loses it without; a negative
+// zero has none. "NaN", "Infinity". Widths up to 64, decimals up to 20; width 0 means as few columns
+// as needed.
 struct NumberText {
     char chars[64];
     Int length = 0;

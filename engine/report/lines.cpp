@@ -1,0 +1,222 @@
+#include "report/lines.h"
+
+#include "report/renderer.h"
+#include "report/text_edit.h"
+
+#include <algorithm>
+
+namespace tarvane {
+namespace {
+
+constexpr Int VALUE_END = 60; // last column of a column line's value
+constexpr Int NARROWEST_VALUE = 10;
+
+struct KindForm {
+    Int column_decimals, value_decimals;
+};
+
+constexpr KindForm form(Kind kind) {
+    switch (kind) {
+    case Kind::thickness:
+        return {4, 4};
+    case Kind::diameter:
+        return {3, 4};
+    case Kind::pressure:
+        return {2, 3};
+    case Kind::stress:
+        return {2, 2};
+    case Kind::force:
+        return {2, 3};
+    case Kind::moment:
+        return {2, 3};
+    case Kind::area:
+        return {3, 3};
+    case Kind::weight:
+        return {2, 3};
+    case Kind::factor:
+        break;
+    }
+    return {3, 4};
+}
+
+void set_style(const Style& style) {
+    if (style != PLAIN) {
+        SET_LINE_STYLE(style.m1, style.m2, style.m3, style.m4, style.m5, style.m6);
+    }
+}
+
+void write_outline(const Style& style) {
+    set_style(style);
+    WRITE_LINE(OUTLINE.data(), OUTLINE.width());
+}
+
+} // namespace
+
+Real shown(Real value, Kind kind) {
+    switch (kind) {
+    case Kind::thickness:
+        return as_thickness(value);
+    case Kind::diameter:
+        return as_diameter(value);
+    case Kind::pressure:
+        return as_pressure(value);
+    case Kind::stress:
+        return as_stress(value);
+    case Kind::force:
+        return as_force(value);
+    case Kind::moment:
+        return as_moment(value);
+    case Kind::area:
+        return as_area(value);
+    case Kind::weight:
+        return as_weight(value);
+    case Kind::factor:
+        break;
+    }
+    return value;
+}
+
+std::string_view unit_label(Kind kind) {
+    switch (kind) {
+    case Kind::thickness:
+        return UNITS.thickness_label.trimmed();
+    case Kind::diameter:
+        return UNITS.diameter_label.trimmed();
+    case Kind::pressure:
+        return UNITS.pressure_label.trimmed();
+    case Kind::stress:
+        return UNITS.stress_label.trimmed();
+    case Kind::force:
+        return UNITS.force_label.trimmed();
+    case Kind::moment:
+        return UNITS.moment_label.trimmed();
+    case Kind::area:
+        return UNITS.area_label.trimmed();
+    case Kind::weight:
+        return UNITS.weight_label.trimmed();
+    case Kind::factor:
+        break;
+    }
+    return {};
+}
+
+void TEXT_LINE(std::string_view text, const Style& style) {
+    if (!reporting()) return SKIP_LINE(style);
+    OUTLINE = text;
+    write_outline(style);
+}
+
+void BLANK_LINE() { WRITE_BLANK_LINE(OUTLINE.data(), OUTLINE.width()); }
+
+void HEADING(std::string_view text) { TEXT_LINE(text, HEADING_STYLE); }
+
+void UNDERLINED_LINE(std::string_view text, const Style& style) {
+    if (!reporting()) return SKIP_LINE(style);
+    OUTLINE = text;
+    set_style(style);
+    WRITE_UNDERLINED(OUTLINE.data(), OUTLINE.width());
+}
+
+void COLUMN_LINE(std::string_view label, Real value, Kind kind, const Style& style, Int decimals) {
+    if (!reporting()) return SKIP_LINE(style);
+    if (decimals == HOUSE_DECIMALS) decimals = form(kind).column_decimals;
+    COLUMN_LINE_IN(label, shown(value, kind), decimals, unit_label(kind), style);
+}
+
+void VALUE_LINE(Real value, Kind kind, std::string_view remark, const Style& style, Int decimals) {
+    if (!reporting()) return SKIP_LINE(style);
+    if (decimals == HOUSE_DECIMALS) decimals = form(kind).value_decimals;
+    VALUE_LINE_IN(shown(value, kind), decimals, unit_label(kind), remark, style);
+}
+
+void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std::string_view unit,
+                    const Style& style) {
+    if (!reporting()) return SKIP_LINE(style);
+    LinePieces line;
+    line.text(label);
+    const Int left = VALUE_END - static_cast<Int>(line.view().size());
+    line.fixed(value, max(left, NARROWEST_VALUE), decimals).blanks(2).text(trimmed(unit));
+    line.write(style);
+}
+
+void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit, std::string_view remark,
+                   const Style& style) {
+    if (!reporting()) return SKIP_LINE(style);
+    LinePieces line;
+    line.text(" = ").bare(value, decimals);
+    unit = trimmed(unit);
+    if (!unit.empty()) line.blanks(1).text(unit);
+    if (!remark.starts_with(',')) line.blanks(2);
+    line.text(remark).write(style);
+}
+
+void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int mode,
+                 std::string_view unit, const Style& style) {
+    if (!reporting()) return SKIP_LINE(style);
+    unit = trimmed(unit);
+    if (unit.empty()) {
+        TEMPLATE = text;
+    } else {
+        LinePieces with_unit;
+        with_unit.text(trimmed(text.substr(0, text.find('#')))).blanks(1).text(unit);
+        TEMPLATE = with_unit.view();
+    }
+    Real v[6] = {};
+    std::copy_n(values.begin(), std::min<std::size_t>(values.size(), 6), v);
+    FILL_TEMPLATE(TEMPLATE, v[0], v[1], v[2], v[3], v[4], v[5]);
+    FIT_TO_LINE(TEMPLATE.data(), TEMPLATE.width(), OUTLINE.data(), OUTLINE.width(), mode);
+    write_outline(style);
+}
+
+LinePieces& LinePieces::text(std::string_view piece) {
+    if (!active) return *this;
+    line.put(cursor + 1, piece);
+    cursor +=
+        static_cast<Int>(std::min(piece.size(), static_cast<std::size_t>(line.width() - cursor)));
+    return *this;
+}
+
+LinePieces& LinePieces::blanks(Int count) {
+    if (!active) return *this;
+    cursor += min(not_negative(count), line.width() - cursor); // nothing stands behind the cursor
+    return *this;
+}
+
+LinePieces& LinePieces::padded(std::string_view piece, Int width) {
+    if (!active) return *this;
+    const Int end = min(not_negative(width), line.width() - cursor) + cursor;
+    text(piece.substr(0, static_cast<std::size_t>(end - cursor)));
+    return blanks(end - cursor);
+}
+
+LinePieces& LinePieces::fixed(Real value, Int width, Int decimals) {
+    return active ? text(fixed_number(value, width, decimals).view()) : *this;
+}
+
+LinePieces& LinePieces::exponent(Real value, Int width, Int decimals) {
+    return active ? text(exponent_number(value, width, decimals).view()) : *this;
+}
+
+LinePieces& LinePieces::bare(Real value, Int decimals) {
+    return active ? text(bare_number(value, decimals).view()) : *this;
+}
+
+LinePieces& LinePieces::whole(Int value, Int width) {
+    return active ? text(whole_number(value, width).view()) : *this;
+}
+
+LinePieces& LinePieces::to_column(Int column) {
+    if (!active) return *this;
+    const Int before = max(min(column, line.width() + 1), 1) - 1;
+    if (before < cursor) fill_blank(&line(before + 1), cursor - before);
+    cursor = before;
+    return *this;
+}
+
+void LinePieces::write(const Style& style) const {
+    if (!reporting()) return SKIP_LINE(style);
+    OUTLINE = line.view();
+    write_outline(style);
+}
+
+} // namespace tarvane
