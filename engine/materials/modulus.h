@@ -16,20 +16,56 @@ void SET_CHART(std::string_view name);
 // Codes 3 and 4 take the built-in tables, every other code the reference table.
 Real ASMEMOD(Real temperature, Int reference, Int code);
 
-// Modulus in psi of a chart class (1.4, 1.1, 0.95); 0 for any other class.
+// Modulus in psi of a chart class (1.4, 1.1, 0.95); 0 for any other class. The three classes share
+// one working axis: class 0.95 puts its own there, and it stays for the other two until
+// RESET_MATERIALS.
 void MODULUS(Real chart_class, Real& result, Real temperature);
+// Class of a chart for MODULUS: 1.1 for "HA-3", 0.95 for "NFT-1", else 1.4.
 Real CHART_CLASS(std::string_view name);
 
+// Looks up both properties in "ElastAlp07.txt"; a reference of -1 skips its half. `emod_out` in
+// millions of psi, `coe_out` in 1.0E-6 per degree Fahrenheit, 0 when there is none. A modulus that
+// the table does not have is taken from the external pressure chart of SET_CHART.
 void READ_ELAST_ALPHA(Int emod_ref, Int coe_ref, Real coe_temperature, Real emod_temperature,
                       Real& coe_out, Real& emod_out);
+// The warning block for the two statuses.
 void PROPERTY_WARNINGS(Int emod_status, Int coe_status);
+
+// EMOD_STATUS: 0 fine; 1 not found; 2 taken from the external pressure chart; 3 the same, with the
+// chart's highest temperature passed. COE_STATUS: 0 fine, 1 failed.
 extern Int EMOD_STATUS, COE_STATUS;
 
-// Chart row at a temperature. `name` is a field of 12 characters: 8 count, 9 to 12 are blanked.
+inline constexpr Int PROPERTY_POINTS = 36; // temperatures of an axis
+
+// What the latest lookup read.
+struct PROPERTY_LOOKUP {
+    Text<7> emod_identifier, coe_identifier; // table of the code
+    Text<36> emod_description, coe_description;
+    Real EMOD_EXTRA = 0.0f;                 // second number of the modulus row
+    Real axis[PROPERTY_POINTS] = {};        // degrees Fahrenheit
+    Real emod_values[PROPERTY_POINTS] = {}; // millions of psi
+    Real coe_values[PROPERTY_POINTS] = {};  // 1.0E-6 per degree
+    Real emod_temperature = 0.0f;           // as held to the ends of the axis
+    Real coe_temperature = 0.0f;
+    Real modulus_psi = 0.0f;
+    Real expansion = 0.0f; // plain ratio per degree
+};
+extern PROPERTY_LOOKUP PROPERTIES;
+
+// Chart row at a temperature (Section II Part D, Subpart 3). `name` is a field of 12 characters:
+// 8 count, 9 to 12 are blanked. Outputs that the lookup does not reach stay as they were passed in.
+//   t_used    temperature of the row: the one given, or the chart's highest when that is passed
+//   E         modulus, millions of psi
+//   Aelastic  A at the end of the straight line; second: the other value of that point
+//   Amax      largest A of the curve, and Bmax the B there (psi)
+//   c0 c1 c2  coefficients of B against log10(A)
+// The charts "CS-3" and "NFA-11" depend on the yield stress (psi).
 void READ_CHART(char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
                 Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2, Real yield);
+// Twice the B at the end of the chart's curve (psi); 0 where the chart takes the yield as input.
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result);
 
+// Working axis, chart table and lookup state back to their state at load.
 void RESET_MATERIALS();
 
 } // namespace tarvane
