@@ -31,16 +31,28 @@ extern Int G_USE_A5; // read by SHLINT
 extern Int G_USE_A6; // read by the toughness reduction
 extern Int G_USE_A7; // not read
 
-extern Int moduleCode;             // design code that the modulus and rigidity steps read
-extern bool NEW_DIV_2_RULES;       // Division 2, 4.16 rules and labels
-extern Int CODE_A98_ADDENDA;       // 1: Division 1 under its 1998 edition, A-98 addenda
-extern Int G_FAILURE_CORROSION;    // 1: run the failure corrosion loop
-extern Int G_PER_ELEMENT_RATIO;    // 1: stress ratio of the attached shell counts too
-extern Int G_MATL_METRIC;          // material selectors: metric files,
-extern Int G_FORCE_DIV1;           //   Division 1 forced,
-extern Int G_D2_CLASS;             //   Division 2 class,
-extern Int G_MATL_YEAR;            //   edition index
-extern bool G_CURRENT_DIV_2;       // toughness routines: Division 2 by the present rules
+extern Int moduleCode;          // design code that the modulus and rigidity steps read
+extern bool NEW_DIV_2_RULES;    // Division 2, 4.16 rules and labels
+extern Int CODE_A98_ADDENDA;    // 1: Division 1 under its 1998 edition, A-98 addenda
+extern Int G_FAILURE_CORROSION; // 1: run the failure corrosion loop
+extern Int G_PER_ELEMENT_RATIO; // 1: stress ratio of the attached shell counts too
+extern Int G_MATL_METRIC;       // material selectors: metric files,
+extern Int G_FORCE_DIV1;        //   Division 1 forced,
+extern Int G_D2_CLASS;          //   Division 2 class,
+extern Int G_MATL_YEAR;         //   edition index
+extern bool G_CURRENT_DIV_2;    // toughness routines: Division 2 by the present rules
+
+// Switches of the toughness routines, in the order of SET_TOUGHNESS_SWITCHES.
+struct TOUGHNESS_SWITCHES {
+    Int ReductionsAllowed = 0; // 1: the reduction of Fig. UCS-66.1 may be taken
+    Int CurveTables = 0;       // 1: curves of UCS-66 by table in place of the polynomials
+    Int NoUg20f = 0;           // 1: UG-20(f) is refused
+    Int MdmtSkip = 0;          // 1: the first required temperature stands
+    Int FloorSwitch = 0;       // 1: the floor of low stress ratios is armed
+    Int Credit55 = 1;          // 1: lower limit of the heat treatment credit -155, else -55
+    Int SrLimitSwitch = 1;     // 0: Division 2 stress ratio limit 0.3 in place of 0.24
+};
+extern TOUGHNESS_SWITCHES G_TOUGHNESS;
 
 extern Text<8> CHART_NAME; // SET_CHART
 extern Real CHART_YIELD;   // SET_YIELD
@@ -57,6 +69,7 @@ inline Int setup_design_code() { return SETUP[0].whole; }
 inline Real setup_real(Int element) { return SETUP[element - 1].real; }
 inline Int setup_truncated(Int element) { return truncated(setup_real(element)); }
 
+// Everything in this header back to its state at load, the exported variables included.
 void RESET_SWITCHES();
 
 } // namespace tarvane
