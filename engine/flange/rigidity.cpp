@@ -129,12 +129,12 @@ void RIGIDITY_INDEX(FLANGE_STATE& s, RIGIDITY_CALL& call, Int rigidityPrint) {
             .fixed(s.J[1], 10, 3)
             .write();
     } else if (rigidityPrint == RIGIDITY_FULL) {
-        write_condition(s, call, form, goc,
+        write_condition(call, form, goc,
                         {NEW_DIV_2_RULES
                              ? "Flange Rigidity Criterion, Seating per Table 4.16.10 [Jg]:"
                              : "Flange Rigidity Index, Seating (rotation check) per APP. 2 [Js]:",
                          SEATING_LINES, call.Matm, s.Ecold, ta, s.J[0]});
-        write_condition(s, call, form, goc,
+        write_condition(call, form, goc,
                         {NEW_DIV_2_RULES
                              ? "Flange Rigidity Criterion, Operating per Table 4.16.10 [Jo]:"
                              : "Flange Rigidity Index Operating (rotation check) per APP. 2 [J]:",
