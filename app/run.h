@@ -1,0 +1,27 @@
+// `tarvane run`: an input file becomes reports, tables and an exit status.
+#pragma once
+
+#include "results.h"
+
+#include <iosfwd>
+#include <string>
+
+namespace tarvane::app {
+
+struct RunOptions {
+    std::string input;
+    std::string report; // raw report file; empty: none
+    std::string data;   // folder of the data files; empty: beside the library
+    bool colour = false;
+};
+
+Status run(const RunOptions& options, std::ostream& out, std::ostream& err);
+
+// The whole file or nothing: written under another name in the same folder, then renamed. Throws
+// std::runtime_error.
+void write_whole(const std::string& path, std::string_view bytes);
+
+// Table of the keys of an input file.
+std::string key_table();
+
+} // namespace tarvane::app

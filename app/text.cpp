@@ -1,0 +1,93 @@
+#include "text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <vector>
+
+namespace tarvane::app {
+
+std::string to_utf8(std::string_view western) {
+    std::string out;
+    for (const char c : western) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code < 0x80) {
+            out += c;
+        } else {
+            out += static_cast<char>(0xC0 | (code >> 6));
+            out += static_cast<char>(0x80 | (code & 0x3F));
+        }
+    }
+    return out;
+}
+
+std::optional<std::string> to_western(std::string_view utf8) {
+    std::string out;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const auto lead = static_cast<unsigned char>(utf8[i]);
+        if (lead < 0x20 || lead == 0x7F) return std::nullopt;
+        if (lead < 0x80) {
+            out += utf8[i];
+            continue;
+        }
+        // Of the multi-byte sequences only those of two bytes with a lead of C2 or C3 stay below
+        // 0x100; the first half of C2 are control characters.
+        if ((lead != 0xC2 && lead != 0xC3) || i + 1 == utf8.size()) return std::nullopt;
+        const auto next = static_cast<unsigned char>(utf8[++i]);
+        const unsigned code = ((lead & 0x03u) << 6) | (next & 0x3Fu);
+        if ((next & 0xC0u) != 0x80u || code < 0xA0) return std::nullopt;
+        out += static_cast<char>(code);
+    }
+    return out;
+}
+
+std::string folded(std::string_view name) {
+    std::string out;
+    for (const char c : name) {
+        if (c == ' ' || c == '-' || c == '_' || c == '.') continue;
+        out += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return out;
+}
+
+namespace {
+
+// Edit distance in which another case of the same letter counts half a change.
+unsigned edits(std::string_view a, std::string_view b) {
+    std::vector<unsigned> row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j)
+        row[j] = static_cast<unsigned>(2 * j);
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        unsigned diagonal = row[0];
+        row[0] = static_cast<unsigned>(2 * i);
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const char p = a[i - 1], q = b[j - 1];
+            const bool same_letter = std::tolower(static_cast<unsigned char>(p)) ==
+                                     std::tolower(static_cast<unsigned char>(q));
+            const unsigned change = p == q ? 0 : same_letter ? 1 : 2;
+            const unsigned best = std::min({diagonal + change, row[j] + 2, row[j - 1] + 2});
+            diagonal = row[j];
+            row[j] = best;
+        }
+    }
+    return row[b.size()];
+}
+
+} // namespace
+
+std::string_view nearest(std::string_view name, std::span<const std::string_view> candidates) {
+    std::string_view best;
+    unsigned fewest = static_cast<unsigned>(std::max<std::size_t>(name.size(), 2)) + 1;
+    for (const std::string_view candidate : candidates) {
+        const unsigned n = edits(name, candidate);
+        if (n < fewest) {
+            fewest = n;
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+} // namespace tarvane::app

@@ -1,0 +1,24 @@
+// Text of the input file and of the report: UTF-8 outside, the engine's single-byte Western
+// characters inside.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tarvane::app {
+
+std::string to_utf8(std::string_view western);
+// Nothing when a character has no place among the Western characters, or is a control character.
+std::optional<std::string> to_western(std::string_view utf8);
+
+// Names compare without regard to case, blanks, "-", "_" and ".".
+std::string folded(std::string_view name);
+
+// The candidate with the fewest edits from `name`; empty when none comes near.
+std::string_view nearest(std::string_view name, std::span<const std::string_view> candidates);
+
+std::string quoted(std::string_view text);
+
+} // namespace tarvane::app

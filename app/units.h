@@ -1,0 +1,59 @@
+// Units of an input file: one factor and one label a kind of quantity. The factor turns the
+// engine's unit (inch, pound, psi, degree Fahrenheit) into the file's; a value of the file is
+// divided by it, in single precision, on its way in, and the report multiplies it back.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace tarvane::app {
+
+// The first eleven stand in the order in which the engine takes its unit factors.
+enum class Quantity {
+    thickness,
+    pressure,
+    diameter,
+    stress,
+    further, // kept with the unit factors, used by no key
+    force,
+    moment,
+    area,
+    temperature, // offset and scale: two places in the engine's order
+    temperature_scale,
+    weight,
+    density,
+    number, // without a unit
+    whole,
+    choice,
+    flag,
+    text
+};
+
+inline constexpr std::size_t FACTORS = 11;
+inline constexpr std::size_t LABELS = 10;
+
+struct UnitSystem {
+    std::string name;
+    // Thickness, pressure, diameter, stress, further, force, moment, area, temperature offset,
+    // temperature scale, weight.
+    std::array<float, FACTORS> factors;
+    // The same without the temperature scale. Western characters.
+    std::array<std::string, LABELS> labels;
+    float density_factor;
+    std::string density_label;
+
+    bool metric() const { return factors[0] > 1.1f; }
+    std::string_view label(Quantity quantity) const;
+    float factor(Quantity quantity) const;
+    float to_engine(float value, Quantity quantity) const;
+    float to_file(float value, Quantity quantity) const;
+};
+
+UnitSystem us_units();
+UnitSystem si_units();
+
+// Width in which the engine keeps the label of a quantity.
+std::size_t label_width(Quantity quantity);
+
+} // namespace tarvane::app
