@@ -13,7 +13,6 @@ namespace {
 
 constexpr Int LAST_DESIGN_FLAG = 30; // gasket and full face diameters stand from here on
 constexpr Int THICKNESS_ROUNDS = 200;
-constexpr Int SPECIAL_THREADS = 3, TEMA_THREADS = 1;
 
 // Bolts come in fours. The product wraps as a 32-bit INTEGER does.
 Int times_four(Int n) { return static_cast<Int>(static_cast<std::uint32_t>(n) * 4u); }
@@ -41,9 +40,9 @@ BOLT_ROW select_bolts(FLANGE_STATE& s) {
     const Int base = s.C > 38.0f ? 3 : 2;
     const Int nTrial = times_four(plus(truncated(s.B / 3.6f), base));
     const Real rootTrial = s.Am / static_cast<Real>(nTrial);
-    if (s.series == SPECIAL_THREADS) {
+    if (s.series == SPECIAL_ROOT_AREA) {
         TEXT_LINE("Bolt type for DESIGN must be TEMA or UNC - Using TEMA chart.");
-        s.series = TEMA_THREADS;
+        s.series = TEMA_IMPERIAL;
     }
     const BOLT_ROW bolt = BOLT_SIZE_FOR_AREA(s.series, rootTrial, s.type);
     s.dh = s.aNominal = bolt.boltDia;

@@ -2,6 +2,7 @@
 #include "flange/input_report.h"
 
 #include "bolting/bolt_material.h"
+#include "bolting/bolt_tables.h"
 #include "frame/element_tables.h"
 #include "frame/units.h"
 #include "report/lines.h"
@@ -36,7 +37,6 @@ constexpr std::string_view THREADS[] = {
     "TEMA Thread Series", "UNC Thread Series", "Special, Root Area", "TEMA Metric",
     "British 3643",       "SABS 1700 1996",    "3P M30 Metric",      "User Defined Table",
 };
-constexpr Int SPECIAL_THREADS = 3;
 
 constexpr std::string_view SKETCHES[] = {
     "1, Code Sketch 1a", "2, Code Sketch 1b", "3, Code Sketch 1c",
@@ -71,7 +71,7 @@ bool ring(const STATE& s) { return s.type == INTEGRAL_RING || s.type == LOOSE_RI
 bool lap_joint(const STATE& s) { return s.type == LAP_JOINT; }
 bool blind(const STATE& s) { return s.type == BLIND; }
 bool bolt_hole(const STATE& s) { return s.code > ASME_VIII_2 && not_design(s); }
-bool root_area(const STATE& s) { return s.series == SPECIAL_THREADS; }
+bool root_area(const STATE& s) { return s.series == SPECIAL_ROOT_AREA; }
 bool gasket_thickness(const STATE& s) { return s.tg != 0.0f; }
 bool nubbin(const STATE& s) { return s.w != 0.0f; }
 bool partition(const STATE& s) { return s.lp != 0.0f || s.partitionGasket(1) == 'Y'; }
@@ -268,7 +268,12 @@ void write_nodes(const STATE& s) {
     NUL_TO_BLANK(from.data(), from.width());
     NUL_TO_BLANK(to.data(), to.width());
     if (from.blank()) return;
-    LinePieces().text("Item: Node ").text(from.trimmed()).text(" to ").text(to.trimmed()).write();
+    LinePieces()
+        .text("Item: Node ")
+        .text(left_justified(from.trimmed()))
+        .text(" to ")
+        .text(left_justified(to.trimmed()))
+        .write();
 }
 
 void write_echo(const STATE& s) {
@@ -283,7 +288,7 @@ void write_echo(const STATE& s) {
 
 // The warning of a bolt material outside its range of diameters is all that is wanted here.
 void check_bolt_material(const STATE& s) {
-    if (s.code > ASME_VIII_2 || s.series == SPECIAL_THREADS) return;
+    if (s.code > ASME_VIII_2 || s.series == SPECIAL_ROOT_AREA) return;
     Real minDia = 0.0f, maxDia = 0.0f;
     Int ok = 0;
     CHECK_BOLT_MATL_VS_DIAMETER(s.boltMaterial.view(), s.boltReference, minDia, maxDia, ok,
