@@ -54,6 +54,11 @@ namespace platform {
 Int engine_file(char* into, Int width);
 Int program_file(char* into, Int width);
 
+#ifndef _WIN32
+// Home folder of the user, from the user database; the length, 0 if unknown.
+Int home_folder(Text<260>& home);
+#endif
+
 // A string value of the suite's settings. False when it is absent.
 bool setting(std::string_view product, std::string_view version, std::string_view name,
              Text<260>& value);

@@ -49,31 +49,6 @@ bool is_number(std::string_view text, uid_t number) {
     return value == number;
 }
 
-// Home folder of the user. The local file of the user database is read first and without the system
-// library, which allocates; users whom it does not list are asked for there.
-Int home_folder(Text<260>& home) {
-    constexpr int USER_ID = 2;
-    constexpr int HOME = 5;
-    const uid_t user = getuid();
-    Int unit = 0;
-    GETNEXTUNIT(unit);
-    if (open_unit_for_reading(unit, "/etc/passwd")) {
-        Text<SETTINGS_WIDTH> line;
-        Int length = 0;
-        LineReader reader(unit);
-        while (length == 0 && reader.next(line.data(), SETTINGS_WIDTH))
-            if (is_number(database_field(line.trimmed(), USER_ID), user))
-                length = put_together(home, {database_field(line.trimmed(), HOME)});
-        close_unit(unit);
-        if (length > 0) return length;
-    }
-    char space[4096];
-    struct passwd entry;
-    struct passwd* found = nullptr;
-    if (getpwuid_r(user, &entry, space, sizeof space, &found) != 0 || found == nullptr) return 0;
-    return put_together(home, {found->pw_dir});
-}
-
 // Opens the settings file: beside the library, else under the user's home folder.
 bool open_settings(Int unit, std::string_view product, std::string_view version) {
     constexpr std::string_view NAME = "/Settings.ini";
@@ -84,7 +59,7 @@ bool open_settings(Int unit, std::string_view product, std::string_view version)
         if (open_unit_for_reading(unit, path.columns(1, length))) return true;
     }
     Text<260> home;
-    const Int home_len = home_folder(home);
+    const Int home_len = platform::home_folder(home);
     if (home_len == 0) return false;
     const Int length = put_together(
         path, {home.columns(1, home_len), "/.config/", MAKER, "/", product, "/", version, NAME});
@@ -202,6 +177,31 @@ Int engine_file(char* into, Int width) {
     if (length + name.size() > static_cast<std::size_t>(width)) return 0;
     std::memcpy(into + length, name.data(), name.size());
     return static_cast<Int>(length + name.size());
+}
+
+// The local file of the user database is read first and without the system
+// library, which allocates; users whom it does not list are asked for there.
+Int home_folder(Text<260>& home) {
+    constexpr int USER_ID = 2;
+    constexpr int HOME = 5;
+    const uid_t user = getuid();
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    if (open_unit_for_reading(unit, "/etc/passwd")) {
+        Text<SETTINGS_WIDTH> line;
+        Int length = 0;
+        LineReader reader(unit);
+        while (length == 0 && reader.next(line.data(), SETTINGS_WIDTH))
+            if (is_number(database_field(line.trimmed(), USER_ID), user))
+                length = put_together(home, {database_field(line.trimmed(), HOME)});
+        close_unit(unit);
+        if (length > 0) return length;
+    }
+    char space[4096];
+    struct passwd entry;
+    struct passwd* found = nullptr;
+    if (getpwuid_r(user, &entry, space, sizeof space, &found) != 0 || found == nullptr) return 0;
+    return put_together(home, {found->pw_dir});
 }
 
 // A settings file holds lines "name = value" under "[Settings]"; lines before any section count

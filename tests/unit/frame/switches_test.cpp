@@ -1,0 +1,68 @@
+#include "frame/switches.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace tarvane {
+namespace {
+
+TEST(Switches, ResetPutsBackTheStateAtLoad) {
+    for (std::int32_t* const variable :
+         {&FLAGS_mp_IINOSPECIAL, &FLAGS_mp_LBSAREA, &FLAGS_mp_LCHORD, &GLOBALS_mp_G_NUSE_TABLEG,
+          &GLOBALS_mp_G_NUSE_CORRODEDK, &GLOBALS_mp_G_NUSE_OLD_DIV_2, &GLOBALS_mp_G_NUSE_CASE2286,
+          &METRICCONSTANTS_mp_G_NMETRIC_CONSTANT, &G_USE_A5, &G_USE_A6, &G_USE_A7, &moduleCode,
+          &CODE_A98_ADDENDA, &G_FAILURE_CORROSION, &G_PER_ELEMENT_RATIO, &G_MATL_METRIC,
+          &G_FORCE_DIV1, &G_D2_CLASS, &G_MATL_YEAR})
+        *variable = 7;
+    NEW_DIV_2_RULES = G_CURRENT_DIV_2 = true;
+    G_TOUGHNESS.Credit55 = 0;
+    G_TOUGHNESS.ReductionsAllowed = 1;
+    CHART_NAME = std::string_view("HA-1");
+    CHART_YIELD = 30000.0f;
+    for (SETUP_ELEMENT& element : SETUP)
+        element.real = 1.0f;
+
+    RESET_SWITCHES();
+
+    for (const Int value :
+         {FLAGS_mp_IINOSPECIAL, FLAGS_mp_LBSAREA, FLAGS_mp_LCHORD, GLOBALS_mp_G_NUSE_TABLEG,
+          GLOBALS_mp_G_NUSE_CORRODEDK, GLOBALS_mp_G_NUSE_OLD_DIV_2, GLOBALS_mp_G_NUSE_CASE2286,
+          METRICCONSTANTS_mp_G_NMETRIC_CONSTANT, G_USE_A5, G_USE_A6, G_USE_A7, moduleCode,
+          CODE_A98_ADDENDA, G_FAILURE_CORROSION, G_PER_ELEMENT_RATIO, G_MATL_METRIC, G_FORCE_DIV1,
+          G_D2_CLASS, G_MATL_YEAR})
+        EXPECT_EQ(value, 0);
+    EXPECT_FALSE(NEW_DIV_2_RULES);
+    EXPECT_FALSE(G_CURRENT_DIV_2);
+    EXPECT_EQ(G_TOUGHNESS.Credit55, 1);
+    EXPECT_EQ(G_TOUGHNESS.SrLimitSwitch, 1);
+    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 0);
+    EXPECT_TRUE(CHART_NAME.blank());
+    EXPECT_EQ(CHART_YIELD, 0.0f);
+    for (const SETUP_ELEMENT& element : SETUP)
+        EXPECT_EQ(element.whole, 0);
+}
+
+TEST(Switches, SetupElementsAreRealFrom41OnAndCutTowardsZero) {
+    SETUP[0].whole = 4;
+    EXPECT_EQ(setup_design_code(), 4);
+    SETUP[42].real = 1.9f;
+    EXPECT_EQ(setup_truncated(43), 1);
+    SETUP[42].real = -0.9f;
+    EXPECT_EQ(setup_truncated(43), 0);
+    SETUP[42].whole = 1; // a whole 1 is next to nothing as a real
+    EXPECT_EQ(setup_truncated(43), 0);
+    SETUP[42].real = std::numeric_limits<Real>::quiet_NaN();
+    EXPECT_EQ(setup_truncated(43), INT32_MIN);
+    RESET_SWITCHES();
+}
+
+TEST(Switches, TheGNamesAreTheExportedVariables) {
+    GLOBALS_mp_G_NUSE_OLD_DIV_2 = 1;
+    EXPECT_EQ(G_NUSE_OLD_DIV_2, 1);
+    G_NUSE_OLD_DIV_2 = 0;
+    EXPECT_EQ(GLOBALS_mp_G_NUSE_OLD_DIV_2, 0);
+}
+
+} // namespace
+} // namespace tarvane

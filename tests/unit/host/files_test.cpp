@@ -1,0 +1,175 @@
+#include "scratch.h"
+
+#include <sys/resource.h>
+
+namespace tarvane::host_test {
+namespace {
+
+class FileTest : public HostTest {};
+
+TEST_F(FileTest, AFileThatIsNotThereGivesNoHandle) {
+    EXPECT_EQ(open_for_reading(scratch.file("absent.txt")), -1);
+    EXPECT_EQ(open_for_reading(""), -1);
+    EXPECT_FALSE(file_exists(scratch.file("absent.txt")));
+    EXPECT_FALSE(file_exists(""));
+}
+
+TEST_F(FileTest, AFolderIsNoFile) {
+    EXPECT_EQ(open_for_reading(scratch.path()), -1);
+    EXPECT_EQ(open_for_writing(scratch.path()), -1);
+    EXPECT_FALSE(file_exists(scratch.path()));
+}
+
+TEST_F(FileTest, APathThatIsTooLongIsNotCutToAnother) {
+    const std::string path = scratch.write("short", "content");
+    EXPECT_EQ(open_for_reading(path + std::string(5000, '/')), -1);
+    EXPECT_FALSE(file_exists(path + std::string(5000, '/')));
+}
+
+TEST_F(FileTest, WritesReadsAndSeeks) {
+    const std::string path = scratch.file("out.bin");
+    Int handle = open_for_writing(path);
+    ASSERT_GE(handle, 0);
+    EXPECT_TRUE(write_bytes(handle, "0123456789", 10));
+    EXPECT_TRUE(write_bytes(handle, "unused", 0));
+    close_handle(handle);
+    EXPECT_EQ(scratch.read("out.bin"), "0123456789");
+    EXPECT_TRUE(file_exists(path));
+
+    handle = open_for_reading(path);
+    ASSERT_GE(handle, 0);
+    char bytes[20];
+    EXPECT_EQ(read_bytes(handle, bytes, 20), 10);
+    EXPECT_EQ(read_bytes(handle, bytes, 20), 0) << "end of the file";
+    EXPECT_TRUE(seek_to(handle, 7));
+    EXPECT_EQ(read_bytes(handle, bytes, 20), 3);
+    EXPECT_EQ(std::string_view(bytes, 3), "789");
+    EXPECT_EQ(read_bytes(handle, bytes, -1), -1);
+    EXPECT_FALSE(write_bytes(handle, "x", 1)) << "opened for reading";
+    close_handle(handle);
+}
+
+TEST_F(FileTest, OpeningForWritingEmptiesTheFile) {
+    const std::string path = scratch.write("out.txt", "a long text of an earlier run");
+    close_handle(open_for_writing(path));
+    EXPECT_EQ(scratch.read("out.txt"), "");
+}
+
+TEST_F(FileTest, ASharedFileIsReadWhileItIsOpenForWriting) {
+    const std::string path = scratch.file("shared.txt");
+    const Int writer = open_for_writing(path);
+    write_bytes(writer, "shared", 6);
+    const Int reader = open_for_reading(path);
+    char bytes[6];
+    EXPECT_EQ(read_bytes(reader, bytes, 6), 6);
+    EXPECT_EQ(std::string_view(bytes, 6), "shared");
+    close_handle(reader);
+    close_handle(writer);
+}
+
+TEST_F(FileTest, DeleteAndCloseRemovesTheFile) {
+    const std::string path = scratch.write("gone.txt", "x");
+    scratch.write("stays.txt", "x");
+    const Int other = open_for_reading(scratch.file("stays.txt"));
+    delete_and_close(open_for_writing(path));
+    EXPECT_FALSE(file_exists(path));
+    EXPECT_TRUE(file_exists(scratch.file("stays.txt")));
+    close_handle(other);
+}
+
+// ---- units -------------------------------------------------------------------------------------
+
+TEST_F(FileTest, TheFirstFreeUnitIsTen) {
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 10);
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 10) << "a unit is not reserved";
+}
+
+TEST_F(FileTest, UnitsBelowTenAreTheHosts) {
+    const std::string path = scratch.write("host.txt", "");
+    ASSERT_TRUE(open_unit_for_reading(9, path));
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 10);
+}
+
+TEST_F(FileTest, AnOpenUnitIsPassedOverAndAClosedOneComesBack) {
+    const std::string path = scratch.write("a.txt", "");
+    Int status = -1;
+    OPENUNIT(10, scratch.file("report.txt"), status);
+    EXPECT_EQ(status, 0);
+    ASSERT_TRUE(open_unit_for_reading(11, path));
+    ASSERT_TRUE(open_unit_for_reading(13, path));
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 12);
+    close_unit(10);
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 10);
+}
+
+TEST_F(FileTest, AllUnitsInUseGiveOneThousandAndOne) {
+    struct rlimit files;
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &files), 0);
+    files.rlim_cur = files.rlim_max;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &files), 0);
+
+    const std::string path = scratch.write("a.txt", "");
+    Int opened = 0;
+    for (Int unit = 10; unit <= 1000; ++unit)
+        opened += open_unit_for_reading(unit, path) ? 1 : 0;
+    ASSERT_EQ(opened, 991) << "the system allows fewer open files";
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 1001);
+    EXPECT_FALSE(open_unit_for_reading(unit, path));
+    close_unit(1000);
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 1000);
+}
+
+TEST_F(FileTest, UnitsOutsideTheirRangeDoNotOpen) {
+    const std::string path = scratch.write("a.txt", "");
+    for (const Int unit : {-1, 0, 1001, INT32_MAX, INT32_MIN}) {
+        EXPECT_FALSE(open_unit_for_reading(unit, path)) << unit;
+        EXPECT_EQ(unit_handle(unit), -1) << unit;
+        Int status = 0;
+        OPENUNIT(unit, scratch.file("b.txt"), status);
+        EXPECT_EQ(status, 1) << unit;
+        close_unit(unit);
+    }
+    EXPECT_FALSE(file_exists(scratch.file("b.txt")));
+    EXPECT_TRUE(open_unit_for_reading(1, path));
+    EXPECT_TRUE(open_unit_for_reading(1000, path));
+}
+
+TEST_F(FileTest, OpenUnitReplacesTheFileAndPassesOverTrailingBlanks) {
+    scratch.write("report.txt", "yesterday's report");
+    Int status = -1;
+    OPENUNIT(20, scratch.file("report.txt") + "     ", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(scratch.read("report.txt"), "");
+    ASSERT_TRUE(write_bytes(unit_handle(20), "today", 5));
+
+    OPENUNIT(20, scratch.file("other.txt"), status);
+    EXPECT_EQ(status, 0) << "the unit takes another file";
+    ASSERT_TRUE(write_bytes(unit_handle(20), "other", 5));
+    close_unit(20);
+    close_unit(20);
+    EXPECT_EQ(scratch.read("report.txt"), "today");
+    EXPECT_EQ(scratch.read("other.txt"), "other");
+}
+
+TEST_F(FileTest, OpenUnitFailsInAFolderThatIsNotThere) {
+    Int status = 0;
+    OPENUNIT(20, scratch.file("none/report.txt"), status);
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(unit_handle(20), -1);
+    OPENUNIT(20, "", status);
+    EXPECT_EQ(status, 1);
+}
+
+} // namespace
+} // namespace tarvane::host_test
