@@ -23,6 +23,10 @@ constexpr std::string_view RULE =
     "--------------------------------------------------------------------";
 static_assert(RULE.size() == 68);
 
+constexpr bool is_comment(std::string_view line) {
+    return trimmed(line).empty() || line.find(';') != std::string_view::npos;
+}
+
 constexpr bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
@@ -60,7 +64,7 @@ bool find_row(LineReader& file, ROW_SEARCH search) {
     char buffer[LINE_WIDTH];
     while (file.next(buffer, LINE_WIDTH)) {
         const std::string_view line(buffer, LINE_WIDTH);
-        if (trimmed(line).empty() || holds(line, ";") || holds(line, "[Emod]")) continue;
+        if (is_comment(line) || holds(line, "[Emod]")) continue;
         if (holds(line, "[CoE]")) return false;
         if (holds(line, "[Temp]")) {
             Real* axis = PROPERTIES.axis;
@@ -133,8 +137,9 @@ void LOOK_UP_COEFFICIENT(LineReader& file, Int reference, Real temperature, Real
         p.coe_temperature = temperature;
         char buffer[LINE_WIDTH];
         bool section = false;
+        const std::string_view line(buffer, LINE_WIDTH);
         while (!section && file.next(buffer, LINE_WIDTH))
-            section = holds({buffer, LINE_WIDTH}, "[CoE]");
+            section = !is_comment(line) && holds(line, "[CoE]");
         if (section && find_row(file, {reference, false, p.coe_temperature, p.coe_values,
                                        p.coe_identifier, p.coe_description, nullptr}))
             coefficient = value_at(p.axis, p.coe_values, p.coe_temperature, 0.001f, true);
