@@ -1,0 +1,765 @@
+// Shape factors against published tables, a double precision evaluation with the exact fractions of
+// Table 2-7.1, and their report lines.
+#include "shape_fixture.h"
+
+#include <bit>
+#include <cstdint>
+#include <limits>
+
+namespace tarvane {
+namespace {
+
+using shape_test::example_flange;
+using shape_test::through_figures;
+using stage_test::Lines;
+
+class ShapeFactors : public shape_test::ShapeTest {};
+
+constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
+
+// Factors of a hub given by its two ratios.
+FLANGE_STATE figures(Int type, Real gRatio, Real hRatio) {
+    FLANGE_STATE s;
+    s.type = type;
+    s.code = ASME_VIII_1;
+    s.gRatio = gRatio;
+    s.hRatio = hRatio;
+    HUB_COEFFICIENTS(s);
+    FIGURE_FACTORS(s);
+    return s;
+}
+
+FLANGE_STATE fits(Int type, Real gRatio, Real hRatio) {
+    FLANGE_STATE s;
+    s.type = type;
+    s.code = ASME_VIII_2;
+    s.gRatio = gRatio;
+    s.hRatio = hRatio;
+    TABLE_4164_FACTORS(s);
+    return s;
+}
+
+// ---- the published table of hub factors ---------------------------------------------------------
+
+struct HubRow {
+    Real gRatio, hRatio;
+    double F, V, f, FL, VL, F_fit, V_fit, f_fit;
+};
+// Table 2-7.1 in full precision, and the fits of Division 2.
+constexpr HubRow HUB_TABLE[] = {
+    {2.2f, 0.741941f, 0.767743, 0.157599, 1.0, 1.110884, 0.302534, 0.769490, 0.157749, 1.0},
+    {1.5f, 0.5f, 0.848616, 0.313032, 1.0, 1.568955, 1.059785, 0.846860, 0.311481, 1.0},
+    {3.0f, 1.0f, 0.689540, 0.081557, 1.0, 0.863615, 0.116291, 0.696524, 0.081640, 1.0},
+    {5.0f, 0.25f, 0.897396, 0.234034, 14.779479, 3.500179, 4.397055, 0.904124, 0.237181, 14.837155},
+    {2.23077f, 0.153f, 0.897553, 0.383979, 3.648900, 5.286622, 29.337208, 0.905452, 0.384916,
+     3.642199},
+};
+
+TEST_F(ShapeFactors, integral_figures_give_the_published_table) {
+    for (const HubRow& row : HUB_TABLE) {
+        SCOPED_TRACE(row.hRatio);
+        const FLANGE_STATE s = figures(INTEGRAL_WELD_NECK, row.gRatio, row.hRatio);
+        // The last digit of the table where the hub is long; below h/h0 of 0.3 the differences of
+        // nearly equal terms cost single precision about three digits.
+        const double tolerance = row.hRatio > 0.3f ? 5e-6 : 3e-4;
+        EXPECT_CLOSE(s.F, row.F, tolerance);
+        EXPECT_CLOSE(s.V, row.V, tolerance);
+        EXPECT_CLOSE(s.f, row.f, tolerance);
+    }
+}
+
+TEST_F(ShapeFactors, loose_figures_give_the_published_table) {
+    for (const HubRow& row : HUB_TABLE) {
+        SCOPED_TRACE(row.hRatio);
+        const FLANGE_STATE s = figures(LOOSE_SLIP_ON, row.gRatio, row.hRatio);
+        EXPECT_CLOSE(s.F, row.FL, 5e-6);
+        EXPECT_CLOSE(s.V, row.VL, 5e-6);
+        EXPECT_EQ(s.f, 1.0f);
+    }
+}
+
+TEST_F(ShapeFactors, fits_give_the_published_table) {
+    for (const HubRow& row : HUB_TABLE) {
+        SCOPED_TRACE(row.hRatio);
+        const FLANGE_STATE s = fits(INTEGRAL_RING, row.gRatio, row.hRatio);
+        EXPECT_CLOSE(s.F, row.F_fit, 5e-6);
+        EXPECT_CLOSE(s.V, row.V_fit, 5e-6);
+        EXPECT_CLOSE(s.f, row.f_fit, 5e-6);
+    }
+}
+
+// ---- a second way: double precision, exact fractions -------------------------------------------
+
+struct Exact {
+    double F, V, f, FL, VL;
+};
+
+Exact exact_factors(double g, double h) {
+    const double A = g - 1.0, A2 = A * A, A3 = A2 * A;
+    const double C = 43.68 * h * h * h * h;
+    const double c1 = 1.0 / 3 + A / 12, c2 = 5.0 / 42 + 17 * A / 336, c3 = 1.0 / 210 + A / 360;
+    const double c4 = 11.0 / 360 + 59 * A / 5040 + (1 + 3 * A) / C;
+    const double c5 = 1.0 / 90 + 5 * A / 1008 - g * g * g / C;
+    const double c6 = 1.0 / 120 + 17 * A / 5040 + 1 / C;
+    const double c7 =
+        215.0 / 2772 + 51 * A / 1232 + (60.0 / 7 + 225 * A / 14 + 75 * A2 / 7 + 5 * A3 / 2) / C;
+    const double c8 =
+        31.0 / 6930 + 128 * A / 45045 + (6.0 / 7 + 15 * A / 7 + 12 * A2 / 7 + 5 * A3 / 11) / C;
+    const double c9 =
+        533.0 / 30240 + 653 * A / 73920 + (0.5 + 33 * A / 14 + 39 * A2 / 28 + 25 * A3 / 84) / C;
+    const double c10 =
+        29.0 / 3780 + 3 * A / 704 - (0.5 + 33 * A / 14 + 81 * A2 / 28 + 13 * A3 / 12) / C;
+    const double c11 =
+        31.0 / 6048 + 1763 * A / 665280 + (0.5 + 6 * A / 7 + 15 * A2 / 28 + 5 * A3 / 42) / C;
+    const double c12 =
+        1.0 / 2925 + 71 * A / 300300 + (8.0 / 35 + 18 * A / 35 + 156 * A2 / 385 + 6 * A3 / 55) / C;
+    const double c13 = 761.0 / 831600 + 937 * A / 1663200 +
+                       (1.0 / 35 + 6 * A / 35 + 11 * A2 / 70 + 3 * A3 / 70) / C;
+    const double c14 =
+        197.0 / 415800 + 103 * A / 332640 - (1.0 / 35 + 6 * A / 35 + 17 * A2 / 70 + A3 / 10) / C;
+    const double c15 =
+        233.0 / 831600 + 97 * A / 554400 + (1.0 / 35 + 3 * A / 35 + A2 / 14 + 2 * A3 / 105) / C;
+
+    // C17 to C25 are the solution of three equations with the symmetric matrix of C1, C2, C3, C7,
+    // C8, C12, for three right-hand sides: here by Cramer's rule on the whole matrix.
+    struct Column {
+        double x, y, z;
+    };
+    const auto det = [](const Column& a, const Column& b, const Column& c) {
+        return a.x * (b.y * c.z - b.z * c.y) - b.x * (a.y * c.z - a.z * c.y) +
+               c.x * (a.y * b.z - a.z * b.y);
+    };
+    const Column m1{c1, c2, c3}, m2{c2, c7, c8}, m3{c3, c8, c12};
+    const double D = det(m1, m2, m3);
+    const auto solve = [&](const Column& r) {
+        return Column{det(r, m2, m3) / D, det(m1, r, m3) / D, det(m1, m2, r) / D};
+    };
+    const Column u = solve({c4, c9, c13});  // C17, C20, C23
+    const Column v = solve({c5, c10, c14}); // C18, C21, C24
+    const Column w = solve({c6, c11, c15}); // C19, C22, C25
+
+    const double k = std::sqrt(std::sqrt(C / 4)); // C26, C29, C30 are -k, -k2, -k3
+    const double c27 = u.y - u.x - 5.0 / 12 - u.x * k;
+    const double c28 = w.y - w.x - 1.0 / 12 - w.x * k;
+    const double c31 = 1.5 * A + u.x * k * k * k;
+    const double c32 = 0.5 + w.x * k * k * k;
+    const double c33 =
+        -0.5 * k * c32 - c28 * c31 * k * k + 0.5 * k * k * k * c28 + c32 * c27 * k * k;
+    const double c34 = 1.0 / 12 + v.x - v.y + v.x * k;
+    const double c35 = -v.x * k * k * k;
+    const double c36 = (-c28 * c35 * k * k + c32 * c34 * k * k) / c33;
+    const double c37 =
+        (-0.5 * k * c35 - c34 * c31 * k * k + 0.5 * k * k * k * c34 + c35 * c27 * k * k) / c33;
+    const double e1 = u.x * c36 + v.x + w.x * c37;
+    const double e2 = u.y * c36 + v.y + w.y * c37;
+    const double e3 = u.z * c36 + v.z + w.z * c37;
+    const double e4 = 0.25 + c37 / 12 + c36 / 4 - e3 / 5 - 1.5 * e2 - e1;
+    const double e5 = e1 * (0.5 + A / 6) + e2 * (0.25 + 11 * A / 84) + e3 * (1.0 / 70 + A / 105);
+    const double e6 = e5 - c36 * (7.0 / 120 + A / 36 + 3 * A / C) - 1.0 / 40 - A / 72 -
+                      c37 * (1.0 / 60 + A / 120 + 1 / C);
+    const double q = std::pow(C / 2.73, 0.25), g3 = g * g * g;
+    Exact exact{};
+    exact.F = -e6 * C / (q * g3);
+    exact.V = e4 * q / g3;
+    exact.f = std::max(c36 / g, 1.0);
+    exact.FL = -(v.x * (0.5 + A / 6) + v.y * (0.25 + 11 * A / 84) + v.z * (1.0 / 70 + A / 105) -
+                 (1.0 / 40 + A / 72)) *
+               C / (q * g3);
+    exact.VL = (0.25 - v.z / 5 - 1.5 * v.y - v.x) * q / g3;
+    return exact;
+}
+
+TEST_F(ShapeFactors, figures_agree_with_the_exact_fractions_in_double_precision) {
+    for (Real g = 1.125f; g <= 5.0f; g += 0.25f) {
+        for (Real h = 0.3125f; h <= 2.0f; h += 0.1875f) {
+            SCOPED_TRACE(testing::Message() << "g1/g0 " << g << ", h/h0 " << h);
+            const Exact exact = exact_factors(static_cast<double>(g), static_cast<double>(h));
+            const FLANGE_STATE s = figures(INTEGRAL_WELD_NECK, g, h);
+            EXPECT_CLOSE(s.F, exact.F, 5e-4);
+            EXPECT_CLOSE(s.V, exact.V, 5e-4);
+            EXPECT_CLOSE(s.f, exact.f, 5e-4);
+            const FLANGE_STATE loose = figures(LAP_JOINT, g, h);
+            EXPECT_CLOSE(loose.F, exact.FL, 5e-4);
+            EXPECT_CLOSE(loose.V, exact.VL, 5e-4);
+        }
+    }
+}
+
+TEST_F(ShapeFactors, single_precision_costs_a_small_hub_no_more_than_its_share) {
+    // 0.2 % of V at h/h0 of 0.1; F and f stay better.
+    for (const Real g : {1.5f, 2.0f, 3.0f}) {
+        SCOPED_TRACE(g);
+        const Exact exact = exact_factors(static_cast<double>(g), 0.1);
+        const FLANGE_STATE s = figures(INTEGRAL_WELD_NECK, g, 0.1f);
+        EXPECT_CLOSE(s.F, exact.F, 2e-3);
+        EXPECT_CLOSE(s.V, exact.V, 4e-3);
+        EXPECT_CLOSE(s.f, exact.f, 2e-3);
+    }
+}
+
+TEST_F(ShapeFactors, figures_vary_smoothly_towards_the_straight_hub) {
+    // The fixed values of a straight hub continue the solution at g1/g0 just above 1.
+    for (const Real h : {0.5f, 1.0f}) {
+        SCOPED_TRACE(h);
+        const FLANGE_STATE s = figures(INTEGRAL_WELD_NECK, 1.0005f, h);
+        EXPECT_CLOSE(s.F, 0.90892, 2e-3);
+        EXPECT_CLOSE(s.V, 0.550103, 2e-3);
+        EXPECT_EQ(s.f, 1.0f);
+    }
+}
+
+TEST_F(ShapeFactors, fits_stay_within_two_percent_of_the_solution) {
+    for (Real g = 1.25f; g <= 3.0f; g += 0.25f) {
+        for (Real h = 0.25f; h <= 1.5f; h += 0.125f) {
+            SCOPED_TRACE(testing::Message() << "g1/g0 " << g << ", h/h0 " << h);
+            const Exact exact = exact_factors(static_cast<double>(g), static_cast<double>(h));
+            const FLANGE_STATE s = fits(INTEGRAL_WELD_NECK, g, h);
+            EXPECT_CLOSE(s.F, exact.F, 0.02);
+            EXPECT_CLOSE(s.V, exact.V, 0.03);
+            const FLANGE_STATE loose = fits(LOOSE_SLIP_ON, g, h);
+            EXPECT_CLOSE(loose.F, exact.FL, 0.03);
+            EXPECT_CLOSE(loose.V, exact.VL, 0.06);
+        }
+    }
+}
+
+TEST_F(ShapeFactors, fit_ranges_meet_and_hold_their_upper_end) {
+    for (const Real limit : {0.25f, 0.5f, 1.0f}) {
+        const Real above = std::nextafter(limit, 3.0f);
+        SCOPED_TRACE(limit);
+        EXPECT_CLOSE(fits(LOOSE_SLIP_ON, 2.0f, above).V,
+                     static_cast<double>(fits(LOOSE_SLIP_ON, 2.0f, limit).V), 0.05);
+        EXPECT_CLOSE(fits(INTEGRAL_WELD_NECK, 2.0f, above).V,
+                     static_cast<double>(fits(INTEGRAL_WELD_NECK, 2.0f, limit).V), 0.02);
+    }
+    // At a range's end another polynomial begins: the step is small but there.
+    EXPECT_NE(fits(LOOSE_SLIP_ON, 2.0f, 0.25f).V,
+              fits(LOOSE_SLIP_ON, 2.0f, std::nextafter(0.25f, 1.0f)).V);
+    EXPECT_NE(fits(INTEGRAL_WELD_NECK, 2.0f, 0.5f).V,
+              fits(INTEGRAL_WELD_NECK, 2.0f, std::nextafter(0.5f, 1.0f)).V);
+}
+
+// ---- boundaries ---------------------------------------------------------------------------------
+
+TEST_F(ShapeFactors, straight_integral_hub_has_fixed_factors_whatever_its_length) {
+    for (const Real h : {0.0f, 0.015f, 0.3f, 1.0f, 5.0f}) {
+        SCOPED_TRACE(h);
+        const FLANGE_STATE s = figures(INTEGRAL_SLIP_ON, 1.0f, h);
+        EXPECT_EQ(s.F, 0.90892f);
+        EXPECT_EQ(s.V, 0.550103f);
+        EXPECT_EQ(s.f, 1.0f);
+    }
+}
+
+TEST_F(ShapeFactors, straight_hub_window_is_open_at_both_ends) {
+    const Real inside = std::nextafter(1.0001f, 1.0f);
+    EXPECT_EQ(figures(INTEGRAL_WELD_NECK, inside, 1.0f).F, 0.90892f);
+    EXPECT_NE(figures(INTEGRAL_WELD_NECK, 1.0001f, 1.0f).F, 0.90892f);
+    // Of integral flanges only.
+    EXPECT_NE(figures(LOOSE_SLIP_ON, 1.0f, 1.0f).F, 0.90892f);
+    // The fits know no straight hub.
+    EXPECT_NE(fits(INTEGRAL_WELD_NECK, 1.0f, 1.0f).F, 0.90892f);
+}
+
+TEST_F(ShapeFactors, short_hub_is_raised_to_the_floor_behind_the_report) {
+    FLANGE_STATE s = example_flange();
+    s.g1 = 2.0f * s.go;
+    s.h = 0.01f * std::sqrt(s.B * s.go);
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_CLOSE(s.hRatio, 0.01, 1e-6);
+    EXPECT_EQ(written()[1], "Hub Ratio,          h/h0 = HL / H0                    0.010");
+    HUB_COEFFICIENTS(s);
+    EXPECT_EQ(s.hRatio, 0.015f);
+    EXPECT_EQ(s.gRatio, 2.0f);
+
+    FLANGE_STATE at_floor;
+    at_floor.hRatio = 0.015f;
+    at_floor.gRatio = 1.5f;
+    HUB_COEFFICIENTS(at_floor);
+    EXPECT_EQ(at_floor.hRatio, 0.015f);
+    at_floor.hRatio = std::nextafter(0.015f, 1.0f);
+    HUB_COEFFICIENTS(at_floor);
+    EXPECT_GT(at_floor.hRatio, 0.015f);
+}
+
+TEST_F(ShapeFactors, hub_tapered_inwards_counts_as_straight) {
+    const FLANGE_STATE s = figures(INTEGRAL_WELD_NECK, 0.9f, 0.5f);
+    EXPECT_EQ(s.gRatio, 1.0f);
+    EXPECT_EQ(s.F, 0.90892f);
+    EXPECT_EQ(s.V, 0.550103f);
+    EXPECT_EQ(s.f, 1.0f);
+}
+
+TEST_F(ShapeFactors, loose_flange_with_a_hub_ratio_up_to_a_tenth_takes_the_curve_fit) {
+    const FLANGE_STATE s = figures(LOOSE_SLIP_ON, 2.0f, 0.1f);
+    EXPECT_CLOSE(s.V, 194.6356 * std::pow(2.0, -0.6547), 1e-6);
+    const FLANGE_STATE above = figures(LOOSE_SLIP_ON, 2.0f, std::nextafter(0.1f, 1.0f));
+    EXPECT_CLOSE(above.V, exact_factors(2.0, 0.1).VL, 1e-3);
+    EXPECT_GT(std::fabs(above.V - s.V), 1.0f);
+    // F has no such fit.
+    EXPECT_CLOSE(s.F, exact_factors(2.0, 0.1).FL, 1e-3);
+}
+
+TEST_F(ShapeFactors, integral_types_are_one_to_three_and_the_reverse_flange) {
+    const Exact exact = exact_factors(2.0, 0.5);
+    for (const Int type :
+         {INTEGRAL_WELD_NECK, INTEGRAL_SLIP_ON, INTEGRAL_RING, REVERSE_WELD_NECK}) {
+        EXPECT_CLOSE(figures(type, 2.0f, 0.5f).V, exact.V, 1e-4) << type;
+        EXPECT_CLOSE(fits(type, 2.0f, 0.5f).V, exact.V, 0.02) << type;
+    }
+    for (const Int type : {LOOSE_SLIP_ON, LAP_JOINT, BLIND}) {
+        EXPECT_CLOSE(figures(type, 2.0f, 0.5f).V, exact.VL, 1e-4) << type;
+        EXPECT_CLOSE(fits(type, 2.0f, 0.5f).V, exact.VL, 0.04) << type;
+    }
+    EXPECT_GT(fits(INTEGRAL_RING, 5.0f, 0.25f).f, 14.0f);
+    EXPECT_EQ(fits(LOOSE_SLIP_ON, 5.0f, 0.25f).f, 1.0f);
+}
+
+TEST_F(ShapeFactors, fits_compute_with_a_limited_ratio_and_keep_the_stored_one) {
+    FLANGE_STATE s = fits(INTEGRAL_WELD_NECK, 2.0f, 0.05f);
+    const FLANGE_STATE at_tenth = fits(INTEGRAL_WELD_NECK, 2.0f, 0.1f);
+    EXPECT_EQ(s.V, at_tenth.V);
+    EXPECT_EQ(s.F, at_tenth.F);
+    EXPECT_EQ(s.f, at_tenth.f);
+    EXPECT_EQ(s.hRatio, 0.05f);
+    s = fits(LOOSE_SLIP_ON, 2.0f, 2.5f);
+    EXPECT_EQ(s.V, fits(LOOSE_SLIP_ON, 2.0f, 2.0f).V);
+    EXPECT_EQ(s.hRatio, 2.5f);
+}
+
+TEST_F(ShapeFactors, not_a_number_passes_through_and_V_of_the_fits_keeps_what_it_holds) {
+    FLANGE_STATE s;
+    s.type = INTEGRAL_WELD_NECK;
+    s.gRatio = 2.0f;
+    s.hRatio = NOT_A_NUMBER;
+    s.V = 0.25f;
+    TABLE_4164_FACTORS(s);
+    EXPECT_EQ(s.V, 0.25f);
+    EXPECT_TRUE(std::isnan(s.F));
+    for (const Int type : {INTEGRAL_WELD_NECK, LOOSE_SLIP_ON}) {
+        const FLANGE_STATE figure = figures(type, NOT_A_NUMBER, 0.5f);
+        EXPECT_TRUE(std::isnan(figure.F));
+        EXPECT_TRUE(std::isnan(figure.V));
+    }
+}
+
+// ---- hub ratios ---------------------------------------------------------------------------------
+
+TEST_F(ShapeFactors, hub_ratios_of_the_published_flange) {
+    FLANGE_STATE s = example_flange();
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_EQ(s.Bcor, 26.25f);
+    EXPECT_CLOSE(s.ho, 2.8641, 1e-5);
+    EXPECT_CLOSE(s.hRatio, 0.741941, 1e-6);
+    EXPECT_CLOSE(s.gRatio, 2.2, 1e-6);
+    EXPECT_EQ(written(), (Lines{
+                             "Effective Hub Length, ho = sqrt(Bcor*goCor)           2.864  in.",
+                             "Hub Ratio,          h/h0 = HL / H0                    0.742",
+                             "Thickness Ratio,   g1/g0 = (g1Cor/goCor)              2.200",
+                         }));
+}
+
+TEST_F(ShapeFactors, hub_ratios_take_both_allowances_off_the_hub) {
+    FLANGE_STATE s = example_flange();
+    s.ci = 0.0625f;
+    s.ce = 0.03125f;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_EQ(s.Bcor, 26.375f);
+    EXPECT_CLOSE(s.ho, std::sqrt(26.375 * 0.21875), 1e-6);
+    EXPECT_CLOSE(s.gRatio, 0.59375 / 0.21875, 1e-6);
+}
+
+TEST_F(ShapeFactors, reverse_flange_takes_ho_from_the_outside_and_go_without_ce) {
+    FLANGE_STATE s = example_flange();
+    s.type = REVERSE_WELD_NECK;
+    s.ci = 0.0625f;
+    s.ce = 0.03125f;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_CLOSE(s.ho, std::sqrt((32.875 - 0.0625) * 0.25), 1e-6);
+    EXPECT_EQ(written()[0], "Effective Hub Length, ho = sqrt(Acor*goCor)           2.864  in.");
+}
+
+TEST_F(ShapeFactors, hub_that_is_corroded_away_has_no_ratios) {
+    FLANGE_STATE s = example_flange();
+    s.ci = s.go;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_EQ(s.ho, 0.0f);
+    EXPECT_EQ(s.hRatio, 0.0f);
+    EXPECT_EQ(s.gRatio, 0.0f);
+    EXPECT_EQ(written(), (Lines{
+                             "Effective Hub Length, ho = Defined as 0.0             0.000  in.",
+                             "Hub Ratio,          h/h0 = Defined as 0.0             0.000",
+                             "Thickness Ratio,   g1/g0 = Defined as 0.0             0.000",
+                         }));
+}
+
+TEST_F(ShapeFactors, hub_eaten_away_by_both_allowances_together_is_not_guarded) {
+    FLANGE_STATE s = example_flange();
+    s.ci = 0.25f;
+    s.ce = 0.125f;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_TRUE(std::isnan(s.ho));
+    EXPECT_LT(s.gRatio, 0.0f);
+}
+
+TEST_F(ShapeFactors, ring_without_a_hub_length_has_no_hub_ratio_but_a_thickness_ratio) {
+    FLANGE_STATE s = example_flange();
+    s.h = 0.0f;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_GT(s.ho, 2.8f);
+    EXPECT_EQ(s.hRatio, 0.0f);
+    EXPECT_CLOSE(s.gRatio, 2.2, 1e-6);
+    EXPECT_EQ(written()[1], "Hub Ratio,          h/h0 = Defined as 0.0             0.000");
+}
+
+TEST_F(ShapeFactors, loose_reverse_flange_has_no_hub_and_no_lines) {
+    FLANGE_STATE s = example_flange();
+    s.type = REVERSE_WELD_NECK;
+    s.looseReverse = true;
+    s.ci = 0.125f;
+    s.ho = s.hRatio = s.gRatio = 7.0f;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_EQ(s.Bcor, 26.5f);
+    EXPECT_EQ(s.ho, 0.0f);
+    EXPECT_EQ(s.hRatio, 0.0f);
+    EXPECT_EQ(s.gRatio, 0.0f);
+    EXPECT_TRUE(written().empty());
+}
+
+TEST_F(ShapeFactors, blind_flange_prints_no_hub_lines) {
+    FLANGE_STATE s = example_flange();
+    s.type = BLIND;
+    FLANGE_HUB_RATIOS(s);
+    EXPECT_CLOSE(s.gRatio, 2.2, 1e-6);
+    EXPECT_TRUE(written().empty());
+}
+
+// ---- ring factors ---------------------------------------------------------------------------------
+
+TEST_F(ShapeFactors, ring_factors_of_the_published_flange) {
+    FLANGE_STATE s = example_flange();
+    FLANGE_FACTORS(s);
+    // Recomputed by the publisher with the equations in full precision.
+    EXPECT_CLOSE(s.K, 32.875 / 26.25, 1e-6);
+    EXPECT_CLOSE(s.Y, 8.75708, 3e-6);
+    EXPECT_CLOSE(s.T, 1.81746, 3e-6);
+    EXPECT_CLOSE(s.U, 9.62315, 3e-6);
+    EXPECT_CLOSE(s.Z, 4.51829, 3e-6);
+    EXPECT_EQ(written(), (Lines{
+                             "Factors from Figure 2-7.1                     K =      1.252",
+                             "                    T =      1.817            U =      9.623",
+                             "                    Y =      8.757            Z =      4.518",
+                         }));
+}
+
+TEST_F(ShapeFactors, ring_factors_satisfy_their_identities) {
+    // U/T and Z/(K2-1) are ratios of their denominators alone.
+    for (Real A = 27.0f; A < 60.0f; A += 3.0f) {
+        FLANGE_STATE s = example_flange();
+        s.A = A;
+        FLANGE_FACTORS(s);
+        const double K = static_cast<double>(s.K);
+        EXPECT_CLOSE(s.U / s.T, (1.9448 * K * K + 1.0472) / (1.36136 * (K * K - 1.0)), 1e-4) << A;
+        EXPECT_CLOSE(s.Z, 1.0 + 2.0 / (K * K - 1.0), 1e-4) << A;
+    }
+}
+
+TEST_F(ShapeFactors, published_cryostat_ring) {
+    FLANGE_STATE s; // K 1.285714, Y 7.86754
+    s.type = LOOSE_RING;
+    s.code = ASME_VIII_1;
+    s.A = 18.0f;
+    s.B = 14.0f;
+    FLANGE_FACTORS(s);
+    EXPECT_CLOSE(s.K, 1.285714, 1e-6);
+    EXPECT_CLOSE(s.Y, 7.86754, 2e-6);
+}
+
+TEST_F(ShapeFactors, ring_factors_take_the_corroded_diameters) {
+    FLANGE_STATE s = example_flange();
+    s.ci = 0.125f;
+    s.ce = 0.0625f;
+    FLANGE_FACTORS(s);
+    EXPECT_CLOSE(s.K, (32.875 - 0.125) / (26.25 + 0.25), 1e-6);
+}
+
+TEST_F(ShapeFactors, ring_that_corrosion_reduces_to_K_of_one_is_not_guarded) {
+    FLANGE_STATE s;
+    s.code = ASME_VIII_1;
+    s.A = 20.5f;
+    s.B = 20.0f;
+    s.ce = 0.25f;
+    FLANGE_FACTORS(s);
+    EXPECT_EQ(s.K, 1.0f);
+    EXPECT_TRUE(std::isinf(s.Z));
+    EXPECT_FALSE(std::isfinite(s.Y));
+}
+
+TEST_F(ShapeFactors, words_of_the_ring_table_by_code) {
+    FLANGE_STATE s = example_flange();
+    s.code = PD_5500; // ASME words
+    FLANGE_FACTORS(s);
+    EXPECT_EQ(written()[0], "Factors from Figure 2-7.1                     K =      1.252");
+    s.code = ASME_VIII_2;
+    NEW_DIV_2_RULES = true;
+    FLANGE_FACTORS(s);
+    EXPECT_EQ(written()[0], "Factors from Table 4-16.4                     K =      1.252");
+    s.code = EN_13445; // its own words, whatever the Division 2 switch was left at
+    FLANGE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "Factors from EN 13445 paragraph 11.5.4.1      K =      1.252",
+                             "                BetaT =      1.817        BetaU =      9.623",
+                             "                BetaY =      8.757        BetaZ =      4.518",
+                         }));
+}
+
+// ---- reverse flange ---------------------------------------------------------------------------------
+
+TEST_F(ShapeFactors, reverse_factors_under_asme) {
+    FLANGE_STATE ring = example_flange();
+    FLANGE_FACTORS(ring);
+    for (const Int code : {ASME_VIII_1, ASME_VIII_2}) {
+        written();
+        FLANGE_STATE s = example_flange();
+        s.type = REVERSE_WELD_NECK;
+        s.code = code;
+        REVERSE_FLANGE_FACTORS(s);
+        const double K = static_cast<double>(ring.K), Y = static_cast<double>(ring.Y);
+        const double Z = static_cast<double>(ring.Z);
+        const double alpha = (1.0 + 0.66845 * (K + 1.0) / Y) / (K * K);
+        EXPECT_CLOSE(s.Alphar, alpha, 1e-6);
+        EXPECT_CLOSE(s.Yr, Y * alpha, 1e-6);
+        EXPECT_CLOSE(s.U, static_cast<double>(ring.U) * alpha, 1e-6);
+        EXPECT_CLOSE(s.T, static_cast<double>(ring.T) * alpha * (Z + 0.3) / (Z - 0.3), 1e-6);
+        EXPECT_EQ(s.Y, ring.Y);
+        EXPECT_EQ(s.Z, ring.Z);
+        EXPECT_EQ(written(), (Lines{
+                                 "Geometry Factors for Reverse Flanges          K =      1.252",
+                                 "                   Tr =      1.551           Ur =      7.190",
+                                 "                    Y =      8.757            Z =      4.518",
+                                 "                   Yr =      6.543       Alphar =      0.747",
+                             }));
+    }
+}
+
+TEST_F(ShapeFactors, reverse_factors_under_pd_and_en_keep_the_ring) {
+    FLANGE_STATE ring = example_flange();
+    FLANGE_FACTORS(ring);
+    written();
+    FLANGE_STATE s = example_flange();
+    s.type = REVERSE_WELD_NECK;
+    s.code = PD_5500;
+    REVERSE_FLANGE_FACTORS(s);
+    EXPECT_EQ(s.Yr, ring.Y);
+    EXPECT_EQ(s.U, ring.U);
+    EXPECT_EQ(s.T, ring.T);
+    EXPECT_GT(s.Alphar, 0.0f);
+    EXPECT_EQ(written(), (Lines{
+                             "Geometry Factors for Reverse Flanges          K =      1.252",
+                             "                    Y =      8.757            Z =      4.518",
+                         }));
+    s.code = EN_13445;
+    REVERSE_FLANGE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "Factors from EN 13445 11.5.4.1 (Reverse)      K =      1.252",
+                             "                BetaY =      8.757        BetaZ =      4.518",
+                         }));
+}
+
+// ---- lines of the hub factors -----------------------------------------------------------------------
+
+TEST_F(ShapeFactors, lines_of_the_figures) {
+    FLANGE_STATE s = example_flange();
+    close_report();
+    through_figures(s);
+    open_report();
+    FIGURE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "",
+                             "000002:Flange Factors for Integral Flange:",
+                             "Factor F                                               0.768",
+                             "Factor V                                               0.158",
+                             "Factor f                                               1.000",
+                         }));
+    s.code = EN_13445;
+    FIGURE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "",
+                             "000002:Flange Factors for Integral Flange:",
+                             "Factor BetaF per Fig 11.5.4                            0.768",
+                             "Factor BetaV per Fig 11.5.5                            0.158",
+                             "Factor Psi   per Fig 11.5.6                            1.000",
+                         }));
+    s.type = LOOSE_SLIP_ON;
+    s.code = PD_5500;
+    FIGURE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "",
+                             "000002:Flange Factors for Loose Flange:",
+                             "Factor Fl                                              1.111",
+                             "Factor Vl                                              0.303",
+                             "Factor f                                               1.000",
+                         }));
+    s.code = EN_13445;
+    FIGURE_FACTORS(s);
+    EXPECT_EQ(written(), (Lines{
+                             "",
+                             "000002:Flange Factors for Loose Flange:",
+                             "Factor BetaFL per Fig 11.5.7                          1.111",
+                             "Factor BetaVL per Fig 11.5.8                          0.303",
+                             "Factor Psi    per Fig 11.5.6                          1.000",
+                         }));
+}
+
+TEST_F(ShapeFactors, lines_of_the_fits) {
+    fits(INTEGRAL_WELD_NECK, 2.2f, 0.741941f);
+    EXPECT_EQ(written(), (Lines{
+                             "000002:Flange Factors for Integral Flange:",
+                             "Factor F per 4.16.5                                    0.769",
+                             "Factor V per 4.16.5                                    0.158",
+                             "Factor f per 4.16.5                                    1.000",
+                         }));
+    const FLANGE_STATE s = fits(LOOSE_SLIP_ON, 1.5f, 0.5f);
+    EXPECT_CLOSE(s.F, 1.568955, 0.02);
+    const Lines lines = written();
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[0], "000002:Flange Factors for Loose Flange:");
+    EXPECT_EQ(lines[1].substr(0, 50), "Factor Fl per 4.16.5                              ");
+    EXPECT_EQ(lines[2].substr(0, 50), "Factor Vl per 4.16.5                              ");
+    EXPECT_EQ(lines[3], "Factor f  per 4.16.5                                   1.000");
+    EXPECT_EQ(lines[1].size(), 60u);
+}
+
+TEST_F(ShapeFactors, warnings_of_the_fits_at_both_limits) {
+    const auto warnings = [](Real hRatio) {
+        written();
+        fits(INTEGRAL_WELD_NECK, 2.0f, hRatio);
+        const Lines lines = written();
+        return Lines(lines.begin() + 4, lines.end());
+    };
+    EXPECT_EQ(
+        warnings(0.05f),
+        (Lines{"", "001000:Warning: The hub ratio Xh was less than 0.1 and has been set to 0.1.",
+               ""}));
+    EXPECT_EQ(
+        warnings(2.5f),
+        (Lines{"", "001000:Warning: The hub ratio Xh was greater than 2.0 and has been set to 2.0.",
+               ""}));
+    EXPECT_TRUE(warnings(0.1f).empty());
+    EXPECT_TRUE(warnings(2.0f).empty());
+    EXPECT_FALSE(warnings(std::nextafter(0.1f, 0.0f)).empty());
+    EXPECT_FALSE(warnings(std::nextafter(2.0f, 3.0f)).empty());
+}
+
+// ---- divisors and stress factors ------------------------------------------------------------------
+
+TEST_F(ShapeFactors, divisors_and_stress_factors_of_the_published_flange) {
+    FLANGE_STATE s = example_flange();
+    close_report();
+    through_figures(s);
+    FLANGE_FACTORS(s);
+    open_report();
+    HUB_FACTORS(s);
+    STRESS_FACTORS(s);
+    // The publisher goes on with its printed F 0.7677 and V 0.1577, which are off by 6 parts in
+    // 100000 and in 10000.
+    EXPECT_CLOSE(s.e, 0.26804, 1e-4);
+    EXPECT_CLOSE(s.d, 17.0666, 1e-3);
+    EXPECT_CLOSE(s.lambda, 0.93626, 2e-4);
+    // The same from the full precision factors.
+    EXPECT_CLOSE(s.e, 0.767743 / std::sqrt(26.25 * 0.3125), 3e-6);
+    EXPECT_CLOSE(s.d, 9.62315 * std::sqrt(26.25 * 0.3125) * 0.3125 * 0.3125 / 0.157599, 5e-6);
+    EXPECT_EQ(written(),
+              (Lines{
+                  "                    d =     17.079 in.\xB3       e =     0.2681 in.^-1",
+                  "Stress Factors                            ALPHA =      1.385",
+                  "                 BETA =      1.514        GAMMA =      0.762",
+                  "                DELTA =      0.174        Lamda =      0.936",
+              }));
+}
+
+TEST_F(ShapeFactors, metric_divisors_keep_the_blank_of_the_label_forward_and_trim_it_reverse) {
+    metric_report();
+    FLANGE_STATE s = example_flange();
+    close_report();
+    through_figures(s);
+    FLANGE_FACTORS(s);
+    open_report();
+    // 17.0786 in3 is 279869 mm3, above 99999; 0.26806 / 25.4 is 0.01055.
+    HUB_FACTORS(s);
+    EXPECT_EQ(written()[0],
+              "                    d = 0.27987E+06 mm \xB3       e =     0.0106 mm ^-1");
+    REVERSE_HUB_FACTORS(s);
+    EXPECT_EQ(written()[0],
+              "                    d = 0.27987E+06 mm\xB3        e =     0.0106 mm^-1");
+}
+
+TEST_F(ShapeFactors, divisor_changes_to_exponent_form_above_its_limit) {
+    FLANGE_STATE s;
+    s.go = 1.0f;
+    s.ho = 1.0f;
+    s.V = 1.0f;
+    s.F = 1.0f;
+    s.U = 99999.0f;
+    HUB_FACTORS(s);
+    EXPECT_EQ(written()[0].substr(20, 14), "d =  99999.000");
+    s.U = std::nextafter(99999.0f, 2e5f);
+    HUB_FACTORS(s);
+    EXPECT_EQ(written()[0].substr(20, 15), "d = 0.99999E+05");
+}
+
+TEST_F(ShapeFactors, divisors_take_the_hub_without_its_allowances) {
+    FLANGE_STATE s;
+    s.go = 0.75f;
+    s.ci = 0.125f;
+    s.ce = 0.125f;
+    s.U = 8.0f;
+    s.ho = 4.0f;
+    s.V = 0.5f;
+    s.F = 0.5f;
+    HUB_FACTORS(s);
+    EXPECT_EQ(s.d, 16.0f);
+    EXPECT_EQ(s.e, 0.125f);
+    FLANGE_STATE reverse = s;
+    reverse.d = reverse.e = 0.0f;
+    REVERSE_HUB_FACTORS(reverse);
+    EXPECT_EQ(reverse.d, 16.0f);
+    EXPECT_EQ(reverse.e, 0.125f);
+}
+
+TEST_F(ShapeFactors, stress_factors_take_the_corroded_thickness) {
+    FLANGE_STATE s;
+    s.t = 2.25f;
+    s.ct = 0.25f;
+    s.e = 0.5f;
+    s.T = 2.0f;
+    s.d = 32.0f;
+    STRESS_FACTORS(s);
+    EXPECT_EQ(s.alpha, 2.0f);
+    EXPECT_EQ(s.beta, 4.0f * 2.0f * 0.5f / 3.0f + 1.0f);
+    EXPECT_EQ(s.gamma, 1.0f);
+    EXPECT_EQ(s.delta, 0.25f);
+    EXPECT_EQ(s.lambda, 1.25f);
+}
+
+TEST_F(ShapeFactors, silent_pass_computes_the_same_and_writes_nothing) {
+    FLANGE_STATE loud = example_flange();
+    through_figures(loud);
+    FLANGE_FACTORS(loud);
+    HUB_FACTORS(loud);
+    STRESS_FACTORS(loud);
+    written();
+    close_report();
+    FLANGE_STATE silent = example_flange();
+    through_figures(silent);
+    FLANGE_FACTORS(silent);
+    HUB_FACTORS(silent);
+    STRESS_FACTORS(silent);
+    EXPECT_TRUE(written().empty());
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(loud.lambda),
+              std::bit_cast<std::uint32_t>(silent.lambda));
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(loud.f), std::bit_cast<std::uint32_t>(silent.f));
+}
+
+} // namespace
+} // namespace tarvane
