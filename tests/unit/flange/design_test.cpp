@@ -67,11 +67,11 @@ class DesignTest : public stage_test::StageTest {
     Int system_dir_length;
     bool system_dir_given;
 };
-using Selection = DesignTest;
+using DesignSelection = DesignTest;
 
 // ---- rounding --------------------------------------------------------------------------------
 
-TEST(Rounding, ToTheNextSixteenth) {
+TEST(DesignRounding, ToTheNextSixteenth) {
     EXPECT_EQ(ROUND_TO_FRACTION(0.5f, 16), 0.5f);
     EXPECT_EQ(ROUND_TO_FRACTION(0.501f, 16), 0.5625f);
     EXPECT_EQ(ROUND_TO_FRACTION(0.0f, 16), 0.0f);
@@ -84,7 +84,7 @@ TEST(Rounding, ToTheNextSixteenth) {
     EXPECT_EQ(ROUND_TO_FRACTION(NOT_A_NUMBER, 16), -134217728.0f);
 }
 
-TEST(Rounding, UpToDecimals) {
+TEST(DesignRounding, UpToDecimals) {
     EXPECT_EQ(ROUND_UP_DECIMALS(1.2341f, 3), 1.235f);
     EXPECT_EQ(ROUND_UP_DECIMALS(1.2349f, 3), 1.235f);
     EXPECT_EQ(ROUND_UP_DECIMALS(1.25f, 3), 1.251f); // a whole thousandth goes up too
@@ -105,7 +105,7 @@ FLANGE_STATE weld_neck_design() {
     return s;
 }
 
-TEST_F(Selection, WeldNeckFlange) {
+TEST_F(DesignSelection, WeldNeckFlange) {
     FLANGE_STATE s = weld_neck_design();
     Int designFlag = -1;
     SELECT_FLANGE_GEOMETRY(s, designFlag);
@@ -145,7 +145,7 @@ TEST_F(Selection, WeldNeckFlange) {
     EXPECT_EQ(joined(take_lines()), joined(expected));
 }
 
-TEST_F(Selection, HubByType) {
+TEST_F(DesignSelection, HubByType) {
     for (Int type = 1; type <= 8; ++type) {
         SCOPED_TRACE(type);
         FLANGE_STATE s = weld_neck_design();
@@ -164,7 +164,7 @@ TEST_F(Selection, HubByType) {
     }
 }
 
-TEST_F(Selection, ThickHubsGrowByHalf) {
+TEST_F(DesignSelection, ThickHubsGrowByHalf) {
     for (const auto& [go, g1] : {std::pair{1.5f, 3.0f}, {above(1.5f), 1.5f * above(1.5f)}}) {
         FLANGE_STATE s = weld_neck_design();
         s.go = go;
@@ -175,7 +175,7 @@ TEST_F(Selection, ThickHubsGrowByHalf) {
     }
 }
 
-TEST_F(Selection, SpecialThreadsBecomeTema) {
+TEST_F(DesignSelection, SpecialThreadsBecomeTema) {
     FLANGE_STATE s = weld_neck_design(), tema = weld_neck_design();
     s.series = SPECIAL_ROOT_AREA;
     Int designFlag = -1;
@@ -191,7 +191,7 @@ TEST_F(Selection, SpecialThreadsBecomeTema) {
     EXPECT_EQ(take_lines().size() + 1, lines.size());
 }
 
-TEST_F(Selection, OtherSeriesHaveTheirOwnSizes) {
+TEST_F(DesignSelection, OtherSeriesHaveTheirOwnSizes) {
     FLANGE_STATE s = weld_neck_design();
     s.series = UNC;
     Int designFlag = -1;
@@ -201,7 +201,7 @@ TEST_F(Selection, OtherSeriesHaveTheirOwnSizes) {
     EXPECT_EQ(s.A, s.C + 2.0f * 0.7f);
 }
 
-TEST_F(Selection, LargerBoltCirclesStartFromMoreBolts) {
+TEST_F(DesignSelection, LargerBoltCirclesStartFromMoreBolts) {
     // 28 and 32 bolts tried for an area that only 32 bolts of 0.126 in2 provide.
     for (const auto& [C, size] : {std::pair{38.0f, 0.625f}, {above(38.0f), 0.5f}}) {
         FLANGE_STATE s = weld_neck_design();
@@ -214,7 +214,7 @@ TEST_F(Selection, LargerBoltCirclesStartFromMoreBolts) {
     }
 }
 
-TEST_F(Selection, AreaDecidesTheNumberOfBolts) {
+TEST_F(DesignSelection, AreaDecidesTheNumberOfBolts) {
     FLANGE_STATE s = weld_neck_design();
     s.t = 20.0f; // no limit by spacing
     s.Am = 100.0f;
@@ -228,7 +228,7 @@ TEST_F(Selection, AreaDecidesTheNumberOfBolts) {
     EXPECT_EQ(s.C, 131.8125f);
 }
 
-TEST_F(Selection, GasketGrowsWithTheBoltsAndTheHub) {
+TEST_F(DesignSelection, GasketGrowsWithTheBoltsAndTheHub) {
     FLANGE_STATE s = weld_neck_design();
     s.t = 20.0f;
     s.Am = 100.0f;
@@ -251,7 +251,7 @@ TEST_F(Selection, GasketGrowsWithTheBoltsAndTheHub) {
     EXPECT_EQ(s.Go, 32.125f);
 }
 
-TEST_F(Selection, GasketBoreOutsideTheFaceMovesToTheFace) {
+TEST_F(DesignSelection, GasketBoreOutsideTheFaceMovesToTheFace) {
     FLANGE_STATE s = weld_neck_design();
     s.Fid = 27.5f; // the face ends at 27.5 + 1
     Int designFlag = -1;
@@ -260,7 +260,7 @@ TEST_F(Selection, GasketBoreOutsideTheFaceMovesToTheFace) {
     EXPECT_EQ(s.Gi, 27.5f);
 }
 
-TEST_F(Selection, BoltCircleByType) {
+TEST_F(DesignSelection, BoltCircleByType) {
     // Hub 26.25 + 2 g1 + 2 Rmin, gasket 30 + 0.625, spacing small.
     const auto circle = [](Int type, void (*change)(FLANGE_STATE&)) {
         FLANGE_STATE s = weld_neck_design();
@@ -288,7 +288,7 @@ TEST_F(Selection, BoltCircleByType) {
     EXPECT_EQ(circle(INTEGRAL_WELD_NECK, leg), std::pair(32.875f, 34.125f));
 }
 
-TEST_F(Selection, ReverseFlangeKeepsItsOutsideDiameter) {
+TEST_F(DesignSelection, ReverseFlangeKeepsItsOutsideDiameter) {
     FLANGE_STATE s = weld_neck_design();
     s.type = REVERSE_WELD_NECK;
     Int designFlag = -1;
@@ -305,7 +305,7 @@ TEST_F(Selection, ReverseFlangeKeepsItsOutsideDiameter) {
     EXPECT_EQ(s.C, 29.75f); // held by the edge distance
 }
 
-TEST_F(Selection, FullFaceGasketReachesTheOutsideDiameter) {
+TEST_F(DesignSelection, FullFaceGasketReachesTheOutsideDiameter) {
     FLANGE_STATE s = weld_neck_design();
     s.fullFace = true;
     Int designFlag = -1;
@@ -320,7 +320,7 @@ TEST_F(Selection, FullFaceGasketReachesTheOutsideDiameter) {
     EXPECT_EQ(designFlag, 1);
 }
 
-TEST_F(Selection, GasketStandsFromTheThirtiethCallOn) {
+TEST_F(DesignSelection, GasketStandsFromTheThirtiethCallOn) {
     for (const bool fullFace : {false, true}) {
         FLANGE_STATE s = weld_neck_design();
         s.fullFace = fullFace;
@@ -340,7 +340,7 @@ TEST_F(Selection, GasketStandsFromTheThirtiethCallOn) {
     }
 }
 
-TEST_F(Selection, HubLinesNeedAWholeHub) {
+TEST_F(DesignSelection, HubLinesNeedAWholeHub) {
     FLANGE_STATE s = weld_neck_design();
     s.type = LOOSE_RING;
     s.go = s.g1 = s.h = 0.0f;
@@ -350,7 +350,7 @@ TEST_F(Selection, HubLinesNeedAWholeHub) {
         EXPECT_EQ(line.find("Hub"), std::string::npos) << line;
 }
 
-TEST_F(Selection, WithoutABoltFile) {
+TEST_F(DesignSelection, WithoutABoltFile) {
     no_bolt_file();
     FLANGE_STATE s = weld_neck_design();
     Int designFlag = -1;
@@ -367,7 +367,7 @@ TEST_F(Selection, WithoutABoltFile) {
     EXPECT_EQ(s.nBolts, 0);
 }
 
-TEST_F(Selection, AnyInputIsCarriedThrough) {
+TEST_F(DesignSelection, AnyInputIsCarriedThrough) {
     for (const Real x : {NOT_A_NUMBER, INFINITE, -INFINITE, 0.0f, -1.0e30f, 3.0e38f}) {
         for (Real FLANGE_STATE::*item :
              {&FLANGE_STATE::B, &FLANGE_STATE::C, &FLANGE_STATE::t, &FLANGE_STATE::Am,
@@ -395,7 +395,7 @@ FLANGE_STATE with_ratios(Int type, Real all) {
     return s;
 }
 
-TEST(NextThickness, TakesTheRatiosThatCountForTheType) {
+TEST(DesignNextThickness, TakesTheRatiosThatCountForTheType) {
     for (Int type = 1; type <= 8; ++type)
         for (const bool fullFace : {false, true})
             for (Int row = 0; row < 2; ++row)
@@ -420,7 +420,7 @@ TEST(NextThickness, TakesTheRatiosThatCountForTheType) {
                 }
 }
 
-TEST(NextThickness, CorrosionIsTakenOffAndPutBack) {
+TEST(DesignNextThickness, CorrosionIsTakenOffAndPutBack) {
     FLANGE_STATE s = with_ratios(INTEGRAL_WELD_NECK, 0.25f);
     s.ct = 0.5f;
     bool converged = true;
@@ -428,7 +428,7 @@ TEST(NextThickness, CorrosionIsTakenOffAndPutBack) {
     EXPECT_EQ(s.t, 3.5f); // (2 - 0.5) * 2 + 0.5
 }
 
-TEST(NextThickness, ChannelCoverMinimumOfRingAndCover) {
+TEST(DesignNextThickness, ChannelCoverMinimumOfRingAndCover) {
     bool converged = true;
     FLANGE_STATE s = with_ratios(BLIND, 4.0f);
     s.tChannelMin = 1.5f;
@@ -444,7 +444,7 @@ TEST(NextThickness, ChannelCoverMinimumOfRingAndCover) {
     EXPECT_EQ(s.t, 1.0f);
 }
 
-TEST(NextThickness, ConvergenceLimits) {
+TEST(DesignNextThickness, ConvergenceLimits) {
     // next / t = 1 / sqrt(ratio)
     const std::pair<double, bool> cases[] = {
         {0.99989, false}, {0.99991, true}, {1.0, true}, {1.000009, true}, {1.000011, false}};
@@ -460,7 +460,7 @@ TEST(NextThickness, ConvergenceLimits) {
     }
 }
 
-TEST(NextThickness, ZeroAndNotANumberRatios) {
+TEST(DesignNextThickness, ZeroAndNotANumberRatios) {
     bool converged = true;
     FLANGE_STATE s = with_ratios(INTEGRAL_WELD_NECK, 1.0f);
     s.RATIO[SEATING][RADIAL] = 0.0f;
@@ -538,10 +538,10 @@ struct Ring {
         return call.Jmax;
     }
 };
-using FirstMoments = DesignTest;
-using ThicknessSearch = DesignTest;
+using DesignFirstMoments = DesignTest;
+using DesignThicknessSearch = DesignTest;
 
-TEST_F(FirstMoments, ComeBackUnscaledWithinTheSpacing) {
+TEST_F(DesignFirstMoments, ComeBackUnscaledWithinTheSpacing) {
     Ring ring(1.0f);
     ring.s.Mop = ring.s.Matm = 1.0f;
     ring.s.CF = 7.0f;
@@ -551,7 +551,7 @@ TEST_F(FirstMoments, ComeBackUnscaledWithinTheSpacing) {
     EXPECT_EQ(ring.s.CF, 1.0f);
 }
 
-TEST_F(FirstMoments, AreScaledBeyondTheSpacing) {
+TEST_F(DesignFirstMoments, AreScaledBeyondTheSpacing) {
     Ring ring(1.0f);
     ring.s.nBolts = 8;
     ring.s.CFFirst = 1.25f;
@@ -571,7 +571,7 @@ TEST_F(FirstMoments, AreScaledBeyondTheSpacing) {
     EXPECT_EQ(ring.s.Mop, 40000.0f);
 }
 
-TEST_F(FirstMoments, FormOfTheSpacingByCodeAndEdition) {
+TEST_F(DesignFirstMoments, FormOfTheSpacingByCodeAndEdition) {
     // 2a + 6t / (m + 0.5): 1 + 12 / 3.5 = 4.43 in place of 3.
     const double wide = 17.0 * std::sin(std::numbers::pi / 12.0); // 4.40
     Ring ring(1.0f);
@@ -596,7 +596,7 @@ TEST_F(FirstMoments, FormOfTheSpacingByCodeAndEdition) {
 
 // ---- search ----------------------------------------------------------------------------------
 
-TEST_F(ThicknessSearch, FindsTheThicknessOfTheStress) {
+TEST_F(DesignThicknessSearch, FindsTheThicknessOfTheStress) {
     for (const Real start : {0.2f, 1.0f, 5.0f}) {
         Ring ring(start);
         const THICKNESS_SEARCH search = ring.search();
@@ -612,7 +612,7 @@ TEST_F(ThicknessSearch, FindsTheThicknessOfTheStress) {
     }
 }
 
-TEST_F(ThicknessSearch, StartAtTheAnswerConvergesAtOnce) {
+TEST_F(DesignThicknessSearch, StartAtTheAnswerConvergesAtOnce) {
     Ring ring(1.0f);
     ring.s.t = static_cast<Real>(ring.exact());
     const THICKNESS_SEARCH search = ring.search();
@@ -620,7 +620,7 @@ TEST_F(ThicknessSearch, StartAtTheAnswerConvergesAtOnce) {
     EXPECT_EQ(ring.s.t, ROUND_UP_DECIMALS(static_cast<Real>(ring.exact()), 3));
 }
 
-TEST_F(ThicknessSearch, AllowanceStandsOnTopOfTheAnswer) {
+TEST_F(DesignThicknessSearch, AllowanceStandsOnTopOfTheAnswer) {
     Ring plain(1.0f), corroded(1.0f);
     corroded.s.ct = 0.25f;
     plain.search();
@@ -628,7 +628,7 @@ TEST_F(ThicknessSearch, AllowanceStandsOnTopOfTheAnswer) {
     EXPECT_NEAR(static_cast<double>(corroded.s.t), static_cast<double>(plain.s.t) + 0.25, 0.00101);
 }
 
-TEST_F(ThicknessSearch, WideSpacingIsFollowedThroughTheSearch) {
+TEST_F(DesignThicknessSearch, WideSpacingIsFollowedThroughTheSearch) {
     Ring ring(1.0f);
     ring.s.nBolts = 8;
     const double Deltab = 17.0 * std::sin(std::numbers::pi / 8.0);
@@ -649,7 +649,7 @@ TEST_F(ThicknessSearch, WideSpacingIsFollowedThroughTheSearch) {
     expect_close(ring.s.Mop, 40000.0 * CF, 1e-5);
 }
 
-TEST_F(ThicknessSearch, MomentsOfTheRoundsBetween) {
+TEST_F(DesignThicknessSearch, MomentsOfTheRoundsBetween) {
     // Within the spacing the next stresses see the moments without correction.
     Ring ring(1.0f);
     ring.s.CFFirst = ring.s.CF = 1.5f;
@@ -669,7 +669,7 @@ TEST_F(ThicknessSearch, MomentsOfTheRoundsBetween) {
     EXPECT_TRUE(take_lines().empty());
 }
 
-TEST_F(ThicknessSearch, FullFaceMinimumOfPd5500AndEn13445) {
+TEST_F(DesignThicknessSearch, FullFaceMinimumOfPd5500AndEn13445) {
     for (const Int code : {ASME_VIII_1, ASME_VIII_2, PD_5500, EN_13445}) {
         Ring ring(1.0f);
         ring.s.code = code;
@@ -684,7 +684,7 @@ TEST_F(ThicknessSearch, FullFaceMinimumOfPd5500AndEn13445) {
     }
 }
 
-TEST_F(ThicknessSearch, RigidityRaisesTheThickness) {
+TEST_F(DesignThicknessSearch, RigidityRaisesTheThickness) {
     Ring ring(1.0f);
     ring.s.rigidity = 1;
     ring.s.Ecold = ring.s.Ehot = 4.0e6f; // a soft ring
@@ -701,7 +701,7 @@ TEST_F(ThicknessSearch, RigidityRaisesTheThickness) {
     EXPECT_LT(search.thicknessRounds, 200);
 }
 
-TEST_F(ThicknessSearch, RigidRingsKeepTheStressThickness) {
+TEST_F(DesignThicknessSearch, RigidRingsKeepTheStressThickness) {
     Ring plain(1.0f), rigid(1.0f);
     plain.search();
     rigid.s.rigidity = 1;
@@ -713,7 +713,7 @@ TEST_F(ThicknessSearch, RigidRingsKeepTheStressThickness) {
     EXPECT_EQ(search.tRigid, 0.0f);
 }
 
-TEST_F(ThicknessSearch, WithoutAnIndexTheStressThicknessStands) {
+TEST_F(DesignThicknessSearch, WithoutAnIndexTheStressThicknessStands) {
     Ring ring(1.0f);
     ring.s.rigidity = 1;
     ring.s.K = 1.0f; // ln K = 0
@@ -739,7 +739,7 @@ THICKNESS_SEARCH staged(Ring& ring, Real J, Real previousJ) {
     return search;
 }
 
-TEST_F(ThicknessSearch, StepShrinksWhenTheIndexPassesOne) {
+TEST_F(DesignThicknessSearch, StepShrinksWhenTheIndexPassesOne) {
     const Real full = 0.3125f, less = 0.3125f * 0.675f;
     struct Case {
         Real previousJ, J, t;
@@ -763,7 +763,7 @@ TEST_F(ThicknessSearch, StepShrinksWhenTheIndexPassesOne) {
     EXPECT_FALSE(search.firstRigidityRound);
 }
 
-TEST_F(ThicknessSearch, IndexWithinItsLimitsEndsTheSearch) {
+TEST_F(DesignThicknessSearch, IndexWithinItsLimitsEndsTheSearch) {
     for (const Real J : {0.99997f, 1.0f, 1.00008f}) {
         Ring ring(3.0f);
         THICKNESS_SEARCH search = staged(ring, J, 1.2f);
@@ -780,7 +780,7 @@ TEST_F(ThicknessSearch, IndexWithinItsLimitsEndsTheSearch) {
     }
 }
 
-TEST_F(ThicknessSearch, BelowTheStressThicknessTheKeptFactorsDecide) {
+TEST_F(DesignThicknessSearch, BelowTheStressThicknessTheKeptFactorsDecide) {
     // At 1.2 the index is 0.9; a step down would pass 1.0, where the ring's own index is above 1.
     Ring ring(1.2f);
     THICKNESS_SEARCH search = staged(ring, 0.9f, 0.95f);
@@ -799,7 +799,7 @@ TEST_F(ThicknessSearch, BelowTheStressThicknessTheKeptFactorsDecide) {
     EXPECT_EQ(search.tRigid, 0.0f);
 }
 
-TEST_F(ThicknessSearch, KeepsTheFactorsWhereTheStressesWereMet) {
+TEST_F(DesignThicknessSearch, KeepsTheFactorsWhereTheStressesWereMet) {
     Ring ring(1.0f);
     ring.s.t = static_cast<Real>(ring.exact());
     ring.s.V = 0.25f;
@@ -815,7 +815,7 @@ TEST_F(ThicknessSearch, KeepsTheFactorsWhereTheStressesWereMet) {
     EXPECT_EQ(search.K, ring.s.K);
 }
 
-TEST_F(ThicknessSearch, EndsAfterTwoHundredRounds) {
+TEST_F(DesignThicknessSearch, EndsAfterTwoHundredRounds) {
     Ring ring(1.0f);
     THICKNESS_SEARCH search;
     for (Int round = 1; round <= 200; ++round) {
