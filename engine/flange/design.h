@@ -5,12 +5,14 @@
 
 namespace tarvane {
 
-Real ROUND_TO_FRACTION(Real x, Int n); // up to the next n-th
-Real ROUND_UP_DECIMALS(Real x, Int k); // up to k decimals
+Real ROUND_TO_FRACTION(Real x,
+                       Int n); // up to the next n-th, unless it is within a hundredth of one
+Real ROUND_UP_DECIMALS(Real x, Int k); // up to k decimals; a value that has no more goes up too
 
-// Hub, bolts, bolt circle, gasket, outside diameter; designFlag as the kernel keeps it.
+// Hub, bolts, bolt circle, gasket, outside diameter. designFlag counts the calls from -1 on; from 30
+// on the gasket stands.
 void SELECT_FLANGE_GEOMETRY(FLANGE_STATE& s, Int& designFlag);
-// Next thickness by the square root of the stress ratios.
+// Next thickness by the square root of the stress ratios; t stands when it has converged.
 void NEXT_FLANGE_THICKNESS(FLANGE_STATE& s, bool& converged);
 
 // Working values of the thickness search, kept by the kernel.
@@ -24,7 +26,9 @@ struct THICKNESS_SEARCH {
     Real tStress = 0.0f, tRigid = 0.0f;
     Real V = 0, lambda = 0, ho = 0, K = 0; // factors where the stress search converged
 };
-// One round of the search, under kind 2 while not converged.
+// One round of the search, under kind 2 while not converged, on the stress ratios of thickness t. When
+// it has not converged, t, Mop, Matm and CF are those for the next stresses, and the report is shut.
+// At round 200 it gives up with two warning lines.
 void THICKNESS_ROUND(FLANGE_STATE& s, THICKNESS_SEARCH& search);
 // Mop, Matm and CF back to the first values, rescaled for thickness t.
 void RESCALE_FIRST_MOMENTS(FLANGE_STATE& s, Real t);
