@@ -5,9 +5,10 @@
 
 namespace tarvane {
 
-Real ROUND_TO_FRACTION(Real x,
-                       Int n); // up to the next n-th, unless it is within a hundredth of one
-Real ROUND_UP_DECIMALS(Real x, Int k); // up to k decimals; a value that has no more goes up too
+// Up to the next n-th, unless x is within a hundredth of one above it.
+Real ROUND_TO_FRACTION(Real x, Int n);
+// Up to k decimals; a value that has no more of them goes up too.
+Real ROUND_UP_DECIMALS(Real x, Int k);
 
 // Hub, bolts, bolt circle, gasket, outside diameter. designFlag counts the calls from -1 on; from 30
 // on the gasket stands.
