@@ -27,13 +27,19 @@ bool has_seating_case(const FLANGE_STATE& s) { return !s.fullFace; }
 // ---- longitudinal hub stress, 2-7(a) eq. (8), 4.16.8 -------------------------------------------
 
 constexpr STRESS_WORDS SHO{
-    "Longitudinal Hub Stress, Operating [SHo]:", "Longitudinal Hub Stress, Operating [SigmaHo]:",
-    " = ( f * Mop / Bcor ) / ( L * g1\xB2 )",    " = ( Psi * Mop / Bcor ) / ( Lamda * g1\xB2 )",
-    " = ( @4 *@0 / @4 ) / ( @4 *@4\xB2 )#",      {}};
+    .label = "Longitudinal Hub Stress, Operating [SHo]:",
+    .labelEN = "Longitudinal Hub Stress, Operating [SigmaHo]:",
+    .symbol = " = ( f * Mop / Bcor ) / ( L * g1\xB2 )",
+    .symbolEN = " = ( Psi * Mop / Bcor ) / ( Lamda * g1\xB2 )",
+    .template1 = " = ( @4 *@0 / @4 ) / ( @4 *@4\xB2 )#",
+};
 constexpr STRESS_WORDS SHA{
-    "Longitudinal Hub Stress, Seating [SHa]:", "Longitudinal Hub Stress, Seating [SigmaHa]:",
-    " = ( f * Matm / Bcor ) / ( L * g1\xB2 )", " = ( Psi * Matm / Bcor ) / ( Lamda * g1\xB2 )",
-    " = ( @4 * @0 / @4 ) / ( @4 * @4\xB2 ) #", {}};
+    .label = "Longitudinal Hub Stress, Seating [SHa]:",
+    .labelEN = "Longitudinal Hub Stress, Seating [SigmaHa]:",
+    .symbol = " = ( f * Matm / Bcor ) / ( L * g1\xB2 )",
+    .symbolEN = " = ( Psi * Matm / Bcor ) / ( Lamda * g1\xB2 )",
+    .template1 = " = ( @4 * @0 / @4 ) / ( @4 * @4\xB2 ) #",
+};
 
 void longitudinal_hub_stress(FLANGE_STATE& s, const CORRODED& c) {
     if (judged_at_bolt_circle(s) && s.type != REVERSE_WELD_NECK) return;
@@ -61,13 +67,19 @@ void longitudinal_hub_stress(FLANGE_STATE& s, const CORRODED& c) {
 // ---- radial flange stress, 2-7(a) eq. (9) -------------------------------------------------------
 
 constexpr STRESS_WORDS SRO{
-    "Radial Flange Stress, Operating [SRo]:",   "Radial Flange Stress, Operating [SigmaRo]:",
-    " = ( Beta * Mop / Bcor ) / ( L * t\xB2 )", " = ( Beta * Mop / Bcor ) / ( Lamda * e\xB2 )",
-    " = ( @4 *@0 / @4 ) / ( @4 *@4\xB2 ) #",    {}};
+    .label = "Radial Flange Stress, Operating [SRo]:",
+    .labelEN = "Radial Flange Stress, Operating [SigmaRo]:",
+    .symbol = " = ( Beta * Mop / Bcor ) / ( L * t\xB2 )",
+    .symbolEN = " = ( Beta * Mop / Bcor ) / ( Lamda * e\xB2 )",
+    .template1 = " = ( @4 *@0 / @4 ) / ( @4 *@4\xB2 ) #",
+};
 constexpr STRESS_WORDS SRA{
-    "Radial Flange Stress, Seating [SRa]:",    "Radial Flange Stress, Seating [SigmaRa]:",
-    " = ( Beta * Matm/Bcor ) / ( L * t\xB2 )", " = ( Beta * Matm/Bcor ) / ( Lamda * e\xB2 )",
-    " = ( @4 *@0/@4 ) / ( @4 *@4\xB2 ) #",     {}};
+    .label = "Radial Flange Stress, Seating [SRa]:",
+    .labelEN = "Radial Flange Stress, Seating [SigmaRa]:",
+    .symbol = " = ( Beta * Matm/Bcor ) / ( L * t\xB2 )",
+    .symbolEN = " = ( Beta * Matm/Bcor ) / ( Lamda * e\xB2 )",
+    .template1 = " = ( @4 *@0/@4 ) / ( @4 *@4\xB2 ) #",
+};
 
 void radial_stress(FLANGE_STATE& s, const CORRODED& c) {
     const bool typeWithHub = (s.type >= INTEGRAL_WELD_NECK && s.type <= LOOSE_SLIP_ON) ||
@@ -109,19 +121,21 @@ Real ring_term(Real Yring, const CORRODED& c) {
 }
 
 // Forward flange with a hub, 2-7(a) eq. (10).
-constexpr STRESS_WORDS STO_HUB{"Tangential Flange Stress, Operating [STo]:",
-                               "Tangential Flange Stress, Operating [SigmaTo]:",
-                               " = ( Y * Mo / (t\xB2 * Bcor) ) - Z * SRo ",
-                               " = ( BetaY * Mo / (e\xB2 * Bcor) ) - BetaZ * SigmaRo ",
-                               " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 *@0 #",
-                               {}};
+constexpr STRESS_WORDS STO_HUB{
+    .label = "Tangential Flange Stress, Operating [STo]:",
+    .labelEN = "Tangential Flange Stress, Operating [SigmaTo]:",
+    .symbol = " = ( Y * Mo / (t\xB2 * Bcor) ) - Z * SRo ",
+    .symbolEN = " = ( BetaY * Mo / (e\xB2 * Bcor) ) - BetaZ * SigmaRo ",
+    .template1 = " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 *@0 #",
+};
 constexpr std::string_view STO_HUB_NEGATIVE_MOMENT = " = ( @4 *@0 / (@4\xB2 *@4) ) + @4 *@0 #";
-constexpr STRESS_WORDS STA_HUB{"Tangential Flange Stress, Seating [STa]:",
-                               "Tangential Flange Stress, Seating [SigmaTa]:",
-                               " = ( y * Matm / (t\xB2 * Bcor) ) - Z * SRa ",
-                               " = ( BetaY * Matm / (e\xB2 * Bcor) ) - BetaZ * SigmaRa ",
-                               " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 *@0 #",
-                               {}};
+constexpr STRESS_WORDS STA_HUB{
+    .label = "Tangential Flange Stress, Seating [STa]:",
+    .labelEN = "Tangential Flange Stress, Seating [SigmaTa]:",
+    .symbol = " = ( y * Matm / (t\xB2 * Bcor) ) - Z * SRa ",
+    .symbolEN = " = ( BetaY * Matm / (e\xB2 * Bcor) ) - BetaZ * SigmaRa ",
+    .template1 = " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 *@0 #",
+};
 
 void tangential_stress_forward(FLANGE_STATE& s, const CORRODED& c) {
     const Real fac = ring_term(s.Y, c);
@@ -149,25 +163,29 @@ void tangential_stress_forward(FLANGE_STATE& s, const CORRODED& c) {
 }
 
 // Reverse flange with a hub, 2-13(d).
-constexpr STRESS_WORDS STO_REVERSE{"Tangential Flange Stress, Operating [Sto]:",
-                                   "Tangential Flange Stress, Operating [SigmaTo]:",
-                                   " = (Y*Mo/t\xB2*Bcor) - Z*SRo*(0.67*t*e+1)/BETA",
-                                   " = (BetaY*Mo/t\xB2*Bcor)-BetaZ*SRo*(0.67*e*(BetaF/lo)+1)/BETA",
-                                   " = ( @4 *@0 / @4\xB2 *@4 ) - #",
-                                   "    @4 * @0 * ( 0.67 * @4 * @4 + 1 )/ @4 # "};
-constexpr STRESS_WORDS STO_REVERSE_FULL_FACE{"Tangential Flange Stress, Operating [Sto]:",
-                                             "Tangential Flange Stress, Operating [SigmaTo]:",
-                                             " = (Y*Mo/(t\xB2*Bcor)) - Z*SRo",
-                                             " = (BetaY*Mo/(e\xB2*Bcor)) - Z*SigmaRo",
-                                             " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 * @2#",
-                                             {}};
+constexpr STRESS_WORDS STO_REVERSE{
+    .label = "Tangential Flange Stress, Operating [Sto]:",
+    .labelEN = "Tangential Flange Stress, Operating [SigmaTo]:",
+    .symbol = " = (Y*Mo/t\xB2*Bcor) - Z*SRo*(0.67*t*e+1)/BETA",
+    .symbolEN = " = (BetaY*Mo/t\xB2*Bcor)-BetaZ*SRo*(0.67*e*(BetaF/lo)+1)/BETA",
+    .template1 = " = ( @4 *@0 / @4\xB2 *@4 ) - #",
+    .template2 = "    @4 * @0 * ( 0.67 * @4 * @4 + 1 )/ @4 # ",
+};
+constexpr STRESS_WORDS STO_REVERSE_FULL_FACE{
+    .label = "Tangential Flange Stress, Operating [Sto]:",
+    .labelEN = "Tangential Flange Stress, Operating [SigmaTo]:",
+    .symbol = " = (Y*Mo/(t\xB2*Bcor)) - Z*SRo",
+    .symbolEN = " = (BetaY*Mo/(e\xB2*Bcor)) - Z*SigmaRo",
+    .template1 = " = ( @4 *@0 / (@4\xB2 *@4) ) - @4 * @2#",
+};
 constexpr STRESS_WORDS STA_REVERSE{
-    "Tangential Flange Stress, Seating [STa]:",
-    "Tangential Flange Stress, Seating [SigmaTa]:",
-    " = (Y*Matm/t\xB2*Bcor) - Z*SRA*(0.67*t*E+1.0)/BETA",
-    " = (BetaY*Matm/e\xB2*Bcor) - BetaZ*SRA*(0.67*t*(BetaF/lo)+1)/Beta",
-    " = ( @4 *@0 / @4\xB2 *@4 ) - #",
-    "   @4 * @0 * ( 0.67 *@4 *@4 + 1 )/ @4 # "};
+    .label = "Tangential Flange Stress, Seating [STa]:",
+    .labelEN = "Tangential Flange Stress, Seating [SigmaTa]:",
+    .symbol = " = (Y*Matm/t\xB2*Bcor) - Z*SRA*(0.67*t*E+1.0)/BETA",
+    .symbolEN = " = (BetaY*Matm/e\xB2*Bcor) - BetaZ*SRA*(0.67*t*(BetaF/lo)+1)/Beta",
+    .template1 = " = ( @4 *@0 / @4\xB2 *@4 ) - #",
+    .template2 = "   @4 * @0 * ( 0.67 *@4 *@4 + 1 )/ @4 # ",
+};
 
 void tangential_stress_reverse(FLANGE_STATE& s, const CORRODED& c) {
     const Real fac = ring_term(s.Yr, c);
@@ -205,19 +223,21 @@ void tangential_stress_reverse(FLANGE_STATE& s, const CORRODED& c) {
 }
 
 // Ring, 2-7(b): ST = Y M / (t2 B).
-constexpr STRESS_WORDS STO_RING{"Tangential Flange Stress, Operating [Sto]:",
-                                "Tangential Flange Stress, Operating [SigmaTo]:",
-                                " = ( Y * Mo )/( t\xB2 * Bcor ) ",
-                                " = ( BetaY * Mo )/( e\xB2 * Bcor ) ",
-                                " = ( @4 * @0 )/( @4\xB2 * @4 )#",
-                                {}};
+constexpr STRESS_WORDS STO_RING{
+    .label = "Tangential Flange Stress, Operating [Sto]:",
+    .labelEN = "Tangential Flange Stress, Operating [SigmaTo]:",
+    .symbol = " = ( Y * Mo )/( t\xB2 * Bcor ) ",
+    .symbolEN = " = ( BetaY * Mo )/( e\xB2 * Bcor ) ",
+    .template1 = " = ( @4 * @0 )/( @4\xB2 * @4 )#",
+};
 constexpr std::string_view STO_RING_FULL_FACE = " = ( Y * Mo )/( t\xB2 * A )";
-constexpr STRESS_WORDS STA_RING{"Tangential Flange Stress, Seating [STa]:",
-                                "Tangential Flange Stress, Seating [SigmaTa]:",
-                                " = ( Y * Matm )/( t\xB2 * Bcor ) ",
-                                " = ( BetaY * Matm )/( e\xB2 * Bcor ) ",
-                                " = ( @4 *@0)/( @4\xB2 *@4 )#",
-                                {}};
+constexpr STRESS_WORDS STA_RING{
+    .label = "Tangential Flange Stress, Seating [STa]:",
+    .labelEN = "Tangential Flange Stress, Seating [SigmaTa]:",
+    .symbol = " = ( Y * Matm )/( t\xB2 * Bcor ) ",
+    .symbolEN = " = ( BetaY * Matm )/( e\xB2 * Bcor ) ",
+    .template1 = " = ( @4 *@0)/( @4\xB2 *@4 )#",
+};
 
 void tangential_stress_ring(FLANGE_STATE& s, const CORRODED& c) {
     const Real fac = ring_term(s.Y, c);
@@ -258,17 +278,26 @@ void tangential_stress(FLANGE_STATE& s, const CORRODED& c) {
 // ---- average stress, 2-8: the hub stress with the larger ring stress -----------------------------
 
 constexpr STRESS_WORDS SAO_REVERSE_FULL_FACE{
-    "Average Flange Stress, Operating [SAo]:",  "Average Flange Stress, Operating [SigmaAo]:",
-    " = 0.5[SHo + max( abs(SRo), abs(STo) )] ", " = 0.5[SHo + max( abs(SigmaRo), abs(SigmaTo) )] ",
-    " = 0.5[ @2 + max( abs(@2), abs(@2) )] #",  {}};
+    .label = "Average Flange Stress, Operating [SAo]:",
+    .labelEN = "Average Flange Stress, Operating [SigmaAo]:",
+    .symbol = " = 0.5[SHo + max( abs(SRo), abs(STo) )] ",
+    .symbolEN = " = 0.5[SHo + max( abs(SigmaRo), abs(SigmaTo) )] ",
+    .template1 = " = 0.5[ @2 + max( abs(@2), abs(@2) )] #",
+};
 constexpr STRESS_WORDS SAO{
-    "Average Flange Stress, Operating [SAo]:", "Average Flange Stress, Operating [SigmaAo]:",
-    " = ( SHo + max( SRo, STo ) ) / 2 ",       " = ( SigmaHo + max( SigmaRo, SigmaTo ) ) / 2 ",
-    " = ( @0 + max( @0, @0 ))/ 2 #",           {}};
+    .label = "Average Flange Stress, Operating [SAo]:",
+    .labelEN = "Average Flange Stress, Operating [SigmaAo]:",
+    .symbol = " = ( SHo + max( SRo, STo ) ) / 2 ",
+    .symbolEN = " = ( SigmaHo + max( SigmaRo, SigmaTo ) ) / 2 ",
+    .template1 = " = ( @0 + max( @0, @0 ))/ 2 #",
+};
 constexpr STRESS_WORDS SAA{
-    "Average Flange Stress, Seating [SAa]:", "Average Flange Stress, Seating [SigmaAa]:",
-    " = ( SHa + max( SRa, STa ) ) / 2 ",     " = ( SigmaHa + max( SigmaRa, SigmaTa ) ) / 2 ",
-    " = ( @0 + max( @0, @0 ))/ 2 #",         {}};
+    .label = "Average Flange Stress, Seating [SAa]:",
+    .labelEN = "Average Flange Stress, Seating [SigmaAa]:",
+    .symbol = " = ( SHa + max( SRa, STa ) ) / 2 ",
+    .symbolEN = " = ( SigmaHa + max( SigmaRa, SigmaTa ) ) / 2 ",
+    .template1 = " = ( @0 + max( @0, @0 ))/ 2 #",
+};
 
 void average_stress(FLANGE_STATE& s) {
     const auto lines = [&](const STRESS_WORDS& words, const Real(&row)[PLACES]) {
@@ -299,19 +328,19 @@ void average_stress(FLANGE_STATE& s) {
 
 // ---- bolt stress ------------------------------------------------------------------------------------
 
-constexpr STRESS_WORDS BSO{"Bolt Stress, Operating [BSo]:",
-                           "Bolt Stress, Operating [SigmaBo]:",
-                           " = Wm1 / Ab",
-                           {},
-                           " = @0 / @4",
-                           {}};
+constexpr STRESS_WORDS BSO{
+    .label = "Bolt Stress, Operating [BSo]:",
+    .labelEN = "Bolt Stress, Operating [SigmaBo]:",
+    .symbol = " = Wm1 / Ab",
+    .template1 = " = @0 / @4",
+};
 constexpr std::string_view BSO_EXTERNAL_LOADS = " = ( Wm1 + Fa + 4Me/G ) / Ab";
-constexpr STRESS_WORDS BSA{"Bolt Stress, Seating [BSa]:",
-                           "Bolt Stress, Seating [SigmaBa]:",
-                           " = ( Wm2 / Ab ) ",
-                           {},
-                           " = ( @0 / @4 ) #",
-                           {}};
+constexpr STRESS_WORDS BSA{
+    .label = "Bolt Stress, Seating [BSa]:",
+    .labelEN = "Bolt Stress, Seating [SigmaBa]:",
+    .symbol = " = ( Wm2 / Ab ) ",
+    .template1 = " = ( @0 / @4 ) #",
+};
 
 void bolt_stress(FLANGE_STATE& s) {
     Real& BSo = s.STRESS[OPERATING][BOLTING];
@@ -328,19 +357,19 @@ void bolt_stress(FLANGE_STATE& s) {
 // ---- stress at the bore of a reverse flange, 2-13(d) ---------------------------------------------
 
 constexpr STRESS_WORDS SVO{
-    "Reverse Weld Neck Flange Stress, Operating [SVo]:",
-    {},
-    " = (Mo/(t\xB2*Bcor))*(Y-(2*K\xB2*(1 + 2 *t*e/3)/((K\xB2-1)* L)))",
-    " = (Mo/(e\xB2*Bcor))*(BetaY-(2*K\xB2*(1 + 2 *e*(BetaF/3.io))/((K\xB2-1)* Lamda)))",
-    " = (@0 / (@4\xB2 * @4 ))*( @4-( 2 * @4\xB2#",
-    "   *( 1 + 2 * @4 * @4 / 3 )/(( @4\xB2 - 1 ) * @4 )))"};
+    .label = "Reverse Weld Neck Flange Stress, Operating [SVo]:",
+    .symbol = " = (Mo/(t\xB2*Bcor))*(Y-(2*K\xB2*(1 + 2 *t*e/3)/((K\xB2-1)* L)))",
+    .symbolEN = " = (Mo/(e\xB2*Bcor))*(BetaY-(2*K\xB2*(1 + 2 *e*(BetaF/3.io))/((K\xB2-1)* Lamda)))",
+    .template1 = " = (@0 / (@4\xB2 * @4 ))*( @4-( 2 * @4\xB2#",
+    .template2 = "   *( 1 + 2 * @4 * @4 / 3 )/(( @4\xB2 - 1 ) * @4 )))",
+};
 constexpr STRESS_WORDS SVA{
-    "Reverse Weld Neck Flange Stress, Seating [SVa]:",
-    {},
-    " = (Matm/(t\xB2*Bcor))*(Y-(2*K\xB2*(1+2*t*e/3)/((K\xB2-1)*L)))",
-    " = (Matm/(e\xB2*Bcor))*(BetaY-(2*K\xB2*(1+2*t*(BetaF/3.lo))/((K\xB2-1)*Lamda)))",
-    " = (@0 / (@4 \xB2 * @4 ))*( @4-( 2 * @4\xB2#",
-    "   *( 1.0 + 2.0 * @4 * @4 / 3 )/(( @4\xB2 - 1 ) * @4 )))"};
+    .label = "Reverse Weld Neck Flange Stress, Seating [SVa]:",
+    .symbol = " = (Matm/(t\xB2*Bcor))*(Y-(2*K\xB2*(1+2*t*e/3)/((K\xB2-1)*L)))",
+    .symbolEN = " = (Matm/(e\xB2*Bcor))*(BetaY-(2*K\xB2*(1+2*t*(BetaF/3.lo))/((K\xB2-1)*Lamda)))",
+    .template1 = " = (@0 / (@4 \xB2 * @4 ))*( @4-( 2 * @4\xB2#",
+    .template2 = "   *( 1.0 + 2.0 * @4 * @4 / 3 )/(( @4\xB2 - 1 ) * @4 )))",
+};
 
 void reverse_flange_stress(FLANGE_STATE& s, const CORRODED& c) {
     if (s.type != REVERSE_WELD_NECK || s.fullFace || !(s.lambda > 0.0f)) return;
@@ -369,19 +398,17 @@ void reverse_flange_stress(FLANGE_STATE& s, const CORRODED& c) {
 
 // Radial stress in the ligaments between the bolt holes: Taylor Forge bulletin 502 under ASME, the
 // operating moment under PD 5500 and EN 13445.
-constexpr STRESS_WORDS SFO_ASME{"Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:",
-                                {},
-                                " = 6 *MR/(t\xB2*(Pi*C-n*dB))",
-                                {},
-                                " = 6 * @0 / #",
-                                "   ( @4\xB2 * ( @4 * @4 - @0 * @4 ) ) #"};
+constexpr STRESS_WORDS SFO_ASME{
+    .label = "Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:",
+    .symbol = " = 6 *MR/(t\xB2*(Pi*C-n*dB))",
+    .template1 = " = 6 * @0 / #",
+    .template2 = "   ( @4\xB2 * ( @4 * @4 - @0 * @4 ) ) #",
+};
 constexpr STRESS_WORDS SFO_EN_PD{
-    "Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:",
-    {},
-    " = 6 * Mr/(t\xB2( pi * C-n * d ))",
-    {},
-    " = 6 * @0 / ( @4\xB2 * ( @2 * @4 - @0 * @4 ))#",
-    {}};
+    .label = "Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:",
+    .symbol = " = 6 * Mr/(t\xB2( pi * C-n * d ))",
+    .template1 = " = 6 * @0 / ( @4\xB2 * ( @2 * @4 - @0 * @4 ))#",
+};
 
 void radial_stress_at_bolt_circle(FLANGE_STATE& s, const CORRODED& c) {
     Real& SFo = s.STRESS[OPERATING][FULL_FACE];

@@ -16,9 +16,9 @@ void FLAT_HEAD_STRESSES(FLANGE_STATE& s, Real tCor);
 // Words of one stress: the names of the ASME codes and PD 5500, those of EN 13445 where they
 // differ (empty otherwise), and one or two templates ("" for none).
 struct STRESS_WORDS {
-    std::string_view label, labelEN;
-    std::string_view symbol, symbolEN;
-    std::string_view template1, template2;
+    std::string_view label{}, labelEN{};
+    std::string_view symbol{}, symbolEN{};
+    std::string_view template1{}, template2{};
 };
 
 // Label in the heading style, symbol line, one or two filled templates, value line; each cut at

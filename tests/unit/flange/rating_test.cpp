@@ -1,6 +1,9 @@
+#include "flange/covers.h"
 #include "flange/rating.h"
+#include "flange/stresses.h"
 #include "stress_fixture.h"
 
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -385,6 +388,49 @@ TEST_F(RatingTest, PressureAtARatioOfOneIsThePressureItself) {
         rate();
         EXPECT_LE(s.MAWPop, s.Peq * 1.000001f);
         EXPECT_GT(s.MAWPop, s.Peq * 0.999999f - 0.0101f);
+    }
+}
+
+// Any bits at all: every stage returns, and a report line stays a line. The sanitizers see to the
+// rest.
+TEST_F(RatingTest, AnyBitsInTheState) {
+    static constexpr Real FLANGE_STATE::*MEMBERS[] = {
+        &FLANGE_STATE::P,       &FLANGE_STATE::Peq,    &FLANGE_STATE::t,
+        &FLANGE_STATE::ct,      &FLANGE_STATE::B,      &FLANGE_STATE::ci,
+        &FLANGE_STATE::ce,      &FLANGE_STATE::go,     &FLANGE_STATE::g1,
+        &FLANGE_STATE::h,       &FLANGE_STATE::f,      &FLANGE_STATE::lambda,
+        &FLANGE_STATE::beta,    &FLANGE_STATE::Y,      &FLANGE_STATE::Yr,
+        &FLANGE_STATE::Z,       &FLANGE_STATE::e,      &FLANGE_STATE::K,
+        &FLANGE_STATE::Mop,     &FLANGE_STATE::Matm,   &FLANGE_STATE::Mr,
+        &FLANGE_STATE::Wm1,     &FLANGE_STATE::Wm2,    &FLANGE_STATE::W,
+        &FLANGE_STATE::Wext,    &FLANGE_STATE::Ab,     &FLANGE_STATE::C,
+        &FLANGE_STATE::G,       &FLANGE_STATE::hg,     &FLANGE_STATE::m,
+        &FLANGE_STATE::b,       &FLANGE_STATE::D,      &FLANGE_STATE::dS,
+        &FLANGE_STATE::L,       &FLANGE_STATE::CF,     &FLANGE_STATE::Sfo,
+        &FLANGE_STATE::Sb,      &FLANGE_STATE::Sa,     &FLANGE_STATE::Ehot,
+        &FLANGE_STATE::GiC,     &FLANGE_STATE::dh,     &FLANGE_STATE::aNominal,
+        &FLANGE_STATE::jOp,     &FLANGE_STATE::jSeat,  &FLANGE_STATE::extLoad,
+        &FLANGE_STATE::hpPerP,  &FLANGE_STATE::Pbolt,  &FLANGE_STATE::coverFactor,
+        &FLANGE_STATE::dfAllow, &FLANGE_STATE::Ecover, &FLANGE_STATE::pressureArea};
+    std::mt19937 random(99);
+    for (int round = 0; round < 4000; ++round) {
+        rated();
+        s.type = 1 + round % 9;
+        s.code = 1 + round / 9 % 4;
+        s.fullFace = round % 5 == 0;
+        s.looseReverse = round % 7 == 0;
+        s.rigidity = round % 2;
+        if (s.type == BLIND && round % 4) s.h = 0.0f;
+        s.nBolts = static_cast<Int>(random());
+        for (int hits = 0; hits < 6; ++hits)
+            s.*MEMBERS[random() % std::size(MEMBERS)] =
+                std::bit_cast<Real>(static_cast<std::uint32_t>(random()));
+        start_again();
+        FLANGE_STRESSES(s);
+        TEMA_COVER_CHECK(s);
+        FLANGE_MAWP(s);
+        for (const std::string& line : stored_lines())
+            ASSERT_LE(line.size(), 100u);
     }
 }
 
