@@ -435,7 +435,11 @@ TARVANE_API void TARVANE_CALL BOLTHELPER(const int32_t* series, float* diameters
 TARVANE_API void TARVANE_CALL GETNEXTUNIT(int32_t* unit);
 
 /*
-** REPLACE_DECIMALS_WITH_COMMAS - decimal commas on a report line. Given and returned: text, text_len.
+** REPLACE_DECIMALS_WITH_COMMAS - decimal commas on a report line: each point between digits, and one
+** before a digit in column 1. Nothing happens unless the latest FLANGE_CALC asked for commas.
+**
+** Given and returned:
+**   text, text_len  the line
 */
 TARVANE_API void TARVANE_CALL REPLACE_DECIMALS_WITH_COMMAS(char* text, int32_t text_len);
 

@@ -51,9 +51,10 @@ class ScratchFolder {
 class HostTest : public ::testing::Test {
   protected:
     HostTest()
-        : module_dir(MODULE_DIR), module_length(MODULE_DIR_LENGTH), module_given(MODULE_DIR_GIVEN),
-          system_dir(SYSTEM_DIR), system_length(SYSTEM_DIR_LENGTH), system_given(SYSTEM_DIR_GIVEN),
-          services(SERVICES), dialogs_off(DIALOGS_OFF()) {
+        : kept_module_dir(MODULE_DIR), kept_module_length(MODULE_DIR_LENGTH),
+          kept_module_given(MODULE_DIR_GIVEN), kept_system_dir(SYSTEM_DIR),
+          kept_system_length(SYSTEM_DIR_LENGTH), kept_system_given(SYSTEM_DIR_GIVEN),
+          kept_services(SERVICES), kept_dialogs_off(DIALOGS_OFF()) {
         SERVICES = {};
         SET_NO_DIALOG(false);
         forget_folders();
@@ -61,14 +62,14 @@ class HostTest : public ::testing::Test {
     ~HostTest() override {
         for (Int unit = 1; unit <= LAST_UNIT; ++unit)
             close_unit(unit);
-        MODULE_DIR = module_dir;
-        MODULE_DIR_LENGTH = module_length;
-        MODULE_DIR_GIVEN = module_given;
-        SYSTEM_DIR = system_dir;
-        SYSTEM_DIR_LENGTH = system_length;
-        SYSTEM_DIR_GIVEN = system_given;
-        SERVICES = services;
-        SET_NO_DIALOG(dialogs_off);
+        MODULE_DIR = kept_module_dir;
+        MODULE_DIR_LENGTH = kept_module_length;
+        MODULE_DIR_GIVEN = kept_module_given;
+        SYSTEM_DIR = kept_system_dir;
+        SYSTEM_DIR_LENGTH = kept_system_length;
+        SYSTEM_DIR_GIVEN = kept_system_given;
+        SERVICES = kept_services;
+        SET_NO_DIALOG(kept_dialogs_off);
     }
 
     // As at load: nothing given, nothing looked up.
@@ -87,14 +88,14 @@ class HostTest : public ::testing::Test {
     ScratchFolder scratch;
 
   private:
-    Text<256> module_dir;
-    Int module_length;
-    bool module_given;
-    Text<260> system_dir;
-    Int system_length;
-    bool system_given;
-    HOST_SERVICES services;
-    bool dialogs_off;
+    Text<256> kept_module_dir;
+    Int kept_module_length;
+    bool kept_module_given;
+    Text<260> kept_system_dir;
+    Int kept_system_length;
+    bool kept_system_given;
+    HOST_SERVICES kept_services;
+    bool kept_dialogs_off;
 };
 
 } // namespace tarvane::host_test
