@@ -3,7 +3,6 @@
 #include "report/channel.h"
 #include "report/text_edit.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace tarvane {
@@ -39,10 +38,13 @@ void put_left(Field& field, std::string_view number) {
 
 // Text such as 12.000, 3.9996 or 3.0999: the house prints it with one decimal.
 bool nearly_whole(std::string_view field) {
+    static constexpr std::string_view PATTERNS[] = {".999",   ".00 ",   ".000 ",
+                                                    ".0000 ", ".0001 ", ".0999 "};
     const std::size_t point = field.find('.');
     if (point == std::string_view::npos) return false;
     const std::string_view decimals = field.substr(point);
-    for (const std::string_view pattern : {".999", ".00 ", ".000 ", ".0000 ", ".0001 ", ".0999 "}) {
+    if (decimals.size() < 2 || (decimals[1] != '0' && decimals[1] != '9')) return false;
+    for (const std::string_view pattern : PATTERNS) {
         if (decimals.starts_with(pattern)) return true;
     }
     return false;
@@ -101,7 +103,7 @@ Field number_field(Real v, char c) {
     } else {
         small_number(field, v, c); // a not-a-number too
     }
-    if (field.failed || field.text.view().find("***") != std::string_view::npos) {
+    if (field.failed || field.text(1) == '*') { // asterisks fill the field or are not there
         field.text = exponent_number(v, 10, 1).view();
     }
     return field;
@@ -109,15 +111,17 @@ Field number_field(Real v, char c) {
 
 // 25.500 becomes 25.5. One zero right behind the point blocks it, so that 12.0 stays.
 void drop_trailing_zeros(char* field, Int columns) {
-    const std::string_view text(field, static_cast<std::size_t>(columns));
-    std::size_t zero = text.find("0 ");
-    if (zero == std::string_view::npos || text.find('.') == std::string_view::npos ||
-        text.find(".0 ") != std::string_view::npos || text.find('E') != std::string_view::npos) {
-        return;
+    bool point = false, zeros = false;
+    for (Int i = 0; i < columns; ++i) {
+        if (field[i] == 'E') return;
+        if (field[i] == '.') point = true;
+        if (field[i] != '0' || i + 1 == columns || field[i + 1] != ' ') continue;
+        if (i > 0 && field[i - 1] == '.') return;
+        zeros = true;
     }
-    while (zero != std::string_view::npos) {
-        field[zero] = ' ';
-        zero = text.find("0 ");
+    if (!point || !zeros) return;
+    for (Int i = columns - 1; i > 0; --i) {
+        if (field[i] == ' ' && field[i - 1] == '0') field[i - 1] = ' ';
     }
 }
 
@@ -138,24 +142,17 @@ bool closes_up(char c) {
     }
 }
 
-// Takes out each run of blanks that stands before a character which closes up.
-void remove_blanks_before(char* text, Int last) {
+// Takes out each run of blanks that stands before a character which closes up or behind a slash.
+void close_up_blanks(char* text, Int last) {
     Int to = 0;
     for (Int from = 0; from < last; ++from) {
-        if (closes_up(text[from])) {
+        const char c = text[from];
+        if (c == ' ' && to > 0 && text[to - 1] == '/') continue;
+        if (closes_up(c)) {
             while (to > 0 && text[to - 1] == ' ')
                 --to;
         }
-        text[to++] = text[from];
-    }
-    fill_blank(text + to, last - to);
-}
-
-void remove_blanks_after_slash(char* text, Int last) {
-    Int to = 0;
-    for (Int from = 0; from < last; ++from) {
-        if (text[from] == ' ' && to > 0 && text[to - 1] == '/') continue;
-        text[to++] = text[from];
+        text[to++] = c;
     }
     fill_blank(text + to, last - to);
 }
@@ -169,9 +166,12 @@ Int find_point_behind(const char* text, Int len, std::string_view lead) {
         const Int point = find_character(text + from, len - from, '.');
         if (point == 0) return 0;
         const Int before = from + point - 1; // characters before the point
-        if (before >= width && std::string_view(text + before - width, lead.size()) == lead) {
-            return before - width + 1;
+        Int matched = 0;                     // from the point backwards
+        while (matched < width && matched < before &&
+               text[before - 1 - matched] == lead[static_cast<std::size_t>(width - 1 - matched)]) {
+            ++matched;
         }
+        if (matched == width) return before - width + 1;
         from += point;
     }
     return 0;
@@ -179,33 +179,36 @@ Int find_point_behind(const char* text, Int len, std::string_view lead) {
 
 constexpr Int REPAIRS = 5;
 
+// Room before the point takes the zero without moving anything.
 void repair_bare_points(char* text, Int len) {
     const auto point_at = [&](Int column) { return column <= len && text[column - 1] == '.'; };
     for (Int round = 0; round < REPAIRS; ++round) {
+        const Int narrow = find_point_behind(text, len, " ");
+        if (narrow == 0) return;
         const Int wide = find_point_behind(text, len, "   ");
         if (wide != 0 && !point_at(wide + 4)) {
             put_column(text, wide + 2, '0');
-            continue;
+        } else if (!point_at(narrow + 2)) {
+            move_right(text, len, narrow + 1, 1);
+            put_column(text, narrow + 1, '0');
+        } else {
+            return; // two points: this round and those behind it change nothing
         }
-        const Int narrow = find_point_behind(text, len, " ");
-        if (narrow == 0 || point_at(narrow + 2)) return; // nothing would change any more
-        move_right(text, len, narrow + 1, 1);
-        put_column(text, narrow + 1, '0');
     }
 }
 
 void repair_negative_points(char* text, Int len) {
     for (Int round = 0; round < REPAIRS; ++round) {
+        const Int narrow = find_point_behind(text, len, "-");
+        if (narrow == 0) return;
         const Int wide = find_point_behind(text, len, "  -");
         if (wide != 0) {
             put_column(text, wide + 1, '-');
             put_column(text, wide + 2, '0');
-            continue;
+        } else {
+            move_right(text, len, narrow + 1, 1);
+            put_column(text, narrow + 1, '0');
         }
-        const Int narrow = find_point_behind(text, len, "-");
-        if (narrow == 0) return;
-        move_right(text, len, narrow + 1, 1);
-        put_column(text, narrow + 1, '0');
     }
 }
 
@@ -287,9 +290,7 @@ void FILL_TEMPLATE(Text<120>& text, Real V1, Real V2, Real V3, Real V4, Real V5,
 void CLEAN_TEMPLATE(char* text, Int len) {
     Int last = last_column(text, len);
     if (last == 0) return;
-    remove_blanks_before(text, last);
-    last = last_column(text, last);
-    remove_blanks_after_slash(text, last);
+    close_up_blanks(text, last);
     last = last_column(text, last);
     if (text[last - 1] == '/' && last < len) return;
     if (text[0] == '/') move_right(text, len, 1, 3);
