@@ -125,7 +125,7 @@ void LOOK_UP_MODULUS(LineReader& file, Int reference, Real temperature, Real& mo
                             p.emod_description, &p.EMOD_EXTRA}))
             modulus = value_at(p.axis, p.emod_values, p.emod_temperature, 0.0001f, false);
     }
-    if (reference <= 0 || modulus <= 0.0001f) {
+    if (modulus <= 0.0001f) {
         EMOD_STATUS = FAILED;
         MODULUS_FROM_CHART(temperature, modulus);
     }
@@ -144,7 +144,7 @@ void LOOK_UP_COEFFICIENT(LineReader& file, Int reference, Real temperature, Real
                                        p.coe_identifier, p.coe_description, nullptr}))
             coefficient = value_at(p.axis, p.coe_values, p.coe_temperature, 0.001f, true);
     }
-    if (reference <= 0 || coefficient < 0.001f) COE_STATUS = FAILED;
+    if (coefficient < 0.001f) COE_STATUS = FAILED;
 }
 
 bool open_table(Int unit) {

@@ -197,6 +197,14 @@ TEST_F(BoltSpacing, TooFewBolts) {
     EXPECT_TRUE(has(lines, " = 1.6593"));
 }
 
+TEST_F(BoltSpacing, JustTooFewBolts) {
+    BOLT_SPACING_CALL call = example();
+    call.n = 28; // 3.499 in. against 3.529
+    EXPECT_FALSE(has(report(call), "Exceeded"));
+    call.n = 27; // 3.628 in.
+    EXPECT_TRUE(has(report(call), "Exceeded"));
+}
+
 TEST_F(BoltSpacing, CorrectionTurnedOff) {
     BOLT_SPACING_CALL call = example();
     call.n = 12;
@@ -393,6 +401,13 @@ TEST_F(BoltSpacing, ActualDistanceOfTheTypes) {
     call.go = 0.9375f;                  // the larger of the two hub thicknesses
     EXPECT_EQ(actual(4), "     1.562");
     EXPECT_EQ(actual(6), "     1.562");
+}
+
+TEST_F(BoltSpacing, TheExternalAllowanceComesOffTheEdgeOnBothSides) {
+    BOLT_SPACING_CALL call = example();
+    call.ce = 0.125f;
+    EXPECT_EQ(row(report(call), EDGE_ROW),
+              (Line{"Radial Distance between Bolts and Edge:      0.812      0.688", NOTE_STYLE}));
 }
 
 TEST_F(BoltSpacing, ACoverAndAReverseFlangeHaveNoHubRow) {

@@ -291,6 +291,15 @@ TEST_F(ElasticModulus, CoefficientBelowAndAboveTheAxis) {
     EXPECT_EQ(COE_STATUS, 1);
 }
 
+TEST_F(ElasticModulus, OnALowerEndOnlyTheCoefficientLooksAtTheUpperOne) {
+    use("[Emod]\n" + axis({"70", "200"}) + row("1 0", "T", "", numbers({"29"})) + "[CoE]\n" +
+        axis({"70", "200"}) + row("1 0", "T", "", numbers({"6"})));
+    EXPECT_EQ(modulus(1, 70.0f), 29.0f);
+    EXPECT_EQ(EMOD_STATUS, 0);
+    EXPECT_EQ(coefficient(1, 70.0f), 0.0f);
+    EXPECT_EQ(COE_STATUS, 1);
+}
+
 TEST_F(ElasticModulus, CoefficientAboveAFullAxisIsHeld) {
     std::string temperatures, values;
     for (int i = 0; i < 36; ++i) {
