@@ -23,7 +23,7 @@ constexpr const char* RULE =
 constexpr const char* HEADS =
     "                                            Minimum    Actual     Maximum";
 
-// Integral flange of the published example E4.16.1 of Division 2, Part 4.16.
+// Integral flange of the published example E4.16.1 (Division 2, 4.16).
 BOLT_SPACING_CALL example() {
     return {.a = 0.75f,
             .series = TEMA_IMPERIAL,
