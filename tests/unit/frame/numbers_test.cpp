@@ -100,9 +100,9 @@ TEST(ParseReal, TheNearestSingleOfAnyNumberOfDigits) {
     EXPECT_EQ(value, 1.0f);
     EXPECT_TRUE(PARSE_REAL(std::string(400, '0') + "7", value, whole));
     EXPECT_EQ(value, 7.0f);
-    EXPECT_TRUE(PARSE_REAL("7" + std::string(300, '0') + "e-300", value, whole));
+    EXPECT_TRUE(PARSE_REAL(std::string("7") + std::string(300, '0') + "e-300", value, whole));
     EXPECT_EQ(value, 7.0f);
-    EXPECT_TRUE(PARSE_REAL("0." + std::string(300, '0') + "7e301", value, whole));
+    EXPECT_TRUE(PARSE_REAL(std::string("0.") + std::string(300, '0') + "7e301", value, whole));
     EXPECT_EQ(value, 7.0f);
 }
 
@@ -132,7 +132,8 @@ TEST(ParseReal, RoundsAsTheSystemLibraryDoes) {
         text += '.';
         for (int n = length(random); n > 0; --n)
             text += static_cast<char>(digit(random));
-        text += "e" + std::to_string(power(random));
+        text += 'e';
+        text += std::to_string(power(random));
         Real value = 0.0f;
         Int whole = 0;
         ASSERT_TRUE(PARSE_REAL(text, value, whole)) << text;

@@ -10,6 +10,12 @@ namespace {
 
 class FolderTest : public HostTest {
   protected:
+    // A folder of the root whose path has `length` characters.
+    static std::string long_folder(std::size_t length) {
+        std::string path(length, 'd');
+        path[0] = '/';
+        return path;
+    }
     static std::string system_path(Int selector, std::string_view product = "TARVANE",
                                    std::string_view version = "2024") {
         Text<260> path("left over");
@@ -135,9 +141,9 @@ TEST_F(FolderTest, OnlyTheSettingsSectionAndWholeNamesCount) {
 
 TEST_F(FolderTest, AFolderOfTooManyCharactersIsNotCut) {
     SET_MODULE_DIR(scratch.path());
-    scratch.write("Settings.ini", "Alternate System Path = /" + std::string(258, 'd') + "\n");
-    EXPECT_EQ(system_path(270), "/" + std::string(258, 'd') + "/");
-    scratch.write("Settings.ini", "Alternate System Path = /" + std::string(259, 'd') + "\n");
+    scratch.write("Settings.ini", "Alternate System Path = " + long_folder(259) + "\n");
+    EXPECT_EQ(system_path(270), long_folder(259) + "/");
+    scratch.write("Settings.ini", "Alternate System Path = " + long_folder(260) + "\n");
     EXPECT_EQ(system_path(270), "") << "there is no room for the separator";
 }
 
@@ -167,7 +173,7 @@ TEST_F(FolderTest, AnEmptySystemFolderGivesAnEmptyPath) {
 }
 
 TEST_F(FolderTest, APathThatDoesNotFitIsEmpty) {
-    SET_SYSTEM_DIR("/" + std::string(255, 'd'));
+    SET_SYSTEM_DIR(long_folder(256));
     EXPECT_EQ(system_file("abc").size(), 260u);
     EXPECT_EQ(system_file("abcd"), "");
 }
@@ -214,7 +220,7 @@ TEST_F(FolderTest, ResolveWithoutASystemFolderFindsNothing) {
 
 TEST_F(FolderTest, ResolvePassesNoPathThatItsFieldCannotHold) {
     SET_MODULE_DIR(scratch.path());
-    SET_SYSTEM_DIR("/" + std::string(250, 'd'));
+    SET_SYSTEM_DIR(long_folder(251));
     EXPECT_EQ(resolved("abcd").size(), 256u);
     EXPECT_EQ(resolved("abcde"), "");
 }
