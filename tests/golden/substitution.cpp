@@ -4,8 +4,8 @@
 //
 //   tarvane_substitution DIRECTORY EXCEPTIONS
 //
-// A line of the exceptions file names a report (with * as wildcard), the symbol line, and the reason,
-// separated by " | ". An exception that excuses nothing is a failure too.
+// A line of the exceptions file names a report (with * as wildcard), the title above the symbol line,
+// and the reason, separated by " | ". An exception that excuses nothing is a failure too.
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -182,7 +182,7 @@ class Expression {
     }
 
     // A printed number stands for every value that rounds to it; a short whole number is a constant of
-    // the formula or a count, and exact.
+    // the formula, and exact.
     Interval number() {
         skip();
         std::size_t end = at;
@@ -204,7 +204,7 @@ class Expression {
             stop += 4;
         }
         const double x = std::stod(source.substr(at, end - at));
-        const bool exact = !point && x < 100.0;
+        const bool exact = !point && x <= 12.0;
         const double half = exact ? 0.0 : 0.5 * std::pow(10.0, -decimals);
         at = stop;
         ++numbers;
@@ -215,7 +215,7 @@ class Expression {
 // ---- reports ---------------------------------------------------------------------------------------------
 
 struct Exception {
-    std::string report, symbol, reason;
+    std::string report, title, reason;
     int used = 0;
 };
 
@@ -299,6 +299,7 @@ void check_report(const std::filesystem::path& path, std::vector<Exception>& exc
         const std::optional<PrintedValue> printed = value_line(lines[next]);
         if (!printed) continue;
         const std::string symbol = trimmed(lines[i - 1]);
+        const std::string title = i >= 2 ? trimmed(lines[i - 2]) : std::string();
 
         std::string fault;
         try {
@@ -324,7 +325,7 @@ void check_report(const std::filesystem::path& path, std::vector<Exception>& exc
         }
         bool excused = false;
         for (Exception& exception : exceptions) {
-            if (!matches(exception.report, name) || exception.symbol != symbol) continue;
+            if (!matches(exception.report, name) || exception.title != title) continue;
             ++exception.used;
             excused = true;
         }
@@ -334,7 +335,7 @@ void check_report(const std::filesystem::path& path, std::vector<Exception>& exc
         }
         ++tally.failed;
         std::printf("%s:%zu: %s\n    %s\n    %s\n    %s\n    the number line %s\n", name.c_str(),
-                    i + 1, trimmed(lines[i >= 2 ? i - 2 : 0]).c_str(), symbol.c_str(), text.c_str(),
+                    i + 1, title.c_str(), symbol.c_str(), text.c_str(),
                     trimmed(lines[next]).c_str(), fault.c_str());
     }
 }
@@ -375,7 +376,7 @@ int main(int argc, char** argv) try {
         if (exception.used == 0) {
             ++idle;
             std::printf("exception without a use: %s | %s\n", exception.report.c_str(),
-                        exception.symbol.c_str());
+                        exception.title.c_str());
         }
     std::printf("%zu reports: %d number lines agree with their value, %d excused, %d with words, "
                 "%d disagree\n",
