@@ -4,8 +4,10 @@
 #include "host/platform.h"
 #include "host/services.h"
 
-#define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
 #define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 #include <shlobj.h>
