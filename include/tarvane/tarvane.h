@@ -377,7 +377,7 @@ TARVANE_API float TARVANE_CALL ASMEMOD(const float* temperature, const int32_t* 
 ** MODULUS - elastic modulus for PD 5500 and EN 13445 materials.
 **
 ** Given:
-**   chart_class  1.4 carbon steel, 1.1 austenitic, 0.95 copper alloy charts
+**   chart_class  1.4 carbon steel, 1.1 austenitic, 0.95 titanium
 **   temperature  (F)
 ** Returned:
 **   result       modulus (psi); 0.0 for another class

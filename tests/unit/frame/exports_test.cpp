@@ -316,12 +316,12 @@ TEST_F(Surface, ResetPutsTheEngineBackToItsStateAtLoad) {
     ASSERT_TRUE(STYLE_ENABLED);
     ASSERT_EQ(C_ONE, 1.0f);
 
-    const Real carbon = 1.4f, copper = 0.95f, warm = 150.0f;
+    const Real carbon = 1.4f, titanium = 0.95f, warm = 150.0f;
     Real at_load = 0.0f, shifted = 0.0f, again = 0.0f, unused = 0.0f;
     ::MODULUS(&carbon, &at_load, &warm);
-    ::MODULUS(&copper, &unused, &warm);
+    ::MODULUS(&titanium, &unused, &warm);
     ::MODULUS(&carbon, &shifted, &warm);
-    EXPECT_NE(shifted, at_load) << "the copper alloys' axis stays";
+    EXPECT_NE(shifted, at_load) << "the titanium axis stays";
 
     ::RESET_ENGINE();
     EXPECT_EQ(IOUT, 0);
