@@ -160,6 +160,9 @@ TEST_F(Allowables, shell_rule_needs_both_allowables) {
     EXPECT_EQ(s.ALLOWED[OPERATING][HUB], 2.5f * 0.001f);
     EXPECT_EQ(s.ALLOWED[SEATING][HUB], 22500.0f);
     s.Sn = 8000.0f;
+    s.Sna = 0.001f;
+    FLANGE_ALLOWABLES(s);
+    EXPECT_EQ(s.ALLOWED[OPERATING][HUB], 20000.0f);
     s.Sna = std::nextafter(0.001f, 0.0f);
     FLANGE_ALLOWABLES(s);
     EXPECT_EQ(s.ALLOWED[OPERATING][HUB], 26700.0f);
@@ -267,8 +270,12 @@ TEST_F(Allowables, full_face_row_needs_the_gasket_and_a_positive_sum) {
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().size(), 10u);
     s.STRESS[OPERATING][FULL_FACE] = -7000.0f; // a sum, not a magnitude
+    s.STRESS[SEATING][FULL_FACE] = 6999.0f;
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().size(), 10u);
+    s.STRESS[SEATING][FULL_FACE] = 7001.0f;
+    STRESS_SUMMARY(s);
+    EXPECT_EQ(written().size(), 11u);
 }
 
 TEST_F(Allowables, zero_stress_gives_999_and_not_a_number_stays_visible) {

@@ -109,13 +109,39 @@ TEST_F(AttachedShell, allowances_come_off_the_thickness_and_off_their_own_face) 
     EXPECT_CLOSE(shell.mawp, 40000.0 * 0.8125 / (39.875 - 0.8125), 1e-6);
 }
 
+TEST_F(AttachedShell, thin_and_thick_division_1_with_both_allowances) {
+    Shell thin{.P = 400.0f, .D = 40.0f, .ca = 0.125f, .ce = 0.0625f};
+    EXPECT_CLOSE(thin.thickness(), 400.0 * 20.125 / (20000.0 - 240.0) + 0.1875, 1e-6);
+    EXPECT_CLOSE(thin.mawp, 20000.0 * 0.8125 / (20.125 + 0.6 * 0.8125), 1e-6);
+    thin.external = 1;
+    EXPECT_CLOSE(thin.thickness(), 400.0 * 39.875 / 2.0 / (20000.0 + 160.0) + 0.1875, 1e-6);
+    EXPECT_CLOSE(thin.mawp, 20000.0 * 0.8125 / (39.875 / 2.0 - 0.4 * 0.8125), 1e-6);
+
+    Shell thick{.P = 9000.0f, .D = 10.0f, .ca = 0.125f, .ce = 0.0625f};
+    EXPECT_CLOSE(thick.thickness(), 5.125 * (std::exp(0.45) - 1.0) + 0.1875, 1e-6);
+    EXPECT_CLOSE(thick.mawp, 20000.0 * std::log((5.125 + 0.8125) / 5.125), 2e-6);
+    thick.external = 1;
+    EXPECT_CLOSE(thick.thickness(), 4.9375 * (1.0 - std::exp(-0.45)) + 0.1875, 1e-6);
+    EXPECT_CLOSE(thick.mawp, 20000.0 * std::log(4.9375 / (5.0 - 1.0 + 0.125)), 2e-6);
+}
+
+TEST_F(AttachedShell, outside_limit_of_thickness_takes_the_allowance_of_the_inside) {
+    // tc = t - 0.5 against 0.25 (10 - 2 (t - 0.5)): both 5/3 at t of 13/6.
+    Shell shell{.P = 100.0f, .D = 10.0f, .ca = 0.5f, .external = 1, .t = 2.16f};
+    EXPECT_CLOSE(shell.thickness(), 500.0 / (20000.0 + 40.0) + 0.5, 1e-6);
+    EXPECT_CLOSE(shell.mawp, 20000.0 * 1.66 / (5.0 - 0.4 * 1.66), 1e-6);
+    shell.t = 2.17f;
+    shell.thickness();
+    EXPECT_CLOSE(shell.mawp, 20000.0 * std::log(5.0 / (5.0 - 2.17 + 0.5)), 1e-6);
+}
+
 TEST_F(AttachedShell, en_has_a_least_thickness_without_pressure) {
     Shell shell{.code = EN_13445, .P = 0.0001f, .D = 40.0f, .ca = 0.125f, .ce = 0.0625f};
     EXPECT_CLOSE(shell.thickness(), 0.001 * 42.0 + 0.1875, 1e-6);
     EXPECT_CLOSE(shell.mawp, 40000.0 * 0.8125 / (40.25 + 0.8125), 1e-6);
     shell.external = 1;
     EXPECT_CLOSE(shell.thickness(), 0.001 * 40.0 + 0.1875, 1e-6);
-    shell.P = 0.0002f;
+    shell.P = std::nextafter(0.0001f, 1.0f);
     EXPECT_CLOSE(shell.thickness(), 0.1875, 1e-5);
     shell.external = 0;
     EXPECT_CLOSE(shell.thickness(), 0.1875, 1e-5);

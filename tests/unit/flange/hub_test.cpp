@@ -103,9 +103,10 @@ TEST_F(Hub, division_2_by_the_older_rules) {
 TEST_F(Hub, current_division_2_computes_without_lines) {
     NEW_DIV_2_RULES = true;
     FLANGE_STATE s = hub(ASME_VIII_2);
+    s.ce = 0.0625f;
     EXPECT_EQ(small_end(s, CA), (Lines{"ASME Code, Section VIII Division 2, 2017"}));
-    EXPECT_CLOSE(tHubReq, 100.0 * 48.125 / (17500.0 - 50.0) + 0.125, 1e-6);
-    EXPECT_CLOSE(pHub, 17500.0 * 0.85 * std::log((0.75 + 96.25) / 96.25), 1e-4);
+    EXPECT_CLOSE(tHubReq, 100.0 * 48.125 / (17500.0 - 50.0) + 0.1875, 1e-6);
+    EXPECT_CLOSE(pHub, 17500.0 * 0.85 * std::log((0.625 + 96.25) / 96.25), 1e-4);
 }
 
 TEST_F(Hub, edition_of_1998) {
@@ -141,6 +142,8 @@ TEST_F(Hub, shell_stress_in_use) {
     EXPECT_EQ(tHubReq, -7.0f);
     s.Sn = 0.001f;
     EXPECT_EQ(small_end(s, CA).size(), 1u);
+    s.Sn = std::nextafter(0.001f, 1.0f);
+    EXPECT_EQ(small_end(s, CA).size(), 9u);
     s.Sn = 20000.0f;
     EXPECT_EQ(small_end(s, CA)[3],
               " = ( 100.0 * ( 96.0/2 + 0.125 ))/( 20000.0 * 0.85 - 0.6 * 100.0 ) + Ca");
@@ -157,6 +160,18 @@ TEST_F(Hub, cover_and_missing_hub_are_not_rated) {
     s = hub();
     s.B = 0.001f;
     EXPECT_EQ(small_end(s), (Lines{EDITION_1}));
+    s.B = std::nextafter(0.001f, 1.0f);
+    EXPECT_EQ(small_end(s).size(), 9u);
+    s = hub();
+    s.go = 0.0001f;
+    EXPECT_EQ(small_end(s), (Lines{EDITION_1}));
+    s.go = std::nextafter(0.0001f, 1.0f);
+    EXPECT_EQ(small_end(s).size(), 9u);
+    s = hub(ASME_VIII_1, REVERSE_WELD_NECK); // needs a hub of its own too
+    s.go = 0.001f;
+    EXPECT_EQ(small_end(s), (Lines{EDITION_1}));
+    s.go = std::nextafter(0.001f, 1.0f);
+    EXPECT_EQ(small_end(s).size(), 9u);
     s = hub();
     s.ce = 0.375f;
     EXPECT_EQ(small_end(s, CA), (Lines{EDITION_1})); // go all corroded away
@@ -207,8 +222,9 @@ TEST_F(Hub, en_hub_takes_the_flange_stress_even_with_the_shell_stress_in_use) {
     FLANGE_STATE s = hub(EN_13445);
     s.useShellStress = 1;
     s.Sn = 5000.0f;
+    s.ce = 0.0625f;
     small_end(s, CA);
-    EXPECT_CLOSE(tHubReq, 100.0 * 96.25 / (35000.0 - 100.0) + 0.125, 1e-6);
+    EXPECT_CLOSE(tHubReq, 100.0 * 96.25 / (35000.0 - 100.0) + 0.1875, 1e-6);
     s.Sn = 0.0f;
     EXPECT_EQ(small_end(s, CA), (Lines{EN}));
 }
@@ -266,6 +282,7 @@ TEST_F(Hub, effective_gasket_width) {
     EXPECT_EQ(width_lines(30.0f, 26.0f)[0], "= (30.0 - 26.0)/4 = 1.0 in.");
     EXPECT_EQ(width_lines(30.0f, 26.0f)[1], "Cb * sqrt(bo) = 0.5 * sqrt(1.0) = 0.5 in.");
     EXPECT_EQ(width_lines(30.0f, 26.0625f)[1], "b = bo = 0.9844 in.");
+    EXPECT_EQ(width_lines(30.0f, 26.015625f)[1], "b = bo = 0.9961 in.");
     EXPECT_EQ(width_lines(34.0f, 26.0f)[1], "Cb * sqrt(bo) = 0.5 * sqrt(2.0) = 0.7071 in.");
     metric_report(); // 0.5 * sqrt(25.4) = 2.52; 0.7071 in. = 17.9605 mm
     EXPECT_EQ(width_lines(34.0f, 26.0f)[0], "= (863.6 - 660.4)/4 = 50.8 mm");
@@ -319,7 +336,10 @@ TEST_F(Hub, lap_without_an_operating_allowable_has_the_seating_thickness_only) {
     const Lines lines = written();
     ASSERT_EQ(lines.size(), 5u);
     EXPECT_EQ(lines[1], "000002:Required Lap Thickness due to Shear Stress, Seating [trla]:");
-    s.Sna = 0.0f;
+    s.Sn = s.Sna = std::nextafter(0.001f, 1.0f);
+    LAP_JOINT_THICKNESS(s);
+    EXPECT_EQ(written().size(), 9u);
+    s.Sn = s.Sna = 0.001f;
     LAP_JOINT_THICKNESS(s);
     EXPECT_EQ(written(),
               (Lines{"000002:Required Lap Thickness Calculations for Lap Joint Flanges:"}));

@@ -179,6 +179,8 @@ TEST_F(Rigidity, denominator_that_is_not_positive_gives_zero) {
     EXPECT_TRUE(none(LOOSE_RING, 1.0f, 1.25f, 1.4375f));
     EXPECT_TRUE(none(LOOSE_RING, 1.0f, 1.25f, NaN));
     EXPECT_FALSE(none(LOOSE_RING, 0.0f, 1.25f, 0.0f));
+    EXPECT_FALSE(none(INTEGRAL_WELD_NECK, 1e-6f, 1.25f, 0.0f));
+    EXPECT_FALSE(none(LOOSE_RING, 0.0f, 1.000001f, 0.0f));
 }
 
 // ---- lines ------------------------------------------------------------------------------------------
@@ -362,8 +364,10 @@ TEST_F(Rigidity, ring_thinner_than_the_hub_swaps_the_rectangles) {
     EXPECT_CLOSE(s.Ip, torsion(3.75, 1, 0.21, 12) + torsion(3, 0.75, 0.105, 192), 1e-6);
     EXPECT_EQ(written()[2], "Aa = 3.75, Bb = 1.0, Cc = 3.0 and Ddg = 0.75");
     s.t = 1.0f; // equal to the mean hub: the ring is the first rectangle
+    s.h = 1.0f;
     FLANGE_INERTIA(s);
-    EXPECT_CLOSE(s.Ip, torsion(4, 1, 0.21, 12) + torsion(3, 1, 0.105, 192), 1e-6);
+    EXPECT_EQ(written()[2], "Aa = 4.0, Bb = 1.0, Cc = 1.0 and Ddg = 1.0");
+    EXPECT_CLOSE(s.Ip, torsion(4, 1, 0.21, 12) + torsion(1, 1, 0.105, 192), 2e-7);
 }
 
 TEST_F(Rigidity, hub_case_takes_every_allowance) {
@@ -426,8 +430,11 @@ TEST_F(Rigidity, hub_case_needs_hub_and_lambda) {
     };
     EXPECT_TRUE(is_hub_case(0.5f, 1.5f, 1.25f));
     EXPECT_FALSE(is_hub_case(0.001f, 1.5f, 1.25f));
+    EXPECT_TRUE(is_hub_case(std::nextafter(0.001f, 1.0f), 1.5f, 1.25f));
     EXPECT_FALSE(is_hub_case(0.5f, 0.001f, 1.25f));
+    EXPECT_TRUE(is_hub_case(0.5f, std::nextafter(0.001f, 1.0f), 1.25f));
     EXPECT_FALSE(is_hub_case(0.5f, 1.5f, 0.0f));
+    EXPECT_TRUE(is_hub_case(0.5f, 1.5f, 1e-6f));
 }
 
 TEST_F(Rigidity, torsional_constant_of_a_square_and_of_a_thin_strip) {

@@ -322,6 +322,12 @@ TEST_F(ShapeFactors, fits_compute_with_a_limited_ratio_and_keep_the_stored_one) 
     EXPECT_EQ(s.F, at_tenth.F);
     EXPECT_EQ(s.f, at_tenth.f);
     EXPECT_EQ(s.hRatio, 0.05f);
+    const double lx = std::log(2.0), lh = std::log(0.1);
+    EXPECT_CLOSE(s.F,
+                 0.897697 - 0.297012 * lx + 0.0095257 * lh + 0.123586 * lx * lx +
+                     0.0358580 * lh * lh - 0.194422 * lx * lh - 0.0181259 * lx * lx * lx +
+                     0.0129360 * lh * lh * lh - 0.0377693 * lx * lh * lh + 0.0273791 * lx * lx * lh,
+                 1e-6);
     s = fits(LOOSE_SLIP_ON, 2.0f, 2.5f);
     EXPECT_EQ(s.V, fits(LOOSE_SLIP_ON, 2.0f, 2.0f).V);
     EXPECT_EQ(s.hRatio, 2.5f);
