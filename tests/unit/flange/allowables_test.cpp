@@ -10,7 +10,7 @@ namespace {
 using shape_test::example_flange;
 using stage_test::Lines;
 
-class Allowables : public shape_test::ShapeTest {};
+class StressLimits : public shape_test::ShapeTest {};
 
 constexpr Real BIG = 3.4e38f;
 
@@ -25,7 +25,7 @@ FLANGE_STATE on_shell(Int code, Int type, Real Dshell) {
     return s;
 }
 
-TEST_F(Allowables, asme_limits) {
+TEST_F(StressLimits, asme_limits) {
     const FLANGE_STATE s = on_shell(ASME_VIII_1, INTEGRAL_WELD_NECK, 60.0f);
     EXPECT_EQ(s.kf, 1.0f);
     const StressTable expected = {
@@ -36,7 +36,7 @@ TEST_F(Allowables, asme_limits) {
             EXPECT_EQ(s.ALLOWED[row][place], expected[row][place]) << row << " " << place;
 }
 
-TEST_F(Allowables, factor_k_divides_every_flange_limit_but_not_the_bolts) {
+TEST_F(StressLimits, factor_k_divides_every_flange_limit_but_not_the_bolts) {
     const FLANGE_STATE s = on_shell(EN_13445, INTEGRAL_RING, 60.0f);
     const double k = (60.0 / 78.74 + 1.0) * 2.0 / 3.0;
     EXPECT_CLOSE(s.kf, k, 1e-6);
@@ -50,7 +50,7 @@ TEST_F(Allowables, factor_k_divides_every_flange_limit_but_not_the_bolts) {
     EXPECT_EQ(s.ALLOWED[SEATING][BOLTING], 25000.0f);
 }
 
-TEST_F(Allowables, factor_k_begins_above_1000_mm_and_is_full_at_2000_mm) {
+TEST_F(StressLimits, factor_k_begins_above_1000_mm_and_is_full_at_2000_mm) {
     EXPECT_EQ(on_shell(PD_5500, INTEGRAL_WELD_NECK, 39.37008f).kf, 1.0f);
     EXPECT_EQ(on_shell(PD_5500, INTEGRAL_WELD_NECK, 20.0f).kf, 1.0f);
     const Real just_above = std::nextafter(39.37008f, BIG);
@@ -62,7 +62,7 @@ TEST_F(Allowables, factor_k_begins_above_1000_mm_and_is_full_at_2000_mm) {
     EXPECT_EQ(on_shell(PD_5500, INTEGRAL_WELD_NECK, 200.0f).kf, 1.3333334f);
 }
 
-TEST_F(Allowables, factor_k_is_for_codes_three_and_four_and_no_cover) {
+TEST_F(StressLimits, factor_k_is_for_codes_three_and_four_and_no_cover) {
     EXPECT_EQ(on_shell(ASME_VIII_1, INTEGRAL_RING, 60.0f).kf, 1.0f);
     EXPECT_EQ(on_shell(ASME_VIII_2, INTEGRAL_RING, 60.0f).kf, 1.0f);
     EXPECT_GT(on_shell(PD_5500, INTEGRAL_RING, 60.0f).kf, 1.1f);
@@ -70,7 +70,7 @@ TEST_F(Allowables, factor_k_is_for_codes_three_and_four_and_no_cover) {
     EXPECT_EQ(on_shell(EN_13445, BLIND, 60.0f).kf, 1.0f);
 }
 
-TEST_F(Allowables, contact_on_the_bolt_circle_still_takes_the_factor) {
+TEST_F(StressLimits, contact_on_the_bolt_circle_still_takes_the_factor) {
     FLANGE_STATE s = example_flange();
     s.code = EN_13445;
     s.Dshell = 60.0f;
@@ -87,7 +87,7 @@ TEST_F(Allowables, contact_on_the_bolt_circle_still_takes_the_factor) {
 
 // ---- hub limit of the attached shell --------------------------------------------------------------
 
-TEST_F(Allowables, hub_limit_of_the_attached_shell_by_code_and_type) {
+TEST_F(StressLimits, hub_limit_of_the_attached_shell_by_code_and_type) {
     // With weak shell allowables the factor shows; 0 stands for the plain limit.
     struct Row {
         Int code, type;
@@ -140,7 +140,7 @@ TEST_F(Allowables, hub_limit_of_the_attached_shell_by_code_and_type) {
     }
 }
 
-TEST_F(Allowables, strong_shell_leaves_the_plain_hub_limit) {
+TEST_F(StressLimits, strong_shell_leaves_the_plain_hub_limit) {
     FLANGE_STATE s = example_flange();
     s.Sn = s.Sna = 40000.0f;
     FLANGE_ALLOWABLES(s);
@@ -148,7 +148,7 @@ TEST_F(Allowables, strong_shell_leaves_the_plain_hub_limit) {
     EXPECT_EQ(s.ALLOWED[SEATING][HUB], 30000.0f);
 }
 
-TEST_F(Allowables, shell_rule_needs_both_allowables) {
+TEST_F(StressLimits, shell_rule_needs_both_allowables) {
     FLANGE_STATE s = example_flange();
     s.Sn = 0.0005f;
     s.Sna = 9000.0f;
@@ -189,7 +189,7 @@ constexpr const char* COLUMNS_2 =
     "                        Actual    Allowed |   Actual    Allowed |";
 constexpr const char* RULE = "-----------------------------------------------------------------";
 
-TEST_F(Allowables, summary_table_of_the_published_flange) {
+TEST_F(StressLimits, summary_table_of_the_published_flange) {
     FLANGE_STATE s = stressed_flange();
     STRESS_SUMMARY(s);
     EXPECT_CLOSE(s.RATIO[OPERATING][HUB], 26700.0 / 17788.0, 1e-6);
@@ -209,7 +209,7 @@ TEST_F(Allowables, summary_table_of_the_published_flange) {
                          }));
 }
 
-TEST_F(Allowables, blind_flange_shows_tangential_and_bolting_only) {
+TEST_F(StressLimits, blind_flange_shows_tangential_and_bolting_only) {
     FLANGE_STATE s = stressed_flange();
     s.type = BLIND;
     for (auto& row : s.STRESS)
@@ -221,7 +221,7 @@ TEST_F(Allowables, blind_flange_shows_tangential_and_bolting_only) {
     EXPECT_EQ(lines[6], "Bolting                    8378|     25000|     10766|     25000|");
 }
 
-TEST_F(Allowables, row_is_marked_without_tolerance_and_by_sign) {
+TEST_F(StressLimits, row_is_marked_without_tolerance_and_by_sign) {
     FLANGE_STATE s = stressed_flange();
     s.ALLOWED[OPERATING][RADIAL] = 1000.0f;
     s.STRESS[OPERATING][RADIAL] = 1000.2f; // less than the kernel's 0.25 psi, but over
@@ -239,7 +239,7 @@ TEST_F(Allowables, row_is_marked_without_tolerance_and_by_sign) {
     EXPECT_EQ(written()[6], "Radial Flange              1000|      1000|      6192|     20000|");
 }
 
-TEST_F(Allowables, reverse_row_needs_type_8_and_both_stresses) {
+TEST_F(StressLimits, reverse_row_needs_type_8_and_both_stresses) {
     FLANGE_STATE s = stressed_flange();
     s.STRESS[OPERATING][REVERSE] = 5000.0f;
     s.STRESS[SEATING][REVERSE] = 6000.0f;
@@ -254,7 +254,7 @@ TEST_F(Allowables, reverse_row_needs_type_8_and_both_stresses) {
     EXPECT_EQ(written().size(), 10u);
 }
 
-TEST_F(Allowables, full_face_row_needs_the_gasket_and_a_positive_sum) {
+TEST_F(StressLimits, full_face_row_needs_the_gasket_and_a_positive_sum) {
     FLANGE_STATE s = stressed_flange();
     s.STRESS[OPERATING][FULL_FACE] = 7000.0f;
     STRESS_SUMMARY(s);
@@ -278,7 +278,7 @@ TEST_F(Allowables, full_face_row_needs_the_gasket_and_a_positive_sum) {
     EXPECT_EQ(written().size(), 11u);
 }
 
-TEST_F(Allowables, zero_stress_gives_999_and_not_a_number_stays_visible) {
+TEST_F(StressLimits, zero_stress_gives_999_and_not_a_number_stays_visible) {
     FLANGE_STATE s = stressed_flange();
     s.STRESS[OPERATING][HUB] = s.STRESS[SEATING][HUB] = -0.0f;
     s.STRESS[OPERATING][RADIAL] = std::numeric_limits<Real>::quiet_NaN();
@@ -291,7 +291,7 @@ TEST_F(Allowables, zero_stress_gives_999_and_not_a_number_stays_visible) {
     EXPECT_EQ(lines.size(), 9u);
 }
 
-TEST_F(Allowables, table_in_report_units) {
+TEST_F(StressLimits, table_in_report_units) {
     metric_report();
     FLANGE_STATE s = stressed_flange();
     STRESS_SUMMARY(s);
@@ -301,7 +301,7 @@ TEST_F(Allowables, table_in_report_units) {
     EXPECT_EQ(lines[5], "Longitudinal Hub            123|       184|       123|       207|");
 }
 
-TEST_F(Allowables, silent_summary_forms_the_ratios) {
+TEST_F(StressLimits, silent_summary_forms_the_ratios) {
     close_report();
     FLANGE_STATE s = stressed_flange();
     STRESS_SUMMARY(s);

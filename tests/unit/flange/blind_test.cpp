@@ -5,7 +5,7 @@
 namespace tarvane {
 namespace {
 
-class Blind : public shape_test::ShapeTest {};
+class BlindThickness : public shape_test::ShapeTest {};
 
 // Flat cover of the ASME example E4.6.1.
 FLANGE_STATE cover() {
@@ -40,7 +40,7 @@ BLIND_CALL seating() {
             .tGiven = 2.0f};
 }
 
-TEST_F(Blind, published_cover_in_operation_and_seating) {
+TEST_F(BlindThickness, published_cover_in_operation_and_seating) {
     const FLANGE_STATE s = cover();
     BLIND_CALL call = operating();
     BLIND_THICKNESS(s, call);
@@ -55,7 +55,7 @@ TEST_F(Blind, published_cover_in_operation_and_seating) {
     EXPECT_EQ(seat.tEdge, seat.tOut);
 }
 
-TEST_F(Blind, published_plate_without_a_bolt_load) {
+TEST_F(BlindThickness, published_plate_without_a_bolt_load) {
     FLANGE_STATE s = cover();
     BLIND_CALL call{
         .d = 18.0f, .Zf = 1.0f, .P = 15.0f, .S = 20000.0f, .W = 0.0f, .ca = 0.0f, .tGiven = 0.5f};
@@ -65,7 +65,7 @@ TEST_F(Blind, published_plate_without_a_bolt_load) {
     EXPECT_EQ(call.tEdge, 0.0f);
 }
 
-TEST_F(Blind, pressure_put_back_asks_for_the_given_thickness) {
+TEST_F(BlindThickness, pressure_put_back_asks_for_the_given_thickness) {
     for (const Int code : {ASME_VIII_1, ASME_VIII_2, PD_5500, EN_13445}) {
         for (const Real Zf : {1.0f, 1.6f}) {
             SCOPED_TRACE(testing::Message() << code << " " << Zf);
@@ -86,7 +86,7 @@ TEST_F(Blind, pressure_put_back_asks_for_the_given_thickness) {
     }
 }
 
-TEST_F(Blind, joint_efficiency_counts_under_asme_only) {
+TEST_F(BlindThickness, joint_efficiency_counts_under_asme_only) {
     for (const Int code : {ASME_VIII_1, ASME_VIII_2, PD_5500}) {
         FLANGE_STATE s = cover();
         s.code = code;
@@ -99,7 +99,7 @@ TEST_F(Blind, joint_efficiency_counts_under_asme_only) {
     }
 }
 
-TEST_F(Blind, external_pressure_and_reversed_load_count_by_magnitude) {
+TEST_F(BlindThickness, external_pressure_and_reversed_load_count_by_magnitude) {
     const FLANGE_STATE s = cover();
     BLIND_CALL call = operating();
     BLIND_THICKNESS(s, call);
@@ -111,7 +111,7 @@ TEST_F(Blind, external_pressure_and_reversed_load_count_by_magnitude) {
     EXPECT_EQ(reversed.tEdge, call.tEdge);
 }
 
-TEST_F(Blind, en_cover_takes_the_larger_of_its_bolt_and_pressure_thickness) {
+TEST_F(BlindThickness, en_cover_takes_the_larger_of_its_bolt_and_pressure_thickness) {
     FLANGE_STATE s = cover();
     s.code = EN_13445;
     s.CF = 1.2f;
@@ -135,7 +135,7 @@ TEST_F(Blind, en_cover_takes_the_larger_of_its_bolt_and_pressure_thickness) {
     EXPECT_CLOSE(call.tOut, std::sqrt(40.0) * tBolt + 0.125, 1e-6);
 }
 
-TEST_F(Blind, en_bolt_load_keeps_its_sign) {
+TEST_F(BlindThickness, en_bolt_load_keeps_its_sign) {
     FLANGE_STATE s = cover();
     s.code = EN_13445;
     BLIND_CALL call = operating();
@@ -145,7 +145,7 @@ TEST_F(Blind, en_bolt_load_keeps_its_sign) {
     EXPECT_GT(call.tEdge, 0.0f);
 }
 
-TEST_F(Blind, en_cover_without_pressure_keeps_the_asme_form) {
+TEST_F(BlindThickness, en_cover_without_pressure_keeps_the_asme_form) {
     FLANGE_STATE s = cover();
     BLIND_CALL asme = seating();
     BLIND_THICKNESS(s, asme);
@@ -162,7 +162,7 @@ TEST_F(Blind, en_cover_without_pressure_keeps_the_asme_form) {
     EXPECT_GT(std::fabs(en.tOut - asme.tOut), 0.01f);
 }
 
-TEST_F(Blind, full_face_cover_under_pd_and_en_returns_with_its_own_form) {
+TEST_F(BlindThickness, full_face_cover_under_pd_and_en_returns_with_its_own_form) {
     FLANGE_STATE s = cover();
     s.fullFace = true;
     s.coverFlag = 1; // no UG-39 factor on this path
@@ -177,7 +177,7 @@ TEST_F(Blind, full_face_cover_under_pd_and_en_returns_with_its_own_form) {
     }
 }
 
-TEST_F(Blind, full_face_cover_under_asme_spans_the_bolt_circle) {
+TEST_F(BlindThickness, full_face_cover_under_asme_spans_the_bolt_circle) {
     FLANGE_STATE s = cover();
     s.fullFace = true;
     s.Cf = 0.25f;
@@ -192,7 +192,7 @@ TEST_F(Blind, full_face_cover_under_asme_spans_the_bolt_circle) {
     }
 }
 
-TEST_F(Blind, shape_factor_of_one_counts_as_circular) {
+TEST_F(BlindThickness, shape_factor_of_one_counts_as_circular) {
     FLANGE_STATE s = cover();
     s.L = 0.0f; // would divide by zero in the other form
     BLIND_CALL call = operating();
@@ -211,7 +211,7 @@ TEST_F(Blind, shape_factor_of_one_counts_as_circular) {
     }
 }
 
-TEST_F(Blind, non_circular_cover) {
+TEST_F(BlindThickness, non_circular_cover) {
     FLANGE_STATE s = cover();
     s.L = 110.0f;
     s.CF = 1.1f;
@@ -226,7 +226,7 @@ TEST_F(Blind, non_circular_cover) {
     EXPECT_CLOSE(call.pOut, (1.875 * 1.875 / 400.0 - bt) * 17800.0 / (0.3 * 1.6), 1e-5);
 }
 
-TEST_F(Blind, no_given_thickness_gives_a_negative_pressure_as_it_comes) {
+TEST_F(BlindThickness, no_given_thickness_gives_a_negative_pressure_as_it_comes) {
     const FLANGE_STATE s = cover();
     BLIND_CALL call = operating();
     call.tGiven = 0.0f;
@@ -234,7 +234,7 @@ TEST_F(Blind, no_given_thickness_gives_a_negative_pressure_as_it_comes) {
     EXPECT_LT(call.pOut, 0.0f);
 }
 
-TEST_F(Blind, opening_factor_of_the_cover) {
+TEST_F(BlindThickness, opening_factor_of_the_cover) {
     FLANGE_STATE s = cover();
     BLIND_CALL plain = operating();
     plain.ca = 0.125f;
@@ -262,7 +262,7 @@ TEST_F(Blind, opening_factor_of_the_cover) {
     EXPECT_EQ(with(0.0f, 0.9f, 0), plain.tOut);
 }
 
-TEST_F(Blind, results_of_an_earlier_call_do_not_stay) {
+TEST_F(BlindThickness, results_of_an_earlier_call_do_not_stay) {
     FLANGE_STATE s = cover();
     BLIND_CALL call = operating();
     BLIND_THICKNESS(s, call);

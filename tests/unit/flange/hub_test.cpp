@@ -8,7 +8,7 @@ namespace {
 
 using stage_test::Lines;
 
-class Hub : public shape_test::ShapeTest {
+class HubSmallEnd : public shape_test::ShapeTest {
   protected:
     Real tHubReq = -7.0f, pHub = -7.0f;
 
@@ -46,7 +46,7 @@ constexpr const char* K_FULL = "Because the Flange ID is >= 2000 mm, k = 1.333";
 constexpr const char* K_NOTE =
     "000100:Note: For Evaluation of 'k', Metric dimensions are employed.";
 
-TEST_F(Hub, division_1_in_full) {
+TEST_F(HubSmallEnd, division_1_in_full) {
     FLANGE_STATE s = hub();
     const Lines lines = small_end(s, CA);
     EXPECT_CLOSE(tHubReq, 0.44984, 1e-5);
@@ -64,7 +64,7 @@ TEST_F(Hub, division_1_in_full) {
                      }));
 }
 
-TEST_F(Hub, thickness_above_the_hub_carries_the_warning) {
+TEST_F(HubSmallEnd, thickness_above_the_hub_carries_the_warning) {
     FLANGE_STATE s = hub();
     s.go = 0.25f;
     const Lines lines = small_end(s, CA);
@@ -74,7 +74,7 @@ TEST_F(Hub, thickness_above_the_hub_carries_the_warning) {
     EXPECT_EQ(small_end(s, CA)[4], " = 0.4498 in.");
 }
 
-TEST_F(Hub, pressure_of_the_required_hub_is_the_design_pressure) {
+TEST_F(HubSmallEnd, pressure_of_the_required_hub_is_the_design_pressure) {
     for (const Real P : {50.0f, 300.0f, 2500.0f}) {
         FLANGE_STATE s = hub();
         s.P = P;
@@ -86,7 +86,7 @@ TEST_F(Hub, pressure_of_the_required_hub_is_the_design_pressure) {
     }
 }
 
-TEST_F(Hub, division_2_by_the_older_rules) {
+TEST_F(HubSmallEnd, division_2_by_the_older_rules) {
     FLANGE_STATE s = hub(ASME_VIII_2);
     const Lines lines = small_end(s, CA);
     EXPECT_CLOSE(tHubReq, 100.0 * 48.125 / (17500.0 - 50.0) + 0.125, 1e-6); // 0.40079
@@ -100,7 +100,7 @@ TEST_F(Hub, division_2_by_the_older_rules) {
                      }));
 }
 
-TEST_F(Hub, current_division_2_computes_without_lines) {
+TEST_F(HubSmallEnd, current_division_2_computes_without_lines) {
     NEW_DIV_2_RULES = true;
     FLANGE_STATE s = hub(ASME_VIII_2);
     s.ce = 0.0625f;
@@ -109,13 +109,13 @@ TEST_F(Hub, current_division_2_computes_without_lines) {
     EXPECT_CLOSE(pHub, 17500.0 * 0.85 * std::log((0.625 + 96.25) / 96.25), 1e-4);
 }
 
-TEST_F(Hub, edition_of_1998) {
+TEST_F(HubSmallEnd, edition_of_1998) {
     CODE_A98_ADDENDA = 1;
     FLANGE_STATE s = hub(ASME_VIII_1, INTEGRAL_SLIP_ON);
     EXPECT_EQ(small_end(s), (Lines{"ASME Code, Section VIII Division 1, 1998, Code A-98 Addenda"}));
 }
 
-TEST_F(Hub, slip_on_flange_has_its_thickness_but_no_rating_and_no_lines) {
+TEST_F(HubSmallEnd, slip_on_flange_has_its_thickness_but_no_rating_and_no_lines) {
     for (const Int type : {INTEGRAL_SLIP_ON, INTEGRAL_RING, LOOSE_SLIP_ON, LAP_JOINT}) {
         FLANGE_STATE s = hub(ASME_VIII_1, type);
         EXPECT_EQ(small_end(s, CA), (Lines{EDITION_1})) << type;
@@ -124,7 +124,7 @@ TEST_F(Hub, slip_on_flange_has_its_thickness_but_no_rating_and_no_lines) {
     }
 }
 
-TEST_F(Hub, external_pressure_leaves_the_default_and_no_line) {
+TEST_F(HubSmallEnd, external_pressure_leaves_the_default_and_no_line) {
     FLANGE_STATE s = hub(EN_13445);
     s.P = -0.5f;
     EXPECT_TRUE(small_end(s).empty());
@@ -134,7 +134,7 @@ TEST_F(Hub, external_pressure_leaves_the_default_and_no_line) {
     EXPECT_FALSE(small_end(s).empty());
 }
 
-TEST_F(Hub, shell_stress_in_use) {
+TEST_F(HubSmallEnd, shell_stress_in_use) {
     FLANGE_STATE s = hub();
     s.useShellStress = 1;
     EXPECT_EQ(small_end(s, CA), (Lines{EDITION_1})); // none given
@@ -153,7 +153,7 @@ TEST_F(Hub, shell_stress_in_use) {
     EXPECT_CLOSE(tHubReq, 0.44984, 1e-5);
 }
 
-TEST_F(Hub, cover_and_missing_hub_are_not_rated) {
+TEST_F(HubSmallEnd, cover_and_missing_hub_are_not_rated) {
     FLANGE_STATE s = hub(ASME_VIII_1, BLIND);
     EXPECT_EQ(small_end(s), (Lines{EDITION_1}));
     EXPECT_EQ(tHubReq, -7.0f);
@@ -178,14 +178,14 @@ TEST_F(Hub, cover_and_missing_hub_are_not_rated) {
     EXPECT_EQ(pHub, 99999.0f);
 }
 
-TEST_F(Hub, division_1_flange_prints_neither_k_nor_gasket_width_for_either_flag) {
+TEST_F(HubSmallEnd, division_1_flange_prints_neither_k_nor_gasket_width_for_either_flag) {
     FLANGE_STATE s = hub();
     EXPECT_EQ(small_end(s, CA, true), small_end(s, CA, false));
 }
 
 // ---- PD 5500 and EN 13445 -------------------------------------------------------------------------
 
-TEST_F(Hub, reverse_flange_under_pd_has_the_factor_k_only) {
+TEST_F(HubSmallEnd, reverse_flange_under_pd_has_the_factor_k_only) {
     FLANGE_STATE s = hub(PD_5500, REVERSE_WELD_NECK);
     EXPECT_EQ(small_end(s, CA), (Lines{PD, K_PD, K_FULL, K_NOTE}));
     EXPECT_EQ(tHubReq, -7.0f);
@@ -193,7 +193,7 @@ TEST_F(Hub, reverse_flange_under_pd_has_the_factor_k_only) {
     EXPECT_EQ(small_end(s, CA, true), (Lines{PD}));
 }
 
-TEST_F(Hub, en_in_full) {
+TEST_F(HubSmallEnd, en_in_full) {
     FLANGE_STATE s = hub(EN_13445);
     const Lines lines = small_end(s, CA);
     EXPECT_CLOSE(tHubReq, 100.0 * 96.25 / (35000.0 - 100.0) + 0.125, 1e-6); // 0.40079
@@ -218,7 +218,7 @@ TEST_F(Hub, en_in_full) {
     EXPECT_CLOSE(tHubReq, 100.0 * 96.25 / (35000.0 - 100.0) + 0.125, 1e-6);
 }
 
-TEST_F(Hub, en_hub_takes_the_flange_stress_even_with_the_shell_stress_in_use) {
+TEST_F(HubSmallEnd, en_hub_takes_the_flange_stress_even_with_the_shell_stress_in_use) {
     FLANGE_STATE s = hub(EN_13445);
     s.useShellStress = 1;
     s.Sn = 5000.0f;
@@ -229,7 +229,7 @@ TEST_F(Hub, en_hub_takes_the_flange_stress_even_with_the_shell_stress_in_use) {
     EXPECT_EQ(small_end(s, CA), (Lines{EN}));
 }
 
-TEST_F(Hub, en_slip_on_with_a_hub_stops_before_k_and_without_one_does_not) {
+TEST_F(HubSmallEnd, en_slip_on_with_a_hub_stops_before_k_and_without_one_does_not) {
     FLANGE_STATE s = hub(EN_13445, INTEGRAL_SLIP_ON);
     EXPECT_EQ(small_end(s, CA), (Lines{EN}));
     EXPECT_EQ(tHubReq, -7.0f);
@@ -240,7 +240,7 @@ TEST_F(Hub, en_slip_on_with_a_hub_stops_before_k_and_without_one_does_not) {
     EXPECT_EQ(lines[4], "000002:Gasket Effective Width:");
 }
 
-TEST_F(Hub, rules_of_division_2_left_on_take_the_en_lines_but_not_k) {
+TEST_F(HubSmallEnd, rules_of_division_2_left_on_take_the_en_lines_but_not_k) {
     NEW_DIV_2_RULES = true;
     FLANGE_STATE s = hub(EN_13445);
     const Lines lines = small_end(s, CA);
@@ -248,7 +248,7 @@ TEST_F(Hub, rules_of_division_2_left_on_take_the_en_lines_but_not_k) {
     EXPECT_EQ(tHubReq, -7.0f);
 }
 
-TEST_F(Hub, factor_k_by_the_corroded_bore) {
+TEST_F(HubSmallEnd, factor_k_by_the_corroded_bore) {
     const auto k_lines = [this](Real B, Real ci) {
         FLANGE_STATE s = hub(PD_5500, BLIND);
         s.B = B;
@@ -270,7 +270,7 @@ TEST_F(Hub, factor_k_by_the_corroded_bore) {
     EXPECT_EQ(k_lines(std::nextafter(78.74016f, 40.0f), 0.0f).size(), 3u);
 }
 
-TEST_F(Hub, effective_gasket_width) {
+TEST_F(HubSmallEnd, effective_gasket_width) {
     const auto width_lines = [this](Real Go, Real Gi) {
         FLANGE_STATE s = hub(EN_13445, BLIND);
         s.Go = Go;
@@ -289,7 +289,7 @@ TEST_F(Hub, effective_gasket_width) {
     EXPECT_EQ(width_lines(34.0f, 26.0f)[1], "Cb * sqrt(bo) = 2.52 * sqrt(50.8) = 17.9605 mm");
 }
 
-TEST_F(Hub, hub_lines_in_report_units) {
+TEST_F(HubSmallEnd, hub_lines_in_report_units) {
     metric_report();
     FLANGE_STATE s = hub();
     const Lines lines = small_end(s, CA);
@@ -313,7 +313,7 @@ FLANGE_STATE lap() {
     return s;
 }
 
-TEST_F(Hub, lap_in_operation_and_seating) {
+TEST_F(HubSmallEnd, lap_in_operation_and_seating) {
     LAP_JOINT_THICKNESS(lap());
     // 125000 / (3.14159 * 20 * 8000) = 0.24868, seating the same
     EXPECT_EQ(written(), (Lines{
@@ -329,7 +329,7 @@ TEST_F(Hub, lap_in_operation_and_seating) {
                          }));
 }
 
-TEST_F(Hub, lap_without_an_operating_allowable_has_the_seating_thickness_only) {
+TEST_F(HubSmallEnd, lap_without_an_operating_allowable_has_the_seating_thickness_only) {
     FLANGE_STATE s = lap();
     s.Sn = 0.001f;
     LAP_JOINT_THICKNESS(s);
@@ -345,7 +345,7 @@ TEST_F(Hub, lap_without_an_operating_allowable_has_the_seating_thickness_only) {
               (Lines{"000002:Required Lap Thickness Calculations for Lap Joint Flanges:"}));
 }
 
-TEST_F(Hub, only_a_lap_joint_has_a_lap) {
+TEST_F(HubSmallEnd, only_a_lap_joint_has_a_lap) {
     for (Int type = INTEGRAL_WELD_NECK; type <= LOOSE_REVERSE; ++type) {
         FLANGE_STATE s = lap();
         s.type = type;

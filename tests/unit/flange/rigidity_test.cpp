@@ -11,7 +11,7 @@ namespace {
 using shape_test::example_flange;
 using stage_test::Lines;
 
-class Rigidity : public shape_test::ShapeTest {};
+class RigidityIndex : public shape_test::ShapeTest {};
 
 // The published flange with its moduli, and its moments and factors as printed.
 FLANGE_STATE flange_with_moduli() {
@@ -36,7 +36,7 @@ RIGIDITY_CALL run(FLANGE_STATE& s, RIGIDITY_CALL call, Int print = RIGIDITY_SILE
     return call;
 }
 
-TEST_F(Rigidity, published_integral_flange) {
+TEST_F(RigidityIndex, published_integral_flange) {
     FLANGE_STATE s = flange_with_moduli();
     const RIGIDITY_CALL call = run(s, published_call());
     EXPECT_CLOSE(s.J[1], 0.8318, 1e-4); // printed with four decimals
@@ -45,7 +45,7 @@ TEST_F(Rigidity, published_integral_flange) {
     EXPECT_TRUE(written().empty());
 }
 
-TEST_F(Rigidity, form_goes_by_type_and_by_what_is_left_of_the_hub) {
+TEST_F(RigidityIndex, form_goes_by_type_and_by_what_is_left_of_the_hub) {
     FLANGE_STATE s = flange_with_moduli();
     const RIGIDITY_CALL call = published_call();
     run(s, call);
@@ -88,7 +88,7 @@ TEST_F(Rigidity, form_goes_by_type_and_by_what_is_left_of_the_hub) {
     }
 }
 
-TEST_F(Rigidity, blind_and_full_face_flanges_have_none) {
+TEST_F(RigidityIndex, blind_and_full_face_flanges_have_none) {
     for (const bool blind : {true, false}) {
         FLANGE_STATE s = flange_with_moduli();
         s.J[0] = 0.25f;
@@ -104,7 +104,7 @@ TEST_F(Rigidity, blind_and_full_face_flanges_have_none) {
     }
 }
 
-TEST_F(Rigidity, correction_factor_comes_out_of_the_moments) {
+TEST_F(RigidityIndex, correction_factor_comes_out_of_the_moments) {
     FLANGE_STATE s = flange_with_moduli();
     RIGIDITY_CALL call = published_call();
     run(s, call);
@@ -117,7 +117,7 @@ TEST_F(Rigidity, correction_factor_comes_out_of_the_moments) {
     EXPECT_CLOSE(s.J[1], plain, 1e-6);
 }
 
-TEST_F(Rigidity, moments_count_by_magnitude) {
+TEST_F(RigidityIndex, moments_count_by_magnitude) {
     FLANGE_STATE s = flange_with_moduli();
     RIGIDITY_CALL call = published_call();
     run(s, call);
@@ -129,7 +129,7 @@ TEST_F(Rigidity, moments_count_by_magnitude) {
     EXPECT_EQ(s.J[1], operating);
 }
 
-TEST_F(Rigidity, seating_of_a_ring_takes_the_new_thickness_unless_told) {
+TEST_F(RigidityIndex, seating_of_a_ring_takes_the_new_thickness_unless_told) {
     FLANGE_STATE s = flange_with_moduli();
     s.type = LOOSE_RING;
     s.ct = 0.4375f;
@@ -146,7 +146,7 @@ TEST_F(Rigidity, seating_of_a_ring_takes_the_new_thickness_unless_told) {
     EXPECT_LT(s.J[0], static_cast<Real>(unit * 207923.0 / 29.4e6 / 2.0));
 }
 
-TEST_F(Rigidity, hub_form_takes_both_allowances_off_go) {
+TEST_F(RigidityIndex, hub_form_takes_both_allowances_off_go) {
     FLANGE_STATE s = flange_with_moduli();
     RIGIDITY_CALL call = published_call();
     run(s, call);
@@ -157,7 +157,7 @@ TEST_F(Rigidity, hub_form_takes_both_allowances_off_go) {
     EXPECT_CLOSE(s.J[1], plain * std::pow(0.3125 / 0.21875, 2), 1e-5);
 }
 
-TEST_F(Rigidity, denominator_that_is_not_positive_gives_zero) {
+TEST_F(RigidityIndex, denominator_that_is_not_positive_gives_zero) {
     const auto none = [](Int type, Real lambda, Real K, Real ct) {
         FLANGE_STATE s = flange_with_moduli();
         s.type = type;
@@ -185,7 +185,7 @@ TEST_F(Rigidity, denominator_that_is_not_positive_gives_zero) {
 
 // ---- lines ------------------------------------------------------------------------------------------
 
-TEST_F(Rigidity, lines_of_an_integral_flange) {
+TEST_F(RigidityIndex, lines_of_an_integral_flange) {
     FLANGE_STATE s = flange_with_moduli();
     run(s, published_call(), RIGIDITY_FULL);
     EXPECT_EQ(written(),
@@ -205,7 +205,7 @@ TEST_F(Rigidity, lines_of_an_integral_flange) {
               }));
 }
 
-TEST_F(Rigidity, lines_of_a_loose_hub_under_the_current_division_2) {
+TEST_F(RigidityIndex, lines_of_a_loose_hub_under_the_current_division_2) {
     NEW_DIV_2_RULES = true;
     FLANGE_STATE s = flange_with_moduli();
     s.type = LAP_JOINT;
@@ -230,7 +230,8 @@ TEST_F(Rigidity, lines_of_a_loose_hub_under_the_current_division_2) {
               }));
 }
 
-TEST_F(Rigidity, lines_of_a_ring_show_the_thickness_of_each_condition_and_the_overstress_mark) {
+TEST_F(RigidityIndex,
+       lines_of_a_ring_show_the_thickness_of_each_condition_and_the_overstress_mark) {
     FLANGE_STATE s = flange_with_moduli();
     s.type = LOOSE_RING;
     s.ct = 0.0625f;
@@ -253,7 +254,7 @@ TEST_F(Rigidity, lines_of_a_ring_show_the_thickness_of_each_condition_and_the_ov
               }));
 }
 
-TEST_F(Rigidity, substituted_line_is_true_in_metric_units) {
+TEST_F(RigidityIndex, substituted_line_is_true_in_metric_units) {
     metric_report();
     FLANGE_STATE s = flange_with_moduli();
     run(s, published_call(), RIGIDITY_FULL);
@@ -267,7 +268,7 @@ TEST_F(Rigidity, substituted_line_is_true_in_metric_units) {
     EXPECT_NEAR(shown, 0.7402, 5e-4);
 }
 
-TEST_F(Rigidity, mark_begins_above_its_threshold) {
+TEST_F(RigidityIndex, mark_begins_above_its_threshold) {
     FLANGE_STATE s = flange_with_moduli();
     const auto value_line = [&](double J) {
         RIGIDITY_CALL call = published_call();
@@ -284,7 +285,7 @@ TEST_F(Rigidity, mark_begins_above_its_threshold) {
     EXPECT_EQ(value_line(1.00005), " = 1.000 (should be <= 1)");
 }
 
-TEST_F(Rigidity, short_form) {
+TEST_F(RigidityIndex, short_form) {
     FLANGE_STATE s = flange_with_moduli();
     run(s, published_call(), RIGIDITY_SHORT);
     EXPECT_EQ(written(), (Lines{
@@ -295,7 +296,7 @@ TEST_F(Rigidity, short_form) {
     EXPECT_TRUE(written().empty());
 }
 
-TEST_F(Rigidity, closed_report_writes_nothing_in_full_form) {
+TEST_F(RigidityIndex, closed_report_writes_nothing_in_full_form) {
     close_report();
     FLANGE_STATE s = flange_with_moduli();
     run(s, published_call(), RIGIDITY_FULL);
@@ -327,7 +328,7 @@ double torsion(double a, double b, double c1, double c2) {
     return a * b * b * b * (1.0 / 3.0 - c1 * r * (1.0 - r * r * r * r / c2));
 }
 
-TEST_F(Rigidity, inertias_of_a_hub_flange) {
+TEST_F(RigidityIndex, inertias_of_a_hub_flange) {
     FLANGE_STATE s = hub_flange();
     FLANGE_INERTIA(s);
     const double Kab = torsion(4, 2, 0.21, 12), Kcd = torsion(3, 1, 0.105, 192);
@@ -357,7 +358,7 @@ TEST_F(Rigidity, inertias_of_a_hub_flange) {
               }));
 }
 
-TEST_F(Rigidity, ring_thinner_than_the_hub_swaps_the_rectangles) {
+TEST_F(RigidityIndex, ring_thinner_than_the_hub_swaps_the_rectangles) {
     FLANGE_STATE s = hub_flange();
     s.t = 0.75f;
     FLANGE_INERTIA(s);
@@ -370,7 +371,7 @@ TEST_F(Rigidity, ring_thinner_than_the_hub_swaps_the_rectangles) {
     EXPECT_CLOSE(s.Ip, torsion(4, 1, 0.21, 12) + torsion(1, 1, 0.105, 192), 2e-7);
 }
 
-TEST_F(Rigidity, hub_case_takes_every_allowance) {
+TEST_F(RigidityIndex, hub_case_takes_every_allowance) {
     FLANGE_STATE s = hub_flange();
     s.ci = 0.125f;
     s.ce = 0.0625f;
@@ -381,7 +382,7 @@ TEST_F(Rigidity, hub_case_takes_every_allowance) {
     EXPECT_CLOSE(s.I, 0.0874 * 1.25 * 0.3125 * 0.3125 * std::sqrt(10.0) * 20.25 / 0.25, 1e-6);
 }
 
-TEST_F(Rigidity, symbol_of_V_goes_by_type_and_a_corroded_hub_has_no_bending_inertia) {
+TEST_F(RigidityIndex, symbol_of_V_goes_by_type_and_a_corroded_hub_has_no_bending_inertia) {
     FLANGE_STATE s = hub_flange();
     s.type = LOOSE_SLIP_ON;
     FLANGE_INERTIA(s);
@@ -393,7 +394,7 @@ TEST_F(Rigidity, symbol_of_V_goes_by_type_and_a_corroded_hub_has_no_bending_iner
     EXPECT_EQ(written()[15], " = 0.0874 * L * go^(2) * ho * B / V");
 }
 
-TEST_F(Rigidity, ring_case_takes_the_bore_uncorroded_and_the_outside_with_its_allowance) {
+TEST_F(RigidityIndex, ring_case_takes_the_bore_uncorroded_and_the_outside_with_its_allowance) {
     FLANGE_STATE s = hub_flange();
     s.type = LOOSE_RING;
     s.g1 = 0.0f;
@@ -419,7 +420,7 @@ TEST_F(Rigidity, ring_case_takes_the_bore_uncorroded_and_the_outside_with_its_al
               }));
 }
 
-TEST_F(Rigidity, hub_case_needs_hub_and_lambda) {
+TEST_F(RigidityIndex, hub_case_needs_hub_and_lambda) {
     const auto is_hub_case = [](Real go, Real g1, Real lambda) {
         FLANGE_STATE s = hub_flange();
         s.go = go;
@@ -437,7 +438,7 @@ TEST_F(Rigidity, hub_case_needs_hub_and_lambda) {
     EXPECT_TRUE(is_hub_case(0.5f, 1.5f, 1e-6f));
 }
 
-TEST_F(Rigidity, torsional_constant_of_a_square_and_of_a_thin_strip) {
+TEST_F(RigidityIndex, torsional_constant_of_a_square_and_of_a_thin_strip) {
     FLANGE_STATE s = hub_flange();
     s.g1 = 0.0f;
     s.t = 4.0f; // ring of 4 by 4: 0.1406 a4 in theory, the formula within half a percent
@@ -448,7 +449,7 @@ TEST_F(Rigidity, torsional_constant_of_a_square_and_of_a_thin_strip) {
     EXPECT_CLOSE(s.Ip, 4.0 * 1e-6 / 3.0, 2e-3);
 }
 
-TEST_F(Rigidity, metric_inertia_unit) {
+TEST_F(RigidityIndex, metric_inertia_unit) {
     metric_report();
     FLANGE_STATE s = hub_flange();
     FLANGE_INERTIA(s);
