@@ -50,8 +50,11 @@ class Reader {
     void fault(int line, std::string_view key, std::string message) {
         result.faults.push_back({line, std::string(key), std::move(message)});
     }
-    void wrong(const toml::node& node, std::string_view key, const std::string& wanted) {
-        fault(line_of(node), key, wanted + " is expected, not " + found(node));
+    void wrong(const toml::node& node, std::string_view key, const std::string& wanted,
+               std::string_view meaning = {}) {
+        std::string message = wanted + " is expected, not " + found(node);
+        if (!meaning.empty()) message += " (" + std::string(meaning) + ')';
+        fault(line_of(node), key, std::move(message));
     }
 
     void unknown_key(const toml::key& key, std::span<const std::string_view> others);
@@ -207,27 +210,26 @@ std::optional<float> Reader::read_choice(const toml::node& node, const Key& key)
         std::minmax_element(key.choices.begin(), key.choices.end(),
                             [](const Choice& a, const Choice& b) { return a.number < b.number; });
     wanted += " or " + std::to_string(low->number) + " to " + std::to_string(high->number);
-    wanted += " (" + std::string(key.meaning) + ")";
-    wrong(node, key.name, wanted);
+    wrong(node, key.name, wanted, key.meaning);
     return std::nullopt;
 }
 
 std::optional<float> Reader::read_number(const toml::node& node, const Key& key) {
     const UnitSystem& units = result.file.units;
-    const std::string wanted = expected(key, units) + " (" + std::string(key.meaning) + ")";
+    const std::string wanted = expected(key, units);
     const std::optional<double> value = number_of(node);
     if (!value) {
-        wrong(node, key.name, wanted);
+        wrong(node, key.name, wanted, key.meaning);
         return std::nullopt;
     }
     if (key.quantity == Quantity::whole &&
         (*value != std::floor(*value) || std::fabs(*value) > LARGEST_WHOLE)) {
-        wrong(node, key.name, wanted);
+        wrong(node, key.name, wanted, key.meaning);
         return std::nullopt;
     }
     const float single = units.to_engine(static_cast<float>(*value), key.quantity);
     if (!std::isfinite(single)) {
-        wrong(node, key.name, wanted);
+        wrong(node, key.name, wanted, key.meaning);
         return std::nullopt;
     }
     return single;
@@ -237,7 +239,7 @@ std::optional<float> Reader::read_value(const toml::node& node, const Key& key) 
     if (key.quantity == Quantity::choice) return read_choice(node, key);
     if (key.quantity == Quantity::flag) {
         if (node.is_boolean()) return read_flag(node, key.name, false) ? 1.0f : 0.0f;
-        wrong(node, key.name, "true or false (" + std::string(key.meaning) + ")");
+        wrong(node, key.name, expected(key, result.file.units), key.meaning);
         return std::nullopt;
     }
     return read_number(node, key);
@@ -249,7 +251,7 @@ std::optional<std::string> Reader::read_text(const toml::node& node, const Key& 
     if (western && western->size() <= static_cast<std::size_t>(key.width)) return western;
     std::string wanted = expected(key, result.file.units);
     if (text != nullptr && !western) wanted += " of the Western alphabet";
-    wrong(node, key.name, wanted + " (" + std::string(key.meaning) + ")");
+    wrong(node, key.name, wanted, key.meaning);
     return std::nullopt;
 }
 
@@ -261,6 +263,10 @@ std::vector<std::string_view> required_keys(const FlangeInput& flange,
     const auto has = [&](std::string_view key) { return given.contains(key); };
     std::vector<std::string_view> keys{"type", "P",   "T",  "Sfo", "Sfa", "bolting", "Sb",    "Sa",
                                        "Fod",  "Fid", "Go", "Gi",  "m",   "y",       "facing"};
+    // Where the type or the kind is at fault, what it needs is not known.
+    for (const std::string_view key : {"type", "kind"}) {
+        if (has(key) && !given.at(key)) return keys;
+    }
     const int type = flange.type(), kind = flange.kind();
     const auto also = [&](std::initializer_list<std::string_view> more) {
         keys.insert(keys.end(), more);
@@ -348,14 +354,18 @@ void Reader::read_flange(const toml::table& own, const toml::table& common, std:
               flange.edition() == EDITION_OLDER ? "\"older\" is an edition of code VIII-2 only"
                                                 : "\"A98\" is an edition of code VIII-1 only");
     }
-    const bool channel_cover = flange.text[slot::channel_cover] == 'Y';
-    if (channel_cover && given.contains("B"))
-        fault(line["B"], "B", "a channel cover has no inside diameter");
-    if (channel_cover) flange.record[10] = flange.setting(Setting::cover_modulus);
+    if (flange.text[slot::channel_cover] == 'Y') {
+        if (flange.type() != 7) {
+            fault(line["channel_cover"], "channel_cover", "only a blind flange is one");
+        } else if (given.contains("B")) {
+            fault(line["B"], "B", "a channel cover has no inside diameter");
+        }
+        flange.record[10] = flange.setting(Setting::cover_modulus);
+    }
 
     std::vector<std::string_view> missing;
     for (const std::string_view name : required_keys(flange, given)) {
-        if (given.contains(name) || (channel_cover && name == "B")) continue;
+        if (given.contains(name)) continue;
         if (std::find(missing.begin(), missing.end(), name) != missing.end()) continue;
         missing.push_back(name);
         const Key& key = *find_key(name);

@@ -151,7 +151,7 @@ constexpr Key KEYS[] = {
     {"m", P::record, 25, number, "gasket factor"},
     {"y", P::record, 26, stress, "gasket design seating stress"},
     {"facing", P::record, 27, choice,
-     "facing sketch; a text is the sketch of the code, a number its place in the list", FACINGS},
+     "facing sketch of the code; a number is its place in the list", FACINGS},
     {"column", P::record, 28, choice, "column for gasket seating", COLUMNS, 0, 1},
     {"tg", P::record, 29, thickness, "gasket thickness"},
     {"w", P::record, 30, thickness, "flange face nubbin width"},

@@ -1,0 +1,626 @@
+#include "cases_routines.h"
+
+#include "engine_session.h"
+#include "report_view.h"
+#include "results.h"
+#include "tarvane/tarvane.h"
+
+#include "bolting/bolt_spacing.h"
+#include "bolting/bolt_tables.h"
+#include "flange/allowables.h"
+#include "flange/attached_shell.h"
+#include "flange/blind.h"
+#include "flange/bolt_loads.h"
+#include "flange/covers.h"
+#include "flange/design.h"
+#include "flange/equivalent_pressure.h"
+#include "flange/gasket.h"
+#include "flange/geometry.h"
+#include "flange/hub.h"
+#include "flange/moment_arms.h"
+#include "flange/moments.h"
+#include "flange/rating.h"
+#include "flange/rigidity.h"
+#include "flange/shape_factors.h"
+#include "flange/stresses.h"
+#include "frame/data_files.h"
+#include "frame/units.h"
+#include "materials/modulus.h"
+#include "report/channel.h"
+#include "report/renderer.h"
+
+#include <algorithm>
+
+namespace cases {
+
+using namespace tarvane;
+
+// ---- values ------------------------------------------------------------------------------------------
+
+const Value& Values::find(const std::string& name) const {
+    const auto at = given.find(name);
+    if (at == given.end()) throw CaseError("the input " + name + " is missing");
+    return at->second;
+}
+
+float Values::real(const std::string& name) const {
+    const auto* number = std::get_if<double>(&find(name));
+    if (number == nullptr) throw CaseError("the input " + name + " is a number");
+    return static_cast<float>(*number);
+}
+
+std::string Values::text(const std::string& name) const {
+    const auto* text = std::get_if<std::string>(&find(name));
+    if (text == nullptr) throw CaseError("the input " + name + " is a text");
+    return *text;
+}
+
+namespace {
+
+// ---- members -----------------------------------------------------------------------------------------
+
+template <typename T>
+struct Member {
+    std::string_view name;
+    T FLANGE_STATE::*at;
+};
+
+#define MEMBER(name)                                                                               \
+    { #name, &FLANGE_STATE::name }
+const Member<Real> REALS[] = {MEMBER(P),
+                              MEMBER(Tdesign),
+                              MEMBER(Sfo),
+                              MEMBER(Sfa),
+                              MEMBER(t),
+                              MEMBER(ci),
+                              MEMBER(B),
+                              MEMBER(A),
+                              MEMBER(Fod),
+                              MEMBER(Fid),
+                              MEMBER(Go),
+                              MEMBER(Gi),
+                              MEMBER(go),
+                              MEMBER(g1),
+                              MEMBER(h),
+                              MEMBER(Sb),
+                              MEMBER(Sa),
+                              MEMBER(C),
+                              MEMBER(aNominal),
+                              MEMBER(dh),
+                              MEMBER(m),
+                              MEMBER(y),
+                              MEMBER(column),
+                              MEMBER(tg),
+                              MEMBER(w),
+                              MEMBER(lp),
+                              MEMBER(D),
+                              MEMBER(dS),
+                              MEMBER(dfAllow),
+                              MEMBER(L),
+                              MEMBER(LjID),
+                              MEMBER(LjOD),
+                              MEMBER(tw),
+                              MEMBER(Wmo),
+                              MEMBER(Wms),
+                              MEMBER(Wmd),
+                              MEMBER(Faxial),
+                              MEMBER(Mbend),
+                              MEMBER(rootGiven),
+                              MEMBER(tp),
+                              MEMBER(density),
+                              MEMBER(Dshell),
+                              MEMBER(mPart),
+                              MEMBER(yPart),
+                              MEMBER(columnPart),
+                              MEMBER(Sn),
+                              MEMBER(Sna),
+                              MEMBER(ce),
+                              MEMBER(D1),
+                              MEMBER(D2),
+                              MEMBER(edge1),
+                              MEMBER(edge2),
+                              MEMBER(pitch),
+                              MEMBER(tShell),
+                              MEMBER(caShell),
+                              MEMBER(ct),
+                              MEMBER(Ecover),
+                              MEMBER(jointE),
+                              MEMBER(coverFactor),
+                              MEMBER(Ab),
+                              MEMBER(Bmin),
+                              MEMBER(Rmin),
+                              MEMBER(Emin),
+                              MEMBER(CF),
+                              MEMBER(GoC),
+                              MEMBER(GiC),
+                              MEMBER(Bcor),
+                              MEMBER(b),
+                              MEMBER(G),
+                              MEMBER(b2),
+                              MEMBER(bPrime),
+                              MEMBER(bPart),
+                              MEMBER(Peq),
+                              MEMBER(dPeq),
+                              MEMBER(hRatio),
+                              MEMBER(gRatio),
+                              MEMBER(ho),
+                              MEMBER(F),
+                              MEMBER(V),
+                              MEMBER(f),
+                              MEMBER(T),
+                              MEMBER(U),
+                              MEMBER(K),
+                              MEMBER(Y),
+                              MEMBER(Z),
+                              MEMBER(Yr),
+                              MEMBER(Alphar),
+                              MEMBER(e),
+                              MEMBER(d),
+                              MEMBER(alpha),
+                              MEMBER(beta),
+                              MEMBER(gamma),
+                              MEMBER(delta),
+                              MEMBER(lambda),
+                              MEMBER(hg),
+                              MEMBER(hgPrime),
+                              MEMBER(hgDouble),
+                              MEMBER(ht),
+                              MEMBER(hd),
+                              MEMBER(hs),
+                              MEMBER(H),
+                              MEMBER(Hd),
+                              MEMBER(Hp),
+                              MEMBER(Ht),
+                              MEMBER(HpPrime),
+                              MEMBER(HGY),
+                              MEMBER(HS),
+                              MEMBER(Wm1),
+                              MEMBER(Wm2),
+                              MEMBER(W),
+                              MEMBER(HG),
+                              MEMBER(Am1),
+                              MEMBER(Am2),
+                              MEMBER(Am),
+                              MEMBER(Wext),
+                              MEMBER(Md),
+                              MEMBER(Mg),
+                              MEMBER(Mt),
+                              MEMBER(Matm),
+                              MEMBER(Mr),
+                              MEMBER(Mop),
+                              MEMBER(Moe),
+                              MEMBER(I),
+                              MEMBER(Ip),
+                              MEMBER(Ecold),
+                              MEMBER(Ehot),
+                              MEMBER(kf),
+                              MEMBER(Zcover),
+                              MEMBER(Cf),
+                              MEMBER(tMin),
+                              MEMBER(WMaxOp),
+                              MEMBER(SPerW),
+                              MEMBER(SPerP),
+                              MEMBER(SPerDP),
+                              MEMBER(lambdaReq),
+                              MEMBER(MAWPop),
+                              MEMBER(MAWPseat),
+                              MEMBER(Pbolt),
+                              MEMBER(tChannelMin),
+                              MEMBER(dfAllowUsed),
+                              MEMBER(dfActual),
+                              MEMBER(weightForging),
+                              MEMBER(weightFinished),
+                              MEMBER(tRequired),
+                              MEMBER(tOut),
+                              MEMBER(jOp),
+                              MEMBER(jSeat)};
+const Member<Int> WHOLES[] = {
+    MEMBER(element1),       MEMBER(type),           MEMBER(kind),
+    MEMBER(series),         MEMBER(nBolts),         MEMBER(sketch),
+    MEMBER(nSplits),        MEMBER(sketchPart),     MEMBER(patternedHoles),
+    MEMBER(attachment),     MEMBER(useShellStress), MEMBER(seatRule),
+    MEMBER(code),           MEMBER(rigidity),       MEMBER(corrodedRigidity),
+    MEMBER(standardFlange), MEMBER(coverFlag),      MEMBER(noCorrection),
+    MEMBER(error)};
+const Member<bool> FLAGS[] = {MEMBER(looseReverse), MEMBER(fullFace)};
+const Member<Text<15>> TEXTS[] = {
+    MEMBER(flangeMaterial), MEMBER(boltMaterial),    MEMBER(description),
+    MEMBER(externalLoads),  MEMBER(matingLoads),     MEMBER(channelCover),
+    MEMBER(useCorrosion),   MEMBER(partitionGasket), MEMBER(chartName)};
+#undef MEMBER
+
+struct Switch {
+    std::string_view name;
+    Int* at;
+};
+const Switch SWITCHES[] = {{"moduleCode", &moduleCode},
+                           {"CODE_A98_ADDENDA", &CODE_A98_ADDENDA},
+                           {"G_NUSE_OLD_DIV_2", &GLOBALS_mp_G_NUSE_OLD_DIV_2},
+                           {"IWRITE", &IWRITE},
+                           {"IWRTFL", &IWRTFL},
+                           {"IOUT", &IOUT}};
+
+template <typename Table>
+auto* find_in(Table& table, std::string_view name) {
+    const auto at = std::find_if(std::begin(table), std::end(table),
+                                 [&](const auto& entry) { return entry.name == name; });
+    return at == std::end(table) ? nullptr : &*at;
+}
+
+// "STRESS(2,1)": row and place as in the tables of the report, counted from 1.
+Real* table_entry(const std::string& name) {
+    const struct {
+        std::string_view name;
+        StressTable& table;
+    } tables[] = {{"STRESS", FLANGE.STRESS}, {"ALLOWED", FLANGE.ALLOWED}, {"RATIO", FLANGE.RATIO}};
+    const std::size_t open = name.find('(');
+    if (open == std::string::npos || name.back() != ')') return nullptr;
+    const std::string_view base = std::string_view(name).substr(0, open);
+    const std::string inside = name.substr(open + 1, name.size() - open - 2);
+    if (base == "J" && (inside == "1" || inside == "2")) return &FLANGE.J[inside == "1" ? 0 : 1];
+    for (const auto& entry : tables) {
+        if (entry.name != base || inside.size() != 3 || inside[1] != ',') continue;
+        const int row = inside[0] - '1', place = inside[2] - '1';
+        if (row >= 0 && row < 2 && place >= 0 && place < PLACES) return &entry.table[row][place];
+    }
+    return nullptr;
+}
+
+// ---- routines ----------------------------------------------------------------------------------------
+
+template <void (*stage)(FLANGE_STATE&)>
+void run_stage(Values&) {
+    stage(FLANGE);
+}
+template <void (*stage)(const FLANGE_STATE&)>
+void run_stage(Values&) {
+    stage(FLANGE);
+}
+
+template <std::size_t N>
+Text<N> buffer(const Values& v, const char* name) {
+    return Text<N>(std::string_view(v.text(name)));
+}
+
+template <std::size_t N>
+std::string cut(const Text<N>& text) {
+    return std::string(text.trimmed());
+}
+
+template <void (*edit)(char*, Int)>
+void edit_text(Values& v) {
+    Text<120> text = buffer<120>(v, "text");
+    const Int length = v.has("length") ? v.whole("length") : 120;
+    edit(text.data(), length);
+    v.set("text", cut(text));
+}
+
+void fill_template(Values& v) {
+    Text<120> text = buffer<120>(v, "template");
+    Real values[6] = {};
+    for (int i = 0; i < 6; ++i) {
+        const std::string name = "V" + std::to_string(i + 1);
+        if (v.has(name)) values[i] = v.real(name);
+    }
+    FILL_TEMPLATE(text, values[0], values[1], values[2], values[3], values[4], values[5]);
+    v.set("text", cut(text));
+}
+
+void fit_to_line(Values& v) {
+    Text<120> source = buffer<120>(v, "source");
+    Text<100> target;
+    FIT_TO_LINE(source.data(), 120, target.data(), 100, v.whole("mode"));
+    v.set("target", cut(target));
+}
+
+void bolt_correction_factor(Values& v) {
+    Real Deltab = 0, cfDen = 0;
+    const Real CF =
+        BOLT_CORRECTION_FACTOR(v.whole("form"), v.real("C"), v.whole("n"), v.real("a"), v.real("t"),
+                               v.real("cTotal"), v.real("m"), Deltab, cfDen);
+    v.set("CF", static_cast<double>(CF));
+    v.set("Deltab", static_cast<double>(Deltab));
+    v.set("cfDen", static_cast<double>(cfDen));
+}
+
+void attached_shell_thickness(Values& v) {
+    Real mawp = 0;
+    const Real t = ATTACHED_SHELL_THICKNESS(v.whole("code"), v.real("P"), v.real("D"), v.real("ca"),
+                                            v.real("ce"), v.real("S"), v.real("E"),
+                                            v.whole("external"), v.real("t"), mawp);
+    v.set("thickness", static_cast<double>(t));
+    v.set("mawp", static_cast<double>(mawp));
+}
+
+void equivalent_pressure(Values& v) {
+    Real Peq = 0;
+    EQUIVALENT_PRESSURE(v.real("F"), v.real("M"), v.real("G"), PI, v.real("P"), Peq);
+    v.set("Peq", static_cast<double>(Peq));
+}
+
+void blind_thickness(Values& v) {
+    BLIND_CALL call{v.real("d"), v.real("Zf"), v.real("P"),     v.real("S"),
+                    v.real("W"), v.real("ca"), v.real("tGiven")};
+    BLIND_THICKNESS(FLANGE, call);
+    v.set("tOut", static_cast<double>(call.tOut));
+    v.set("tEdge", static_cast<double>(call.tEdge));
+    v.set("pOut", static_cast<double>(call.pOut));
+}
+
+void gasket_width(Values& v) {
+    GASKET_CALL call{v.whole("sketch"),
+                     v.real("column"),
+                     v.has("N") ? v.real("N") : -1.0f,
+                     v.real("m"),
+                     v.real("y"),
+                     v.has("partition") && v.whole("partition") != 0,
+                     0,
+                     0,
+                     0,
+                     0};
+    GASKET_WIDTH(FLANGE, call);
+    v.set("b", static_cast<double>(call.b));
+    v.set("G", static_cast<double>(call.G));
+    v.set("b2", static_cast<double>(call.b2));
+    v.set("bPrime", static_cast<double>(call.bPrime));
+}
+
+void patterned_openings(Values& v) {
+    OPENINGS_CALL call{v.whole("kind"),
+                       v.real("headDia"),
+                       v.real("d1"),
+                       v.real("d2"),
+                       v.real("edge1"),
+                       v.real("edge2"),
+                       v.real("pitch"),
+                       v.has("material") ? v.whole("material") : 10,
+                       v.has("Cin") ? v.real("Cin") : 0.0f};
+    PATTERNED_OPENINGS(call);
+    v.set("coverFactor", static_cast<double>(call.coverFactor));
+    v.set("coverFlag", static_cast<double>(call.coverFlag));
+    v.set("Cout", static_cast<double>(call.Cout));
+}
+
+void rigidity_index(Values& v) {
+    RIGIDITY_CALL call{FLANGE.Mop, FLANGE.Matm, FLANGE.V, FLANGE.lambda,
+                       FLANGE.ho,  FLANGE.K,    FLANGE.t, FLANGE.CF};
+    RIGIDITY_INDEX(FLANGE, call, v.has("rigidityPrint") ? v.whole("rigidityPrint") : 0);
+    v.set("Jmax", static_cast<double>(call.Jmax));
+}
+
+void flange_weight(Values& v) {
+    Real finished = 0, forging = 0;
+    FLANGE_WEIGHT(v.real("bore"), v.real("A"), v.real("t"), v.real("g1"), PI, v.real("go"),
+                  v.real("h"), finished, forging, v.real("density"));
+    v.set("finished", static_cast<double>(finished));
+    v.set("forging", static_cast<double>(forging));
+}
+
+void elastic_modulus(Values& v) {
+    if (v.has("chart")) SET_CHART(v.text("chart"));
+    v.set("modulus", static_cast<double>(
+                         ASMEMOD(v.real("temperature"), v.whole("reference"), v.whole("code"))));
+}
+
+void modulus(Values& v) {
+    Real result = 0;
+    MODULUS(v.real("class"), result, v.real("temperature"));
+    v.set("result", static_cast<double>(result));
+}
+
+void getboltdata(Values& v) {
+    Real row[BOLT_COLUMNS] = {};
+    Int found = 0;
+    GETBOLTDATA(v.real("dia"), v.whole("series"), row, found);
+    v.set("found", static_cast<double>(found));
+    for (int i = 0; i < BOLT_COLUMNS; ++i)
+        v.set("row(" + std::to_string(i + 1) + ")", static_cast<double>(row[i]));
+}
+
+template <Real (*interpolate)(Real, Real, Real, Real, Real)>
+void interpolation(Values& v) {
+    v.set("y", static_cast<double>(interpolate(v.real("x1"), v.real("x"), v.real("x2"),
+                                               v.real("y1"), v.real("y2"))));
+}
+
+void parse_real(Values& v) {
+    Real value = 0;
+    Int whole = 0;
+    const bool read = PARSE_REAL(v.text("text"), value, whole);
+    v.set("read", read ? 1.0 : 0.0);
+    v.set("value", static_cast<double>(value));
+    v.set("whole", static_cast<double>(whole));
+}
+
+#define STAGE(name)                                                                                \
+    { #name, {}, run_stage < name> }
+const Routine ROUTINES[] = {
+    STAGE(FLANGE_ALLOWABLES),
+    STAGE(STRESS_SUMMARY),
+    STAGE(CORRODED_DIMENSIONS),
+    STAGE(MIN_GASKET_WIDTH),
+    STAGE(BOLT_LOADS),
+    STAGE(FLANGE_DESIGN_BOLT_LOAD),
+    STAGE(FULL_FACE_ARMS),
+    STAGE(MOMENT_ARMS),
+    STAGE(MOMENT_ARMS_FULL_FACE),
+    STAGE(FLANGE_MOMENTS),
+    STAGE(FLANGE_HUB_RATIOS),
+    STAGE(HUB_COEFFICIENTS),
+    STAGE(FIGURE_FACTORS),
+    STAGE(TABLE_4164_FACTORS),
+    STAGE(FLANGE_FACTORS),
+    STAGE(REVERSE_FLANGE_FACTORS),
+    STAGE(HUB_FACTORS),
+    STAGE(REVERSE_HUB_FACTORS),
+    STAGE(STRESS_FACTORS),
+    STAGE(FLANGE_STRESSES),
+    STAGE(FLANGE_INERTIA),
+    STAGE(FLANGE_MAWP),
+    STAGE(LAP_JOINT_THICKNESS),
+    STAGE(TEMA_COVER_CHECK),
+    {"FILL_TEMPLATE", {"template", "V1", "V2", "V3", "V4", "V5", "V6"}, fill_template},
+    {"FIT_TO_LINE", {"source", "mode"}, fit_to_line},
+    {"TIDY_NUMBERS", {"text", "length"}, edit_text<TIDY_NUMBERS>},
+    {"CLEAN_TEMPLATE", {"text", "length"}, edit_text<CLEAN_TEMPLATE>},
+    {"REPLACE_DECIMALS_WITH_COMMAS",
+     {"text", "length"},
+     edit_text<tarvane::REPLACE_DECIMALS_WITH_COMMAS>},
+    {"EXPAND_SPECIAL_CHARS", {"text", "length"}, edit_text<EXPAND_SPECIAL_CHARS>},
+    {"BOLT_CORRECTION_FACTOR", {"form", "C", "n", "a", "t", "cTotal", "m"}, bolt_correction_factor},
+    {"ATTACHED_SHELL_THICKNESS",
+     {"code", "P", "D", "ca", "ce", "S", "E", "external", "t"},
+     attached_shell_thickness},
+    {"EQUIVALENT_PRESSURE", {"F", "M", "G", "P"}, equivalent_pressure},
+    {"BLIND_THICKNESS", {"d", "Zf", "P", "S", "W", "ca", "tGiven"}, blind_thickness},
+    {"GASKET_WIDTH", {"sketch", "column", "N", "m", "y", "partition"}, gasket_width},
+    {"MIN_GASKET_WIDTH_TABLE",
+     {"B"},
+     [](Values& v) { v.set("width", static_cast<double>(MIN_GASKET_WIDTH_TABLE(v.real("B")))); }},
+    {"PATTERNED_OPENINGS",
+     {"kind", "headDia", "d1", "d2", "edge1", "edge2", "pitch", "material", "Cin"},
+     patterned_openings},
+    {"RIGIDITY_INDEX", {"rigidityPrint"}, rigidity_index},
+    {"FLANGE_WEIGHT", {"bore", "A", "t", "g1", "go", "h", "density"}, flange_weight},
+    {"ROUND_TO_FRACTION",
+     {"x", "n"},
+     [](Values& v) {
+         v.set("x", static_cast<double>(ROUND_TO_FRACTION(v.real("x"), v.whole("n"))));
+     }},
+    {"ROUND_UP_DECIMALS",
+     {"x", "k"},
+     [](Values& v) {
+         v.set("x", static_cast<double>(ROUND_UP_DECIMALS(v.real("x"), v.whole("k"))));
+     }},
+    {"ASMEMOD", {"temperature", "reference", "code", "chart"}, elastic_modulus},
+    {"MODULUS", {"class", "temperature"}, modulus},
+    {"GETBOLTDATA", {"dia", "series"}, getboltdata},
+    {"LINEAR_INTERP", {"x1", "x", "x2", "y1", "y2"}, interpolation<LINEAR_INTERP>},
+    {"LOG_INTERP", {"x1", "x", "x2", "y1", "y2"}, interpolation<LOG_INTERP>},
+    {"PARSE_REAL", {"text"}, parse_real},
+};
+#undef STAGE
+
+} // namespace
+
+const Routine* find_routine(std::string_view name) { return find_in(ROUTINES, name); }
+
+bool set_member(const std::string& name, const Value& value) {
+    const auto* number = std::get_if<double>(&value);
+    const auto* text = std::get_if<std::string>(&value);
+    if (text != nullptr) {
+        const auto* member = find_in(TEXTS, name);
+        if (member != nullptr) FLANGE.*member->at = std::string_view(*text);
+        return member != nullptr;
+    }
+    const auto real = static_cast<Real>(*number);
+    if (const auto* member = find_in(REALS, name)) {
+        FLANGE.*member->at = real;
+    } else if (const auto* whole = find_in(WHOLES, name)) {
+        FLANGE.*whole->at = truncated(real);
+    } else if (const auto* flag = find_in(FLAGS, name)) {
+        FLANGE.*flag->at = real != 0.0f;
+    } else if (const auto* option = find_in(SWITCHES, name)) {
+        *option->at = truncated(real);
+    } else if (name == "NEW_DIV_2_RULES") {
+        NEW_DIV_2_RULES = real != 0.0f;
+    } else if (Real* entry = table_entry(name)) {
+        *entry = real;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool get_member(const std::string& name, Value& value) {
+    if (const auto* member = find_in(REALS, name)) {
+        value = static_cast<double>(FLANGE.*member->at);
+    } else if (const auto* whole = find_in(WHOLES, name)) {
+        value = static_cast<double>(FLANGE.*whole->at);
+    } else if (const auto* flag = find_in(FLAGS, name)) {
+        value = FLANGE.*flag->at ? 1.0 : 0.0;
+    } else if (const auto* option = find_in(SWITCHES, name)) {
+        value = static_cast<double>(*option->at);
+    } else if (const auto* text = find_in(TEXTS, name)) {
+        value = std::string((FLANGE.*text->at).trimmed());
+    } else if (name == "NEW_DIV_2_RULES") {
+        value = NEW_DIV_2_RULES ? 1.0 : 0.0;
+    } else if (const Real* entry = table_entry(name)) {
+        value = static_cast<double>(*entry);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+// ---- report ------------------------------------------------------------------------------------------
+
+namespace {
+
+void set_units(const app::UnitSystem& units) {
+    std::string labels;
+    for (std::string label : units.labels) {
+        label.resize(10, ' ');
+        labels += label;
+    }
+    ::SET_UNITS(units.factors.data(), labels.data(), static_cast<Int>(labels.size()));
+}
+
+} // namespace
+
+void prepare(bool si) {
+    ::RESET_ENGINE();
+    set_units(si ? app::si_units() : app::us_units());
+    METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = si ? 1 : 0;
+    tarvane::SET_METRIC_CONSTANTS();
+    OPEN_LINE_STORE();
+    IWRITE = IWRTFL = 1;
+    IOUT = -1;
+}
+
+std::vector<Line> stored_lines() {
+    std::vector<Line> lines;
+    std::int32_t count = 0;
+    ::LINE_COUNT(&count);
+    const char* store = GETLINESCOMFLG();
+    for (std::int32_t i = 0; i < count; ++i, store += TARVANE_STORE_WIDTH) {
+        const std::string record(store, TARVANE_STORE_WIDTH);
+        const std::size_t end = std::min(record.find('\0'), record.size());
+        if (end < 16) throw CaseError("a record of the line store has no end");
+        Line line;
+        line.text = record.substr(4, end - 16);
+        line.text.erase(line.text.find_last_not_of(' ') + 1);
+        for (std::size_t k = 0; k < 6; ++k)
+            line.marks[k] = std::atoi(record.substr(end - 12 + 2 * k, 2).c_str());
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+// ---- the host ----------------------------------------------------------------------------------------
+
+void run_host(const std::string& toml, Values& values, std::vector<Line>& lines) {
+    const app::ReadResult input = app::read_input(toml);
+    if (!input.faults.empty())
+        throw CaseError(input.faults.front().key + ": " + input.faults.front().message);
+    const app::FlangeOutcome outcome = app::run_flange(input.file, 1);
+    for (const app::ReportLine& line : app::report_lines(outcome.report))
+        lines.push_back({line.text, line.marks});
+    const auto status = app::judge(input.file.flanges[0], outcome, input.file.units).status;
+    values.set("mawp", static_cast<double>(outcome.mawp));
+    values.set("map_nc", static_cast<double>(outcome.map_nc));
+    values.set("t_req", static_cast<double>(outcome.t_req));
+    values.set("t_req_new", static_cast<double>(outcome.t_req_new));
+    values.set("t_req_new_cold", static_cast<double>(outcome.t_req_new_cold));
+    values.set("status", static_cast<double>(status));
+    values.set("stopped", outcome.stopped ? 1.0 : 0.0);
+    values.set("fatal_code", static_cast<double>(outcome.fatal_code));
+    for (int k = 1; k <= TARVANE_RECORD_ELEMENTS; ++k)
+        values.set("record(" + std::to_string(k) + ")", static_cast<double>(outcome.result(k)));
+    for (std::size_t k = 0; k < outcome.messages.size(); ++k)
+        values.set("message(" + std::to_string(k + 1) + ")", outcome.messages[k]);
+}
+
+void use_data_folder(const std::string& folder) { app::set_data_folder(folder); }
+
+} // namespace cases
