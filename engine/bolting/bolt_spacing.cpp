@@ -156,7 +156,7 @@ void AREA_ROW(const BOLT_LIMITS& limits) {
     LimitsRow row(label.view());
     row.area(Am, exponent).area(Ab, exponent);
     if (limits.Am > limits.Ab)
-        row.text("     Failed!").write(ERROR_STYLE);
+        row.text("      Failed!").write(ERROR_STYLE); // columns 68 to 74
     else
         row.write(PLAIN);
 }
