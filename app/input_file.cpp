@@ -111,11 +111,12 @@ void Reader::read_units_table(const toml::table& table) {
     for (const UnitName& unit : UNIT_NAMES)
         names.push_back(unit.name);
     for (const auto& [key, node] : table) {
+        const std::string_view name = key.str();
         const auto unit = std::find_if(std::begin(UNIT_NAMES), std::end(UNIT_NAMES),
-                                       [&](const UnitName& u) { return u.name == key.str(); });
+                                       [name](const UnitName& u) { return u.name == name; });
         if (unit != std::end(UNIT_NAMES)) {
-            read_unit(key.str(), node, unit->quantity);
-        } else if (key.str() != "base") {
+            read_unit(name, node, unit->quantity);
+        } else if (name != "base") {
             unknown_key(key, names);
         }
     }

@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
+#include <exception>
 #include <iostream>
 
 #ifdef _WIN32
@@ -23,7 +25,7 @@ bool on_terminal() {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     using namespace tarvane::app;
     CLI::App app{"Calculations of bolted flanges and flat covers of pressure vessels"};
     app.set_version_flag("--version", TARVANE_VERSION);
@@ -53,4 +55,7 @@ int main(int argc, char** argv) {
     }
     options.colour = !plain && (colour == "always" || (colour == "auto" && on_terminal()));
     return static_cast<int>(run(options, std::cout, std::cerr));
+} catch (const std::exception& problem) {
+    std::fprintf(stderr, "tarvane: %s\n", problem.what());
+    return static_cast<int>(tarvane::app::Status::bad_input);
 }

@@ -18,7 +18,8 @@ constexpr std::int32_t OFF = 0, ON = 1, LINE_STORE = -1;
 // The integral flange of the published example E4.16.1, without a vessel.
 Record flange(std::int32_t kind) {
     Record r{};
-    const auto put = [&](int element, float value) { TARVANE_AT(r, element) = value; };
+    float* const record = r.data();
+    const auto put = [record](int element, float value) { TARVANE_AT(record, element) = value; };
     put(TARVANE_TYPE, TARVANE_INTEGRAL_WELD_NECK);
     put(TARVANE_KIND, static_cast<float>(kind));
     put(TARVANE_P, 135.0f);

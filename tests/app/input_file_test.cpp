@@ -260,7 +260,7 @@ TEST(Faults, UnknownKey) {
               one("f:27: Gox: no key of this place; the nearest is Go, gasket outside diameter"));
     EXPECT_EQ(fault_lines(FLANGE_TOML + "nothing_like_it_at_all = 3\n"),
               one("f:27: nothing_like_it_at_all: no key of this place"));
-    EXPECT_EQ(fault_lines("unit = \"SI\"\n" + std::string(FLANGE_TOML)),
+    EXPECT_EQ(fault_lines("unit = \"SI\"\n" + FLANGE_TOML),
               one("f:1: unit: no key of this place; the nearest is units"));
 }
 

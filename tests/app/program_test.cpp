@@ -211,7 +211,7 @@ TEST_F(Program, DesignShowsWhatWasSelected) {
 
 TEST_F(Program, DecimalComma) {
     const ProgramRun result =
-        run("run " + write("comma.toml", "decimal_comma = true\n" + std::string(FLANGE_TOML)));
+        run("run " + write("comma.toml", "decimal_comma = true\n" + FLANGE_TOML));
     EXPECT_NE(result.out.find("P          150,00  psig"), std::string::npos);
 }
 
