@@ -215,6 +215,25 @@ TEST_F(Program, DecimalComma) {
     EXPECT_NE(result.out.find("P          150,00  psig"), std::string::npos);
 }
 
+// The input that README shows gives the lines that it shows.
+TEST_F(Program, ReadmeTellsTheTruth) {
+    const std::string readme = read(std::string(TARVANE_SOURCE_DIR) + "/README.md");
+    const std::size_t begin = readme.find("```toml\n") + 8;
+    const std::string input = readme.substr(begin, readme.find("```", begin) - begin);
+    const ProgramRun result = run("run " + write("readme.toml", input));
+    EXPECT_EQ(result.status, 0) << result.err;
+    const std::size_t table = readme.find("\nResults ");
+    ASSERT_NE(table, std::string::npos);
+    std::istringstream lines(readme.substr(table + 1, readme.find("```", table) - table - 1));
+    for (std::string line; std::getline(lines, line);)
+        if (line != "...") EXPECT_NE(result.out.find(line + '\n'), std::string::npos) << line;
+
+    const ProgramRun demo = run("run " + EXAMPLES + "weld_neck_nps12.toml");
+    const std::size_t formula = readme.find("Hydrostatic End Load");
+    const std::string shown = readme.substr(formula, readme.find("```", formula) - formula);
+    EXPECT_NE(demo.out.find(shown), std::string::npos) << shown;
+}
+
 TEST_F(Program, ListsEveryKey) {
     const ProgramRun result = run("keys");
     EXPECT_EQ(result.status, 0);
