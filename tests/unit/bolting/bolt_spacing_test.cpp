@@ -256,6 +256,23 @@ TEST_F(BoltSpacing, TheFactorOfTheEuropeanCodes) {
                          {RULE}}));
 }
 
+TEST_F(BoltSpacing, TheEuropeanFactorInTheUnitsOfItsValuesAndTheCorrodedThickness) {
+    UNITS.thickness = 10.0f;
+    UNITS.thickness_label = "th";
+    UNITS.diameter = 100.0f;
+    UNITS.diameter_label = "di";
+    BOLT_SPACING_CALL call = example();
+    call.code = EN_13445;
+    call.n = 12;
+    call.ct = 0.4375f;
+    const std::vector<Line> lines = report(call);
+    // Deltab 31.25 sin 15 = 8.0881, a 0.75, t - ct 1.0; root of 8.0881 / 2.9118
+    EXPECT_EQ(lines[2].text, " = max( sqrt( 80.881/(2 * 75.0 + 6 * 10.0/(3.75 + 0.5)); 1.0 )");
+    EXPECT_EQ(lines[3].text, " = max( 1.6667 ; 1.0 )");
+    EXPECT_EQ(lines[7].text, " = 3125.0 * sin( 3.142/12 )");
+    EXPECT_EQ(lines[8].text, " = 80.881 th");
+}
+
 TEST_F(BoltSpacing, CorrectionTurnedOffUnderTheEuropeanCodesOnlyDropsTheLines) {
     BOLT_SPACING_CALL call = example();
     call.code = PD_5500;
@@ -353,6 +370,8 @@ TEST_F(BoltSpacing, NutAndWrenchOfALooseRingOnlyWithAWeld) {
     EXPECT_FALSE(has(report(call), "Distance Across Corners"));
     call.tw = 0.25f;
     EXPECT_TRUE(has(report(call), "Distance Across Corners"));
+    call.tw = 0.001f;
+    EXPECT_TRUE(has(report(call), "Distance Across Corners"));
     for (const Int type : {1, 2, 4, 6, 7, 8}) {
         call.type = type;
         EXPECT_FALSE(has(report(call), "Distance Across Corners")) << type;
@@ -433,13 +452,14 @@ TEST_F(BoltSpacing, ATooSmallBoltAreaFails) {
 }
 
 TEST_F(BoltSpacing, AreasAbove99999AreInExponentFormBothOfThem) {
-    UNITS.area = 1000.0f;
-    UNITS.area_label = "mm\xB2";
     BOLT_LIMITS at = limits();
-    at.Am = 99.999f;
+    at.Am = at.Ab = 99999.0f;
     BOLT_LIMITS_TABLE(at);
     EXPECT_EQ(row(reported(), "Bolt Area").text,
-              "Bolt Area, mm\xB2                           99999.000  13000.000      Failed!");
+              "Bolt Area, in\xB2                           99999.000  99999.000");
+    UNITS.area = 1000.0f; // the report's units count
+    UNITS.area_label = "mm\xB2";
+    at = limits();
     at.Am = 123.0f;
     BOLT_LIMITS_TABLE(at);
     EXPECT_EQ(row(reported(), "Bolt Area").text,
@@ -481,6 +501,26 @@ TEST_F(BoltSpacing, OneThousandthIsAllowedOnEverySide) {
     EXPECT_FALSE(marked(at, CIRC_ROW));
     at.Deltab = 1.7515f;
     EXPECT_TRUE(marked(at, CIRC_ROW));
+
+    // The thousandth itself is allowed, the next number is not.
+    at = limits();
+    at.Rmin = at.Ractual + 0.001f;
+    at.Emin = at.Eactual + 0.001f;
+    at.Bmin = at.Deltab + 0.001f;
+    at.BsMax = at.Deltab - 0.001f;
+    EXPECT_FALSE(marked(at, HUB_ROW));
+    EXPECT_FALSE(marked(at, EDGE_ROW));
+    EXPECT_FALSE(marked(at, CIRC_ROW));
+    at.Rmin = std::nextafter(at.Rmin, 2.0f);
+    at.Emin = std::nextafter(at.Emin, 2.0f);
+    at.Bmin = std::nextafter(at.Bmin, 2.0f);
+    EXPECT_TRUE(marked(at, HUB_ROW));
+    EXPECT_TRUE(marked(at, EDGE_ROW));
+    EXPECT_TRUE(marked(at, CIRC_ROW));
+    at.Bmin = 1.0f;
+    EXPECT_FALSE(marked(at, CIRC_ROW));
+    at.BsMax = std::nextafter(at.BsMax, 1.0f);
+    EXPECT_TRUE(marked(at, CIRC_ROW));
 }
 
 TEST_F(BoltSpacing, RowsWithoutAMinimumAreLeftOut) {
@@ -493,7 +533,7 @@ TEST_F(BoltSpacing, RowsWithoutAMinimumAreLeftOut) {
     EXPECT_FALSE(has(lines, HUB_ROW));
     EXPECT_FALSE(has(lines, EDGE_ROW));
     EXPECT_TRUE(has(lines, CIRC_ROW));
-    at.Rmin = at.Emin = 0.0002f;
+    at.Rmin = at.Emin = std::nextafter(0.0001f, 1.0f);
     BOLT_LIMITS_TABLE(at);
     lines = reported();
     EXPECT_TRUE(has(lines, HUB_ROW));
@@ -526,6 +566,10 @@ TEST_F(BoltSpacing, TheFirstQuietSwitchTurnsTheAreaRowIntoALine) {
     EXPECT_EQ(lines[2].text, RULE);
     EXPECT_EQ(lines[5].text.substr(0, 39), EDGE_ROW); // neither area nor hub row
     BOLT_LIMITS at = limits();
+    at.Ab = 99999.0f;
+    BOLT_LIMITS_TABLE(at);
+    EXPECT_EQ(reported()[0].text,
+              "Total Area of Bolts                                99999.000  in\xB2");
     at.Ab = 100000.0f;
     BOLT_LIMITS_TABLE(at);
     EXPECT_EQ(reported()[0].text,

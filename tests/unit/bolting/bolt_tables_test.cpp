@@ -122,6 +122,37 @@ TEST_F(BoltTables, SeriesOutsideOneToEightIsTheFirst) {
     }
 }
 
+TEST_F(BoltTables, EverySeriesHasItsSection) {
+    use("[USER TABLE]\n0\n8.0 80\n"
+        "[3P M30 METRIC]\n0\n7.0 70\n"
+        "[SABS 1700]\n0\n6.0 60\n"
+        "[BS 3643]\n0\n5.0 50\n"
+        "[TEMA METRIC]\n0\n4.0 40\n"
+        "[Unused]\n0\n3.0 30\n"
+        "[UNC]\n0\n2.0 20\n"
+        "[TEMA IMPERIAL]\n0\n1.0 10\n"
+        "[END]\n");
+    for (Int series = 1; series <= 8; ++series) {
+        SCOPED_TRACE(series);
+        const Real dia = static_cast<Real>(series);
+        EXPECT_EQ(section(series).diameters[1], dia);
+        Real row[BOLT_COLUMNS] = {};
+        Int found = -1;
+        GETBOLTDATA(dia, series, row, found);
+        EXPECT_EQ(found, 1);
+        if (series == SPECIAL_ROOT_AREA) continue; // no table of its own
+        EXPECT_EQ(size_at(dia, series).rootArea, 10.0f * dia);
+        EXPECT_EQ(BOLT_SIZE_FOR_AREA(series, 10.0f * dia, INTEGRAL).boltDia, dia);
+    }
+}
+
+TEST_F(BoltTables, TheUnitsRowSaysMillimetresAboveAThousandth) {
+    use("[TEMA IMPERIAL]\n0.001\n1.0 10\n[UNC]\n0.0011\n25.4 645.16\n[END]\n");
+    EXPECT_EQ(size_at(1.0f, TEMA_IMPERIAL).rootArea, 10.0f);
+    EXPECT_EQ(size_at(1.0f, UNC).rootArea, 1.0f);
+    EXPECT_EQ(size_at(1.0f, UNC).boltDia, 1.0f);
+}
+
 TEST_F(BoltTables, ARowThatEndsEarlyOrCannotBeReadCountsAsFarAsItGoes) {
     use(SMALL_FILE);
     const Section s = section(5);

@@ -293,6 +293,7 @@ TEST_F(StressLimits, zero_stress_gives_999_and_not_a_number_stays_visible) {
 
 TEST_F(StressLimits, table_in_report_units) {
     metric_report();
+    UNITS.pressure = 1.0f; // the factor of stresses alone counts
     FLANGE_STATE s = stressed_flange();
     STRESS_SUMMARY(s);
     const Lines lines = written();

@@ -300,6 +300,33 @@ TEST_F(HubSmallEnd, hub_lines_in_report_units) {
     EXPECT_EQ(lines[8], " = 0.795 MPa");
 }
 
+// 96 in. of bore, 0.125 in. of allowance, 100 psi: 960 di, 0.25 th, 50 pr; 17500 psi are 4375 st.
+TEST_F(HubSmallEnd, each_value_goes_through_the_factor_of_its_kind) {
+    report_in_kinds();
+    FLANGE_STATE s = hub();
+    Lines lines = small_end(s, CA);
+    EXPECT_EQ(lines[3], " = ( 50.0 * ( 960.0/2 + 0.25 ))/( 4375.0 * 0.85 - 0.6 * 50.0 ) + Ca");
+    EXPECT_EQ(lines[4], " = 0.8997 th"); // 0.44984
+    EXPECT_EQ(lines[7], " = (4375.0 * 0.85 * 0.75)/(481.25 + 0.6 * 0.75 )");
+    EXPECT_EQ(lines[8], " = 57.685 pr"); // 115.370
+    s.go = 0.25f;
+    EXPECT_EQ(small_end(s, CA)[4],
+              "000100: = 0.8997 th  Warning: Less than specified Small End Hub thickness");
+
+    s = hub(ASME_VIII_2);
+    EXPECT_EQ(small_end(s, CA)[3], " = ( 50.0 * ( 960.0/2 + 0.25 ))/( 4375.0 - 0.5 * 50.0 ) + Ca");
+
+    s = hub(EN_13445);
+    lines = small_end(s, CA);
+    EXPECT_EQ(lines[3], " = 50.0 * ( 960.0 + 2 * 0.25 )/( 2 * 4375.0 * 1.0 - 50.0 )");
+    EXPECT_EQ(lines[4], " = 0.8016 th");                  // 0.40079
+    EXPECT_EQ(lines[10], "= (980.0 - 970.0)/4 = 0.5 th"); // 98, 97, 0.25
+    EXPECT_EQ(lines[11], "b = bo = 0.5 th");
+    s.Go = 105.0f;
+    EXPECT_EQ(small_end(s, CA)[11], // 0.5 * sqrt(2), a width of 2 and 0.5 * sqrt(2)
+              "Cb * sqrt(bo) = 0.71 * sqrt(4.0) = 1.4142 th");
+}
+
 // ---- lap joint --------------------------------------------------------------------------------------
 
 FLANGE_STATE lap() {
@@ -327,6 +354,16 @@ TEST_F(HubSmallEnd, lap_in_operation_and_seating) {
                              " = 250000.0/( pi * 20.0 * 16000.0 )",
                              " = 0.249 in.",
                          }));
+}
+
+TEST_F(HubSmallEnd, lap_in_the_units_of_its_values) {
+    report_in_kinds();
+    LAP_JOINT_THICKNESS(lap());
+    const Lines lines = written();
+    EXPECT_EQ(lines[3], " = 500000.0/( pi * 200.0 * 2000.0 )");
+    EXPECT_EQ(lines[4], " = 0.497 th"); // 0.24868
+    EXPECT_EQ(lines[7], " = 1000000/( pi * 200.0 * 4000.0 )");
+    EXPECT_EQ(lines[8], " = 0.497 th");
 }
 
 TEST_F(HubSmallEnd, lap_without_an_operating_allowable_has_the_seating_thickness_only) {

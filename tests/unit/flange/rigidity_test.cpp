@@ -73,6 +73,12 @@ TEST_F(RigidityIndex, form_goes_by_type_and_by_what_is_left_of_the_hub) {
         run(s, call);
         EXPECT_CLOSE(s.J[1], ring, 1e-6) << type;
     }
+    // A trace of a hub is a hub.
+    s.ci = std::nextafter(s.go, 0.0f);
+    s.type = LAP_JOINT;
+    run(s, call);
+    EXPECT_GT(s.J[1], 1e6f);
+    s.ci = s.go;
     // An integral flange stays in its form and has no index then.
     s.type = INTEGRAL_WELD_NECK;
     EXPECT_EQ(run(s, call).Jmax, 0.0f);
@@ -304,6 +310,31 @@ TEST_F(RigidityIndex, closed_report_writes_nothing_in_full_form) {
     EXPECT_CLOSE(s.J[1], 0.8318, 1e-4);
 }
 
+TEST_F(RigidityIndex, substituted_values_go_through_the_factor_of_their_kind) {
+    report_in_kinds();
+    FLANGE_STATE s = flange_with_moduli();
+    run(s, published_call(), RIGIDITY_FULL);
+    Lines lines = written();
+    // Cnv_fac = 0.25 * 2^3 * 12 / 8; 207923 / 12 * 8; 29.4e6 * 0.25; hub 0.3125 * 2, ho 2.8641 * 2.
+    EXPECT_EQ(lines[2], " = 52.14 * 138615.3/1.0 * 3.0 * 0.158/( 0.936 * 7350000 *");
+    EXPECT_EQ(lines[3], "    0.625^(2) * 5.728 * 0.3 )");
+    EXPECT_EQ(lines[8], " = 52.14 * 137754.0/1.0 * 3.0 * 0.158/( 0.936 * 6500000");
+    s.type = LOOSE_RING;
+    run(s, published_call(), RIGIDITY_FULL);
+    lines = written();
+    EXPECT_EQ(lines[2], " = 109.4 * 138615.3/1.0 * 3.0/( 7350000 * 2.875^(3)");
+}
+
+TEST_F(RigidityIndex, larger_of_the_two_may_be_either) {
+    FLANGE_STATE s = flange_with_moduli();
+    RIGIDITY_CALL call = published_call();
+    EXPECT_EQ(run(s, call).Jmax, s.J[1]);
+    EXPECT_LT(s.J[0], s.J[1]);
+    call.Matm = 2.0f * call.Matm;
+    EXPECT_EQ(run(s, call).Jmax, s.J[0]);
+    EXPECT_GT(s.J[0], s.J[1]);
+}
+
 // ---- inertias -----------------------------------------------------------------------------------------
 
 // A hub flange of round numbers: ring 4 by 2, hub 3 long and 1 thick in the mean.
@@ -458,6 +489,28 @@ TEST_F(RigidityIndex, metric_inertia_unit) {
     ASSERT_TRUE(lines[6].ends_with(" mm^4")) << lines[6];
     const double Kab = std::stod(lines[6].substr(3));
     EXPECT_NEAR(Kab / (torsion(4, 2, 0.21, 12) * std::pow(25.4, 4)), 1.0, 1e-6);
+}
+
+TEST_F(RigidityIndex, inertias_show_every_length_as_a_diameter) {
+    report_in_kinds();
+    FLANGE_STATE s = hub_flange();
+    FLANGE_INERTIA(s);
+    const Lines hub = written();
+    EXPECT_EQ(hub[2], "Aa = 40.0, Bb = 20.0, Cc = 30.0 and Ddg = 10.0");
+    EXPECT_EQ(hub[5],
+              " = 40.0 * 20.0^(3) * ( 1/3 - 0.210 * (20.0/40.0) * (1-1/12 * (20.0/40.0 )^(4)))");
+    EXPECT_TRUE(hub[6].ends_with(" di^4"));
+    EXPECT_EQ(hub[16], " = 0.0874 * 1.25 * 5.0**2 * 31.623 * 200.0/0.25");
+    s.g1 = 0.0f;
+    s.t = 1.75f;
+    s.ce = 0.25f;
+    FLANGE_INERTIA(s);
+    const Lines ring = written();
+    EXPECT_EQ(ring[2], " = 0.5 * (A - B) = 0.5 * (275.0 - 200.0)");
+    EXPECT_EQ(ring[3], " = 37.500 di");
+    EXPECT_EQ(ring[6],
+              " = 37.5 * 15.0^(3) * (1/3 - 0.21 * (15.0/37.5) * (1-1/12 * 15.0/37.5)^(4)))");
+    EXPECT_EQ(ring[9], " = B * t^(3) * Ln(K)/6 = 200.0 * 15.0^(3) * Ln(1.375)/6");
 }
 
 } // namespace

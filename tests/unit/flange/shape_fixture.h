@@ -39,6 +39,21 @@ class ShapeTest : public stage_test::StageTest {
         UNITS.moment = 1.35582f;
         UNITS.moment_label = "N-m";
     }
+    // A factor and a label of its own for each kind of value.
+    static void report_in_kinds() {
+        UNITS.thickness = 2.0f;
+        UNITS.thickness_label = "th";
+        UNITS.diameter = 10.0f;
+        UNITS.diameter_label = "di";
+        UNITS.pressure = 0.5f;
+        UNITS.pressure_label = "pr";
+        UNITS.stress = 0.25f;
+        UNITS.stress_label = "st";
+        UNITS.force = 4.0f;
+        UNITS.force_label = "fo";
+        UNITS.moment = 8.0f;
+        UNITS.moment_label = "mo";
+    }
 
     // Lines written since the last call; one that carries marks begins with the six and a colon.
     static Lines written() {
