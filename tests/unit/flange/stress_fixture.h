@@ -6,6 +6,8 @@
 
 #include "flange/state.h"
 
+#include <cmath>
+
 namespace tarvane::stress_test {
 
 using Lines = std::vector<std::string>;
@@ -55,6 +57,14 @@ class FlangeLinesTest : public report_test::ReportTest {
         s.f = s.lambda = s.beta = s.e = 0.0f;
     }
 
+    // A factor of its own for every kind of value.
+    static void tell_units_apart() {
+        UNITS.thickness = 10.0f, UNITS.diameter = 100.0f;
+        UNITS.pressure = 0.1f, UNITS.stress = 0.01f;
+        UNITS.force = 2.0f, UNITS.area = 3.0f;
+        UNITS.moment = 1.2f; // a tenth of inch-pounds
+    }
+
     void start_again() {
         OPEN_LINE_STORE();
         report_to_store();
@@ -87,6 +97,28 @@ class FlangeLinesTest : public report_test::ReportTest {
     }
 
     FLANGE_STATE s;
+};
+
+// Stresses place by place.
+class StressesTest : public FlangeLinesTest {
+  protected:
+    Real operating(StressPlace place) const { return s.STRESS[OPERATING][place]; }
+    Real seating(StressPlace place) const { return s.STRESS[SEATING][place]; }
+
+    void expect_stresses(const std::vector<double>& op, const std::vector<double>& seat) {
+        ASSERT_EQ(op.size(), std::size_t{PLACES});
+        ASSERT_EQ(seat.size(), std::size_t{PLACES});
+        for (std::size_t place = 0; place < PLACES; ++place) {
+            EXPECT_NEAR(s.STRESS[OPERATING][place], op[place], 1e-5 * std::fabs(op[place]))
+                << "operating, place " << place;
+            EXPECT_NEAR(s.STRESS[SEATING][place], seat[place], 1e-5 * std::fabs(seat[place]))
+                << "seating, place " << place;
+        }
+    }
+    void full_face(Int code, Int type = INTEGRAL_WELD_NECK) {
+        weld_neck();
+        s.code = code, s.type = type, s.fullFace = true;
+    }
 };
 
 } // namespace tarvane::stress_test

@@ -8,31 +8,10 @@
 namespace tarvane {
 namespace {
 
-using stress_test::FlangeLinesTest;
 using stress_test::Lines;
+using stress_test::StressesTest;
 
 const Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
-
-class StressesTest : public FlangeLinesTest {
-  protected:
-    Real operating(StressPlace place) const { return s.STRESS[OPERATING][place]; }
-    Real seating(StressPlace place) const { return s.STRESS[SEATING][place]; }
-
-    void expect_stresses(const std::vector<double>& op, const std::vector<double>& seat) {
-        ASSERT_EQ(op.size(), std::size_t{PLACES});
-        ASSERT_EQ(seat.size(), std::size_t{PLACES});
-        for (std::size_t place = 0; place < PLACES; ++place) {
-            EXPECT_NEAR(s.STRESS[OPERATING][place], op[place], 1e-5 * std::fabs(op[place]))
-                << "operating, place " << place;
-            EXPECT_NEAR(s.STRESS[SEATING][place], seat[place], 1e-5 * std::fabs(seat[place]))
-                << "seating, place " << place;
-        }
-    }
-    void full_face(Int code, Int type = INTEGRAL_WELD_NECK) {
-        weld_neck();
-        s.code = code, s.type = type, s.fullFace = true;
-    }
-};
 
 // ---- integral flange ---------------------------------------------------------------------------
 
@@ -148,6 +127,38 @@ TEST_F(StressesTest, NegativeMomentTurnsTheShownSign) {
     FLANGE_STRESSES(s);
     EXPECT_EQ(under("Tangential Flange Stress, Operating [STo]:").at(1),
               " = ( 8.0 *0/(2.0\xB2 *20.0) ) - 1.75 *0");
+}
+
+TEST_F(StressesTest, SeatingMomentCountsByItsAbsoluteValue) {
+    const auto stresses = [&](Int type, Int code, Real h) {
+        weld_neck();
+        s.type = type, s.code = code, s.h = h;
+        FLANGE_STRESSES(s);
+        const FLANGE_STATE positive = s;
+        s.Mop = -s.Mop, s.Matm = -s.Matm;
+        FLANGE_STRESSES(s);
+        for (Int row = 0; row < 2; ++row)
+            for (Int place = 0; place < PLACES; ++place)
+                EXPECT_EQ(s.STRESS[row][place], positive.STRESS[row][place])
+                    << type << " " << code << " " << row << " " << place;
+    };
+    for (const Int code : {ASME_VIII_1, ASME_VIII_2, PD_5500, EN_13445})
+        for (const Int type : {INTEGRAL_WELD_NECK, LOOSE_RING, REVERSE_WELD_NECK})
+            for (const Real h : {0.0f, 3.0f})
+                stresses(type, code, h);
+}
+
+TEST_F(StressesTest, AnyHubLengthAndThicknessCounts) {
+    s.h = s.go = 0.001f;
+    FLANGE_STRESSES(s);
+    EXPECT_NEAR(operating(HUB), 25000.0f, 0.1f);
+    EXPECT_NEAR(operating(RADIAL), 7500.0f, 0.1f);
+    s.type = REVERSE_WELD_NECK, s.lambda = 0.001f;
+    FLANGE_STRESSES(s);
+    EXPECT_NE(operating(REVERSE), 0.0f);
+    s.type = BLIND; // not a flat head then
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(operating(TANGENTIAL), 0.0f);
 }
 
 TEST_F(StressesTest, AllowancesComeOffBoreHubAndThickness) {
@@ -355,185 +366,6 @@ TEST_F(StressesTest, ExternalLoadsJoinTheOperatingBoltLoad) {
     EXPECT_TRUE(std::isinf(operating(BOLTING)));
 }
 
-// ---- full face -----------------------------------------------------------------------------------------
-
-TEST_F(StressesTest, FullFaceUnderASMEHasHubStressesAndTheRadialStressAtTheBolts) {
-    full_face(ASME_VIII_1);
-    FLANGE_STRESSES(s);
-    const double lig = 3.14159265 * 30 - 24 * 1.125;
-    expect_stresses({25000, 7500, 6875, 16250, 12500, 0, 6 * 40000 / (4 * lig)},
-                    {0, 0, 0, 0, 15000, 0, 0});
-    EXPECT_EQ(
-        titles(),
-        (Lines{
-            "Longitudinal Hub Stress, Operating [SHo]:", "Radial Flange Stress, Operating [SRo]:",
-            "Tangential Flange Stress, Operating [STo]:", "Average Flange Stress, Operating [SAo]:",
-            "Bolt Stress, Operating [BSo]:", "Bolt Stress, Seating [BSa]:",
-            "Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:"}));
-    EXPECT_EQ(under("Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:"),
-              (Lines{" = 6 *MR/(t\xB2*(Pi*C-n*dB))", " = 6 * 40000/",
-                     "   ( 2.0\xB2 * ( 3.1416 * 30.0 - 24 * 1.125 ) )", " = 892.22 psi"}));
-    EXPECT_EQ(s.tMin, 0.0f);
-}
-
-TEST_F(StressesTest, FullFaceUnderPDIsJudgedByTheBoltCircle) {
-    full_face(PD_5500);
-    FLANGE_STRESSES(s);
-    const double lig = 3.14159265 * 30 - 24 * 1.125;
-    const double boltsp = 30 * std::sin(3.14159265 / 24);
-    expect_stresses({0, 0, 0, 0, 12500, 0, 6 * 200000 / (4 * lig)}, {0, 0, 0, 0, 15000, 0, 0});
-    EXPECT_NEAR(s.tMin, (boltsp - 2) * 3.5 / 6, 1e-5);
-    EXPECT_EQ(under("Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:"),
-              (Lines{" = 6 * Mr/(t\xB2( pi * C-n * d ))",
-                     " = 6 * 200000/( 2.0\xB2 * ( 3.14 * 30.0 - 24 * 1.125 ))", " = 4461.11 psi"}));
-    EXPECT_EQ(under("Required Flange thickness per bolt space criterion [trf2]:"),
-              (Lines{" = (boltsp - 2*db)*(m + 0.5)/ (6 (E/200000 MPa)^0.25) per 3.5.5-2",
-                     " = (3.92 - 2*1.0) * ( 3.0 + 0.5 )/( 6 (1.0)^0.25)", " = 1.1175 in."}));
-    EXPECT_EQ(titles(), (Lines{"Bolt Stress, Operating [BSo]:", "Bolt Stress, Seating [BSa]:",
-                               "Radial Stress at Bolt Circle, Full Face Gaskets, Operating [SFo]:",
-                               "Required Flange thickness per bolt space criterion [trf2]:"}));
-}
-
-TEST_F(StressesTest, FullFaceUnderENNamesBothThicknesses) {
-    full_face(EN_13445);
-    s.Peq = 2000.0f;
-    FLANGE_STRESSES(s);
-    EXPECT_NEAR(s.tMin, (21 + 2 * 1) * 2000.0 / 40000.0, 1e-5); // above trf2
-    EXPECT_EQ(under("Required Flange thickness per bolt space criterion [trf2]:").at(0),
-              " = (boltsp - 2*db)*(m + 0.5)/ (6 (E/200000 MPa)^0.25) per 11.6-16");
-    EXPECT_EQ(under("Required Flange thickness per 11.6-16 [trf3]:"),
-              (Lines{" = (A1 + 2 * g1)P / ( 2 * f ) per 11.6-17",
-                     " = ( 21.0 + 2 * 1.0 ) * 2000.0/( 2 * 20000.0 )", " = 1.1500 in.", ""}));
-    EXPECT_EQ(stored_lines().back(), "");
-}
-
-TEST_F(StressesTest, ExternalPressureKeepsThePressureThicknessOnly) {
-    full_face(EN_13445);
-    s.Peq = -100.0f;
-    FLANGE_STRESSES(s);
-    EXPECT_NEAR(s.tMin, 23.0 * 100.0 / 40000.0, 1e-6);
-    EXPECT_TRUE(under("Required Flange thickness per bolt space criterion [trf2]:").empty());
-    EXPECT_EQ(under("Required Flange thickness per 11.6-16 [trf3]:").at(1),
-              " = ( 21.0 + 2 * 1.0 ) * -100.0/( 2 * 20000.0 )");
-    full_face(PD_5500);
-    s.Peq = -100.0f;
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(s.tMin, 0.0f);
-    s.Peq = -0.0f; // not negative
-    FLANGE_STRESSES(s);
-    EXPECT_GT(s.tMin, 1.0f);
-}
-
-TEST_F(StressesTest, CloseBoltsGiveTheNoteAndANegativeThickness) {
-    full_face(PD_5500);
-    s.aNominal = 2.0f; // spacing 3.92 below 2 diameters
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(s.tMin, 0.0f); // the larger of 0 and a negative value
-    const std::string title = "Required Flange thickness per bolt space criterion [trf2]:";
-    EXPECT_EQ(under(title), (Lines{"Note: The bolt spacing was less than 2db.  This resulted in a",
-                                   "    spacing thickness value, t, that was less than zero."}));
-    EXPECT_EQ(marks_of("Note: The bolt"), stress_test::NOTE_MARKS);
-    EXPECT_EQ(marks_of("    spacing"), stress_test::NOTE_MARKS);
-
-    full_face(EN_13445);
-    s.aNominal = 2.0f;
-    FLANGE_STRESSES(s);
-    EXPECT_NEAR(s.tMin, 23.0 * 100.0 / 40000.0, 1e-6);
-}
-
-TEST_F(StressesTest, ModulusCountsAgainstTheBoltSpace) {
-    full_face(PD_5500);
-    FLANGE_STRESSES(s);
-    const Real atFull = s.tMin;
-    s.Ehot = 29007598.0f / 16.0f; // the fourth root halves
-    FLANGE_STRESSES(s);
-    EXPECT_NEAR(s.tMin, 2.0f * atFull, 1e-5f);
-    s.Ehot = 0.0f; // not given: taken as 1
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(s.tMin, atFull);
-}
-
-TEST_F(StressesTest, HolesWiderThanTheCircleTurnTheStressNegative) {
-    for (const Int code : {ASME_VIII_1, PD_5500}) {
-        full_face(code);
-        s.nBolts = 100;
-        FLANGE_STRESSES(s);
-        EXPECT_LT(operating(FULL_FACE), 0.0f);
-    }
-}
-
-TEST_F(StressesTest, FullFaceReverseFlangeUnderPDAndENKeepsItsStressesSigned) {
-    for (const Int code : {PD_5500, EN_13445}) {
-        start_again();
-        full_face(code, REVERSE_WELD_NECK);
-        s.Mop = -200000.0f;
-        FLANGE_STRESSES(s);
-        const double SRo = -7500, STo = 8 * 200000.0 / 80 - 1.75 * SRo;
-        expect_stresses({25000, SRo, STo, 0.5 * (25000 + STo), 12500, 0, 0},
-                        {0, 0, 0, 0, 15000, 0, 0});
-    }
-    // ASME words for the radial stress, the others in those of EN 13445.
-    EXPECT_EQ(titles(),
-              (Lines{"Longitudinal Hub Stress, Operating [SigmaHo]:",
-                     "Radial Flange Stress, Operating [SRo]:",
-                     "Tangential Flange Stress, Operating [SigmaTo]:",
-                     "Average Flange Stress, Operating [SigmaAo]:",
-                     "Bolt Stress, Operating [SigmaBo]:", "Bolt Stress, Seating [SigmaBa]:",
-                     "Required Flange thickness per bolt space criterion [trf2]:",
-                     "Required Flange thickness per 11.6-16 [trf3]:"}));
-    EXPECT_EQ(under("Radial Flange Stress, Operating [SRo]:"),
-              (Lines{" = ( Beta * Mop / Bcor ) / ( L * t\xB2 )",
-                     " = ( 1.5 *-200000/20.0 )/( 0.5 *2.0\xB2 )", " = -7500.00 psi"}));
-    EXPECT_EQ(under("Tangential Flange Stress, Operating [SigmaTo]:"),
-              (Lines{" = (BetaY*Mo/(e\xB2*Bcor)) - Z*SigmaRo",
-                     " = ( 8.0 *-200000/(2.0\xB2 *20.0) ) - 1.75 * -7500.0", " = 33125.00 psi"}));
-    EXPECT_EQ(under("Average Flange Stress, Operating [SigmaAo]:"),
-              (Lines{" = 0.5[SHo + max( abs(SigmaRo), abs(SigmaTo) )]",
-                     " = 0.5[ 25000.0 + max( abs(-7500.0), abs(33125.0) )]", " = 29062.50 psi"}));
-}
-
-TEST_F(StressesTest, FullFaceReverseFlangeUnderPDInItsOwnWords) {
-    full_face(PD_5500, REVERSE_WELD_NECK);
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:").at(0),
-              " = (Y*Mo/(t\xB2*Bcor)) - Z*SRo");
-    EXPECT_EQ(under("Average Flange Stress, Operating [SAo]:").at(0),
-              " = 0.5[SHo + max( abs(SRo), abs(STo) )]");
-}
-
-TEST_F(StressesTest, FullFaceReverseRingWithoutHubThicknesses) {
-    full_face(PD_5500, REVERSE_WELD_NECK);
-    s.h = s.go = s.g1 = 0.0f, s.Mop = -200000.0f;
-    FLANGE_STRESSES(s);
-    expect_stresses({0, 0, -20000, 0, 12500, 0, 0}, {0, 0, 0, 0, 15000, 0, 0});
-    EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:"),
-              (Lines{" = ( Y * Mo )/( t\xB2 * A )", " = ( 8.0 * -200000 )/( 2.0\xB2 * 20.0 )",
-                     " = -20000.00 psi"}));
-    start_again();
-    s.code = EN_13445;
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(under("Tangential Flange Stress, Operating [SigmaTo]:").at(0),
-              " = ( Y * Mo )/( t\xB2 * A )");
-    // A thickness of the hub, or a forward ring: no tangential stress at all.
-    s.go = 0.0001f;
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(operating(TANGENTIAL), 0.0f);
-    full_face(PD_5500, LOOSE_RING);
-    s.h = s.go = s.g1 = 0.0f;
-    FLANGE_STRESSES(s);
-    EXPECT_EQ(operating(TANGENTIAL), 0.0f);
-}
-
-TEST_F(StressesTest, LooseReverseFullFaceUnderPDHasAnAverageOfNothing) {
-    full_face(PD_5500, REVERSE_WELD_NECK);
-    s.looseReverse = true, s.go = s.g1 = 0.5f, s.h = 10.0f, s.lambda = 0.0f;
-    FLANGE_STRESSES(s);
-    expect_stresses({0, 0, 0, 0, 12500, 0, 0}, {0, 0, 0, 0, 15000, 0, 0});
-    EXPECT_EQ(under("Average Flange Stress, Operating [SAo]:"),
-              (Lines{" = 0.5[SHo + max( abs(SRo), abs(STo) )]",
-                     " = 0.5[ 0.0 + max( abs(0.0), abs(0.0) )]", " = 0.00 psi"}));
-}
-
 // ---- the line writer ---------------------------------------------------------------------------------
 
 TEST_F(StressesTest, SecondTemplateIsLeftOutWhenEmptyOrNONE) {
@@ -582,6 +414,50 @@ TEST_F(StressesTest, UnitFactorsAndMomentsInTheLines) {
     // e is a reciprocal length.
     EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:").at(2),
               "    1.75 * 52 * ( 0.67 * 50.8 * 0.0098 + 1 )/1.5");
+}
+
+TEST_F(StressesTest, EveryValueOfAForwardFlangeHasItsOwnFactor) {
+    tell_units_apart();
+    FLANGE_STRESSES(s);
+    const auto numbers = [&](const char* title) { return under(title).at(1); };
+    EXPECT_EQ(numbers("Longitudinal Hub Stress, Operating [SHo]:"),
+              " = ( 1.25 *20000/2000.0 )/( 0.5 *10.0\xB2 )");
+    EXPECT_EQ(numbers("Longitudinal Hub Stress, Seating [SHa]:"),
+              " = ( 1.25 * 30000/2000.0 )/( 0.5 * 10.0\xB2 )");
+    EXPECT_EQ(numbers("Radial Flange Stress, Operating [SRo]:"),
+              " = ( 1.5 *20000/2000.0 )/( 0.5 *20.0\xB2 )");
+    EXPECT_EQ(numbers("Radial Flange Stress, Seating [SRa]:"),
+              " = ( 1.5 *30000/2000.0 )/( 0.5 *20.0\xB2 )");
+    EXPECT_EQ(numbers("Tangential Flange Stress, Operating [STo]:"),
+              " = ( 8.0 *20000/(20.0\xB2 *2000.0) ) - 1.75 *75");
+    EXPECT_EQ(numbers("Average Flange Stress, Operating [SAo]:"), " = ( 250 + max( 75, 69 ))/2");
+    EXPECT_EQ(numbers("Bolt Stress, Operating [BSo]:"), " = 200000/24.0");
+    EXPECT_EQ(numbers("Bolt Stress, Seating [BSa]:"), " = ( 240000/24.0 )");
+    EXPECT_EQ(under("Bolt Stress, Seating [BSa]:").back(), " = 150.00 psi");
+    start_again();
+    s.type = LOOSE_RING, s.h = 0.0f;
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(numbers("Tangential Flange Stress, Operating [Sto]:"),
+              " = ( 8.0 * 20000 )/( 20.0\xB2 * 2000.0 )");
+}
+
+TEST_F(StressesTest, EveryValueOfAReverseFlangeHasItsOwnFactor) {
+    tell_units_apart();
+    s.type = REVERSE_WELD_NECK;
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:").at(1),
+              " = ( 6.0 *20000/20.0\xB2 *2000.0 ) -");
+    EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:").at(2),
+              "    1.75 * 75 * ( 0.67 * 20.0 * 0.025 + 1 )/1.5");
+    EXPECT_EQ(under("Reverse Weld Neck Flange Stress, Operating [SVo]:").at(1),
+              " = (20000/(20.0\xB2 * 2000.0 ))*( 8.0-( 2 * 1.5\xB2");
+    EXPECT_EQ(under("Reverse Weld Neck Flange Stress, Operating [SVo]:").at(2),
+              "   *( 1 + 2 * 20.0 * 0.025/3 )/(( 1.5\xB2 - 1 ) * 0.5 )))");
+    start_again();
+    full_face(PD_5500, REVERSE_WELD_NECK);
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(under("Tangential Flange Stress, Operating [Sto]:").at(1),
+              " = ( 8.0 *20000/(20.0\xB2 *2000.0) ) - 1.75 * 75.0");
 }
 
 TEST_F(StressesTest, MomentIsShownInInchPoundsUnderAFactorOfOne) {
