@@ -85,6 +85,8 @@ TEST_F(FlatHeadTest, CircularUnderEN) {
     EXPECT_NEAR(STa(), 3 * 150000.0 * 5 / (4 * 25 * PI_D), near(7162));
     EXPECT_NEAR(s.SPerW, 3 * 5 / (4 * 25 * PI_D), near(0.0477));
     EXPECT_NEAR(s.SPerP, 46.875, near(46.875));
+    EXPECT_EQ(titles(), (Lines{OPERATING_EN, SEATING_EN, "Bolt Stress, Operating [SigmaBo]:",
+                               "Bolt Stress, Seating [SigmaBa]:"}));
     EXPECT_EQ(under(OPERATING_EN),
               (Lines{" = P/ep\xB2(3(3+0.3)G\xB2/32 + 3(cF)(G/4+2(b)*m)(C-G)",
                      " = 100.0/2.0\xB2(3(3+0.3)25.0\xB2/32 +",
@@ -113,6 +115,12 @@ TEST_F(FlatHeadTest, NonCircular) {
     EXPECT_NEAR(STa(), 1.5 * Tb, near(1.5 * Tb));
     EXPECT_NEAR(s.SPerW, Tb / 100000, near(0.0375));
     EXPECT_NEAR(s.SPerP, Tp / 100, near(66));
+    EXPECT_EQ(s.SPerDP, 0.0f);
+    s.P = 60.0f;
+    FLANGE_STRESSES(s);
+    EXPECT_NEAR(s.SPerDP, Tp * 0.4, near(2640));
+    s.P = 100.0f;
+    run();
     EXPECT_EQ(under(OPERATING_UG34),
               (Lines{" = 6 * Wm1 * hG * Bsc/(t\xB2 * L) + C * Z * Peq * d\xB2/t\xB2",
                      " = 6 * 100000 * 2.5 * 1.0/(2.0\xB2 * 100.0 ) +",
@@ -374,6 +382,24 @@ TEST_F(FlatHeadTest, FactorRootTwoOfTheSetupBlock) {
     EXPECT_EQ(STo(), plain);
 }
 
+TEST_F(FlatHeadTest, LigamentFactorCountsFromAThousandthOn) {
+    FLANGE_STRESSES(s);
+    const Real plain = STo();
+    s.coverFactor = 1.001f;
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(STo(), plain);
+    s.coverFactor = std::nextafter(1.001f, 2.0f);
+    FLANGE_STRESSES(s);
+    EXPECT_GT(STo(), 2.0f * plain);
+    s.coverFactor = 1.0f;
+    SETUP[49].real = 0.001f; // anything above 0
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(STo(), 2.0f * plain);
+    SETUP[49].real = -1.0f;
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(STo(), plain);
+}
+
 TEST_F(FlatHeadTest, RemarkBehindAUnitOfTenColumns) {
     UNITS.stress_label = "kgf/sq.cm.";
     s.coverFlag = 1;
@@ -393,6 +419,37 @@ TEST_F(FlatHeadTest, UnitFactors) {
               " = 2 * ( 1.9 * 444822 * 6.35 * 1.0/(40.64\xB2 * 63.5 ) +");
     EXPECT_EQ(under(OPERATING_UG34).at(2), "    0.3 * 1.0 * 10.0 * 63.5\xB2/40.64\xB2 )");
     EXPECT_EQ(titles().at(1), "For this geometry, h = 1.2500  t = 50.8000 mm");
+}
+
+TEST_F(FlatHeadTest, EveryValueHasItsOwnFactor) {
+    tell_units_apart();
+    s.coverFlag = 0;
+    run();
+    EXPECT_EQ(under(OPERATING_UG34).at(1), " = 1.9 * 200000 * 250.0 * 1.0/(20.0\xB2 * 2500.0 ) +");
+    EXPECT_EQ(under(OPERATING_UG34).at(2), "    0.3 * 1.0 * 10.0 * 2500.0\xB2/20.0\xB2");
+    EXPECT_EQ(under(OPERATING_UG34).at(3), " = 94.38 psi");
+    EXPECT_EQ(under(SEATING_UG34).at(1), " = 1.9 * 300000 * 250.0 * 1.0/(20.0\xB2 * 2500.0 )");
+    EXPECT_EQ(under(SEATING_UG34).at(2), " = 71.25 psi");
+
+    s.fullFace = true;
+    run();
+    EXPECT_EQ(under(OPERATING_UG34).at(1), " =  0.25 * 1.0 * [10.0] * 3000.0\xB2/20.0\xB2");
+
+    flat_head();
+    oval();
+    s.L = 90.0f;
+    run();
+    EXPECT_EQ(under(OPERATING_UG34).at(1), " = 6 * 200000 * 250.0 * 1.0/(20.0\xB2 * 9000.0 ) +");
+    EXPECT_EQ(under(OPERATING_UG34).at(2), "    0.3 * 2.2 * 10.0 * 2000.0\xB2/20.0\xB2");
+    EXPECT_EQ(under(SEATING_OVAL_UG34).at(1), " = 6 * 300000 *250.0 *1.0/(20.0\xB2 *9000.0 )");
+
+    flat_head();
+    s.code = EN_13445;
+    run();
+    EXPECT_EQ(under(OPERATING_EN).at(1), " = 10.0/20.0\xB2(3(3+0.3)2500.0\xB2/32 +");
+    EXPECT_EQ(under(OPERATING_EN).at(2), "   3(1.0)(2500.0/4+2(25.0)*3.0)(3000.0-2500.0)");
+    EXPECT_EQ(under(SEATING_EN).at(1),
+              " = 300000.0 * 1.0 * 3(3000.0-2500.0)/( 20.0\xB2 * pi * 2500.0)");
 }
 
 TEST_F(FlatHeadTest, NotANumberTravels) {
