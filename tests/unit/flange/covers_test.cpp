@@ -89,6 +89,35 @@ TEST_F(ChannelCoverTest, GivenLimitAndTheLinesOfAFailure) {
     EXPECT_NEAR(s.tChannelMin, tCover, 1e-5); // without allowance
 }
 
+TEST_F(ChannelCoverTest, EachAllowanceAndTheArmCountOnce) {
+    s.ci = 0.25f, s.ce = 0.0625f, s.hg = 1.25f;
+    s.dfAllow = 0.003f;
+    check();
+    EXPECT_NEAR(s.dfActual, stiffness() * load(), 1e-7);
+    EXPECT_EQ(stored(2), "Actual deflection at center per TEMA formula          0.0048  in.");
+    const double tCover = std::pow(26.0 / (0.003 / load() * 30e6), 0.333333);
+    EXPECT_NEAR(s.tChannelMin, tCover, 1e-5);
+    char thickness[80];
+    std::snprintf(thickness, sizeof thickness,
+                  "Required Channel Cover Thickness + CA          %13.4f  in.", tCover + 0.3125);
+    EXPECT_EQ(stored(6), thickness);
+    s.dfAllow = 0.0f, s.G = 29.1f; // 29.1 - 4 * 1.25 is just above 24
+    check();
+    EXPECT_EQ(stored(3), "Allowed deflection at center per TEMA formula         0.0301  in.");
+}
+
+TEST_F(ChannelCoverTest, DeflectionOfJustTheLimitPasses) {
+    check();
+    s.dfAllow = s.dfActual;
+    check();
+    EXPECT_EQ(LINE_COUNT, 3);
+    EXPECT_EQ(stored_marks(2), stress_test::NO_MARKS);
+    s.dfAllow = std::nextafter(s.dfActual, 0.0f);
+    check();
+    EXPECT_EQ(LINE_COUNT, 6);
+    EXPECT_EQ(stored_marks(2), stress_test::ERROR_MARKS);
+}
+
 TEST_F(ChannelCoverTest, RequiredThicknessPutBackJustKeepsTheLimit) {
     s.dfAllow = 0.003f;
     check();
@@ -108,6 +137,9 @@ TEST_F(ChannelCoverTest, ExternalPressureDeflectsAsMuch) {
 
 TEST_F(ChannelCoverTest, WithoutALimitTheThicknessStays) {
     s.Peq = 0.0f, s.Ab = -4.0f; // a load below 0
+    check();
+    EXPECT_EQ(s.tChannelMin, 0.0f);
+    s.Ab = std::numeric_limits<Real>::infinity(); // a load without end
     check();
     EXPECT_EQ(s.tChannelMin, 0.0f);
     s.Ecover = 0.0f;
@@ -194,7 +226,7 @@ TEST_F(OpeningsTest, OneOpening) {
     EXPECT_EQ(call.coverFlag, 1);
     EXPECT_EQ(call.coverFactor, 1.0f);
     EXPECT_FALSE(UG39_VIOLATION);
-    call.d2 = 0.00011f;
+    call.d2 = std::nextafter(0.0001f, 1.0f);
     lines();
     EXPECT_EQ(call.coverFlag, 0);
 }
@@ -295,6 +327,63 @@ TEST_F(OpeningsTest, OpeningsWiderThanHalfTheHead) {
               "Diameter(d2) is > Head dia./2, UG-39 violation Refer to App. 14 or U2(g).");
 }
 
+TEST_F(OpeningsTest, OneOpeningWiderThanHalfTheHeadIsAViolation) {
+    call.d1 = 12.5f, call.d2 = 0.0f, call.edge1 = 4.0f;
+    for (const auto& [kind, line] :
+         {std::pair{7, "The Opening dia. d1 is > Head dia./2, UG-39 violation Refer to U2(g)."},
+          std::pair{6, "Diameter(d1) is > Head dia./2, UG-39 violation Refer to App. 14 or "
+                       "U2(g)."}}) {
+        call.kind = kind;
+        EXPECT_EQ(lines(), (Lines{line}));
+        expect_marks(3, stress_test::ERROR_MARKS);
+        EXPECT_TRUE(UG39_VIOLATION);
+        EXPECT_EQ(call.coverFlag, 1);
+    }
+}
+
+// A cover of 8 inches: a thousandth above half, or a quarter, of it is forgiven.
+TEST_F(OpeningsTest, DiametersOfJustTheLimit) {
+    const auto above = [](Real x) { return std::nextafter(x, 100.0f); };
+    call.headDia = 8.0f, call.pitch = 20.0f;
+    call.d1 = 2.001f, call.d2 = 2.001f;
+    EXPECT_EQ(lines().size(), 1u);
+    call.d1 = call.d2 = above(2.001f);
+    EXPECT_EQ(lines().at(0), "UG-39(e) Average dia. 2.00 is > Head dia/4, 2.00 in.");
+
+    call.d1 = 0.5f, call.d2 = 4.001f; // too wide in the average only
+    EXPECT_EQ(lines().size(), 2u);
+    call.d2 = above(4.001f);
+    EXPECT_EQ(lines().at(0),
+              "The Opening dia. d2 is > Head dia./2, UG-39 violation Refer to U2(g).");
+    call.d1 = 4.001f, call.d2 = 0.5f;
+    EXPECT_EQ(lines().size(), 2u);
+    call.d1 = above(4.001f);
+    EXPECT_EQ(lines().at(0),
+              "The Opening dia. d1 is > Head dia./2, UG-39 violation Refer to U2(g).");
+}
+
+TEST_F(OpeningsTest, DistancesOfJustTheLimit) {
+    const Real limit = 1.0f - 0.0001f, less = std::nextafter(limit, 0.0f); // of 4 in. openings
+    call.pitch = 6.0f;
+    call.edge1 = call.edge2 = limit;
+    EXPECT_EQ(lines().size(), 9u);
+    call.edge1 = less;
+    EXPECT_EQ(lines().size(), 10u);
+    call.edge1 = limit, call.edge2 = less;
+    EXPECT_EQ(lines().size(), 10u);
+
+    // Openings of 2 in.: the ligament may fall a ten thousandth short of 0.5.
+    call = {7, 24.0f, 2.0f, 2.0f, 2.0f, 2.0f, 0.0f, 10, 0.3f};
+    Real pitch = 2.5f;
+    while (pitch - 2.0f >= 0.5f - 0.0001f)
+        pitch = std::nextafter(pitch, 0.0f);
+    call.pitch = pitch;
+    EXPECT_EQ(lines().back().find("UG-39(e)(4)"), 0u);
+    call.pitch = std::nextafter(pitch, 3.0f);
+    for (const std::string& line : lines())
+        EXPECT_EQ(line.find("UG-39(e)(4)"), std::string::npos);
+}
+
 TEST_F(OpeningsTest, AverageAgainstAQuarterOfTheHead) {
     call.d1 = 8.0f, call.d2 = 4.0f, call.pitch = 20.0f; // average 6 of 24
     EXPECT_EQ(lines().size(), 1u);
@@ -361,6 +450,10 @@ TEST_F(OpeningsTest, UnitsAndSilence) {
     call.pitch = 4.9f;
     EXPECT_EQ(lines().at(0), "UG-39(e)(3) Spacing 124.46 is < 1.25*Avg. dia. 127.00 mm");
     EXPECT_EQ(stored(2), "Head dia = 609.60  Opening dia, d1 = 101.60  d2 = 101.60 mm");
+    call.pitch = 6.0f;
+    EXPECT_EQ(lines().at(3), " = (152.4 - 101.6)/152.4");
+    call.pitch = 4.9f;
+    lines();
     const Real factor = call.coverFactor;
     start_again();
     IWRITE = 0;
