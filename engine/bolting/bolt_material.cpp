@@ -27,7 +27,9 @@ void CHECK_BOLT_MATL_VS_DIAMETER(std::string_view name, Int reference, Real& min
     Text<40> clean = name;
     NUL_TO_BLANK(clean.data(), Text<40>::width());
     MATERIAL_RECORD record;
-    if (READ_MATERIAL(clean.trimmed(), reference, code, record) != 0) return;
+    Int status;
+    READ_MATERIAL(code, clean.view(), reference, status, record);
+    if (status != 0) return;
     minDia = record.minDia;
     maxDia = record.maxDia;
     if (minDia < 0.0f && maxDia < 0.0f) return;

@@ -2,6 +2,7 @@
 #define TARVANE_BUILD
 #include "tarvane/tarvane.h"
 
+#include "bolting/bolt_material.h"
 #include "bolting/bolt_tables.h"
 #include "flange/driver.h"
 #include "frame/data_files.h"
@@ -13,6 +14,7 @@
 #include "materials/modulus.h"
 #include "report/channel.h"
 #include "report/renderer.h"
+#include "toughness/pwht.h"
 
 #include <cstddef>
 
@@ -125,6 +127,25 @@ void TARVANE_CALL MODULUS(const float* chart_class, float* result, const float* 
 void TARVANE_CALL GET_YIELD_STRESS_FROM_CHART(const char* chart, int32_t chart_len,
                                               const float* temperature, float* result) {
     tarvane::GET_YIELD_STRESS_FROM_CHART(text_of(chart, chart_len), *temperature, *result);
+}
+
+void TARVANE_CALL PWHT_NEEDED(const char* material, int32_t material_len, const int32_t* index,
+                              const int32_t* rule, const int32_t* forced, const float* thickness,
+                              int32_t* required, int32_t* p_number_one, const int32_t* preheat,
+                              int32_t* group_code) {
+    tarvane::PWHT_NEEDED(text_of(material, material_len), *index, *rule, *forced, *thickness,
+                         *required, *p_number_one, *preheat, *group_code);
+}
+
+void TARVANE_CALL CHECK_BOLT_MATL_VS_DIAMETER(const char* name, int32_t name_len,
+                                              const int32_t* reference, float* min_dia,
+                                              float* max_dia, int32_t* ok, const float* dia,
+                                              const int32_t* print_flag, const int32_t* code,
+                                              const int32_t* metric, const int32_t* force_div1,
+                                              const int32_t* division2_class) {
+    tarvane::CHECK_BOLT_MATL_VS_DIAMETER(text_of(name, name_len), *reference, *min_dia, *max_dia,
+                                         *ok, *dia, *print_flag, *code, *metric, *force_div1,
+                                         *division2_class);
 }
 
 void TARVANE_CALL GETBOLTDATA(const float* dia, const int32_t* series, float* row, int32_t* found) {

@@ -38,6 +38,7 @@ extern Int G_FAILURE_CORROSION; // 1: run the failure corrosion loop
 extern Int G_PER_ELEMENT_RATIO; // 1: stress ratio of the attached shell counts too
 extern Int G_MATL_METRIC;       // material selectors: metric files,
 extern Int G_FORCE_DIV1;        //   Division 1 forced,
+extern Int G_OLD_EDITION;       //   1: the older Division 1 tables,
 extern Int G_D2_CLASS;          //   Division 2 class,
 extern Int G_MATL_YEAR;         //   edition index
 extern bool G_CURRENT_DIV_2;    // toughness routines: Division 2 by the present rules

@@ -1,10 +1,208 @@
 #include "materials/material_record.h"
 
+#include "frame/data_files.h"
+#include "frame/switches.h"
+#include "host/services.h"
+#include "report/channel.h"
+
+#include <cstring>
+
 namespace tarvane {
 
-Int READ_MATERIAL(std::string_view, Int, Int, MATERIAL_RECORD& record) {
-    record = MATERIAL_RECORD{};
-    return 1;
+namespace {
+
+constexpr Int RECORD_BYTES = 414;
+constexpr Int BLOCK_RECORDS = 32; // read at a time
+
+// ---- which file --------------------------------------------------------------------------------------
+
+struct EDITION_FILE {
+    Int year; // G_MATL_YEAR
+    std::string_view inch, metric;
+};
+
+constexpr EDITION_FILE DIVISION_1[] = {
+    {0, "MATFILE1.BIN", "MATFILE1M.BIN"},
+    {1, "MATFIL99.BIN", {}},
+    {2, "MATFIL00.BIN", {}},
+    {3, "MATFIL01.BIN", {}},
+    {4, "MATFIL02.BIN", {}},
+    {5, "MATFIL03.BIN", {}},
+    {6, "MATFIL04.BIN", {}},
+    {7, "MATFIL05.BIN", {}},
+    {8, "MATFIL06.BIN", {}},
+    {9, "MATFIL07.BIN", {}},
+    {10, "MATFIL08.BIN", {}},
+    {11, "MATFIL09.BIN", {}},
+    {12, "MATFIL10.BIN", "MATFIL10M.BIN"},
+    {13, "MATFILE43-74.BIN", {}},
+    {14, "MATFIL11.BIN", "MATFIL11M.BIN"},
+    {15, "JIS_B8265.BIN", {}},
+    {16, "JIS_B8267.BIN", {}},
+    {17, "MATFIL13.BIN", "MATFIL13M.BIN"},
+    {18, "MATFIL15.BIN", "MATFIL15M.BIN"},
+};
+
+constexpr EDITION_FILE DIVISION_2[] = {
+    {0, "MATFILE2.BIN", "MATFILE2M.BIN"},      {11, "MATFIL09D2.BIN", {}},
+    {12, "MATFIL10D2.BIN", "MATFIL10D2M.BIN"}, {14, "MATFIL11D2.BIN", "MATFIL11D2M.BIN"},
+    {17, "MATFIL13D2.BIN", "MATFIL13D2M.BIN"}, {18, "MATFIL15D2.BIN", "MATFIL15D2M.BIN"},
+};
+
+template <std::size_t N>
+std::string_view by_year(const EDITION_FILE (&files)[N], std::string_view other) {
+    for (const EDITION_FILE& file : files)
+        if (file.year == G_MATL_YEAR)
+            return G_MATL_METRIC == 1 && !file.metric.empty() ? file.metric : file.inch;
+    return other;
+}
+
+// Empty when no file belongs to the code and edition.
+std::string_view material_file(Int code) {
+    if (code == ASME_VIII_1) {
+        if (G_OLD_EDITION == 1) return G_MATL_YEAR == 13 ? "MATFILE43-74.BIN" : "MATFIL98.BIN";
+        return by_year(DIVISION_1, {});
+    }
+    if (code != ASME_VIII_2) return {};
+    if (G_D2_CLASS == 0) return G_MATL_METRIC == 1 ? "MatFileD2C1M.BIN" : "MatFileD2C1.BIN";
+    return by_year(DIVISION_2, "MATFILE2.BIN");
+}
+
+// ---- reading -------------------------------------------------------------------------------------------
+
+template <typename Number>
+void take(const char* bytes, Int offset, Number& into) {
+    std::memcpy(&into, bytes + offset, sizeof into);
+}
+template <std::size_t N>
+void take(const char* bytes, Int offset, Text<N>& into) {
+    into = Text<N>(std::string_view(bytes + offset, N));
+}
+
+void unpack(const char* bytes, MATERIAL_RECORD& r) {
+    take(bytes, 0, r.firstName);
+    take(bytes, 16, r.name);
+    take(bytes, 32, r.reference);
+    take(bytes, 36, r.productForm);
+    take(bytes, 68, r.unsNumber);
+    take(bytes, 92, r.text92);
+    take(bytes, 100, r.note);
+    take(bytes, 140, r.thicknessLimit);
+    take(bytes, 144, r.pNumber);
+    take(bytes, 152, r.group);
+    take(bytes, 156, r.curve);
+    take(bytes, 160, r.curveNormalized);
+    take(bytes, 164, r.tensile);
+    take(bytes, 168, r.yield);
+    take(bytes, 172, r.chart);
+    take(bytes, 180, r.modulusReference);
+    take(bytes, 184, r.expansionReference);
+    take(bytes, 188, r.allowable);
+    take(bytes, 316, r.text316);
+    take(bytes, 364, r.minDia);
+    take(bytes, 368, r.maxDia);
+    take(bytes, 376, r.impactTemperature);
+    take(bytes, 380, r.carried380);
+    take(bytes, 384, r.ucs66gReduction);
+    take(bytes, 404, r.text404);
+}
+
+// A metric record as an inch one: MPa to ksi, mm to inches.
+void convert_metric(MATERIAL_RECORD& r) {
+    for (Real& stress : r.allowable)
+        stress *= 0.145038f;
+    r.tensile *= 0.145038f;
+    r.yield *= 0.145038f;
+    r.thicknessLimit /= 25.4f;
+    if (r.minDia != -1.0f) r.minDia /= 25.4f;
+    if (r.maxDia != -1.0f) r.maxDia /= 25.4f;
+}
+
+Text<16> name_key(std::string_view name) {
+    Text<16> key = left_justified(name);
+    NORMALIZE_MATERIAL_NAME(key.data(), Text<16>::width());
+    TO_UPPER(key.data(), Text<16>::width());
+    return key;
+}
+
+// Whole records from the file, as many as are there.
+Int read_records(Int handle, char* into, Int count) {
+    Int filled = 0;
+    const Int wanted = count * RECORD_BYTES;
+    while (filled < wanted) {
+        const Int got = read_bytes(handle, into + filled, wanted - filled);
+        if (got <= 0) break;
+        filled += got;
+    }
+    return filled / RECORD_BYTES;
+}
+
+// The record with the key and reference, unpacked; false when the file has none.
+bool find_record(Int handle, const Text<16>& key, Int reference, MATERIAL_RECORD& record) {
+    static char block[BLOCK_RECORDS * RECORD_BYTES];
+    if (read_records(handle, block, 1) != 1) return false;
+    Int first, second;
+    take(block, 0, first);
+    take(block, 4, second);
+    std::int64_t left = std::int64_t{first} + second;
+    while (left > 0) {
+        const Int wanted = static_cast<Int>(left < BLOCK_RECORDS ? left : BLOCK_RECORDS);
+        const Int got = read_records(handle, block, wanted);
+        for (Int i = 0; i < got; ++i) {
+            const char* bytes = block + i * RECORD_BYTES;
+            Int number;
+            take(bytes, 32, number);
+            if (number != reference) continue;
+            if (!(name_key({bytes + 16, 16}) == key.view())) continue;
+            unpack(bytes, record);
+            return true;
+        }
+        if (got < wanted) return false;
+        left -= got;
+    }
+    return false;
+}
+
+bool search_file(std::string_view file, const Text<16>& key, Int reference,
+                 MATERIAL_RECORD& record) {
+    if (file.empty()) return false;
+    Text<256> path = file;
+    Int path_len = 0, unit = 0;
+    RESOLVE_DATA_FILE(path, path_len);
+    GETNEXTUNIT(unit);
+    if (!open_unit_for_reading(unit, path.columns(1, path_len))) return false;
+    const bool found = find_record(unit_handle(unit), key, reference, record);
+    close_unit(unit);
+    return found;
+}
+
+} // namespace
+
+void NORMALIZE_MATERIAL_NAME(char* text, Int len) {
+    Int kept = 0;
+    for (Int i = 0; i < len; ++i) {
+        const char c = text[i];
+        if (c == '.' || c == '/' || c == '-' || c == '\0' || c == ' ') continue;
+        text[kept++] = c;
+    }
+    for (; kept < len; ++kept)
+        text[kept] = ' ';
+}
+
+void CLEAR_MATERIAL(MATERIAL_RECORD& record) { record = MATERIAL_RECORD{}; }
+
+void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
+                   MATERIAL_RECORD& record) {
+    status = 1;
+    const Text<16> key = name_key(name);
+    if (key.blank()) return;
+    if (!search_file(material_file(G_FORCE_DIV1 == 1 ? ASME_VIII_1 : code), key, reference,
+                     record)) {
+        CLEAR_MATERIAL(record);
+        return;
+    }
+    status = 0;
+    if (G_MATL_METRIC == 1) convert_metric(record);
 }
 
 } // namespace tarvane

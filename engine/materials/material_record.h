@@ -1,4 +1,4 @@
-// The record of a material in the material files.
+// Material records: the binary files of code materials, one for each code, edition and unit system.
 #pragma once
 
 #include "frame/text.h"
@@ -8,14 +8,44 @@
 
 namespace tarvane {
 
+inline constexpr Int ALLOWABLES = 32; // at 100, 150, 200 F and so on in steps of 50 F
+
+// One record, 414 bytes in the file. Stresses in ksi, lengths in inches, also from a metric file.
 struct MATERIAL_RECORD {
-    Real minDia = -1.0f, maxDia = -1.0f; // bolt diameter range, -1.0: no limit
+    Text<16> firstName;
+    Text<16> name; // the key, with the reference number
+    Int reference = 0;
+    Text<32> productForm;
+    Text<24> unsNumber;
+    Text<8> text92;
+    Text<40> note;
+    Real thicknessLimit = 0.0f;
     Text<8> pNumber;
     Int group = 0;
+    Int curve = 0;           // UCS-66
+    Int curveNormalized = 0; // UCS-66, normalized
+    Real tensile = 0.0f;
+    Real yield = 0.0f;
+    Text<8> chart; // external pressure chart
+    Int modulusReference = 0, expansionReference = 0;
+    Real allowable[ALLOWABLES] = {};
+    Text<40> text316;
+    Real minDia = 0.0f, maxDia = 0.0f; // size limits, -1.0: none
+    Int impactTemperature = 0;         // below 1: impact tested
+    Int carried380 = 0;
+    Int ucs66gReduction = 0;
+    Text<10> text404;
 };
 
-// Status 0: found, 1: no record of that name. The library has no material file yet, so that every
-// name is without a record, as with a missing file.
-Int READ_MATERIAL(std::string_view name, Int reference, Int code, MATERIAL_RECORD& record);
+// The record of a name and reference number. Status 0: found; 1: not found, the record cleared, or
+// left as it was when the name is blank. The file goes by `code` (forced to 1 by G_FORCE_DIV1), the
+// edition G_MATL_YEAR, G_MATL_METRIC, G_D2_CLASS and G_OLD_EDITION.
+void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
+                   MATERIAL_RECORD& record);
+
+// Blanks in the places of ".", "/", "-" and NUL, then no blanks at all: "SA-516 70" is "SA51670".
+void NORMALIZE_MATERIAL_NAME(char* text, Int len);
+
+void CLEAR_MATERIAL(MATERIAL_RECORD& record);
 
 } // namespace tarvane

@@ -78,7 +78,9 @@ void PWHT_NEEDED(std::string_view Material, Int Index, Int Rule, Int Forced, Rea
     Required = PNumberOne = GroupCode = 0;
     const std::string_view name = trimmed(Material.substr(0, 16));
     MATERIAL_RECORD record;
-    if (READ_MATERIAL(name, Index, Rule == 2 ? ASME_VIII_2 : ASME_VIII_1, record) != 0) {
+    Int status;
+    READ_MATERIAL(Rule == 2 ? ASME_VIII_2 : ASME_VIII_1, name, Index, status, record);
+    if (status != 0) {
         Required = -1;
         return;
     }

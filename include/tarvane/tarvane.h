@@ -401,6 +401,47 @@ TARVANE_API void TARVANE_CALL GET_YIELD_STRESS_FROM_CHART(const char* chart, int
                                                           const float* temperature, float* result);
 
 /*
+** PWHT_NEEDED - post weld heat treatment of a weld by P-number and group (UCS-56, VIII-2 Table 6.8).
+**
+** Given:
+**   material, material_len  material name; its record is looked up in the material files
+**   index      reference number of the material
+**   rule       1 Division 1, 2 Division 2, other: no rule
+**   forced     1: required for any P-number other than 8
+**   thickness  nominal weld thickness (in.)
+**   preheat    1: P-number 1 is relaxed up to 1-1/2 in.
+** Returned:
+**   required      1 required, 0 not, -1 the material has no record
+**   p_number_one  1 when the P-number is 1
+**   group_code    1 for P-number 1 groups 1 and 2, else minus the group
+*/
+TARVANE_API void TARVANE_CALL PWHT_NEEDED(const char* material, int32_t material_len,
+                                          const int32_t* index, const int32_t* rule,
+                                          const int32_t* forced, const float* thickness,
+                                          int32_t* required, int32_t* p_number_one,
+                                          const int32_t* preheat, int32_t* group_code);
+
+/*
+** CHECK_BOLT_MATL_VS_DIAMETER - is the bolt material made in this diameter?
+**
+** Given:
+**   name, name_len   bolt material
+**   reference        its reference number
+**   dia              nominal bolt diameter (in.)
+**   print_flag       1: the warning goes to the report when ok is 0 and metric is not negative
+**   code             design code; 3 and above are not checked, and ok stays as it is
+**   metric, force_div1, division2_class
+**                    material selectors, stored before the lookup unless negative
+** Returned:
+**   min_dia, max_dia limits of the material's record (in.), -1.0 none
+**   ok               1 when min_dia < dia <= max_dia, 0 when not, -1 nothing known
+*/
+TARVANE_API void TARVANE_CALL CHECK_BOLT_MATL_VS_DIAMETER(
+    const char* name, int32_t name_len, const int32_t* reference, float* min_dia, float* max_dia,
+    int32_t* ok, const float* dia, const int32_t* print_flag, const int32_t* code,
+    const int32_t* metric, const int32_t* force_div1, const int32_t* division2_class);
+
+/*
 ** GETBOLTDATA - row of the bolt data for a diameter.
 **
 ** Given:
