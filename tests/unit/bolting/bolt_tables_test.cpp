@@ -249,6 +249,14 @@ TEST_F(BoltTables, GetBoltDataTakesTheFirstRowWithinAThousandthInTheUnitsOfTheFi
     EXPECT_EQ(row[0], 20.0f); // the last row of the section
     GETBOLTDATA(16.0f / 25.4f, TEMA_METRIC, row, found);
     EXPECT_EQ(found, 0);
+    use_sizes("0.002 1\n"); // a thousandth itself is within
+    GETBOLTDATA(0.001f, TEMA_IMPERIAL, row, found);
+    EXPECT_EQ(found, 1);
+    EXPECT_EQ(row[0], 0.0f); // the units row comes first
+    GETBOLTDATA(0.003f, TEMA_IMPERIAL, row, found);
+    EXPECT_EQ(found, 1);
+    GETBOLTDATA(std::nextafter(0.003f, 1.0f), TEMA_IMPERIAL, row, found);
+    EXPECT_EQ(found, 0);
 }
 
 TEST_F(BoltTables, GetBoltDataLooksAtTheUnitsRowToo) {
@@ -405,6 +413,49 @@ TEST_F(BoltTables, TheLargestSizeItselfTakesItsOwnRow) {
     Real a = 1.0f;
     EXPECT_EQ(at(a).rootArea, 0.551f);
     EXPECT_TRUE(reported().empty());
+}
+
+// Diameters so small that the differences are exact in single precision.
+TEST_F(BoltTables, AHundredthItselfIsWithinTheTolerance) {
+    use_sizes("0.002 1\n0.02 2\n0.05 3\n");
+    Real a = 0.01f; // 0.01 below the second size
+    EXPECT_EQ(at(a).rootArea, 2.0f);
+    a = std::nextafter(0.01f, 0.0f);
+    EXPECT_EQ(at(a).rootArea, 1.0f);
+    EXPECT_TRUE(reported().empty());
+    use_sizes("0.01 1\n0.05 2\n");
+    a = 0.02f; // 0.01 above the first size
+    EXPECT_EQ(at(a).rootArea, 1.0f);
+    EXPECT_TRUE(reported().empty());
+    a = std::nextafter(0.02f, 1.0f);
+    EXPECT_EQ(at(a).rootArea, 1.0f);
+    EXPECT_EQ(reported().size(), 1u);
+}
+
+TEST_F(BoltTables, ATenThousandthBelowTheSmallestIsAllowed) {
+    use_sizes("0.0002 1\n1.0 2\n");
+    Real a = 0.0001f;
+    EXPECT_EQ(at(a).rootArea, 1.0f);
+    EXPECT_TRUE(reported().empty());
+    a = std::nextafter(0.0001f, 0.0f);
+    at(a);
+    EXPECT_EQ(reported().size(), 3u);
+}
+
+TEST_F(BoltTables, TinyRowsDoNotCount) {
+    use_sizes("0.001 0.0001\n");
+    expect_zero(size_at(0.001f));
+    expect_zero(BOLT_SIZE_FOR_AREA(1, 0.0001f, INTEGRAL));
+    use_sizes("0.0011 0.00011\n");
+    EXPECT_EQ(size_at(0.001f).boltDia, 0.0011f);
+    EXPECT_EQ(BOLT_SIZE_FOR_AREA(1, 0.0001f, INTEGRAL).rootArea, 0.00011f);
+}
+
+TEST_F(BoltTables, ALineEndsAtColumn100) {
+    std::string row = "1.0";
+    row.resize(96, ' ');
+    use_sizes(row + "0.551\n"); // columns 97 to 101
+    EXPECT_EQ(size_at(1.0f).rootArea, 0.55f);
 }
 
 TEST_F(BoltTables, AMetricSectionIsReadInMillimetresAndLeavesInInches) {

@@ -125,6 +125,18 @@ TEST_F(AttachedShell, thin_and_thick_division_1_with_both_allowances) {
     EXPECT_CLOSE(thick.mawp, 20000.0 * std::log(4.9375 / (5.0 - 1.0 + 0.125)), 2e-6);
 }
 
+TEST_F(AttachedShell, thick_division_1_takes_the_joint_efficiency) {
+    // 0.385 S E is 3850: thick at 4500 with half the efficiency.
+    Shell shell{.P = 4500.0f, .D = 10.0f, .E = 0.5f};
+    EXPECT_CLOSE(shell.thickness(), 5.0 * (std::exp(0.45) - 1.0), 1e-6);
+    EXPECT_CLOSE(shell.mawp, 10000.0 * std::log(6.0 / 5.0), 2e-6);
+    shell.external = 1;
+    EXPECT_CLOSE(shell.thickness(), 5.0 * (1.0 - std::exp(-0.45)), 1e-6);
+    EXPECT_CLOSE(shell.mawp, 10000.0 * std::log(5.0 / 4.0), 2e-6);
+    shell.P = 3000.0f;
+    EXPECT_CLOSE(shell.thickness(), 3000.0 * 5.0 / (10000.0 + 1200.0), 1e-6);
+}
+
 TEST_F(AttachedShell, outside_limit_of_thickness_takes_the_allowance_of_the_inside) {
     // tc = t - 0.5 against 0.25 (10 - 2 (t - 0.5)): both 5/3 at t of 13/6.
     Shell shell{.P = 100.0f, .D = 10.0f, .ca = 0.5f, .external = 1, .t = 2.16f};
@@ -155,6 +167,14 @@ TEST_F(AttachedShell, en_takes_the_joint_efficiency_and_pd_does_not) {
     Shell pd{.code = PD_5500, .P = 100.0f, .D = 40.0f, .E = 0.5f};
     EXPECT_CLOSE(en.thickness(), 4000.0 / (20000.0 - 100.0), 1e-6);
     EXPECT_CLOSE(pd.thickness(), 4000.0 / (40000.0 - 100.0), 1e-6);
+    EXPECT_CLOSE(en.mawp, 20000.0 / 41.0, 1e-6);
+    en.external = 1;
+    EXPECT_CLOSE(en.thickness(), 4000.0 / (20000.0 + 100.0), 1e-6);
+    EXPECT_CLOSE(en.mawp, 20000.0 / 39.0, 1e-6);
+    en.P = 0.0f;
+    en.external = 0;
+    en.t = 2.5f;
+    EXPECT_CLOSE(en.thickness(), 0.001 * 45.0, 1e-6);
 }
 
 } // namespace

@@ -237,6 +237,108 @@ TEST_F(HubFactors, fit_ranges_meet_and_hold_their_upper_end) {
               fits(INTEGRAL_WELD_NECK, 2.0f, std::nextafter(0.5f, 1.0f)).V);
 }
 
+// ---- the fits by their table of coefficients ----------------------------------------------------
+
+// A sum and the size of its terms, to which the rounding of single precision is in proportion.
+struct Sum {
+    double value = 0.0, size = 0.0;
+    void add(double term) {
+        value += term;
+        size += std::fabs(term);
+    }
+};
+
+// Coefficients of 1, x, y, x2, y2, xy, x3, y3, xy2, x2y, as Table 4.16.5 lists them.
+Sum cubic(const std::vector<double>& c, double x, double y) {
+    const double powers[] = {1,     x,         y,         x * x,     y * y,
+                             x * y, x * x * x, y * y * y, x * y * y, x * x * y};
+    Sum sum;
+    for (std::size_t i = 0; i < c.size(); ++i)
+        sum.add(c[i] * powers[i]);
+    return sum;
+}
+
+Sum loose_V_fit(double Xg, double Xh) {
+    const double lx = std::log(Xg), lh = std::log(Xh);
+    if (Xh <= 0.25) {
+        const double c[] = {6.57683, -0.115516, 1.39499,  0.30734,     -8.30849,
+                            2.62307, 0.239498,  -2.96125, 0.0007035052};
+        const double terms[] = {1,  Xg,    std::sqrt(Xg) * lx, lx * lx, std::sqrt(Xg), lx, Xh * lh,
+                                lh, 1 / Xh};
+        Sum power;
+        for (std::size_t i = 0; i < std::size(c); ++i)
+            power.add(c[i] * terms[i]);
+        const double V = std::exp(power.value);
+        return {V, V * power.size};
+    }
+    if (Xh <= 0.5)
+        return cubic({1.56323, -1.80696, -1.33458, 0.276415, 0.417135, 1.39511, 0.0137129,
+                      0.0943597, -0.402096, -0.101619},
+                     lx, 1 / Xh);
+    if (Xh <= 1.0)
+        return cubic({-0.0213643, -0.0763597, 0.10299, 0.725776, -0.160603, -0.0918061, 0.472277,
+                      0.087353, 0.527487, -0.980209},
+                     1 / Xg, 1 / Xh);
+    return cubic({0.00796687, -0.220518, 0.0602652, 0.619818, -0.223212, 0.42192, 0.0950195,
+                  0.209813, -0.158821, -0.242056},
+                 1 / Xg, 1 / Xh);
+}
+
+Sum integral_V_fit(double Xg, double Xh) {
+    if (Xh <= 0.5)
+        return cubic({0.500244, 0.227914, -1.87071, -0.34441, 2.49189, 0.873446, 0.189953, -1.06082,
+                      -1.4997, 0.719413},
+                     1 / Xg, Xh);
+    return cubic({0.0144868, -0.135977, -0.0461919, 0.560718, 0.0529829, 0.244313, 0.113929,
+                  -0.00928265, -0.0266293, -0.217008},
+                 1 / Xg, 1 / Xh);
+}
+
+Sum quotient(const Sum& above, const Sum& below) {
+    const double value = above.value / below.value;
+    return {value, std::fabs(value) *
+                       (above.size / std::fabs(above.value) + below.size / std::fabs(below.value))};
+}
+
+void expect_fit(Real actual, const Sum& fit) {
+    EXPECT_NEAR(static_cast<double>(actual), fit.value, 4e-7 * fit.size);
+}
+
+TEST_F(HubFactors, fits_by_the_table_of_their_coefficients) {
+    // Both ends of each range, a number behind each end, and points between.
+    std::vector<Real> Xhs = {0.1f, 0.13f, 0.25f, 0.3f, 0.5f, 0.7f, 1.0f, 1.3f, 2.0f};
+    for (const Real end : {0.25f, 0.5f, 1.0f})
+        Xhs.push_back(std::nextafter(end, 2.0f));
+    for (const Real Xg : {1.0f, 1.3f, 2.5f, 5.0f}) {
+        for (const Real Xh : Xhs) {
+            SCOPED_TRACE(testing::Message() << "Xg " << Xg << ", Xh " << Xh);
+            const double g = static_cast<double>(Xg), h = static_cast<double>(Xh);
+            const double lx = std::log(g), lh = std::log(h);
+
+            const FLANGE_STATE loose = fits(LOOSE_SLIP_ON, Xg, Xh);
+            expect_fit(loose.V, loose_V_fit(g, h));
+            expect_fit(
+                loose.F,
+                quotient(
+                    cubic({0.941074, 0.176139, -0.188556, 0.0689847, 0.523798, -0.513894}, lx, lh),
+                    cubic({1, 0.379392, 0.18452, -0.00605208, -0.00358934, 0.110179}, lx, lh)));
+
+            const FLANGE_STATE integral = fits(INTEGRAL_WELD_NECK, Xg, Xh);
+            expect_fit(integral.V, integral_V_fit(g, h));
+            expect_fit(integral.F, cubic({0.897697, -0.297012, 0.0095257, 0.123586, 0.035858,
+                                          -0.194422, -0.0181259, 0.012936, -0.0377693, 0.0273791},
+                                         lx, lh));
+            const Sum f = quotient(
+                cubic({0.0927779, -0.0336633, 0.0566286, 0.964176, 0.347074, 0, 0, -4.18699}, g, h),
+                cubic({1, -0.00596093, 1.62904, 0, 3.49329, 0, 0, 1.39052}, g, h));
+            if (f.value > 1.0)
+                expect_fit(integral.f, f);
+            else
+                EXPECT_EQ(integral.f, 1.0f);
+        }
+    }
+}
+
 // ---- boundaries ---------------------------------------------------------------------------------
 
 TEST_F(HubFactors, straight_integral_hub_has_fixed_factors_whatever_its_length) {
@@ -340,6 +442,9 @@ TEST_F(HubFactors, not_a_number_passes_through_and_V_of_the_fits_keeps_what_it_h
     TABLE_4164_FACTORS(s);
     EXPECT_EQ(s.V, 0.25f);
     EXPECT_TRUE(std::isnan(s.F));
+    s.type = LOOSE_SLIP_ON;
+    TABLE_4164_FACTORS(s);
+    EXPECT_EQ(s.V, 0.25f);
     for (const Int type : {INTEGRAL_WELD_NECK, LOOSE_SLIP_ON}) {
         const FLANGE_STATE figure = figures(type, NOT_A_NUMBER, 0.5f);
         EXPECT_TRUE(std::isnan(figure.F));

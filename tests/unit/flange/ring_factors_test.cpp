@@ -53,6 +53,7 @@ TEST_F(RingFactors, reverse_flange_takes_ho_from_the_outside_and_go_without_ce) 
 TEST_F(RingFactors, hub_that_is_corroded_away_has_no_ratios) {
     FLANGE_STATE s = example_flange();
     s.ci = s.go;
+    s.ho = s.hRatio = s.gRatio = 7.0f;
     FLANGE_HUB_RATIOS(s);
     EXPECT_EQ(s.ho, 0.0f);
     EXPECT_EQ(s.hRatio, 0.0f);
@@ -76,6 +77,7 @@ TEST_F(RingFactors, hub_eaten_away_by_both_allowances_together_is_not_guarded) {
 TEST_F(RingFactors, ring_without_a_hub_length_has_no_hub_ratio_but_a_thickness_ratio) {
     FLANGE_STATE s = example_flange();
     s.h = 0.0f;
+    s.hRatio = 7.0f;
     FLANGE_HUB_RATIOS(s);
     EXPECT_GT(s.ho, 2.8f);
     EXPECT_EQ(s.hRatio, 0.0f);
@@ -280,6 +282,20 @@ TEST_F(RingFactors, metric_divisors_keep_the_blank_of_the_label_forward_and_trim
               "                    d = 0.27987E+06 mm\xB3        e =     0.0106 mm^-1");
 }
 
+TEST_F(RingFactors, hub_and_divisors_are_small_lengths) {
+    report_in_kinds();
+    FLANGE_STATE s = example_flange();
+    s.U = 9.5f;
+    s.V = 0.5f;
+    s.F = 0.75f;
+    FLANGE_HUB_RATIOS(s);
+    HUB_FACTORS(s);
+    const Lines lines = written();
+    // 2.864 * 2; 9.5 * 2.864 * 0.3125^2 / 0.5 * 2^3; 0.75 / 2.864 / 2
+    EXPECT_EQ(lines[0], "Effective Hub Length, ho = sqrt(Bcor*goCor)           5.728  th");
+    EXPECT_EQ(lines[3], "                    d =     42.514 th \xB3       e =     0.1309 th ^-1");
+}
+
 TEST_F(RingFactors, divisor_changes_to_exponent_form_above_its_limit) {
     FLANGE_STATE s;
     s.go = 1.0f;
@@ -297,8 +313,8 @@ TEST_F(RingFactors, divisor_changes_to_exponent_form_above_its_limit) {
 TEST_F(RingFactors, divisors_take_the_hub_without_its_allowances) {
     FLANGE_STATE s;
     s.go = 0.75f;
-    s.ci = 0.125f;
-    s.ce = 0.125f;
+    s.ci = 0.1875f;
+    s.ce = 0.0625f;
     s.U = 8.0f;
     s.ho = 4.0f;
     s.V = 0.5f;

@@ -42,11 +42,13 @@ std::string small_file() {
            row("5 0", "TM-1", "Too few numbers", numbers({"30.0", "29.0"}, 20)) +
            axis({"70", "200"}) +
            row("231 0", "TM-4", "Above the highest reference", numbers({"31.0", "30.0"})) +
+           row("230 0", "TM-4", "Highest reference", numbers({"32.0", "31.0"})) +
            row("7 0", "TM-4", "Second axis", numbers({"26.0", "25.0"})) + "[CoE]\n" +
            axis({"70", "100", "150", "200"}) +
            row("1 0", "TE-1", "Group 1", numbers({"6.4", "6.5", "6.6", "6.7"})) +
            row("2 0", "TE-1", "Group 2", numbers({"7.0", "7.1"})) +
-           row("7 0", "TE-1", "Group 7", numbers({"9.0", "9.1", "9.2", "9.3"}));
+           row("7 0", "TE-1", "Group 7", numbers({"9.0", "9.1", "9.2", "9.3"})) +
+           row("8 0", "TE-1", "No modulus", numbers({"9.5", "9.6", "9.7", "9.8"}));
 }
 
 // Charts CS-2 up to 900 degrees and HA-1 up to 100, for the moduli alone.
@@ -192,6 +194,73 @@ TEST_F(ElasticModulus, ATemperatureWithinATenThousandthOfTheAxisIsOnIt) {
     EXPECT_EQ(modulus(1, 0.51005f), 0.0f);
 }
 
+TEST_F(ElasticModulus, TheTenThousandthItselfIsOffTheAxis) {
+    use("[Emod]\n" + axis({"0.0001"}) + row("1 0", "T", "", numbers({"7"})));
+    EXPECT_EQ(modulus(1, 0.0002f), 0.0f);
+    EXPECT_EQ(modulus(1, std::nextafter(0.0002f, 0.0f)), 7.0f);
+}
+
+TEST_F(ElasticModulus, OnlyATemperatureAboveOneEndsTheAxis) {
+    use("[Emod]\n" + axis({"0.5", "1"}) + row("1 0", "T", "", numbers({"7", "6"})));
+    EXPECT_EQ(modulus(1, 5.0f), 0.0f);
+    EXPECT_EQ(modulus(1, 1.0f), 6.0f);
+    use("[Emod]\n" + axis({"0.5", "1.0001"}) + row("1 0", "T", "", numbers({"7", "6"})));
+    EXPECT_FLOAT_EQ(modulus(1, 5.0f), 6.0f);
+}
+
+TEST_F(ElasticModulus, AThousandthIsNoUpperValueAndATenThousandthNoModulus) {
+    use("[Emod]\n" + axis({"70", "200"}) + row("1 0", "T", "", numbers({"5", "0.001"})) +
+        row("2 0", "T", "", numbers({"5", "0.0011"})) + row("3 0", "T", "", numbers({"0.0001"})) +
+        row("4 0", "T", "", numbers({"0.00011"})));
+    EXPECT_EQ(modulus(1, 199.0f), 0.0f);
+    EXPECT_GT(modulus(2, 199.0f), 0.03f);
+    modulus(3, 70.0f);
+    EXPECT_EQ(EMOD_STATUS, 1);
+    modulus(4, 70.0f);
+    EXPECT_EQ(EMOD_STATUS, 0);
+}
+
+TEST_F(ElasticModulus, AReferenceThatIsNotPositiveIsNotLookedFor) {
+    const std::string rows = axis({"70", "200"}) + row("0 0", "T", "", numbers({"5", "4"})) +
+                             row("-2 0", "T", "", numbers({"5", "4"}));
+    use("[Emod]\n" + rows + "[CoE]\n" + rows);
+    for (const Int reference : {0, -2}) {
+        EXPECT_EQ(modulus(reference, 100.0f), 0.0f) << reference;
+        EXPECT_EQ(EMOD_STATUS, 1) << reference;
+        EXPECT_EQ(coefficient(reference, 100.0f), 0.0f) << reference;
+        EXPECT_EQ(COE_STATUS, 1) << reference;
+    }
+}
+
+TEST_F(ElasticModulus, ALookupThatFindsNothingLeavesEmptyArrays) {
+    modulus(1, 70.0f);
+    modulus(0, 70.0f);
+    for (Int i = 0; i < PROPERTY_POINTS; ++i) {
+        EXPECT_EQ(PROPERTIES.axis[i], 0.0f) << i;
+        EXPECT_EQ(PROPERTIES.emod_values[i], 0.0f) << i;
+    }
+    coefficient(1, 70.0f);
+    coefficient(0, 70.0f);
+    for (const Real value : PROPERTIES.coe_values)
+        EXPECT_EQ(value, 0.0f);
+}
+
+TEST_F(ElasticModulus, TheColumnsOfAxisAndRow) {
+    std::string values = "30 28", temperatures = "70 200";
+    for (int i = 2; i < 36; ++i) {
+        values += " 0";
+        temperatures += " 0";
+    }
+    // The axis from column 10 on, identifier in 20 to 26, description in 28 to 63, values from 64.
+    use("[Emod]\n[Temp]123" + temperatures + "\n" +
+        "1 0                TABLE-1xDescription of thirty-six characters" + values + "\n");
+    EXPECT_EQ(modulus(1, 70.0f), 30.0f);
+    EXPECT_EQ(PROPERTIES.axis[0], 70.0f);
+    EXPECT_EQ(PROPERTIES.emod_values[1], 28.0f);
+    EXPECT_EQ(PROPERTIES.emod_identifier.view(), "TABLE-1");
+    EXPECT_EQ(PROPERTIES.emod_description.view(), "Description of thirty-six characters");
+}
+
 TEST_F(ElasticModulus, ALaterAxisCountsForTheRowsBelowIt) {
     EXPECT_EQ(modulus(7, 70.0f), 26.0f);
     EXPECT_FLOAT_EQ(modulus(7, 135.0f), 25.5f);
@@ -200,7 +269,7 @@ TEST_F(ElasticModulus, ALaterAxisCountsForTheRowsBelowIt) {
 }
 
 TEST_F(ElasticModulus, AReferenceThatIsNotThere) {
-    for (const Int reference : {3, 6, 100}) {
+    for (const Int reference : {3, 6, 100, 8}) { // 8 is a coefficient's
         EXPECT_EQ(modulus(reference, 100.0f), 0.0f) << reference;
         EXPECT_EQ(EMOD_STATUS, 1) << reference;
     }
@@ -319,6 +388,15 @@ TEST_F(ElasticModulus, CoefficientOfAShortRow) {
     EXPECT_EQ(COE_STATUS, 1);
 }
 
+TEST_F(ElasticModulus, AThousandthIsACoefficientAndNothingLess) {
+    use("[CoE]\n" + axis({"70", "200"}) + row("1 0", "T", "", numbers({"0.001", "1"})) +
+        row("2 0", "T", "", numbers({"0.0009", "1"})));
+    EXPECT_EQ(coefficient(1, 70.0f), 0.001f);
+    EXPECT_EQ(COE_STATUS, 0);
+    EXPECT_EQ(coefficient(2, 70.0f), 0.0009f);
+    EXPECT_EQ(COE_STATUS, 1);
+}
+
 TEST_F(ElasticModulus, CoefficientOfABadReference) {
     for (const Int reference : {0, -5, 5, 231}) {
         EXPECT_EQ(coefficient(reference, 100.0f), 0.0f) << reference;
@@ -371,6 +449,8 @@ TEST_F(ElasticModulus, AnUnknownReferenceFallsBackToCarbonSteel) {
 }
 
 TEST_F(ElasticModulus, AReferenceAbove230GivesCarbonSteelThoughTheRowIsThere) {
+    EXPECT_EQ(ASMEMOD(70.0f, 230, 1), 32.0f);
+    EXPECT_TRUE(reported().empty());
     EXPECT_EQ(ASMEMOD(70.0f, 231, 1), 29.4f);
     EXPECT_EQ(reported(), invalid_reference());
     EXPECT_EQ(ASMEMOD(70.0f, 232, 1), 29.4f);
