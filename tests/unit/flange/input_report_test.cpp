@@ -391,7 +391,7 @@ TEST_F(InputReport, TheOptionalLinesKeepTheirOrder) {
 TEST_F(InputReport, AnyOneHoleValueBringsTheHoleLines) {
     for (Real S::*value : {&S::D1, &S::D2, &S::edge1, &S::edge2, &S::pitch}) {
         FLANGE_STATE s = weld_neck();
-        s.*value = 0.5f;
+        s.*value = 0.001f;
         EXPECT_NE(line_with(echo_of(s), "Pitch Distance "), "");
         s.*value = -0.5f;
         EXPECT_EQ(line_with(echo_of(s), "Pitch Distance "), "");
@@ -450,6 +450,8 @@ TEST_F(InputReport, IntegralRing) {
         s.tShell = t;
         EXPECT_EQ(line_with(echo_of(s), "Integral Ring Inside"), "");
     }
+    s.tShell = std::nextafter(0.001f, 1.0f);
+    EXPECT_NE(line_with(echo_of(s), "Integral Ring Inside"), "");
     s.tShell = 0.375f;
     lines = echo_of(s);
     EXPECT_EQ(line_with(lines, "Attached Shell Inside"),
@@ -656,6 +658,9 @@ TEST_F(InputReport, ValuesAndLabelsInOtherUnits) {
     UNITS.diameter = 2.0f;
     EXPECT_EQ(line_with(echo_of(s), "Diameter of Bolt Hole"),
               "Diameter of Bolt Hole                     dh          1.7500  mm");
+    UNITS.diameter = std::nextafter(2.0f, 3.0f);
+    EXPECT_EQ(line_with(echo_of(s), "Diameter of Bolt Hole"),
+              "Diameter of Bolt Hole                     dh          1.7362  mm");
     UNITS.diameter = 2.5f;
     EXPECT_EQ(line_with(echo_of(s), "Diameter of Bolt Hole"),
               "Diameter of Bolt Hole                     dh          2.1703  mm");
