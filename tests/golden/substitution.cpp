@@ -282,8 +282,22 @@ bool is_continuation(const std::string& line) {
 }
 
 struct Tally {
-    int evaluated = 0, excused = 0, failed = 0, words = 0;
+    int evaluated = 0, excused = 0, failed = 0, words = 0, misshapen = 0;
 };
+
+void check_form(const std::filesystem::path& path, Tally& tally) {
+    std::ifstream file(path, std::ios::binary);
+    int number = 0;
+    for (std::string record; std::getline(file, record);) {
+        ++number;
+        const bool form = record.size() == 101 || record.size() == 113;
+        if (form && record.find("***") == std::string::npos) continue;
+        if (form && record.find("** WARNING **") != std::string::npos) continue;
+        ++tally.misshapen;
+        std::printf("%s:%d: %s\n", path.stem().string().c_str(), number,
+                    form ? "a number that does not fit" : "no record of 100 columns");
+    }
+}
 
 void check_report(const std::filesystem::path& path, std::vector<Exception>& exceptions,
                   Tally& tally) {
@@ -369,8 +383,10 @@ int main(int argc, char** argv) try {
             reports.push_back(entry.path());
     std::sort(reports.begin(), reports.end());
     Tally tally;
-    for (const auto& report : reports)
+    for (const auto& report : reports) {
+        check_form(report, tally);
         check_report(report, exceptions, tally);
+    }
     int idle = 0;
     for (const Exception& exception : exceptions)
         if (exception.used == 0) {
@@ -381,7 +397,7 @@ int main(int argc, char** argv) try {
     std::printf("%zu reports: %d number lines agree with their value, %d excused, %d with words, "
                 "%d disagree\n",
                 reports.size(), tally.evaluated, tally.excused, tally.words, tally.failed);
-    return tally.failed == 0 && idle == 0 && tally.evaluated > 0 ? 0 : 1;
+    return tally.failed + tally.misshapen + idle == 0 && tally.evaluated > 0 ? 0 : 1;
 } catch (const std::exception& problem) {
     std::fprintf(stderr, "%s\n", problem.what());
     return 2;
