@@ -1,7 +1,10 @@
 #include "bolting/bolt_tables.h"
 
+#include "bolting/bolt_spacing.h"
 #include "frame/data_files.h"
 #include "report/lines.h"
+
+#include <cstring>
 
 namespace tarvane {
 
@@ -245,11 +248,13 @@ BOLT_ROW BOLT_SIZE_FOR_AREA(Int series, Real area, Int type) {
 }
 
 void RESET_BOLTING() {
+    std::memset(file_lines, 0, sizeof file_lines);
     file_loaded = false;
     file_line_count = 0;
     tables_filled = false;
     for (BOLT_TABLE& table : tables)
         table = {};
+    QUIET_BOLT_AREA = QUIET_BOLT_DISTANCES = 0;
 }
 
 } // namespace tarvane

@@ -51,7 +51,7 @@ BOLT_ROW BOLT_TABLE_ROW(Real& a, Int type, Int series, Real areaGiven, Int n);
 // Lookup by required root area, for the design option: no nut, no wrench and no total area.
 BOLT_ROW BOLT_SIZE_FOR_AREA(Int series, Real area, Int type);
 
-// Forgets file and tables.
+// Forgets file and tables; the quiet switches of the limits table back to 0.
 void RESET_BOLTING();
 
 } // namespace tarvane

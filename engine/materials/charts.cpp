@@ -6,6 +6,7 @@
 #include "report/lines.h"
 
 #include <array>
+#include <cstring>
 
 namespace tarvane {
 
@@ -284,6 +285,9 @@ void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& 
 
 void RESET_MATERIALS() {
     working_axis = AXIS;
+    std::memset(chart_lines, 0, sizeof chart_lines);
+    for (CHART_ROW& row : rows)
+        row = {};
     charts_loaded = false;
     chart_line_count = 0;
     EMOD_STATUS = 0;

@@ -139,7 +139,7 @@ Int read_records(Int handle, char* into, Int count) {
 
 // The record with the key and reference, unpacked; false when the file has none.
 bool find_record(Int handle, const Text<16>& key, Int reference, MATERIAL_RECORD& record) {
-    static char block[BLOCK_RECORDS * RECORD_BYTES];
+    char block[BLOCK_RECORDS * RECORD_BYTES];
     if (read_records(handle, block, 1) != 1) return false;
     Int first, second;
     take(block, 0, first);
