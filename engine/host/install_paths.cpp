@@ -41,11 +41,12 @@ std::string_view language_folder() {
     }
 }
 
-// The folder of the library, with a separator at its end.
+// The folder of the library, with a separator at its end; empty when it is not known.
 Int library_folder(Text<260>& folder) {
     if (MODULE_DIR_LENGTH == 0) GET_MODULE_DIR();
     const std::string_view dir = MODULE_DIR.columns(1, MODULE_DIR_LENGTH);
-    if (dir.ends_with('/') || dir.ends_with('\\')) return put_together(folder, {dir});
+    if (dir.empty() || dir.ends_with('/') || dir.ends_with('\\'))
+        return put_together(folder, {dir});
     return put_together(folder, {dir, ONE_SEPARATOR});
 }
 
