@@ -57,6 +57,10 @@ void give_text(char* field, Int width, std::string_view text) {
     }
 }
 
+void give_unless_negative(Int value, Int& into) {
+    if (value >= 0) into = value;
+}
+
 // The value of a logical stands in bit 0.
 bool logical(Int value) { return (value & 1) != 0; }
 
@@ -300,16 +304,15 @@ void TARVANE_CALL SET_MODULE_CODE(const int32_t* code) { tarvane::moduleCode = *
 void TARVANE_CALL SET_TOUGHNESS_SWITCHES(const int32_t* reductions_allowed,
                                          const int32_t* curve_tables, const int32_t* no_ug20f,
                                          const int32_t* mdmt_skip, const int32_t* floor_switch,
-                                         const int32_t* credit55, const int32_t* sr_limit) {
-    tarvane::G_TOUGHNESS = {
-        .ReductionsAllowed = *reductions_allowed,
-        .CurveTables = *curve_tables,
-        .NoUg20f = *no_ug20f,
-        .MdmtSkip = *mdmt_skip,
-        .FloorSwitch = *floor_switch,
-        .Credit55 = *credit55,
-        .SrLimitSwitch = *sr_limit,
-    };
+                                         const int32_t* credit55, const int32_t* div2_current) {
+    tarvane::TOUGHNESS_SWITCHES& switches = tarvane::G_TOUGHNESS;
+    give_unless_negative(*reductions_allowed, switches.ReductionsAllowed);
+    give_unless_negative(*curve_tables, switches.CurveTables);
+    give_unless_negative(*no_ug20f, switches.NoUg20f);
+    give_unless_negative(*mdmt_skip, switches.MdmtSkip);
+    give_unless_negative(*floor_switch, switches.FloorSwitch);
+    give_unless_negative(*credit55, switches.Credit55);
+    if (*div2_current >= 0) tarvane::G_CURRENT_DIV_2 = *div2_current != 0;
 }
 
 void TARVANE_CALL SET_MATERIAL_ITEM(const int32_t* table, const int32_t* row, const char* name,

@@ -43,15 +43,15 @@ extern Int G_D2_CLASS;          //   Division 2 class,
 extern Int G_MATL_YEAR;         //   edition index
 extern bool G_CURRENT_DIV_2;    // toughness routines: Division 2 by the present rules
 
-// Switches of the toughness routines, in the order of SET_TOUGHNESS_SWITCHES.
+// Switches of the toughness routines, in the order of SET_TOUGHNESS_SWITCHES, which ends with
+// G_CURRENT_DIV_2.
 struct TOUGHNESS_SWITCHES {
-    Int ReductionsAllowed = 0; // 1: the reduction of Fig. UCS-66.1 may be taken
+    Int ReductionsAllowed = 1; // 1: the reduction of Fig. UCS-66.1 may be taken
     Int CurveTables = 0;       // 1: curves of UCS-66 by table in place of the polynomials
     Int NoUg20f = 0;           // 1: UG-20(f) is refused
     Int MdmtSkip = 0;          // 1: the first required temperature stands
     Int FloorSwitch = 0;       // 1: the floor of low stress ratios is armed
     Int Credit55 = 1;          // 1: lower limit of the heat treatment credit -155, else -55
-    Int SrLimitSwitch = 1;     // 0: Division 2 stress ratio limit 0.3 in place of 0.24
 };
 extern TOUGHNESS_SWITCHES G_TOUGHNESS;
 

@@ -697,21 +697,22 @@ TARVANE_API void TARVANE_CALL SET_UNITS(const float* factors, const char* labels
 TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
 
 /*
-** SET_TOUGHNESS_SWITCHES - switches of the toughness routines (UCS-66, VIII-2 3.11).
+** SET_TOUGHNESS_SWITCHES - switches of the toughness routines (UCS-66, VIII-2 3.11). A negative value
+** leaves its switch as it is.
 **
 ** Given (state at load in brackets):
-**   reductions_allowed  [0] 1: the reduction of Fig. UCS-66.1 may be taken
+**   reductions_allowed  [1] 1: the reduction of Fig. UCS-66.1 may be taken
 **   curve_tables        [0] 1: curves of Fig. UCS-66 by table in place of the polynomials
 **   no_ug20f            [0] 1: UG-20(f) is refused
 **   mdmt_skip           [0] 1: the first required temperature stands
 **   floor_switch        [0] 1: the floor of low stress ratios is armed
 **   credit55            [1] 1: lower limit of the heat treatment credit -155 F, else -55 F
-**   sr_limit            [1] 0: Division 2 stress ratio limit 0.3 in place of 0.24
+**   div2_current        [0] 1: Division 2 by its present rules; FLANGE_CALC sets it for its call
 */
 TARVANE_API void TARVANE_CALL SET_TOUGHNESS_SWITCHES(
     const int32_t* reductions_allowed, const int32_t* curve_tables, const int32_t* no_ug20f,
     const int32_t* mdmt_skip, const int32_t* floor_switch, const int32_t* credit55,
-    const int32_t* sr_limit);
+    const int32_t* div2_current);
 
 /*
 ** SET_MATERIAL_ITEM - long material name of the input echo.

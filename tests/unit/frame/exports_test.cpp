@@ -1,5 +1,6 @@
 #include "../host/scratch.h"
 
+#include "bolting/bolt_spacing.h"
 #include "frame/element_tables.h"
 #include "frame/switches.h"
 #include "frame/units.h"
@@ -96,7 +97,25 @@ TEST_F(Surface, SwitchesSelectorsAndToughnessInTheirOrder) {
     EXPECT_EQ(G_TOUGHNESS.MdmtSkip, 24);
     EXPECT_EQ(G_TOUGHNESS.FloorSwitch, 25);
     EXPECT_EQ(G_TOUGHNESS.Credit55, 26);
-    EXPECT_EQ(G_TOUGHNESS.SrLimitSwitch, 27);
+    EXPECT_TRUE(G_CURRENT_DIV_2);
+}
+
+TEST_F(Surface, ANegativeToughnessSwitchStaysAsItIs) {
+    const Int keep = -1;
+    ::SET_TOUGHNESS_SWITCHES(&keep, &keep, &keep, &keep, &keep, &ON, &keep);
+    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 1) << "as at load";
+    EXPECT_EQ(G_TOUGHNESS.Credit55, 1);
+    ::SET_TOUGHNESS_SWITCHES(&OFF, &ON, &ON, &ON, &ON, &OFF, &ON);
+    ::SET_TOUGHNESS_SWITCHES(&keep, &keep, &keep, &keep, &keep, &keep, &keep);
+    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 0);
+    EXPECT_EQ(G_TOUGHNESS.CurveTables, 1);
+    EXPECT_EQ(G_TOUGHNESS.NoUg20f, 1);
+    EXPECT_EQ(G_TOUGHNESS.MdmtSkip, 1);
+    EXPECT_EQ(G_TOUGHNESS.FloorSwitch, 1);
+    EXPECT_EQ(G_TOUGHNESS.Credit55, 0);
+    EXPECT_TRUE(G_CURRENT_DIV_2);
+    ::SET_TOUGHNESS_SWITCHES(&keep, &keep, &keep, &keep, &keep, &keep, &OFF);
+    EXPECT_FALSE(G_CURRENT_DIV_2);
 }
 
 TEST_F(Surface, AChartNameIsCutPaddedAndKeepsItsNuls) {
@@ -310,6 +329,7 @@ TEST_F(Surface, ResetPutsTheEngineBackToItsStateAtLoad) {
     ::SET_CHART("CS-2", 4);
     ::SET_METRIC_CONSTANTS();
     FLAGS_mp_IINOSPECIAL = 1;
+    QUIET_BOLT_AREA = QUIET_BOLT_DISTANCES = 1;
     Text<100> line("a line");
     WRITE_LINE(line.data(), 100);
     OPEN_LINE_STORE();
@@ -333,6 +353,8 @@ TEST_F(Surface, ResetPutsTheEngineBackToItsStateAtLoad) {
     EXPECT_TRUE(CHART_NAME.blank());
     EXPECT_EQ(C_ONE, 0.0f);
     EXPECT_EQ(FLAGS_mp_IINOSPECIAL, 0);
+    EXPECT_EQ(QUIET_BOLT_AREA, 0);
+    EXPECT_EQ(QUIET_BOLT_DISTANCES, 0);
     EXPECT_FALSE(STYLE_ENABLED);
     EXPECT_EQ(LINESCOM[0][4], ' ');
     ::MODULUS(&carbon, &again, &warm);
