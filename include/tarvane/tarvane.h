@@ -170,7 +170,8 @@ enum {
     TARVANE_D = 35,                 /* diameter of the load reaction, long span (in) */
     TARVANE_d = 36,                 /* diameter of the load reaction, short span (in) */
     TARVANE_dfAllow = 37,           /* allowed channel cover deflection (in); 0: by TEMA */
-    TARVANE_L = 38,                 /* perimeter along the centre of the bolts (in) */
+    TARVANE_L = 38,                 /* perimeter along the centre of the bolts (in); blind flange
+                                       with D equal to d: up to 0.001 counts as Pi * C */
     TARVANE_LjID = 39,              /* lap joint contact inside diameter (in) */
     TARVANE_LjOD = 40,              /* lap joint contact outside diameter (in) */
     TARVANE_n = 41,                 /* splits of a ring flange, types 5 and 6: 0, 1, 2 */
@@ -225,7 +226,9 @@ enum {
     TARVANE_UNIT_TEMPERATURE_SCALE = 109,
     TARVANE_UNIT_WEIGHT = 110,
 
-    /* Returned; 120 to 128 are 0.0 from the start of a call until they are computed */
+    /* Returned; 120 to 128 are 0.0 from the start of a call until they are computed. Kind 3 also
+       replaces elements 16 to 18 when the hub is too thin for its pressure; 18 is then not a
+       number. */
     TARVANE_W = 120,    /* flange design bolt load, gasket seating (lb) */
     TARVANE_Wm1 = 121,  /* flange bolt load, operating (lb) */
     TARVANE_Wm2 = 122,  /* flange bolt load, seating (lb) */
@@ -255,7 +258,7 @@ enum {
     TARVANE_DESIGNED_Go = 144,
     TARVANE_DESIGNED_Gi = 145,
 
-    TARVANE_SHORT_Ab = 200 /* actual bolt area when it ended the analysis (sq in) */
+    TARVANE_SHORT_Ab = 200 /* actual bolt area when the analysis ended early (sq in): see t_req */
 };
 
 /*
@@ -339,15 +342,20 @@ extern TARVANE_API int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT;
 **                      element 1 is above 0
 **   mawp               maximum allowable working pressure (psi)
 **   t_req              required thickness, corroded (in); external pressure: the thickness used;
-**                      minus the required bolt area when the bolts are too small and element 1 is
-**                      not positive
+**                      minus the required bolt area (sq in) when the bolts are too small, or a
+**                      design finds no geometry, and record element 1 is not positive
 **
 ** Notes:
 **   1) map_nc and mawp are TARVANE_NO_VALUE when there is no result.
 **   2) In the stand-alone form the report goes to the line store and the unit factors and labels
 **      come from record and text; otherwise they are those of SET_UNITS.
-**   3) The report switch IWRTFL is changed by the call: set it again before the next one.
-**   4) A flange whose outside diameter is not above its corroded inside diameter ends the host's
+**   3) The call changes the report switches: IWRTFL, IWRITE as a rule, and in the stand-alone form
+**      IOUT, which becomes -1. Set them again before the next call.
+**   4) The stand-alone form leaves its unit factors and labels, its material selectors and setup
+**      element 43 behind. A call whose element 1 is not positive ends by selecting the code constants
+**      by its diameter factor (metric above 1.5) and filling them; its own passes run with those
+**      that were there before, zeros if SET_METRIC_CONSTANTS was never called.
+**   5) A flange whose outside diameter is not above its corroded inside diameter ends the host's
 **      run. With a stop service that comes back (SET_HOST_SERVICES) the call returns at once.
 */
 TARVANE_API void TARVANE_CALL
@@ -448,8 +456,9 @@ TARVANE_API void TARVANE_CALL CHECK_BOLT_MATL_VS_DIAMETER(
 **   dia     bolt diameter in the units of the series' section
 **   series  thread series, 1 to 8
 ** Returned:
-**   row     array of 9 reals: diameter, root area, minimum bolt spacing, minimum radial distance
-**           (hub, ring), minimum edge distance, nut across corners, wrench diameter, further
+**   row     array of 9 reals in the units of the section: diameter, root area, minimum bolt spacing,
+**           minimum radial distance (hub, ring), minimum edge distance, nut across corners, wrench
+**           diameter, further
 **   found   1: a row within 0.001 of the diameter; 0: none, and row holds the last row read
 */
 TARVANE_API void TARVANE_CALL GETBOLTDATA(const float* dia, const int32_t* series, float* row,
@@ -462,8 +471,9 @@ TARVANE_API void TARVANE_CALL GETBOLTDATA(const float* dia, const int32_t* serie
 **   series     thread series, 1 to 8
 ** Returned:
 **   diameters  array of 27 reals: the first column
-**   rows       array of 27 rows of 9 reals, row after row, as in GETBOLTDATA; the first row says
-**              by a first value above 0.001 that the section is in millimetres
+**   rows       array of 27 rows of 9 reals, row after row, as in GETBOLTDATA, zeros where the
+**              section has none; the first row says by a first value above 0.001 that the section
+**              is in millimetres
 **   count      rows read, the first one included
 */
 TARVANE_API void TARVANE_CALL BOLTHELPER(const int32_t* series, float* diameters, float* rows,
@@ -553,10 +563,12 @@ TARVANE_API char* TARVANE_CALL GETLINESCOMFLG(void);
 TARVANE_API void TARVANE_CALL LINE_COUNT(int32_t* count);
 
 /*
-** OPENUNIT - create or replace the file behind a report unit.
+** OPENUNIT - create or replace the file behind a report unit. A record of the report is one line of
+** text: a blank, 100 columns, and six style marks of two columns each when any is set.
 **
 ** Given:
-**   unit            1 to 1000; what the unit had open is closed
+**   unit            1 to 1000; what the unit had open is closed. 18 and 99 are no units for a report:
+**                   a fatal stop closes 99, and closes and deletes 18
 **   path, path_len  path of the file; trailing blanks do not count
 ** Returned:
 **   status          0 open, 1 failed
@@ -675,7 +687,15 @@ TARVANE_API void TARVANE_CALL FAILURE_ROW_COUNT(int32_t* count);
 TARVANE_API void TARVANE_CALL SET_SWITCHES(const int32_t* failure_corrosion,
                                            const int32_t* per_element_ratio);
 
-/* Material files: metric set, Division 1 forced, Division 2 class, edition index. */
+/*
+** SET_MATERIAL_SELECTION - which material files are read.
+**
+** Given (state at load in brackets):
+**   metric           [0] 1: metric files
+**   force_div1       [0] 1: Division 1 files whatever the code
+**   division2_class  [1] Division 2: 0 the files of class 1, other the general ones
+**   year             [0] edition index, 0 to 18; 0 the present edition
+*/
 TARVANE_API void TARVANE_CALL SET_MATERIAL_SELECTION(const int32_t* metric,
                                                      const int32_t* force_div1,
                                                      const int32_t* division2_class,
@@ -726,9 +746,10 @@ TARVANE_API void TARVANE_CALL SET_MATERIAL_ITEM(const int32_t* table, const int3
                                                 const char* name, int32_t name_len);
 
 /*
-** RESET_ENGINE - every module variable and every table that was read back to its state at load.
-** What the host provided stays: folders, services, window, no-dialog switch, open units, element
-** tables, input record, long material names, unit factors and labels.
+** RESET_ENGINE - every module variable, exported variables and setup block among them, and every
+** table that was read back to its state at load. What the host provided stays: folders, services,
+** window, no-dialog switch, open units, element tables, input record, long material names, unit
+** factors and labels.
 */
 TARVANE_API void TARVANE_CALL RESET_ENGINE(void);
 
@@ -750,7 +771,7 @@ TARVANE_API void TARVANE_CALL GET_SYSTEM_PATH(const int32_t* selector, const cha
                                               int32_t version_len, char* path, int32_t path_len);
 /* 1 when the running program's file name holds "tvn.exe", else 0. */
 TARVANE_API int32_t TARVANE_CALL IS_MAIN_HOST(void);
-/* Help language: 1033 English, 1041 Japanese, 2052 Chinese. */
+/* Help language: 1033 English, 1041 Japanese, 2052 Chinese; 1033 when none is chosen. */
 TARVANE_API int32_t TARVANE_CALL HELP_LANGUAGE(void);
 /* Folder of the help files: kind 101 by help language, any other the common one. */
 TARVANE_API void TARVANE_CALL HELP_FOLDER(const int32_t* kind, char* folder, int32_t folder_len);
