@@ -35,11 +35,24 @@ TEST_F(BuiltInModulus, CarbonSteelAtTheTemperaturesOfTheTable) {
         EXPECT_FLOAT_EQ(MPa(1.4f, C), E) << C;
 }
 
-TEST_F(BuiltInModulus, TheOtherClasses) {
-    EXPECT_FLOAT_EQ(MPa(1.1f, 100.0f), 194000.0f);
-    EXPECT_FLOAT_EQ(MPa(1.1f, 800.0f), 134000.0f);
-    EXPECT_FLOAT_EQ(MPa(0.95f, 50.0f), 105500.0f);
-    EXPECT_FLOAT_EQ(MPa(0.95f, 250.0f), 92600.0f);
+TEST_F(BuiltInModulus, AusteniticSteelAtTheTemperaturesOfTheTable) {
+    const std::pair<Real, Real> table[] = {
+        {0.0f, 203000.0f},   {20.0f, 200000.0f},  {100.0f, 194000.0f}, {150.0f, 190000.0f},
+        {200.0f, 185000.0f}, {250.0f, 181000.0f}, {300.0f, 176000.0f}, {350.0f, 172000.0f},
+        {400.0f, 168000.0f}, {450.0f, 164000.0f}, {500.0f, 159000.0f}, {550.0f, 155000.0f},
+        {600.0f, 151000.0f}, {650.0f, 147000.0f}, {700.0f, 142000.0f}, {750.0f, 138000.0f},
+        {800.0f, 134000.0f}};
+    for (const auto& [C, E] : table)
+        EXPECT_FLOAT_EQ(MPa(1.1f, C), E) << C;
+}
+
+TEST_F(BuiltInModulus, TitaniumAtTheTemperaturesOfItsOwnAxis) {
+    const std::pair<Real, Real> table[] = {
+        {0.0f, 107900.0f},   {20.0f, 106900.0f}, {50.0f, 105500.0f}, {100.0f, 103100.0f},
+        {150.0f, 100600.0f}, {200.0f, 96900.0f}, {250.0f, 92600.0f}, {300.0f, 88200.0f},
+        {301.0f, 88200.0f},  {400.0f, 88200.0f}};
+    for (const auto& [C, E] : table)
+        EXPECT_FLOAT_EQ(MPa(0.95f, C), E) << C;
 }
 
 TEST_F(BuiltInModulus, BetweenTheTemperatures) {
@@ -84,6 +97,17 @@ TEST_F(BuiltInModulus, TheSharedAxisStaysThatOfTheLastClass) {
     EXPECT_FLOAT_EQ(MPa(1.1f, 100.0f), 190000.0f);
     MPa(1.4f, 100.0f);
     EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 202000.0f);
+    // The moduli of carbon steel, each at the temperature of its place on the other axis.
+    const std::pair<Real, Real> table[] = {
+        {20.0f, 209000.0f},  {50.0f, 205000.0f},  {100.0f, 202000.0f}, {150.0f, 199000.0f},
+        {200.0f, 195000.0f}, {250.0f, 191000.0f}, {300.0f, 187000.0f}, {400.0f, 181000.0f},
+        {450.0f, 178000.0f}, {500.0f, 174000.0f}, {550.0f, 168000.0f}, {600.0f, 162000.0f}};
+    for (const auto& [C, E] : table)
+        EXPECT_FLOAT_EQ(MPa(1.4f, C), E) << C;
+    EXPECT_FLOAT_EQ(MPa(1.4f, 350.0f), 184000.0f); // between the eighth and the ninth
+    for (const auto& [C, E] : {std::pair(650.0f, 147000.0f), std::pair(700.0f, 142000.0f),
+                               std::pair(750.0f, 138000.0f), std::pair(800.0f, 134000.0f)})
+        EXPECT_FLOAT_EQ(MPa(1.1f, C), E) << C;
     RESET_MATERIALS();
     EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 205000.0f);
 }
@@ -230,6 +254,12 @@ TEST_F(Charts, AChartThatIsNotInTheFileIsCS2) {
     EXPECT_TRUE(reported().empty());
 }
 
+TEST_F(Charts, CS2MayBeTheFirstLineOfTheFile) {
+    use("[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n[END]\n");
+    EXPECT_EQ(look_up("CS-2", 300.0f).E, 29.0f);
+    EXPECT_EQ(look_up("XX-9", 300.0f).E, 29.0f);
+}
+
 TEST_F(Charts, NeitherTheChartNorCS2) {
     use("[HA-1]\n100 9 28 1 1 1 1 1 1 1\n\n[END]\n");
     EXPECT_TRUE(look_up("XX-9", 100.0f).untouched());
@@ -258,6 +288,39 @@ TEST_F(Charts, OnlyEightColumnsOfTheNameCountAndTheRestIsBlanked) {
                c.c1, c.c2, 0.0f);
     EXPECT_EQ(c.E, 28.0f);
     EXPECT_EQ(field.view(), "HA-1        ");
+
+    use("[NFA-11-X]\n100 9 31 1 1 1 1 1 1 1\n200 9 31 1 1 1 1 1 1 1\n\n"
+        "[ABCDEFGH]\n100 9 32 1 1 1 1 1 1 1\n\n[END]\n");
+    EXPECT_EQ(look_up("ABCDEFGHIJKL", 100.0f).E, 32.0f);
+    EXPECT_EQ(look_up("NFA-11-X", 100.0f).t_used, 100.0f); // one of the charts of the yield
+    EXPECT_EQ(look_up("NFA-11-X", 190.0f).t_used, 150.0f);
+}
+
+TEST_F(Charts, AShorterFieldIsReadAsFarAsItGoes) {
+    char field[] = {'H', 'A', '-', '1', '?'};
+    Chart c;
+    READ_CHART(field, 4, 100.0f, c.t_used, c.E, c.Aelastic, c.second, c.Amax, c.Bmax, c.c0, c.c1,
+               c.c2, 0.0f);
+    EXPECT_EQ(c.E, 28.0f);
+    EXPECT_EQ(field[4], '?');
+}
+
+TEST_F(Charts, ALineEndsAtColumn115) {
+    std::string row = "300 9 29 1 1 1 1 1 1";
+    row.resize(113, ' ');
+    use("[CS-2]\n" + row + "123\n\n[END]\n"); // the last number in columns 114 to 116
+    EXPECT_EQ(look_up("CS-2", 300.0f).c2, 12.0f);
+}
+
+// What stands in for a chart is CS-2 itself, not what a chart that is missing would bring: in a file
+// without "[END]" the walk does not start over.
+TEST_F(Charts, TheStandInIsLookedForAtOnce) {
+    use("[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n");
+    EXPECT_EQ(look_up("CS-3", 301.0f).E, 29.0f);
+    EXPECT_EQ(look_up("HT-2", 101.0f).E, 29.0f);
+    EXPECT_EQ(look_up("", 200.0f).E, 29.0f);
+    EXPECT_EQ(look_up("CS-3", 300.0f, 40000.0f).E, -2.0f);
+    EXPECT_EQ(look_up("HT-2", 100.0f).E, -2.0f);
 }
 
 TEST_F(Charts, AMissingFileLeavesEverythingAsItWasAndIsLookedForAgain) {
@@ -284,6 +347,13 @@ TEST_F(Charts, OnlyTheFirst650LinesAreRead) {
         filler += "; filler\n";
     use("[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n" + filler + "[HA-1]\n300 9 1 1 1 1 1 1 1 1\n\n[END]\n");
     EXPECT_EQ(look_up("CS-2", 300.0f).E, 29.0f);
+    EXPECT_TRUE(look_up("HA-1", 300.0f).untouched());
+    // Three lines, 646 and the end make 650; one more is not seen.
+    const std::string cs_2 = "[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n";
+    const std::string lines_646 = filler.substr(0, 646 * std::string("; filler\n").size());
+    use(cs_2 + lines_646 + "[END]\n");
+    EXPECT_EQ(look_up("HA-1", 300.0f).E, 29.0f);
+    use(cs_2 + lines_646 + "; filler\n[END]\n");
     EXPECT_TRUE(look_up("HA-1", 300.0f).untouched());
 }
 
@@ -319,6 +389,11 @@ TEST_F(Charts, CS3AboveThreeHundredIsCS2) {
     const Chart c = look_up("CS-3", 350.0f, 38000.0f);
     EXPECT_FLOAT_EQ(c.E, 28.5f);
     EXPECT_EQ(c.t_used, 350.0f);
+    const Chart above = look_up("CS-3", std::nextafter(300.0f, 400.0f), 38000.0f);
+    EXPECT_FLOAT_EQ(above.Bmax, 15000.0f);
+    EXPECT_EQ(above.t_used, std::nextafter(300.0f, 400.0f));
+    EXPECT_EQ(look_up("CS-3", 900.0f, 38000.0f).t_used, 500.0f); // its own limit
+    EXPECT_EQ(look_up("CS-3", 300.0f, 38000.0f).Bmax, 24000.0f);
 }
 
 TEST_F(Charts, CS3TakesTheRowOfTheYield) {
@@ -332,6 +407,10 @@ TEST_F(Charts, CS3TakesTheRowOfTheYield) {
     EXPECT_NEAR(look_up("CS-3", 300.0f, 59999.9f).Bmax, 26000.0f, 1.0f);
     EXPECT_EQ(look_up("CS-3", 300.0f, 60000.0f).Bmax, 26000.0f);
     EXPECT_EQ(look_up("CS-3", 300.0f, 90000.0f).Bmax, 26000.0f);
+    // From 60000 on the row is 300.6, whatever follows it.
+    use("[CS-3]\n300.5 9 1 1 1 1 25000 1 1 1\n300.7 9 1 1 1 1 27000 1 1 1\n\n[END]\n");
+    EXPECT_NEAR(look_up("CS-3", 300.0f, 60000.0f).Bmax, 26000.0f, 1.0f);
+    EXPECT_NEAR(look_up("CS-3", 300.0f, 70000.0f).Bmax, 26000.0f, 1.0f);
 }
 
 TEST_F(Charts, NFA11TakesTheRowOfTheYieldAtEveryTemperature) {
@@ -343,6 +422,10 @@ TEST_F(Charts, NFA11TakesTheRowOfTheYieldAtEveryTemperature) {
     EXPECT_EQ(c.t_used, 100.0f);
     EXPECT_EQ(look_up("NFA-11", 100.0f, 5000.0f).Bmax, 14000.0f);
     EXPECT_EQ(look_up("NFA-11", 100.0f, 18000.0f).Bmax, 18000.0f);
+    // From 18000 on the row is 150.18, whatever follows it.
+    use("[NFA-11]\n150.16 9 1 1 1 1 16000 1 1 1\n150.20 9 1 1 1 1 20000 1 1 1\n\n[END]\n");
+    EXPECT_NEAR(look_up("NFA-11", 100.0f, 18000.0f).Bmax, 18000.0f, 2.0f);
+    EXPECT_NEAR(look_up("NFA-11", 100.0f, 30000.0f).Bmax, 18000.0f, 2.0f);
 }
 
 TEST_F(Charts, HT2AboveAHundredIsCS2) {
@@ -388,6 +471,7 @@ TEST_F(Charts, YieldIsTwiceTheTopOfTheCurve) {
 
 TEST_F(Charts, NoYieldFromAChartThatAsksForIt) {
     EXPECT_EQ(yield_of("CS-3", 300.0f), 0.0f);
+    EXPECT_EQ(yield_of("CS-3", std::nextafter(300.0f, 400.0f)), 30000.0f);
     EXPECT_FLOAT_EQ(yield_of("CS-3", 400.0f), 28000.0f); // CS-2
     EXPECT_EQ(yield_of("NFA-11", 150.0f), 0.0f);
     EXPECT_EQ(yield_of("NFA-11", 151.0f), 28000.0f); // the row for a yield of 0
