@@ -121,6 +121,8 @@ TEST_F(Surface, ANegativeToughnessSwitchStaysAsItIs) {
 TEST_F(Surface, AChartNameIsCutPaddedAndKeepsItsNuls) {
     ::SET_CHART("CS-2", 4);
     EXPECT_EQ(CHART_NAME.view(), "CS-2    ");
+    ::SET_CHART("X", 1);
+    EXPECT_EQ(CHART_NAME.view(), "X       ");
     ::SET_CHART("ABCDEFGHIJ", 10);
     EXPECT_EQ(CHART_NAME.view(), "ABCDEFGH");
     ::SET_CHART("\0\0\0\0", 4);
@@ -330,6 +332,8 @@ TEST_F(Surface, ResetPutsTheEngineBackToItsStateAtLoad) {
     ::SET_METRIC_CONSTANTS();
     FLAGS_mp_IINOSPECIAL = 1;
     QUIET_BOLT_AREA = QUIET_BOLT_DISTANCES = 1;
+    GET_MODULE_DIR();
+    ASSERT_NE(module_folder(), "");
     Text<100> line("a line");
     WRITE_LINE(line.data(), 100);
     OPEN_LINE_STORE();
@@ -353,6 +357,7 @@ TEST_F(Surface, ResetPutsTheEngineBackToItsStateAtLoad) {
     EXPECT_TRUE(CHART_NAME.blank());
     EXPECT_EQ(C_ONE, 0.0f);
     EXPECT_EQ(FLAGS_mp_IINOSPECIAL, 0);
+    EXPECT_EQ(module_folder(), "");
     EXPECT_EQ(QUIET_BOLT_AREA, 0);
     EXPECT_EQ(QUIET_BOLT_DISTANCES, 0);
     EXPECT_FALSE(STYLE_ENABLED);

@@ -162,6 +162,27 @@ TEST_F(FileTest, OpenUnitReplacesTheFileAndPassesOverTrailingBlanks) {
     EXPECT_EQ(scratch.read("other.txt"), "other");
 }
 
+TEST_F(FileTest, NoUnitKeepsAFileOpenThatItNoLongerHas) {
+    const auto open_files = [] {
+        using Entries = std::filesystem::directory_iterator;
+        return std::distance(Entries("/proc/self/fd"), Entries());
+    };
+    const std::string path = scratch.write("a.txt", "x");
+    const auto before = open_files();
+    ASSERT_TRUE(open_unit_for_reading(20, path));
+    ASSERT_TRUE(open_unit_for_reading(20, path));
+    ASSERT_TRUE(open_unit_for_writing(20, scratch.file("b.txt")));
+    ASSERT_TRUE(open_unit_for_writing(20, scratch.file("c.txt")));
+    EXPECT_EQ(open_files(), before + 1);
+    EXPECT_FALSE(open_unit_for_reading(20, scratch.file("absent.txt")));
+    EXPECT_EQ(unit_handle(20), -1) << "what it had is closed all the same";
+    ASSERT_TRUE(open_unit_for_writing(20, scratch.file("d.txt")));
+    close_unit(20);
+    ASSERT_TRUE(open_unit_for_writing(20, scratch.file("e.txt")));
+    close_unit_and_delete(20);
+    EXPECT_EQ(open_files(), before);
+}
+
 TEST_F(FileTest, OpenUnitFailsInAFolderThatIsNotThere) {
     Int status = 0;
     OPENUNIT(20, scratch.file("none/report.txt"), status);
