@@ -33,6 +33,7 @@ TEST(DesignRounding, ToTheNextSixteenth) {
 TEST(DesignRounding, UpToDecimals) {
     EXPECT_EQ(ROUND_UP_DECIMALS(1.2341f, 3), 1.235f);
     EXPECT_EQ(ROUND_UP_DECIMALS(1.2349f, 3), 1.235f);
+    EXPECT_EQ(ROUND_UP_DECIMALS(1.23499f, 3), 1.235f);
     EXPECT_EQ(ROUND_UP_DECIMALS(1.25f, 3), 1.251f); // a whole thousandth goes up too
     EXPECT_EQ(ROUND_UP_DECIMALS(1.25f, 2), 1.26f);
     EXPECT_EQ(ROUND_UP_DECIMALS(0.0f, 3), 0.001f);

@@ -101,6 +101,20 @@ TEST(DesignNextThickness, ConvergenceLimits) {
     }
 }
 
+TEST(DesignNextThickness, ConvergenceLimitsAreWithin) {
+    const auto convergedAt = [](Real next) { // of a thickness of 1
+        FLANGE_STATE s = with_ratios(BLIND, 100.0f);
+        s.t = 1.0f, s.tChannelMin = next;
+        bool converged = false;
+        NEXT_FLANGE_THICKNESS(s, converged);
+        return converged;
+    };
+    EXPECT_TRUE(convergedAt(0.9999f));
+    EXPECT_FALSE(convergedAt(std::nextafter(0.9999f, 0.0f)));
+    EXPECT_TRUE(convergedAt(1.00001f));
+    EXPECT_FALSE(convergedAt(std::nextafter(1.00001f, 2.0f)));
+}
+
 TEST(DesignNextThickness, ZeroAndNotANumberRatios) {
     bool converged = true;
     FLANGE_STATE s = with_ratios(INTEGRAL_WELD_NECK, 1.0f);

@@ -156,6 +156,12 @@ TEST_F(StressesTest, AnyHubLengthAndThicknessCounts) {
     s.type = REVERSE_WELD_NECK, s.lambda = 0.001f;
     FLANGE_STRESSES(s);
     EXPECT_NE(operating(REVERSE), 0.0f);
+    s.type = INTEGRAL_WELD_NECK, s.g1 = 0.001f, s.Wext = 0.001f;
+    FLANGE_STRESSES(s);
+    EXPECT_GT(operating(HUB), 1.0e6f);
+    start_again();
+    FLANGE_STRESSES(s);
+    EXPECT_EQ(under("Bolt Stress, Operating [BSo]:").at(0), " = ( Wm1 + Fa + 4Me/G ) / Ab");
     s.type = BLIND; // not a flat head then
     FLANGE_STRESSES(s);
     EXPECT_EQ(operating(TANGENTIAL), 0.0f);
