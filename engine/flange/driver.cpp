@@ -35,6 +35,8 @@ void entry(DRIVER_STATE& d) {
     d.element1 = d.record.whole(1);
     d.ciGiven = d.record(9);
     d.tGiven = d.record(8);
+    d.tShell = d.record(71);
+    d.caShell = d.record(74);
 
     for (Int i = 120; i <= 128; ++i)
         d.record(i) = 0.0f;
@@ -50,6 +52,7 @@ void entry(DRIVER_STATE& d) {
     s.standardFlange = *args.standardFlange;
     s.element = *args.element;
     s.boltRow = *args.boltRow;
+    s.boltReference = d.record.whole(75);
     s.jointE = *args.jointE;
     s.coverFactor = 1.0f;
     s.coverFlag = 0;

@@ -37,6 +37,7 @@ struct DRIVER_STATE {
     FLANGE_RECORD record{nullptr};
     Int element1 = 0;             // record element 1 as it came, truncated
     Real ciGiven = 0, tGiven = 0; // record 9 and 8 as they came
+    Real tShell = 0, caShell = 0; // record 71 and 74 as they came
     Int kindGiven = 0;
     bool rigidityWanted = false;
     bool rigidityDiv2 = false; // NEW_DIV_2_RULES of the rigidity step

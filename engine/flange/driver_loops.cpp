@@ -69,6 +69,27 @@ void mating_loop(DRIVER_STATE& d, std::string_view caption, bool bothRows) {
     }
 }
 
+// New and cold, then at design condition; false after a fatal stop that came back.
+bool mating_pressures(DRIVER_STATE& d) {
+    FLANGE_STATE& s = *d.s;
+    s.ci = s.ct = 0.0f;
+    s.Sfo = s.Sfa;
+    s.Sb = s.Sa;
+    s.t = d.tGiven;
+    s.kind = ANALYSE;
+    mating_loop(d, " MAPnc iteration#: ", true);
+    if (s.stopped) return false;
+    *d.args->mapNc = NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat);
+
+    REREAD(d);
+    s.kind = ANALYSE;
+    mating_loop(d, " MAWP iteration: ", false);
+    if (s.stopped) return false;
+    s.MAWPopFixed = s.MAWPop;
+    s.MAWPseatFixed = *d.args->mapNc;
+    return true;
+}
+
 // ---- failure corrosion ---------------------------------------------------------------------------------
 
 // One corroded state: true when the search ends with it.
@@ -155,27 +176,11 @@ void NEW_AND_COLD_ITERATION(DRIVER_STATE& d) {
 }
 
 void MATING_LOAD_ITERATIONS(DRIVER_STATE& d) {
-    FLANGE_STATE& s = *d.s;
     REREAD(d);
     const Int gates[] = {IWRITE, IOUT};
     IWRITE = 0;
     IOUT = -1;
-    s.ci = s.ct = 0.0f;
-    s.Sfo = s.Sfa;
-    s.Sb = s.Sa;
-    s.t = d.tGiven;
-    s.kind = ANALYSE;
-    mating_loop(d, " MAPnc iteration#: ", true);
-    if (s.stopped) return;
-    *d.args->mapNc = NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat);
-
-    REREAD(d);
-    s.kind = ANALYSE;
-    mating_loop(d, " MAWP iteration: ", false);
-    if (s.stopped) return;
-    s.MAWPopFixed = s.MAWPop;
-    s.MAWPseatFixed = *d.args->mapNc;
-    REREAD_WITH_INPUT_REPORT(d);
+    if (mating_pressures(d)) REREAD_WITH_INPUT_REPORT(d);
     IWRITE = gates[0];
     IOUT = gates[1];
 }
@@ -193,13 +198,13 @@ void FAILURE_CORROSION_LOOP(DRIVER_STATE& d) {
         if (corroded_state_ends(d, i, rOp, rSeat)) break;
         s.ci = s.ci + 0.001f;
     }
+    IWRITE = gates[0];
+    IOUT = gates[1];
     if (s.stopped) return;
     d.failureCa = s.ci;
     add_failure_row(d);
     s.ci = kept[0];
     s.ct = kept[1];
-    IWRITE = gates[0];
-    IOUT = gates[1];
 }
 
 void FAILURE_CORROSION_REPORT(const DRIVER_STATE& d) {

@@ -92,8 +92,8 @@ Real attached_shell_ratio(const DRIVER_STATE& d) {
     if (none || s.element <= 0) return 0.0f;
     const Real E = max(element_row(s.element).joint_efficiency, 0.8f);
     Real shellMAWP = 0.0f;
-    ATTACHED_SHELL_THICKNESS(s.code, *d.args->pOperating, s.Dshell, s.caShell, 0.0f, s.Sna, E, 0,
-                             s.tShell, shellMAWP);
+    ATTACHED_SHELL_THICKNESS(s.code, *d.args->pOperating, s.Dshell, d.caShell, 0.0f, s.Sna, E, 0,
+                             d.tShell, shellMAWP);
     return min(*d.args->pOperating / shellMAWP, 1.0f);
 }
 
@@ -101,7 +101,7 @@ Real attached_shell_ratio(const DRIVER_STATE& d) {
 bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
     const FLANGE_STATE& s = *d.s;
     const bool attached = s.attachment >= 1 && s.attachment <= 4;
-    const Real ring = min(d.tGiven, s.tShell);
+    const Real ring = min(d.tGiven, d.tShell);
     switch (s.type) {
     case LAP_JOINT:
     case BLIND:
@@ -113,9 +113,9 @@ bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
     case LOOSE_RING:
         thickness = ring;
         if ((s.type == INTEGRAL_SLIP_ON || s.type == LOOSE_SLIP_ON) && s.go > 0.0001f)
-            thickness = min(s.go, s.tShell);
+            thickness = min(s.go, d.tShell);
         if (attached)
-            return !((s.type == INTEGRAL_RING || s.type == LOOSE_RING) && s.tShell <= d.tGiven);
+            return !((s.type == INTEGRAL_RING || s.type == LOOSE_RING) && d.tShell <= d.tGiven);
         if (thickness <= 0.001f) {
             d.noCylinder = true;
             return false;
@@ -123,9 +123,9 @@ bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
         return true;
     default:
         thickness = s.go;
-        if (s.go > 0.001f) return true;
+        if (!(s.go <= 0.001f)) return true;
         thickness = ring;
-        return !(attached && s.tShell <= d.tGiven);
+        return !(attached && d.tShell <= d.tGiven);
     }
 }
 
@@ -173,7 +173,7 @@ void standard_flange_welds(const FLANGE_STATE& s, Real tn, Real Lmin) {
 }
 
 // Figure 2-4, sketches (7) and (8) to (10a).
-void integral_welds(const FLANGE_STATE& s, Real tn, Real Lmin) {
+void integral_welds(const FLANGE_STATE& s, Real tShell, Real tn, Real Lmin) {
     if (!(s.go > 0.001f)) {
         leg_lines(NO_HUB_LEG, tn); // no maximum is taken here, whatever the line says
         return;
@@ -186,7 +186,7 @@ void integral_welds(const FLANGE_STATE& s, Real tn, Real Lmin) {
     if (s.type != INTEGRAL_RING) return;
     TEXT_LINE("For Slip on Flanges designed as Integral per 2-4 sketch (7):");
     leg_lines("= max( 0.25( g0 - ci ), ( 6 mm or 1/4 inch ) )", max(0.25f * (s.go - s.ci), Lmin));
-    if (std::fabs(s.go - s.tShell) > 0.01f && s.tShell > 0.001f)
+    if (std::fabs(s.go - tShell) > 0.01f && tShell > 0.001f)
         TEXT_LINE("Warning - Check the attached shell thickness and g0, they are different.");
 }
 
@@ -235,9 +235,9 @@ void MISSING_CYLINDER_LINES(const DRIVER_STATE& d) {
 void ATTACHMENT_WELDS(const DRIVER_STATE& d) {
     const FLANGE_STATE& s = *d.s;
     const bool welded = s.type >= INTEGRAL_SLIP_ON && s.type <= LOOSE_RING;
-    if (s.code != ASME_VIII_1 || !(s.tShell > 0.0f) || !welded || !(s.P > 0.0f) || d.element1 <= 0)
+    if (s.code != ASME_VIII_1 || !(d.tShell > 0.0f) || !welded || !(s.P > 0.0f) || d.element1 <= 0)
         return;
-    const Real tn = s.tShell - s.caShell;
+    const Real tn = d.tShell - d.caShell;
     const Real Lmin = C_ONE_QUARTER;
     if (s.standardFlange == 1) {
         standard_flange_welds(s, tn, Lmin);
@@ -245,7 +245,7 @@ void ATTACHMENT_WELDS(const DRIVER_STATE& d) {
     }
     HEADING("Required Fillet Weld Leg size for Slip on Flanges:");
     if (s.type == INTEGRAL_SLIP_ON || s.type == INTEGRAL_RING)
-        integral_welds(s, tn, Lmin);
+        integral_welds(s, d.tShell, tn, Lmin);
     else
         loose_welds(s, tn, Lmin, d.hubRequired);
 }

@@ -95,7 +95,6 @@ void load_scalars(FLANGE_STATE& s, const FLANGE_RECORD& record) {
     s.useShellStress = record.whole(72);
     s.seatRule = record.whole(73);
     s.caShell = record(74);
-    s.boltReference = record.whole(75);
 }
 
 // Modulus of a TEMA channel cover: element 10 itself when it is large enough to be one, else that of

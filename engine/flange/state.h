@@ -87,7 +87,7 @@ struct FLANGE_STATE {
     Int useShellStress = 0; // 72
     Int seatRule = 0;       // 73  1: W = Sa * Ab
     Real caShell = 0;       // 74
-    Int boltReference = 0;  // 75
+    Int boltReference = 0;  // 75, as it came
 
     Text<15> flangeMaterial;  // text slot 0
     Text<15> boltMaterial;    // 15
