@@ -65,6 +65,16 @@ TEST_F(DataFileTest, AClosedUnitHasNoLines) {
     EXPECT_FALSE(reader.next(line, 4));
 }
 
+TEST_F(DataFileTest, AReadErrorEndsTheFile) {
+    ASSERT_TRUE(open_unit_for_reading(20, scratch.write("a.txt", "one\ntwo\n")));
+    LineReader reader(20);
+    close_handle(unit_handle(20)); // behind the unit's back
+    char line[] = "left over";
+    EXPECT_FALSE(reader.next(line, 9));
+    EXPECT_STREQ(line, "         ");
+    EXPECT_FALSE(reader.next(line, 9));
+}
+
 TEST_F(DataFileTest, RewindBeginsAgain) {
     const std::string path = scratch.write("a.txt", "one\ntwo\n");
     ASSERT_TRUE(open_unit_for_reading(20, path));

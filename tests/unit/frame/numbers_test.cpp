@@ -77,14 +77,48 @@ TEST_P(ReadsNoNumber, BothResultsAreZero) {
 INSTANTIATE_TEST_SUITE_P(FreeForm, ReadsNoNumber,
                          ::testing::Values("", "    ", "12abc", "abc", "+", "-", ".", "-.", "1e",
                                            "1e+", "1.2.3", "--1", "+-1", "1e2.5", "0x10", "1_000",
-                                           "3*4x", "3*4*5", "0*4", "*4", "nan", "inf", "1-", "$5",
-                                           "1\xB0", "e5", "'1'"));
+                                           "1e ", "1e+ 5", "1d,2", "1-/2", "0*4 5", "3*4x", "3*4*5",
+                                           "0*4", "*4", "nan", "inf", "1-", "$5", "1\xB0", "e5",
+                                           "'1'"));
 
 TEST(ParseReal, ANulIsNoBlank) {
     Real value = 1.0f;
     Int whole = 1;
     EXPECT_FALSE(PARSE_REAL(std::string_view("5\0", 2), value, whole));
     EXPECT_EQ(value, 0.0f);
+}
+
+TEST(ParseReal, ATextEndsWhereItEnds) {
+    // The text is a part of a longer one, whose further characters do not count.
+    const struct {
+        std::string_view whole;
+        std::size_t length;
+        Real value;
+    } numbers[] = {
+        {"1234", 2, 12.0f},   {"1.55", 3, 1.5f},   {"1.55", 2, 1.0f}, {"1e22", 3, 100.0f},
+        {"1e+22", 4, 100.0f}, {"1+22", 3, 100.0f}, {"3*45", 3, 4.0f}, {"12*4", 2, 12.0f},
+        {"1e22", 1, 1.0f},    {"15.5", 2, 15.0f},  {" 1x", 2, 1.0f},  {"-5-5", 2, -5.0f},
+        {"2*5", 2, 0.0f},
+    };
+    for (const auto& c : numbers) {
+        Real value = -1.0f;
+        Int whole = UNSEEN;
+        EXPECT_TRUE(PARSE_REAL(c.whole.substr(0, c.length), value, whole)) << c.whole;
+        EXPECT_EQ(value, c.value) << c.whole;
+    }
+    const struct {
+        std::string_view whole;
+        std::size_t length;
+    } none[] = {{"-5", 1}, {".5", 1}, {"  7", 2}, {"1e5", 2}, {"1e+5", 3}, {"7", 0}, {"/", 0}};
+    for (const auto& c : none) {
+        Real value = -1.0f;
+        Int whole = UNSEEN;
+        EXPECT_FALSE(PARSE_REAL(c.whole.substr(0, c.length), value, whole)) << c.whole;
+    }
+    Real values[3] = {-1.0f, -1.0f, -1.0f};
+    EXPECT_EQ(PARSE_REALS(std::string_view("5,,7").substr(0, 1), values, 3), 1);
+    EXPECT_EQ(PARSE_REALS(std::string_view("5 ,,7").substr(0, 2), values, 3), 1);
+    EXPECT_EQ(values[1], -1.0f);
 }
 
 TEST(ParseReal, TheNearestSingleOfAnyNumberOfDigits) {
@@ -94,6 +128,8 @@ TEST(ParseReal, TheNearestSingleOfAnyNumberOfDigits) {
     Int whole = 0;
     EXPECT_TRUE(PARSE_REAL(half, value, whole));
     EXPECT_EQ(value, 1.0f) << "a tie goes to the even neighbour";
+    EXPECT_TRUE(PARSE_REAL(half + std::string(300, '0'), value, whole));
+    EXPECT_EQ(value, 1.0f) << "zeros do not count, wherever they stand";
     EXPECT_TRUE(PARSE_REAL(half + std::string(300, '0') + "1", value, whole));
     EXPECT_EQ(value, std::nextafter(1.0f, 2.0f));
     EXPECT_TRUE(PARSE_REAL("1.00000005960464477539062499999999999999999999999", value, whole));
@@ -184,8 +220,10 @@ TEST(ParseReals, AnyBytesStayWithinTheirBounds) {
         std::string text;
         for (int n = length(random); n > 0; --n)
             text += often(random) != 0 ? likely[pick(random)] : static_cast<char>(any_byte(random));
+        const std::vector<char> bytes(text.begin(), text.end()); // nothing stands behind them
+        const std::string_view given(bytes.data(), bytes.size());
         Real values[5] = {CANARY, CANARY, CANARY, CANARY, CANARY};
-        const Int read = PARSE_REALS(text, values, 4);
+        const Int read = PARSE_REALS(given, values, 4);
         ASSERT_GE(read, 0);
         ASSERT_LE(read, 4);
         for (Int k = read; k < 5; ++k)
@@ -195,7 +233,7 @@ TEST(ParseReals, AnyBytesStayWithinTheirBounds) {
 
         Real value = CANARY;
         Int whole = UNSEEN;
-        const bool one = PARSE_REAL(text, value, whole);
+        const bool one = PARSE_REAL(given, value, whole);
         ASSERT_EQ(one, read > 0) << text;
         ASSERT_EQ(whole, truncated(value)) << text;
         if (!one) {

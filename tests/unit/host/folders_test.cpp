@@ -207,6 +207,11 @@ TEST_F(FolderTest, WithoutAFolderOfTheLibraryTheNameStays) {
 }
 
 TEST_F(FolderTest, ResolveFetchesBothFolders) {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(resolved(program.filename().string()), program) << "a file beside the library";
+    EXPECT_NE(module_folder(), "");
+    EXPECT_NE(system_folder(), "") << "fetched along with it";
+    forget_folders();
     resolved("no such file.txt");
     EXPECT_NE(module_folder(), "");
     EXPECT_NE(system_folder(), "");
