@@ -602,6 +602,9 @@ TEST_F(BoltSpacing, LengthsGoThroughTheFactorOfTheirKind) {
               "Radial Distance between Hub and Bolts:     112.500    181.250");
     EXPECT_EQ(row(lines, CIRC_ROW).text,
               "Circ. Spacing between the Bolts:           175.000    222.935    352.941");
+    BOLT_SPACING_CALL few = example();
+    few.n = 12;
+    EXPECT_EQ(report(few)[3].text, " = 35.294 th  Maximum Bolt Spacing Exceeded !");
 }
 
 TEST_F(BoltSpacing, ASilentPassCalculatesAndWritesNothing) {

@@ -394,6 +394,9 @@ TEST_F(Charts, CS3AboveThreeHundredIsCS2) {
     EXPECT_EQ(above.t_used, std::nextafter(300.0f, 400.0f));
     EXPECT_EQ(look_up("CS-3", 900.0f, 38000.0f).t_used, 500.0f); // its own limit
     EXPECT_EQ(look_up("CS-3", 300.0f, 38000.0f).Bmax, 24000.0f);
+    use("[CS-2]\n200 9 29 1 1 1 1 1 1 1\n\n[END]\n");
+    EXPECT_EQ(look_up("CS-3", 301.0f).t_used, 200.0f); // the limit of CS-2 is told
+    EXPECT_EQ(look_up("CS-3", 300.0f).t_used, 300.0f);
 }
 
 TEST_F(Charts, CS3TakesTheRowOfTheYield) {
