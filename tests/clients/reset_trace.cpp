@@ -157,8 +157,10 @@ struct Flange {
     }
 };
 
+constexpr float STAND_ALONE = -1.0f, IN_A_VESSEL = 1.0f;
+
 void turn_switches() {
-    for (const char* name :
+    for (const char* const name :
          {"FLAGS_mp_IINOSPECIAL", "FLAGS_mp_LBSAREA", "FLAGS_mp_LCHORD", "GLOBALS_mp_G_NUSE_TABLEG",
           "GLOBALS_mp_G_NUSE_CORRODEDK", "GLOBALS_mp_G_NUSE_OLD_DIV_2",
           "GLOBALS_mp_G_NUSE_CASE2286", "METRICCONSTANTS_mp_G_NMETRIC_CONSTANT"})
@@ -185,7 +187,6 @@ void report_to(int32_t unit) {
 }
 
 void calculate_flanges(int32_t unit) {
-    constexpr float STAND_ALONE = -1.0f, IN_A_VESSEL = 1.0f;
     for (int32_t code = TARVANE_ASME_VIII_1; code <= TARVANE_EN_13445; ++code)
         for (int type = TARVANE_INTEGRAL_WELD_NECK; type <= TARVANE_LOOSE_REVERSE; ++type)
             for (int kind = TARVANE_ANALYSE; kind <= TARVANE_DESIGN; ++kind) {
@@ -194,6 +195,17 @@ void calculate_flanges(int32_t unit) {
                 Flange(IN_A_VESSEL, type, kind).calculate(code);
                 Flange(STAND_ALONE, type, kind).calculate(code);
             }
+}
+
+// What a call sets by itself, left at values of its own: the rules of Division 2, and a line with
+// marks that found no file.
+void leave_in_the_middle() {
+    constexpr int32_t NO_SUCH_UNIT = 40;
+    Flange(STAND_ALONE, TARVANE_INTEGRAL_WELD_NECK, TARVANE_ANALYSE).calculate(TARVANE_ASME_VIII_2);
+    report_to(NO_SUCH_UNIT);
+    Flange(IN_A_VESSEL, TARVANE_INTEGRAL_WELD_NECK, TARVANE_ANALYSE).calculate(TARVANE_ASME_VIII_2);
+    VARIABLE(METRICCONSTANTS_mp_G_NMETRIC_CONSTANT) = 1;
+    VARIABLE(GLOBALS_mp_G_NUSE_OLD_DIV_2) = 1;
 }
 
 void ask_for_data() {
@@ -245,6 +257,7 @@ int main(int count, char** arguments) {
     ask_for_data();
     report_to(-1);
     calculate_flanges(-1);
+    leave_in_the_middle();
 
     std::size_t touched = 0;
     for (std::size_t i = 0; i < storage.size; ++i)

@@ -290,6 +290,10 @@ TEST_F(FolderTest, FatalCommandNamesTheErrorProgramInTheLibrarysFolder) {
     EXPECT_EQ(text.columns(1, FATAL_COMMAND(17, text)), "/opt/engine/TvError.exe 17 2");
     SET_MODULE_DIR("/opt/engine/");
     EXPECT_EQ(text.columns(1, FATAL_COMMAND(-3, text)), "/opt/engine/TvError.exe -3 2");
+    forget_folders();
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(text.columns(1, FATAL_COMMAND(17, text)),
+              program.parent_path().string() + "/TvError.exe 17 2");
     SET_MODULE_DIR("");
     EXPECT_EQ(text.columns(1, FATAL_COMMAND(17, text)), "TvError.exe 17 2") << "not in the root";
 }
