@@ -57,6 +57,11 @@ Int program_file(char* into, Int width);
 #ifndef _WIN32
 // Home folder of the user, from the user database; the length, 0 if unknown.
 Int home_folder(Text<260>& home);
+// The same from a file in the form of /etc/passwd, for the user of a number.
+Int home_in_database(std::string_view database, std::uint32_t user, Text<260>& home);
+// The user's own settings file; the length of its path, 0 if that is too long.
+Int user_settings_file(std::string_view home, std::string_view product, std::string_view version,
+                       Text<600>& path);
 #endif
 
 // A string value of the suite's settings. False when it is absent.

@@ -26,7 +26,9 @@ using PathName = Terminated<PATH_MAX>;
 
 bool is_folder(const struct stat& status) { return S_ISDIR(status.st_mode); }
 
-// Longest line of a settings file that counts.
+constexpr std::string_view SETTINGS_NAME = "/Settings.ini";
+
+// Longest line that counts, of a settings file and of the user database.
 constexpr Int SETTINGS_WIDTH = 512;
 
 // The field of a line of the user database, counted from 0.
@@ -39,7 +41,7 @@ std::string_view database_field(std::string_view line, int field) {
     return line.substr(0, line.find(':'));
 }
 
-bool is_number(std::string_view text, uid_t number) {
+bool is_number(std::string_view text, std::uint32_t number) {
     if (text.empty() || text.size() > 10) return false;
     unsigned long long value = 0;
     for (const char c : text) {
@@ -51,19 +53,19 @@ bool is_number(std::string_view text, uid_t number) {
 
 // Opens the settings file: beside the library, else under the user's home folder.
 bool open_settings(Int unit, std::string_view product, std::string_view version) {
-    constexpr std::string_view NAME = "/Settings.ini";
     Text<600> path;
     if (MODULE_DIR_LENGTH == 0) GET_MODULE_DIR();
     if (MODULE_DIR_LENGTH > 0) {
-        const Int length = put_together(path, {MODULE_DIR.columns(1, MODULE_DIR_LENGTH), NAME});
+        const Int length =
+            put_together(path, {MODULE_DIR.columns(1, MODULE_DIR_LENGTH), SETTINGS_NAME});
         if (open_unit_for_reading(unit, path.columns(1, length))) return true;
     }
     Text<260> home;
     const Int home_len = platform::home_folder(home);
     if (home_len == 0) return false;
-    const Int length = put_together(
-        path, {home.columns(1, home_len), "/.config/", MAKER, "/", product, "/", version, NAME});
-    return length > 0 && open_unit_for_reading(unit, path.columns(1, length));
+    const Int length =
+        platform::user_settings_file(home.columns(1, home_len), product, version, path);
+    return open_unit_for_reading(unit, path.columns(1, length));
 }
 
 std::string_view without_blanks_around(std::string_view text) {
@@ -179,28 +181,37 @@ Int engine_file(char* into, Int width) {
     return static_cast<Int>(length + name.size());
 }
 
+Int home_in_database(std::string_view database, std::uint32_t user, Text<260>& home) {
+    constexpr int USER_ID = 2;
+    constexpr int HOME = 5;
+    Int unit = 0, length = 0;
+    GETNEXTUNIT(unit);
+    if (!open_unit_for_reading(unit, database)) return 0;
+    Text<SETTINGS_WIDTH> line;
+    LineReader reader(unit);
+    while (length == 0 && reader.next(line.data(), SETTINGS_WIDTH))
+        if (is_number(database_field(line.trimmed(), USER_ID), user))
+            length = put_together(home, {database_field(line.trimmed(), HOME)});
+    close_unit(unit);
+    return length;
+}
+
+Int user_settings_file(std::string_view home, std::string_view product, std::string_view version,
+                       Text<600>& path) {
+    return put_together(path,
+                        {home, "/.config/", MAKER, "/", product, "/", version, SETTINGS_NAME});
+}
+
 // The local file of the user database is read first and without the system
 // library, which allocates; users whom it does not list are asked for there.
 Int home_folder(Text<260>& home) {
-    constexpr int USER_ID = 2;
-    constexpr int HOME = 5;
-    const uid_t user = getuid();
-    Int unit = 0;
-    GETNEXTUNIT(unit);
-    if (open_unit_for_reading(unit, "/etc/passwd")) {
-        Text<SETTINGS_WIDTH> line;
-        Int length = 0;
-        LineReader reader(unit);
-        while (length == 0 && reader.next(line.data(), SETTINGS_WIDTH))
-            if (is_number(database_field(line.trimmed(), USER_ID), user))
-                length = put_together(home, {database_field(line.trimmed(), HOME)});
-        close_unit(unit);
-        if (length > 0) return length;
-    }
+    const Int length = home_in_database("/etc/passwd", getuid(), home);
+    if (length > 0) return length;
     char space[4096];
     struct passwd entry;
     struct passwd* found = nullptr;
-    if (getpwuid_r(user, &entry, space, sizeof space, &found) != 0 || found == nullptr) return 0;
+    if (getpwuid_r(getuid(), &entry, space, sizeof space, &found) != 0 || found == nullptr)
+        return 0;
     return put_together(home, {found->pw_dir});
 }
 

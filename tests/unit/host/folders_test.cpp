@@ -51,6 +51,10 @@ TEST_F(FolderTest, TheHostsFolderActsAtOnceAndStays) {
     GET_MODULE_DIR();
     SET_MODULE_DIR("/opt/engine  ");
     EXPECT_EQ(module_folder(), "/opt/engine");
+    SET_MODULE_DIR("/opt/engine ");
+    EXPECT_EQ(module_folder(), "/opt/engine");
+    SET_MODULE_DIR(std::string_view("/opt/engine\0 \0", 14));
+    EXPECT_EQ(module_folder(), "/opt/engine") << "NULs behind it count as blanks";
     GET_MODULE_DIR();
     RESET_HOST();
     EXPECT_EQ(module_folder(), "/opt/engine");
@@ -153,6 +157,46 @@ TEST_F(FolderTest, TheHomeFolderIsThatOfTheUserDatabase) {
     const Int length = platform::home_folder(home);
     const std::string expected = entry == nullptr ? "" : entry->pw_dir;
     EXPECT_EQ(home.columns(1, length), expected);
+}
+
+TEST_F(FolderTest, AUserIsFoundByTheWholeNumberOfItsLine) {
+    const std::string database = scratch.write("passwd", "root:x:0:0:root:/root:/bin/sh\n"
+                                                         "\n"
+                                                         "broken\n"
+                                                         "short:x:100\n"
+                                                         "letters:x:10a:10:x:/home/letters:\n"
+                                                         "none:x::10:x:/home/none:\n"
+                                                         "ten:x:10:10:x:/home/ten:/bin/sh\n"
+                                                         "again:x:10:10:x:/home/again:/bin/sh\n"
+                                                         "thousand:x:1000:1000::/srv/t:/bin/sh\r\n"
+                                                         "most:x:4294967294:1:x:/home/most\n"
+                                                         "beyond:x:4294967301:1:x:/home/beyond:\n"
+                                                         "wide:x:00000000077:1:x:/home/wide:");
+    const auto home_of = [&](std::uint32_t user) {
+        Text<260> home("left over");
+        return std::string(home.columns(1, platform::home_in_database(database, user, home)));
+    };
+    EXPECT_EQ(home_of(0), "/root");
+    EXPECT_EQ(home_of(10), "/home/ten") << "its first line counts";
+    EXPECT_EQ(home_of(1000), "/srv/t");
+    EXPECT_EQ(home_of(4294967294u), "/home/most");
+    EXPECT_EQ(home_of(100), "") << "a line without a home";
+    EXPECT_EQ(home_of(1), "");
+    EXPECT_EQ(home_of(5), "") << "not 4294967301";
+    EXPECT_EQ(home_of(77), "") << "longer than any number of a user";
+    Text<260> home;
+    EXPECT_EQ(platform::home_in_database(scratch.file("absent"), 0, home), 0);
+    Int unit = 0;
+    GETNEXTUNIT(unit);
+    EXPECT_EQ(unit, 10) << "nothing stays open";
+}
+
+TEST_F(FolderTest, SettingsOfTheUserLieUnderTheHomeFolder) {
+    Text<600> path;
+    const Int length = platform::user_settings_file("/home/ten", "TARVANE", "2024", path);
+    EXPECT_EQ(path.columns(1, length),
+              "/home/ten/.config/Kessendale Lab/TARVANE/2024/Settings.ini");
+    EXPECT_EQ(platform::user_settings_file(long_folder(700), "TARVANE", "2024", path), 0);
 }
 
 // ---- names and paths ---------------------------------------------------------------------------
