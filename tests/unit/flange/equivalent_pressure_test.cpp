@@ -29,6 +29,12 @@ TEST_F(EquivalentPressure, FormulaInDouble) {
                  P + 4 * F / (PI_D * G * G) + 16 * M * 12 / (PI_D * G * G * G));
 }
 
+// The last bits, computed outside with each operation rounded in the order of the formula.
+TEST_F(EquivalentPressure, InTheOrderOfTheFormula) {
+    EXPECT_EQ(value(7138.3f, 2210.2f, 12.81f, 113.1f), 232.746048f);
+    EXPECT_EQ(value(7138.3f, 2210.2f, 12.81f, -113.1f), -232.746048f);
+}
+
 TEST_F(EquivalentPressure, LoadsMakeAnExternalPressureWorse) {
     const Real inside = value(5000.0f, 800.0f, 20.0f, 15.0f);
     const Real outside = value(5000.0f, 800.0f, 20.0f, -15.0f);
