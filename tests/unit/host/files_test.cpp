@@ -1,5 +1,7 @@
 #include "scratch.h"
 
+#include <vector>
+
 #include <sys/resource.h>
 
 namespace tarvane::host_test {
@@ -75,6 +77,30 @@ TEST_F(FileTest, DeleteAndCloseRemovesTheFile) {
     EXPECT_FALSE(file_exists(path));
     EXPECT_TRUE(file_exists(scratch.file("stays.txt")));
     close_handle(other);
+}
+
+TEST_F(FileTest, DeleteAndCloseFindsTheFileByItsHandle) {
+    const std::string filler = scratch.write("filler.txt", "x");
+    std::vector<Int> handles;
+    do
+        handles.push_back(open_for_reading(filler));
+    while (handles.back() >= 0 && handles.back() < 130);
+    for (const Int place : {9, 58, 101, 127}) { // handles of two and three digits
+        const std::string path = scratch.write("gone.txt", "x");
+        for (Int& handle : handles)
+            if (handle == place) {
+                close_handle(handle);
+                handle = open_for_writing(path);
+                ASSERT_EQ(handle, place);
+                delete_and_close(handle);
+                EXPECT_FALSE(file_exists(path)) << place;
+                handle = open_for_reading(filler);
+                ASSERT_EQ(handle, place) << "it was closed";
+            }
+    }
+    EXPECT_TRUE(file_exists(filler));
+    for (const Int handle : handles)
+        close_handle(handle);
 }
 
 // ---- units -------------------------------------------------------------------------------------
