@@ -2,8 +2,11 @@
 // attachment welds, closing note.
 #include "flange/driver_report.h"
 
+#include "../material_file.h"
 #include "bolting/bolt_spacing.h"
 #include "driver_fixture.h"
+
+#include <filesystem>
 
 namespace tarvane::driver_test {
 namespace {
@@ -413,6 +416,76 @@ TEST_F(Toughness, HeatTreatmentIsAskedOfAMaterialRow) {
     ELEMENT_TABLES[499].material = "no such name";
     EXPECT_TRUE(judged());
     EXPECT_EQ(FLANGE_PWHT_REQUIRED, -1);
+}
+
+// A material of P-Number 3, group 1: heat treatment above 5/8 in., so that the answer tells on which
+// side of it the governing thickness is.
+class GoverningThickness : public Toughness {
+  protected:
+    GoverningThickness() : folder(testing::TempDir() + "tarvane_governing_thickness") {
+        using namespace material_test;
+        std::filesystem::create_directories(folder);
+        std::ofstream(folder + "/MATFILE1.BIN", std::ios::binary)
+            << material_file(1, 0, {Record("SA-387 11", 45).text(144, "3").put(152, Int{1})});
+        MODULE_DIR = Text<256>(std::string_view(folder));
+        MODULE_DIR_LENGTH = MODULE_DIR.trimmed_length();
+        ELEMENT_TABLES[0].material = "SA-387 11";
+        ELEMENT_TABLES[0].heat_treatment = "no. of  45.7    ";
+    }
+    ~GoverningThickness() override { std::filesystem::remove_all(folder); }
+    Int required(std::initializer_list<std::pair<Int, Real>> values) {
+        flange.set(values);
+        FLANGE_PWHT_REQUIRED = 7;
+        EXPECT_TRUE(judged());
+        return FLANGE_PWHT_REQUIRED;
+    }
+
+  private:
+    std::string folder;
+};
+
+TEST_F(GoverningThickness, ByType) {
+    // Weld neck: the small end of the hub, whatever ring and shell are.
+    EXPECT_EQ(required({{71, 2.0f}, {17, 1.5f}, {18, 2.5f}, {16, 0.624f}}), 0);
+    EXPECT_EQ(required({{16, 0.626f}}), 1);
+    EXPECT_EQ(required({{71, 0.1f}}), 1);
+    // Without a hub the lesser of ring and shell.
+    EXPECT_EQ(required({{16, 0.0f}, {17, 0.0f}, {18, 0.0f}, {71, 0.624f}}), 0);
+    EXPECT_EQ(required({{71, 0.626f}}), 1);
+    EXPECT_EQ(required({{71, 9.0f}}), 1);
+    for (const Real type : {3.0f, 5.0f}) {
+        EXPECT_EQ(required({{2, type}, {16, 0.0f}, {71, 0.624f}}), 0);
+        EXPECT_EQ(required({{71, 0.626f}}), 1);
+    }
+    for (const Real type : {2.0f, 4.0f}) { // a hub in place of the ring
+        EXPECT_EQ(required({{2, type}, {16, 0.0f}, {17, 0.0f}, {18, 0.0f}, {71, 0.624f}}), 0);
+        EXPECT_EQ(required({{71, 0.626f}}), 1);
+        EXPECT_EQ(required({{16, 0.624f}, {17, 0.9f}, {18, 2.0f}, {71, 2.0f}}), 0);
+        EXPECT_EQ(required({{16, 0.626f}}), 1);
+        EXPECT_EQ(required({{71, 0.624f}}), 0);
+    }
+    flange.set({{16, 0.0f}, {17, 0.0f}, {18, 0.0f}});
+    for (const Real type : {6.0f, 7.0f}) { // a quarter of the flange
+        EXPECT_EQ(required({{2, type}, {39, 28.0f}, {40, 30.0f}, {8, 2.49f}}), 0);
+        EXPECT_EQ(required({{8, 2.51f}}), 1);
+    }
+}
+
+TEST_F(GoverningThickness, MaterialAndFlagsOfTheRow) {
+    flange.set({{17, 1.5f}, {18, 2.5f}});
+    EXPECT_EQ(required({{16, 0.5f}}), 0);
+    EXPECT_EQ(FLANGE_P_NUMBER_ONE, 0);
+    EXPECT_EQ(FLANGE_GROUP_CODE, -1);
+    ELEMENT_TABLES[0].first_flag = '1'; // asked for
+    EXPECT_EQ(required({}), 1);
+    ELEMENT_TABLES[0].first_flag = 'Y';
+    EXPECT_EQ(required({}), 0);
+    ELEMENT_TABLES[0].heat_treatment = "       46"; // another material of the name
+    EXPECT_EQ(required({}), -1);
+    ELEMENT_TABLES[0].heat_treatment = "   45";
+    EXPECT_EQ(required({}), -1); // columns 8 to 15 only
+    ELEMENT_TABLES[0].heat_treatment = "       45";
+    EXPECT_EQ(required({}), 0);
 }
 
 // ---- attachment welds ----------------------------------------------------------------------------------

@@ -1,0 +1,636 @@
+// The iterations of the driver: new and cold pressure of covers, mating loads, failure corrosion.
+#include "flange/driver_loops.h"
+
+#include "driver_fixture.h"
+#include "flange/hub.h"
+
+namespace tarvane::driver_test {
+namespace {
+
+class Loops : public DriverTest {
+  protected:
+    // A kernel run by hand, silent, on the record as it stands with a change of the state.
+    template <typename Change>
+    FLANGE_STATE by_hand(Change change) {
+        FLANGE_STATE s;
+        s.code = flange.code;
+        s.jointE = flange.jointE;
+        s.element1 = truncated(flange.at(1));
+        s.rigidity = flange.rigidity;
+        s.reportKernel = 1;
+        READ_FLANGE_RECORD(s, FLANGE_RECORD(flange.elements.data()), flange.text.data(), TEXT_SLOT);
+        change(s);
+        const Int gate = IWRTFL;
+        IWRTFL = 0;
+        ANALYZE_FLANGE(s);
+        IWRTFL = gate;
+        return s;
+    }
+    static void as_new(FLANGE_STATE& s) {
+        s.ci = s.ct = 0.0f;
+        s.Sfo = s.Sfa;
+        s.Sb = s.Sa;
+    }
+    static Real least(const FLANGE_STATE& s, std::initializer_list<StressRow> rows) {
+        Real r = 1.0e9f;
+        for (const StressRow row : rows)
+            for (const Real ratio : s.RATIO[row])
+                r = min(r, ratio);
+        return r;
+    }
+};
+
+// ---- new and cold pressure of covers -------------------------------------------------------------------
+
+class Cover : public Loops {
+  protected:
+    Cover() { flange.set({{2, 7.0f}, {8, 2.5f}}); }
+    static bool met(Real ratio) { return ratio >= 0.9995f && ratio <= 1.0001f; }
+};
+
+TEST_F(Cover, PressureAtWhichOneRatioIsMet) {
+    flange.run();
+    EXPECT_EQ(FLANGE.P, 135.0f);
+    const FLANGE_STATE s = by_hand([&](FLANGE_STATE& x) {
+        as_new(x);
+        x.P = flange.mapNc;
+    });
+    EXPECT_TRUE(met(s.RATIO[SEATING][TANGENTIAL]) || met(s.RATIO[OPERATING][TANGENTIAL]) ||
+                met(s.RATIO[OPERATING][BOLTING]) || met(s.RATIO[SEATING][BOLTING]));
+    EXPECT_GT(flange.mapNc, flange.mawp); // ambient allowables
+    EXPECT_EQ(host.progress.size(), 0u);
+}
+
+TEST_F(Cover, FirstRoundsTakeTheEstimateLaterOnesTheRatios) {
+    flange.run();
+    const Real result = flange.mapNc;
+    // The same walk, round by round.
+    FLANGE_STATE s = by_hand(as_new);
+    Int rounds = 0;
+    for (Int i = 1; i <= 200; ++i) {
+        const Real P = i < 6
+                           ? min(s.MAWPop, s.MAWPseat)
+                           : s.P * min(s.RATIO[SEATING][TANGENTIAL], s.RATIO[OPERATING][TANGENTIAL],
+                                       s.RATIO[OPERATING][BOLTING], s.RATIO[SEATING][BOLTING]);
+        s = by_hand([&](FLANGE_STATE& x) {
+            as_new(x);
+            x.P = P;
+        });
+        ++rounds;
+        if (met(s.RATIO[SEATING][TANGENTIAL]) || met(s.RATIO[OPERATING][TANGENTIAL]) ||
+            met(s.RATIO[SEATING][BOLTING]) || met(s.RATIO[OPERATING][BOLTING]))
+            break;
+    }
+    EXPECT_EQ(result, s.P);
+    EXPECT_GE(rounds, 1);
+}
+
+TEST_F(Cover, ThicknessOutputIsThatOfThePassBefore) {
+    flange.run();
+    EXPECT_EQ(flange.tReqNewCold, by_hand(as_new).tOut); // at the design pressure
+}
+
+TEST_F(Cover, RawThicknessThroughoutTheWalk) {
+    flange.at(8) = 0.0f; // a cover of 2 in. by the read, of nothing here
+    flange.run();
+    const Real raw = flange.mapNc;
+    flange.at(8) = 2.0f;
+    flange.run();
+    EXPECT_NE(raw, flange.mapNc);
+}
+
+TEST_F(Cover, FullFaceOfPdAndEnTakesItsSeatingPressure) {
+    flange.set({{12, 32.8f}, {14, 32.8f}, {15, 26.5f}});
+    for (const Int code : {3, 4}) {
+        flange.code = code;
+        flange.run();
+        EXPECT_TRUE(FLANGE.fullFace);
+        EXPECT_EQ(flange.mapNc, by_hand(as_new).MAWPseat);
+    }
+    flange.standardFlange = 2; // any other value: the rule of the other flanges
+    flange.run();
+    const FLANGE_STATE s = by_hand(as_new);
+    const Real expected = NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat);
+    EXPECT_EQ(flange.mapNc, expected <= 0.0001f ? min(FLANGE.MAWPop, FLANGE.MAWPseat) : expected);
+}
+
+TEST_F(Cover, ErrorEndsTheWalkWithoutAPressure) {
+    flange.set({{3, 2.0f}, {24, 8.0f}});
+    flange.run();
+    EXPECT_EQ(FLANGE.error, BOLT_AREA_SHORT);
+    EXPECT_EQ(flange.mapNc, NO_VALUE);
+    EXPECT_EQ(FLANGE.P, 135.0f);
+}
+
+TEST_F(Cover, WalkWithoutAnEndStopsAtItsLimit) {
+    flange.set({{7, NAN}}); // no ratio is ever within its limits; the input tests let it pass
+    flange.run();
+    EXPECT_EQ(FLANGE.P, 135.0f);
+    EXPECT_EQ(FLANGE.error, 0);
+    EXPECT_GT(flange.at(122), 0.0f); // the report pass was reached
+}
+
+// ---- mating loads ------------------------------------------------------------------------------------------
+
+class Mating : public Loops {
+  protected:
+    Mating() {
+        flange.put(60, "Y");
+        flange.put(30, "Inlet flange");
+        flange.set({{9, 0.0625f}, {44, 130000.0f}, {45, 150000.0f}, {46, 240000.0f}});
+        flange.put(90, "Y");
+    }
+    std::vector<std::string> of_loop(const char* caption) const {
+        std::vector<std::string> found;
+        for (const std::string& text : host.progress)
+            if (text.find(caption) != std::string::npos) found.push_back(text);
+        return found;
+    }
+};
+constexpr const char *NEW_AND_COLD = ", MAPnc iteration#: ",
+                     *DESIGN_CONDITION = ", MAWP iteration: ";
+
+TEST_F(Mating, ProgressOfEachRoundOnTheHostsDialog) {
+    flange.writeCase = 0; // nothing in the store
+    flange.run();
+    const auto first = of_loop(NEW_AND_COLD), second = of_loop(DESIGN_CONDITION);
+    ASSERT_GT(first.size(), 2u);
+    ASSERT_GT(second.size(), 2u);
+    EXPECT_EQ(first.size() + second.size(), host.progress.size());
+    EXPECT_LE(host.progress.size(), 4000u);
+    for (std::size_t i = 0; i < first.size(); ++i)
+        EXPECT_EQ(first[i],
+                  "Flg Desc: Inlet flange, MAPnc iteration#: " + std::to_string(i + 1) + " 0");
+    for (std::size_t i = 0; i < second.size(); ++i)
+        EXPECT_EQ(second[i],
+                  "Flg Desc: Inlet flange, MAWP iteration: " + std::to_string(i + 1) + " 0");
+    EXPECT_EQ(host.progress[first.size()], second[0]);
+    for (const Int control : host.controls)
+        EXPECT_EQ(control, 1002);
+}
+
+TEST_F(Mating, LinesOfTheRoundsGoToTheStoreAndAreCounted) {
+    report_to_file();
+    flange.run();
+    const auto first = of_loop(NEW_AND_COLD);
+    EXPECT_EQ(first[0], "Flg Desc: Inlet flange, MAPnc iteration#: 1 0");
+    EXPECT_FALSE(first[1].ends_with(" 0"));
+    EXPECT_GT(LINE_COUNT, 0);
+    EXPECT_EQ(IOUT, REPORT_UNIT);
+    // The host's unit has the report of the final pass, once; the input stands there from before the
+    // loops, that behind them went to the store.
+    const Lines lines = file_lines();
+    EXPECT_EQ(count(lines, "Flange Input Data Values"), 1);
+    EXPECT_EQ(count(lines, "Flange Stress Analysis Results:"), 1);
+    EXPECT_EQ(count(lines, "Estimated M.A.W.P. ( Operating )"), 1);
+    EXPECT_NEAR(column_value(lines, "Estimated M.A.W.P. ( Operating )             "),
+                static_cast<double>(FLANGE.MAWPopFixed), 0.006);
+    EXPECT_FALSE(has(lines, "Note: MAWP Cannot be calculated"));
+}
+
+TEST_F(Mating, PressuresAreFixedForTheFinalPass) {
+    flange.run();
+    const FLANGE_STATE final_pass = FLANGE;
+    EXPECT_EQ(final_pass.MAWPop, final_pass.MAWPopFixed);
+    EXPECT_EQ(final_pass.MAWPseat, final_pass.MAWPseatFixed);
+    EXPECT_EQ(final_pass.MAWPseatFixed, flange.mapNc);
+    EXPECT_EQ(final_pass.P, 135.0f);
+    EXPECT_EQ(flange.mawp, min(final_pass.MAWPop, final_pass.MAWPseat));
+    EXPECT_GT(final_pass.ci, 0.0f); // the final pass is the corroded flange at design condition
+    EXPECT_EQ(final_pass.Sfo, 17800.0f);
+}
+
+// The two walks by hand: steps of 20 psi while all is well, then by the least ratio.
+TEST_F(Mating, WalksEndWhereTheLeastRatioIsOne) {
+    flange.run();
+    const auto walk = [&](bool newAndCold, Real& MAWPseat) {
+        Real P = 135.0f, keptOp = 0.0f, keptSeat = 0.0f;
+        for (Int i = 1; i <= 2000; ++i) {
+            const FLANGE_STATE s = by_hand([&](FLANGE_STATE& x) {
+                x.P = P;
+                if (newAndCold) as_new(x);
+            });
+            if (i == 1) {
+                keptOp = s.MAWPop;
+                keptSeat = s.MAWPseat;
+            }
+            const Real r = newAndCold ? least(s, {OPERATING, SEATING}) : least(s, {OPERATING});
+            MAWPseat = s.MAWPseat;
+            if (r > 1.00001001f)
+                P = P + 20.0f;
+            else if (std::fabs(r - 1.0f) < 0.0001f)
+                return s.MAWPop;
+            else
+                P = P * r;
+            if (P < 1.0f) {
+                MAWPseat = keptSeat;
+                return keptOp;
+            }
+        }
+        return 0.0f;
+    };
+    Real seat = 0.0f;
+    const Real op = walk(true, seat);
+    EXPECT_EQ(flange.mapNc, NEW_AND_COLD_PRESSURE(op, seat));
+    EXPECT_EQ(FLANGE.MAWPopFixed, walk(false, seat));
+    // At that pressure the bolts or the flange are just used up.
+    const FLANGE_STATE s = by_hand([&](FLANGE_STATE& x) { x.P = FLANGE.MAWPopFixed; });
+    EXPECT_NEAR(least(s, {OPERATING}), 1.0f, 0.01f);
+}
+
+TEST_F(Mating, LoadThatNoPressureCarriesKeepsTheFirstEstimate) {
+    flange.set({{44, 2000000.0f}});
+    flange.run();
+    const FLANGE_STATE first = by_hand([](FLANGE_STATE& x) { as_new(x); });
+    EXPECT_EQ(FLANGE.MAWPseatFixed, NEW_AND_COLD_PRESSURE(first.MAWPop, first.MAWPseat));
+    EXPECT_EQ(FLANGE.MAWPopFixed, by_hand([](FLANGE_STATE&) {}).MAWPop);
+    // The least ratio stays below 1, so each round takes it off again.
+    EXPECT_LT(host.progress.size(), 40u);
+}
+
+TEST_F(Mating, ThatGovernOnly) {
+    const auto iterated = [&](std::initializer_list<std::pair<Int, Real>> values) {
+        SampleFlange f = flange;
+        f.set(values);
+        host.progress.clear();
+        f.run();
+        return !host.progress.empty();
+    };
+    flange.at(9) = 0.0f;
+    EXPECT_TRUE(iterated({}));
+    // Wm1 of the pass before takes the mating load where that governs, so the tests of both are met
+    // whenever the load is above the flange's own less half a pound.
+    SampleFlange own = flange;
+    own.set({{44, 0.0f}});
+    own.run();
+    const Real Wm1 = own.at(121);
+    ASSERT_NEAR(Wm1, 111329.0f, 200.0f);
+    EXPECT_FALSE(iterated({{44, Wm1 - 0.6f}}));
+    EXPECT_TRUE(iterated({{44, Wm1 - 0.4f}}));
+    EXPECT_TRUE(iterated({{44, Wm1 + 1.0f}}));
+    EXPECT_FALSE(iterated({{1, 0.0f}}));
+    EXPECT_FALSE(iterated({{4, 0.001f}}));
+    EXPECT_TRUE(iterated({{4, 0.002f}}));
+    flange.put(60, "N"); // the switch does not count here
+    EXPECT_TRUE(iterated({}));
+}
+
+TEST_F(Mating, LimitOfTwoThousandRoundsEach) {
+    SampleFlange other; // leaves ratios above 1, which a rated flange does not touch
+    other.run();
+    flange.standardFlange = 1;
+    flange.writeCase = 0;
+    flange.run();
+    EXPECT_EQ(of_loop(NEW_AND_COLD).size(), 2000u);
+    EXPECT_EQ(of_loop(DESIGN_CONDITION).size(), 2000u);
+    EXPECT_EQ(FLANGE.P, 135.0f);
+    EXPECT_EQ(flange.mapNc, NO_VALUE);
+}
+
+TEST_F(Mating, StopGivesTheGatesBack) {
+    report_to_file();
+    // Sound in the passes before: the ring goes with the first text for the dialog.
+    HOST_SERVICES services = SERVICES;
+    services.dialog_text = [](void* user, Int, const char*) {
+        static_cast<HOST*>(user)->progress.emplace_back();
+        FLANGE.B = 40.0f;
+    };
+    tarvane::SET_HOST_SERVICES(&services);
+    flange.run();
+    EXPECT_EQ(host.stops, 1);
+    EXPECT_EQ(host.progress.size(), 1u);
+    EXPECT_EQ(IOUT, REPORT_UNIT);
+}
+
+// ---- failure corrosion ---------------------------------------------------------------------------------
+
+class Failure : public Loops {
+  protected:
+    Failure() {
+        G_FAILURE_CORROSION = 1;
+        flange.put(90, "Y");
+        flange.set({{10, 26.0f},
+                    {13, 26.0f},
+                    {54, 26.0f},
+                    {71, 0.4375f},
+                    {74, 0.125f},
+                    {8, 1.5625f},
+                    {16, 0.4375f},
+                    {17, 0.8125f},
+                    {29, 0.125f}});
+        ELEMENT_TABLES[0].description = "Inlet nozzle";
+    }
+    static constexpr std::string_view TITLE =
+        "Internal Failure Corrosion Allowance Results, Governing Case:";
+    // The line under the title, empty when there is none.
+    std::string governing() {
+        IOUT = -1;
+        flange.run();
+        const Lines lines = store_lines();
+        const std::ptrdiff_t at = find(lines, TITLE);
+        if (at < 0) return {};
+        EXPECT_EQ(lines[static_cast<std::size_t>(at - 1)].text, "");
+        EXPECT_EQ(lines[static_cast<std::size_t>(at)].marks, "");
+        EXPECT_EQ(lines[static_cast<std::size_t>(at + 1)].marks, "");
+        return lines[static_cast<std::size_t>(at + 1)].text;
+    }
+    static const FAILURE_ROW& last() { return FAILURE_TABLE[FAILURE_ROWS - 1]; }
+    std::string expected(const char* label) const {
+        char text[80];
+        std::snprintf(text, sizeof text, "%-51s = %.4f in.", label,
+                      static_cast<double>(last().failureCa));
+        return text;
+    }
+    // The walk by hand: the first corroded state in which `fails` holds.
+    template <typename Fails>
+    Real walked(Fails fails) {
+        Real ci = 0.01f;
+        for (Int i = 0; i < 2000; ++i) {
+            const FLANGE_STATE s = by_hand([&](FLANGE_STATE& x) {
+                x.kind = ANALYSE;
+                x.ci = ci;
+            });
+            if (fails(s)) return ci;
+            ci = ci + 0.001f;
+        }
+        return 0.0f;
+    }
+    // The least ratio of a row without its bolts.
+    static Real least_of(const FLANGE_STATE& s, StressRow row) {
+        Real r = 999.0f;
+        for (Int place = 0; place < PLACES; ++place)
+            if (place != BOLTING) r = min(r, s.RATIO[row][place]);
+        return r;
+    }
+};
+
+TEST_F(Failure, OperatingStressGoverns) {
+    flange.at(9) = 0.125f;
+    const std::string shown = governing();
+    EXPECT_EQ(shown, expected("Operating"));
+    flange.at(9) = 0.125f;
+    EXPECT_EQ(last().failureCa, walked([](const FLANGE_STATE& s) {
+                  return truncated(1000.0f * least_of(s, OPERATING)) <= 1001;
+              }));
+}
+
+TEST_F(Failure, ResultStandsBetweenTheFinalPassAndTheClosingNote) {
+    governing();
+    const Lines lines = store_lines();
+    const std::ptrdiff_t at = find(lines, TITLE);
+    EXPECT_EQ(lines.size(), static_cast<std::size_t>(at + 4));
+    EXPECT_TRUE(lines.back().text.starts_with("TARVANE"));
+    EXPECT_TRUE(lines[static_cast<std::size_t>(at - 2)].text.starts_with("Estimated Unfinished"));
+}
+
+TEST_F(Failure, GasketSeatingGoverns) {
+    flange.set({{6, 20000.0f}, {25, 1.0f}, {26, 12000.0f}});
+    const std::string shown = governing();
+    EXPECT_EQ(shown, expected("Gasket Seating"));
+    const Real seating = walked(
+        [](const FLANGE_STATE& s) { return truncated(1000.0f * least_of(s, SEATING)) <= 1001; });
+    EXPECT_EQ(last().failureCa, seating);
+    EXPECT_GT(walked([](const FLANGE_STATE& s) {
+                  return truncated(1000.0f * least_of(s, OPERATING)) <= 1001;
+              }),
+              seating);
+}
+
+TEST_F(Failure, SmallEndOfTheHubGoverns) {
+    flange.set({{8, 3.0f}, {16, 0.1875f}, {18, 3.0f}});
+    const std::string shown = governing();
+    EXPECT_EQ(shown, expected("Small End Hub Thickness (Hoop Stress)"));
+    // UG-27 with the walking allowance: the first at which S E t / (R + 0.6 t) is 1.001 P.
+    const double ci = static_cast<double>(last().failureCa);
+    const auto ratio = [](double c) {
+        const double goc = 0.1875 - c, R = 13.0 + c;
+        return 17800.0 * goc / (R + 0.6 * goc) / 135.0;
+    };
+    EXPECT_LT(ratio(ci), 1.002);
+    EXPECT_GT(ratio(ci - 0.001), 1.002);
+}
+
+TEST_F(Failure, RigidityGoverns) {
+    flange.rigidity = 1;
+    const std::string shown = governing();
+    EXPECT_EQ(shown, expected("Flange Rigidity"));
+    EXPECT_EQ(last().failureCa,
+              walked([](const FLANGE_STATE& s) { return s.rigidityOut >= 0.999f; }));
+    flange.rigidity = 0;
+    EXPECT_NE(governing(), expected("Flange Rigidity"));
+}
+
+TEST_F(Failure, OtherTypesHaveNoSmallEnd) {
+    flange.set({{2, 2.0f}, {8, 3.0f}, {16, 0.1875f}, {18, 3.0f}});
+    EXPECT_NE(governing(), expected("Small End Hub Thickness (Hoop Stress)"));
+    EXPECT_EQ(FAILURE_ROWS, 1);
+}
+
+TEST_F(Failure, FlangeThatFailsAlreadyHasNoLinesButARow) {
+    flange.at(6) = 5000.0f;
+    EXPECT_EQ(governing(), "");
+    EXPECT_FALSE(has(store_lines(), "Note: Couldn't determine a limiting rerate"));
+    EXPECT_EQ(FAILURE_ROWS, 1);
+    EXPECT_EQ(last().failureCa, 0.01f);
+}
+
+// Bolts that are overstressed do not end the walk.
+TEST_F(Failure, BoltsDoNotCorrode) {
+    const std::string sound = governing();
+    flange.set({{19, 5000.0f}});
+    const FLANGE_STATE s = by_hand([](FLANGE_STATE&) {});
+    EXPECT_LT(s.RATIO[OPERATING][BOLTING], 1.0f);
+    EXPECT_NE(governing(), "");
+    EXPECT_GT(last().failureCa, 0.05f);
+    EXPECT_NE(sound, "");
+}
+
+TEST_F(Failure, HubEatenAwayLeavesNoVerdict) {
+    flange.set({{2, 2.0f}, {4, 5.0f}, {8, 6.0f}, {16, 0.05f}, {17, 0.1f}, {18, 0.5f}});
+    flange.set({{6, 200000.0f}, {7, 200000.0f}, {60, 200000.0f}, {61, 200000.0f}});
+    flange.pOperating = 5.0f;
+    EXPECT_EQ(governing(), "");
+    const Lines lines = store_lines();
+    EXPECT_EQ(line(lines, "Note: Couldn't determine").text,
+              "Note: Couldn't determine a limiting rerate corrosion allowance");
+    EXPECT_FALSE(has(lines, TITLE));
+    EXPECT_GE(last().failureCa, 0.05f - 0.001f);
+    EXPECT_LT(last().failureCa, 0.05f);
+}
+
+TEST_F(Failure, GasketEatenAwayGoesToTheLesserRow) {
+    flange.set({{2, 7.0f}, {8, 6.0f}, {15, 29.96f}, {27, 1.0f}}); // 0.04 in. of gasket
+    const FLANGE_STATE s = by_hand([](FLANGE_STATE& x) { x.kind = ANALYSE; });
+    const bool operating = least_of(s, OPERATING) < least_of(s, SEATING);
+    std::string shown = governing();
+    EXPECT_EQ(shown, expected(operating ? "Operating" : "Gasket Seating"));
+    EXPECT_NEAR(last().failureCa, 0.041f, 0.0011f);
+    flange.set({{7, operating ? 1500.0f : 90000.0f}}); // the other row
+    shown = governing();
+    EXPECT_EQ(shown, expected(operating ? "Gasket Seating" : "Operating"));
+    EXPECT_NEAR(last().failureCa, 0.041f, 0.0011f);
+}
+
+TEST_F(Failure, OnlyForTheFlangesItIsFor) {
+    const auto runs = [&] {
+        const Int before = FAILURE_ROWS;
+        flange.run();
+        return FAILURE_ROWS > before;
+    };
+    EXPECT_TRUE(runs());
+    for (const Real type : {2.0f, 3.0f, 7.0f}) {
+        flange.at(2) = type;
+        EXPECT_TRUE(runs()) << type;
+    }
+    flange.set({{39, 28.0f}, {40, 30.0f}});
+    for (const Real type : {4.0f, 5.0f, 6.0f}) {
+        flange.at(2) = type;
+        EXPECT_FALSE(runs()) << type;
+    }
+    flange.at(2) = 1.0f;
+    for (const Int off : {0, 2}) {
+        G_FAILURE_CORROSION = off;
+        EXPECT_FALSE(runs());
+    }
+    G_FAILURE_CORROSION = 1;
+    for (const Int standard : {1, 2}) {
+        flange.standardFlange = standard;
+        EXPECT_FALSE(runs());
+    }
+    flange.standardFlange = 0;
+    flange.at(1) = 0.0f;
+    EXPECT_FALSE(runs());
+    for (const Real P : {0.0f, -15.0f}) {
+        flange.set({{1, 1.0f}, {4, P}});
+        EXPECT_FALSE(runs());
+    }
+    flange.at(4) = 135.0f;
+    EXPECT_TRUE(runs());
+}
+
+TEST_F(Failure, PassesBehindItAreThoseWithoutIt) {
+    flange.at(9) = 0.0625f;
+    flange.run();
+    const Lines with = store_lines();
+    const Real results[] = {flange.mapNc, flange.tReqNew, flange.mawp, flange.tReq};
+    G_FAILURE_CORROSION = 0;
+    flange.run();
+    const Real without[] = {flange.mapNc, flange.tReqNew, flange.mawp, flange.tReq};
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(results[i], without[i]) << i;
+    Lines rest = with;
+    const auto at = find(rest, TITLE);
+    rest.erase(rest.begin() + at - 1, rest.begin() + at + 2);
+    EXPECT_EQ(rest, store_lines());
+    EXPECT_EQ(FLANGE.ci, 0.0625f);
+}
+
+TEST_F(Failure, GatesComeBack) {
+    report_to_file();
+    IWRITE = 1;
+    flange.at(9) = 0.0625f;
+    flange.run();
+    EXPECT_EQ(IOUT, REPORT_UNIT);
+    EXPECT_EQ(count(file_lines(), "Gasket Contact Width"), 1);
+}
+
+// Behind the loop the state keeps kind 1, so a design's hub is not looked at.
+TEST_F(Failure, DesignBehindItKeepsItsHub) {
+    flange.set({{3, 3.0f}, {16, 0.0625f}, {17, 0.125f}, {18, 1.0f}});
+    flange.run();
+    EXPECT_EQ(flange.at(16), 0.0625f);
+    G_FAILURE_CORROSION = 0;
+    flange.run();
+    EXPECT_GT(flange.at(16), 0.0625f);
+}
+
+TEST_F(Failure, RowOfTheTable) {
+    flange.set({{9, 0.125f}});
+    ELEMENT_TABLES[2].description = "Channel end";
+    ELEMENT_TABLES[2].first_inspection = 0.5f;
+    ELEMENT_TABLES[2].second_inspection = 0.125f;
+    ELEMENT_TABLES[2].value = 77.5f;
+    flange.element = 3;
+    flange.run();
+    ASSERT_EQ(FAILURE_ROWS, 1);
+    char bytes[80];
+    std::memcpy(bytes, &FAILURE_TABLE[0], sizeof bytes);
+    const auto real = [&](std::size_t offset) {
+        Real x;
+        std::memcpy(&x, bytes + offset, 4);
+        return x;
+    };
+    const auto text = [&](std::size_t offset, std::size_t length) {
+        return std::string(bytes + offset, length);
+    };
+    const Real failure = real(20);
+    EXPECT_EQ(text(0, 16), "Channel end     ");
+    EXPECT_EQ(real(16), 0.4375f);
+    EXPECT_GT(failure, 0.1f);
+    EXPECT_EQ(real(24), 0.4375f - failure);
+    EXPECT_EQ(real(28), 0.125f);
+    EXPECT_EQ(real(32), 0.3125f);
+    EXPECT_EQ(real(36), 0.5f);
+    EXPECT_EQ(real(40), 0.125f);
+    EXPECT_EQ(real(44), 0.375f);
+    for (const std::size_t unused : {48u, 52u, 56u})
+        EXPECT_EQ(real(unused), 0.0f);
+    // Small end by UG-27 with the given allowance.
+    EXPECT_NEAR(real(60), 135.0 * 13.125 / (17800.0 - 81.0) + 0.125, 1e-6);
+    EXPECT_EQ(real(64), 77.5f);
+    EXPECT_EQ(text(68, 4), std::string("\7\0\0\0", 4));
+    EXPECT_EQ(text(72, 4), "Yes "); // 0.3125 is below 0.375
+    EXPECT_EQ(real(76), 77.5f);
+
+    ELEMENT_TABLES[2].second_inspection = 0.1875f; // 0.3125: not below
+    flange.run();
+    EXPECT_EQ(std::string(last().below, 4), " No ");
+    ELEMENT_TABLES[2].first_inspection = 0.0f;
+    flange.run();
+    EXPECT_EQ(std::string(last().below, 4), "    ");
+    flange.element = 0;
+    flange.run();
+    EXPECT_TRUE(last().description.blank());
+    EXPECT_EQ(last().value, 0.0f);
+    EXPECT_EQ(FAILURE_ROWS, 4);
+    flange.element = 3;
+    flange.set({{2, 7.0f}, {8, 2.5f}});
+    flange.run();
+    EXPECT_EQ(last().nominal, 2.5f); // a cover has no hub
+}
+
+TEST_F(Failure, AllowanceOfTheRowComesAsItWas) {
+    flange.at(9) = NO_VALUE;
+    flange.run();
+    EXPECT_EQ(last().ci, NO_VALUE);
+    EXPECT_EQ(last().nominalLessCi, 0.4375f - NO_VALUE);
+}
+
+TEST_F(Failure, TableGrowsToItsEndAndTheLastRowGivesWay) {
+    flange.at(6) = 5000.0f; // one round a call
+    flange.writeCase = 0;
+    ELEMENT_TABLES[0].value = 1.0f;
+    for (int i = 0; i < 500; ++i)
+        flange.run();
+    EXPECT_EQ(FAILURE_ROWS, 500);
+    EXPECT_EQ(FAILURE_TABLE[499].value, 1.0f);
+    ELEMENT_TABLES[0].value = 2.0f;
+    flange.run();
+    EXPECT_EQ(FAILURE_ROWS, 500);
+    EXPECT_EQ(FAILURE_TABLE[498].value, 1.0f);
+    EXPECT_EQ(FAILURE_TABLE[499].value, 2.0f);
+    RESET_ENGINE();
+    EXPECT_EQ(FAILURE_ROWS, 0);
+    EXPECT_EQ(FAILURE_TABLE[499].value, 0.0f);
+}
+
+TEST_F(Failure, BoltAreaThatEndsTheCallLeavesTheHubOut) {
+    flange.set({{3, 2.0f}, {24, 8.0f}});
+    flange.run();
+    EXPECT_EQ(FLANGE.error, BOLT_AREA_SHORT);
+    EXPECT_EQ(FAILURE_ROWS, 1);
+    EXPECT_EQ(last().hubRequired, 0.0f); // only the report pass stores it
+}
+
+} // namespace
+} // namespace tarvane::driver_test
