@@ -16,8 +16,8 @@ class EquivalentPressure : public StageTest {
     }
 };
 
-// NPS 10 class 300 flange under a moment of 535469 lb-in and 100 lb (public calculation sheet):
-// 1882.15 psi sustained and 1084.02 psi with half the moment. The sheet carries G = 11.9546.
+// NPS 10 class 300 flange under 535469 lb-in and 100 lb, scribd.com document 327905617: 1882.15 psi
+// sustained, 1084.02 psi with half the moment. The sheet carries G = 12.5 - 2 (0.5 sqrt(0.2975)).
 TEST_F(EquivalentPressure, PublishedNps10Class300) {
     expect_close(value(100.0f, 535469.0f / 12.0f, 11.9546f, 285.0f), 1882.15, 2e-5);
     expect_close(value(100.0f, 535469.0f / 24.0f, 11.9546f, 285.0f), 1084.02, 2e-5);

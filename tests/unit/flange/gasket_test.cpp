@@ -80,6 +80,18 @@ TEST_F(GasketWidth, AsmeExampleE4_16_1) {
               "Gasket Reaction Diameter,   G = (Go + Gi) / 2               29.500  in.\n");
 }
 
+// 12.5 x 11.31 in., scribd.com document 327905617: bo 0.2975; its G of 11.95 is cut from 11.9546.
+TEST_F(GasketWidth, PublishedNps10Class300) {
+    FLANGE_STATE s = ptb3_e4_16_1();
+    s.sketch = 1;
+    s.Go = s.GoC = 12.5f;
+    s.Gi = s.GiC = 11.31f;
+    s.Bcor = 10.0f;
+    expect_close(widths(s).G, 11.9546, 1e-5);
+    EXPECT_EQ(take_lines()[1],
+              "Basic Gasket Width,        bo = N / 2                        0.297  in.");
+}
+
 // ---- contact width ------------------------------------------------------------------------------
 
 TEST_F(GasketWidth, TheBoreLimitsTheContactOfFlangesThatHaveOne) {

@@ -141,8 +141,8 @@ inline FLANGE_STATE ptb3_e4_16_1() {
     return s;
 }
 
-// Loose ring of a cryostat with an O-ring (public calculation notes of the SLArpaas pressure
-// analysis). Its loads are formed with 0.785 for a quarter of pi.
+// Loose ring of a cryostat with an O-ring: RingFlangeStress of
+// github.com/yuntsebaryon/SLArpaasPressureAna. Its loads are formed with 0.785 for a quarter of pi.
 inline FLANGE_STATE cryostat_ring() {
     FLANGE_STATE s;
     s.type = LOOSE_RING;
