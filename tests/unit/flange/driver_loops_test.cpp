@@ -334,7 +334,11 @@ class Failure : public Loops {
         EXPECT_EQ(lines[static_cast<std::size_t>(at + 1)].marks, "");
         return lines[static_cast<std::size_t>(at + 1)].text;
     }
-    static const FAILURE_ROW& last() { return FAILURE_TABLE[FAILURE_ROWS - 1]; }
+    // The latest row, an empty one when there is none.
+    static const FAILURE_ROW& last() {
+        static const FAILURE_ROW none{};
+        return FAILURE_ROWS > 0 ? FAILURE_TABLE[FAILURE_ROWS - 1] : none;
+    }
     std::string expected(const char* label) const {
         char text[80];
         std::snprintf(text, sizeof text, "%-51s = %.4f in.", label,
