@@ -28,7 +28,50 @@ class ChannelTest : public ReportTest {
     static constexpr const char* NO_MARKS = " 0 0 0 0 0 0";
 };
 
+// The channel before any test has touched it: each one starts with a reset.
+struct {
+    Int master = IWRITE, unit = IOUT, pass = IWRTFL, step = IOSTEP, corrosion = IWRTCA;
+    Int lines = LINE_COUNT, digits = G_NSIGDIGITS, status = WRITE_STATUS;
+    bool styles = STYLE_ENABLED, comma = DECIMAL_COMMA;
+} const LOADED;
+
 // ---- where a line goes --------------------------------------------------------------------------
+
+TEST_F(ChannelTest, BeforeAnyReset) {
+    for (const Int value : {LOADED.master, LOADED.unit, LOADED.pass, LOADED.step, LOADED.corrosion,
+                            LOADED.lines, LOADED.digits, LOADED.status})
+        EXPECT_EQ(value, 0);
+    EXPECT_FALSE(LOADED.styles);
+    EXPECT_FALSE(LOADED.comma);
+}
+
+TEST_F(ChannelTest, AResetUndoesEverything) {
+    report_to_store();
+    OPEN_LINE_STORE();
+    write("a line");
+    IOUT = 5;
+    IOSTEP = IWRTCA = G_NSIGDIGITS = WRITE_STATUS = 3;
+    DECIMAL_COMMA = true;
+    FLAGS_mp_IINOSPECIAL = 1;
+    SET_LINE_STYLE(1, 2, 3, 4, 5, 6);
+    OUTLINE = "left over";
+    TEMPLATE = "left over";
+    RESET_REPORT();
+    for (const Int value :
+         {IWRITE, IOUT, IWRTFL, IOSTEP, IWRTCA, LINE_COUNT, G_NSIGDIGITS, WRITE_STATUS})
+        EXPECT_EQ(value, 0);
+    EXPECT_FALSE(STYLE_ENABLED);
+    EXPECT_FALSE(DECIMAL_COMMA);
+    EXPECT_TRUE(OUTLINE.blank());
+    EXPECT_TRUE(TEMPLATE.blank());
+    EXPECT_EQ(record(1), std::string(125, ' '));
+    report_to_store();
+    write("650 \xB0"
+          "F");
+    EXPECT_EQ(stored(1), "650 \xB0"
+                         "F");
+    EXPECT_EQ(stored_marks(1), NO_MARKS);
+}
 
 TEST_F(ChannelTest, StateAtLoad) {
     EXPECT_EQ(IWRITE, 0);

@@ -86,6 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
         NumberCase{0.123456f, "5", " = 0.12346"}, NumberCase{0.123456f, "4", " = 0.1235"},
         NumberCase{0.1234567f, "789 x", " = 0.123457"}, NumberCase{0.123456f, "6", " = 0.123456"},
         NumberCase{1.1E-6f, "3", " = 0."}, NumberCase{1.0E-6f, "3", " = 0.0"},
+        NumberCase{std::nextafter(1.0E-6f, 1.0f), "3", " = 0."},
         NumberCase{1.1E-6f, "6", " = 0.110E-05"}, NumberCase{0.0001f, "6", " = 0.100E-03"},
         NumberCase{0.00010001f, "6", " = 0.0001"}, NumberCase{0.00005f, "7", " = 0.00005"},
         NumberCase{0.5f, "12345679", " = 0.5"},
