@@ -7,6 +7,7 @@
 #include "flange/driver.h"
 #include "frame/data_files.h"
 #include "frame/element_tables.h"
+#include "frame/export_arguments.h"
 #include "frame/switches.h"
 #include "frame/units.h"
 #include "host/install_paths.h"
@@ -18,8 +19,11 @@
 
 #include <cstddef>
 
+using tarvane::give_text;
 using tarvane::Int;
+using tarvane::logical;
 using tarvane::Real;
+using tarvane::text_of;
 
 // The blocks that a host reaches by their address have one layout on both sides.
 static_assert(sizeof(TARVANE_ELEMENT_ROW) == sizeof(tarvane::ELEMENT_ROW));
@@ -43,26 +47,9 @@ static_assert(TARVANE_NO_VALUE == tarvane::NO_VALUE);
 
 namespace {
 
-// A character argument; a negative length counts as 0.
-std::string_view text_of(const char* address, Int length) {
-    if (address == nullptr || length <= 0) return {};
-    return {address, static_cast<std::size_t>(length)};
-}
-
-// A text result, blank-padded to the field's width.
-void give_text(char* field, Int width, std::string_view text) {
-    for (Int i = 0; i < width; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        field[i] = at < text.size() ? text[at] : ' ';
-    }
-}
-
 void give_unless_negative(Int value, Int& into) {
     if (value >= 0) into = value;
 }
-
-// The value of a logical stands in bit 0.
-bool logical(Int value) { return (value & 1) != 0; }
 
 // Labels stand in fields of one width, each cut to the width of its own kind; fields beyond the end
 // of the text are blank.

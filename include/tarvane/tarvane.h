@@ -31,25 +31,7 @@
 #ifndef TARVANE_H
 #define TARVANE_H
 
-#include <stdint.h>
-
-#if defined(_WIN32) && !defined(_WIN64)
-#define TARVANE_CALL __stdcall
-#else
-#define TARVANE_CALL
-#endif
-
-#if defined(_WIN32)
-#if defined(TARVANE_BUILD) || defined(TARVANE_STATIC)
-#define TARVANE_API /* the names come from the module definition file */
-#else
-#define TARVANE_API __declspec(dllimport)
-#endif
-#elif defined(__GNUC__)
-#define TARVANE_API __attribute__((visibility("default")))
-#else
-#define TARVANE_API
-#endif
+#include "convention.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -781,5 +763,11 @@ TARVANE_API void TARVANE_CALL LAUNCH_HELP(const int32_t* topic);
 #ifdef __cplusplus
 }
 #endif
+
+#include "external.h"
+#include "materials.h"
+#include "report.h"
+#include "shell.h"
+#include "toughness.h"
 
 #endif

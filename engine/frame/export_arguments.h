@@ -1,0 +1,28 @@
+// Arguments as they come over the C surface.
+#pragma once
+
+#include "frame/types.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace tarvane {
+
+// A character argument; a negative length counts as 0.
+inline std::string_view text_of(const char* address, Int length) {
+    if (address == nullptr || length <= 0) return {};
+    return {address, static_cast<std::size_t>(length)};
+}
+
+// A text result, blank-padded to the field's width.
+inline void give_text(char* field, Int width, std::string_view text) {
+    for (Int i = 0; i < width; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        field[i] = at < text.size() ? text[at] : ' ';
+    }
+}
+
+// The value of a logical stands in bit 0.
+inline bool logical(Int value) { return (value & 1) != 0; }
+
+} // namespace tarvane
