@@ -1,0 +1,83 @@
+#include "data_kind.h"
+
+#include "tarvane/tarvane.h"
+
+#include <fstream>
+#include <random>
+
+namespace tarvane::data {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct DataKind {
+    void (*build)(Place& place);
+};
+
+const std::vector<DataKind> KINDS = {};
+
+constexpr std::string_view APPROXIMATE_HEAD =
+    "; What is approximate in the data files: a section for each file, a line for each item of "
+    "it.\n"
+    "; Replace the file by one made from a licensed copy of the standard.\n";
+
+// A folder beside the output, so that its files can be moved there whole; gone with the object.
+class Workshop {
+  public:
+    explicit Workshop(const fs::path& out) {
+        std::random_device random;
+        folder = out / (".tarvane-data-" + std::to_string(random()));
+        fs::create_directories(folder);
+    }
+    ~Workshop() {
+        std::error_code ignored;
+        fs::remove_all(folder, ignored);
+    }
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+
+    const fs::path& path() const { return folder; }
+
+  private:
+    fs::path folder;
+};
+
+void point_engine_at(const fs::path& folder) {
+    const std::string text = fs::absolute(folder).string();
+    SET_MODULE_DIR(text.data(), static_cast<std::int32_t>(text.size()));
+    SET_SYSTEM_DIR(text.data(), static_cast<std::int32_t>(text.size()));
+}
+
+void write_approximate(const Place& place) {
+    std::string text(APPROXIMATE_HEAD);
+    for (const auto& [file, items] : place.approximate) {
+        text += "\n[" + file + "]\n";
+        for (const std::string& item : items)
+            text += item + "\n";
+    }
+    write_file(place.out / "approximate.txt", text + "\n[END]\n");
+}
+
+} // namespace
+
+void write_file(const fs::path& path, std::string_view bytes) {
+    std::ofstream file(path, std::ios::binary);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!file.flush()) throw DataError(path.filename().string() + ": cannot be written");
+}
+
+void build(const fs::path& sources, const fs::path& out) {
+    const Workshop workshop(out);
+    Place place{.sources = sources, .out = workshop.path(), .approximate = {}};
+    for (const DataKind& kind : KINDS) {
+        RESET_ENGINE();
+        point_engine_at(place.out);
+        kind.build(place);
+    }
+    write_approximate(place);
+    for (const fs::directory_entry& file : fs::directory_iterator(place.out))
+        fs::rename(file.path(), out / file.path().filename());
+}
+
+} // namespace tarvane::data

@@ -1,0 +1,44 @@
+// A kind of data: tables of data/sources, and the files that the engine reads made from them.
+//
+// Each kind has a file of its own (material_data.cpp, chart_data.cpp, ...) with one function
+//
+//     void build_charts(Place& place);
+//
+// declared below and listed in KINDS of build.cpp; its output files are listed in
+// app/data_builder/CMakeLists.txt, and its columns in docs/data_files.md. The function
+//
+// 1. reads its tables:     const Table table(place.sources / "charts.csv", COLUMNS);
+// 2. writes its files:     write_file(place.out / "ExtChartData.txt", text);
+// 3. reads them back through tarvane/tarvane.h alone and compares every row with what the table says
+//    (Row::expect, Row::fail), so that no row is lost on the way;
+// 4. tells approximate rows of text files to place.approximate. Material records carry their own mark.
+//
+// Whatever is wrong is thrown as a DataError. place.out is a fresh folder that holds the files of this
+// run only. build() has pointed both folders of the engine at it and resets the engine before each
+// kind, and moves the files to their place only when every kind has passed: all of them or none.
+#pragma once
+
+#include "table.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::data {
+
+struct Place {
+    std::filesystem::path sources; // folder of the tables
+    std::filesystem::path out;     // folder of the files that are being made
+    // By data file: the names of what is approximate in it (a chart, a thread series, ...), listed in
+    // approximate.txt for the host, which names the file that a licensed user should replace.
+    std::map<std::string, std::vector<std::string>> approximate;
+};
+
+void write_file(const std::filesystem::path& path, std::string_view bytes);
+
+// Makes every data file of `sources` in the folder `out`.
+void build(const std::filesystem::path& sources, const std::filesystem::path& out);
+
+} // namespace tarvane::data
