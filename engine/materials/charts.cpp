@@ -219,13 +219,11 @@ void MODULUS(Real chart_class, Real& result, Real temperature) {
     result = result * MPA_TO_PSI;
 }
 
-void READ_CHART(char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
+void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
                 Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2, Real yield) {
     Text<12> given;
-    for (Int column = 1; column <= min(name_len, 12); ++column) {
-        if (column > 8) name[column - 1] = ' ';
+    for (Int column = 1; column <= min(name_len, 8); ++column)
         given(column) = name[column - 1];
-    }
 
     if (setup_design_code() > ASME_VIII_2) {
         Real psi = 0.0f;

@@ -6,6 +6,7 @@
 #include "report/channel.h"
 
 #include <cstring>
+#include <type_traits>
 
 namespace tarvane {
 
@@ -74,38 +75,8 @@ template <typename Number>
 void take(const char* bytes, Int offset, Number& into) {
     std::memcpy(&into, bytes + offset, sizeof into);
 }
-template <std::size_t N>
-void take(const char* bytes, Int offset, Text<N>& into) {
-    into = Text<N>(std::string_view(bytes + offset, N));
-}
-
-void unpack(const char* bytes, MATERIAL_RECORD& r) {
-    take(bytes, 0, r.firstName);
-    take(bytes, 16, r.name);
-    take(bytes, 32, r.reference);
-    take(bytes, 36, r.productForm);
-    take(bytes, 68, r.unsNumber);
-    take(bytes, 92, r.text92);
-    take(bytes, 100, r.note);
-    take(bytes, 140, r.thicknessLimit);
-    take(bytes, 144, r.pNumber);
-    take(bytes, 152, r.group);
-    take(bytes, 156, r.curve);
-    take(bytes, 160, r.curveNormalized);
-    take(bytes, 164, r.tensile);
-    take(bytes, 168, r.yield);
-    take(bytes, 172, r.chart);
-    take(bytes, 180, r.modulusReference);
-    take(bytes, 184, r.expansionReference);
-    take(bytes, 188, r.allowable);
-    take(bytes, 316, r.text316);
-    take(bytes, 364, r.minDia);
-    take(bytes, 368, r.maxDia);
-    take(bytes, 376, r.impactTemperature);
-    take(bytes, 380, r.carried380);
-    take(bytes, 384, r.ucs66gReduction);
-    take(bytes, 404, r.text404);
-}
+static_assert(std::is_trivially_copyable_v<MATERIAL_RECORD>);
+static_assert(sizeof(MATERIAL_RECORD) == RECORD_BYTES + sizeof MATERIAL_RECORD::fill);
 
 // A metric record as an inch one: MPa to ksi, mm to inches.
 void convert_metric(MATERIAL_RECORD& r) {
@@ -137,44 +108,43 @@ Int read_records(Int handle, char* into, Int count) {
     return filled / RECORD_BYTES;
 }
 
-// The record with the key and reference, unpacked; false when the file has none.
-bool find_record(Int handle, const Text<16>& key, Int reference, MATERIAL_RECORD& record) {
-    char block[BLOCK_RECORDS * RECORD_BYTES];
-    if (read_records(handle, block, 1) != 1) return false;
-    Int first, second;
-    take(block, 0, first);
-    take(block, 4, second);
-    std::int64_t left = std::int64_t{first} + second;
-    while (left > 0) {
-        const Int wanted = static_cast<Int>(left < BLOCK_RECORDS ? left : BLOCK_RECORDS);
-        const Int got = read_records(handle, block, wanted);
-        for (Int i = 0; i < got; ++i) {
-            const char* bytes = block + i * RECORD_BYTES;
-            Int number;
-            take(bytes, 32, number);
-            if (number != reference) continue;
-            if (!(name_key({bytes + 16, 16}) == key.view())) continue;
-            unpack(bytes, record);
-            return true;
-        }
-        if (got < wanted) return false;
-        left -= got;
-    }
-    return false;
-}
-
-bool search_file(std::string_view file, const Text<16>& key, Int reference,
-                 MATERIAL_RECORD& record) {
+// Offers the material records of a file to `wanted`, which gets the bytes of each and answers whether
+// it is the one. False when it took none, and without a file.
+template <typename Wanted>
+bool walk_file(std::string_view file, Wanted wanted) {
     if (file.empty()) return false;
     Text<256> path = file;
     Int path_len = 0, unit = 0;
     RESOLVE_DATA_FILE(path, path_len);
     GETNEXTUNIT(unit);
     if (!open_unit_for_reading(unit, path.columns(1, path_len))) return false;
-    const bool found = find_record(unit_handle(unit), key, reference, record);
+
+    const Int handle = unit_handle(unit);
+    char block[BLOCK_RECORDS * RECORD_BYTES];
+    bool found = false;
+    if (read_records(handle, block, 1) == 1) {
+        Int first, second;
+        take(block, 0, first);
+        take(block, 4, second);
+        std::int64_t left = std::int64_t{first} + second;
+        while (!found && left > 0) {
+            const Int size = static_cast<Int>(left < BLOCK_RECORDS ? left : BLOCK_RECORDS);
+            const Int got = read_records(handle, block, size);
+            for (Int i = 0; i < got && !found; ++i)
+                found = wanted(block + i * RECORD_BYTES);
+            left = got < size ? 0 : left - got; // the file may end before its counts
+        }
+    }
     close_unit(unit);
     return found;
 }
+
+void unpack(const char* bytes, MATERIAL_RECORD& record) {
+    std::memcpy(static_cast<void*>(&record), bytes, RECORD_BYTES);
+    if (G_MATL_METRIC == 1) convert_metric(record);
+}
+
+Int present_code(Int code) { return G_FORCE_DIV1 == 1 ? ASME_VIII_1 : code; }
 
 } // namespace
 
@@ -196,13 +166,36 @@ void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
     status = 1;
     const Text<16> key = name_key(name);
     if (key.blank()) return;
-    if (!search_file(material_file(G_FORCE_DIV1 == 1 ? ASME_VIII_1 : code), key, reference,
-                     record)) {
+    const bool found = walk_file(material_file(present_code(code)), [&](const char* bytes) {
+        Int number;
+        take(bytes, 32, number);
+        if (number != reference || !(name_key({bytes + 16, 16}) == key.view())) return false;
+        unpack(bytes, record);
+        return true;
+    });
+    if (found)
+        status = 0;
+    else
         CLEAR_MATERIAL(record);
-        return;
-    }
-    status = 0;
-    if (G_MATL_METRIC == 1) convert_metric(record);
+}
+
+void MATERIAL_COUNT(Int code, Int& count) {
+    count = 0;
+    walk_file(material_file(present_code(code)), [&](const char*) {
+        ++count;
+        return false;
+    });
+}
+
+void MATERIAL_BY_NUMBER(Int code, Int number, Int& status, MATERIAL_RECORD& record) {
+    Int at = 0;
+    const bool found = walk_file(material_file(present_code(code)), [&](const char* bytes) {
+        if (++at != number) return false;
+        unpack(bytes, record);
+        return true;
+    });
+    status = found ? 0 : 1;
+    if (!found) CLEAR_MATERIAL(record);
 }
 
 } // namespace tarvane

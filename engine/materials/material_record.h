@@ -10,7 +10,8 @@ namespace tarvane {
 
 inline constexpr Int ALLOWABLES = 32; // at 100, 150, 200 F and so on in steps of 50 F
 
-// One record, 414 bytes in the file. Stresses in ksi, lengths in inches, also from a metric file.
+// One record, laid out as the 414 bytes of the file. Stresses in ksi, lengths in inches, also from a
+// metric file.
 struct MATERIAL_RECORD {
     Text<16> firstName;
     Text<16> name; // the key, with the reference number
@@ -30,11 +31,15 @@ struct MATERIAL_RECORD {
     Int modulusReference = 0, expansionReference = 0;
     Real allowable[ALLOWABLES] = {};
     Text<40> text316;
+    Int unused356[2] = {};
     Real minDia = 0.0f, maxDia = 0.0f; // size limits, -1.0: none
-    Int impactTemperature = 0;         // below 1: impact tested
+    Int unused372 = 0;
+    Int impactTemperature = 0; // below 1: impact tested
     Int carried380 = 0;
     Int ucs66gReduction = 0;
+    Int unused388[4] = {};
     Text<10> text404;
+    char fill[2] = {}; // behind the record of the file
 };
 
 // The record of a name and reference number. Status 0: found; 1: not found, the record cleared, or
@@ -47,5 +52,10 @@ void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
 void NORMALIZE_MATERIAL_NAME(char* text, Int len);
 
 void CLEAR_MATERIAL(MATERIAL_RECORD& record);
+
+// The file of READ_MATERIAL as a list. Its number of material records, 0 without a file; then each
+// record by its number from 1. Status 1: not there, the record cleared.
+void MATERIAL_COUNT(Int code, Int& count);
+void MATERIAL_BY_NUMBER(Int code, Int number, Int& status, MATERIAL_RECORD& record);
 
 } // namespace tarvane

@@ -53,14 +53,14 @@ struct PROPERTY_LOOKUP {
 extern PROPERTY_LOOKUP PROPERTIES;
 
 // Chart row at a temperature (Section II Part D, Subpart 3). `name` is a field of 12 characters:
-// 8 count, 9 to 12 are blanked. Outputs that the lookup does not reach stay as they were passed in.
+// of which 8 count. Outputs that the lookup does not reach stay as they were passed in.
 //   t_used    temperature of the row: the one given, or the chart's highest when that is passed
 //   E         modulus, millions of psi
 //   Aelastic  A at the end of the straight line; second: the other value of that point
 //   Amax      largest A of the curve, and Bmax the B there (psi)
 //   c0 c1 c2  coefficients of B against log10(A)
 // The charts "CS-3" and "NFA-11" depend on the yield stress (psi).
-void READ_CHART(char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
+void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
                 Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2, Real yield);
 // Twice the B at the end of the chart's curve (psi); 0 where the chart takes the yield as input.
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result);

@@ -10,6 +10,108 @@
 extern "C" {
 #endif
 
+/* ---- Material records ------------------------------------------------------------------------ */
+
+/*
+** A record of the material files, laid out as their 414 bytes. Stresses in ksi and lengths in inches,
+** also from a metric file. Texts are blank-padded.
+*/
+typedef struct {
+    char first_name[16];
+    char name[16];     /* the key, together with */
+    int32_t reference; /* the reference number */
+    char product_form[32];
+    char uns_number[24];
+    char text_92[8];
+    char note[40]; /* composition or note */
+    float thickness_limit;
+    char p_number[8];         /* P-number of welding */
+    int32_t group;            /* and its group */
+    int32_t curve;            /* curve of Fig. UCS-66 */
+    int32_t curve_normalized; /* the same, normalized */
+    float tensile;
+    float yield;
+    char chart[8];               /* external pressure chart, for SET_CHART */
+    int32_t modulus_reference;   /* reference number for ASMEMOD */
+    int32_t expansion_reference; /* the same of the coefficient of expansion */
+    float allowable[32];         /* allowable stress at 100, 150, 200 F and so on in steps of 50;
+                                    metric file: at the temperatures of READ_ALLOWABLE_AT */
+    char text_316[40];
+    int32_t unused_356[2];
+    float min_dia; /* limits of the bolt diameter, -1.0 none */
+    float max_dia;
+    int32_t unused_372;
+    int32_t impact_temperature; /* below 1: impact tested */
+    int32_t unused_380;
+    int32_t ucs66g_reduction;
+    int32_t unused_388[4];
+    char text_404[10];
+    char fill[2]; /* not in the file */
+} TARVANE_MATERIAL_RECORD;
+#define TARVANE_MATERIAL_BYTES 414 /* of a record in the file */
+
+/*
+** READ_MATERIAL - record of a material by name and reference number (ASME II-D, Tables 1, 3, 5).
+**
+** Given:
+**   code            design code: 1 or 2; nothing is found for another
+**   name, name_len  material name; case, blanks and the characters "." "/" "-" don't count
+**   reference       its reference number
+** Returned:
+**   status          0 found, 1 not found
+**   record          the record, cleared when not found, as it was when the name is blank
+**
+** Note: SET_MATERIAL_SELECTION tells which file is read. It is opened and read anew by each call.
+*/
+TARVANE_API void TARVANE_CALL READ_MATERIAL(const int32_t* code, const char* name, int32_t name_len,
+                                            const int32_t* reference, int32_t* status,
+                                            TARVANE_MATERIAL_RECORD* record);
+
+/*
+** MATERIAL_COUNT, MATERIAL_BY_NUMBER - the file that READ_MATERIAL reads as a list.
+**
+** Given:
+**   code    design code, as for READ_MATERIAL
+**   number  1 to the count
+** Returned:
+**   count   number of material records; 0 without a file
+**   status  0 found, 1 no such record
+**   record  the record, cleared when there is none
+*/
+TARVANE_API void TARVANE_CALL MATERIAL_COUNT(const int32_t* code, int32_t* count);
+TARVANE_API void TARVANE_CALL MATERIAL_BY_NUMBER(const int32_t* code, const int32_t* number,
+                                                 int32_t* status, TARVANE_MATERIAL_RECORD* record);
+
+/* ---- External pressure charts ---------------------------------------------------------------- */
+
+/*
+** READ_CHART - numbers of an external pressure chart at a temperature (ASME II-D, Subpart 3): with
+** them, B = c0 + c1 * log10(A) + c2 * log10(A)^2 between Aelastic and Amax, and A * E / 2 below.
+**
+** Given:
+**   name, name_len  chart name; 8 characters count
+**   temperature     (F)
+**   yield           yield stress (psi), which the charts "CS-3" and "NFA-11" depend on
+** Returned:
+**   t_used          the temperature; when it is above the chart's last one, that
+**   E               modulus (millions of psi)
+**   Aelastic        A at the end of the straight line
+**   second          second number of that point
+**   Amax            largest A of the curve
+**   Bmax            B at Amax (psi)
+**   c0, c1, c2      coefficients of the curve
+**
+** Notes:
+**   1) A chart that "ExtChartData.txt" does not have is replaced by "CS-2"; with a blank name a
+**      warning goes to the report. Without the file every result stays as it was.
+**   2) With the design codes 3 and 4 in element 1 of the setup block only E is returned, from the
+**      tables of MODULUS.
+*/
+TARVANE_API void TARVANE_CALL READ_CHART(const char* name, int32_t name_len,
+                                         const float* temperature, float* t_used, float* E,
+                                         float* Aelastic, float* second, float* Amax, float* Bmax,
+                                         float* c0, float* c1, float* c2, const float* yield);
+
 #ifdef __cplusplus
 }
 #endif

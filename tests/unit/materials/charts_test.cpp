@@ -281,13 +281,13 @@ TEST_F(Charts, ABlankNameIsCS2WithAWarning) {
     EXPECT_EQ(reported().size(), 7u);
 }
 
-TEST_F(Charts, OnlyEightColumnsOfTheNameCountAndTheRestIsBlanked) {
+TEST_F(Charts, OnlyEightColumnsOfTheNameCountAndTheFieldStays) {
     Text<12> field("HA-1    CS-3");
     Chart c;
     READ_CHART(field.data(), 12, 100.0f, c.t_used, c.E, c.Aelastic, c.second, c.Amax, c.Bmax, c.c0,
                c.c1, c.c2, 0.0f);
     EXPECT_EQ(c.E, 28.0f);
-    EXPECT_EQ(field.view(), "HA-1        ");
+    EXPECT_EQ(field.view(), "HA-1    CS-3");
 
     use("[NFA-11-X]\n100 9 31 1 1 1 1 1 1 1\n200 9 31 1 1 1 1 1 1 1\n\n"
         "[ABCDEFGH]\n100 9 32 1 1 1 1 1 1 1\n\n[END]\n");
