@@ -11,11 +11,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct DataKind {
-    void (*build)(Place& place);
+constexpr void (*KINDS[])(Place& place) = {
+    build_materials,
 };
-
-const std::vector<DataKind> KINDS = {};
 
 constexpr std::string_view APPROXIMATE_HEAD =
     "; What is approximate in the data files: a section for each file, a line for each item of "
@@ -70,10 +68,10 @@ void write_file(const fs::path& path, std::string_view bytes) {
 void build(const fs::path& sources, const fs::path& out) {
     const Workshop workshop(out);
     Place place{.sources = sources, .out = workshop.path(), .approximate = {}};
-    for (const DataKind& kind : KINDS) {
+    for (const auto build_kind : KINDS) {
         RESET_ENGINE();
         point_engine_at(place.out);
-        kind.build(place);
+        build_kind(place);
     }
     write_approximate(place);
     for (const fs::directory_entry& file : fs::directory_iterator(place.out))

@@ -5,7 +5,7 @@
 //     void build_charts(Place& place);
 //
 // declared below and listed in KINDS of build.cpp; its output files are listed in
-// app/data_builder/CMakeLists.txt, and its columns in docs/data_files.md. The function
+// app/data_builder/CMakeLists.txt and its columns in docs/data_files.md. The function
 //
 // 1. reads its tables:     const Table table(place.sources / "charts.csv", COLUMNS);
 // 2. writes its files:     write_file(place.out / "ExtChartData.txt", text);
@@ -37,6 +37,8 @@ struct Place {
 };
 
 void write_file(const std::filesystem::path& path, std::string_view bytes);
+
+void build_materials(Place& place);
 
 // Makes every data file of `sources` in the folder `out`.
 void build(const std::filesystem::path& sources, const std::filesystem::path& out);

@@ -62,6 +62,10 @@ bool split(std::string_view line, std::vector<std::string>& fields) {
     }
 }
 
+bool holds(const auto& list, std::string_view item) {
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
 template <typename Number>
 bool parse(const std::string& text, Number& value) {
     const char* end = text.data() + text.size();
@@ -73,7 +77,8 @@ bool parse(const std::string& text, Number& value) {
 
 // ---- a table ---------------------------------------------------------------------------------------
 
-Table::Table(const std::filesystem::path& path, std::span<const std::string_view> expected)
+Table::Table(const std::filesystem::path& path, std::span<const std::string_view> expected,
+             std::span<const std::string_view> optional)
     : name(path.filename().string()) {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw DataError(name + ": cannot be opened");
@@ -86,7 +91,7 @@ Table::Table(const std::filesystem::path& path, std::span<const std::string_view
         if (!split(line, fields))
             throw DataError(place_of(name, number) + "quotation marks out of place in " + line);
         if (columns.empty()) {
-            take_header(fields, expected, number);
+            take_header(fields, expected, optional, number);
             continue;
         }
         if (fields.size() != columns.size())
@@ -103,15 +108,16 @@ Table::Table(const std::filesystem::path& path, std::span<const std::string_view
 }
 
 void Table::take_header(const std::vector<std::string>& fields,
-                        std::span<const std::string_view> expected, int line) {
+                        std::span<const std::string_view> expected,
+                        std::span<const std::string_view> optional, int line) {
     for (const std::string& column : fields) {
         if (std::count(fields.begin(), fields.end(), column) > 1)
             throw DataError(place_of(name, line) + column + ": the column stands twice");
-        if (std::find(expected.begin(), expected.end(), column) == expected.end())
+        if (!holds(expected, column) && !holds(optional, column))
             throw DataError(place_of(name, line) + column + ": no column of this table");
     }
     for (const std::string_view column : expected)
-        if (std::find(fields.begin(), fields.end(), column) == fields.end())
+        if (!holds(fields, column))
             throw DataError(place_of(name, line) + std::string(column) + ": the column is missing");
     columns = fields;
 }
@@ -123,14 +129,25 @@ std::size_t Table::place(std::string_view column) const {
     return static_cast<std::size_t>(found - columns.begin());
 }
 
+bool Table::has(std::string_view column) const { return holds(columns, column); }
+
 // ---- a row -----------------------------------------------------------------------------------------
 
 void Row::fail(std::string_view column, const std::string& what) const {
     throw DataError(place_of(table->name, number) + std::string(column) + ": " + what);
 }
 
+void Row::fail_again(std::string_view column, const Row& other) const {
+    fail(column,
+         in_quotes(field(column)) + " stands already in line " + std::to_string(other.number));
+}
+
 const std::string& Row::field(std::string_view column) const {
     return fields[table->place(column)];
+}
+
+bool Row::blank(std::string_view column) const {
+    return !table->has(column) || field(column).empty();
 }
 
 const std::string& Row::text(std::string_view column) const {

@@ -35,7 +35,8 @@ class Row {
     // The same, at most `width` characters, all of them printable ASCII.
     const std::string& text(std::string_view column, std::size_t width) const;
     const std::string& field(std::string_view column, std::size_t width) const;
-    bool blank(std::string_view column) const { return field(column).empty(); }
+    // No field either: an optional column that the table has not.
+    bool blank(std::string_view column) const;
 
     // A number; the second form takes an empty field as `otherwise`.
     float real(std::string_view column) const;
@@ -48,6 +49,8 @@ class Row {
 
     // Refuses the row: "FILE:LINE: column: what".
     [[noreturn]] void fail(std::string_view column, const std::string& what) const;
+    // Refuses the row for a key that another row has already.
+    [[noreturn]] void fail_again(std::string_view column, const Row& other) const;
     // Refuses a number or a text that did not come back as it was written.
     void expect(std::string_view column, float written, float read) const;
     void expect(std::string_view column, std::int32_t written, std::int32_t read) const;
@@ -64,19 +67,23 @@ class Row {
 
 class Table {
   public:
-    // Reads the file. Its columns must be `columns`, in any order, no others and none missing.
-    Table(const std::filesystem::path& path, std::span<const std::string_view> columns);
+    // Reads the file. It must have all of `columns` and may have those of `optional`, in any order, and
+    // no others.
+    Table(const std::filesystem::path& path, std::span<const std::string_view> columns,
+          std::span<const std::string_view> optional = {});
     Table(const Table&) = delete;
     Table& operator=(const Table&) = delete;
 
     const std::string& file() const { return name; } // without its folder
     const std::vector<Row>& rows() const { return lines; }
+    bool has(std::string_view column) const;
 
   private:
     friend class Row;
     std::size_t place(std::string_view column) const;
     void take_header(const std::vector<std::string>& fields,
-                     std::span<const std::string_view> expected, int line);
+                     std::span<const std::string_view> expected,
+                     std::span<const std::string_view> optional, int line);
 
     std::string name;
     std::vector<std::string> columns;

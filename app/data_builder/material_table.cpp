@@ -1,0 +1,141 @@
+#include "material_table.h"
+
+#include <algorithm>
+
+namespace tarvane::data {
+
+namespace {
+
+constexpr std::string_view COLUMNS[] = {"reference",
+                                        "name",
+                                        "part",
+                                        "form",
+                                        "uns",
+                                        "composition",
+                                        "note",
+                                        "p_number",
+                                        "group",
+                                        "curve",
+                                        "curve_normalized",
+                                        "tensile",
+                                        "yield",
+                                        "chart",
+                                        "modulus",
+                                        "expansion",
+                                        "thickness_limit",
+                                        "min_size",
+                                        "max_size",
+                                        "impact_temperature",
+                                        "ucs66g",
+                                        "table",
+                                        "edition",
+                                        "status",
+                                        "source"};
+
+constexpr std::string_view CURVES[] = {"", "A", "B", "C", "D", "impact", "exempt"}; // from 0
+constexpr std::string_view PARTS[] = {"UCS", "UHA", "UNF"};
+
+constexpr float NO_SIZE_LIMIT = -1.0f;
+constexpr std::int32_t NO_IMPACT_TEST = 1; // anything below is the temperature of a test
+
+// Place of the field in a list of words.
+std::int32_t choice(const Row& row, std::string_view column,
+                    std::span<const std::string_view> words) {
+    const std::string& field = row.field(column);
+    const auto found = std::find(words.begin(), words.end(), field);
+    if (found == words.end()) row.fail(column, "not one of the words for it: \"" + field + "\"");
+    return static_cast<std::int32_t>(found - words.begin());
+}
+
+float positive(const Row& row, std::string_view column) {
+    const float value = row.real(column);
+    if (!(value > 0.0f)) row.fail(column, "not above 0: " + row.field(column));
+    return value;
+}
+
+float size_limit(const Row& row, std::string_view column) {
+    return row.blank(column) ? NO_SIZE_LIMIT : positive(row, column);
+}
+
+void take_size_limits(const Row& row, TARVANE_MATERIAL_RECORD& r) {
+    r.min_dia = size_limit(row, "min_size");
+    r.max_dia = size_limit(row, "max_size");
+    // Without an upper limit no bolt at all would match the lower one.
+    if (r.min_dia > 0.0f && !(r.max_dia > r.min_dia))
+        row.fail("max_size", "not above min_size: \"" + row.field("max_size") + "\"");
+}
+
+std::int32_t impact_temperature(const Row& row) {
+    const std::int32_t temperature = row.whole("impact_temperature", NO_IMPACT_TEST);
+    if (!row.blank("impact_temperature") && temperature >= NO_IMPACT_TEST)
+        row.fail("impact_temperature", "not below 1: " + row.field("impact_temperature"));
+    return temperature;
+}
+
+TARVANE_MATERIAL_RECORD properties(const Row& row) {
+    TARVANE_MATERIAL_RECORD r{};
+    put_text(r.name, row.text("name", sizeof r.name));
+    put_text(r.first_name, row.text("name"));
+    r.reference = row.whole("reference");
+    if (r.reference < 1) row.fail("reference", "not above 0: " + row.field("reference"));
+    put_text(r.product_form, row.text("form", sizeof r.product_form));
+    put_text(r.uns_number, row.text("uns", sizeof r.uns_number));
+    put_text(r.text_92, "");
+    put_text(r.note, note_text(row, row.approximate()));
+    r.thickness_limit = row.blank("thickness_limit") ? 0.0f : positive(row, "thickness_limit");
+    put_text(r.p_number, row.field("p_number", sizeof r.p_number));
+    r.group = row.whole("group", 0);
+    r.curve = choice(row, "curve", CURVES);
+    r.curve_normalized =
+        row.blank("curve_normalized") ? r.curve : choice(row, "curve_normalized", CURVES);
+    r.tensile = positive(row, "tensile");
+    r.yield = positive(row, "yield");
+    put_text(r.chart, row.field("chart", sizeof r.chart));
+    r.modulus_reference = row.whole("modulus", 0);
+    r.expansion_reference = row.whole("expansion", 0);
+    put_text(r.text_316, "");
+    take_size_limits(row, r);
+    r.impact_temperature = impact_temperature(row);
+    r.ucs66g_reduction = row.whole("ucs66g", 0);
+    put_text(r.text_404, "");
+    choice(row, "part", PARTS);
+    row.text("table");
+    row.text("edition");
+    return r;
+}
+
+} // namespace
+
+std::string note_text(const Row& material, bool approximate) {
+    std::string note = material.text("composition");
+    if (!material.blank("note")) note += ", " + material.field("note");
+    if (approximate) note += APPROXIMATE_MARK;
+    if (note.size() > sizeof TARVANE_MATERIAL_RECORD{}.note)
+        material.fail("note", "too long together with composition and status: \"" + note + "\"");
+    return note;
+}
+
+MaterialTable::MaterialTable(const std::filesystem::path& sources)
+    : table(sources / "materials_viii1.csv", COLUMNS, TEMPERATURE_COLUMNS) {
+    for (const Row& row : table.rows()) {
+        const Material material{.row = &row, .record = properties(row)};
+        for (const Material& other : list)
+            if (other.record.reference == material.record.reference)
+                row.fail_again("reference", *other.row);
+        list.push_back(material);
+    }
+}
+
+const Material& MaterialTable::of(const Row& row) const {
+    const std::int32_t reference = row.whole("reference");
+    for (const Material& material : list) {
+        if (material.record.reference != reference) continue;
+        if (material.row->field("name") != row.text("name"))
+            row.fail("name", "\"" + row.field("name") + "\" where " + table.file() + " has \"" +
+                                 material.row->field("name") + "\" for this reference");
+        return material;
+    }
+    row.fail("reference", row.field("reference") + " is not in " + table.file());
+}
+
+} // namespace tarvane::data

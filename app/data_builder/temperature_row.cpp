@@ -1,0 +1,56 @@
+#include "temperature_row.h"
+
+namespace tarvane::data {
+
+namespace {
+
+constexpr float FIRST = 100.0f, STEP = 50.0f; // degrees F
+
+float metric_temperature(std::size_t place) { // degrees C
+    constexpr float AXIS_START[] = {40.0f, 65.0f, 100.0f};
+    return place < 3 ? AXIS_START[place] : 125.0f + 25.0f * static_cast<float>(place - 3);
+}
+
+// At a temperature in degrees F; 0 above the last figure.
+float at(const TemperatureRow& row, float temperature) {
+    const float steps = (temperature - FIRST) / STEP;
+    const std::size_t below = static_cast<std::size_t>(steps);
+    const float part = steps - static_cast<float>(below);
+    if (part == 0.0f) return below < PLACES ? row[below] : 0.0f;
+    if (below + 1 >= PLACES || row[below + 1] == 0.0f) return 0.0f;
+    return row[below] + part * (row[below + 1] - row[below]);
+}
+
+} // namespace
+
+TemperatureRow temperature_row(const Row& row) {
+    TemperatureRow figures{};
+    std::size_t last = 0;
+    for (std::size_t i = 0; i < PLACES; ++i) {
+        const std::string_view column = TEMPERATURE_COLUMNS[i];
+        if (row.blank(column)) {
+            if (i == 0) row.fail(column, "no figure at the first temperature");
+            continue;
+        }
+        figures[i] = row.real(column);
+        if (!(figures[i] > 0.0f)) row.fail(column, "not above 0: " + row.field(column));
+        if (i > 0 && figures[i] > figures[last])
+            row.fail(column, "higher than the figure before: " + row.field(column));
+        for (std::size_t k = last + 1; k < i; ++k)
+            figures[k] = figures[last] + static_cast<float>(k - last) /
+                                             static_cast<float>(i - last) *
+                                             (figures[i] - figures[last]);
+        last = i;
+    }
+    return figures;
+}
+
+TemperatureRow metric_row(const TemperatureRow& row) {
+    TemperatureRow metric{};
+    metric[0] = row[0] / KSI_OF_MPA;
+    for (std::size_t i = 1; i < PLACES; ++i)
+        metric[i] = at(row, metric_temperature(i) * 1.8f + 32.0f) / KSI_OF_MPA;
+    return metric;
+}
+
+} // namespace tarvane::data
