@@ -26,6 +26,7 @@
 #include "frame/data_files.h"
 #include "frame/units.h"
 #include "materials/modulus.h"
+#include "openings/flat_head_openings.h"
 #include "report/channel.h"
 #include "report/renderer.h"
 

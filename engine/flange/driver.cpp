@@ -2,7 +2,6 @@
 // one that the engineer reads, and collects the results.
 #include "flange/driver.h"
 
-#include "flange/covers.h"
 #include "flange/driver_loops.h"
 #include "flange/driver_report.h"
 #include "flange/hub.h"
@@ -12,6 +11,7 @@
 #include "flange/validation.h"
 #include "frame/element_tables.h"
 #include "frame/units.h"
+#include "openings/flat_head_openings.h"
 #include "report/lines.h"
 
 namespace tarvane {
@@ -107,7 +107,7 @@ void as_new(FLANGE_STATE& s) { s.ci = s.ct = 0.0f; }
 
 void patterned_openings(FLANGE_STATE& s) {
     if (s.type != BLIND || s.patternedHoles != 1) return;
-    OPENINGS_CALL call{.kind = 7,
+    OPENINGS_CALL call{.kind = BLIND_COVER,
                        .headDia = s.C,
                        .d1 = s.D1,
                        .d2 = s.D2,

@@ -1,5 +1,6 @@
 #include "flange/covers.h"
 #include "flange/stresses.h"
+#include "openings/flat_head_openings.h"
 #include "stress_fixture.h"
 
 #include <cmath>
