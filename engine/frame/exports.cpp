@@ -15,6 +15,7 @@
 #include "materials/modulus.h"
 #include "report/channel.h"
 #include "report/renderer.h"
+#include "shell/shlint.h"
 #include "toughness/pwht.h"
 
 #include <cstddef>
@@ -315,6 +316,7 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_MATERIALS();
     tarvane::RESET_BOLTING();
     tarvane::RESET_FLANGE();
+    tarvane::RESET_SHELLS();
 }
 
 // ---- installation ------------------------------------------------------------------------------

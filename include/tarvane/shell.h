@@ -10,6 +10,227 @@
 extern "C" {
 #endif
 
+/* Elements of the shell and head routines. */
+enum {
+    TARVANE_CYLINDER = 1,
+    TARVANE_ELLIPTICAL_HEAD = 2,
+    TARVANE_TORISPHERICAL_HEAD = 3,
+    TARVANE_SPHERE = 4, /* spherical shell or hemispherical head */
+    TARVANE_CONE = 5,   /* conical section, with or without a knuckle */
+    TARVANE_FLAT_HEAD = 6
+};
+
+/* Class of a formed head by Appendix 1-4(f): corroded thickness over crown radius. */
+enum {
+    TARVANE_HEAD_NOT_RUN = 0,
+    TARVANE_HEAD_THIN = 1,      /* 0.0005 up to 0.002 */
+    TARVANE_HEAD_VERY_THIN = 2, /* below 0.0005: outside the rules, calculated all the same */
+    TARVANE_HEAD_THICK = 3,     /* above 0.002: the rules do not apply */
+    TARVANE_HEAD_FAILED = 4     /* a geometry without solution */
+};
+
+/*
+** SHLINT - a shell or head under internal pressure: required thickness, allowable pressures, stress.
+** VIII-1 UG-27, UG-32, UG-34, UG-39, Appendices 1-1 to 1-4; formed heads by the older Division 2
+** (AD-204) when the fifth argument of SET_GLOBALS_FROM_TVN is 1. It writes no report.
+**
+** Given:
+**   P           design pressure (psi)
+**   Sa, S       allowable stress at ambient and at design temperature (psi)
+**   E           joint efficiency
+**   element     TARVANE_CYLINDER to TARVANE_FLAT_HEAD; with any other nothing is returned
+**   D           inside diameter, or outside diameter by `outside` (in); flat head: one span
+**   t           nominal thickness (in)
+**   c           corrosion allowance (in)
+**   k           elliptical head: aspect ratio D/2h; cone: thickness of the knuckle (in)
+**   r           knuckle radius (in); cone: up to 0.001 no knuckle
+**   alpha       half apex angle of a cone (degrees)
+**   spare13, spare14  not read, may be null
+**   C           attachment factor of a flat head
+**   D2          second span of a flat head (in); 0: circular
+**   material    reference number of the modulus table
+**   temp        design temperature (F)
+**   service     1 air, steam and water, for a material of the list "VIII-1_Matls_By_Table.txt";
+**               2 unfired steam boiler; else no minimum of the service
+**   outside     0: inside dimensions
+**   Sy          yield stress at design temperature (psi); up to 1000.0: no Appendix 1-4(f)
+**   Ut          mill under-tolerance (in)
+**   skip14f     not 0: no Appendix 1-4(f)
+**   d1, d2, edge1, edge2, pitch, opening_material  openings of a flat head (UG-39; in); d1 and d2
+**               both not positive: none
+**   corroded_k  1: K of an elliptical head by its corroded shape
+**   name, name_len  material name as in the list
+** Given and returned:
+**   L           crown radius of a torispherical head (in), not written; an elliptical head writes the
+**               equivalent radius of its new shape, but not under the older Division 2
+**   Sy_cold     ambient yield stress (psi); raised to Sy when Appendix 1-4(f) runs
+** Returned:
+**   t_req       required thickness without c, at least 1/16 in. and the minimum of the service (in)
+**   mawp        maximum allowable working pressure, corroded (psi)
+**   map_nc      maximum allowable pressure, new and cold (psi)
+**   stress      membrane stress at P (psi)
+**   t_req_raw   required thickness before the minima (in); older Division 2: with them
+**   t_14f       required thickness by Appendix 1-4(f), with neither c nor Ut (in); 0.0 when not run
+**   mawp_14f, map_nc_14f  pressures by Appendix 1-4(f) (psi); as they came when not run
+**   status_14f  TARVANE_HEAD_...; as it came when Appendix 1-4(f) does not run
+**
+** Notes:
+**   1) Appendix 1-4(f) runs for heads of which it has moduli ("ElastAlp07.txt"); then mawp and map_nc
+**      are limited by its pressures.
+**   2) Cylinders with t above R/2 or P above 0.385 S E, spheres with t above 0.356 R or P above
+**      0.665 S E, go by the logarithmic forms.
+**   3) The knuckle of a cone limits the pressures and raises the stress, not the thickness.
+**   4) The code constants are filled anew (SET_METRIC_CONSTANTS). Openings leave IWRITE at 1, a head
+**      of status TARVANE_HEAD_FAILED leaves it at 0.
+*/
+TARVANE_API void TARVANE_CALL SHLINT(
+    const float* P, const float* Sa, const float* S, const float* E, const int32_t* element,
+    const float* D, const float* t, const float* c, const float* k, float* L, const float* r,
+    const float* alpha, const void* spare13, const void* spare14, const float* C, const float* D2,
+    float* t_req, float* mawp, float* map_nc, float* stress, const int32_t* material,
+    const float* temp, const int32_t* service, float* t_req_raw, const int32_t* outside,
+    float* t_14f, const float* Sy, float* mawp_14f, float* map_nc_14f, int32_t* status_14f,
+    float* Sy_cold, const float* Ut, const int32_t* skip14f, const float* d1, const float* d2,
+    const float* edge1, const float* edge2, const float* pitch, const float* opening_material,
+    const int32_t* corroded_k, const char* name, int32_t name_len);
+
+/*
+** COMPUTE_FAILURE_CA_DIV1 - corrosion that an element takes until its working pressure has fallen to
+** the design pressure, held at the minimum thickness. It writes no report.
+**
+** Given:
+**   P, D, E, S, t  as SHLINT
+**   k           elliptical head: aspect ratio D/2h
+**   L, r        crown and knuckle radius (in)
+**   alpha       half apex angle of a cone (degrees)
+**   C           attachment factor of a flat head
+**   D2          not read: a flat head counts as circular
+**   element     TARVANE_CYLINDER to TARVANE_FLAT_HEAD
+**   outside     1: D is the outside diameter (elements 1, 2, 4, 5)
+**   tk          thickness of the knuckle of a cone (in)
+**   d1, d2, edge1, edge2, pitch, opening_material  openings of a flat head (UG-39)
+**   service     minimum thickness: 1 3/32 in., 2 1/4 in., else 1/16 in.
+**   corroded_k  1: K of an elliptical head anew at each step
+** Returned:
+**   fail_ca     corrosion at failure (in); negative when t is below the minimum thickness
+**   fail_ca_k   the same of the knuckle; -1.0 when there is none
+**
+** Notes:
+**   1) Thin cylinders and spheres and the shell of a cone go by a closed form, all others in steps of
+**      0.001 in. A flat head is given one step at least.
+**   2) The code constants are those that the latest SET_METRIC_CONSTANTS filled.
+*/
+TARVANE_API void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(
+    const float* P, const float* D, const float* E, const float* S, const float* t, const float* k,
+    const float* L, const float* r, const float* alpha, const float* C, const float* D2,
+    const int32_t* element, float* fail_ca, const int32_t* outside, const float* tk,
+    float* fail_ca_k, const float* d1, const float* d2, const float* edge1, const float* edge2,
+    const float* pitch, const float* opening_material, const int32_t* service,
+    const int32_t* corroded_k);
+
+/*
+** APP_1_4F_HEAD - thin torispherical and elliptical heads against failure of the knuckle, VIII-1
+** Appendix 1-4(f), for a host that wants its report. SHLINT calls it silently.
+**
+** Given:
+**   element     TARVANE_ELLIPTICAL_HEAD, TARVANE_TORISPHERICAL_HEAD; nothing happens with any other
+**   outside     0: inside diameter
+**   P           design pressure (psi)
+**   t           thickness at which the head stands (in)
+**   spare5, spare22  not read, may be null
+**   L           crown radius of a torispherical head (in)
+**   D           diameter (in)
+**   r           knuckle radius of a torispherical head (in)
+**   k           aspect ratio D/2h of an elliptical head; L and r by VIII-2 4.3.7.1
+**   temp        design temperature (F)
+**   Et, Sy      elastic modulus and yield stress (psi)
+**   temp_limit  temperature limit of Table 1-4.3 for the material; a note stands in the report of
+**               mode 1 when temp is not below it
+**   c, Ut       corrosion allowance, mill under-tolerance (in)
+**   mode        0 solve for the thickness, 1 the same with a report; 2 MAWP at t less c and Ut with a
+**               report, 3 the same called new and cold; 4 and 5 as 2 and 3, silent
+**   tmin_label  mode 1: 0 calls the thickness TR, else TMINC
+**   hydro       mode 2: hydrostatic head taken off the MAWP in the report (psi)
+**   t_start     modes 0 and 1: first trial (in)
+** Given and returned:
+**   t_solved    thickness (in), modes 2 to 5: t less c and Ut; written for classes 1 and 2, and set to
+**               0.0 when cls comes as 0
+**   cls         in: above 0 the report of mode 1 begins with its title; out: TARVANE_HEAD_...
+** Returned:
+**   p_first     allowable pressure of the first trial (psi)
+**   ratio       thickness less c and Ut over crown radius plus c
+**
+** Note: IWRITE is put back behind the call. With TARVANE_HEAD_FAILED it stays as the mode forced it (1
+** for modes 1 to 3, else 0), and ratio is not written.
+*/
+TARVANE_API void TARVANE_CALL
+APP_1_4F_HEAD(const int32_t* element, const int32_t* outside, const float* P, const float* t,
+              const void* spare5, const float* L, const float* D, const float* r, const float* k,
+              const float* temp, const float* Et, const float* Sy, const float* temp_limit,
+              float* t_solved, int32_t* cls, const float* c, const float* Ut, float* p_first,
+              const int32_t* mode, const int32_t* tmin_label, const float* hydro,
+              const void* spare22, float* ratio, const float* t_start);
+
+/*
+** FORMING_STRAIN - extreme fibre elongation of a formed element (UCS-79, UHA-44); for formed heads of
+** Division 2 also the strain by the flat blank.
+**
+** Given:
+**   element     TARVANE_CYLINDER to TARVANE_CONE; 0.0 for others
+**   outside     0: D is the inside diameter
+**   D, t        diameter, thickness (in)
+**   name, name_len, reference  material, looked up in the material files
+**   r           knuckle radius of a torispherical head (in)
+**   D_small     small end of a cone (in); the smaller of it and D counts
+**   alpha       half apex angle of a cone (degrees)
+**   code        1 Division 1, 2 Division 2; 0.0 for others
+**   element_index  not read: the geometry is that of the arguments
+**   k, L, Lc, straight  of a Division 2 head, as HEAD_SURFACE_AREA
+** Returned:
+**   strain      (per cent); 0.0 where the material has no limit or no record, 100.0 for a mean radius
+**               of at most 0.01 in.
+**   cls         class of the material record, 0 without a record; not written for other codes
+**   thinning    Division 2 heads: 100 ln of blank over inside diameter (per cent), else 0.0
+**   area, D_max, D_blank  Division 2 heads: HEAD_SURFACE_AREA, and the diameter of the flat blank
+**               (in); else as they came
+*/
+TARVANE_API void TARVANE_CALL FORMING_STRAIN(
+    const int32_t* element, const int32_t* outside, const float* D, const float* t, float* strain,
+    const char* name, int32_t name_len, const float* r, const float* D_small, const float* alpha,
+    const int32_t* code, const int32_t* reference, int32_t* cls, const int32_t* element_index,
+    float* thinning, float* area, float* D_max, float* D_blank, const float* k, const float* L,
+    const float* Lc, const float* straight);
+
+/*
+** HEAD_SURFACE_AREA - outside surface of a formed head with its straight flange.
+**
+** Given:
+**   D         inside diameter (in)
+**   t, ts     thicknesses (in), of which the greater one counts
+**   L, r      crown and knuckle radius of a torispherical head (in)
+**   Lc        not read, may be null
+**   straight  length of the straight flange (feet)
+**   k         aspect ratio of an elliptical head
+**   type      TARVANE_ELLIPTICAL_HEAD, TARVANE_TORISPHERICAL_HEAD, TARVANE_SPHERE (hemisphere)
+** Returned:
+**   area      (sq in); as it came for another type
+**   D_max     outside diameter (in)
+*/
+TARVANE_API void TARVANE_CALL HEAD_SURFACE_AREA(const float* D, const float* t, const float* ts,
+                                                const float* L, const float* Lc, const float* r,
+                                                const float* straight, const float* k,
+                                                const int32_t* type, float* area, float* D_max);
+
+/*
+** LIS_UCS23_MATERIAL - does a material stand in the list of Table UCS-23?
+**
+** Given:
+**   name, name_len  material name, as it stands in "VIII-1_Matls_By_Table.txt" of the system folder
+** Returned (function value):
+**   logical: 1 found; 0 not found, or no file
+*/
+TARVANE_API int32_t TARVANE_CALL LIS_UCS23_MATERIAL(const char* name, int32_t name_len);
+
 #ifdef __cplusplus
 }
 #endif
