@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -12,14 +11,12 @@
 
 namespace tarvane::app {
 
-namespace {
-
-constexpr std::int32_t OFF = 0, ON = 1;
-
 // ---- services --------------------------------------------------------------------------------------
 
+namespace {
+
 void TARVANE_CALL message_box(void* user, const char* text, const char*) {
-    auto& messages = static_cast<FlangeOutcome*>(user)->messages;
+    auto& messages = static_cast<Outcome*>(user)->messages;
     std::string message(text);
     message.erase(message.find_last_not_of(' ') + 1);
     if (std::find(messages.begin(), messages.end(), message) == messages.end())
@@ -27,66 +24,61 @@ void TARVANE_CALL message_box(void* user, const char* text, const char*) {
 }
 
 void TARVANE_CALL report_fatal(void* user, std::int32_t code) {
-    static_cast<FlangeOutcome*>(user)->fatal_code = code;
+    static_cast<Outcome*>(user)->fatal_code = code;
 }
 
-void TARVANE_CALL stop(void* user, std::int32_t) {
-    static_cast<FlangeOutcome*>(user)->stopped = true;
+void TARVANE_CALL stop(void* user, std::int32_t) { static_cast<Outcome*>(user)->stopped = true; }
+
+} // namespace
+
+Services::Services(Outcome& outcome) {
+    TARVANE_HOST_SERVICES table{};
+    table.version = TARVANE_HOST_SERVICES_VERSION;
+    table.message_box = message_box;
+    table.report_fatal = report_fatal;
+    table.stop = stop;
+    table.user = &outcome;
+    SET_HOST_SERVICES(&table);
 }
 
-class Services {
-  public:
-    explicit Services(FlangeOutcome& outcome) {
-        TARVANE_HOST_SERVICES table{};
-        table.version = TARVANE_HOST_SERVICES_VERSION;
-        table.message_box = message_box;
-        table.report_fatal = report_fatal;
-        table.stop = stop;
-        table.user = &outcome;
-        SET_HOST_SERVICES(&table);
-    }
-    ~Services() { SET_HOST_SERVICES(nullptr); }
-    Services(const Services&) = delete;
-    Services& operator=(const Services&) = delete;
-};
+Services::~Services() { SET_HOST_SERVICES(nullptr); }
 
 // ---- report file -----------------------------------------------------------------------------------
 
-// A report file of its own behind a unit of the engine, gone with the object.
-class ReportUnit {
-  public:
-    ReportUnit() {
-        std::random_device random;
-        const std::string name = "tarvane-" + std::to_string(random()) + std::to_string(random());
-        path = std::filesystem::temp_directory_path() / name;
-        GETNEXTUNIT(&number);
-        std::int32_t status = 0;
-        const std::string text = path.string();
-        OPENUNIT(&number, text.data(), static_cast<std::int32_t>(text.size()), &status);
-        if (status != 0) throw std::runtime_error("cannot write the report file " + text);
-    }
-    ~ReportUnit() {
-        CLOSEUNIT(&number);
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
-    }
-    ReportUnit(const ReportUnit&) = delete;
-    ReportUnit& operator=(const ReportUnit&) = delete;
+ReportUnit::ReportUnit() {
+    std::random_device random;
+    const std::string name = "tarvane-" + std::to_string(random()) + std::to_string(random());
+    path = std::filesystem::temp_directory_path() / name;
+    GETNEXTUNIT(&number);
+    std::int32_t status = 0;
+    const std::string text = path.string();
+    OPENUNIT(&number, text.data(), static_cast<std::int32_t>(text.size()), &status);
+    if (status != 0) throw std::runtime_error("cannot write the report file " + text);
+}
 
-    const std::int32_t& unit() const { return number; }
-    std::string close_and_read() const {
-        CLOSEUNIT(&number);
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream bytes;
-        if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(bytes << file.rdbuf())))
-            throw std::runtime_error("cannot read the report file " + path.string());
-        return bytes.str();
-    }
+ReportUnit::~ReportUnit() {
+    CLOSEUNIT(&number);
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
 
-  private:
-    std::filesystem::path path;
-    std::int32_t number = 0;
-};
+void ReportUnit::switch_on() const {
+    SET_IOUT(&number);
+    SET_IWRITE(&ON);
+    SET_IWRTFL(&ON);
+    SET_IOSTEP(&ON);
+    SET_IWRTCA(&ON);
+}
+
+std::string ReportUnit::switch_off_and_read() const {
+    SET_IOUT(&OFF);
+    CLOSEUNIT(&number);
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream bytes;
+    if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(bytes << file.rdbuf())))
+        throw std::runtime_error("cannot read the report file " + path.string());
+    return bytes.str();
+}
 
 // ---- settings --------------------------------------------------------------------------------------
 
@@ -95,151 +87,16 @@ void put_blank_padded(char* field, std::size_t width, const std::string& text) {
     std::memcpy(field, text.data(), std::min(width, text.size()));
 }
 
-void set_units(const UnitSystem& units) {
+void set_units(const InputFile& file) {
     std::string labels;
-    for (const std::string& label : units.labels) {
+    for (const std::string& label : file.units.labels) {
         std::string field = label;
         field.resize(10, ' ');
         labels += field;
     }
-    SET_UNITS(units.factors.data(), labels.data(), static_cast<std::int32_t>(labels.size()));
-}
-
-void set_globals(const FlangeInput& flange) {
-    const std::int32_t old_div_2 = flange.edition() == EDITION_OLDER ? ON : OFF;
-    GLOBALS_mp_G_NUSE_OLD_DIV_2 = old_div_2;
-    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &old_div_2, &OFF, &OFF, &OFF, &OFF);
-    const std::int32_t code = flange.code();
-    SET_MODULE_CODE(&code);
-    const float yield = flange.setting(Setting::chart_yield);
-    SET_YIELD(&yield);
-    const std::int32_t failure = flange.whole_setting(Setting::failure_corrosion);
-    const std::int32_t ratio = flange.whole_setting(Setting::per_element_ratio);
-    SET_SWITCHES(&failure, &ratio);
-    const std::int32_t metric = flange.whole_setting(Setting::material_metric);
-    const std::int32_t div1 = flange.whole_setting(Setting::force_div1);
-    const std::int32_t d2_class = flange.whole_setting(Setting::d2_class);
-    const std::int32_t year = flange.whole_setting(Setting::material_year);
-    SET_MATERIAL_SELECTION(&metric, &div1, &d2_class, &year);
-}
-
-void set_code_constants(bool metric) {
-    METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = metric ? 1 : 0;
+    SET_UNITS(file.units.factors.data(), labels.data(), static_cast<std::int32_t>(labels.size()));
+    METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = file.metric_constants ? 1 : 0;
     SET_METRIC_CONSTANTS();
-}
-
-void fill_setup(const FlangeInput& flange) {
-    TARVANE_SETUP_ELEMENT* setup = GETSETUP();
-    setup[TARVANE_SETUP_CODE - 1].whole = flange.code();
-    setup[TARVANE_SETUP_NO_CORRECTION - 1].real =
-        flange.setting(Setting::bolt_correction) != 0.0f ? 0.0f : 1.0f;
-    setup[TARVANE_SETUP_ROOT_TWO - 1].real = flange.setting(Setting::opening_factor);
-}
-
-void fill_tables(const FlangeInput& flange, int number) {
-    TARVANE_ELEMENT_ROW& row = GETELEMENTTABLES()[number - 1];
-    put_blank_padded(row.description, sizeof row.description, flange.description());
-    put_blank_padded(row.from_node, sizeof row.from_node,
-                     flange.text_setting(TextSetting::from_node));
-    put_blank_padded(row.to_node, sizeof row.to_node, flange.text_setting(TextSetting::to_node));
-    put_blank_padded(row.material, sizeof row.material,
-                     flange.text.substr(slot::flange_material, 15));
-    std::string p_number(7, ' ');
-    p_number += std::to_string(flange.whole_setting(Setting::p_number));
-    put_blank_padded(row.heat_treatment, sizeof row.heat_treatment, p_number);
-    row.first_flag = row.second_flag = ' ';
-    row.unused[0] = row.unused[1] = ' ';
-    row.joint_efficiency = flange.setting(Setting::joint_efficiency);
-    row.first_inspection = flange.setting(Setting::inspection_first);
-    row.second_inspection = flange.setting(Setting::inspection_second);
-    row.value = 0.0f;
-
-    TARVANE_HOST_INPUT& host = *GETHOSTINPUT();
-    put_blank_padded(host.flange_class, sizeof host.flange_class,
-                     flange.text_setting(TextSetting::flange_class));
-    put_blank_padded(host.flange_grade, sizeof host.flange_grade,
-                     flange.text_setting(TextSetting::flange_grade));
-
-    const std::int32_t flange_materials = 1, bolt_materials = 2, at = number;
-    const std::string& material = flange.text_setting(TextSetting::material_name);
-    const std::string& bolts = flange.text_setting(TextSetting::bolt_material_name);
-    SET_MATERIAL_ITEM(&flange_materials, &at, material.data(),
-                      static_cast<std::int32_t>(material.size()));
-    SET_MATERIAL_ITEM(&bolt_materials, &at, bolts.data(), static_cast<std::int32_t>(bolts.size()));
-}
-
-// ---- calls -----------------------------------------------------------------------------------------
-
-struct Call {
-    std::int32_t write_case, code, element, div2_edition = 0, decimal_comma = 0;
-};
-
-void calculate(const FlangeInput& flange, const Call& call, FlangeOutcome& outcome) {
-    const std::int32_t quiet = flange.whole_setting(Setting::quiet_overstress);
-    const std::int32_t corroded = flange.whole_setting(Setting::corroded_rigidity);
-    const std::int32_t standard = flange.whole_setting(Setting::standard_flange);
-    std::int32_t rigidity = flange.whole_setting(Setting::rigidity);
-    const float joint_efficiency = flange.setting(Setting::joint_efficiency);
-    const float operating = flange.setting(Setting::design_pressure_operating);
-    FLANGE_CALC(outcome.record.data() + 1, flange.text.data(),
-                static_cast<std::int32_t>(flange.text.size()), &ON, &call.write_case,
-                &outcome.map_nc, &outcome.t_req_new_cold, &outcome.t_req_new, &outcome.mawp,
-                &outcome.t_req, &quiet, &rigidity, &call.code, &call.element, &call.element,
-                &joint_efficiency, &corroded, &standard, &operating, &call.div2_edition,
-                &call.decimal_comma);
-}
-
-// The rules of Division 2, 4.16, and the A-98 addenda of Division 1 are switched on by a stand-alone
-// call only, and stay on behind it. An empty record does: its input is refused behind the switches.
-void select_edition(const FlangeInput& flange) {
-    const bool current_div_2 =
-        flange.code() == TARVANE_ASME_VIII_2 && flange.edition() == EDITION_CURRENT;
-    const bool a98 = flange.edition() == EDITION_A98;
-    if (!current_div_2 && !a98) return;
-    FlangeInput empty;
-    FlangeOutcome unused;
-    unused.record[TARVANE_ELEMENT] = -1.0f;
-    for (int i = TARVANE_UNIT_THICKNESS; i <= TARVANE_UNIT_WEIGHT; ++i)
-        unused.record[static_cast<std::size_t>(i)] = 1.0f;
-    calculate(empty, {.write_case = 0, .code = flange.code(), .element = a98 ? 1 : 0}, unused);
-}
-
-} // namespace
-
-FlangeOutcome run_flange(const InputFile& file, int number) {
-    const FlangeInput& flange = file.flanges[static_cast<std::size_t>(number - 1)];
-    FlangeOutcome outcome;
-    const Services services(outcome);
-
-    RESET_ENGINE();
-    set_globals(flange);
-    select_edition(flange);
-
-    set_globals(flange); // the stand-alone call has set the material selectors
-    set_units(file.units);
-    set_code_constants(file.metric_constants);
-    fill_setup(flange);
-    fill_tables(flange, number);
-
-    const ReportUnit report;
-    SET_IOUT(&report.unit());
-    SET_IWRITE(&ON);
-    SET_IWRTFL(&ON);
-    SET_IOSTEP(&ON);
-    SET_IWRTCA(&ON);
-
-    outcome.record = flange.record;
-    outcome.record[TARVANE_ELEMENT] = static_cast<float>(number);
-    const bool external = outcome.result(TARVANE_P) < 0.0f;
-    calculate(flange,
-              {.write_case = external ? 2 : 1,
-               .code = flange.code(),
-               .element = number,
-               .decimal_comma = file.decimal_comma ? 1 : 0},
-              outcome);
-    SET_IOUT(&OFF);
-    outcome.report = report.close_and_read();
-    return outcome;
 }
 
 void set_data_folder(const std::string& folder) {

@@ -1,33 +1,50 @@
-// The calls of one flange: what the host sets, FLANGE_CALC, and what comes back.
+// What the calls of every kind of element share: services, report file, units, data folder.
 #pragma once
 
+#include "element.h"
 #include "input_file.h"
 
-#include <array>
+#include <cstdint>
+#include <filesystem>
 #include <string>
-#include <vector>
 
 namespace tarvane::app {
 
-// What a flange run gives.
-struct FlangeOutcome {
-    std::array<float, RECORD_ELEMENTS + 1> record{}; // one-based, as the call left it
-    float map_nc = 0.0f;
-    float t_req_new_cold = 0.0f;
-    float t_req_new = 0.0f;
-    float mawp = 0.0f;
-    float t_req = 0.0f;
-    std::string report;                // the report file: records with marks, Western characters
-    std::vector<std::string> messages; // text of each message box, once each
-    bool stopped = false;              // the engine asked for the end of the run
-    int fatal_code = 0;                // and said why
+inline constexpr std::int32_t OFF = 0, ON = 1;
 
-    float result(int element) const { return record[static_cast<std::size_t>(element)]; }
+// Message boxes and the end of the run go to an outcome while the object lives.
+class Services {
+  public:
+    explicit Services(Outcome& outcome);
+    ~Services();
+    Services(const Services&) = delete;
+    Services& operator=(const Services&) = delete;
 };
 
-// Runs flange `number` (from 1) of the file in the vessel form. Throws std::runtime_error when the
-// report file cannot be opened or read.
-FlangeOutcome run_flange(const InputFile& file, int number);
+// A report file of its own behind a unit of the engine, gone with the object. Throws
+// std::runtime_error when the file cannot be opened or read.
+class ReportUnit {
+  public:
+    ReportUnit();
+    ~ReportUnit();
+    ReportUnit(const ReportUnit&) = delete;
+    ReportUnit& operator=(const ReportUnit&) = delete;
+
+    // Report lines go to the file from now on.
+    void switch_on() const;
+    // The records that were written. Report lines go nowhere from now on.
+    std::string switch_off_and_read() const;
+
+  private:
+    std::filesystem::path path;
+    std::int32_t number = 0;
+};
+
+// Unit factors and labels of the report, dimensions of the code's metric edition. Behind
+// RESET_ENGINE.
+void set_units(const InputFile& file);
+
+void put_blank_padded(char* field, std::size_t width, const std::string& text);
 
 // Folder of the data files in place of the library's own.
 void set_data_folder(const std::string& folder);

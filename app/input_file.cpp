@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <optional>
 
 namespace tarvane::app {
@@ -40,12 +39,14 @@ std::optional<double> number_of(const toml::node& node) {
 
 class Reader {
   public:
-    explicit Reader(ReadResult& into) : result(into) {}
+    Reader(ReadResult& into, std::span<const ElementKind* const> kinds)
+        : result(into), known_kinds(kinds) {}
 
     void read(const toml::table& root);
 
   private:
     ReadResult& result;
+    std::span<const ElementKind* const> known_kinds;
 
     void fault(int line, std::string_view key, std::string message) {
         result.faults.push_back({line, std::string(key), std::move(message)});
@@ -57,7 +58,8 @@ class Reader {
         fault(line_of(node), key, std::move(message));
     }
 
-    void unknown_key(const toml::key& key, std::span<const std::string_view> others);
+    void unknown_key(const toml::key& key, std::span<const std::string_view> others,
+                     std::span<const ElementKind* const> kinds = {});
     void read_units(const toml::node& node);
     void read_unit(std::string_view name, const toml::node& node, Quantity quantity);
     void read_units_table(const toml::table& table);
@@ -66,7 +68,16 @@ class Reader {
     std::optional<float> read_choice(const toml::node& node, const Key& key);
     std::optional<float> read_value(const toml::node& node, const Key& key);
     std::optional<std::string> read_text(const toml::node& node, const Key& key);
-    void read_flange(const toml::table& own, const toml::table& common, std::size_t number);
+
+    // A table of the file that describes an element.
+    struct Source {
+        const ElementKind* kind;
+        const toml::table* table;
+        int number;
+    };
+    std::vector<Source> find_elements(const toml::table& root, const ElementKind& kind);
+    void read_key(const toml::node& node, const Key& key, Element& element, Reading& reading);
+    void read_element(const Source& source, const toml::table& common);
 };
 
 // ---- units ---------------------------------------------------------------------------------------
@@ -176,15 +187,26 @@ void Reader::read_unit(std::string_view name, const toml::node& node, Quantity q
 
 // ---- values --------------------------------------------------------------------------------------
 
-void Reader::unknown_key(const toml::key& key, std::span<const std::string_view> others) {
+// The first of several kinds that knows the key tells its meaning.
+const Key* find_key(std::span<const ElementKind* const> kinds, std::string_view name) {
+    for (const ElementKind* kind : kinds) {
+        if (const Key* key = kind->keys.find(name)) return key;
+    }
+    return nullptr;
+}
+
+void Reader::unknown_key(const toml::key& key, std::span<const std::string_view> others,
+                         std::span<const ElementKind* const> kinds) {
     const std::string_view name = key.str();
     std::string message = "no key of this place";
-    std::string_view near = synonym(name);
-    if (near.empty() || std::find(others.begin(), others.end(), near) == others.end())
-        near = nearest(name, others);
+    std::string_view near;
+    for (const ElementKind* kind : kinds) {
+        if (near.empty()) near = kind->keys.synonym(name);
+    }
+    if (near.empty()) near = nearest(name, others);
     if (!near.empty()) {
         message += "; the nearest is " + std::string(near);
-        if (const Key* ours = find_key(near)) message += ", " + std::string(ours->meaning);
+        if (const Key* ours = find_key(kinds, near)) message += ", " + std::string(ours->meaning);
     }
     fault(static_cast<int>(key.source().begin.line), name, std::move(message));
 }
@@ -256,126 +278,90 @@ std::optional<std::string> Reader::read_text(const toml::node& node, const Key& 
     return std::nullopt;
 }
 
-// ---- one flange ----------------------------------------------------------------------------------
+// ---- elements ------------------------------------------------------------------------------------
 
-// Which keys a flange of this type and kind cannot do without.
-std::vector<std::string_view> required_keys(const FlangeInput& flange,
-                                            const std::map<std::string_view, bool>& given) {
-    const auto has = [&](std::string_view key) { return given.contains(key); };
-    std::vector<std::string_view> keys{"type", "P",   "T",  "Sfo", "Sfa", "bolting", "Sb",    "Sa",
-                                       "Fod",  "Fid", "Go", "Gi",  "m",   "y",       "facing"};
-    // Where the type or the kind is at fault, what it needs is not known.
-    for (const std::string_view key : {"type", "kind"}) {
-        if (has(key) && !given.at(key)) return keys;
+void Reader::read_key(const toml::node& node, const Key& key, Element& element, Reading& reading) {
+    bool sound = false;
+    if (key.quantity == Quantity::text) {
+        const std::optional<std::string> text = read_text(node, key);
+        sound = text.has_value();
+        if (sound) element.put_text(key, *text);
+    } else {
+        const std::optional<float> value = read_value(node, key);
+        sound = value.has_value();
+        if (sound) element.put_number(key, *value);
     }
-    const int type = flange.type(), kind = flange.kind();
-    const auto also = [&](std::initializer_list<std::string_view> more) {
-        keys.insert(keys.end(), more);
-    };
-    if (has("type") && type != 7) also({"B"});
-    if (kind == 1) also({"t"});
-    if (kind != 3) also({"A", "C", "a", "n"});
-    const bool hub = type == 1 || type == 8 || has("g0") || has("g1") || has("h");
-    if (hub && type != 7 && type != 9) also({"g0", "g1", "h"});
-    if (kind == 3 && type == 8) also({"A"});
-    if (type == 6) also({"LjID", "LjOD"});
-    if (type == 9) also({"tShell"});
-    if (has("D") || has("d")) also({"D", "d"});
-    if (static_cast<int>(flange.record[23]) == 3) also({"root_area"});
-    if (flange.text[slot::mating_loads] == 'Y')
-        also({"mating_operating", "mating_seating", "mating_design"});
-    if (flange.text[slot::partition_gasket] == 'Y') also({"lp", "tp", "mPart", "yPart"});
-    if (flange.record[69] == 1.0f) also({"D1"});
-    return keys;
+    reading.note(key.name, line_of(node), sound);
 }
 
-void put_value(FlangeInput& flange, const Key& key, float value) {
-    const auto index = static_cast<std::size_t>(key.index);
-    if (key.place == Place::record) {
-        flange.record[index] = value;
-    } else if (key.place == Place::setting) {
-        flange.settings[index] = value;
-    } else if (key.place == Place::slot_flag) {
-        flange.put_text(key.index, 15, value != 0.0f ? "Y" : "N");
-    }
-}
+void Reader::read_element(const Source& source, const toml::table& common) {
+    const KeyTable& table = source.kind->keys;
+    std::unique_ptr<Element> element = source.kind->make();
+    element->line = line_of(*source.table);
+    element->number = source.number;
+    Reading reading(result.file.units, element->line, result.faults);
 
-void Reader::read_flange(const toml::table& own, const toml::table& common, std::size_t number) {
-    FlangeInput flange;
-    flange.line = line_of(own);
-    std::map<std::string_view, bool> given; // by key; false: the value is at fault
-    std::map<std::string_view, int> line;   // where a key stands
-
-    for (const Key& key : all_keys()) {
-        const toml::node* node = own.get(key.name);
+    for (const Key& key : table.keys) {
+        if (key.quantity != Quantity::text)
+            element->put_number(key, static_cast<float>(key.fallback));
+        const toml::node* node = source.table->get(key.name);
         if (node == nullptr) node = common.get(key.name);
-        if (key.quantity == Quantity::text) {
-            if (node == nullptr) continue;
-            const std::optional<std::string> text = read_text(*node, key);
-            given[key.name] = text.has_value();
-            line[key.name] = line_of(*node);
-            if (!text) continue;
-            if (key.place == Place::slot) {
-                flange.put_text(key.index, 15, *text);
-            } else {
-                flange.texts[static_cast<std::size_t>(key.index)] = *text;
-            }
-            continue;
-        }
-        put_value(flange, key, static_cast<float>(key.fallback));
-        if (node == nullptr) continue;
-        const std::optional<float> value = read_value(*node, key);
-        given[key.name] = value.has_value();
-        line[key.name] = line_of(*node);
-        if (value) put_value(flange, key, *value);
+        if (node != nullptr) read_key(*node, key, *element, reading);
     }
 
     // A flag that the file leaves open is on when one of the keys that belong to it is given.
-    for (const Key& key : all_keys()) {
-        if (!key.group.empty() && given.contains(key.name) && !given.contains(key.group))
-            put_value(flange, *find_key(key.group), 1.0f);
+    for (const Key& key : table.keys) {
+        if (!key.group.empty() && reading.given(key.name) && !reading.given(key.group))
+            element->put_number(*table.find(key.group), 1.0f);
     }
 
-    if (!given.contains("P_operating"))
-        flange.settings[static_cast<std::size_t>(Setting::design_pressure_operating)] =
-            flange.record[4];
-
-    if (flange.setting(Setting::keep_thickness) != 0.0f) {
-        char& last = flange.text[slot::description + 14];
-        if (last != ' ') {
-            fault(line["description"], "description",
-                  "a text of up to 14 characters is expected together with keep_thickness");
-        }
-        last = ':';
-    }
-    const bool edition_fits = flange.edition() == EDITION_CURRENT ||
-                              flange.code() == (flange.edition() == EDITION_OLDER ? 2 : 1);
-    if (!edition_fits) {
-        fault(line["edition"], "edition",
-              flange.edition() == EDITION_OLDER ? "\"older\" is an edition of code VIII-2 only"
-                                                : "\"A98\" is an edition of code VIII-1 only");
-    }
-    if (flange.text[slot::channel_cover] == 'Y') {
-        if (flange.type() != 7) {
-            fault(line["channel_cover"], "channel_cover", "only a blind flange is one");
-        } else if (given.contains("B")) {
-            fault(line["B"], "B", "a channel cover has no inside diameter");
-        }
-        flange.record[10] = flange.setting(Setting::cover_modulus);
-    }
+    element->complete(reading);
 
     std::vector<std::string_view> missing;
-    for (const std::string_view name : required_keys(flange, given)) {
-        if (given.contains(name)) continue;
+    for (const std::string_view name : element->required(reading)) {
+        if (reading.given(name)) continue;
         if (std::find(missing.begin(), missing.end(), name) != missing.end()) continue;
         missing.push_back(name);
-        const Key& key = *find_key(name);
-        fault(flange.line, name,
-              "missing in flange " + std::to_string(number) + "; " +
-                  expected(key, result.file.units) + " is expected (" + std::string(key.meaning) +
-                  ")");
+        const Key& key = *table.find(name);
+        reading.fault(name, "missing in " + std::string(source.kind->table) + ' ' +
+                                std::to_string(source.number) + "; " +
+                                expected(key, result.file.units) + " is expected (" +
+                                std::string(key.meaning) + ")");
     }
-    result.file.flanges.push_back(std::move(flange));
+    result.file.elements.push_back(std::move(element));
+}
+
+// "[[flange]], [[shell]]" for the messages.
+std::string table_names(std::span<const ElementKind* const> kinds) {
+    std::string names;
+    for (const ElementKind* kind : kinds)
+        names += (names.empty() ? "[[" : ", [[") + std::string(kind->table) + "]]";
+    return names;
+}
+
+// The tables of one kind in their order; none where the file has none, or where they are at fault.
+std::vector<Reader::Source> Reader::find_elements(const toml::table& root,
+                                                  const ElementKind& kind) {
+    const toml::node* node = root.get(kind.table);
+    if (node == nullptr) return {};
+    if (kind.single && node->is_table()) return {{&kind, node->as_table(), 1}};
+    const toml::array* list = node->as_array();
+    if (list != nullptr && list->empty()) return {};
+    const std::string name(kind.table);
+    if (list == nullptr || !list->is_homogeneous(toml::node_type::table)) {
+        wrong(*node, name, "a list of [[" + name + "]] tables");
+        return {};
+    }
+    if (list->size() > kind.most) {
+        fault(line_of(*node), name,
+              "at most " + std::to_string(kind.most) + ' ' + std::string(kind.plural) +
+                  " are expected, not " + std::to_string(list->size()));
+        return {};
+    }
+    std::vector<Source> sources;
+    for (const toml::node& element : *list)
+        sources.push_back({&kind, element.as_table(), static_cast<int>(sources.size()) + 1});
+    return sources;
 }
 
 // ---- the file --------------------------------------------------------------------------------------
@@ -389,62 +375,59 @@ void Reader::read(const toml::table& root) {
     if (const toml::node* node = root.get("metric_constants"))
         file.metric_constants = read_flag(*node, "metric_constants", false);
 
-    std::vector<std::string_view> flange_names;
-    for (const Key& key : all_keys())
-        flange_names.push_back(key.name);
-    std::vector<std::string_view> names = flange_names;
-    names.insert(names.end(), {"units", "decimal_comma", "metric_constants", "flange"});
+    std::vector<Source> sources;
+    std::vector<const ElementKind*> kinds; // that the file names
+    bool faulty = false;
+    for (const ElementKind* kind : known_kinds) {
+        const std::size_t faults = result.faults.size();
+        const std::vector<Source> found_tables = find_elements(root, *kind);
+        faulty = faulty || result.faults.size() > faults;
+        if (root.contains(kind->table)) kinds.push_back(kind);
+        sources.insert(sources.end(), found_tables.begin(), found_tables.end());
+    }
+    if (kinds.empty()) kinds.assign(known_kinds.begin(), known_kinds.end());
+
+    // At the head of the file stand its own keys, and keys of its elements that hold for each of them.
+    std::vector<std::string_view> names;
+    for (const ElementKind* kind : kinds) {
+        for (const Key& key : kind->keys.keys)
+            names.push_back(key.name);
+    }
+    names.insert(names.end(), {"units", "decimal_comma", "metric_constants"});
+    for (const ElementKind* kind : known_kinds)
+        names.push_back(kind->table);
     for (const auto& [key, node] : root) {
         if (std::find(names.begin(), names.end(), key.str()) == names.end())
-            unknown_key(key, names);
+            unknown_key(key, names, kinds);
     }
 
-    const toml::node* flanges = root.get("flange");
-    const toml::array* list = flanges == nullptr ? nullptr : flanges->as_array();
-    if (flanges == nullptr || (list != nullptr && list->empty())) {
-        fault(1, "flange", "missing; one or more [[flange]] tables are expected");
-        return;
+    if (sources.empty() && !faulty) {
+        fault(1, known_kinds.front()->table,
+              "missing; one or more " + table_names(known_kinds) + " tables are expected");
     }
-    if (list == nullptr || !list->is_homogeneous(toml::node_type::table)) {
-        wrong(*flanges, "flange", "a list of [[flange]] tables");
-        return;
-    }
-    if (list->size() > MOST_FLANGES) {
-        fault(line_of(*flanges), "flange",
-              "at most " + std::to_string(MOST_FLANGES) + " flanges are expected, not " +
-                  std::to_string(list->size()));
-        return;
-    }
-    std::size_t number = 0;
-    for (const toml::node& node : *list) {
-        const toml::table& own = *node.as_table();
-        for (const auto& [key, value] : own) {
-            if (find_key(key.str()) == nullptr) unknown_key(key, flange_names);
+    std::stable_sort(sources.begin(), sources.end(), [](const Source& a, const Source& b) {
+        const toml::source_position &p = a.table->source().begin, &q = b.table->source().begin;
+        return p.line != q.line ? p.line < q.line : p.column < q.column;
+    });
+    for (const Source& source : sources) {
+        std::vector<std::string_view> own;
+        for (const Key& key : source.kind->keys.keys)
+            own.push_back(key.name);
+        for (const auto& [key, value] : *source.table) {
+            if (source.kind->keys.find(key.str()) == nullptr)
+                unknown_key(key, own, std::span(&source.kind, 1));
         }
-        read_flange(own, root, ++number);
+        read_element(source, root);
     }
 }
 
 } // namespace
 
-std::string FlangeInput::description() const {
-    std::string name = text.substr(slot::description, 15);
-    if (name.back() == ':') name.back() = ' ';
-    name.erase(name.find_last_not_of(' ') + 1);
-    return name;
-}
-
-void FlangeInput::put_text(int offset, std::size_t width, std::string_view western) {
-    std::string padded(western.substr(0, width));
-    padded.resize(width, ' ');
-    text.replace(static_cast<std::size_t>(offset), width, padded);
-}
-
-ReadResult read_input(std::string_view toml_text) {
+ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds) {
     ReadResult result;
     try {
         const toml::table root = toml::parse(toml_text);
-        Reader(result).read(root);
+        Reader(result, kinds).read(root);
     } catch (const toml::parse_error& error) {
         std::string message(error.description());
         std::replace(message.begin(), message.end(), '\n', ' ');
@@ -463,7 +446,7 @@ ReadResult read_input(std::string_view toml_text) {
                                            [&](const Fault& f) { return same(kept, f); }),
                             result.faults.end());
     }
-    if (!result.faults.empty()) result.file.flanges.clear();
+    if (!result.faults.empty()) result.file.elements.clear();
     return result;
 }
 

@@ -1,60 +1,26 @@
-// The keys of an input file: one table that the reader, the messages and `tarvane keys` share.
+// The keys of an element table: one table for each kind, which the reader, the messages and
+// `tarvane keys` share.
 #pragma once
 
 #include "units.h"
 
+#include <array>
+#include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tarvane::app {
 
-// Where the value of a key goes.
+// Where the value of a key goes. A kind whose elements have neither record nor text block uses the
+// settings only.
 enum class Place {
-    record,    // element of the flange record
-    slot,      // text slot of the flange text, by its offset
-    slot_flag, // "Y" or "N" in a text slot
-    setting,   // number of the call, see Setting
-    text_setting
+    record,       // element of the flange record
+    slot,         // text slot of the flange text, by its offset
+    slot_flag,    // "Y" or "N" in a text slot
+    setting,      // number, by an enumeration of the kind
+    text_setting, // text, by another
 };
-
-// Numbers of the call that have no element in the record.
-enum class Setting {
-    code,
-    edition,
-    design_pressure_operating, // the vessel's pressure at the flange
-    joint_efficiency,
-    rigidity,
-    corroded_rigidity,
-    quiet_overstress,
-    standard_flange,
-    keep_thickness,
-    bolt_correction,
-    opening_factor,
-    cover_modulus,
-    chart_yield,
-    failure_corrosion,
-    per_element_ratio,
-    p_number,
-    inspection_first,
-    inspection_second,
-    material_metric,
-    force_div1,
-    d2_class,
-    material_year,
-    count
-};
-
-enum class TextSetting {
-    from_node,
-    to_node,
-    flange_class,
-    flange_grade,
-    material_name,
-    bolt_material_name,
-    count
-};
-
-inline constexpr int EDITION_CURRENT = 0, EDITION_OLDER = 1, EDITION_A98 = 2;
 
 // A name and the number that it stands for. The first name of a number is the one that lists show.
 struct Choice {
@@ -65,7 +31,7 @@ struct Choice {
 struct Key {
     std::string_view name;
     Place place;
-    int index; // element, offset, Setting or TextSetting
+    int index; // element, offset or enumerator
     Quantity quantity;
     std::string_view meaning;
     std::span<const Choice> choices = {};
@@ -74,21 +40,34 @@ struct Key {
     std::string_view group = {}; // the flag that this key switches on
 };
 
-std::span<const Key> all_keys();
-const Key* find_key(std::string_view name);
 // A key that users of other notations type for one of ours: "go" for g0, "e" for t.
-std::string_view synonym(std::string_view name);
+struct Synonym {
+    std::string_view other, ours;
+};
+
+struct KeyTable {
+    std::span<const Key> keys;
+    std::span<const Synonym> synonyms;
+
+    const Key* find(std::string_view name) const; // none: a null pointer
+    std::string_view synonym(std::string_view name) const;
+};
+
+// Values behind the keys of a kind: numbers and texts by two enumerations that end in `count`.
+template <class Number, class Text>
+struct Settings {
+    std::array<float, static_cast<std::size_t>(Number::count)> settings{};
+    std::array<std::string, static_cast<std::size_t>(Text::count)> texts;
+
+    float setting(Number s) const { return settings[static_cast<std::size_t>(s)]; }
+    int whole_setting(Number s) const { return static_cast<int>(setting(s)); }
+    void put_setting(Number s, float value) { settings[static_cast<std::size_t>(s)] = value; }
+    const std::string& text_setting(Text s) const { return texts[static_cast<std::size_t>(s)]; }
+};
 
 // "a number in mm", "true or false", "one of ...": what belongs behind a key.
 std::string expected(const Key& key, const UnitSystem& units);
 // The list of names of a choice, in double quotes.
 std::string choice_names(std::span<const Choice> choices);
-
-// Text offsets of the flange text.
-namespace slot {
-inline constexpr int flange_material = 0, bolt_material = 15, description = 30, external_loads = 45,
-                     mating_loads = 60, channel_cover = 75, use_corrosion = 90,
-                     partition_gasket = 105, chart = 120;
-}
 
 } // namespace tarvane::app

@@ -1,31 +1,66 @@
-// The results of a run: verdict on each flange, tables that close the output.
+// Numbers as a reader sees them, and tables with the results of several elements side by side.
 #pragma once
 
-#include "engine_session.h"
+#include "text.h"
+#include "units.h"
 
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvane::app {
 
-// Exit statuses of `tarvane run`, the graver the higher.
-enum class Status { fine = 0, fails = 1, bad_input = 2, stopped = 3 };
+std::string number_text(float value, int decimals);
 
-struct Verdict {
-    Status status = Status::fine;
-    std::vector<std::string> reasons; // one line each, UTF-8
+// Decimals that show about six figures whatever the unit.
+int decimals_of(Quantity quantity, const UnitSystem& units);
+
+// "150.00 psig": a value in the engine's units as the file's, UTF-8.
+std::string shown(float value, Quantity quantity, const UnitSystem& units);
+
+// ---- tables ----------------------------------------------------------------------------------------
+
+// One line of a table as text: label, unit, and a value for each element.
+struct TextRow {
+    std::string label;
+    std::string unit; // UTF-8
+    std::vector<std::string> values;
 };
 
-Verdict judge(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units);
+// Three elements abreast, further ones in further blocks. All texts are UTF-8.
+std::string text_table(std::string_view title, std::span<const std::string> headings,
+                       std::span<const TextRow> rows);
 
-struct FlangeResult {
-    const FlangeInput* flange;
-    const FlangeOutcome* outcome;
+// The value of a row as the table shows it; "none" without one.
+std::string value_text(std::optional<float> value, Quantity quantity, const UnitSystem& units);
+
+// A row of a table over results of one kind: nothing where an element has no such result.
+template <class Result>
+struct Row {
+    std::string_view label;
+    Quantity quantity;
+    std::function<std::optional<float>(const Result&)> value;
 };
 
-// Results side by side in the units of the file, UTF-8; "none" where there is none.
-std::string results_table(const std::vector<FlangeResult>& results, const UnitSystem& units);
-// The geometry that was selected, of the flanges of kind design; empty when there are none.
-std::string design_table(const std::vector<FlangeResult>& results, const UnitSystem& units);
+// `heading` gives the description of an element in Western characters.
+template <class Result>
+std::string table(std::string_view title, std::span<const Row<Result>> rows,
+                  const std::vector<Result>& results, std::string (*heading)(const Result&),
+                  const UnitSystem& units) {
+    std::vector<std::string> headings;
+    for (const Result& result : results)
+        headings.push_back(to_utf8(heading(result)));
+    std::vector<TextRow> texts;
+    for (const Row<Result>& row : rows) {
+        TextRow text{std::string(row.label), to_utf8(units.label(row.quantity)), {}};
+        for (const Result& result : results)
+            text.values.push_back(value_text(row.value(result), row.quantity, units));
+        texts.push_back(std::move(text));
+    }
+    return text_table(title, headings, texts);
+}
 
 } // namespace tarvane::app

@@ -1,16 +1,20 @@
 #include "run.h"
 
+#include "engine_session.h"
+#include "input_file.h"
 #include "report_view.h"
 #include "text.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <ostream>
 #include <random>
 #include <sstream>
 #include <stdexcept>
+#include <vector>
 
 namespace tarvane::app {
 
@@ -26,43 +30,47 @@ std::string read_whole(const std::string& path) {
     return bytes.str();
 }
 
-std::string name_of(const FlangeInput& flange, std::size_t number) {
-    std::string name = "flange " + std::to_string(number);
-    if (!flange.description().empty()) name += " (" + to_utf8(flange.description()) + ')';
-    return name;
+// The closing tables of all kinds; `calculated` holds the elements in the order of the file.
+std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
+    std::string tables;
+    for (const ElementKind* kind : element_kinds()) {
+        std::vector<Calculated> own;
+        std::copy_if(calculated.begin(), calculated.end(), std::back_inserter(own),
+                     [kind](const Calculated& c) { return c.element->kind == kind; });
+        if (!own.empty()) tables += kind->tables(own, units);
+    }
+    return tables;
 }
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
+    if (!options.data.empty()) set_data_folder(options.data);
     const ReadResult input = read_input(read_whole(options.input));
     for (const Fault& fault : input.faults)
         err << fault_line(options.input, fault) << '\n';
     if (!input.faults.empty()) return Status::bad_input;
-    if (!options.data.empty()) set_data_folder(options.data);
 
     const InputFile& file = input.file;
-    std::vector<std::unique_ptr<FlangeOutcome>> outcomes;
-    std::vector<FlangeResult> results;
+    std::vector<std::unique_ptr<Outcome>> outcomes;
+    std::vector<Calculated> calculated;
     std::string reports;
     Status status = Status::fine;
-    for (std::size_t i = 0; i < file.flanges.size(); ++i) {
-        const FlangeInput& flange = file.flanges[i];
-        outcomes.push_back(
-            std::make_unique<FlangeOutcome>(run_flange(file, static_cast<int>(i) + 1)));
-        const FlangeOutcome& outcome = *outcomes.back();
+    for (const auto& element : file.elements) {
+        outcomes.push_back(element->calculate(file));
+        const Outcome& outcome = *outcomes.back();
         out << show_report(outcome.report, options.colour) << std::flush;
-        const std::string name = name_of(flange, i + 1);
+        const std::string name = name_of(*element);
         for (const std::string& message : outcome.messages)
             err << name << ": " << to_utf8(message) << '\n';
-        const Verdict verdict = judge(flange, outcome, file.units);
+        const Verdict verdict = element->judge(outcome, file.units);
         for (const std::string& reason : verdict.reasons)
             err << name << ": " << reason << '\n';
         status = std::max(status, verdict.status);
         if (verdict.status == Status::stopped) return status;
         reports += outcome.report;
-        results.push_back({&flange, &outcome});
+        calculated.push_back({element.get(), &outcome});
     }
     if (!options.report.empty()) write_whole(options.report, reports);
-    out << results_table(results, file.units) << design_table(results, file.units) << std::flush;
+    out << closing_tables(calculated, file.units) << std::flush;
     return status;
 }
 
@@ -98,43 +106,47 @@ void write_whole(const std::string& path, std::string_view bytes) {
     }
 }
 
-std::string key_table() {
+namespace {
+
+// "in., mm": what stands behind a key.
+std::string unit_of(const Key& key) {
     const UnitSystem us = us_units(), si = si_units();
-    std::string table = "Keys of a [[flange]]; at the head of a file they hold for every flange "
-                        "without its own.\n\n";
-    for (const Key& key : all_keys()) {
-        std::string unit;
-        switch (key.quantity) {
-        case Quantity::flag:
-            unit = "true, false";
-            break;
-        case Quantity::text:
-            unit = "text, " + std::to_string(key.width);
-            break;
-        case Quantity::whole:
-            unit = "whole number";
-            break;
-        case Quantity::choice:
-            unit = "name, number";
-            break;
-        default:
-            unit = to_utf8(us.label(key.quantity));
-            if (us.label(key.quantity) != si.label(key.quantity))
-                unit += ", " + to_utf8(si.label(key.quantity));
-        }
-        const auto columns = [](const std::string& utf8) {
-            return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
-                return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u;
-            }));
-        };
-        std::string line(key.name);
-        line.resize(std::max<std::size_t>(line.size() + 1, 20), ' ');
-        line += unit + std::string(columns(unit) < 18 ? 18 - columns(unit) : 1, ' ');
-        line += std::string(key.meaning);
-        table += line + '\n';
-        if (!key.choices.empty()) table += std::string(38, ' ') + choice_names(key.choices) + '\n';
+    switch (key.quantity) {
+    case Quantity::flag:
+        return "true, false";
+    case Quantity::text:
+        return "text, " + std::to_string(key.width);
+    case Quantity::whole:
+        return "whole number";
+    case Quantity::choice:
+        return "name, number";
+    default: {
+        std::string unit = to_utf8(us.label(key.quantity));
+        if (us.label(key.quantity) != si.label(key.quantity))
+            unit += ", " + to_utf8(si.label(key.quantity));
+        return unit;
     }
-    table += "\nKeys of the file: units = \"US\", \"SI\" or a [units] table; decimal_comma; "
+    }
+}
+
+} // namespace
+
+std::string key_table() {
+    std::string table;
+    for (const ElementKind* kind : element_kinds()) {
+        const std::string name(kind->table);
+        table += "Keys of a [[" + name + "]]; at the head of a file they hold for every " + name +
+                 " without its own.\n\n";
+        for (const Key& key : kind->keys.keys) {
+            // A name or unit of more than its column keeps one blank behind it.
+            table += padded(std::string(key.name) + ' ', 20) + padded(unit_of(key) + ' ', 18) +
+                     std::string(key.meaning) + '\n';
+            if (!key.choices.empty())
+                table += std::string(38, ' ') + choice_names(key.choices) + '\n';
+        }
+        table += '\n';
+    }
+    table += "Keys of the file: units = \"US\", \"SI\" or a [units] table; decimal_comma; "
              "metric_constants.\n";
     return table;
 }

@@ -1,10 +1,11 @@
 // `tarvane run`: an input file becomes reports, tables and an exit status.
 #pragma once
 
-#include "results.h"
+#include "element.h"
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace tarvane::app {
 
@@ -21,7 +22,7 @@ Status run(const RunOptions& options, std::ostream& out, std::ostream& err);
 // std::runtime_error.
 void write_whole(const std::string& path, std::string_view bytes);
 
-// Table of the keys of an input file.
+// Table of the keys of an input file, kind by kind.
 std::string key_table();
 
 } // namespace tarvane::app

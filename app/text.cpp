@@ -88,6 +88,22 @@ std::string_view nearest(std::string_view name, std::span<const std::string_view
     return best;
 }
 
+std::size_t characters(std::string_view utf8) {
+    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u;
+    }));
+}
+
+std::string padded(std::string_view utf8, std::size_t width) {
+    const std::size_t n = characters(utf8);
+    return std::string(utf8) + std::string(n < width ? width - n : 0, ' ');
+}
+
+std::string right_aligned(std::string_view utf8, std::size_t width) {
+    const std::size_t n = characters(utf8);
+    return std::string(n < width ? width - n : 0, ' ') + std::string(utf8);
+}
+
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 } // namespace tarvane::app

@@ -19,6 +19,11 @@ std::string folded(std::string_view name);
 // The candidate with the fewest edits from `name`; empty when none comes near.
 std::string_view nearest(std::string_view name, std::span<const std::string_view> candidates);
 
+// Columns on a terminal, and texts filled up to as many.
+std::size_t characters(std::string_view utf8);
+std::string padded(std::string_view utf8, std::size_t width);
+std::string right_aligned(std::string_view utf8, std::size_t width);
+
 std::string quoted(std::string_view text);
 
 } // namespace tarvane::app

@@ -1,8 +1,8 @@
 #include "cases_routines.h"
 
 #include "engine_session.h"
+#include "flange_results.h"
 #include "report_view.h"
-#include "results.h"
 #include "tarvane/tarvane.h"
 
 #include "bolting/bolt_spacing.h"
@@ -604,10 +604,11 @@ void run_host(const std::string& toml, Values& values, std::vector<Line>& lines)
     const app::ReadResult input = app::read_input(toml);
     if (!input.faults.empty())
         throw CaseError(input.faults.front().key + ": " + input.faults.front().message);
-    const app::FlangeOutcome outcome = app::run_flange(input.file, 1);
+    const app::FlangeInput& flange = *app::flanges_of(input.file).at(0);
+    const app::FlangeOutcome outcome = app::run_flange(flange, input.file);
     for (const app::ReportLine& line : app::report_lines(outcome.report))
         lines.push_back({line.text, line.marks});
-    const auto status = app::judge(input.file.flanges[0], outcome, input.file.units).status;
+    const auto status = app::judge_flange(flange, outcome, input.file.units).status;
     values.set("mawp", static_cast<double>(outcome.mawp));
     values.set("map_nc", static_cast<double>(outcome.map_nc));
     values.set("t_req", static_cast<double>(outcome.t_req));

@@ -1,6 +1,7 @@
 // Input texts for the tests of the host, and its program run on files of a folder of the test's own.
 #pragma once
 
+#include "flange_input.h"
 #include "input_file.h"
 
 #include <gtest/gtest.h>
@@ -62,9 +63,10 @@ inline std::vector<std::string> fault_lines(const std::string& toml) {
 
 // The only flange of a text without faults.
 inline FlangeInput flange_of(const std::string& toml) {
-    ReadResult result = read_input(toml);
+    const ReadResult result = read_input(toml);
     EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
-    return result.file.flanges.empty() ? FlangeInput{} : result.file.flanges.front();
+    const auto flanges = flanges_of(result.file);
+    return flanges.empty() ? FlangeInput{} : *flanges.front();
 }
 
 struct ProgramRun {

@@ -73,7 +73,7 @@ class EveryKey : public testing::TestWithParam<const char*> {};
 TEST_P(EveryKey, ReachesItsPlace) {
     const std::string head = std::string("units = \"") + GetParam() + "\"\n";
     const UnitSystem units = std::string(GetParam()) == "SI" ? si_units() : us_units();
-    for (const Key& key : all_keys()) {
+    for (const Key& key : flange_keys().keys) {
         SCOPED_TRACE(key.name);
         const std::string name(key.name);
         if (key.quantity == Quantity::text) {
@@ -106,7 +106,7 @@ TEST_P(EveryKey, ReachesItsPlace) {
         }
         // A key of a group switches its flag on.
         if (!key.group.empty()) {
-            const Key& flag = *find_key(key.group);
+            const Key& flag = *flange_keys().find(key.group);
             if (flag.place == Place::record) {
                 EXPECT_EQ(flange.record[static_cast<std::size_t>(flag.index)], 1.0f);
             } else {
@@ -127,12 +127,12 @@ INSTANTIATE_TEST_SUITE_P(Units, EveryKey, testing::Values("US", "SI"));
 TEST(Keys, HaveDifferentNamesAndPlaces) {
     std::set<std::string_view> names;
     std::set<std::pair<int, int>> places;
-    for (const Key& key : all_keys()) {
+    for (const Key& key : flange_keys().keys) {
         EXPECT_TRUE(names.insert(key.name).second) << key.name;
         const int kind = key.place == Place::slot_flag ? static_cast<int>(Place::slot)
                                                        : static_cast<int>(key.place);
         EXPECT_TRUE(places.insert({kind, key.index}).second) << key.name;
-        EXPECT_TRUE(key.group.empty() || find_key(key.group) != nullptr) << key.name;
+        EXPECT_TRUE(key.group.empty() || flange_keys().find(key.group) != nullptr) << key.name;
         EXPECT_EQ(key.choices.empty(), key.quantity != Quantity::choice) << key.name;
     }
 }
@@ -141,7 +141,7 @@ TEST(Keys, HaveDifferentNamesAndPlaces) {
 // number, which the host counts.
 TEST(Keys, CoverTheRecord) {
     std::set<int> elements;
-    for (const Key& key : all_keys())
+    for (const Key& key : flange_keys().keys)
         if (key.place == Place::record) elements.insert(key.index);
     const std::set<int> without{1,                  // element number
                                 32, 33, 43, 49, 59, // not read
@@ -156,7 +156,7 @@ TEST(Choices, TakeNamesInAnyCaseAndNumbers) {
     EXPECT_EQ(flange_of(with("type", R"(type = "Welding-Neck")")).type(), 1);
     EXPECT_EQ(flange_of(with("type", "type = 3")).type(), 3);
     EXPECT_EQ(flange_of(with("code", R"(code = "en 13445")")).code(), 4);
-    EXPECT_EQ(flange_of(with("kind", R"(kind = "DESIGN")")).kind(), 3);
+    EXPECT_EQ(flange_of(with("kind", R"(kind = "DESIGN")")).analysis(), 3);
     EXPECT_EQ(flange_of(with("bolting", R"(bolting = "tema metric")")).record[23], 4.0f);
     EXPECT_EQ(flange_of(with("column", R"(column = "II")")).record[28], 2.0f);
 }
@@ -177,7 +177,7 @@ TEST(Choices, FacingByNameAndByNumber) {
 
 TEST(Defaults, AreThoseOfTheTable) {
     const FlangeInput flange = flange_of(FLANGE_TOML);
-    EXPECT_EQ(flange.kind(), 1);
+    EXPECT_EQ(flange.analysis(), 1);
     EXPECT_EQ(flange.code(), 1);
     EXPECT_EQ(flange.record[28], 1.0f);
     EXPECT_EQ(flange.record[34], 1.0f);
@@ -198,10 +198,11 @@ TEST(Head, HoldsForEveryFlange) {
     const std::string own = with("P", "", with("T", "", FLANGE_TOML));
     const ReadResult result = read_input("P = 80\nT = 120\n" + own + own + "P = 90\n");
     ASSERT_TRUE(result.faults.empty());
-    ASSERT_EQ(result.file.flanges.size(), 2u);
-    EXPECT_EQ(result.file.flanges[0].record[4], 80.0f);
-    EXPECT_EQ(result.file.flanges[1].record[4], 90.0f);
-    EXPECT_EQ(result.file.flanges[1].record[5], 120.0f);
+    const auto flanges = flanges_of(result.file);
+    ASSERT_EQ(flanges.size(), 2u);
+    EXPECT_EQ(flanges[0]->record[4], 80.0f);
+    EXPECT_EQ(flanges[1]->record[4], 90.0f);
+    EXPECT_EQ(flanges[1]->record[5], 120.0f);
 }
 
 TEST(Head, FaultCountsOnce) {

@@ -1,6 +1,7 @@
 // The program itself, as a user runs it.
 #include "app_fixture.h"
 #include "engine_session.h"
+#include "flange_session.h"
 #include "report_view.h"
 #include "run.h"
 
@@ -38,9 +39,9 @@ TEST_F(Program, UnitsDoNotChangeTheResults) {
     std::ostringstream si;
     si.precision(9);
     si << "units = \"SI\"\n[[flange]]\n";
-    for (const Key& key : all_keys()) {
+    for (const Key& key : flange_keys().keys) {
         if (key.place != Place::record || key.index == 53) continue;
-        const float value = us.file.flanges[0].record[static_cast<std::size_t>(key.index)];
+        const float value = flanges_of(us.file)[0]->record[static_cast<std::size_t>(key.index)];
         if (key.quantity == Quantity::flag || !key.group.empty()) continue;
         if (key.quantity == Quantity::choice || key.quantity == Quantity::whole) {
             if (value != 0.0f) si << key.name << " = " << static_cast<int>(value) << '\n';
@@ -52,7 +53,8 @@ TEST_F(Program, UnitsDoNotChangeTheResults) {
     const ReadResult metric = read_input(si.str());
     ASSERT_TRUE(metric.faults.empty()) << fault_line("f", metric.faults[0]) << si.str();
     set_data_folder(TARVANE_DATA_DIR);
-    const FlangeOutcome a = run_flange(us.file, 1), b = run_flange(metric.file, 1);
+    const FlangeOutcome a = run_flange(*flanges_of(us.file)[0], us.file),
+                        b = run_flange(*flanges_of(metric.file)[0], metric.file);
     EXPECT_GT(a.mawp, 0.0f);
     EXPECT_NEAR(b.mawp / a.mawp, 1.0f, 1e-4f);
     for (int element = 120; element <= 128; ++element)
@@ -239,7 +241,7 @@ TEST_F(Program, ReadmeTellsTheTruth) {
 TEST_F(Program, ListsEveryKey) {
     const ProgramRun result = run("keys");
     EXPECT_EQ(result.status, 0);
-    for (const Key& key : all_keys())
+    for (const Key& key : flange_keys().keys)
         EXPECT_NE(result.out.find('\n' + std::string(key.name) + ' '), std::string::npos)
             << key.name;
 }
@@ -249,8 +251,8 @@ TEST_F(Program, ListsEveryKey) {
 std::string reports(const std::string& toml) {
     const ReadResult input = read_input(toml);
     std::string all;
-    for (std::size_t i = 1; i <= input.file.flanges.size(); ++i)
-        all += run_flange(input.file, static_cast<int>(i)).report;
+    for (const auto& element : input.file.elements)
+        all += element->calculate(input.file)->report;
     return all;
 }
 

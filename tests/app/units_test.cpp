@@ -75,7 +75,7 @@ density = { factor = 27.6799047, label = "g/cm³" }
     EXPECT_EQ(units.label(Quantity::weight), "t");
     EXPECT_EQ(units.factor(Quantity::weight), 0.00045359237f);
     EXPECT_EQ(units.label(Quantity::density), "g/cm\xB3");
-    EXPECT_EQ(result.file.flanges[0].record[4], 150.0f / 0.0689475729f);
+    EXPECT_EQ(flanges_of(result.file)[0]->record[4], 150.0f / 0.0689475729f);
     EXPECT_TRUE(result.file.metric_constants);
 }
 

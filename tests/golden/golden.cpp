@@ -6,6 +6,7 @@
 //
 // The second form compares nothing and writes the reports into another folder.
 #include "engine_session.h"
+#include "input_file.h"
 #include "text.h"
 
 #include <algorithm>
@@ -37,8 +38,8 @@ std::string report_of(const fs::path& toml) {
     if (!input.faults.empty())
         throw std::runtime_error(fault_line(toml.string(), input.faults.front()));
     std::string report;
-    for (std::size_t i = 1; i <= input.file.flanges.size(); ++i)
-        report += run_flange(input.file, static_cast<int>(i)).report;
+    for (const auto& element : input.file.elements)
+        report += element->calculate(input.file)->report;
     return report;
 }
 

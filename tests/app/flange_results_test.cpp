@@ -1,4 +1,4 @@
-#include "results.h"
+#include "flange_results.h"
 
 #include "app_fixture.h"
 #include "tarvane/tarvane.h"
@@ -23,9 +23,9 @@ class JudgeTest : public testing::Test {
         line.resize(101, ' ');
         outcome.report += line + marks + '\n';
     }
-    Status status() const { return judge(flange, outcome, us_units()).status; }
+    Status status() const { return judge_flange(flange, outcome, us_units()).status; }
     std::string reason() const {
-        const Verdict verdict = judge(flange, outcome, us_units());
+        const Verdict verdict = judge_flange(flange, outcome, us_units());
         EXPECT_EQ(verdict.reasons.size(), 1u);
         return verdict.reasons.empty() ? "" : verdict.reasons[0];
     }
@@ -36,7 +36,7 @@ class JudgeTest : public testing::Test {
 
 TEST_F(JudgeTest, SoundFlangeIsFine) {
     EXPECT_EQ(status(), Status::fine);
-    EXPECT_TRUE(judge(flange, outcome, us_units()).reasons.empty());
+    EXPECT_TRUE(judge_flange(flange, outcome, us_units()).reasons.empty());
 }
 
 TEST_F(JudgeTest, Overstress) {

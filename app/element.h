@@ -1,0 +1,124 @@
+// The elements of an input file, and what a kind of element brings along: its table of keys, its
+// checks, its calculation, its verdict and its closing tables. The reader and `tarvane run` know
+// elements through these alone; element_kinds.cpp lists the kinds.
+#pragma once
+
+#include "keys.h"
+
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::app {
+
+struct ElementKind;
+struct InputFile;
+
+// Exit statuses of `tarvane run`, the graver the higher.
+enum class Status { fine = 0, fails = 1, bad_input = 2, stopped = 3 };
+
+struct Verdict {
+    Status status = Status::fine;
+    std::vector<std::string> reasons; // one line each, UTF-8
+
+    void say(Status grave, std::string reason);
+};
+
+// What a calculation gives. A kind adds the results of its own.
+struct Outcome {
+    std::string report;                // the report file: records with marks, Western characters
+    std::vector<std::string> messages; // text of each message box, once each
+    bool stopped = false;              // the engine asked for the end of the run
+    int fatal_code = 0;                // and said why
+
+    virtual ~Outcome() = default;
+};
+
+struct Fault {
+    int line;
+    std::string key; // empty: the file as a whole
+    std::string message;
+};
+
+// The table of one element as it is read: which keys stand in the file, and where faults go.
+class Reading {
+  public:
+    Reading(const UnitSystem& file_units, int line, std::vector<Fault>& into)
+        : units(file_units), table_line(line), faults(into) {}
+
+    const UnitSystem& units;
+
+    bool given(std::string_view key) const { return keys.contains(key); }
+    // Given with a value that can be used, too.
+    bool sound(std::string_view key) const;
+    // A fault at the line of a key; at that of the table for a key that is not given.
+    void fault(std::string_view key, std::string message);
+    // A key that the file leaves out, but whose value comes from elsewhere: it isn't missing then.
+    void supply(std::string_view key) { keys[key] = {table_line, true}; }
+    void note(std::string_view key, int line, bool is_sound) { keys[key] = {line, is_sound}; }
+
+  private:
+    struct Place {
+        int line;
+        bool sound;
+    };
+    int table_line;
+    std::vector<Fault>& faults;
+    std::map<std::string_view, Place> keys;
+};
+
+struct Element {
+    const ElementKind* kind = nullptr;
+    int line = 0;   // of its table
+    int number = 1; // among the elements of its kind
+
+    virtual ~Element() = default;
+
+    // Trimmed, Western; empty when the file gives none.
+    virtual std::string description() const = 0;
+
+    // ---- reading, in this order ----
+    // The fallback of each key, then its value when the file gives one, in the engine's units.
+    virtual void put_number(const Key& key, float value) = 0;
+    virtual void put_text(const Key& key, const std::string& western) = 0;
+    // Values that follow from others, and checks over several keys. A key whose value is at fault
+    // still has its fallback here.
+    virtual void complete(Reading& reading) = 0;
+    // The keys that this element cannot do without. The reader tells those that are missing.
+    virtual std::vector<std::string_view> required(const Reading& reading) const = 0;
+
+    // ---- running ----
+    // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when the
+    // report file cannot be opened or read.
+    virtual std::unique_ptr<Outcome> calculate(const InputFile& file) const = 0;
+    // `outcome` is what calculate gave.
+    virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;
+};
+
+// An element with its outcome, for the tables that close the output.
+struct Calculated {
+    const Element* element;
+    const Outcome* outcome;
+};
+
+struct ElementKind {
+    std::string_view table;  // [[table]] in the file, "table 2" in messages
+    std::string_view plural; // in messages
+    const KeyTable& keys;
+    std::size_t most; // elements of this kind in a file
+    bool single;      // a [table] will do for one of them
+    std::unique_ptr<Element> (*make)();
+    // The closing tables of the elements of this kind, UTF-8; never called for none.
+    std::string (*tables)(std::span<const Calculated> elements, const UnitSystem& units);
+};
+
+// All kinds, in the order of their closing tables.
+std::span<const ElementKind* const> element_kinds();
+
+// "flange 2 (cover)", UTF-8.
+std::string name_of(const Element& element);
+
+} // namespace tarvane::app

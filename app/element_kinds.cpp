@@ -1,0 +1,15 @@
+// The kinds of element tables. A new kind is one line here.
+#include "element.h"
+#include "flange_input.h"
+
+namespace tarvane::app {
+
+namespace {
+
+constexpr const ElementKind* KINDS[] = {&FLANGE_KIND};
+
+} // namespace
+
+std::span<const ElementKind* const> element_kinds() { return KINDS; }
+
+} // namespace tarvane::app

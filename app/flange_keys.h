@@ -1,0 +1,56 @@
+// The keys of a [[flange]] and where their values stand.
+#pragma once
+
+#include "keys.h"
+
+namespace tarvane::app {
+
+// Numbers of the call that have no element in the record.
+enum class Setting {
+    code,
+    edition,
+    design_pressure_operating, // the vessel's pressure at the flange
+    joint_efficiency,
+    rigidity,
+    corroded_rigidity,
+    quiet_overstress,
+    standard_flange,
+    keep_thickness,
+    bolt_correction,
+    opening_factor,
+    cover_modulus,
+    chart_yield,
+    failure_corrosion,
+    per_element_ratio,
+    p_number,
+    inspection_first,
+    inspection_second,
+    material_metric,
+    force_div1,
+    d2_class,
+    material_year,
+    count
+};
+
+enum class TextSetting {
+    from_node,
+    to_node,
+    flange_class,
+    flange_grade,
+    material_name,
+    bolt_material_name,
+    count
+};
+
+inline constexpr int EDITION_CURRENT = 0, EDITION_OLDER = 1, EDITION_A98 = 2;
+
+const KeyTable& flange_keys();
+
+// Text offsets of the flange text.
+namespace slot {
+inline constexpr int flange_material = 0, bolt_material = 15, description = 30, external_loads = 45,
+                     mating_loads = 60, channel_cover = 75, use_corrosion = 90,
+                     partition_gasket = 105, chart = 120;
+}
+
+} // namespace tarvane::app
