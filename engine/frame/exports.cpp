@@ -4,6 +4,7 @@
 
 #include "bolting/bolt_material.h"
 #include "bolting/bolt_tables.h"
+#include "external/state.h"
 #include "flange/driver.h"
 #include "frame/data_files.h"
 #include "frame/element_tables.h"
@@ -317,6 +318,7 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_BOLTING();
     tarvane::RESET_FLANGE();
     tarvane::RESET_SHELLS();
+    tarvane::RESET_EXTERNAL();
 }
 
 // ---- installation ------------------------------------------------------------------------------

@@ -11,6 +11,88 @@ extern "C" {
 #endif
 
 /*
+** SHLEXT - one shell or head under external pressure: the greatest allowable pressure at the given
+** thickness, the thickness for the design pressure and, for a cylinder, the longest stiffened length
+** for it. By the charts of Section II Part D (UG-28 to UG-33), or by buckling stress (Code Case 2286;
+** Division 2, 4.4). The design code is element 1 of the setup block.
+**
+** Given:
+**   p                 design external pressure (psi)
+**   temp              design temperature (F)
+**   chart, chart_len  external pressure chart, a field of 12 characters of which the first 8 count;
+**                     the length is not read
+**   element           TARVANE_CYLINDER to TARVANE_CONE
+**   d                 inside diameter (in); a cone's large end
+**   t                 nominal thickness (in)
+**   c                 corrosion allowance (in)
+**   k                 aspect ratio of an elliptical head
+**   l                 crown radius of a torispherical head (in)
+**   alpha             half apex angle of a cone (degrees)
+**   length            stiffened length (in)
+**   print             1: the results of each stage are written, by the charts if element 48 of the
+**                     setup block is not zero; by buckling stress it becomes the IWRITE of the report
+**   d_small           inside diameter of a cone's small end (in)
+**   cone_length       axial length of a cone (in)
+**   do_given          1: d is the outside diameter already
+**   s                 allowable stress in tension (psi)
+**   ut                mill under-tolerance (in)
+**   fy                yield stress (psi); at most 0.001: by the charts
+**   material          reference number of the modulus table (ASMEMOD), for a carbon steel chart by
+**                     buckling stress
+**   service           least thickness: 0 1/16 in, 1 3/32 in, 2 1/4 in, or their metric editions when
+**                     the report shows pressures with a factor above 1
+** Returned:
+**   chart             characters 9 to 12 blank
+**   maep              greatest allowable external pressure (psi)
+**   tca               required thickness with c and ut (in); stays at a p of at most 0.001
+**   slen              longest stiffened length (in); of another element than a cylinder the one given.
+**                     Without a pressure 0 by the charts, TARVANE_NO_VALUE by buckling stress
+**   d_o               outside diameter used (in); a torispherical head's outside crown radius
+**   factor_a          factor A at the given thickness } by the charts; else
+**   factor_b          stress B at the given thickness } they stay
+**   fha               allowable compressive stress at the given thickness (psi); 0 by the charts
+**   fail_ca           corrosion allowance at which the element fails (in); TARVANE_NO_VALUE when the
+**                     thickness is too small without one, and without a pressure
+**
+** Notes:
+**   1) Codes above 2 are not calculated: maep, tca, slen, d_o and the factors stay.
+**   2) By the charts: Division 1, unless GLOBALS_mp_G_NUSE_CASE2286 is 1; Division 2 by its older rules
+**      (GLOBALS_mp_G_NUSE_OLD_DIV_2), with the same exception.
+**   3) A temperature above the chart's highest is a warning in the report; the curve of the highest is
+**      taken. Without a chart file the curve of the last call stands, zeros before the first.
+**   4) A cone of more than 60 degrees counts as a flat head (UG-34): maep, tca, slen (its axial length)
+**      and d_o are returned.
+**   5) A search that comes to its end without an answer returns its last value.
+**   6) IWRITE is 1 after the call, but not after one of the kinds of notes 1 and 4.
+*/
+TARVANE_API void TARVANE_CALL SHLEXT(
+    const float* p, const float* temp, char* chart, int32_t chart_len, const int32_t* element,
+    const float* d, const float* t, const float* c, const float* k, const float* l,
+    const float* alpha, const float* length, float* maep, float* tca, float* slen, float* d_o,
+    float* factor_a, float* factor_b, const int32_t* print, const float* d_small,
+    const float* cone_length, const int32_t* do_given, const float* s, const float* ut,
+    const float* fy, const int32_t* material, float* fha, float* fail_ca, const int32_t* service);
+
+/*
+** FACTOR_A - factor A of an element (UG-28, UG-33), by Table G of Section II Part D, Subpart 3 when
+** GLOBALS_mp_G_NUSE_TABLEG is 1 and the table has it, else by the equations of the geometric chart.
+**
+** Given:
+**   tc          net thickness (in); of a cone across its axis
+**   d_o         outside diameter (in); a torispherical head's outside crown radius
+**   length      stiffened length (in)
+**   k           aspect ratio of an elliptical head
+**   element     element type of SHLEXT
+** Returned:
+**   d_over_t    d_o / tc
+**   l_over_d    length / d_o, held to 0.05 and 50; 0 for a head
+**   a           factor A; stays for another element
+*/
+TARVANE_API void TARVANE_CALL FACTOR_A(const float* tc, const float* d_o, const float* length,
+                                       const float* k, const int32_t* element, float* d_over_t,
+                                       float* l_over_d, float* a);
+
+/*
 ** FACTOR_B - stress B of an external pressure chart at a factor A (Section II Part D, Subpart 3). The
 ** chart's curve at one temperature is a straight line up to its elastic end, then a quadratic in
 ** log10(A), and level behind its last A.
@@ -29,6 +111,89 @@ TARVANE_API void TARVANE_CALL FACTOR_B(const float* a, const float* modulus,
                                        const float* a_elastic, const float* a_max,
                                        const float* b_max, const float* c0, const float* c1,
                                        const float* c2, float* b);
+
+/* ---- Members ---------------------------------------------------------------------------------
+**
+** Allowable compressive stresses of members (Code Case 2286; Division 2, 4.4.12) for a host's own
+** checks. Chart, temperature and modulus are those of the last SHLEXT; no line is written. Lengths in
+** inches, stresses in psi.
+*/
+
+/*
+** CC2286_AXIAL - axial compression of a cylinder.
+**
+** Given:
+**   d_o         outside diameter
+**   l           unsupported length
+**   t           net thickness
+**   ey, fy      modulus and yield stress
+**   ku, lu      factor and length of column buckling
+** Returned:
+**   fsc         factor of safety of the yielding cylinder; stays for a chart that is not one of carbon
+**               steel
+**   lambda      slenderness
+**   fxa         allowable stress without column buckling
+**   fse         factor of safety of elastic buckling
+**   fxe         elastic buckling stress; for a chart that is not one of carbon steel the inelastic one
+**   fca         allowable stress with column buckling; 1000000 where that does not count (lambda at
+**               most 0.15) or ku lu / rg is 200 and more
+*/
+TARVANE_API void TARVANE_CALL CC2286_AXIAL(const float* d_o, const float* l, const float* t,
+                                           const float* ey, const float* fy, const float* ku,
+                                           const float* lu, float* fsc, float* lambda, float* fxa,
+                                           float* fse, float* fxe, float* fca);
+
+/*
+** CC2286_BENDING - bending compression of a cylinder.
+**
+** Given:
+**   d_o, t      outside diameter and net thickness
+**   ey, fy      modulus and yield stress
+**   fs          factor of safety
+**   fxa         allowable axial stress of CC2286_AXIAL
+** Returned:
+**   fba         allowable stress
+*/
+TARVANE_API void TARVANE_CALL CC2286_BENDING(const float* d_o, const float* t, const float* ey,
+                                             const float* fy, const float* fs, const float* fxa,
+                                             float* fba);
+
+/*
+** CC2286_SHEAR - shear of a cylinder.
+**
+** Given:
+**   d_o, l, t   outside diameter, unsupported length and net thickness
+**   ey, fy      modulus and yield stress
+** Returned:
+**   fva         allowable stress
+**   cv          shear buckling coefficient
+*/
+TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, const float* t,
+                                           const float* ey, const float* fy, float* fva,
+                                           float* cv);
+
+/*
+** CC2286_INTERACTION - axial and hoop compression of a cylinder together.
+**
+** Given:
+**   p, d, t     pressure (psi), diameter and thickness
+**   fa, fb      axial and bending stress
+**   lambda      slenderness of CC2286_AXIAL
+**   fha, fxa    allowable hoop and axial stress
+**   fsh, fsx    their factors of safety
+**   fy          yield stress
+**   ej          joint efficiency
+**   fxa2, fsx2  a second allowable axial stress with its factor; the lesser product counts
+** Returned, each only where it is formed (stresses and pressure positive, lambda below 1.2):
+**   fxha        allowable axial stress beside the hoop stress
+**   fhxa        allowable hoop stress beside the axial stress
+**   fxha2       fxha of a column, lambda above 0.15
+*/
+TARVANE_API void TARVANE_CALL CC2286_INTERACTION(
+    const float* p, const float* d, const float* t, const float* fa, const float* fb,
+    const float* lambda, const float* fha, const float* fxa, const float* fsh, const float* fsx,
+    const float* fy, const float* ej, const float* fxa2, const float* fsx2, float* fxha,
+    float* fhxa, float* fxha2);
 
 #ifdef __cplusplus
 }
