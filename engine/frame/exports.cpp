@@ -17,6 +17,7 @@
 #include "report/channel.h"
 #include "report/renderer.h"
 #include "shell/shlint.h"
+#include "toughness/impact_table.h"
 #include "toughness/pwht.h"
 
 #include <cstddef>
@@ -319,6 +320,7 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_FLANGE();
     tarvane::RESET_SHELLS();
     tarvane::RESET_EXTERNAL();
+    tarvane::RESET_IMPACT_TABLE();
 }
 
 // ---- installation ------------------------------------------------------------------------------

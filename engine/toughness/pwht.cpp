@@ -3,19 +3,11 @@
 #include "frame/switches.h"
 #include "frame/units.h"
 #include "materials/material_record.h"
+#include "toughness/material_notes.h"
 
 namespace tarvane {
 
 namespace {
-
-// The name without its punctuation and blanks: "SA-202 A" is "SA202A".
-Text<16> material_name_key(std::string_view name) {
-    Text<16> key;
-    Int column = 0;
-    for (const char c : name)
-        if (c != '.' && c != '/' && c != '-' && c != '\0' && c != ' ') key.put(++column, {&c, 1});
-    return key;
-}
 
 Text<8> squeezed(const Text<8>& text) {
     Text<8> kept;
@@ -87,13 +79,13 @@ void PWHT_NEEDED(std::string_view Material, Int Index, Int Rule, Int Forced, Rea
     if (C_ONE_AND_QUARTER <= 1.0e-6f) SET_METRIC_CONSTANTS();
     const WELD w{.pNumber = squeezed(record.pNumber),
                  .group = record.group,
-                 .key = material_name_key(name),
+                 .key = MATERIAL_NAME_KEY(name),
                  .forced = Forced == 1,
                  .preheat = Preheat == 1,
                  .thickness = Thickness};
     const bool ruled = Rule == 1 || Rule == 2;
     if (ruled && w.pNumber == "8") return; // no heat treatment of austenitic steels
-    GroupCode = -w.group;
+    GroupCode = static_cast<Int>(0u - static_cast<std::uint32_t>(w.group)); // minus, for any bits
     if (w.pNumber == "1") {
         PNumberOne = 1;
         if (w.group_1_or_2()) GroupCode = 1;

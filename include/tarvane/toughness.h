@@ -10,6 +10,196 @@
 extern "C" {
 #endif
 
+/* UCS-66 curve of a material, and what stands in its place. */
+enum {
+    TARVANE_CURVE_A = 1,
+    TARVANE_CURVE_B = 2,
+    TARVANE_CURVE_C = 3,
+    TARVANE_CURVE_D = 4,
+    TARVANE_CURVE_IMPACT_TESTED = 5, /* a material with a specified impact test temperature */
+    TARVANE_CURVE_EXEMPT = 6
+};
+
+/* A temperature that was not computed; UG-20(f) where it does not apply. */
+#define TARVANE_NO_TEMPERATURE (1.0101f)
+#define TARVANE_UG20_NOT_APPLICABLE (650.0f)
+
+/*
+** MDMT_ELEMENT - lowest metal temperature at which an element of carbon or low-alloy steel may run
+** without impact testing: curves of Fig. UCS-66, reduction of Fig. UCS-66.1, credit of UCS-68(c),
+** exemption of UG-20(f); AM-218 of the old Division 2; VIII-2 3.11 (MDMT_DIV2_FIGURES). Writes its
+** result lines to the report.
+**
+** Given:
+**   curve           TARVANE_CURVE_A to TARVANE_CURVE_EXEMPT
+**   tg              governing thickness (in)
+**   estar           joint efficiency of the ratio
+**   c               corrosion allowance (in)
+**   t_design        design temperature (F)
+**   tr              required thickness (in); zero or negative: its magnitude is the pressure ratio
+**   code            2: AM-218, others: UCS-66
+**   pwht            1: the element is heat treated
+**   credit          1: it may take the 30 F credit of UCS-68(c)
+**   c_ext           external corrosion allowance (in)
+**   ug20_candidate  1: it may use UG-20(f)
+**   sy              yield stress (psi), VIII-2 3.11 only
+**   spec, spec_len  material, and
+**   index           its reference number: its record is looked up for curves 5 and 6
+**   kind            list of IMPACT_TEST_TEMPERATURE
+**   pad_governs     1: the reinforcing pad governs; ratio and reduction come with the call
+**   tg_sr           thickness for the ratio (in) when above 0.001, else tg counts
+**   element         number of the element, for its own required temperature (GETHOSTINPUT)
+** Given and returned:
+**   warnings        + 1 for each note of UG-20(f) and each mandatory impact test of Division 2
+**   ratio           thickness or stress ratio, -1.0 none; read with pad_governs 1 only
+**   reduction       temperature reduction (F); stays where no reduction is formed
+** Returned:
+**   t_min           temperature from the curve (F); TARVANE_NO_TEMPERATURE: none
+**   mdmt            temperature after reductions (F); TARVANE_NO_TEMPERATURE: none
+**   t_ug20          temperature of UG-20(f) (F); TARVANE_UG20_NOT_APPLICABLE where it does not apply
+**   estar_used      estar as used; negative: heat treatment is required by UCS-68(b); stays where no
+**                   ratio is formed
+**
+** Notes:
+**   1) The present rules of Division 2 hold while the switch div2_current of SET_TOUGHNESS_SWITCHES is
+**      on, which FLANGE_CALC sets for its code; force_div1 of SET_MATERIAL_SELECTION brings UCS-66.
+**   2) A governing thickness above 4 in (metric 100 mm) less corrosion gives a warning and no
+**      temperature for curves 1 to 4. The limits are code constants: SET_METRIC_CONSTANTS comes first.
+**   3) The required temperature is the first one of GETHOSTINPUT. When the version mark holds "-24"
+**      and mdmt_skip is 0 it is the second one for an element with a switch of its own and for
+**      element -4, else the third one.
+**   4) Element 58 of the setup block, 1, selects Fig. UCS-66.1 before its 1999 edition, and the older
+**      material file for this and later lookups.
+*/
+TARVANE_API void TARVANE_CALL MDMT_ELEMENT(
+    const int32_t* curve, const float* tg, float* t_min, float* mdmt, float* t_ug20,
+    const float* estar, const float* c, const float* t_design, const float* tr, int32_t* warnings,
+    const int32_t* code, float* ratio, const int32_t* pwht, const int32_t* credit,
+    const float* c_ext, const int32_t* ug20_candidate, const float* sy, float* estar_used,
+    const char* spec, int32_t spec_len, const int32_t* index, const int32_t* kind, float* reduction,
+    const int32_t* pad_governs, const float* tg_sr, const int32_t* element);
+
+/*
+** MDMT_DIV2_FIGURES - minimum design metal temperature by VIII-2 3.11: Figures 3.7 and 3.8, reductions
+** of Figures 3.12 and 3.13. Writes its result lines to the report.
+**
+** Given:
+**   sy      yield stress (psi)
+**   estar   joint efficiency
+**   t_nom   nominal thickness (in)
+**   c_int   inside corrosion allowance (in)
+**   c_ext   outside corrosion allowance (in)
+**   pwht    1: heat treated
+**   curve   1 to 4: A to D; below 1: no carbon steel, no calculation; 5 and above: as curve A
+**   tr      required thickness (in); zero or negative: its magnitude is the ratio
+**   t_user  the user's minimum design temperature (F)
+** Returned:
+**   t_curve     temperature from the figure (F); TARVANE_NO_TEMPERATURE: none
+**   mdmt        temperature after reduction (F); TARVANE_NO_TEMPERATURE: none
+**   sr          stress ratio; -1.0: none
+**   estar_used  estar within 0.8 and 1.0; stays for a curve below 1
+**
+** Note: up to a ratio of 0.24 (0.3 with division2_class 0 of SET_MATERIAL_SELECTION) both temperatures
+** are -155 F.
+*/
+TARVANE_API void TARVANE_CALL MDMT_DIV2_FIGURES(const float* sy, const float* estar,
+                                                const float* t_nom, const float* c_int,
+                                                const float* c_ext, const int32_t* pwht,
+                                                const int32_t* curve, const float* tr,
+                                                float* t_curve, float* mdmt, const float* t_user,
+                                                float* sr, float* estar_used);
+
+/*
+** GETUCSCURVE - curve of Fig. UCS-66 from a material's record.
+**
+** Given:
+**   spec, spec_len  material
+**   reference       its reference number
+**   code            design code of the material file
+**   thin            1: the curve of thin sections
+** Returned:
+**   curve           TARVANE_CURVE_A and so on; -1 when the material has no record
+*/
+TARVANE_API void TARVANE_CALL GETUCSCURVE(const char* spec, int32_t spec_len,
+                                          const int32_t* reference, const int32_t* code,
+                                          const int32_t* thin, int32_t* curve);
+
+/*
+** READ_IMPACT_TABLE - takes the impact table over from the host's input record (GETHOSTINPUT). A host
+** calls it when it has changed these fields:
+**   impact_switches  columns 1 to 4, "1" on: reduction of UCS-66(g), reduction of Fig. UCS-66.1,
+**                    reduction of UG-84(b)(2), temperatures entered by the user
+**   impact_counts    entries of the three lists, held to 0 to 11
+**   impact_names, impact_numbers
+**                    names and temperatures (F) of the three lists
+**   single_name, single_number
+**                    name and temperature of kind 4
+*/
+TARVANE_API void TARVANE_CALL READ_IMPACT_TABLE(void);
+
+/*
+** IMPACT_TEST_TEMPERATURE - impact test temperature that the user entered for a name.
+**
+** Given:
+**   name, name_len  16 characters count
+**   kind            list 1, 2 or 3; 4 the single name
+** Returned:
+**   temperature     (F); 100.0 when there is none, or the user's table is off
+*/
+TARVANE_API void TARVANE_CALL IMPACT_TEST_TEMPERATURE(const char* name, int32_t name_len,
+                                                      float* temperature, const int32_t* kind);
+
+/*
+** UG84_REDUCTION - temperature reduction of UG-84(b)(2) by the yield strength.
+**
+** Given:
+**   yield      yield strength (ksi)
+** Returned:
+**   reduction  10.0 F up to 40 ksi, 5.0 F below 55 ksi, else 0.0; 0.0 while the user's table is off
+*/
+TARVANE_API void TARVANE_CALL UG84_REDUCTION(float* reduction, const float* yield);
+
+/*
+** LIS_EXEMPT_SS - austenitic stainless grade that is exempt from impact testing (UHA-51)?
+**
+** Given:
+**   code            design code
+**   name, name_len  material: specification, one blank, grade, as in "SA-240 304"
+** Returned (function value):
+**   1 exempt, 0 not; 0 for every name when code or the code of SET_MODULE_CODE is 2 or above
+*/
+TARVANE_API int32_t TARVANE_CALL LIS_EXEMPT_SS(const int32_t* code, const char* name,
+                                               int32_t name_len);
+
+/*
+** UHA51_NOTE - results of a grade that is exempt by UHA-51, and its line in the report. Nothing
+** happens for other materials.
+**
+** Given:
+**   code, name, name_len  as in LIS_EXEMPT_SS
+** Returned:
+**   t_min, mdmt           -320.0 (F)
+**   ratio                 1.0101
+**   factor1, factor2      1.0
+*/
+TARVANE_API void TARVANE_CALL UHA51_NOTE(const int32_t* code, const char* name, int32_t name_len,
+                                         float* t_min, float* mdmt, float* ratio, float* factor1,
+                                         float* factor2);
+
+/*
+** UCS6_NOTE - warning about a material that UCS-6(b)(3) restricts: SA-36, SA-283, and SA/CSA-G40.21,
+** above 5/8 in.
+**
+** Given:
+**   material, material_len
+**   thickness  (in)
+**   code       design code; nothing is written from 2 on
+**   g40_flag   1: SA/CSA-G40.21 counts too
+*/
+TARVANE_API void TARVANE_CALL UCS6_NOTE(const char* material, int32_t material_len,
+                                        const float* thickness, const int32_t* code,
+                                        const int32_t* g40_flag);
+
 #ifdef __cplusplus
 }
 #endif
