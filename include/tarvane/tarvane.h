@@ -768,6 +768,7 @@ TARVANE_API void TARVANE_CALL LAUNCH_HELP(const int32_t* topic);
 #include "materials.h"
 #include "report.h"
 #include "shell.h"
+#include "standards.h"
 #include "toughness.h"
 
 #endif

@@ -1,0 +1,26 @@
+// The exported routines of standard flanges: they unpack their arguments and call.
+#define TARVANE_BUILD
+#include "tarvane/tarvane.h"
+
+#include "frame/export_arguments.h"
+#include "standards/flange_dimensions.h"
+
+extern "C" {
+
+void TARVANE_CALL GET_FLANGE_SIZES(const char* class_text, int32_t class_len, char* sizes,
+                                   int32_t sizes_len, int32_t* count) {
+    if (sizes_len < tarvane::MOST_FLANGE_SIZES * tarvane::FLANGE_SIZE_WIDTH) return;
+    tarvane::GET_FLANGE_SIZES(tarvane::text_of(class_text, class_len), sizes, *count);
+}
+
+void TARVANE_CALL GET_FLANGE_DIMENSIONS(float* size, const int32_t* flange_class, float* result,
+                                        int32_t* notfound, int32_t* series, float* wall,
+                                        const int32_t* blind, const int32_t* slipon,
+                                        const int32_t* hubform, const int32_t* ansi) {
+    bool missing = tarvane::logical(*notfound);
+    tarvane::GET_FLANGE_DIMENSIONS(*size, *flange_class, result, missing, *series, *wall, *blind,
+                                   *slipon, *hubform, *ansi);
+    *notfound = missing ? 1 : 0;
+}
+
+} // extern "C"
