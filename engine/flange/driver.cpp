@@ -12,6 +12,7 @@
 #include "frame/element_tables.h"
 #include "frame/units.h"
 #include "openings/flat_head_openings.h"
+#include "report/furniture.h"
 #include "report/lines.h"
 
 namespace tarvane {
@@ -340,7 +341,7 @@ void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
         SET_METRIC_CONSTANTS();
     }
     ATTACHMENT_WELDS(d);
-    FINISH_REPORT_PAGE();
+    CLOSING_NOTE();
 }
 
 void RESET_FLANGE() {

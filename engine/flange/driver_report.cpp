@@ -250,14 +250,6 @@ void ATTACHMENT_WELDS(const DRIVER_STATE& d) {
         loose_welds(s, tn, Lmin, d.hubRequired);
 }
 
-void FINISH_REPORT_PAGE() {
-    if (IWRITE == 0 || IWRTFL == 0) return;
-    BLANK_LINE();
-    LinePieces note;
-    note.padded("TARVANE is a trademark of Kessendale Lab.", 60).padded("Version 7.0", 16);
-    note.write(HEADING_STYLE);
-}
-
 void RESET_DRIVER_REPORT() {
     FLANGE_STRESS_RATIO = FLANGE_SHELL_RATIO = 0.0f;
     FLANGE_PWHT_REQUIRED = FLANGE_P_NUMBER_ONE = FLANGE_GROUP_CODE = 0;

@@ -1,5 +1,5 @@
 // What the driver does behind its passes: bolt area failure, rigidity, attached shell, toughness hook,
-// attachment welds, closing note.
+// attachment welds.
 #pragma once
 
 #include "flange/driver.h"
@@ -12,7 +12,6 @@ void BOLT_AREA_FAILURE(DRIVER_STATE& d);
 void RIGIDITY_AND_SHELL_STEPS(DRIVER_STATE& d);
 void MISSING_CYLINDER_LINES(const DRIVER_STATE& d);
 void ATTACHMENT_WELDS(const DRIVER_STATE& d);
-void FINISH_REPORT_PAGE();
 
 // Held for the toughness routines: minus the stress ratio of the flange, and of its shell.
 extern Real FLANGE_STRESS_RATIO, FLANGE_SHELL_RATIO;

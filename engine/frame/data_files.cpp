@@ -38,6 +38,13 @@ void join(Text<N>& path, Int& path_len, std::string_view folder, std::string_vie
     path_len = path.trimmed_length();
 }
 
+// Goes to where a record begins; false when there is no such place.
+bool at_record(Int handle, Int record, Int length) {
+    if (handle == CLOSED || record < 1 || length < 1) return false;
+    const std::int64_t offset = static_cast<std::int64_t>(record - 1) * length;
+    return offset <= INT32_MAX && seek_to(handle, static_cast<Int>(offset));
+}
+
 } // namespace
 
 void GETNEXTUNIT(Int& unit) {
@@ -56,6 +63,12 @@ bool open_unit_for_writing(Int unit, std::string_view path) {
     if (!is_unit(unit)) return false;
     close_unit(unit);
     return attach(unit, open_for_writing(path));
+}
+
+bool open_unit_for_update(Int unit, std::string_view path) {
+    if (!is_unit(unit)) return false;
+    close_unit(unit);
+    return attach(unit, open_for_update(path));
 }
 
 Int unit_handle(Int unit) { return is_unit(unit) ? handle_and_one[unit] - 1 : CLOSED; }
@@ -154,9 +167,7 @@ void LineReader::rewind() {
 
 bool READ_RECORD(Int unit, Int record, char* into, Int length) {
     const Int handle = unit_handle(unit);
-    if (handle == CLOSED || record < 1 || length < 1) return false;
-    const std::int64_t offset = static_cast<std::int64_t>(record - 1) * length;
-    if (offset > INT32_MAX || !seek_to(handle, static_cast<Int>(offset))) return false;
+    if (!at_record(handle, record, length)) return false;
     Int done = 0;
     while (done < length) {
         const Int count = read_bytes(handle, into + done, length - done);
@@ -164,6 +175,11 @@ bool READ_RECORD(Int unit, Int record, char* into, Int length) {
         done += count;
     }
     return true;
+}
+
+bool WRITE_RECORD(Int unit, Int record, const char* from, Int length) {
+    const Int handle = unit_handle(unit);
+    return at_record(handle, record, length) && write_bytes(handle, from, length);
 }
 
 bool READ_TEXT_TABLE(std::string_view name, char* table, Int width, Int limit, Int& lines) {

@@ -18,6 +18,7 @@ void GETNEXTUNIT(Int& unit);
 // range and for a file that can't be opened.
 bool open_unit_for_reading(Int unit, std::string_view path);
 bool open_unit_for_writing(Int unit, std::string_view path); // created or emptied
+bool open_unit_for_update(Int unit, std::string_view path);  // created or as it is
 // The handle behind a unit, -1 when it is closed.
 Int unit_handle(Int unit);
 void close_unit(Int unit);
@@ -55,6 +56,8 @@ class LineReader {
 // A record of a binary file with records of `length` bytes, counted from 1. False when it is not
 // there in full.
 bool READ_RECORD(Int unit, Int record, char* into, Int length);
+
+bool WRITE_RECORD(Int unit, Int record, const char* from, Int length);
 
 // Fills a table of fixed-width lines from a file in the system directory. Success (and a loaded
 // flag) only when a line with "[END]" was seen; `lines` counts that line too. Without success the

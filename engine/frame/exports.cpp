@@ -6,6 +6,7 @@
 #include "bolting/bolt_tables.h"
 #include "external/state.h"
 #include "flange/driver.h"
+#include "foundation/foundation_files.h"
 #include "frame/data_files.h"
 #include "frame/element_tables.h"
 #include "frame/export_arguments.h"
@@ -15,7 +16,9 @@
 #include "host/services.h"
 #include "materials/modulus.h"
 #include "report/channel.h"
+#include "report/keyed_text.h"
 #include "report/renderer.h"
+#include "report/work_file.h"
 #include "shell/shlint.h"
 #include "toughness/impact_table.h"
 #include "toughness/pwht.h"
@@ -315,12 +318,15 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_CODE_CONSTANTS();
     tarvane::RESET_HOST();
     tarvane::RESET_REPORT();
+    tarvane::RESET_KEYED_TEXT();
+    tarvane::RESET_WORK_FILE();
     tarvane::RESET_MATERIALS();
     tarvane::RESET_BOLTING();
     tarvane::RESET_FLANGE();
     tarvane::RESET_SHELLS();
     tarvane::RESET_EXTERNAL();
     tarvane::RESET_IMPACT_TABLE();
+    tarvane::RESET_FOUNDATION();
 }
 
 // ---- installation ------------------------------------------------------------------------------

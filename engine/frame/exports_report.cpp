@@ -4,8 +4,12 @@
 
 #include "frame/export_arguments.h"
 #include "report/channel.h"
+#include "report/furniture.h"
+#include "report/keyed_text.h"
 #include "report/lines.h"
+#include "report/work_file.h"
 
+using tarvane::give_text;
 using tarvane::Int;
 using tarvane::Kind;
 using tarvane::Real;
@@ -63,6 +67,52 @@ void TARVANE_CALL WRITE_NUMBERS(const char* line, int32_t line_len, const float*
     }
     tarvane::NUMBER_LINE(text_of(line, line_len),
                          {shown[0], shown[1], shown[2], shown[3], shown[4], shown[5]}, *mode);
+}
+
+// ---- furniture of the report file ----------------------------------------------------------------
+
+void TARVANE_CALL WRITE_FRONT_PAGE(const char* title, int32_t title_len) {
+    tarvane::WRITE_FRONT_PAGE(text_of(title, title_len));
+}
+
+void TARVANE_CALL CLOSING_NOTE(void) { tarvane::CLOSING_NOTE(); }
+
+void TARVANE_CALL REPORT_DATE(char* date, int32_t date_len, char* time, int32_t time_len) {
+    tarvane::Text<11> date_text;
+    tarvane::Text<9> time_text;
+    tarvane::REPORT_DATE(date_text, time_text);
+    give_text(date, date_len, date_text.view());
+    give_text(time, time_len, time_text.view());
+}
+
+void TARVANE_CALL GET_KEYED_TEXT(const char* key, int32_t key_len, char* text, int32_t text_len) {
+    tarvane::GET_KEYED_TEXT(text_of(key, key_len), text, text_len);
+}
+
+void TARVANE_CALL WRITE_KEYED_LINE(const char* key, int32_t key_len, const int32_t* m1,
+                                   const int32_t* m2, const int32_t* m3, const int32_t* m4,
+                                   const int32_t* m5, const int32_t* m6) {
+    tarvane::WRITE_KEYED_LINE(text_of(key, key_len), {*m1, *m2, *m3, *m4, *m5, *m6});
+}
+
+void TARVANE_CALL SET_LANGUAGE(const int32_t* index) { tarvane::LANG_INDEX = *index; }
+
+void TARVANE_CALL LANGUAGE_FILE_PATH(char* path, int32_t path_len) {
+    tarvane::LANGUAGE_FILE_PATH(path, path_len);
+}
+
+void TARVANE_CALL CHANGE_EXTENSION(char* name, int32_t name_len, char* extension,
+                                   int32_t extension_len) {
+    tarvane::CHANGE_EXTENSION(name, name_len, extension, extension_len);
+}
+
+void TARVANE_CALL WORK_FILE(const int32_t* mode, const char* name, int32_t name_len, const int32_t*,
+                            const int32_t* clear) {
+    tarvane::WORK_FILE(*mode, text_of(name, name_len), *clear);
+}
+
+void TARVANE_CALL PUT_WORK_WORD(const int32_t* index, const float* value, int32_t* status) {
+    tarvane::PUT_WORK_WORD(*index, *value, *status);
 }
 
 } // extern "C"

@@ -133,8 +133,12 @@ void FATAL_STOP(Int code) {
     REPORT_FATAL(code);
     close_unit_and_delete(SCRATCH_UNIT);
     END_DIALOG();
-    if (SERVICES.stop == nullptr) std::exit(STATUS);
-    SERVICES.stop(SERVICES.user, STATUS);
+    STOP_HOST(STATUS);
+}
+
+void STOP_HOST(Int status) {
+    if (SERVICES.stop == nullptr) std::exit(status);
+    SERVICES.stop(SERVICES.user, status);
 }
 
 } // namespace tarvane

@@ -77,6 +77,13 @@ bool loaded_from(const void* address, Dl_info& info) {
     return dladdr(address, &info) != 0 && info.dli_fname != nullptr;
 }
 
+Int opened_for_writing(std::string_view path, int flag) {
+    const PathName name(path);
+    if (path.empty() || !name.complete()) return -1;
+    constexpr mode_t FOR_ALL = 0666; // less the process's own mask
+    return open(name.get(), O_RDWR | O_CREAT | O_CLOEXEC | flag, FOR_ALL);
+}
+
 } // namespace
 
 // ---- files -----------------------------------------------------------------------------------
@@ -94,12 +101,9 @@ Int open_for_reading(std::string_view path) {
     return handle;
 }
 
-Int open_for_writing(std::string_view path) {
-    const PathName name(path);
-    if (path.empty() || !name.complete()) return -1;
-    constexpr mode_t FOR_ALL = 0666; // less the process's own mask
-    return open(name.get(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, FOR_ALL);
-}
+Int open_for_writing(std::string_view path) { return opened_for_writing(path, O_TRUNC); }
+
+Int open_for_update(std::string_view path) { return opened_for_writing(path, 0); }
 
 Int read_bytes(Int handle, char* into, Int count) {
     if (count < 0) return -1;

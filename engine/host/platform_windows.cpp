@@ -28,6 +28,13 @@ Int opened(HANDLE handle) {
 
 constexpr DWORD SHARED = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+Int opened_for_writing(std::string_view path, DWORD disposition) {
+    const PathName name(path);
+    if (path.empty() || !name.complete()) return -1;
+    return opened(CreateFileA(name.get(), GENERIC_READ | GENERIC_WRITE | DELETE, SHARED, nullptr,
+                              disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
 // Full name of a module, less when there is no room for it.
 Int module_file(HMODULE module, char* into, Int width) {
     const DWORD length = GetModuleFileNameA(module, into, static_cast<DWORD>(width));
@@ -69,12 +76,9 @@ Int open_for_reading(std::string_view path) {
                               FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-Int open_for_writing(std::string_view path) {
-    const PathName name(path);
-    if (path.empty() || !name.complete()) return -1;
-    return opened(CreateFileA(name.get(), GENERIC_READ | GENERIC_WRITE | DELETE, SHARED, nullptr,
-                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-}
+Int open_for_writing(std::string_view path) { return opened_for_writing(path, CREATE_ALWAYS); }
+
+Int open_for_update(std::string_view path) { return opened_for_writing(path, OPEN_ALWAYS); }
 
 Int read_bytes(Int handle, char* into, Int count) {
     DWORD done = 0;

@@ -12,6 +12,7 @@ namespace tarvane {
 // A handle is 0 or more; -1 means that the file could not be opened.
 Int open_for_reading(std::string_view path);
 Int open_for_writing(std::string_view path);       // created or emptied
+Int open_for_update(std::string_view path);        // created or as it is
 Int read_bytes(Int handle, char* into, Int count); // bytes read, 0 at the end, -1 on an error
 bool write_bytes(Int handle, const char* from, Int count);
 bool seek_to(Int handle, Int offset); // from the start of the file
@@ -78,6 +79,8 @@ void HOST_CLOCK(Int& year, Int& month, Int& day, Int& hour, Int& minute);
 // Ends the host's run (report of the code, end of the dialog, stop). When the host gave a stop
 // service that comes back, the routine returns and the caller leaves its call at once.
 void FATAL_STOP(Int code);
+// Ends the host's process through its stop service, which may come back; without one at once.
+void STOP_HOST(Int status);
 
 // Folders that were looked up are forgotten; what the host provided stays.
 void RESET_HOST();

@@ -126,6 +126,11 @@ void WRITE_LINE(char* text, Int len) {
     fill_blank(text, len);
 }
 
+bool WRITE_RECORD_AS_IT_STANDS(const char* text, Int len) {
+    const Int handle = unit_handle(IOUT);
+    return handle >= 0 && write_bytes(handle, text, len) && write_bytes(handle, "\n", 1);
+}
+
 void WRITE_BLANK_LINE(char* text, Int len) {
     fill_blank(text, len);
     WRITE_LINE(text, len);

@@ -48,6 +48,10 @@ extern Int WRITE_STATUS;
 // True when a line that is written now goes anywhere at all.
 inline bool reporting() { return IWRITE != 0 && IWRTFL != 0 && IOUT != 0; }
 
+// A record of the report file without the leading blank of a report line and without marks. False when
+// the unit has no file or the write failed.
+bool WRITE_RECORD_AS_IT_STANDS(const char* text, Int len);
+
 // Style of the next line, and the moment at which the wish for plain characters is looked up. Before
 // the first FLANGE_CALC no marks are kept; m2 then asks for a rule under the next line.
 void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6);

@@ -83,6 +83,95 @@ TARVANE_API void TARVANE_CALL WRITE_NUMBERS(const char* line, int32_t line_len, 
                                             const int32_t* kinds, const int32_t* count,
                                             const int32_t* mode);
 
+/* ---- Furniture of the report file ------------------------------------------------------------ */
+
+/*
+** WRITE_FRONT_PAGE - records at the head of a report file, for the host's print step: "CTABL:" with time
+** and date, three "T" records of the title, and the place of the contents. Nothing without a file behind
+** the report unit.
+**
+** Given:
+**   title, title_len  192 characters, in three lines of 64
+*/
+TARVANE_API void TARVANE_CALL WRITE_FRONT_PAGE(const char* title, int32_t title_len);
+
+/* CLOSING_NOTE - the last line of a calculation; FLANGE_CALC writes it itself. */
+TARVANE_API void TARVANE_CALL CLOSING_NOTE(void);
+
+/*
+** REPORT_DATE - date and time by the clock service of the host, else the local time.
+**
+** Returned:
+**   date, date_len  11 characters: "Jan 15,2024", " Jan 5,2024"
+**   time, time_len  9 characters: " 9:05am " and " 1:30pm ", each behind a blank
+*/
+TARVANE_API void TARVANE_CALL REPORT_DATE(char* date, int32_t date_len, char* time,
+                                          int32_t time_len);
+
+/* GET_KEYED_TEXT - text of a key of 6 characters from "iotext.txt"; blank when there is none. */
+TARVANE_API void TARVANE_CALL GET_KEYED_TEXT(const char* key, int32_t key_len, char* text,
+                                             int32_t text_len);
+
+/*
+** WRITE_KEYED_LINE - the text of a key as a report line with the style marks m1 to m6. Column 3 of the
+** key becomes "1" under design code 1 (SET_MODULE_CODE), else "2".
+*/
+TARVANE_API void TARVANE_CALL WRITE_KEYED_LINE(const char* key, int32_t key_len, const int32_t* m1,
+                                               const int32_t* m2, const int32_t* m3,
+                                               const int32_t* m4, const int32_t* m5,
+                                               const int32_t* m6);
+
+/* Language of translated files: 0 English, 1 Portuguese, 2 Spanish, 3 French, 4 German, 5 Italian,
+** 6 Russian; any other counts as 0. */
+TARVANE_API void TARVANE_CALL SET_LANGUAGE(const int32_t* index);
+
+/*
+** LANGUAGE_FILE_PATH - path of a translated text file: system folder, "Lang_Out", base name, suffix.
+**
+** Given and returned:
+**   path, path_len  the base name; the whole path, blank when it does not fit
+*/
+TARVANE_API void TARVANE_CALL LANGUAGE_FILE_PATH(char* path, int32_t path_len);
+
+/*
+** CHANGE_EXTENSION - a file name with another extension, in place. NULs of both texts become blanks.
+** What does not fit changes nothing else.
+**
+** Given:
+**   extension, extension_len  with a point ("." and the letters) or without
+** Given and returned:
+**   name, name_len
+*/
+TARVANE_API void TARVANE_CALL CHANGE_EXTENSION(char* name, int32_t name_len, char* extension,
+                                               int32_t extension_len);
+
+/*
+** WORK_FILE - the work file of the suite: 250 records of 768 words, extension ".Tvr", on unit 58.
+**
+** Given:
+**   mode    1 open, 2 close and delete, 3 close
+**   name, name_len
+**           the host's file, by which the work file is named; it keeps its first name
+**   unused
+**   clear   mode 1: 1 begins afresh
+**
+** Note: a failure of mode 1 goes through the message box and the stop service of the host.
+*/
+TARVANE_API void TARVANE_CALL WORK_FILE(const int32_t* mode, const char* name, int32_t name_len,
+                                        const int32_t* unused, const int32_t* clear);
+
+/*
+** PUT_WORK_WORD - a REAL into the first record of the work file.
+**
+** Given:
+**   index   1 to 768
+**   value
+** Returned:
+**   status  0 done, 2 failed
+*/
+TARVANE_API void TARVANE_CALL PUT_WORK_WORD(const int32_t* index, const float* value,
+                                            int32_t* status);
+
 #ifdef __cplusplus
 }
 #endif

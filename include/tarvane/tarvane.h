@@ -765,6 +765,7 @@ TARVANE_API void TARVANE_CALL LAUNCH_HELP(const int32_t* topic);
 #endif
 
 #include "external.h"
+#include "foundation.h"
 #include "materials.h"
 #include "report.h"
 #include "shell.h"
