@@ -100,6 +100,14 @@ void SYSTEM_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name) {
     join(path, path_len, SYSTEM_DIR.columns(1, SYSTEM_DIR_LENGTH), trimmed(name));
 }
 
+void MODULE_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name) {
+    if (MODULE_DIR_LENGTH == 0) GET_MODULE_DIR();
+    path.clear();
+    path_len = 0;
+    if (MODULE_DIR_LENGTH == 0) return;
+    join(path, path_len, MODULE_DIR.columns(1, MODULE_DIR_LENGTH), trimmed(name));
+}
+
 void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
     const Text<256> name = path;
     path_len = name.trimmed_length();

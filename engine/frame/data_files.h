@@ -31,6 +31,8 @@ void OPENUNIT(Int unit, std::string_view path, Int& status);
 // path = system directory + separator + name. An empty system directory gives an empty path, and so
 // does a path of more than 260 characters.
 void SYSTEM_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name);
+// The same beside the library; empty when it has no folder.
+void MODULE_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name);
 // `path` holds a file name on entry and its full path on return: beside the library if a file is
 // there, else in the system directory. Without a folder of the library the name stays.
 void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len);

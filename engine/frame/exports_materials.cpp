@@ -3,8 +3,11 @@
 #include "tarvane/tarvane.h"
 
 #include "frame/export_arguments.h"
+#include "materials/class_names.h"
 #include "materials/material_record.h"
 #include "materials/modulus.h"
+#include "materials/stress_tables.h"
+#include "materials/table_g.h"
 
 #include <cstddef>
 #include <cstring>
@@ -49,8 +52,17 @@ SAME_PLACE(unused_388, unused388, 388);
 SAME_PLACE(text_404, text404, 404);
 #undef SAME_PLACE
 
+static_assert(sizeof(TARVANE_EN_RECORD) == tarvane::EN_RECORD_BYTES);
+static_assert(sizeof(TARVANE_MATERIAL_CLASS_ROW) == sizeof(tarvane::MATERIAL_CLASS));
+static_assert(offsetof(TARVANE_MATERIAL_CLASS_ROW, number) ==
+              offsetof(tarvane::MATERIAL_CLASS, number));
+static_assert(TARVANE_MATERIAL_CLASS_ROWS == tarvane::MATERIAL_CLASSES);
+
 namespace {
 
+void take_record(const TARVANE_MATERIAL_RECORD* from, tarvane::MATERIAL_RECORD& to) {
+    std::memcpy(static_cast<void*>(&to), from, sizeof to);
+}
 void give_record(const tarvane::MATERIAL_RECORD& from, TARVANE_MATERIAL_RECORD* to) {
     std::memcpy(to, &from, sizeof from);
 }
@@ -63,7 +75,7 @@ void TARVANE_CALL READ_MATERIAL(const int32_t* code, const char* name, int32_t n
                                 const int32_t* reference, int32_t* status,
                                 TARVANE_MATERIAL_RECORD* record) {
     tarvane::MATERIAL_RECORD found;
-    std::memcpy(static_cast<void*>(&found), record, sizeof found); // a blank name leaves it so
+    take_record(record, found); // a blank name leaves it so
     tarvane::READ_MATERIAL(*code, text_of(name, name_len), *reference, *status, found);
     give_record(found, record);
 }
@@ -79,11 +91,40 @@ void TARVANE_CALL MATERIAL_BY_NUMBER(const int32_t* code, const int32_t* number,
     give_record(found, record);
 }
 
+float TARVANE_CALL READ_ALLOWABLE_AT(const TARVANE_MATERIAL_RECORD* record,
+                                     const float* temperature) {
+    tarvane::MATERIAL_RECORD given;
+    take_record(record, given);
+    return tarvane::READ_ALLOWABLE_AT(given, *temperature);
+}
+
+void TARVANE_CALL READ_YIELD_STRESS(const char* name, int32_t name_len, const float* tensile,
+                                    const float* temperature, float* result) {
+    tarvane::READ_YIELD_STRESS(text_of(name, name_len), *tensile, *temperature, *result);
+}
+
+void TARVANE_CALL READ_EN_MATERIAL(const int32_t* key, int32_t* status, TARVANE_EN_RECORD* record) {
+    char bytes[sizeof *record];
+    std::memcpy(bytes, record, sizeof bytes);
+    tarvane::READ_EN_MATERIAL(*key, *status, bytes);
+    std::memcpy(record, bytes, sizeof bytes);
+}
+
+void TARVANE_CALL SET_MATERIAL_CLASS_NAMES(void) { tarvane::SET_MATERIAL_CLASS_NAMES(); }
+
+TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void) {
+    return reinterpret_cast<TARVANE_MATERIAL_CLASS_ROW*>(tarvane::MATERIAL_CLASS_NAMES);
+}
+
 void TARVANE_CALL READ_CHART(const char* name, int32_t name_len, const float* temperature,
                              float* t_used, float* E, float* Aelastic, float* second, float* Amax,
                              float* Bmax, float* c0, float* c1, float* c2, const float* yield) {
     tarvane::READ_CHART(name, name_len, *temperature, *t_used, *E, *Aelastic, *second, *Amax, *Bmax,
                         *c0, *c1, *c2, *yield);
+}
+
+void TARVANE_CALL TABLE_G_FACTOR_A(const float* dt, const float* ld, float* a) {
+    tarvane::TABLE_G_FACTOR_A(*dt, *ld, *a);
 }
 
 } // extern "C"

@@ -2,7 +2,9 @@
 // temperature, and the modulus tables of the codes that do without the charts.
 #include "frame/data_files.h"
 #include "frame/switches.h"
+#include "materials/class_names.h"
 #include "materials/modulus.h"
+#include "materials/table_g.h"
 #include "report/lines.h"
 
 #include <array>
@@ -291,6 +293,8 @@ void RESET_MATERIALS() {
     EMOD_STATUS = 0;
     COE_STATUS = 0;
     PROPERTIES = {};
+    RESET_TABLE_G();
+    RESET_MATERIAL_CLASS_NAMES();
 }
 
 } // namespace tarvane

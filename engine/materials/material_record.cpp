@@ -1,8 +1,7 @@
 #include "materials/material_record.h"
 
-#include "frame/data_files.h"
 #include "frame/switches.h"
-#include "host/services.h"
+#include "materials/record_file.h"
 #include "report/channel.h"
 
 #include <cstring>
@@ -13,7 +12,6 @@ namespace tarvane {
 namespace {
 
 constexpr Int RECORD_BYTES = 414;
-constexpr Int BLOCK_RECORDS = 32; // read at a time
 
 // ---- which file --------------------------------------------------------------------------------------
 
@@ -71,72 +69,18 @@ std::string_view material_file(Int code) {
 
 // ---- reading -------------------------------------------------------------------------------------------
 
-template <typename Number>
-void take(const char* bytes, Int offset, Number& into) {
-    std::memcpy(&into, bytes + offset, sizeof into);
-}
 static_assert(std::is_trivially_copyable_v<MATERIAL_RECORD>);
 static_assert(sizeof(MATERIAL_RECORD) == RECORD_BYTES + sizeof MATERIAL_RECORD::fill);
 
 // A metric record as an inch one: MPa to ksi, mm to inches.
 void convert_metric(MATERIAL_RECORD& r) {
     for (Real& stress : r.allowable)
-        stress *= 0.145038f;
-    r.tensile *= 0.145038f;
-    r.yield *= 0.145038f;
+        stress *= MPA_TO_KSI;
+    r.tensile *= MPA_TO_KSI;
+    r.yield *= MPA_TO_KSI;
     r.thicknessLimit /= 25.4f;
     if (r.minDia != -1.0f) r.minDia /= 25.4f;
     if (r.maxDia != -1.0f) r.maxDia /= 25.4f;
-}
-
-Text<16> name_key(std::string_view name) {
-    Text<16> key = left_justified(name);
-    NORMALIZE_MATERIAL_NAME(key.data(), Text<16>::width());
-    TO_UPPER(key.data(), Text<16>::width());
-    return key;
-}
-
-// Whole records from the file, as many as are there.
-Int read_records(Int handle, char* into, Int count) {
-    Int filled = 0;
-    const Int wanted = count * RECORD_BYTES;
-    while (filled < wanted) {
-        const Int got = read_bytes(handle, into + filled, wanted - filled);
-        if (got <= 0) break;
-        filled += got;
-    }
-    return filled / RECORD_BYTES;
-}
-
-// Offers the material records of a file to `wanted`, which gets the bytes of each and answers whether
-// it is the one. False when it took none, and without a file.
-template <typename Wanted>
-bool walk_file(std::string_view file, Wanted wanted) {
-    if (file.empty()) return false;
-    Text<256> path = file;
-    Int path_len = 0, unit = 0;
-    RESOLVE_DATA_FILE(path, path_len);
-    GETNEXTUNIT(unit);
-    if (!open_unit_for_reading(unit, path.columns(1, path_len))) return false;
-
-    const Int handle = unit_handle(unit);
-    char block[BLOCK_RECORDS * RECORD_BYTES];
-    bool found = false;
-    if (read_records(handle, block, 1) == 1) {
-        Int first, second;
-        take(block, 0, first);
-        take(block, 4, second);
-        std::int64_t left = std::int64_t{first} + second;
-        while (!found && left > 0) {
-            const Int size = static_cast<Int>(left < BLOCK_RECORDS ? left : BLOCK_RECORDS);
-            const Int got = read_records(handle, block, size);
-            for (Int i = 0; i < got && !found; ++i)
-                found = wanted(block + i * RECORD_BYTES);
-            left = got < size ? 0 : left - got; // the file may end before its counts
-        }
-    }
-    close_unit(unit);
-    return found;
 }
 
 void unpack(const char* bytes, MATERIAL_RECORD& record) {
@@ -147,6 +91,13 @@ void unpack(const char* bytes, MATERIAL_RECORD& record) {
 Int present_code(Int code) { return G_FORCE_DIV1 == 1 ? ASME_VIII_1 : code; }
 
 } // namespace
+
+Text<16> name_key(std::string_view name) {
+    Text<16> key = left_justified(name);
+    NORMALIZE_MATERIAL_NAME(key.data(), Text<16>::width());
+    TO_UPPER(key.data(), Text<16>::width());
+    return key;
+}
 
 void NORMALIZE_MATERIAL_NAME(char* text, Int len) {
     Int kept = 0;
@@ -166,13 +117,14 @@ void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
     status = 1;
     const Text<16> key = name_key(name);
     if (key.blank()) return;
-    const bool found = walk_file(material_file(present_code(code)), [&](const char* bytes) {
-        Int number;
-        take(bytes, 32, number);
-        if (number != reference || !(name_key({bytes + 16, 16}) == key.view())) return false;
-        unpack(bytes, record);
-        return true;
-    });
+    const bool found =
+        walk_records<RECORD_BYTES>(material_file(present_code(code)), [&](const char* bytes) {
+            Int number;
+            take(bytes, 32, number);
+            if (number != reference || !(name_key({bytes + 16, 16}) == key.view())) return false;
+            unpack(bytes, record);
+            return true;
+        });
     if (found)
         status = 0;
     else
@@ -181,7 +133,7 @@ void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
 
 void MATERIAL_COUNT(Int code, Int& count) {
     count = 0;
-    walk_file(material_file(present_code(code)), [&](const char*) {
+    walk_records<RECORD_BYTES>(material_file(present_code(code)), [&](const char*) {
         ++count;
         return false;
     });
@@ -189,11 +141,12 @@ void MATERIAL_COUNT(Int code, Int& count) {
 
 void MATERIAL_BY_NUMBER(Int code, Int number, Int& status, MATERIAL_RECORD& record) {
     Int at = 0;
-    const bool found = walk_file(material_file(present_code(code)), [&](const char* bytes) {
-        if (++at != number) return false;
-        unpack(bytes, record);
-        return true;
-    });
+    const bool found =
+        walk_records<RECORD_BYTES>(material_file(present_code(code)), [&](const char* bytes) {
+            if (++at != number) return false;
+            unpack(bytes, record);
+            return true;
+        });
     status = found ? 0 : 1;
     if (!found) CLEAR_MATERIAL(record);
 }

@@ -65,7 +65,7 @@ void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, 
 // Twice the B at the end of the chart's curve (psi); 0 where the chart takes the yield as input.
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result);
 
-// Working axis, chart table and lookup state back to their state at load.
+// Working axis, chart table, lookup state, Table G and class names back to their state at load.
 void RESET_MATERIALS();
 
 } // namespace tarvane

@@ -82,6 +82,65 @@ TARVANE_API void TARVANE_CALL MATERIAL_COUNT(const int32_t* code, int32_t* count
 TARVANE_API void TARVANE_CALL MATERIAL_BY_NUMBER(const int32_t* code, const int32_t* number,
                                                  int32_t* status, TARVANE_MATERIAL_RECORD* record);
 
+/*
+** READ_ALLOWABLE_AT - allowable stress of a record at a temperature.
+**
+** Given:
+**   record       from READ_MATERIAL
+**   temperature  (F); the record's stresses stand at 100, 150, 200 F and so on in steps of 50, those
+**                of a metric file (SET_MATERIAL_SELECTION) at 40, 65, 100, 125 C and on in steps of
+**                25; the second temperature of the Japanese editions is 75 C
+** Returned (function value):
+**   allowable stress (ksi); the first one below the lowest temperature, 0.0 above the highest
+*/
+TARVANE_API float TARVANE_CALL READ_ALLOWABLE_AT(const TARVANE_MATERIAL_RECORD* record,
+                                                 const float* temperature);
+
+/*
+** READ_YIELD_STRESS - yield stress of a material (ASME II-D, Table Y-1), from "YIELDSTR.BIN", metric
+** "YIELDSTRM.BIN" or, in the Japanese editions, "JPNYLDM.BIN".
+**
+** Given:
+**   name, name_len  material name, as for READ_MATERIAL
+**   tensile         its tensile strength (ksi); one within five percent matches
+**   temperature     (F); from 100 on, held to it below
+** Returned:
+**   result          yield stress (ksi); 0.0 when there is none, and above 1000 F (metric 977 F)
+*/
+TARVANE_API void TARVANE_CALL READ_YIELD_STRESS(const char* name, int32_t name_len,
+                                                const float* tensile, const float* temperature,
+                                                float* result);
+
+/*
+** READ_EN_MATERIAL - record of an EN material from "ENMATDATA.BIN".
+**
+** Given:
+**   key     key of the material
+** Returned:
+**   status  0, also when the file does not have the key; 1 the key is below 1, or the file can't be
+**           read to its end
+**   record  the record; as it was when there is none
+*/
+typedef struct {
+    int32_t key;
+    char data[304];
+} TARVANE_EN_RECORD;
+TARVANE_API void TARVANE_CALL READ_EN_MATERIAL(const int32_t* key, int32_t* status,
+                                               TARVANE_EN_RECORD* record);
+
+/*
+** SET_MATERIAL_CLASS_NAMES, GETMATERIALCLASSNAMES - names of the material classes for a dialog: the
+** first fills the table, the second returns its address. Row k, from 1, is class k; rows are blank
+** and 0 before they are filled.
+*/
+typedef struct {
+    char name[40]; /* blank-padded; several classes carry one name */
+    int32_t number;
+} TARVANE_MATERIAL_CLASS_ROW;
+#define TARVANE_MATERIAL_CLASS_ROWS 69
+TARVANE_API void TARVANE_CALL SET_MATERIAL_CLASS_NAMES(void);
+TARVANE_API TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void);
+
 /* ---- External pressure charts ---------------------------------------------------------------- */
 
 /*
@@ -111,6 +170,18 @@ TARVANE_API void TARVANE_CALL READ_CHART(const char* name, int32_t name_len,
                                          const float* temperature, float* t_used, float* E,
                                          float* Aelastic, float* second, float* Amax, float* Bmax,
                                          float* c0, float* c1, float* c2, const float* yield);
+
+/*
+** TABLE_G_FACTOR_A - factor A of a cylinder under external pressure (ASME II-D, Subpart 3, Table G),
+** from "TableGData.txt" beside the library.
+**
+** Given:
+**   dt  outside diameter by thickness; at least 4.0 counts
+**   ld  length by outside diameter
+** Returned:
+**   a   factor A; -1.0 when the table has no answer
+*/
+TARVANE_API void TARVANE_CALL TABLE_G_FACTOR_A(const float* dt, const float* ld, float* a);
 
 #ifdef __cplusplus
 }

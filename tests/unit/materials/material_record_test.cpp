@@ -4,8 +4,6 @@
 #include "../material_file.h"
 #include "frame/switches.h"
 
-#include <random>
-
 namespace tarvane {
 namespace {
 
@@ -174,28 +172,6 @@ TEST_F(MaterialRecord, AFileBesideTheLibraryWins) {
     write_file("library", "MATFILE1.BIN", material_file(1, 0, {Record("SA-36", 3)}));
     EXPECT_FALSE(read("SA-516 70"));
     EXPECT_TRUE(read("SA-36"));
-}
-
-TEST_F(MaterialRecord, ADamagedFileGivesAnEmptyResult) {
-    std::string whole = material_file(40, 0, {});
-    for (Int i = 0; i < 39; ++i)
-        whole += Record("SA-" + std::to_string(i), 3).view();
-    whole += plate().view();
-    std::mt19937 random(7);
-    for (int i = 0; i < 50; ++i) {
-        write_file("system", "MATFILE1.BIN", whole.substr(0, whole.size() * std::size_t(i) / 50));
-        EXPECT_FALSE(read("SA-516 70"));
-        EXPECT_EQ(record.tensile, 0.0f);
-    }
-    for (int i = 0; i < 200; ++i) {
-        std::string damaged = whole;
-        for (int k = 0; k < 20; ++k)
-            damaged[random() % damaged.size()] = static_cast<char>(random());
-        write_file("system", "MATFILE1.BIN", damaged);
-        if (!read("SA-516 70")) {
-            EXPECT_EQ(record.tensile, 0.0f);
-        }
-    }
 }
 
 } // namespace
