@@ -131,37 +131,42 @@ void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
 
 LineReader::LineReader(Int unit) : handle(unit_handle(unit)) {}
 
-bool LineReader::get(char& c) {
-    if (position == filled) {
-        if (handle == CLOSED || failed) return false;
-        position = 0;
-        filled = read_bytes(handle, buffer, static_cast<Int>(sizeof buffer));
-        if (filled <= 0) {
-            failed = filled < 0;
-            filled = 0;
-            return false;
-        }
-    }
-    c = buffer[position++];
-    return true;
+bool LineReader::fill() {
+    if (position < filled) return true;
+    if (handle == CLOSED || failed) return false;
+    position = 0;
+    filled = read_bytes(handle, buffer, static_cast<Int>(sizeof buffer));
+    failed = filled < 0;
+    if (failed) filled = 0;
+    return filled > 0;
 }
 
 bool LineReader::next(char* line, Int width) {
     const auto blank = [&] { std::memset(line, ' ', static_cast<std::size_t>(max(width, 0))); };
     blank();
-    Int column = 0;
+    Int column = 0; // of the next character; what passes the width is not counted
+    const auto put = [&](const char* from, Int count) {
+        const Int kept = min(count, width - column);
+        if (kept <= 0) return;
+        std::memcpy(line + column, from, static_cast<std::size_t>(kept));
+        column += kept;
+    };
     bool any = false;
     bool held_return = false; // a carriage return that may belong to the line end
-    char c;
-    while (get(c)) {
+    while (fill()) {
         any = true;
-        if (c == '\n') return true;
-        if (held_return && column < width) line[column] = '\r';
-        if (held_return && column < INT32_MAX) ++column;
-        held_return = c == '\r';
-        if (held_return) continue;
-        if (column < width) line[column] = c;
-        if (column < INT32_MAX) ++column;
+        const char* const from = buffer + position;
+        const Int available = filled - position;
+        const void* const end = std::memchr(from, '\n', static_cast<std::size_t>(available));
+        Int count = available;
+        if (end != nullptr) count = static_cast<Int>(static_cast<const char*>(end) - from);
+        position += end != nullptr ? count + 1 : count;
+        if (count > 0) {
+            if (held_return) put("\r", 1);
+            held_return = from[count - 1] == '\r';
+            put(from, held_return ? count - 1 : count);
+        }
+        if (end != nullptr) return true;
     }
     if (!failed) return any;
     blank();

@@ -52,7 +52,7 @@ class LineReader {
     Int position = 0, filled = 0;
     bool failed = false;
     char buffer[4096];
-    bool get(char& c);
+    bool fill(); // false at the end of the file and on an error
 };
 
 // A record of a binary file with records of `length` bytes, counted from 1. False when it is not

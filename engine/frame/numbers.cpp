@@ -60,6 +60,7 @@ class Decimal {
     // The nearest single; infinite beyond the largest one, zero below the smallest.
     Real value() {
         if (count == 0) return 0.0f;
+        if (count <= FEW && exponent >= -LAST_POWER && exponent <= LAST_POWER) return few_digits();
         if (rest) {
             text[count++] = '1';
             --exponent;
@@ -78,6 +79,19 @@ class Decimal {
     }
 
   private:
+    // Digits and power are singles without a remainder, so that one operation gives the nearest one.
+    Real few_digits() const {
+        Int digits = 0;
+        for (std::size_t i = 0; i < count; ++i)
+            digits = digits * 10 + (text[i] - '0');
+        const auto whole = static_cast<Real>(digits);
+        return exponent < 0 ? whole / POWERS[-exponent] : whole * POWERS[exponent];
+    }
+    static constexpr std::size_t FEW = 7;
+    static constexpr std::int64_t LAST_POWER = 10;
+    static constexpr Real POWERS[] = {1.0f,   1.0e1f, 1.0e2f, 1.0e3f, 1.0e4f, 1.0e5f,
+                                      1.0e6f, 1.0e7f, 1.0e8f, 1.0e9f, 1.0e10f};
+
     static constexpr std::size_t KEPT = 128;
     char text[KEPT + 24]; // digits, one for the rest, exponent
     std::size_t count = 0;

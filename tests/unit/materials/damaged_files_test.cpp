@@ -1,4 +1,5 @@
 // Damaged data files of every kind: cut short, and with bytes changed at random.
+#include "bolting/bolt_material.h"
 #include "materials/material_record.h"
 #include "materials/stress_tables.h"
 #include "materials/table_g.h"
@@ -80,16 +81,18 @@ KIND material_list() {
     return kind;
 }
 
-KIND bolt_material() {
-    KIND kind = material_file();
-    kind.file = "MATFILE2.BIN";
-    kind.empty = [] {
-        Int status = 7;
-        MATERIAL_RECORD r;
-        READ_MATERIAL(ASME_VIII_2, name_of(RECORDS), RECORDS, status, r);
-        return status == 1;
+KIND bolt_material_file() {
+    const auto record = [](Int i) {
+        return std::string(Record(name_of(i), i).put(364, 0.5f).put(368, 4.0f).view());
     };
-    return kind;
+    return {"MATFILE2.BIN", "system", binary_file(414, record), [] {
+                Real minDia = GIVEN, maxDia = GIVEN;
+                Int ok = 7;
+                CHECK_BOLT_MATL_VS_DIAMETER(name_of(RECORDS), RECORDS, minDia, maxDia, ok, 1.0f, 0,
+                                            ASME_VIII_2, 0, 0, 1);
+                EXPECT_TRUE(ok == -1 || ok == 0 || ok == 1) << ok;
+                return ok == -1 && minDia == -1.0f && maxDia == -1.0f;
+            }};
 }
 
 KIND yield_file() {
@@ -232,6 +235,7 @@ KIND bolt_file() {
 class DamagedFiles : public data_test::DataTest {
   protected:
     void use(const KIND& kind, const std::string& content) const {
+        remove_file(kind.place, kind.file); // a new file is quicker than one overwritten
         write_file(kind.place, kind.file, content);
         RESET_MATERIALS();
         RESET_BOLTING();
@@ -277,7 +281,7 @@ class DamagedFiles : public data_test::DataTest {
 
 TEST_F(DamagedFiles, MaterialsByName) { damage(material_file()); }
 TEST_F(DamagedFiles, MaterialsByNumber) { damage(material_list()); }
-TEST_F(DamagedFiles, MaterialsOfDivision2) { damage(bolt_material()); }
+TEST_F(DamagedFiles, BoltMaterials) { damage(bolt_material_file()); }
 TEST_F(DamagedFiles, YieldStresses) { damage(yield_file()); }
 TEST_F(DamagedFiles, EnMaterials) { damage(en_file()); }
 TEST_F(DamagedFiles, Charts) { damage(chart_file()); }
