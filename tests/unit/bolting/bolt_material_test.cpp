@@ -91,6 +91,31 @@ TEST_F(BoltMaterialRange, LimitsThatAreNotThere) {
     EXPECT_EQ(judge(2.0f), 0);
 }
 
+TEST_F(BoltMaterialRange, AnotherReferenceIsAnotherMaterial) {
+    range(2.5f, 4.0f);
+    CHECK_BOLT_MATL_VS_DIAMETER("SA-193 B7", 5, minDia, maxDia, ok, 1.0f, 1, ASME_VIII_1, 0, 0, 0);
+    EXPECT_EQ(ok, -1);
+    EXPECT_EQ(minDia, -1.0f);
+    EXPECT_EQ(maxDia, -1.0f);
+    EXPECT_TRUE(reported().empty());
+}
+
+TEST_F(BoltMaterialRange, TheSelectorsOfTheCallChooseTheFile) {
+    range(2.5f, 4.0f);
+    CHECK_BOLT_MATL_VS_DIAMETER("SA-193 B7", 4, minDia, maxDia, ok, 3.0f, 1, ASME_VIII_2, 0, 0, 1);
+    EXPECT_EQ(ok, -1); // there is no file of Division 2
+    CHECK_BOLT_MATL_VS_DIAMETER("SA-193 B7", 4, minDia, maxDia, ok, 3.0f, 1, ASME_VIII_2, 0, 1, 1);
+    EXPECT_EQ(ok, 1);
+    // A metric file holds millimetres, the limits come back in inches.
+    write_file("system", "MATFILE1M.BIN",
+               material_test::material_file(
+                   1, 0, {material_test::Record("SA-193 B7", 4).put(364, 12.7f).put(368, 254.0f)}));
+    EXPECT_EQ(judge(0.5f, 0, 1), 0);
+    EXPECT_EQ(minDia, 0.5f);
+    EXPECT_EQ(maxDia, 10.0f);
+    EXPECT_EQ(judge(9.0f, 0, 1), 1);
+}
+
 TEST_F(BoltMaterialRange, TheWarning) {
     range(2.5f, 4.0f);
     judge(3.0f);

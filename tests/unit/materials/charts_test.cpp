@@ -431,6 +431,13 @@ TEST_F(Charts, NFA11TakesTheRowOfTheYieldAtEveryTemperature) {
     EXPECT_NEAR(look_up("NFA-11", 100.0f, 30000.0f).Bmax, 18000.0f, 2.0f);
 }
 
+TEST_F(Charts, ANameWithNFA11BehindItsBeginningHasItsOwnRowsButTheSameLimit) {
+    use("[XNFA-11]\n100 9 31 1 1 1 1 1 1 1\n200 9 41 1 1 1 1 1 1 1\n\n[END]\n");
+    EXPECT_EQ(look_up("XNFA-11", 200.0f).E, 41.0f);
+    EXPECT_EQ(look_up("XNFA-11", 200.0f).t_used, 150.0f);
+    EXPECT_EQ(look_up("XNFA-11", 120.0f).t_used, 120.0f);
+}
+
 TEST_F(Charts, HT2AboveAHundredIsCS2) {
     EXPECT_EQ(look_up("HT-2", 100.0f).E, 30.0f);
     EXPECT_EQ(look_up("HT-2", 100.1f).E, 29.0f);

@@ -45,6 +45,30 @@ TEST_F(MaterialRecord, NamesThatDifferInPunctuationAndCaseAreOneKey) {
     EXPECT_FALSE(read("SA-516 700"));
 }
 
+TEST_F(MaterialRecord, SixteenCharactersOfTheNameCountBeforeItIsNormalized) {
+    write_file("system", "MATFILE1.BIN", material_file(1, 0, {plate()}));
+    EXPECT_TRUE(read("S-A-5-1-6--7---0"));
+    EXPECT_TRUE(read("     SA-516 70       beyond"));
+    EXPECT_FALSE(read("S-A-5-1-6---7---0"));
+    EXPECT_FALSE(read("SA-516 70 beyond"));
+    EXPECT_TRUE(read("SA-516 70       beyond"));
+}
+
+TEST_F(MaterialRecord, ANormalizedNameHasNoPunctuationAndNoBlanks) {
+    const std::pair<std::string, std::string> names[] = {{"SA-516 70", "SA51670  "},
+                                                         {"sa/516.70", "sa51670  "},
+                                                         {". - / ", "      "},
+                                                         {"A--B", "AB  "},
+                                                         {"AB", "AB"},
+                                                         {"", ""},
+                                                         {std::string("\0A\0B", 4), "AB  "}};
+    for (const auto& [given, expected] : names) {
+        std::string text = given;
+        NORMALIZE_MATERIAL_NAME(text.data(), static_cast<Int>(text.size()));
+        EXPECT_EQ(text, expected) << given;
+    }
+}
+
 TEST_F(MaterialRecord, TheReferenceMustMatchToo) {
     write_file("system", "MATFILE1.BIN", material_file(2, 0, {Record("SA-516 70", 2), plate()}));
     EXPECT_TRUE(read("SA-516 70", 3));
@@ -165,6 +189,59 @@ TEST_F(MaterialRecord, TheFileGoesByCodeEditionAndClass) {
     EXPECT_FALSE(read("SA-516 70", 3, 0));
     G_MATL_YEAR = 19;
     EXPECT_FALSE(read("SA-516 70", 3, ASME_VIII_1));
+}
+
+TEST_F(MaterialRecord, EveryEditionHasItsFiles) {
+    struct {
+        Int year;
+        const char *inch, *metric;
+    } const division_1[] =
+        {{0, "MATFILE1.BIN", "MATFILE1M.BIN"},   {1, "MATFIL99.BIN", "MATFIL99.BIN"},
+         {2, "MATFIL00.BIN", "MATFIL00.BIN"},    {3, "MATFIL01.BIN", "MATFIL01.BIN"},
+         {4, "MATFIL02.BIN", "MATFIL02.BIN"},    {5, "MATFIL03.BIN", "MATFIL03.BIN"},
+         {6, "MATFIL04.BIN", "MATFIL04.BIN"},    {7, "MATFIL05.BIN", "MATFIL05.BIN"},
+         {8, "MATFIL06.BIN", "MATFIL06.BIN"},    {9, "MATFIL07.BIN", "MATFIL07.BIN"},
+         {10, "MATFIL08.BIN", "MATFIL08.BIN"},   {11, "MATFIL09.BIN", "MATFIL09.BIN"},
+         {12, "MATFIL10.BIN", "MATFIL10M.BIN"},  {13, "MATFILE43-74.BIN", "MATFILE43-74.BIN"},
+         {14, "MATFIL11.BIN", "MATFIL11M.BIN"},  {15, "JIS_B8265.BIN", "JIS_B8265.BIN"},
+         {16, "JIS_B8267.BIN", "JIS_B8267.BIN"}, {17, "MATFIL13.BIN", "MATFIL13M.BIN"},
+         {18, "MATFIL15.BIN", "MATFIL15M.BIN"}},
+            division_2[] = {{0, "MATFILE2.BIN", "MATFILE2M.BIN"},
+                            {1, "MATFILE2.BIN", "MATFILE2.BIN"},
+                            {10, "MATFILE2.BIN", "MATFILE2.BIN"},
+                            {11, "MATFIL09D2.BIN", "MATFIL09D2.BIN"},
+                            {12, "MATFIL10D2.BIN", "MATFIL10D2M.BIN"},
+                            {13, "MATFILE2.BIN", "MATFILE2.BIN"},
+                            {14, "MATFIL11D2.BIN", "MATFIL11D2M.BIN"},
+                            {15, "MATFILE2.BIN", "MATFILE2.BIN"},
+                            {17, "MATFIL13D2.BIN", "MATFIL13D2M.BIN"},
+                            {18, "MATFIL15D2.BIN", "MATFIL15D2M.BIN"},
+                            {19, "MATFILE2.BIN", "MATFILE2.BIN"},
+                            {-1, "MATFILE2.BIN", "MATFILE2.BIN"}};
+    const auto found_in = [this](Int code, const char* file) {
+        write_file("system", file, material_file(1, 0, {plate()}));
+        const bool found = read("SA-516 70", 3, code);
+        remove_file("system", file);
+        return found;
+    };
+    for (G_MATL_METRIC = 0; G_MATL_METRIC <= 1; ++G_MATL_METRIC) {
+        for (const auto& row : division_1) {
+            G_MATL_YEAR = row.year;
+            EXPECT_TRUE(found_in(ASME_VIII_1, G_MATL_METRIC == 1 ? row.metric : row.inch));
+        }
+        for (const auto& row : division_2) {
+            G_MATL_YEAR = row.year;
+            EXPECT_TRUE(found_in(ASME_VIII_2, G_MATL_METRIC == 1 ? row.metric : row.inch));
+        }
+        G_MATL_YEAR = 14; // without a part in the older tables and in class 1
+        G_OLD_EDITION = 1;
+        EXPECT_TRUE(found_in(ASME_VIII_1, "MATFIL98.BIN"));
+        G_OLD_EDITION = 0;
+        G_D2_CLASS = 0;
+        EXPECT_TRUE(
+            found_in(ASME_VIII_2, G_MATL_METRIC == 1 ? "MatFileD2C1M.BIN" : "MatFileD2C1.BIN"));
+        G_D2_CLASS = 2;
+    }
 }
 
 TEST_F(MaterialRecord, AFileBesideTheLibraryWins) {
