@@ -13,6 +13,7 @@ namespace fs = std::filesystem;
 
 constexpr void (*KINDS[])(Place& place) = {
     build_materials,
+    build_name_list,
 };
 
 constexpr std::string_view APPROXIMATE_HEAD =

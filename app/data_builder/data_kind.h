@@ -38,7 +38,10 @@ struct Place {
 
 void write_file(const std::filesystem::path& path, std::string_view bytes);
 
+void build_en_materials(Place& place);
 void build_materials(Place& place);
+void build_name_list(Place& place);
+void build_yields(Place& place);
 
 // Makes every data file of `sources` in the folder `out`.
 void build(const std::filesystem::path& sources, const std::filesystem::path& out);

@@ -9,9 +9,6 @@ namespace tarvane::data {
 
 namespace {
 
-constexpr std::string_view STRESS_COLUMNS[] = {"reference", "name",   "table",
-                                               "edition",   "status", "source"};
-
 // The selection that leads READ_MATERIAL to a file.
 struct Selection {
     std::int32_t code, class_2, metric;
@@ -29,31 +26,6 @@ struct Entry {
     const Row* stresses;
     TARVANE_MATERIAL_RECORD record;
 };
-
-TARVANE_MATERIAL_RECORD metric_record(TARVANE_MATERIAL_RECORD r) {
-    TemperatureRow inch;
-    std::copy_n(r.allowable, PLACES, inch.begin());
-    const TemperatureRow metric = metric_row(inch);
-    std::copy_n(metric.begin(), PLACES, r.allowable);
-    r.tensile /= KSI_OF_MPA;
-    r.yield /= KSI_OF_MPA;
-    r.thickness_limit *= MM_OF_INCH;
-    if (r.min_dia > 0.0f) r.min_dia *= MM_OF_INCH;
-    if (r.max_dia > 0.0f) r.max_dia *= MM_OF_INCH;
-    return r;
-}
-
-// The record as it must come back from a metric file.
-TARVANE_MATERIAL_RECORD inch_record(TARVANE_MATERIAL_RECORD r) {
-    for (float& stress : r.allowable)
-        stress *= KSI_OF_MPA;
-    r.tensile *= KSI_OF_MPA;
-    r.yield *= KSI_OF_MPA;
-    r.thickness_limit /= MM_OF_INCH;
-    if (r.min_dia > 0.0f) r.min_dia /= MM_OF_INCH;
-    if (r.max_dia > 0.0f) r.max_dia /= MM_OF_INCH;
-    return r;
-}
 
 void compare(const Entry& entry, const TARVANE_MATERIAL_RECORD& wrote,
              const TARVANE_MATERIAL_RECORD& read) {
@@ -115,11 +87,9 @@ void make_files(const Place& place, const std::vector<Entry>& entries,
 }
 
 Entry entry_of(const Material& material, const Row& stresses) {
-    Entry entry{.material = material.row, .stresses = &stresses, .record = material.record};
-    const TemperatureRow figures = temperature_row(stresses);
-    std::copy_n(figures.begin(), PLACES, entry.record.allowable);
-    put_text(entry.record.note, note_text(*material.row, stresses.approximate()));
-    return entry;
+    return {.material = material.row,
+            .stresses = &stresses,
+            .record = with_stresses(material, stresses)};
 }
 
 std::vector<Entry> division_1(const MaterialTable& materials) {
@@ -133,8 +103,6 @@ std::vector<Entry> division_1(const MaterialTable& materials) {
 std::vector<Entry> division_2(const MaterialTable& materials, const Table& stresses) {
     std::vector<Entry> entries;
     for (const Row& row : stresses.rows()) {
-        row.text("table");
-        row.text("edition");
         const Material& material = materials.of(row);
         for (const Entry& other : entries)
             if (other.material == material.row) row.fail_again("reference", *other.stresses);

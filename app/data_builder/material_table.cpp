@@ -47,14 +47,8 @@ std::int32_t choice(const Row& row, std::string_view column,
     return static_cast<std::int32_t>(found - words.begin());
 }
 
-float positive(const Row& row, std::string_view column) {
-    const float value = row.real(column);
-    if (!(value > 0.0f)) row.fail(column, "not above 0: " + row.field(column));
-    return value;
-}
-
 float size_limit(const Row& row, std::string_view column) {
-    return row.blank(column) ? NO_SIZE_LIMIT : positive(row, column);
+    return row.blank(column) ? NO_SIZE_LIMIT : row.positive(column);
 }
 
 void take_size_limits(const Row& row, TARVANE_MATERIAL_RECORD& r) {
@@ -82,14 +76,14 @@ TARVANE_MATERIAL_RECORD properties(const Row& row) {
     put_text(r.uns_number, row.text("uns", sizeof r.uns_number));
     put_text(r.text_92, "");
     put_text(r.note, note_text(row, row.approximate()));
-    r.thickness_limit = row.blank("thickness_limit") ? 0.0f : positive(row, "thickness_limit");
+    r.thickness_limit = row.blank("thickness_limit") ? 0.0f : row.positive("thickness_limit");
     put_text(r.p_number, row.field("p_number", sizeof r.p_number));
     r.group = row.whole("group", 0);
     r.curve = choice(row, "curve", CURVES);
     r.curve_normalized =
         row.blank("curve_normalized") ? r.curve : choice(row, "curve_normalized", CURVES);
-    r.tensile = positive(row, "tensile");
-    r.yield = positive(row, "yield");
+    r.tensile = row.positive("tensile");
+    r.yield = row.positive("yield");
     put_text(r.chart, row.field("chart", sizeof r.chart));
     r.modulus_reference = row.whole("modulus", 0);
     r.expansion_reference = row.whole("expansion", 0);
@@ -99,8 +93,6 @@ TARVANE_MATERIAL_RECORD properties(const Row& row) {
     r.ucs66g_reduction = row.whole("ucs66g", 0);
     put_text(r.text_404, "");
     choice(row, "part", PARTS);
-    row.text("table");
-    row.text("edition");
     return r;
 }
 
@@ -113,6 +105,40 @@ std::string note_text(const Row& material, bool approximate) {
     if (note.size() > sizeof TARVANE_MATERIAL_RECORD{}.note)
         material.fail("note", "too long together with composition and status: \"" + note + "\"");
     return note;
+}
+
+TARVANE_MATERIAL_RECORD with_stresses(const Material& material, const Row& stresses) {
+    TARVANE_MATERIAL_RECORD r = material.record;
+    const TemperatureRow figures = temperature_row(stresses);
+    std::copy_n(figures.begin(), PLACES, r.allowable);
+    put_text(r.note, note_text(*material.row, stresses.approximate()));
+    stresses.text("table");
+    stresses.text("edition");
+    return r;
+}
+
+TARVANE_MATERIAL_RECORD metric_record(TARVANE_MATERIAL_RECORD r) {
+    TemperatureRow inch;
+    std::copy_n(r.allowable, PLACES, inch.begin());
+    const TemperatureRow metric = metric_row(inch);
+    std::copy_n(metric.begin(), PLACES, r.allowable);
+    r.tensile /= KSI_OF_MPA;
+    r.yield /= KSI_OF_MPA;
+    r.thickness_limit *= MM_OF_INCH;
+    if (r.min_dia > 0.0f) r.min_dia *= MM_OF_INCH;
+    if (r.max_dia > 0.0f) r.max_dia *= MM_OF_INCH;
+    return r;
+}
+
+TARVANE_MATERIAL_RECORD inch_record(TARVANE_MATERIAL_RECORD r) {
+    for (float& stress : r.allowable)
+        stress *= KSI_OF_MPA;
+    r.tensile *= KSI_OF_MPA;
+    r.yield *= KSI_OF_MPA;
+    r.thickness_limit /= MM_OF_INCH;
+    if (r.min_dia > 0.0f) r.min_dia /= MM_OF_INCH;
+    if (r.max_dia > 0.0f) r.max_dia /= MM_OF_INCH;
+    return r;
 }
 
 MaterialTable::MaterialTable(const std::filesystem::path& sources)

@@ -14,6 +14,10 @@ namespace tarvane::data {
 // At the end of the note of a record whose figures are approximate: the host looks for it.
 inline constexpr std::string_view APPROXIMATE_MARK = "; approximate";
 
+// Columns, beside those of temperatures, of a table that gives stresses to materials of this one.
+inline constexpr std::string_view STRESS_COLUMNS[] = {"reference", "name",   "table",
+                                                      "edition",   "status", "source"};
+
 struct Material {
     const Row* row;
     TARVANE_MATERIAL_RECORD record; // inches and ksi, without stresses by temperature
@@ -43,6 +47,13 @@ template <std::size_t N>
 std::string_view text_of(const char (&field)[N]) {
     return {field, N};
 }
+
+// A material with the figures of a row.
+TARVANE_MATERIAL_RECORD with_stresses(const Material& material, const Row& stresses);
+
+// A record as it stands in a metric file, and as it must come back from one.
+TARVANE_MATERIAL_RECORD metric_record(TARVANE_MATERIAL_RECORD inch);
+TARVANE_MATERIAL_RECORD inch_record(TARVANE_MATERIAL_RECORD metric);
 
 // The note of a record: composition, what tells it from others, and the mark of an approximate row.
 std::string note_text(const Row& material, bool approximate);

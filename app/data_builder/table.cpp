@@ -181,6 +181,12 @@ float Row::real(std::string_view column, float otherwise) const {
     return blank(column) ? otherwise : real(column);
 }
 
+float Row::positive(std::string_view column) const {
+    const float value = real(column);
+    if (!(value > 0.0f)) fail(column, "not above 0: " + field(column));
+    return value;
+}
+
 std::int32_t Row::whole(std::string_view column) const {
     std::int32_t value = 0;
     if (!parse(text(column), value))

@@ -41,6 +41,7 @@ class Row {
     // A number; the second form takes an empty field as `otherwise`.
     float real(std::string_view column) const;
     float real(std::string_view column, float otherwise) const;
+    float positive(std::string_view column) const; // above 0
     std::int32_t whole(std::string_view column) const;
     std::int32_t whole(std::string_view column, std::int32_t otherwise) const;
 

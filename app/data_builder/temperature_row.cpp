@@ -6,10 +6,7 @@ namespace {
 
 constexpr float FIRST = 100.0f, STEP = 50.0f; // degrees F
 
-float metric_temperature(std::size_t place) { // degrees C
-    constexpr float AXIS_START[] = {40.0f, 65.0f, 100.0f};
-    return place < 3 ? AXIS_START[place] : 125.0f + 25.0f * static_cast<float>(place - 3);
-}
+float degrees(std::string_view column) { return std::stof(std::string(column)); }
 
 // At a temperature in degrees F; 0 above the last figure.
 float at(const TemperatureRow& row, float temperature) {
@@ -23,26 +20,34 @@ float at(const TemperatureRow& row, float temperature) {
 
 } // namespace
 
-TemperatureRow temperature_row(const Row& row) {
-    TemperatureRow figures{};
+void take_figures(const Row& row, std::span<const std::string_view> columns,
+                  std::span<float> figures) {
     std::size_t last = 0;
-    for (std::size_t i = 0; i < PLACES; ++i) {
-        const std::string_view column = TEMPERATURE_COLUMNS[i];
-        if (row.blank(column)) {
-            if (i == 0) row.fail(column, "no figure at the first temperature");
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (row.blank(columns[i])) {
+            if (i == 0) row.fail(columns[i], "no figure at the first temperature");
             continue;
         }
-        figures[i] = row.real(column);
-        if (!(figures[i] > 0.0f)) row.fail(column, "not above 0: " + row.field(column));
+        figures[i] = row.positive(columns[i]);
         if (i > 0 && figures[i] > figures[last])
-            row.fail(column, "higher than the figure before: " + row.field(column));
+            row.fail(columns[i], "higher than the figure before: " + row.field(columns[i]));
         for (std::size_t k = last + 1; k < i; ++k)
-            figures[k] = figures[last] + static_cast<float>(k - last) /
-                                             static_cast<float>(i - last) *
-                                             (figures[i] - figures[last]);
+            figures[k] = figures[last] + (figures[i] - figures[last]) *
+                                             (degrees(columns[k]) - degrees(columns[last])) /
+                                             (degrees(columns[i]) - degrees(columns[last]));
         last = i;
     }
+}
+
+TemperatureRow temperature_row(const Row& row) {
+    TemperatureRow figures{};
+    take_figures(row, TEMPERATURE_COLUMNS, figures);
     return figures;
+}
+
+float metric_temperature(std::size_t place) {
+    constexpr float AXIS_START[] = {40.0f, 65.0f, 100.0f};
+    return place < 3 ? AXIS_START[place] : 125.0f + 25.0f * static_cast<float>(place - 3);
 }
 
 TemperatureRow metric_row(const TemperatureRow& row) {

@@ -1,0 +1,139 @@
+// The program tarvane-data: all files or none, and the place of whatever is wrong.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string content(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+struct Outcome {
+    int status;
+    std::string complaint;
+};
+
+class DataBuilder : public testing::Test {
+  protected:
+    void SetUp() override {
+        fs::remove_all(folder);
+        fs::create_directories(out);
+        fs::copy(TARVANE_SOURCES_DIR, sources);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    void replace(const std::string& file, const std::string& text, const std::string& by) const {
+        std::string table = content(sources / file);
+        const std::size_t at = table.find(text);
+        ASSERT_NE(at, std::string::npos) << text << " in " << file;
+        std::ofstream(sources / file, std::ios::binary) << table.replace(at, text.size(), by);
+    }
+
+    Outcome outcome() const {
+        const std::string command = std::string("\"") + TARVANE_DATA_PROGRAM + "\" \"" +
+                                    sources.string() + "\" \"" + out.string() + "\" 2> \"" +
+                                    (folder / "complaint").string() + "\"";
+        const int status = std::system(command.c_str());
+        return {status, content(folder / "complaint")};
+    }
+
+    const fs::path folder = fs::path(testing::TempDir()) / "tarvane_data_builder";
+    const fs::path sources = folder / "sources", out = folder / "out";
+};
+
+TEST_F(DataBuilder, MakesTheFilesThatLieBesideTheLibrary) {
+    const Outcome made = outcome();
+    ASSERT_EQ(made.status, 0) << made.complaint;
+    EXPECT_EQ(made.complaint, "");
+    std::size_t count = 0;
+    for (const fs::directory_entry& file : fs::directory_iterator(out)) {
+        const fs::path built = fs::path(TARVANE_BUILT_DATA_DIR) / file.path().filename();
+        EXPECT_TRUE(content(file.path()) == content(built)) << file.path();
+        EXPECT_GT(fs::file_size(file.path()), 0u);
+        ++count;
+    }
+    EXPECT_GE(count, 8u);
+}
+
+struct Fault {
+    const char *file, *text, *by, *complaint;
+};
+
+// One broken row for each check of the material tables. The third column of the complaint is what
+// follows the line number.
+constexpr Fault FAULTS[] = {
+    {"materials_viii1.csv", "SA-516 65", "SA-516 65 and more",
+     ": name: longer than 16 characters: \"SA-516 65 and more\""},
+    // Its name has nothing that a lookup could go by: a row that only the reading back finds out.
+    {"materials_viii1.csv", "SA-285 C", "-./-", ": name: not found again in MATFILE1.BIN"},
+    {"materials_viii1.csv", "\n9 ", "\n8 ", ": reference: \"8\" stands already in line "},
+    {"materials_viii1.csv", "17.9", "19.9", ": 600: higher than the figure before: 19.9"},
+    {"materials_viii1.csv", "Plate     ", "          ", ": form: empty"},
+    {"materials_viii1.csv", ", exempt", ", E     ", ": curve: not one of the words for it: \"E\""},
+    {"materials_viii1.csv", ", UCS ", ", UCX ", ": part: not one of the words for it: \"UCX\""},
+    {"materials_viii1.csv", ", -50 ", ", 50  ", ": impact_temperature: not below 1: 50"},
+    {"materials_viii1.csv", "2.5     , 4       ", "4       , 2.5     ",
+     ": max_size: not above min_size: \"2.5\""},
+    {"materials_viii1.csv", "approximate", "sure       ",
+     ": status: neither \"published\" nor \"approximate\": \"sure\""},
+    {"materials_viii2_class1.csv", "SA-516 70", "SA-516 71",
+     ": name: \"SA-516 71\" where materials_viii1.csv has \"SA-516 70\" for this reference"},
+    {"materials_viii2_class2.csv", "\n1 ", "\n0 ", ": reference: 0 is not in materials_viii1.csv"},
+    {"materials_viii2_class2.csv", "\n2 ", "\n1 ", ": name: \"SA-516 65\" where"},
+};
+
+TEST_F(DataBuilder, RefusesABrokenRowByItsPlaceAndWritesNothing) {
+    for (const Fault& fault : FAULTS) {
+        SCOPED_TRACE(fault.complaint);
+        replace(fault.file, fault.text, fault.by);
+        // The line of the fault, by counting.
+        const std::string table = content(sources / fault.file);
+        const std::string original = content(fs::path(TARVANE_SOURCES_DIR) / fault.file);
+        const std::size_t at = original.find(fault.text) + (fault.text[0] == '\n' ? 1 : 0);
+        const auto line = 1 + std::count(original.begin(),
+                                         original.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+
+        const Outcome refused = outcome();
+        EXPECT_NE(refused.status, 0);
+        const std::string place = std::string("tarvane-data: ") + fault.file + ":" +
+                                  std::to_string(line) + fault.complaint;
+        EXPECT_EQ(refused.complaint.substr(0, place.size()), place) << refused.complaint;
+        EXPECT_TRUE(fs::is_empty(out));
+        fs::copy_file(fs::path(TARVANE_SOURCES_DIR) / fault.file, sources / fault.file,
+                      fs::copy_options::overwrite_existing);
+    }
+}
+
+TEST_F(DataBuilder, LeavesTheFilesOfAnEarlierRunWhenARowIsBroken) {
+    std::ofstream(out / "MATFILE1.BIN") << "earlier";
+    replace("materials_viii2_class2.csv", "22.4", "x   ");
+    EXPECT_NE(outcome().status, 0);
+    EXPECT_TRUE(content(out / "MATFILE1.BIN") == "earlier");
+}
+
+TEST_F(DataBuilder, RefusesAFolderWithoutATable) {
+    fs::remove(sources / "materials_viii2_class2.csv");
+    const Outcome refused = outcome();
+    EXPECT_NE(refused.status, 0);
+    EXPECT_EQ(refused.complaint, "tarvane-data: materials_viii2_class2.csv: cannot be opened\n");
+    EXPECT_TRUE(fs::is_empty(out));
+}
+
+TEST_F(DataBuilder, RefusesAnOutputFolderThatIsAFile) {
+    fs::remove(out);
+    std::ofstream(out) << "a file";
+    EXPECT_NE(outcome().status, 0);
+    EXPECT_EQ(content(out), "a file");
+}
+
+} // namespace
