@@ -222,6 +222,8 @@ void ask_for_data() {
     ("SA-516 70", 9, &reference, &asme, &on, &dia, &pwht[0], &pwht[1], &on, &pwht[2]);
     ENGINE(CHECK_BOLT_MATL_VS_DIAMETER)
     ("SA-193 B7", 9, &reference, &limits[0], &limits[1], &found, &dia, &on, &asme, &on, &on, &on);
+    ENGINE(TABLE_G_FACTOR_A)(&warm, &dia, &result);
+    ENGINE(SET_MATERIAL_CLASS_NAMES)();
     char folder[20];
     ENGINE(HELP_FOLDER)(&asme, folder, 20);
 }
