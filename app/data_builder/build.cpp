@@ -12,8 +12,10 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr void (*KINDS[])(Place& place) = {
+    build_en_materials,
     build_materials,
     build_name_list,
+    build_yields,
 };
 
 constexpr std::string_view APPROXIMATE_HEAD =

@@ -1,8 +1,6 @@
 // The shipped material files, read through the public header: complete, plausible, found by every
 // spelling, the same in both systems of units, and at the figures that public pages state.
-#include "tarvane/tarvane.h"
-
-#include <gtest/gtest.h>
+#include "shipped_files.h"
 
 #include <algorithm>
 #include <cctype>
@@ -37,16 +35,8 @@ std::string text(const char (&field)[N]) {
     return value;
 }
 
-class ShippedMaterials : public testing::Test {
+class ShippedMaterials : public ShippedFiles {
   protected:
-    void SetUp() override {
-        RESET_ENGINE();
-        const std::string_view folder = TARVANE_BUILT_DATA_DIR;
-        SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
-        SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
-    }
-    void TearDown() override { RESET_ENGINE(); }
-
     static void select(const Selection& selection) {
         const std::int32_t zero = 0;
         SET_MATERIAL_SELECTION(&selection.metric, &zero, &selection.class_2, &zero);

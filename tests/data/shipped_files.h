@@ -1,0 +1,19 @@
+// Tests on the data files that lie beside the library.
+#pragma once
+
+#include "tarvane/tarvane.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+class ShippedFiles : public testing::Test {
+  protected:
+    void SetUp() override {
+        RESET_ENGINE();
+        const std::string_view folder = TARVANE_BUILT_DATA_DIR;
+        SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
+        SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
+    }
+    void TearDown() override { RESET_ENGINE(); }
+};
