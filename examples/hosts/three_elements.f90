@@ -1,0 +1,156 @@
+! A host in Fortran: one flange, one shell, one element under external pressure. Prints the bits of every
+! result, so that hosts in other languages can be held against it, and the reports.
+program three_elements
+    use, intrinsic :: iso_c_binding, only: c_float, c_int32_t
+    use tarvane
+    implicit none
+
+    real(c_float), parameter :: zero = 0.0
+    integer(c_int32_t), parameter :: on = 1, off = 0, carbon_steel = 1
+
+    ! Each element begins as at load, so that none depends on the one before it.
+    call fresh()
+    call flange()
+    call fresh()
+    call shell()
+    call fresh()
+    call external_pressure()
+
+contains
+
+    subroutine fresh()
+        call reset_engine()
+        call set_metric_constants()
+    end subroutine
+
+    subroutine show(element, name, value)
+        character(len=*), intent(in) :: element, name
+        real(c_float), intent(in) :: value
+        write (*, '(a, 1x, a, 1x, z8.8)') element, name, transfer(value, 1_c_int32_t)
+    end subroutine
+
+    subroutine print_report()
+        integer(c_int32_t) :: lines
+        integer :: i
+        character(len=100) :: line
+        call line_count(lines)
+        do i = 1, lines
+            call stored_line(i, line)
+            write (*, '(2a)') '|', trim(line)
+        end do
+    end subroutine
+
+    ! A 12 inch class 150 welding neck flange with a spiral wound gasket, SA-105 and SA-193 B7.
+    subroutine flange()
+        real(c_float) :: record(record_elements), map_nc, t_req_new_cold, t_req_new, mawp, t_req
+        integer(c_int32_t) :: rigidity
+        character(len=text_length) :: text
+        character(len=12) :: name
+        integer :: i
+
+        record = 0.0
+        record(1:3) = [-1.0, 1.0, 1.0]              ! stand-alone form, welding neck, analyse
+        record(4:5) = [150.0, 300.0]                ! P, T
+        record(6:7) = 20000.0                       ! Sfo, Sfa
+        record(8:11) = [1.19, 0.0625, 12.0, 19.0]   ! t, ci, B, A
+        record(12:15) = [15.0, 12.0, 14.75, 14.0]   ! Fod, Fid, Go, Gi
+        record(16:18) = [0.375, 1.19, 3.25]         ! go, g1, h
+        record(19:20) = 25000.0                     ! Sb, Sa
+        record(21:24) = [17.0, 0.875, 1.0, 12.0]    ! C, a, TEMA threads, bolts
+        record(25:29) = [3.0, 10000.0, 1.0, 2.0, 0.125] ! m, y, sketch 1a, column II, tg
+        record(34) = 1.0                            ! modulus table
+        record(53) = 0.2836                         ! density
+        record(100:110) = 1.0                       ! unit factors
+        record(108) = 0.0                           ! temperature offset
+
+        text = ' '
+        text(1:) = 'SA-105'
+        text(16:) = 'SA-193 B7'
+        text(31:) = 'NPS 12 cl. 150'
+        text(46:) = 'N'
+        text(61:) = 'N'
+        text(76:) = 'N'
+        text(91:) = 'Y'
+        text(106:) = 'N'
+        text(121:) = 'CS-2'
+        text(286:) = 'in.'
+        text(301:) = 'psig'
+        text(316:) = 'in.'
+        text(331:) = 'psi'
+        text(361:) = 'lbf'
+        text(376:) = 'ft-lbs'
+        text(391:) = 'in'//char(178)
+        text(406:) = 'F'
+        text(421:) = 'lbm'
+
+        call report_to_store()
+        rigidity = on
+        call flange_calc(record, text, text_length, on, on, map_nc, t_req_new_cold, t_req_new, mawp, &
+                         t_req, off, rigidity, 1_c_int32_t, off, off, 1.0_c_float, off, off, &
+                         150.0_c_float, off, off)
+        call show('flange', 'mawp', mawp)
+        call show('flange', 'map_nc', map_nc)
+        call show('flange', 't_req', t_req)
+        do i = 1, record_elements
+            write (name, '(a, i0)') 'record', i
+            call show('flange', trim(name), record(i))
+        end do
+        call print_report()
+    end subroutine
+
+    ! A thin torispherical head: Appendix 1-4(f) governs.
+    subroutine shell()
+        integer(c_int32_t), parameter :: head = 3
+        real(c_float), parameter :: p = 50.0, s = 20000.0, e = 1.0, d = 200.0, t = 0.375, c = 0.0625
+        real(c_float), parameter :: k = 2.0, r = 12.0, cf = 0.3, temp = 300.0, sy = 33600.0
+        real(c_float) :: l, sy_cold, mawp_14f, map_nc_14f, t_req, mawp, map_nc, stress, t_req_raw
+        real(c_float) :: t_14f, fail_ca, fail_ca_k
+        integer(c_int32_t) :: status
+
+        l = 200.0
+        sy_cold = 38000.0
+        mawp_14f = 0.0
+        map_nc_14f = 0.0
+        status = 0
+        call shlint(p, s, s, e, head, d, t, c, k, l, r, zero, zero, zero, cf, zero, t_req, mawp, map_nc, &
+                    stress, carbon_steel, temp, off, t_req_raw, off, t_14f, sy, mawp_14f, map_nc_14f, &
+                    status, sy_cold, zero, off, zero, zero, zero, zero, zero, zero, off, '', 0)
+        call compute_failure_ca_div1(p, d, e, s, t, k, l, r, zero, cf, zero, head, fail_ca, off, zero, &
+                                     fail_ca_k, zero, zero, zero, zero, zero, zero, off, off)
+        call show('shell', 't_req', t_req)
+        call show('shell', 't_req_raw', t_req_raw)
+        call show('shell', 'mawp', mawp)
+        call show('shell', 'map_nc', map_nc)
+        call show('shell', 'stress', stress)
+        call show('shell', 't_14f', t_14f)
+        call show('shell', 'fail_ca', fail_ca)
+    end subroutine
+
+    ! A cylinder under vacuum by Code Case 2286.
+    subroutine external_pressure()
+        integer(c_int32_t), parameter :: cylinder = 1
+        real(c_float), parameter :: p = 15.0, temp = 300.0, d = 90.0, t = 1.125, c = 0.125, k = 2.0
+        real(c_float), parameter :: length = 636.0, s = 20000.0, fy = 33600.0
+        real(c_float) :: maep, tca, slen, d_o, factor_a, factor_b, fha, fail_ca
+        character(len=12) :: chart
+
+        chart = 'CS-2'
+        call set_setup_integer(setup_code, 1_c_int32_t)
+        call set_setup_real(setup_print_external, 1.0_c_float)
+        g_nuse_case2286 = 1
+        call begin_report()
+        call report_to_store()
+        tca = t
+        call shlext(p, temp, chart, 12_c_int32_t, cylinder, d, t, c, k, zero, zero, length, maep, tca, &
+                    slen, d_o, factor_a, factor_b, on, zero, zero, off, s, zero, fy, carbon_steel, fha, &
+                    fail_ca, off)
+        call show('external', 'maep', maep)
+        call show('external', 'tca', tca)
+        call show('external', 'slen', slen)
+        call show('external', 'Do', d_o)
+        call show('external', 'Fha', fha)
+        call show('external', 'fail_ca', fail_ca)
+        call print_report()
+    end subroutine
+
+end program three_elements

@@ -1,0 +1,41 @@
+"""Pressure vessel calculations by the tarvane engine: bolted flanges and flat covers, shells and heads
+under internal and external pressure.
+
+    >>> import tarvane
+    >>> engine = tarvane.Engine("path/to/libtarvane.so")
+    >>> shell = engine.shell({"element": "cylinder", "P": 356.0, "S": 20000.0, "Sa": 20000.0,
+    ...                       "D": 90.0, "t": 1.125, "c": 0.125, "T": 300.0})
+    >>> shell.t_req, shell.mawp
+
+Units are those of the engine: inches, pounds, psi, inch-pounds, degrees Fahrenheit, whatever unit labels
+and factors the report shows. Input is a dictionary of the report's symbols; `tarvane.FLANGE_KEYS`,
+`tarvane.SHELL_KEYS` and `tarvane.EXTERNAL_KEYS` tell each with its unit. Results are objects; a report is
+a list of `ReportLine`.
+
+The engine keeps its state in static storage: one calculation at a time, one engine a process. Calls from
+several threads wait for one another.
+"""
+
+from ._engine import Engine, EngineStopped
+from ._external import EXTERNAL_KEYS, ExternalResult
+from ._flange import FLANGE_KEYS, FLANGE_TEXTS, FlangeResult
+from ._keys import InputError, Key
+from ._library import NO_VALUE, ReportLine
+from ._shell import ELEMENTS, SHELL_KEYS, ShellResult
+
+__all__ = [
+    "ELEMENTS",
+    "EXTERNAL_KEYS",
+    "Engine",
+    "EngineStopped",
+    "ExternalResult",
+    "FLANGE_KEYS",
+    "FLANGE_TEXTS",
+    "FlangeResult",
+    "InputError",
+    "Key",
+    "NO_VALUE",
+    "ReportLine",
+    "SHELL_KEYS",
+    "ShellResult",
+]

@@ -1,0 +1,108 @@
+"""The C surface: how the library is found, arguments by reference, the line store."""
+
+from __future__ import annotations
+
+import ctypes
+import os
+import sys
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Optional, Union
+
+NO_VALUE = ctypes.c_float(-1.0101).value
+"""What the engine returns where there is no result."""
+
+RECORD_ELEMENTS = 200
+STORE_RECORDS = 750
+STORE_WIDTH = 125
+
+Real = ctypes.c_float
+Integer = ctypes.c_int32
+Argument = Union[float, int, bytes, ctypes._SimpleCData, ctypes.Array, None]
+
+
+@dataclass(frozen=True)
+class ReportLine:
+    """A line of a report and its six style marks."""
+
+    text: str
+    marks: tuple[int, int, int, int, int, int]
+
+    def __str__(self) -> str:
+        return self.text
+
+
+def library_path(given: Optional[Union[str, os.PathLike]]) -> str:
+    """The given path, else that of the TARVANE_LIBRARY variable, else a library beside this package."""
+    if given is not None:
+        return os.fspath(given)
+    if "TARVANE_LIBRARY" in os.environ:
+        return os.environ["TARVANE_LIBRARY"]
+    name = "tarvane.dll" if sys.platform == "win32" else "libtarvane.so"
+    beside = Path(__file__).with_name(name)
+    return str(beside) if beside.exists() else name
+
+
+class Library:
+    """Routines by their names; every argument goes by reference."""
+
+    def __init__(self, path: Optional[Union[str, os.PathLike]]) -> None:
+        loader = getattr(ctypes, "WinDLL", ctypes.CDLL)
+        self.handle = loader(library_path(path))
+        self.handle.GETLINESCOMFLG.restype = ctypes.c_void_p
+        self.handle.GETSETUP.restype = ctypes.c_void_p
+        self.handle.ASMEMOD.restype = ctypes.c_float
+
+    def call(self, routine: str, *arguments: Argument) -> None:
+        """Calls a routine. A float becomes a REAL, an int an INTEGER, bytes an address and its length;
+        ctypes values go by reference as they are, None as a null address."""
+        words: list = []
+        for argument in arguments:
+            if argument is None:
+                words.append(None)
+            elif isinstance(argument, bytes):
+                words += [argument, Integer(len(argument))]
+            elif isinstance(argument, ctypes.Array):
+                words.append(argument)
+            elif isinstance(argument, float):
+                words.append(ctypes.byref(Real(argument)))
+            elif isinstance(argument, int):
+                words.append(ctypes.byref(Integer(argument)))
+            else:
+                words.append(ctypes.byref(argument))
+        getattr(self.handle, routine)(*words)
+
+    def variable(self, name: str) -> Integer:
+        """An exported variable."""
+        return Integer.in_dll(self.handle, name)
+
+    def setup_integer(self, element: int, value: int) -> None:
+        self._setup(Integer)[element - 1] = value
+
+    def setup_real(self, element: int, value: float) -> None:
+        self._setup(Real)[element - 1] = value
+
+    def _setup(self, kind: type) -> ctypes.Array:
+        return (kind * RECORD_ELEMENTS).from_address(self.handle.GETSETUP())
+
+    def report_lines(self) -> list[ReportLine]:
+        """What the line store holds."""
+        count = Integer()
+        self.call("LINE_COUNT", count)
+        size = STORE_RECORDS * STORE_WIDTH
+        store = (ctypes.c_char * size).from_address(self.handle.GETLINESCOMFLG()).raw
+        records = (store[i * STORE_WIDTH : (i + 1) * STORE_WIDTH] for i in range(count.value))
+        return [_line(record) for record in records]
+
+
+def _line(record: bytes) -> ReportLine:
+    end = record.index(0)  # behind the marks
+    marks = record[end - 12 : end].decode("latin-1")
+    text = record[4 : end - 12].decode("latin-1").rstrip()
+    m1, m2, m3, m4, m5, m6 = (int(marks[i : i + 2]) for i in range(0, 12, 2))
+    return ReportLine(text, (m1, m2, m3, m4, m5, m6))
+
+
+def text_field(text: str, width: int) -> bytes:
+    """Blank-padded Western text, cut to its width."""
+    return text.encode("latin-1", "replace")[:width].ljust(width)

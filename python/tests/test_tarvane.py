@@ -1,0 +1,159 @@
+"""The package against the library that TARVANE_LIBRARY names."""
+
+import ctypes
+import re
+import threading
+import unittest
+from pathlib import Path
+
+import tarvane
+from tarvane import _flange
+
+ENGINE = tarvane.Engine()
+HEADER = Path(__file__).parents[2] / "include" / "tarvane" / "tarvane.h"
+
+RING = {
+    "type": "loose ring", "P": 100.0, "T": 200.0, "Sfo": 20000.0, "Sfa": 20000.0, "Sb": 25000.0,
+    "Sa": 25000.0, "t": 2.0, "B": 24.0, "A": 32.0, "Fod": 27.0, "Fid": 24.0, "Go": 27.0, "Gi": 25.0,
+    "C": 29.5, "a": 1.0, "bolts": 20, "m": 1.0, "y": 200.0, "tg": 0.0625,
+}  # fmt: skip
+CYLINDER = {"element": "cylinder", "P": 356.0, "S": 20000.0, "Sa": 20000.0, "D": 90.0, "t": 1.125,
+            "c": 0.125}  # fmt: skip
+VACUUM = {"element": "sphere", "P": 15.0, "T": 200.0, "D": 60.0, "t": 0.5, "S": 20000.0,
+          "Fy": 38000.0, "case_2286": 1, "chart": "CS-2"}  # fmt: skip
+
+
+class Input(unittest.TestCase):
+    def refused(self, calculate, data, words):
+        with self.assertRaises(tarvane.InputError) as caught:
+            calculate(data)
+        for word in words:
+            self.assertIn(word, str(caught.exception))
+
+    def test_an_unknown_key_is_named_with_its_neighbour(self):
+        self.refused(ENGINE.flange, {**RING, "bolt": 20}, ["'bolt'", "'bolts'"])
+        self.refused(ENGINE.shell, {**CYLINDER, "alhpa": 20}, ["'alhpa'", "'alpha'"])
+
+    def test_a_missing_key_is_named_with_its_unit(self):
+        self.refused(ENGINE.flange, {key: RING[key] for key in RING if key != "P"}, ["P", "psi"])
+        self.refused(ENGINE.external, {**VACUUM, "chart": " "}, ["chart"])
+
+    def test_a_value_that_is_no_number_is_named(self):
+        for value in ("1.5", None, [1.0], float("nan"), float("inf")):
+            self.refused(ENGINE.shell, {**CYLINDER, "t": value}, ["t", repr(value)])
+
+    def test_a_name_outside_its_choices_is_named_with_them(self):
+        self.refused(ENGINE.shell, {**CYLINDER, "element": "tube"}, ["'tube'", "'cylinder'"])
+        self.refused(ENGINE.external, {**VACUUM, "element": "flat"}, ["'flat'", "'sphere'"])
+
+    def test_a_choice_may_be_given_by_its_number(self):
+        by_name, by_number = ENGINE.flange(RING), ENGINE.flange({**RING, "type": 5})
+        self.assertEqual(by_name, by_number)
+
+    def test_the_record_keys_are_those_of_the_header(self):
+        elements = {int(n) for n in re.findall(r"TARVANE_\w+ = (\d+),\s*/\*", HEADER.read_text())}
+        for name, (element, key) in _flange._RECORD.items():
+            self.assertIn(element, elements, name)
+        header = dict(re.findall(r"TARVANE_(\w+) = (\d+),", HEADER.read_text()))
+        shared = [name for name in _flange._RECORD if name in header]
+        self.assertGreater(len(shared), 30)
+        for name in shared:
+            self.assertEqual(int(header[name]), _flange._RECORD[name][0], name)
+
+
+class Flange(unittest.TestCase):
+    def test_bolt_loads_are_those_of_appendix_2(self):
+        result = ENGINE.flange(RING)
+        gasket_width = (27.0 - 25.0) / 2  # N; b0 = N / 2 = 0.5, b = sqrt(b0) / 2
+        b = 0.5 * (gasket_width / 2) ** 0.5
+        g = 27.0 - 2 * b
+        h = 3.14159265 / 4 * g * g * 100.0
+        self.assertAlmostEqual(result.G, g, places=4)
+        self.assertAlmostEqual(result.Wm1 / (h + 2 * b * 3.14159265 * g * 1.0 * 100.0), 1.0, places=5)
+        self.assertAlmostEqual(result.Wm2 / (3.14159265 * b * g * 200.0), 1.0, places=5)
+        self.assertAlmostEqual(result.Ab, 20 * 0.551, places=3)
+
+    def test_the_report_is_a_list_of_lines(self):
+        report = ENGINE.flange(RING).report
+        self.assertGreater(len(report), 100)
+        self.assertTrue(any("Flange Input Data Values" in line.text for line in report))
+        self.assertEqual(report[-1].marks, (0, 0, 0, 0, 0, 2))
+        self.assertIn("TARVANE", str(report[-1]))
+
+    def test_a_flange_that_cannot_be_calculated_stops(self):
+        with self.assertRaises(tarvane.EngineStopped):
+            ENGINE.flange({**RING, "Fid": 7.0, "ci": 4.1})  # the corroded bore grows over A
+        self.assertIsNotNone(ENGINE.flange(RING).mawp)  # and the engine goes on
+
+    def test_a_flange_that_is_refused_has_its_message_in_the_report(self):
+        result = ENGINE.flange({**RING, "A": 20.0})
+        self.assertIsNone(result.mawp)
+        self.assertTrue(any("must be > Inside Diameter" in line.text for line in result.report))
+
+
+class Shell(unittest.TestCase):
+    def test_a_published_cylinder(self):
+        # ASME PTB-4, E4.3.1: 0.8119 in. without the corrosion allowance
+        self.assertAlmostEqual(ENGINE.shell(CYLINDER).t_req, 0.8119, places=4)
+
+    def test_the_pressure_at_the_required_thickness_is_the_design_pressure(self):
+        required = ENGINE.shell(CYLINDER).t_req
+        at_it = ENGINE.shell({**CYLINDER, "t": required + 0.125})
+        self.assertAlmostEqual(at_it.mawp / 356.0, 1.0, places=5)
+
+    def test_a_cone_without_a_knuckle_has_no_corrosion_of_one(self):
+        cone = ENGINE.shell({**CYLINDER, "element": "cone", "alpha": 20.0})
+        self.assertIsNone(cone.fail_ca_knuckle)
+        self.assertIsNone(cone.t_14f)
+
+
+class External(unittest.TestCase):
+    def test_a_sphere_by_buckling_stress(self):
+        # VIII-2 4.4.7: Fhe = 0.075 E t / Ro in the elastic range, FS 2, Pa = 2 Fha t / Ro
+        result = ENGINE.external(VACUUM)
+        self.assertEqual(result.Do, 61.0)
+        modulus = ENGINE.modulus(200.0, 1) * 1e6
+        fhe = 0.075 * modulus * 0.5 / 30.5
+        self.assertGreater(fhe / 38000.0, 0.55)  # not elastic: the third range
+        fic = 0.18 * fhe + 0.45 * 38000.0
+        fs = 2.407 - 0.741 * fic / 38000.0 if fic > 0.55 * 38000.0 else 2.0
+        self.assertAlmostEqual(result.maep / (2 * fic / fs * 0.5 / 30.5), 1.0, places=4)
+        self.assertTrue(any("Case 2286" in line.text for line in result.report))
+
+
+class Calls(unittest.TestCase):
+    def test_results_do_not_depend_on_the_calls_before(self):
+        first = ENGINE.flange(RING)
+        ENGINE.external(VACUUM)
+        ENGINE.shell(CYLINDER)
+        self.assertEqual(ENGINE.flange(RING), first)
+
+    def test_threads_wait_for_one_another(self):
+        expected = {"flange": ENGINE.flange(RING), "shell": ENGINE.shell(CYLINDER)}
+        wrong = []
+
+        def work():
+            for _ in range(5):
+                if ENGINE.flange(RING) != expected["flange"]:
+                    wrong.append("flange")
+                if ENGINE.shell(CYLINDER) != expected["shell"]:
+                    wrong.append("shell")
+
+        threads = [threading.Thread(target=work) for _ in range(4)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        self.assertEqual(wrong, [])
+
+    def test_no_value_is_the_single_precision_number(self):
+        self.assertEqual(ctypes.c_float(tarvane.NO_VALUE).value, tarvane.NO_VALUE)
+
+    def test_every_key_tells_its_meaning(self):
+        for keys in (tarvane.FLANGE_KEYS, tarvane.SHELL_KEYS, tarvane.EXTERNAL_KEYS):
+            for name, key in keys.items():
+                self.assertTrue(key.meaning, name)
+
+
+if __name__ == "__main__":
+    unittest.main()
