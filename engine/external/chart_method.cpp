@@ -1,6 +1,8 @@
 #include "external/chart_method.h"
 
 #include "external/state.h"
+#include "frame/switches.h"
+#include "materials/table_g.h"
 
 namespace tarvane {
 
@@ -49,7 +51,9 @@ void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld,
     }
     ld = min(max(L / Do, 0.05f), 50.0f);
     if (Element == CONE) EXTERNAL.last.Lout = L;
-    A = FACTOR_A_FORMULA(dt, ld);
+    Real from_table = -1.0f;
+    if (GLOBALS_mp_G_NUSE_TABLEG == 1 && dt < 1000.0f) TABLE_G_FACTOR_A(dt, ld, from_table);
+    A = from_table == -1.0f ? FACTOR_A_FORMULA(dt, ld) : from_table;
     if (dt < 10.0f && A > 0.1f) A = 0.1f;
 }
 

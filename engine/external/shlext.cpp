@@ -7,6 +7,8 @@
 #include "materials/modulus.h"
 #include "report/lines.h"
 
+#include <algorithm>
+
 namespace tarvane {
 
 namespace {
@@ -21,11 +23,12 @@ bool USE_CHARTS(Int code, Real Fy) {
 void PREPARE_CHART(const SHLEXT_CALL& s) {
     EXTERNAL_STATE& x = EXTERNAL;
     x.chart = std::string_view(s.Chart, 8);
+    std::fill_n(s.Chart + 8, 4, ' '); // in the caller's own field
     x.Temp = s.Temp;
     x.S = s.S;
     CHART_CURVE& curve = x.curve;
-    READ_CHART(s.Chart, 12, s.Temp, curve.t_used, curve.E, curve.Aelastic, curve.second, curve.Amax,
-               curve.Bmax, curve.c0, curve.c1, curve.c2, s.Fy);
+    READ_CHART(x.chart.data(), x.chart.width(), s.Temp, curve.t_used, curve.E, curve.Aelastic,
+               curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2, s.Fy);
     x.CarbonChart = x.chart.view().find("CS") != std::string_view::npos ? 1 : 0;
     x.Emod = curve.E * 1.0E+6f;
 }

@@ -35,10 +35,10 @@ void TANGENT_MODULUS_FIC(Real F, Real& Fic, Real Fy) {
     NUMBER_LINE(" = @2/@0", {as_stress(Fsel), as_stress(Emod)});
     factor_line(A, 7);
 
-    Text<12> name(EXTERNAL.chart.view());
     CHART_CURVE curve = EXTERNAL.curve;
-    READ_CHART(name.data(), name.width(), EXTERNAL.Temp, curve.t_used, curve.E, curve.Aelastic,
-               curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2, Fy);
+    READ_CHART(EXTERNAL.chart.data(), EXTERNAL.chart.width(), EXTERNAL.Temp, curve.t_used, curve.E,
+               curve.Aelastic, curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2,
+               Fy);
     const Real B = FACTOR_B(A, curve);
     LinePieces()
         .text("From the External Pressure Chart ")

@@ -14,10 +14,10 @@ namespace tarvane::external_test {
 
 using data_test::Line;
 
-// The curves of CS-2 are continuous at the end of the straight line.
+// The curves are continuous at the end of the straight line.
 inline constexpr const char* CHARTS = "[CS-2]\n"
                                       "300 0 29.0 0.0005 7250 0.1 11506 15006 4000 500\n"
-                                      "700 0 25.0 0.0004 5000 0.1 9500 13000 4000 500\n"
+                                      "700 0 25.0 0.0004 5000 0.1 9318.8 12818.8 4000 500\n"
                                       "\n"
                                       "[CS-3]\n"
                                       "300.4 0 29.0 0.0005 7250 0.1 20000 15006 4000 500\n"
@@ -28,10 +28,35 @@ inline constexpr const char* CHARTS = "[CS-2]\n"
                                       "150.18 0 10.0 0.0005 2500 0.1 8000 10256 4000 500\n"
                                       "\n"
                                       "[HA-1]\n"
-                                      "100 0 28.0 0.0003 4200 0.1 11508 15008 4000 500\n"
-                                      "400 0 26.0 0.0003 3900 0.1 9000 13000 4000 500\n"
+                                      "100 0 28.0 0.0003 4200 0.1 8586.2 12086.2 4000 500\n"
+                                      "400 0 26.0 0.0003 3900 0.1 8286.2 11786.2 4000 500\n"
                                       "\n"
                                       "[END]\n";
+
+// A call with its chart field; what SHLEXT returns starts as marked values.
+struct Vessel : SHLEXT_CALL {
+    char field[13] = "CS-2        ";
+
+    explicit Vessel(Int kind, std::string_view chart = "CS-2") {
+        std::memset(field, ' ', 12);
+        std::memcpy(field, chart.data(), std::min<std::size_t>(chart.size(), 12));
+        Element = kind;
+        P = 15.0f, Temp = 300.0f;
+        D = 96.0f, t = 0.5f, c = 0.125f;
+        k = 2.0f, L = 96.0f, Alpha = 30.0f, Length = 60.0f;
+        Dsmall = 48.0f, ConeLength = 41.5692f;
+        MAEP = -11.0f, Tca = -12.0f, Slen = -13.0f, Do = -14.0f;
+        FactorA = -15.0f, FactorB = -16.0f, Fha = -17.0f, FailCA = -18.0f;
+        Print = 1;
+        S = 17500.0f, Fy = 33600.0f;
+        Material = 1;
+    }
+    Vessel& run() {
+        Chart = field;
+        SHLEXT(*this);
+        return *this;
+    }
+};
 
 class ExternalTest : public data_test::DataTest {
   protected:
@@ -68,33 +93,8 @@ class ExternalTest : public data_test::DataTest {
         return text + "\n[CoE]\n";
     }
 
-    // A call with its chart field; what SHLEXT returns starts as marked values.
-    struct Element : SHLEXT_CALL {
-        char field[13] = "CS-2        ";
-
-        explicit Element(Int kind, std::string_view chart = "CS-2") {
-            std::memset(field, ' ', 12);
-            std::memcpy(field, chart.data(), std::min<std::size_t>(chart.size(), 12));
-            SHLEXT_CALL::Element = kind;
-            P = 15.0f, Temp = 300.0f;
-            D = 96.0f, t = 0.5f, c = 0.125f;
-            k = 2.0f, L = 96.0f, Alpha = 30.0f, Length = 60.0f;
-            Dsmall = 48.0f, ConeLength = 41.5692f;
-            MAEP = -11.0f, Tca = -12.0f, Slen = -13.0f, Do = -14.0f;
-            FactorA = -15.0f, FactorB = -16.0f, Fha = -17.0f, FailCA = -18.0f;
-            Print = 1;
-            S = 17500.0f, Fy = 33600.0f;
-            Material = 1;
-        }
-        Element& run() {
-            Chart = field;
-            SHLEXT(*this);
-            return *this;
-        }
-    };
-
     // Silent, for many calls in a row.
-    static Element quiet(Element element) {
+    static Vessel quiet(Vessel element) {
         element.Print = 0;
         return element.run();
     }
