@@ -113,5 +113,91 @@ TEST_F(Pwht, LimitsOfTheMetricConstants) {
     EXPECT_EQ(need("1", 1, 1.261f), 1);
 }
 
+TEST_F(Pwht, ForcedHoldsForEveryOtherPNumber) {
+    for (const char* const pNumber : {"1", "3", "4", "5A", "7", "9A", "10A", "10C", "11A", ""})
+        for (const Int rule : {1, 2}) {
+            EXPECT_EQ(need(pNumber, 1, 0.1f, rule, 1), 1) << pNumber << " rule " << rule;
+            const Int unforced = need(pNumber, 1, 0.1f, rule, 0);
+            EXPECT_EQ(need(pNumber, 1, 0.1f, rule, 2), unforced) << "1 forces, nothing else";
+        }
+    EXPECT_EQ(need("1", 1, 9.0f, 3, 1), 0) << "no rule, nothing to force";
+}
+
+TEST_F(Pwht, GroupsThatNoTestNames) {
+    for (const Int rule : {1, 2}) {
+        EXPECT_EQ(need("3", 4, 9.0f, rule), 0);
+        EXPECT_EQ(need("3", 0, 9.0f, rule), 0);
+        EXPECT_EQ(need("4", 3, 9.0f, rule, 0, 0, "SA-202 A"), 0);
+        EXPECT_EQ(need("9A", 2, 9.0f, rule), 0);
+    }
+}
+
+TEST_F(Pwht, PNumberIsComparedWithoutBlanksAndNuls) {
+    const std::string_view written[] = {{" 1      ", 8}, {"\0 1 \0\0\0\0", 8}, {"       1", 8}};
+    for (const std::string_view pNumber : written) {
+        write_file("system", "MATFILE1.BIN",
+                   material_file(1, 0, {Record("X", 5).text(144, pNumber).put(152, Int{1})}));
+        PWHT_NEEDED("X", 5, 1, 0, 1.3f, required, pNumberOne, 0, groupCode);
+        EXPECT_EQ(required, 1);
+        EXPECT_EQ(pNumberOne, 1);
+    }
+    EXPECT_EQ(need("1A", 1, 9.0f), 0);
+    EXPECT_EQ(need("5a", 1, 9.0f), 0) << "its letters count as they are";
+}
+
+TEST_F(Pwht, GroupOfAnAusteniticSteelCountsWithoutARule) {
+    need("8", 2, 0.5f, 3);
+    EXPECT_EQ(groupCode, -2);
+    need("8", 2, 0.5f, 2);
+    EXPECT_EQ(groupCode, 0);
+    need("1", 1, 9.0f, 0);
+    EXPECT_EQ(pNumberOne, 1);
+    EXPECT_EQ(groupCode, 1);
+}
+
+TEST_F(Pwht, EachRuleReadsTheFileOfItsDivision) {
+    write_file("system", "MATFILE1.BIN", material_file(1, 0, {Record("X", 5).text(144, "7")}));
+    write_file("system", "MATFILE2.BIN", material_file(1, 0, {Record("X", 5).text(144, "5C")}));
+    const auto answer = [&](Int rule) {
+        PWHT_NEEDED("X", 5, rule, 0, 1.0f, required, pNumberOne, 0, groupCode);
+        return required;
+    };
+    // P-Number 7 is a matter of Division 2, 5C of Division 1: neither finds its own here.
+    EXPECT_EQ(answer(1), 0);
+    EXPECT_EQ(answer(2), 0);
+    remove_file("system", "MATFILE2.BIN");
+    EXPECT_EQ(answer(2), -1);
+    EXPECT_EQ(answer(3), 0) << "other rules read the file of Division 1";
+    G_FORCE_DIV1 = 1;
+    EXPECT_EQ(answer(2), 1) << "the file of Division 1 by the rules of Division 2";
+}
+
+TEST_F(Pwht, SixteenColumnsOfTheNameCount) {
+    write_file("system", "MATFILE1.BIN",
+               material_file(1, 0, {Record("ABCDEFGHIJKLMNOP", 5).text(144, "5A")}));
+    PWHT_NEEDED("ABCDEFGHIJKLMNOPQRST", 5, 1, 0, 1.0f, required, pNumberOne, 0, groupCode);
+    EXPECT_EQ(required, 1);
+    PWHT_NEEDED("ABCDEFGHIJKLMNOP", 6, 1, 0, 1.0f, required, pNumberOne, 0, groupCode);
+    EXPECT_EQ(required, -1) << "another reference number";
+}
+
+TEST_F(Pwht, FillsTheCodeConstantsWhereNobodyDid) {
+    RESET_CODE_CONSTANTS();
+    METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = 1;
+    EXPECT_EQ(need("3", 1, 0.628f), 0); // 16 mm
+    EXPECT_EQ(C_FIVE_EIGHTHS, 0.62992126f);
+    EXPECT_EQ(need("3", 1, 0.63f), 1);
+    EXPECT_EQ(need("1", 1, 1.496f, 1, 0, 1), 0); // 38 mm
+    EXPECT_EQ(need("1", 1, 1.5f, 1, 0, 1), 1);
+    METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = 0;
+    EXPECT_EQ(need("3", 1, 0.628f), 0) << "filled once";
+}
+
+TEST_F(Pwht, PreheatOfOneOnly) {
+    EXPECT_EQ(need("1", 1, 1.4f, 1, 0, 2), 1);
+    EXPECT_EQ(need("1", 1, 1.4f, 1, 0, 1), 0);
+    EXPECT_EQ(need("10C", 1, 1.4f, 1, 0, 1), 1) << "P-number 1 only";
+}
+
 } // namespace
 } // namespace tarvane
