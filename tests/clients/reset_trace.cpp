@@ -228,6 +228,34 @@ void ask_for_data() {
     ENGINE(HELP_FOLDER)(&asme, folder, 20);
 }
 
+// An impact table and an element that reads the edition, from a host's record that is blank before and
+// behind.
+void ask_for_toughness() {
+    TARVANE_HOST_INPUT& host = *ENGINE(GETHOSTINPUT)();
+    const TARVANE_HOST_INPUT blank = host;
+    std::memcpy(host.impact_switches, "1111", 4);
+    for (int k = 0; k < 3; ++k) {
+        std::memcpy(host.impact_counts[k], "11", 2);
+        for (int i = 0; i < 11; ++i) {
+            std::memcpy(host.impact_names[k][i], "SA-350 LF2", 10);
+            std::memcpy(host.impact_numbers[k][i], "-50", 3);
+        }
+    }
+    std::memcpy(host.single_name, "SA-350 LF2", 10);
+    std::memcpy(host.single_number, "-50", 3);
+    ENGINE(READ_IMPACT_TABLE)();
+    host = blank;
+
+    const int32_t curve = TARVANE_CURVE_B, code = 1, on = 1, off = 0;
+    const float tg = 1.0f, one = 1.0f, zero = 0.0f, tr = 0.5f;
+    float t_min, mdmt, t_ug20, ratio = 0.0f, estar_used = 0.0f, reduction = 0.0f;
+    int32_t warnings = 0;
+    ENGINE(MDMT_ELEMENT)
+    (&curve, &tg, &t_min, &mdmt, &t_ug20, &one, &zero, &zero, &tr, &warnings, &code, &ratio, &on,
+     &on, &zero, &on, &zero, &estar_used, "SA-350 LF2", 10, &on, &on, &reduction, &off, &zero,
+     &off);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -257,6 +285,7 @@ int main(int count, char** arguments) {
     turn_switches();
     calculate_flanges(unit);
     ask_for_data();
+    ask_for_toughness();
     report_to(-1);
     calculate_flanges(-1);
     leave_in_the_middle();

@@ -65,9 +65,11 @@ double figure(bool treated, Int Curve, double t) {
 TEST_F(MdmtDiv2, CurvesOfBothFigures) {
     for (Int Curve = 1; Curve <= 4; ++Curve)
         for (const Real t : {0.4f, 0.5f, 0.75f, 1.0f, 1.5f, 2.0f, 3.0f, 4.0f}) {
-            EXPECT_NEAR(FIGURE_3_7(Curve, t), std::min(figure(false, Curve, t), 120.0), 2e-3)
+            EXPECT_NEAR(FIGURE_3_7(Curve, t),
+                        std::min(figure(false, Curve, static_cast<double>(t)), 120.0), 2e-3)
                 << Curve << " at " << t;
-            EXPECT_NEAR(FIGURE_3_8(Curve, t), std::min(figure(true, Curve, t), 120.0), 2e-3)
+            EXPECT_NEAR(FIGURE_3_8(Curve, t),
+                        std::min(figure(true, Curve, static_cast<double>(t)), 120.0), 2e-3)
                 << Curve << " at " << t;
         }
     EXPECT_EQ(FIGURE_3_7(3, 4.0f), 120.0f) << "limited above";
@@ -158,7 +160,7 @@ TEST_F(MdmtDiv2, LowRatiosReach155BelowByTheClass) {
 
 TEST_F(MdmtDiv2, ReductionOfTheGraphs) {
     for (const Real r : {0.25f, 0.289f, 0.29f, 0.4f, 0.421f, 0.422f, 0.5f, 0.8f, 0.998f}) {
-        const double s = r;
+        const auto s = static_cast<double>(r);
         EXPECT_NEAR(reduction_of(part(-r, 0, 50000.0f)),
                     70.86496 - 68.53657 * s - 1.6457663 * s * s, 1e-3)
             << r;

@@ -139,7 +139,7 @@ TEST_F(MdmtRandom, SensibleElementsKeepTheLimits) {
         ASSERT_LE(a.Mdmt, a.Tmin + (a.Pwht == 1 ? 30.001f : 0.0f));
         ASSERT_GE(a.Ratio, 0.0f);
         ASSERT_LE(a.Ratio, 1.0f);
-        if (a.Code == 1) ASSERT_TRUE(a.Tug20 == 650.0f || a.Tug20 <= -20.0f);
+        ASSERT_TRUE(a.Code == 2 || a.Tug20 == 650.0f || a.Tug20 <= -20.0f);
     }
 }
 
@@ -184,7 +184,9 @@ TEST_F(MdmtRandom, HeatTreatmentOnRecordsOfAnyBits) {
         Int required, pNumberOne, groupCode;
         PWHT_NEEDED("X", 5, 1, whole(0, 1), real(), required, pNumberOne, whole(0, 1), groupCode);
         ASSERT_TRUE(required == 0 || required == 1);
-        if (group == INT32_MIN && pNumber.trimmed() != "8") ASSERT_EQ(groupCode, INT32_MIN);
+        if (group == INT32_MIN) {
+            ASSERT_TRUE(groupCode == INT32_MIN || groupCode == 0);
+        }
     }
 }
 

@@ -62,8 +62,10 @@ TEST(Ucs66Table, WholeDegreesThatNeverFallWithThicknessNorRiseFromAToD) {
         for (Int k = 0; k < 4; ++k) {
             const Real T = UCS66_TABLE[i].curve[k];
             EXPECT_EQ(T, std::round(T));
-            if (i > 0) EXPECT_GE(T, UCS66_TABLE[i - 1].curve[k]) << "row " << i << " curve " << k;
-            if (k > 0) EXPECT_LE(T, UCS66_TABLE[i].curve[k - 1]) << "row " << i << " curve " << k;
+            const Real thinner = UCS66_TABLE[i > 0 ? i - 1 : 0].curve[k];
+            const Real warmer = UCS66_TABLE[i].curve[k > 0 ? k - 1 : 0];
+            EXPECT_GE(T, thinner) << "row " << i << " curve " << k;
+            EXPECT_LE(T, warmer) << "row " << i << " curve " << k;
         }
 }
 
@@ -73,9 +75,10 @@ TEST(Ucs66Table, FollowsTheEquationsOfItsCurves) {
     for (Int Curve = CURVE_A; Curve <= CURVE_D; ++Curve) {
         double worst = 0.0, at = 0.0;
         for (const UCS66_ROW& row : UCS66_TABLE) {
-            const double off = row.curve[Curve - 1] - curve_equation(Curve, row.thickness);
-            EXPECT_LE(std::fabs(off), 1.75) << Curve << " at " << row.thickness;
-            if (std::fabs(off) > std::fabs(worst)) worst = off, at = row.thickness;
+            const auto t = static_cast<double>(row.thickness);
+            const double off = static_cast<double>(row.curve[Curve - 1]) - curve_equation(Curve, t);
+            EXPECT_LE(std::fabs(off), 1.75) << Curve << " at " << t;
+            if (std::fabs(off) > std::fabs(worst)) worst = off, at = t;
         }
         std::printf("curve %c: table less equation %+.2f F at %.4f in\n", 'A' + Curve - 1, worst,
                     at);
@@ -95,13 +98,15 @@ TEST(Ucs66Table, FollowsThePolynomialsAwayFromTheBends) {
         const auto& limit = limits[Curve - 1];
         double worst = 0.0, at = 0.0, sum = 0.0;
         for (const UCS66_ROW& row : UCS66_TABLE) {
-            const double T = UCS66_POLYNOMIAL(Curve, row.thickness);
-            const double off = row.curve[Curve - 1] - within_figure(Curve, row.thickness, T);
+            const auto t = static_cast<double>(row.thickness);
+            const auto T = static_cast<double>(UCS66_POLYNOMIAL(Curve, row.thickness));
+            const double off =
+                static_cast<double>(row.curve[Curve - 1]) - within_figure(Curve, t, T);
             EXPECT_LE(std::fabs(off),
                       row.thickness <= limit.bendEnds ? limit.bend : limit.elsewhere)
-                << Curve << " at " << row.thickness;
+                << Curve << " at " << t;
             sum += off;
-            if (std::fabs(off) > std::fabs(worst)) worst = off, at = row.thickness;
+            if (std::fabs(off) > std::fabs(worst)) worst = off, at = t;
         }
         std::printf("curve %c: table less polynomial %+.2f F at %.4f in, mean %+.2f F\n",
                     'A' + Curve - 1, worst, at, sum / UCS66_ROWS);
