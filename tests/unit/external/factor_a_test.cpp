@@ -102,5 +102,18 @@ TEST_F(FactorA, AnotherElementHasNone) {
     }
 }
 
+TEST_F(FactorA, ByTableGWhereItHasAnAnswer) {
+    write_file("library", "TableGData.txt", "[800]\n0.1 0.07\n60 0.07\n[1000]\n0.1 0.07\n2 0.07\n");
+    of(CYLINDER, 0.1f, 90.0f);              // D/t 900
+    EXPECT_EQ(A, FACTOR_A_FORMULA(dt, ld)); // not asked for
+    GLOBALS_mp_G_NUSE_TABLEG = 1;
+    of(CYLINDER, 0.1f, 90.0f);
+    EXPECT_NEAR(A, 0.07f, 1e-6f);
+    of(CYLINDER, 0.1f, 90.0f, 270.0f); // L/D 3: the section of 1000 ends before
+    EXPECT_EQ(A, FACTOR_A_FORMULA(dt, ld));
+    of(CYLINDER, 0.0625f, 62.5f); // D/t 1000
+    EXPECT_EQ(A, FACTOR_A_FORMULA(dt, ld));
+}
+
 } // namespace
 } // namespace tarvane::external_test
