@@ -44,6 +44,7 @@ struct Routine {
     void (*call)(Values&);
 };
 const Routine* find_routine(std::string_view name);
+void run_shlint(Values& values);
 
 // Members of the flange state and module switches. False: no such name.
 bool set_member(const std::string& name, const Value& value);
