@@ -12,10 +12,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr void (*KINDS[])(Place& place) = {
-    build_en_materials,
-    build_materials,
-    build_name_list,
-    build_yields,
+    build_bolts,  build_charts,    build_en_materials, build_materials,
+    build_moduli, build_name_list, build_table_g,      build_yields,
 };
 
 constexpr std::string_view APPROXIMATE_HEAD =

@@ -38,9 +38,13 @@ struct Place {
 
 void write_file(const std::filesystem::path& path, std::string_view bytes);
 
+void build_bolts(Place& place);
+void build_charts(Place& place);
 void build_en_materials(Place& place);
 void build_materials(Place& place);
+void build_moduli(Place& place);
 void build_name_list(Place& place);
+void build_table_g(Place& place);
 void build_yields(Place& place);
 
 // Makes every data file of `sources` in the folder `out`.
