@@ -69,7 +69,7 @@ struct Fault {
     const char *file, *text, *by, *complaint;
 };
 
-// One broken row for each check of the material tables; the complaint behind its file and line.
+// One broken row for each check of the tables; the complaint behind its file and line.
 constexpr Fault FAULTS[] = {
     {"materials_viii1.csv", "SA-516 65", "SA-516 65 and more",
      ": name: longer than 16 characters: \"SA-516 65 and more\""},
@@ -94,6 +94,18 @@ constexpr Fault FAULTS[] = {
     {"materials_en.csv", "\n2 ", "\n1 ", ": key: \"1\" stands already in line "},
     {"materials_en.csv", ", Rp0.2", ", Rp0.3", ": proof: neither Rp0.2 nor Rp1.0: \"Rp0.3\""},
     {"materials_en.csv", ", 227,", ", 2x7,", ": 50: not a number: \"2x7\""},
+    {"charts.csv", ",1.6,", ",1.5,", ": tolerance: B = "},
+    {"charts.csv", "CS-1,300,29.0", "CS-1,300,28.0", ": modulus: the first point is not on the"},
+    {"chart_points.csv", "CS-1,300,1.35e-5", "CS-4,300,1.35e-5",
+     ": chart: no curve of this chart and temperature"},
+    {"chart_points.csv", "9.0e-4,11900", "9.0e-4,11300", ": b: below the one before"},
+    {"bolts.csv", "IMPERIAL,in,0.625", "IMPERIAL,in,0.425", ": diameter: not above the one before"},
+    {"bolts.csv", "UNC,in,0.5,", "UNX,in,0.5,", ": series: no thread series"},
+    {"moduli.csv", "31.4,30.8,30.3", "31.4,,30.3", ": -100: a gap before this value"},
+    {"moduli.csv", "\n3,TM-1", "\n2,TM-1", ": reference: given twice"},
+    {"expansion.csv", "6.4,6.5,6.6", "6.4,6.543,6.6", ": 100: written as 6.543, read back as 6.54"},
+    {"table_g.csv", "\n4,0.05,", "\n4,0.06,", ": l_do: the first one is not 0.05"},
+    {"table_g.csv", "150,50,4.89e-05", "150,50,5.89e-05", ": a: above the one before"},
 };
 
 TEST_F(DataBuilder, RefusesABrokenRowByItsPlaceAndWritesNothing) {

@@ -1,7 +1,8 @@
 // The table of factor A that is shipped: its form, its published points, and both against the theory.
-#include "../source_table.h"
+#include "materials/table_g.h"
 
-#include <gtest/gtest.h>
+#include "../data_folder.h"
+#include "../source_table.h"
 
 #include <cmath>
 #include <cstdio>
@@ -109,6 +110,35 @@ TEST(BuiltTableG, EveryLengthIsAnsweredAndAFalls) {
         for (std::size_t i = 1; i < KEYS.size(); ++i)
             EXPECT_LE(by_table(all.at(KEYS[i]), length), by_table(all.at(KEYS[i - 1]), length))
                 << KEYS[i] << " at " << length;
+}
+
+class BuiltTableGLookup : public data_test::DataTest {
+  protected:
+    BuiltTableGLookup() { SET_MODULE_DIR(TARVANE_BUILT_DATA_DIR); }
+};
+
+TEST_F(BuiltTableGLookup, TheEngineAnswersAtEveryKeyAndBetween) {
+    const auto all = sections();
+    for (double length = 0.05; length <= 50.0; length *= 1.4) {
+        Real last = 1.0f;
+        for (std::size_t i = 0; i < KEYS.size(); ++i) {
+            const Real key = static_cast<Real>(KEYS[i]);
+            Real at_key = 0.0f, between = 0.0f;
+            TABLE_G_FACTOR_A(key, static_cast<Real>(length), at_key);
+            const double expected = by_table(all.at(KEYS[i]), length);
+            EXPECT_NEAR(static_cast<double>(at_key), expected, 1.0e-4 * expected) << key << length;
+            if (i > 0) {
+                TABLE_G_FACTOR_A(0.5f * (key + static_cast<Real>(KEYS[i - 1])),
+                                 static_cast<Real>(length), between);
+                EXPECT_LE(between, last) << key << " at " << length;
+                EXPECT_GE(between, at_key) << key << " at " << length;
+            }
+            last = 1.0001f * at_key;
+        }
+    }
+    Real longest = 0.0f;
+    TABLE_G_FACTOR_A(150.0f, 50.0f, longest);
+    EXPECT_NEAR(longest, 4.89e-5f, 1.0e-8f);
 }
 
 // A few published points at each value of Do/t that has them.
