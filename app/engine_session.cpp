@@ -99,9 +99,4 @@ void set_units(const InputFile& file) {
     SET_METRIC_CONSTANTS();
 }
 
-void set_data_folder(const std::string& folder) {
-    SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
-    SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
-}
-
 } // namespace tarvane::app

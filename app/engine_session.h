@@ -1,4 +1,4 @@
-// What the calls of every kind of element share: services, report file, units, data folder.
+// What the calls of every kind of element share: services, report file, units.
 #pragma once
 
 #include "element.h"
@@ -45,8 +45,5 @@ class ReportUnit {
 void set_units(const InputFile& file);
 
 void put_blank_padded(char* field, std::size_t width, const std::string& text);
-
-// Folder of the data files in place of the library's own.
-void set_data_folder(const std::string& folder);
 
 } // namespace tarvane::app

@@ -1,34 +1,20 @@
 #include "run.h"
 
-#include "engine_session.h"
+#include "data_folder.h"
+#include "files.h"
 #include "input_file.h"
 #include "report_view.h"
 #include "text.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <memory>
 #include <ostream>
-#include <random>
-#include <sstream>
-#include <stdexcept>
 #include <vector>
 
 namespace tarvane::app {
 
 namespace {
-
-std::string read_whole(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!file || std::filesystem::is_directory(path))
-        throw std::runtime_error("cannot read " + path);
-    if (file.peek() != std::ifstream::traits_type::eof() && !(bytes << file.rdbuf()))
-        throw std::runtime_error("cannot read " + path);
-    return bytes.str();
-}
 
 // The closing tables of all kinds; `calculated` holds the elements in the order of the file.
 std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
@@ -82,27 +68,6 @@ Status run(const RunOptions& options, std::ostream& out, std::ostream& err) {
     } catch (const std::exception& problem) {
         err << "tarvane: " << problem.what() << '\n';
         return Status::bad_input;
-    }
-}
-
-void write_whole(const std::string& path, std::string_view bytes) {
-    namespace fs = std::filesystem;
-    std::random_device random;
-    const fs::path target(path);
-    fs::path partial = target;
-    partial += ".partial-" + std::to_string(random());
-    std::error_code failure;
-    {
-        std::ofstream file(partial, std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file) failure = std::make_error_code(std::errc::io_error);
-    }
-    if (!failure) fs::rename(partial, target, failure);
-    if (failure) {
-        std::error_code ignored;
-        fs::remove(partial, ignored);
-        throw std::runtime_error("cannot write " + path);
     }
 }
 

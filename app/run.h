@@ -5,7 +5,6 @@
 
 #include <iosfwd>
 #include <string>
-#include <string_view>
 
 namespace tarvane::app {
 
@@ -17,10 +16,6 @@ struct RunOptions {
 };
 
 Status run(const RunOptions& options, std::ostream& out, std::ostream& err);
-
-// The whole file or nothing: written under another name in the same folder, then renamed. Throws
-// std::runtime_error.
-void write_whole(const std::string& path, std::string_view bytes);
 
 // Table of the keys of an input file, kind by kind.
 std::string key_table();

@@ -1,6 +1,6 @@
 #include "cases_routines.h"
 
-#include "engine_session.h"
+#include "data_folder.h"
 #include "flange_results.h"
 #include "report_view.h"
 #include "tarvane/tarvane.h"

@@ -1,6 +1,6 @@
 // The program itself, as a user runs it.
 #include "app_fixture.h"
-#include "engine_session.h"
+#include "data_folder.h"
 #include "flange_session.h"
 #include "report_view.h"
 #include "run.h"

@@ -5,7 +5,7 @@
 //   tarvane_golden --write OUTPUT_FOLDER GOLDEN_FOLDER DATA_FOLDER [NAME...]
 //
 // The second form compares nothing and writes the reports into another folder.
-#include "engine_session.h"
+#include "data_folder.h"
 #include "input_file.h"
 #include "text.h"
 

@@ -1,0 +1,173 @@
+#include "charts.h"
+
+#include "chart_drawing.h"
+#include "data_folder.h"
+#include "files.h"
+#include "results.h"
+
+#include "tarvane/tarvane.h"
+#include "text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <ostream>
+
+namespace tarvane::app {
+
+namespace {
+
+constexpr std::string_view CHART_FILE = "ExtChartData.txt";
+
+bool holds(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+bool by_yield(std::string_view name) { return holds(name, "CS-3") || name.starts_with("NFA-11"); }
+
+// The name as the chart file writes it; nothing when it has no such chart.
+std::optional<std::string> name_in_file(std::string_view given,
+                                        const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        if (folded(name) == folded(given)) return name;
+    }
+    return std::nullopt;
+}
+
+std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
+    std::string message = "no chart " + quoted(given) + " in " + std::string(CHART_FILE);
+    const std::vector<std::string_view> candidates(names.begin(), names.end());
+    const std::string_view near = nearest(given, candidates);
+    if (!near.empty()) message += "; the nearest is " + std::string(near);
+    return message;
+}
+
+// ---- table -----------------------------------------------------------------------------------------
+
+std::string factor_text(float A) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3e", static_cast<double>(A));
+    return text;
+}
+
+// Values of A for the table: a few in each decade up to the end of the curve, and the ends of its two
+// parts.
+std::vector<float> table_factors(const ChartCurve& curve) {
+    constexpr float STEPS[] = {1.0f, 1.5f, 2.0f, 3.0f, 4.0f, 5.0f, 6.0f, 8.0f};
+    std::vector<float> factors;
+    for (float decade = 1e-5f; decade < curve.Amax; decade *= 10.0f) {
+        for (const float step : STEPS) {
+            if (decade * step < curve.Amax) factors.push_back(decade * step);
+        }
+    }
+    factors.push_back(curve.Aelastic);
+    factors.push_back(curve.Amax);
+    std::sort(factors.begin(), factors.end());
+    const auto close = [](float a, float b) { return b <= a * 1.0001f; };
+    factors.erase(std::unique(factors.begin(), factors.end(), close), factors.end());
+    return factors;
+}
+
+void print_table(const ChartOptions& options, const std::string& name, float temperature,
+                 const ChartCurve& curve, std::ostream& out) {
+    const UnitSystem& units = options.units;
+    const auto line = [&](std::string_view label, const std::string& value) {
+        out << padded(label, 28) << value << '\n';
+    };
+    out << "External pressure chart " << name << '\n';
+    line("Temperature", shown(temperature, Quantity::temperature, units));
+    line("Temperature of the chart", shown(curve.temperature, Quantity::temperature, units));
+    if (by_yield(name)) {
+        line("Yield stress",
+             shown(units.to_engine(options.yield, Quantity::stress), Quantity::stress, units));
+    }
+    line("Modulus of the chart", shown(curve.E * 1e6f, Quantity::stress, units));
+    line("Straight line up to A =", factor_text(curve.Aelastic));
+    line("Curve up to A =", factor_text(curve.Amax));
+    if (options.A) {
+        line("At A = " + factor_text(*options.A),
+             "B = " + shown(curve.B(*options.A), Quantity::stress, units));
+    }
+    out << '\n'
+        << right_aligned("A", 10)
+        << right_aligned("B, " + to_utf8(units.label(Quantity::stress)), 16) << '\n'
+        << std::string(26, '-') << '\n';
+    for (const float A : table_factors(curve)) {
+        out << right_aligned(factor_text(A), 10)
+            << right_aligned(value_text(curve.B(A), Quantity::stress, units), 16);
+        if (A == curve.Aelastic) out << "  end of the straight line";
+        if (A == curve.Amax) out << "  end of the curve";
+        out << '\n';
+    }
+}
+
+} // namespace
+
+float ChartCurve::B(float A) const {
+    float result = 0.0f;
+    FACTOR_B(&A, &E, &Aelastic, &Amax, &Bmax, &c0, &c1, &c2, &result);
+    return result;
+}
+
+ChartCurve read_curve(const std::string& name, float temperature, float yield) {
+    ChartCurve c;
+    float second = 0.0f;
+    READ_CHART(name.data(), static_cast<std::int32_t>(name.size()), &temperature, &c.temperature,
+               &c.E, &c.Aelastic, &second, &c.Amax, &c.Bmax, &c.c0, &c.c1, &c.c2, &yield);
+    return c;
+}
+
+std::vector<std::string> chart_names() {
+    std::vector<std::string> names;
+    for (const Section& section : read_sections(CHART_FILE))
+        names.push_back(section.name);
+    return names;
+}
+
+std::vector<float> chart_temperatures(std::string_view name) {
+    std::vector<float> temperatures;
+    if (by_yield(name)) return temperatures;
+    for (const Section& section : read_sections(CHART_FILE)) {
+        if (section.name != name) continue;
+        for (const std::string& row : section.lines)
+            temperatures.push_back(std::strtof(row.c_str(), nullptr));
+    }
+    return temperatures;
+}
+
+Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& err) {
+    const auto refuse = [&](const std::string& reason) {
+        err << "tarvane: " << reason << '\n';
+        return Status::bad_input;
+    };
+    if (!options.data.empty()) set_data_folder(options.data);
+    RESET_ENGINE();
+    const UnitSystem& units = options.units;
+    const float temperature = units.to_engine(options.temperature, Quantity::temperature);
+    const float yield = units.to_engine(options.yield, Quantity::stress);
+    if (!std::isfinite(temperature) || !std::isfinite(yield))
+        return refuse("a temperature and a yield stress are numbers");
+    if (options.A && !(*options.A > 0.0f && std::isfinite(*options.A)))
+        return refuse("a factor A is a number above 0");
+
+    const std::vector<std::string> names = chart_names();
+    if (names.empty()) return refuse(std::string(CHART_FILE) + " is missing or holds no charts");
+    const std::optional<std::string> name = name_in_file(options.name, names);
+    if (!name) return refuse(no_chart(options.name, names));
+    if (by_yield(*name) && !(yield > 0.0f))
+        return refuse("chart " + *name + " depends on the yield stress: give it by --yield");
+
+    const ChartCurve curve = read_curve(*name, temperature, yield);
+    if (!(curve.E > 0.0f && curve.Amax > 0.0f))
+        return refuse("the rows of chart " + *name + " cannot be read");
+    print_table(options, *name, temperature, curve, out);
+    if (options.svg.empty()) return Status::fine;
+
+    ChartDrawing drawing{*name, {}, curve, options.A, units};
+    for (const float row : chart_temperatures(*name))
+        drawing.curves.push_back(read_curve(*name, row, yield));
+    write_whole(options.svg, draw_chart(drawing));
+    return Status::fine;
+}
+
+} // namespace tarvane::app

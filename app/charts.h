@@ -1,0 +1,46 @@
+// External pressure charts of the data files: curves by temperature, stress B by factor A.
+#pragma once
+
+#include "element.h"
+
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::app {
+
+// A chart at a temperature. Stresses in psi.
+struct ChartCurve {
+    float temperature = 0.0f; // that the chart was held to (F)
+    float E = 0.0f;           // modulus (millions of psi); 0: there is no chart
+    float Aelastic = 0.0f;    // end of the straight line
+    float Amax = 0.0f, Bmax = 0.0f;
+    float c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
+
+    float B(float A) const;
+};
+
+ChartCurve read_curve(const std::string& name, float temperature, float yield);
+
+// The charts that the chart file has.
+std::vector<std::string> chart_names();
+// The temperatures of the curves of a chart. None for a chart whose one curve depends on the yield
+// stress, and for one that the file does not have.
+std::vector<float> chart_temperatures(std::string_view name);
+
+struct ChartOptions {
+    std::string name;
+    float temperature = 0.0f; // in the units of the option
+    float yield = 0.0f;
+    std::optional<float> A; // a point to mark
+    std::string svg;        // the drawing; empty: none
+    std::string data;       // folder of the data files; empty: beside the library
+    UnitSystem units = us_units();
+};
+
+// Writes the table of a chart, and the drawing when one is asked for.
+Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& err);
+
+} // namespace tarvane::app

@@ -1,0 +1,70 @@
+#include "data_folder.h"
+
+#include "tarvane/tarvane.h"
+
+#include <filesystem>
+#include <fstream>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace tarvane::app {
+
+namespace {
+
+std::string chosen; // empty: that of the library
+
+std::string library_file() {
+    const auto routine = reinterpret_cast<const void*>(&RESET_ENGINE);
+#ifdef _WIN32
+    HMODULE module = nullptr;
+    char path[MAX_PATH] = "";
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<const char*>(routine), &module);
+    GetModuleFileNameA(module, path, MAX_PATH);
+    return path;
+#else
+    Dl_info library{};
+    return dladdr(routine, &library) != 0 && library.dli_fname != nullptr ? library.dli_fname : "";
+#endif
+}
+
+} // namespace
+
+void set_data_folder(const std::string& folder) {
+    chosen = folder;
+    SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
+    SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
+}
+
+std::string data_folder() {
+    if (!chosen.empty()) return chosen;
+    return std::filesystem::path(library_file()).parent_path().string();
+}
+
+std::vector<Section> read_sections(std::string_view file) {
+    std::vector<Section> sections;
+    std::ifstream stream(std::filesystem::path(data_folder()) / file);
+    for (std::string line; std::getline(stream, line);) {
+        const std::size_t first = line.find_first_not_of(" \t\r");
+        if (first == std::string::npos || line[first] == ';') continue;
+        const std::size_t close = line.find(']', first);
+        if (line[first] != '[' || close == std::string::npos) {
+            if (!sections.empty())
+                sections.back().lines.push_back(
+                    line.substr(first, line.find_last_not_of(" \t\r") + 1 - first));
+            continue;
+        }
+        std::string name = line.substr(first + 1, close - first - 1);
+        name.erase(name.find_last_not_of(' ') + 1);
+        if (name == "END") break;
+        sections.push_back({std::move(name), {}});
+    }
+    return sections;
+}
+
+} // namespace tarvane::app

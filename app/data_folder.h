@@ -1,0 +1,24 @@
+// The folder of the data files, and the text files in it that the host reads itself.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::app {
+
+// Folder of the data files in place of the library's own; empty: the library's own again.
+void set_data_folder(const std::string& folder);
+// The folder that was set, else that of the library.
+std::string data_folder();
+
+// A section of a text file of the folder: "[name]" and its lines up to the next section, without
+// blank lines and comments.
+struct Section {
+    std::string name;
+    std::vector<std::string> lines;
+};
+// Up to "[END]"; none when the file cannot be read.
+std::vector<Section> read_sections(std::string_view file);
+
+} // namespace tarvane::app
