@@ -74,8 +74,12 @@ class Page {
     void path(const std::vector<std::pair<double, double>>& points, std::string_view colour,
               double width) {
         std::string list;
-        for (const auto& [x, y] : points)
-            list += (list.empty() ? "" : " ") + coordinate(x) + ',' + coordinate(y);
+        for (const auto& [x, y] : points) {
+            list += coordinate(x);
+            list += ',';
+            list += coordinate(y);
+            list += ' ';
+        }
         body += "<polyline fill=\"none\" stroke=\"" + std::string(colour) + "\" stroke-width=\"" +
                 number(width) + "\" stroke-linejoin=\"round\" points=\"" + list + "\"/>\n";
     }

@@ -81,7 +81,8 @@ void print_table(const ChartOptions& options, const std::string& name, float tem
         line("Yield stress",
              shown(units.to_engine(options.yield, Quantity::stress), Quantity::stress, units));
     }
-    line("Modulus of the chart", shown(curve.E * 1e6f, Quantity::stress, units));
+    line("Modulus of the chart", number_text(units.to_file(curve.E * 1e6f, Quantity::stress), 0) +
+                                     ' ' + to_utf8(units.label(Quantity::stress)));
     line("Straight line up to A =", factor_text(curve.Aelastic));
     line("Curve up to A =", factor_text(curve.Amax));
     if (options.A) {
@@ -161,6 +162,9 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     if (!(curve.E > 0.0f && curve.Amax > 0.0f))
         return refuse("the rows of chart " + *name + " cannot be read");
     print_table(options, *name, temperature, curve, out);
+    if (is_approximate(CHART_FILE, *name))
+        out << "\nApproximate figures: replace " << CHART_FILE
+            << " by one made from a licensed copy of the standard.\n";
     if (options.svg.empty()) return Status::fine;
 
     ChartDrawing drawing{*name, {}, curve, options.A, units};

@@ -2,6 +2,7 @@
 
 #include "tarvane/tarvane.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -65,6 +66,15 @@ std::vector<Section> read_sections(std::string_view file) {
         sections.push_back({std::move(name), {}});
     }
     return sections;
+}
+
+bool is_approximate(std::string_view file, std::string_view item) {
+    for (const Section& section : read_sections("approximate.txt")) {
+        if (section.name == file &&
+            std::find(section.lines.begin(), section.lines.end(), item) != section.lines.end())
+            return true;
+    }
+    return false;
 }
 
 } // namespace tarvane::app

@@ -1,5 +1,6 @@
 #include "element.h"
 
+#include "data_folder.h"
 #include "text.h"
 
 #include <algorithm>
@@ -16,10 +17,14 @@ bool Reading::sound(std::string_view key) const {
     return place != keys.end() && place->second.sound;
 }
 
-void Reading::fault(std::string_view key, std::string message) {
-    const auto place = keys.find(key);
-    const int line = place == keys.end() ? table_line : place->second.line;
+void Reading::fault_at(std::string_view place, std::string_view key, std::string message) {
+    const auto found = keys.find(place);
+    const int line = found == keys.end() ? table_line : found->second.line;
     faults.push_back({line, std::string(key), std::move(message)});
+}
+
+void Reading::use(const std::string& file, const std::string& item) {
+    if (is_approximate(file, item)) approximate[file].insert(item);
 }
 
 std::string name_of(const Element& element) {

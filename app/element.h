@@ -4,9 +4,11 @@
 #pragma once
 
 #include "keys.h"
+#include "material_files.h"
 
 #include <map>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,19 +45,30 @@ struct Fault {
     std::string message;
 };
 
+// What a calculation takes from approximate rows of the data files: by file, the items.
+using ApproximateUses = std::map<std::string, std::set<std::string>>;
+
 // The table of one element as it is read: which keys stand in the file, and where faults go.
 class Reading {
   public:
-    Reading(const UnitSystem& file_units, int line, std::vector<Fault>& into)
-        : units(file_units), table_line(line), faults(into) {}
+    Reading(const UnitSystem& file_units, MaterialFiles& files, int line, std::vector<Fault>& into)
+        : units(file_units), materials(files), table_line(line), faults(into) {}
 
     const UnitSystem& units;
+    MaterialFiles& materials;
+    ApproximateUses approximate;
 
     bool given(std::string_view key) const { return keys.contains(key); }
     // Given with a value that can be used, too.
     bool sound(std::string_view key) const;
     // A fault at the line of a key; at that of the table for a key that is not given.
-    void fault(std::string_view key, std::string message);
+    void fault(std::string_view key, std::string message) {
+        fault_at(key, key, std::move(message));
+    }
+    // The same at the line of another key.
+    void fault_at(std::string_view place, std::string_view key, std::string message);
+    // The calculation uses an item of a data file: told at the end when it is approximate.
+    void use(const std::string& file, const std::string& item);
     // A key that the file leaves out, but whose value comes from elsewhere: it isn't missing then.
     void supply(std::string_view key) { keys[key] = {table_line, true}; }
     void note(std::string_view key, int line, bool is_sound) { keys[key] = {line, is_sound}; }
@@ -74,6 +87,7 @@ struct Element {
     const ElementKind* kind = nullptr;
     int line = 0;   // of its table
     int number = 1; // among the elements of its kind
+    ApproximateUses approximate;
 
     virtual ~Element() = default;
 

@@ -3,6 +3,7 @@
 #include "flange_results.h"
 #include "flange_session.h"
 #include "input_file.h"
+#include "material_keys.h"
 
 namespace tarvane::app {
 
@@ -55,7 +56,72 @@ void FlangeInput::put_text(const Key& key, const std::string& western) {
     }
 }
 
+// ---- materials ---------------------------------------------------------------------------------------
+
+MaterialSelection FlangeInput::material_selection() const {
+    return {.code = code(),
+            .metric = whole_setting(Setting::material_metric) == 1,
+            .force_div1 = whole_setting(Setting::force_div1) == 1,
+            .d2_class = whole_setting(Setting::d2_class),
+            .year = whole_setting(Setting::material_year)};
+}
+
+// Each of its own keys in the file comes before what the record says.
+void FlangeInput::take_material(Reading& reading) {
+    const MaterialKeys keys{.name_key = "material",
+                            .reference_key = "material_reference",
+                            .name = text.substr(slot::flange_material, 15),
+                            .reference = whole_setting(Setting::material_reference),
+                            .selection = material_selection()};
+    const Material* material = find_material(reading, keys, {"Sfo", "Sfa"});
+    if (material == nullptr) return;
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sfo", design_temperature))
+        record[6] = *stress;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sfa", AMBIENT))
+        record[7] = *stress;
+    if (!reading.given("material_class") && material->modulus > 0)
+        record[34] = static_cast<float>(material->modulus);
+    if (!reading.given("chart")) write_slot(slot::chart, 15, material->chart);
+    if (!reading.given("chart_yield")) put_setting(Setting::chart_yield, material->yield);
+    if (!reading.given("p_number"))
+        put_setting(Setting::p_number, static_cast<float>(p_number_of(*material)));
+}
+
+void FlangeInput::take_bolt_material(Reading& reading) {
+    MaterialKeys keys{.name_key = "bolt_material",
+                      .reference_key = "bolt_reference",
+                      .name = text.substr(slot::bolt_material, 15),
+                      .reference = static_cast<int>(record[75]),
+                      .selection = material_selection()};
+    if (reading.sound("a")) keys.size = record[22];
+    const Material* material = find_material(reading, keys, {"Sb", "Sa"});
+    if (material == nullptr) return;
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sb", design_temperature))
+        record[19] = *stress;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sa", AMBIENT))
+        record[20] = *stress;
+    if (!reading.given("bolt_reference")) record[75] = static_cast<float>(material->reference);
+}
+
+// Rows of the text tables that this flange will use.
+void FlangeInput::note_tables(Reading& reading) const {
+    const bool cover = text[slot::channel_cover] == 'Y' && setting(Setting::cover_modulus) == 0.0f;
+    if (code() <= 2 && (cover || setting(Setting::rigidity) != 0.0f))
+        reading.use("ElastAlp07.txt", "modulus " + std::to_string(static_cast<int>(record[34])));
+    for (const Choice& series : flange_keys().find("bolting")->choices) {
+        if (series.number != static_cast<int>(record[23])) continue;
+        reading.use("BOLTDATA.TXT", std::string(series.name));
+    }
+}
+
+// ---- checks -----------------------------------------------------------------------------------------
+
 void FlangeInput::complete(Reading& reading) {
+    take_material(reading);
+    take_bolt_material(reading);
+    note_tables(reading);
     if (!reading.given("P_operating")) put_setting(Setting::design_pressure_operating, record[4]);
 
     if (setting(Setting::keep_thickness) != 0.0f) {

@@ -34,6 +34,12 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const InputFile& file) const override;
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+
+  private:
+    MaterialSelection material_selection() const;
+    void take_material(Reading& reading);
+    void take_bolt_material(Reading& reading);
+    void note_tables(Reading& reading) const;
 };
 
 // The flanges of a file in their order.

@@ -29,6 +29,7 @@ enum class Setting {
     force_div1,
     d2_class,
     material_year,
+    material_reference,
     count
 };
 

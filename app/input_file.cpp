@@ -47,6 +47,7 @@ class Reader {
   private:
     ReadResult& result;
     std::span<const ElementKind* const> known_kinds;
+    MaterialFiles materials;
 
     void fault(int line, std::string_view key, std::string message) {
         result.faults.push_back({line, std::string(key), std::move(message)});
@@ -299,7 +300,7 @@ void Reader::read_element(const Source& source, const toml::table& common) {
     std::unique_ptr<Element> element = source.kind->make();
     element->line = line_of(*source.table);
     element->number = source.number;
-    Reading reading(result.file.units, element->line, result.faults);
+    Reading reading(result.file.units, materials, element->line, result.faults);
 
     for (const Key& key : table.keys) {
         if (key.quantity != Quantity::text)
@@ -328,6 +329,7 @@ void Reader::read_element(const Source& source, const toml::table& common) {
                                 expected(key, result.file.units) + " is expected (" +
                                 std::string(key.meaning) + ")");
     }
+    element->approximate = std::move(reading.approximate);
     result.file.elements.push_back(std::move(element));
 }
 

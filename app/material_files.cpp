@@ -21,7 +21,7 @@ std::string text_of(const char (&field)[N]) {
     return text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
-Material material_of(const TARVANE_MATERIAL_RECORD& r, bool metric) {
+Material material_of(const TARVANE_MATERIAL_RECORD& r, const MaterialSelection& selection) {
     Material m;
     m.name = text_of(r.name);
     m.reference = r.reference;
@@ -44,7 +44,7 @@ Material material_of(const TARVANE_MATERIAL_RECORD& r, bool metric) {
     m.size_to = r.max_dia;
     m.impact_temperature = r.impact_temperature;
     m.reduction_66g = r.ucs66g_reduction;
-    m.metric_axis = metric;
+    m.selection = selection;
     m.record = r;
     return m;
 }
@@ -75,13 +75,18 @@ std::vector<Material::Allowable> Material::allowables() const {
         --count; // zeros behind the last stress: not allowed there
     std::vector<Allowable> list;
     for (std::size_t i = 0; i < count; ++i)
-        list.push_back({axis(i, metric_axis), record.allowable[i] * PSI});
+        list.push_back({axis(i, selection.metric), record.allowable[i] * PSI});
     return list;
 }
 
 float Material::last_temperature() const {
     const std::vector<Allowable> list = allowables();
     return list.empty() ? 0.0f : list.back().temperature;
+}
+
+float Material::allowable_at(float temperature) const {
+    select_materials(selection); // the axis goes by it
+    return READ_ALLOWABLE_AT(&record, &temperature) * PSI;
 }
 
 bool Material::takes_size(float diameter) const {
@@ -105,13 +110,18 @@ std::string material_key(std::string_view name) {
 
 // ---- files -----------------------------------------------------------------------------------------
 
+void select_materials(const MaterialSelection& selection) {
+    const std::int32_t metric = selection.metric ? 1 : 0, force = selection.force_div1 ? 1 : 0;
+    const std::int32_t d2_class = selection.d2_class, year = selection.year;
+    SET_MATERIAL_SELECTION(&metric, &force, &d2_class, &year);
+}
+
 const std::vector<Material>& MaterialFiles::all(const MaterialSelection& selection) {
     const auto known = files.find(selection);
     if (known != files.end()) return known->second;
 
-    const std::int32_t metric = selection.metric ? 1 : 0, force = selection.force_div1 ? 1 : 0;
-    const std::int32_t d2_class = selection.d2_class, year = selection.year, code = selection.code;
-    SET_MATERIAL_SELECTION(&metric, &force, &d2_class, &year);
+    const std::int32_t code = selection.code;
+    select_materials(selection);
     std::vector<Material>& list = files[selection];
     std::int32_t count = 0;
     MATERIAL_COUNT(&code, &count);
@@ -119,7 +129,7 @@ const std::vector<Material>& MaterialFiles::all(const MaterialSelection& selecti
         std::int32_t status = 1;
         TARVANE_MATERIAL_RECORD record{};
         MATERIAL_BY_NUMBER(&code, &number, &status, &record);
-        if (status == FOUND) list.push_back(material_of(record, selection.metric));
+        if (status == FOUND) list.push_back(material_of(record, selection));
     }
     return list;
 }
@@ -152,6 +162,10 @@ std::vector<std::string> MaterialFiles::near_names(std::string_view name,
 
 std::string unknown_material(std::string_view name, const MaterialSelection& selection,
                              MaterialFiles& files) {
+    if (selection.file_code() != TARVANE_ASME_VIII_1 &&
+        selection.file_code() != TARVANE_ASME_VIII_2)
+        return "no material " + quoted(name) +
+               ": this code has no material file (force_div1 = true takes that of VIII-1)";
     if (files.all(selection).empty())
         return "no material " + quoted(name) + ": " + selection.file() + " is missing or empty";
     std::string message = "no material " + quoted(name) + " in " + selection.file();

@@ -42,7 +42,7 @@ struct Material {
     float size_above = -1.0f, size_to = -1.0f;
     int impact_temperature = 1; // below 1: impact tested
     int reduction_66g = 0;
-    bool metric_axis = false;
+    MaterialSelection selection;
     TARVANE_MATERIAL_RECORD record{};
 
     // The temperatures that have an allowable stress, and the stresses.
@@ -52,7 +52,8 @@ struct Material {
     std::vector<Allowable> allowables() const;
     // The last of these temperatures; 0 without any.
     float last_temperature() const;
-    // At a temperature up to the last one; the first stress at and below the first one.
+    // Between these temperatures on a straight line; the first stress below the first one. Only up to
+    // the last one.
     float allowable_at(float temperature) const;
     // A bolt of this size belongs to this record, as far as it has limits.
     bool takes_size(float diameter) const;
@@ -60,6 +61,9 @@ struct Material {
 
 // "A" to "D", "impact" (tested by its specification), "exempt"; empty without a curve.
 std::string_view curve_name(int curve);
+
+// Which file the engine reads from now on.
+void select_materials(const MaterialSelection& selection);
 
 // Reads each file once. The engine's material selection is another one behind a read.
 class MaterialFiles {

@@ -84,7 +84,11 @@ void print_list(const std::vector<const Material*>& materials, const UnitSystem&
         {"Yield", stress, true, [](M m, U u) { return stress_text(m.yield, u); }},
         {"Chart", "", false, [](M m, U) { return or_dash(m.chart); }},
         {"Allowed", to_temperature, true, last_temperature},
-        {"Note", "", false, [](M m, U) { return m.note; }},
+        {"Note", "", false,
+         [](M m, U u) {
+             const std::string size = size_range(m, u);
+             return m.note + (size.empty() ? "" : ", " + size);
+         }},
     };
     std::vector<std::vector<std::string>> lines(materials.size() + 2);
     for (const Column& column : columns) {
@@ -171,7 +175,7 @@ void print_approximate(const std::vector<const Material*>& materials,
     if (any)
         out << '\n'
             << sign << "Approximate figures: replace " << selection.file()
-            << " by one made from a licensed copy of the code.\n";
+            << " by one made from a licensed copy of the standard.\n";
 }
 
 } // namespace

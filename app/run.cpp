@@ -28,6 +28,23 @@ std::string closing_tables(const std::vector<Calculated>& calculated, const Unit
     return tables;
 }
 
+// One line for each data file of which approximate rows were used.
+std::string approximate_lines(const InputFile& file) {
+    ApproximateUses uses;
+    for (const auto& element : file.elements) {
+        for (const auto& [data_file, items] : element->approximate)
+            uses[data_file].insert(items.begin(), items.end());
+    }
+    std::string lines;
+    for (const auto& [data_file, items] : uses) {
+        lines += "\nApproximate figures of " + data_file + " were used (";
+        for (const std::string& item : items)
+            lines += (item == *items.begin() ? "" : ", ") + item;
+        lines += "): replace the file by one made from a licensed copy of the standard.\n";
+    }
+    return lines;
+}
+
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
     if (!options.data.empty()) set_data_folder(options.data);
     const ReadResult input = read_input(read_whole(options.input));
@@ -56,7 +73,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
         calculated.push_back({element.get(), &outcome});
     }
     if (!options.report.empty()) write_whole(options.report, reports);
-    out << closing_tables(calculated, file.units) << std::flush;
+    out << closing_tables(calculated, file.units) << approximate_lines(file) << std::flush;
     return status;
 }
 
