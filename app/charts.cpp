@@ -54,17 +54,19 @@ std::string factor_text(float A) {
 // parts.
 std::vector<float> table_factors(const ChartCurve& curve) {
     constexpr float STEPS[] = {1.0f, 1.5f, 2.0f, 3.0f, 4.0f, 5.0f, 6.0f, 8.0f};
-    std::vector<float> factors;
+    const auto is_end = [&](float A) {
+        return std::fabs(A / curve.Aelastic - 1.0f) < 1e-4f ||
+               std::fabs(A / curve.Amax - 1.0f) < 1e-4f;
+    };
+    std::vector<float> factors{curve.Aelastic};
+    if (curve.Amax > curve.Aelastic) factors.push_back(curve.Amax);
     for (float decade = 1e-5f; decade < curve.Amax; decade *= 10.0f) {
         for (const float step : STEPS) {
-            if (decade * step < curve.Amax) factors.push_back(decade * step);
+            const float A = decade * step;
+            if (A < curve.Amax && !is_end(A)) factors.push_back(A);
         }
     }
-    factors.push_back(curve.Aelastic);
-    factors.push_back(curve.Amax);
     std::sort(factors.begin(), factors.end());
-    const auto close = [](float a, float b) { return b <= a * 1.0001f; };
-    factors.erase(std::unique(factors.begin(), factors.end(), close), factors.end());
     return factors;
 }
 

@@ -2,6 +2,7 @@
 #include "charts.h"
 #include "materials_command.h"
 #include "run.h"
+#include "text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,7 +28,7 @@ bool on_terminal() {
 
 // The unit system of --units.
 tarvane::app::UnitSystem units_named(const std::string& name) {
-    return name == "si" ? tarvane::app::si_units() : tarvane::app::us_units();
+    return tarvane::app::folded(name) == "si" ? tarvane::app::si_units() : tarvane::app::us_units();
 }
 
 } // namespace
@@ -89,7 +90,7 @@ int main(int argc, char** argv) try {
         return 0;
     }
     if (materials_command->parsed()) {
-        materials.selection.code = materials_code == "VIII-2" ? 2 : 1;
+        materials.selection.code = folded(materials_code) == "viii2" ? 2 : 1;
         materials.units = units_named(materials_units);
         return static_cast<int>(list_materials(materials, std::cout, std::cerr));
     }

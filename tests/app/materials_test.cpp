@@ -75,12 +75,12 @@ class DataFolder : public ProgramTest {
         metric.yield = 260.0f;
         write_records("MATFILE1M.BIN", {metric});
         write("ExtChartData.txt", "[CS-2]\n"
-                                  "300 0 29.0 7.0e-04 10150 0.1 17000 0 -10150 0\n"
-                                  "500 0 27.0 6.0e-04 8100 0.1 13000 0 -8100 0\n\n"
+                                  "300 0 29.0 7.0e-04 10150 0.1 16614.7 19614.7 3000 0\n"
+                                  "500 0 27.0 6.0e-04 8100 0.1 12543.7 14543.7 2000 0\n\n"
                                   "[CS-3]\n"
-                                  "300.4 0 29.0 1.0e-03 14500 0.1 20000 0 -14500 0\n\n"
+                                  "300.4 0 29.0 1.0e-03 14500 0.1 20000 23000 3000 0\n\n"
                                   "[HA-1]\n"
-                                  "100 0 28.0 3.0e-04 4200 0.1 12000 0 -4200 0\n\n"
+                                  "100 0 28.0 3.0e-04 4200 0.1 12000 15000 3000 0\n\n"
                                   "[END]\n");
         write("approximate.txt", "[ExtChartData.txt]\nHA-1\n[BOLTDATA.TXT]\nTEMA\n"
                                  "[ElastAlp07.txt]\nmodulus 4\n[END]\n");
@@ -167,8 +167,11 @@ TEST_F(Materials, ThatAreUnknownGiveNearNames) {
     const ProgramRun result = tarvane("materials 'SA-517 70'");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err.substr(0, 77),
-              "tarvane: no material \"SA-517 70\" in MATFILE1.BIN; the nearest are SA-516 70, ");
+    EXPECT_EQ(result.err,
+              "tarvane: no material \"SA-517 70\" in MATFILE1.BIN; the nearest is SA-516 70\n");
+    EXPECT_EQ(tarvane("materials 'SA-196 70'").err,
+              "tarvane: no material \"SA-196 70\" in MATFILE1.BIN; the nearest are SA-516 70, "
+              "SA-193 B7\n");
 }
 
 TEST_F(Materials, WithoutAFileAreNone) {
@@ -273,9 +276,8 @@ TEST_F(MaterialKey, OfSeveralRecordsAsksForTheReference) {
 TEST_F(MaterialKey, ThatIsUnknownIsAFaultWhereItIsNeeded) {
     EXPECT_TRUE(fault_lines(FLANGE_TOML + "material = \"P245GH\"\n").empty());
     const auto faults = fault_lines(flange({"Sfo", "Sfa"}, "material = \"SA-515 70\"\n"));
-    ASSERT_EQ(faults.size(), 1u); // nothing about Sfo and Sfa
-    EXPECT_EQ(faults[0].substr(0, 88), "f:25: material: no material \"SA-515 70\" in MATFILE1.BIN; "
-                                       "the nearest are SA-516 70, SA-");
+    EXPECT_EQ(faults, std::vector<std::string>{"f:25: material: no material \"SA-515 70\" in "
+                                               "MATFILE1.BIN; the nearest is SA-516 70"});
     EXPECT_EQ(
         fault_lines(flange({"Sfa"}, "code = 4\nmaterial = \"SA-516 70\"\n")),
         std::vector<std::string>{"f:27: material: no material \"SA-516 70\": this code has no "
@@ -333,7 +335,7 @@ TEST_F(Chart, ShowsTheCurveAtATemperature) {
           "Modulus of the chart        28000000 psi\n", // between 29 and 27 million
           " 1.000e-05          140.00\n",               // A E / 2
           " 6.500e-04         9100.00  end of the straight line\n",
-          " 1.000e-01         9125.00  end of the curve\n"}) // -9125 log10(0.1)
+          " 1.000e-01        14579.20  end of the curve\n"}) // 17079.2 + 2500 log10(0.1)
         EXPECT_NE(result.out.find(line), std::string::npos) << line << '\n' << result.out;
     EXPECT_EQ(result.out.find("pproximate"), std::string::npos);
 }
