@@ -1,12 +1,13 @@
 // The kinds of element tables. A new kind is one line here.
 #include "element.h"
 #include "flange_input.h"
+#include "shell_input.h"
 
 namespace tarvane::app {
 
 namespace {
 
-constexpr const ElementKind* KINDS[] = {&FLANGE_KIND};
+constexpr const ElementKind* KINDS[] = {&FLANGE_KIND, &SHELL_KIND};
 
 } // namespace
 

@@ -4,7 +4,9 @@
 
 #include "frame/export_arguments.h"
 #include "materials/ucs23_list.h"
+#include "openings/flat_head_openings.h"
 #include "shell/app_1_4f_head.h"
+#include "shell/elements.h"
 #include "shell/failure_corrosion.h"
 #include "shell/forming.h"
 #include "shell/shlint.h"
@@ -208,6 +210,35 @@ void TARVANE_CALL HEAD_SURFACE_AREA(const float* D, const float* t, const float*
 
 int32_t TARVANE_CALL LIS_UCS23_MATERIAL(const char* name, int32_t name_len) {
     return tarvane::LIS_UCS23_MATERIAL(text_of(name, name_len)) ? 1 : 0;
+}
+
+void TARVANE_CALL PATTERNED_OPENINGS(const int32_t* kind, const float* head_dia, const float* d1,
+                                     const float* d2, const float* edge1, const float* edge2,
+                                     const float* pitch, const int32_t* material, const float* C,
+                                     float* factor, float* C_out, int32_t* flag) {
+    tarvane::OPENINGS_CALL call{.kind = *kind,
+                                .headDia = *head_dia,
+                                .d1 = *d1,
+                                .d2 = *d2,
+                                .edge1 = *edge1,
+                                .edge2 = *edge2,
+                                .pitch = *pitch,
+                                .material = *material,
+                                .Cin = *C};
+    tarvane::PATTERNED_OPENINGS(call);
+    *factor = call.coverFactor;
+    *C_out = call.Cout;
+    *flag = call.coverFlag;
+}
+
+float TARVANE_CALL DIV2_M_FACTOR(const float* D, const float* r, const float* t, const float* L,
+                                 const float* c, const int32_t* element, const float* Ut) {
+    return tarvane::DIV2_M_FACTOR(*D, *r, *t, *L, *c, *element, *Ut);
+}
+
+float TARVANE_CALL DIV2_K_FACTOR(const float* D, const float* r, const float* t, const float* L,
+                                 const float* c, const int32_t* element, const float* Ut) {
+    return tarvane::DIV2_K_FACTOR(*D, *r, *t, *L, *c, *element, *Ut);
 }
 
 } // extern "C"

@@ -231,6 +231,51 @@ TARVANE_API void TARVANE_CALL HEAD_SURFACE_AREA(const float* D, const float* t, 
 */
 TARVANE_API int32_t TARVANE_CALL LIS_UCS23_MATERIAL(const char* name, int32_t name_len);
 
+/*
+** PATTERNED_OPENINGS - openings in a flat head or cover by UG-39, with the lines of the check for a
+** host that wants its report; violations stand there in the error style. SHLINT and FLANGE_CALC call it
+** themselves.
+**
+** Given:
+**   kind      TARVANE_FLAT_HEAD, or 7 for a bolted cover; with any other the factors are neutral
+**   head_dia  diameter of the head (in)
+**   d1, d2, edge1, edge2, pitch  openings, their distances to the edge, their spacing (in); d2 0.0: one
+**             opening
+**   material  how the head is attached: 1, 2, 5 to 8 limit the doubled factor to 0.50, others to 0.75
+**   C         attachment factor
+** Returned:
+**   factor    h of UG-39(e)(2), by which the thickness grows; 1.0: none
+**   C_out     attachment factor doubled by UG-39(d)(1), of a flat head; else C
+**   flag      1: a single opening, or openings far enough apart
+*/
+TARVANE_API void TARVANE_CALL PATTERNED_OPENINGS(const int32_t* kind, const float* head_dia,
+                                                 const float* d1, const float* d2,
+                                                 const float* edge1, const float* edge2,
+                                                 const float* pitch, const int32_t* material,
+                                                 const float* C, float* factor, float* C_out,
+                                                 int32_t* flag);
+
+/*
+** DIV2_M_FACTOR, DIV2_K_FACTOR - factors of the older Division 2, AD-204, that SHLINT takes for formed
+** heads when the fifth argument of SET_GLOBALS_FROM_TVN is 1: M of the crown's membrane stress, K of the
+** bending in the knuckle, by (t - c - Ut)/(L + c) and (r + c)/(D + 2c).
+**
+** Given:
+**   D, r, t, L, c  inside diameter, knuckle radius, thickness, crown radius, corrosion allowance (in)
+**   element        TARVANE_ELLIPTICAL_HEAD: radii 0.17 D and 0.9 D, whatever r and L
+**   Ut             mill under-tolerance (in)
+** Returned (function value):
+**   the factor
+**
+** Note: above a ratio r/D of 0.20 the table of K ends, and its column of the call before holds.
+*/
+TARVANE_API float TARVANE_CALL DIV2_M_FACTOR(const float* D, const float* r, const float* t,
+                                             const float* L, const float* c,
+                                             const int32_t* element, const float* Ut);
+TARVANE_API float TARVANE_CALL DIV2_K_FACTOR(const float* D, const float* r, const float* t,
+                                             const float* L, const float* c,
+                                             const int32_t* element, const float* Ut);
+
 #ifdef __cplusplus
 }
 #endif

@@ -175,6 +175,8 @@ class Expression {
             x = hull({std::fabs(x.lo), std::fabs(x.hi)});
         } else if (name == "Ln" || name == "ln") {
             x = {std::log(x.lo), std::log(x.hi)};
+        } else if (name == "exp") {
+            x = {std::exp(x.lo), std::exp(x.hi)};
         } else {
             throw NotAnExpression("the word " + name);
         }

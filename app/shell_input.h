@@ -1,0 +1,33 @@
+// A [[shell]] of an input file, in the engine's units.
+#pragma once
+
+#include "element.h"
+#include "shell_keys.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::app {
+
+extern const ElementKind SHELL_KIND;
+
+struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
+    int shape() const { return whole_setting(ShellNumber::kind); } // TARVANE_CYLINDER and so on
+    bool has(ShellNumber flag) const { return setting(flag) != 0.0f; }
+    bool outside() const { return setting(ShellNumber::Do) > 0.0f; }
+    float diameter() const { return setting(outside() ? ShellNumber::Do : ShellNumber::D); }
+    bool older_division_2() const { return whole_setting(ShellNumber::code) == 2; }
+    bool knuckle() const; // of a cone
+    const std::string& material() const { return text_setting(ShellText::material); }
+
+    std::string description() const override { return text_setting(ShellText::description); }
+    void put_number(const Key& key, float value) override;
+    void put_text(const Key& key, const std::string& western) override;
+    void complete(Reading& reading) override;
+    std::vector<std::string_view> required(const Reading& reading) const override;
+    std::unique_ptr<Outcome> calculate(const InputFile& file) const override;
+    Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+};
+
+} // namespace tarvane::app

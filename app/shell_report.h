@@ -1,0 +1,23 @@
+// The report of one shell, line by line through the engine's report channel.
+#pragma once
+
+#include "shell_session.h"
+
+#include <string>
+
+namespace tarvane::app {
+
+// The report is on; `outcome` is what the calls have given.
+void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
+                        const UnitSystem& units);
+
+// Decimal commas in the records of a report.
+void put_decimal_commas(std::string& report);
+
+// Lines of the report by which the verdict goes, in the error style.
+inline constexpr std::string_view THICKNESS_WARNING =
+    "Warning: Required Thickness Exceeds the Given Thickness!";
+inline constexpr std::string_view PRESSURE_WARNING =
+    "Warning: Maximum Allowable Working Pressure is below the Design Pressure!";
+
+} // namespace tarvane::app

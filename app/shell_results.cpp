@@ -1,0 +1,113 @@
+#include "shell_results.h"
+
+#include "report_view.h"
+#include "results.h"
+#include "tarvane/tarvane.h"
+
+#include <cmath>
+#include <vector>
+
+namespace tarvane::app {
+
+using N = ShellNumber;
+
+namespace {
+
+constexpr float WITHIN = 0.999f, BEYOND = 1.001f; // what falls short by less does not fail
+
+} // namespace
+
+bool is_short_of_thickness(const ShellInput& shell, const ShellOutcome& outcome) {
+    const float t = shell.setting(N::t);
+    return !(outcome.t_required > 0.0f && outcome.t_required <= t * BEYOND);
+}
+
+bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome) {
+    return !(outcome.mawp >= shell.setting(N::P) * WITHIN);
+}
+
+Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units) {
+    Verdict verdict;
+    if (outcome.stopped) {
+        verdict.say(Status::stopped,
+                    "the engine stopped with code " + std::to_string(outcome.fatal_code));
+        return verdict;
+    }
+    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
+    if (is_short_of_thickness(shell, outcome)) {
+        const bool none = !(outcome.t_required > 0.0f && std::isfinite(outcome.t_required));
+        fails(none ? std::string("no thickness holds the design pressure")
+                   : "the required thickness " +
+                         shown(outcome.t_required, Quantity::thickness, units) +
+                         " is above the given " +
+                         shown(shell.setting(N::t), Quantity::thickness, units));
+    }
+    if (is_short_of_pressure(shell, outcome)) {
+        fails("the MAWP " + shown(outcome.mawp, Quantity::pressure, units) +
+              " is below the design pressure " +
+              shown(shell.setting(N::P), Quantity::pressure, units));
+    }
+    if (outcome.status_14f == TARVANE_HEAD_FAILED)
+        fails("Appendix 1-4(f) has no solution for this geometry");
+    if (outcome.thin && !outcome.limits_14f) {
+        verdict.say(Status::fine, "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
+                                  "needs Sy and the elastic modulus of material_class");
+    }
+    for (const ReportLine& line : report_lines(outcome.report)) {
+        if (line.marks[4] == 1 && line.text.find("UG-39") != std::string_view::npos)
+            fails(to_utf8(line.text));
+    }
+    return verdict;
+}
+
+namespace {
+
+struct ShellResult {
+    const ShellInput* shell;
+    const ShellOutcome* outcome;
+};
+
+std::string heading(const ShellResult& r) { return r.shell->description(); }
+
+std::optional<float> number(float value) {
+    if (!std::isfinite(value)) return std::nullopt;
+    return value;
+}
+
+} // namespace
+
+std::string shell_tables(std::span<const Calculated> elements, const UnitSystem& units) {
+    std::vector<ShellResult> results;
+    for (const Calculated& c : elements) {
+        results.push_back({static_cast<const ShellInput*>(c.element),
+                           static_cast<const ShellOutcome*>(c.outcome)});
+    }
+    const Row<ShellResult> rows[] = {
+        {"Design pressure                       P", Quantity::pressure,
+         [](const ShellResult& r) { return number(r.shell->setting(N::P)); }},
+        {"Given thickness                       t", Quantity::thickness,
+         [](const ShellResult& r) { return number(r.shell->setting(N::t)); }},
+        {"Required thickness                    tg", Quantity::thickness,
+         [](const ShellResult& r) { return number(r.outcome->t_governing); }},
+        {"The same with allowances              treq", Quantity::thickness,
+         [](const ShellResult& r) { return number(r.outcome->t_required); }},
+        {"Maximum allowable working pressure    MAWP", Quantity::pressure,
+         [](const ShellResult& r) { return number(r.outcome->mawp); }},
+        {"The same, new and cold                MAPnc", Quantity::pressure,
+         [](const ShellResult& r) { return number(r.outcome->map_nc); }},
+        {"Allowable stress                      S", Quantity::stress,
+         [](const ShellResult& r) { return number(r.shell->setting(N::S)); }},
+        {"Actual stress                         Sact", Quantity::stress,
+         [](const ShellResult& r) { return number(r.outcome->stress); }},
+        {"Corrosion allowance                   c", Quantity::thickness,
+         [](const ShellResult& r) { return number(r.shell->setting(N::c)); }},
+        {"Corrosion allowance at failure", Quantity::thickness,
+         [](const ShellResult& r) -> std::optional<float> {
+             if (r.outcome->rules.older_division_2) return std::nullopt;
+             return number(r.outcome->fail_ca);
+         }},
+    };
+    return table<ShellResult>("Shells and heads", rows, results, heading, units);
+}
+
+} // namespace tarvane::app

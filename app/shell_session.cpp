@@ -1,0 +1,143 @@
+#include "shell_session.h"
+
+#include "engine_session.h"
+#include "shell_report.h"
+#include "tarvane/tarvane.h"
+
+#include <algorithm>
+
+namespace tarvane::app {
+
+using N = ShellNumber;
+
+namespace {
+
+constexpr float THIN = 0.002f; // thickness over crown radius, up to which Appendix 1-4(f) applies
+
+void set_globals(const ShellInput& shell) {
+    const std::int32_t corroded_k = shell.whole_setting(N::corroded_K);
+    const std::int32_t older = shell.older_division_2() ? ON : OFF;
+    SET_GLOBALS_FROM_TVN(&OFF, &corroded_k, &OFF, &OFF, &older, &OFF, &OFF);
+    const std::int32_t code = shell.whole_setting(N::code);
+    SET_MODULE_CODE(&code);
+}
+
+// The second name of an argument of SHLINT: k of an ellipse, thickness of the knuckle of a cone.
+float ninth_argument(const ShellInput& shell) {
+    return shell.setting(shell.shape() == TARVANE_CONE ? N::tk : N::k);
+}
+
+void call_shlint(const ShellInput& shell, ShellOutcome& o) {
+    const auto at = [&](N number) -> const float* {
+        return &shell.settings[static_cast<std::size_t>(number)];
+    };
+    const std::int32_t element = shell.shape(), reference = shell.whole_setting(N::material_class),
+                       service = shell.whole_setting(N::service),
+                       outside = shell.outside() ? ON : OFF,
+                       skip = shell.whole_setting(N::skip_1_4f),
+                       corroded_k = shell.whole_setting(N::corroded_K);
+    const float D = shell.diameter(), k = ninth_argument(shell);
+    o.L = shell.setting(N::L);
+    o.Sy_cold = shell.setting(N::Sy_cold);
+    std::int32_t status = TARVANE_HEAD_NOT_RUN;
+    SHLINT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k, &o.L,
+           at(N::r), at(N::alpha), nullptr, nullptr, at(N::C), at(N::D2), &o.t_req, &o.mawp,
+           &o.map_nc, &o.stress, &reference, at(N::T), &service, &o.t_req_raw, &outside, &o.t_14f,
+           at(N::Sy), &o.mawp_14f, &o.map_nc_14f, &status, &o.Sy_cold, at(N::Ut), &skip, at(N::d1),
+           at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment), &corroded_k,
+           shell.material().data(), static_cast<std::int32_t>(shell.material().size()));
+    o.status_14f = status;
+}
+
+void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
+    const auto at = [&](N number) -> const float* {
+        return &shell.settings[static_cast<std::size_t>(number)];
+    };
+    const std::int32_t element = shell.shape(), service = shell.whole_setting(N::service),
+                       outside = shell.outside() ? ON : OFF,
+                       corroded_k = shell.whole_setting(N::corroded_K);
+    const float D = shell.diameter();
+    COMPUTE_FAILURE_CA_DIV1(at(N::P), &D, at(N::E), at(N::S), at(N::t), at(N::k), at(N::L), at(N::r),
+                            at(N::alpha), at(N::C), at(N::D2), &element, &o.fail_ca, &outside,
+                            at(N::tk), &o.fail_ca_knuckle, at(N::d1), at(N::d2), at(N::edge1),
+                            at(N::edge2), at(N::pitch), at(N::attachment), &service, &corroded_k);
+}
+
+void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
+    if (shell.material().empty()) return;
+    const auto at = [&](N number) -> const float* {
+        return &shell.settings[static_cast<std::size_t>(number)];
+    };
+    const std::int32_t element = shell.shape(), outside = shell.outside() ? ON : OFF,
+                       code = TARVANE_ASME_VIII_1,
+                       reference = shell.whole_setting(N::material_reference), index = 0;
+    const float D = shell.diameter();
+    const float D_small = shell.setting(N::D_small) > 0.0f ? shell.setting(N::D_small) : D;
+    const float straight = shell.setting(N::straight) / 12.0f, none = 0.0f;
+    std::int32_t cls = 0;
+    float thinning = 0.0f, area = 0.0f, D_max = 0.0f, D_blank = 0.0f;
+    FORMING_STRAIN(&element, &outside, &D, at(N::t), &o.strain, shell.material().data(),
+                   static_cast<std::int32_t>(shell.material().size()), at(N::r), &D_small,
+                   at(N::alpha), &code, &reference, &cls, &index, &thinning, &area, &D_max, &D_blank,
+                   at(N::k), at(N::L), &none, &straight);
+}
+
+// Where Appendix 1-4(f) limits the pressures of a formed head.
+void find_thin_head(const ShellInput& shell, ShellOutcome& o) {
+    const bool formed =
+        shell.shape() == TARVANE_ELLIPTICAL_HEAD || shell.shape() == TARVANE_TORISPHERICAL_HEAD;
+    if (!formed || o.rules.older_division_2) return;
+    const float t = shell.setting(N::t), c = shell.setting(N::c), Ut = shell.setting(N::Ut);
+    o.thin = ((t - c) - Ut) / (o.L + c) <= THIN;
+    o.thin_new = t / o.L <= THIN;
+    const HeadModuli E = head_moduli(shell);
+    o.limits_14f =
+        shell.setting(N::Sy) > 1000.0f && E.design > 1.0f && E.cold > 1.0f && !shell.has(N::skip_1_4f);
+}
+
+} // namespace
+
+OpeningFactors check_openings(const ShellInput& shell) {
+    const auto at = [&](N number) -> const float* {
+        return &shell.settings[static_cast<std::size_t>(number)];
+    };
+    OpeningFactors factors{.C = shell.setting(N::C)};
+    const bool none = !(shell.setting(N::d1) > 0.0f || shell.setting(N::d2) > 0.0f);
+    if (shell.shape() != TARVANE_FLAT_HEAD || none) return factors;
+    const float span = std::max(shell.diameter(), shell.setting(N::D2));
+    const std::int32_t kind = TARVANE_FLAT_HEAD, attachment = shell.whole_setting(N::attachment);
+    std::int32_t flag = 0;
+    PATTERNED_OPENINGS(&kind, &span, at(N::d1), at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch),
+                       &attachment, at(N::C), &factors.F, &factors.C, &flag);
+    return factors;
+}
+
+void calculate_shell(const ShellInput& shell, ShellOutcome& o) {
+    set_globals(shell);
+    SET_IWRITE(&OFF);
+    call_shlint(shell, o);
+    SET_IWRITE(&OFF); // SHLINT may leave it on
+    o.openings = check_openings(shell);
+    o.rules = rules_of(shell, o.openings);
+    find_thin_head(shell, o);
+    o.t_governing = std::max(o.t_req, o.t_14f);
+    o.t_required = o.t_governing + shell.setting(N::c) + shell.setting(N::Ut);
+    if (!o.rules.older_division_2) find_failure_corrosion(shell, o);
+    find_forming_strain(shell, o);
+}
+
+ShellOutcome run_shell(const ShellInput& shell, const InputFile& file) {
+    ShellOutcome outcome;
+    const Services services(outcome);
+    RESET_ENGINE();
+    set_units(file);
+    const ReportUnit report;
+    calculate_shell(shell, outcome);
+    report.switch_on();
+    write_shell_report(shell, outcome, file.units);
+    outcome.report = report.switch_off_and_read();
+    if (file.decimal_comma) put_decimal_commas(outcome.report);
+    return outcome;
+}
+
+} // namespace tarvane::app

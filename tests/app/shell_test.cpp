@@ -1,0 +1,404 @@
+// [[shell]]: reading, the formulas that the report shows against what SHLINT gives, verdict.
+#include "shell_input.h"
+
+#include "app_fixture.h"
+#include "engine_session.h"
+#include "shell_formula.h"
+#include "shell_report.h"
+#include "shell_results.h"
+#include "shell_session.h"
+#include "tarvane/tarvane.h"
+
+#include <cmath>
+
+namespace tarvane::app {
+namespace {
+
+using N = ShellNumber;
+
+const std::string HEAD = "[[shell]]\nP = 100\nT = 200\nS = 20000\nSa = 17000\nt = 0.75\n";
+const std::string CYLINDER = HEAD + "kind = \"cylinder\"\nD = 48\n";
+const std::string TORISPHERE =
+    HEAD + "kind = \"torispherical\"\nD = 48\nL = 48\nr = 3\nc = 0.0625\nUt = 0.01\n";
+const std::string ELLIPSE = HEAD + "kind = \"elliptical\"\nD = 48\nc = 0.0625\nUt = 0.01\n";
+const std::string CONE = HEAD + "kind = \"cone\"\nD = 48\nalpha = 30\nc = 0.0625\nUt = 0.01\n";
+const std::string FLAT = HEAD + "kind = \"flat\"\nD = 12\nC = 0.3\nc = 0.0625\nUt = 0.01\n";
+
+// The only shell of a text without faults.
+ShellInput shell_of(const std::string& toml) {
+    const ReadResult result = read_input(toml);
+    EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
+    if (result.file.elements.empty()) return {};
+    return static_cast<const ShellInput&>(*result.file.elements.front());
+}
+
+ShellOutcome results_of(const ShellInput& shell) {
+    ShellOutcome outcome;
+    set_data_folder(TARVANE_DATA_DIR);
+    const Services services(outcome);
+    RESET_ENGINE();
+    set_units(InputFile{});
+    calculate_shell(shell, outcome);
+    return outcome;
+}
+
+void expect_near(float formula, float engine, const std::string& what) {
+    EXPECT_NEAR(formula, engine, 3e-6f * std::fabs(engine)) << what;
+}
+
+// What the report shows is what SHLINT calculates.
+void expect_formulas_hold(const ShellInput& shell, const std::string& what) {
+    const ShellOutcome o = results_of(shell);
+    const ShellRules& r = o.rules;
+    if (!r.older_division_2)
+        expect_near(r.thickness.back().value, o.t_req_raw, what + ", thickness");
+    expect_near(std::max(r.thickness.back().value, 0.0625f), o.t_req, what + ", with the minimum");
+    expect_near(r.mawp.back().value, o.mawp, what + ", MAWP");
+    expect_near(r.map_nc.back().value, o.map_nc, what + ", MAPnc");
+    expect_near(r.stress.back().value, o.stress, what + ", stress");
+}
+
+std::string rule_of(const ShellInput& shell) { return results_of(shell).rules.thickness.back().rule; }
+
+float above(float value) { return std::nextafter(value, 1.0e30f); }
+
+// ---- formulas --------------------------------------------------------------------------------------
+
+struct Variant {
+    std::string name, toml;
+};
+
+TEST(ShellFormulas, GiveWhatTheEngineGives) {
+    const std::string out = "Do = 50\n";
+    const auto outside = [&](const std::string& toml) { return with("D", "", toml) + out; };
+    const Variant variants[] = {
+        {"cylinder", CYLINDER + "c = 0.0625\nUt = 0.01\nE = 0.85\n"},
+        {"cylinder outside", outside(CYLINDER) + "c = 0.0625\nUt = 0.01\nE = 0.85\n"},
+        {"sphere", with("kind", "kind = \"sphere\"", CYLINDER) + "c = 0.0625\nUt = 0.01\n"},
+        {"sphere outside",
+         outside(with("kind", "kind = \"sphere\"", CYLINDER)) + "c = 0.0625\nUt = 0.01\n"},
+        {"ellipse", ELLIPSE + "k = 1.7\n"},
+        {"ellipse corroded", ELLIPSE + "k = 2.2\ncorroded_K = true\n"},
+        {"ellipse outside", outside(ELLIPSE)},
+        {"ellipse outside corroded", outside(ELLIPSE) + "h = 10\ncorroded_K = true\n"},
+        {"torisphere", TORISPHERE},
+        {"torisphere outside", outside(TORISPHERE)},
+        {"cone", CONE},
+        {"cone outside", outside(CONE)},
+        {"cone with knuckle", CONE + "r = 3\ntk = 0.7\n"},
+        {"cone with a stronger knuckle", CONE + "r = 9\ntk = 1.5\n"},
+        {"cone outside with knuckle", outside(CONE) + "r = 3\ntk = 0.7\n"},
+        {"cone at the limit of a knuckle", CONE + "r = 0.001\ntk = 0.7\n"},
+        {"flat", FLAT},
+        {"flat outside", with("D", "Do = 12", FLAT)},
+        {"flat of two spans", FLAT + "D2 = 15\n"},
+        {"flat of two equal spans", FLAT + "D2 = 12\n"},
+        {"flat, long", with("D", "Do = 40", FLAT) + "D2 = 10\n"},
+        {"flat with an opening", FLAT + "d1 = 3\nedge1 = 2\n"},
+        {"flat with two openings",
+         FLAT + "D2 = 14\nd1 = 2\nedge1 = 2\nd2 = 1.5\nedge2 = 2\npitch = 3\nattachment = 7\n"},
+    };
+    for (const Variant& v : variants)
+        expect_formulas_hold(shell_of(v.toml), v.name);
+}
+
+// Thick walls and high pressures from both sides. The two forms differ by more than the tolerance.
+TEST(ShellFormulas, ChangeWhereTheEngineChanges) {
+    struct Switch {
+        std::string name, kind;
+        bool outside;
+        float D, t, P; // the last that is thin
+        const char *thin, *thick;
+    };
+    const float c385 = 0.385f * 20000.0f, c665 = 0.665f * 20000.0f;
+    const Switch switches[] = {
+        {"cylinder", "cylinder", false, 10.0f, 2.5f, 5000.0f, "UG-27 (c)(1)", "App. 1-2 (a)(1)"},
+        {"cylinder, pressure", "cylinder", false, 10.0f, 1.0f, c385, "UG-27 (c)(1)",
+         "App. 1-2 (a)(1)"},
+        // (Do - 2t)/4 = t
+        {"cylinder outside", "cylinder", true, 12.0f, 2.0f, 5000.0f, "App. 1-1 (a)(1)",
+         "App. 1-2 (a)(1)"},
+        {"cylinder outside, pressure", "cylinder", true, 12.0f, 1.0f, c385, "App. 1-1 (a)(1)",
+         "App. 1-2 (a)(1)"},
+        {"sphere", "sphere", false, 10.0f, 0.356f * 5.0f, 5000.0f, "UG-27 (d)", "App. 1-3"},
+        {"sphere, pressure", "sphere", false, 10.0f, 1.0f, c665, "UG-27 (d)", "App. 1-3"},
+        {"sphere outside, pressure", "sphere", true, 12.0f, 1.0f, c665, "App. 1-1 (a)(2)",
+         "App. 1-3"},
+    };
+    for (const Switch& s : switches) {
+        ShellInput shell = shell_of(with("kind", "kind = \"" + s.kind + '"', CYLINDER));
+        shell.put_setting(s.outside ? N::Do : N::D, s.D);
+        shell.put_setting(N::t, s.t);
+        shell.put_setting(N::P, s.P);
+        EXPECT_EQ(rule_of(shell), s.thin) << s.name;
+        expect_formulas_hold(shell, s.name);
+        ShellInput beyond = shell;
+        const bool by_pressure = s.P != 5000.0f;
+        beyond.put_setting(by_pressure ? N::P : N::t, above(by_pressure ? s.P : s.t));
+        EXPECT_EQ(rule_of(beyond), s.thick) << s.name;
+        expect_formulas_hold(beyond, s.name + ", thick");
+    }
+}
+
+TEST(ShellFormulas, OfAThickSphereByOutsideDimensions) {
+    ShellInput shell = shell_of(with("kind", "kind = \"sphere\"", CYLINDER));
+    shell.put_setting(N::Do, 12.0f);
+    for (const float t : {1.5f, 1.6f}) { // 0.356 (Do - 2t)/2 = t at 1.575
+        shell.put_setting(N::t, t);
+        EXPECT_EQ(rule_of(shell), t < 1.55f ? "App. 1-1 (a)(2)" : "App. 1-3");
+        expect_formulas_hold(shell, "sphere outside");
+    }
+}
+
+TEST(ShellFormulas, OfTheOlderDivisionTwo) {
+    const std::string older = "code = \"VIII-2\"\nedition = \"older\"\n";
+    const Variant variants[] = {
+        {"crown", with("r", "r = 7", TORISPHERE) + older + "material_class = 20\n"},
+        {"knuckle", TORISPHERE + older},
+        {"ellipse outside", with("D", "Do = 48", ELLIPSE) + older},
+        {"hot", with("T", "T = 700", TORISPHERE) + older + "material_class = 5\n"},
+    };
+    for (const Variant& v : variants) {
+        const ShellInput shell = shell_of(v.toml);
+        EXPECT_EQ(rule_of(shell), "AD-204") << v.name;
+        expect_formulas_hold(shell, v.name);
+    }
+    // Thickness over crown radius 0.06 ends the tables.
+    for (const float t : {2.9f, 3.2f}) {
+        ShellInput shell = shell_of(with("c", "c = 0", with("Ut", "Ut = 0", TORISPHERE)) + older);
+        shell.put_setting(N::t, t);
+        shell.put_setting(N::P, 900.0f);
+        EXPECT_EQ(rule_of(shell), t < 3.0f ? "AD-204" : "App. 1-4 (d)") << t;
+        expect_formulas_hold(shell, "end of the tables");
+    }
+}
+
+// Thin heads: what Appendix 1-4(f) leaves is the lesser pressure, and SHLINT gives it.
+TEST(ShellFormulas, OfAThinHeadAreLimitedByAppendix14f) {
+    for (const std::string& toml : {TORISPHERE, ELLIPSE}) {
+        ShellInput shell = shell_of(toml);
+        shell.put_setting(N::c, 0.0f);
+        shell.put_setting(N::Ut, 0.0f);
+        shell.put_setting(N::t, 0.07f);
+        shell.put_setting(N::P, 15.0f);
+        const ShellOutcome without = results_of(shell);
+        EXPECT_TRUE(without.thin);
+        EXPECT_FALSE(without.limits_14f);
+        expect_formulas_hold(shell, "without a yield stress");
+        shell.put_setting(N::Sy, 30000.0f);
+        const ShellOutcome o = results_of(shell);
+        EXPECT_TRUE(o.limits_14f);
+        EXPECT_EQ(o.status_14f, TARVANE_HEAD_THIN);
+        EXPECT_GT(o.t_14f, 0.0f);
+        EXPECT_EQ(o.t_governing, std::max(o.t_req, o.t_14f));
+        expect_near(std::min(o.rules.mawp.back().value, o.mawp_14f), o.mawp, "MAWP");
+        expect_near(std::min(o.rules.map_nc.back().value, o.map_nc_14f), o.map_nc, "MAPnc");
+    }
+}
+
+TEST(ShellFormulas, BreakTheNumberLineOfManyValues) {
+    Symbols symbols;
+    for (const char* name : {"a", "b", "d", "e", "f", "g", "h"})
+        symbols.put(name, 2.0f, TARVANE_AS_THICKNESS);
+    const Formula division = formula("", "a * b * d / ( e * f - g / h )", "", 0, symbols);
+    EXPECT_EQ(division.value, 8.0f / 3.0f);
+    std::vector<NumberLine> lines = number_lines(division, false);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].text, " = @4 * @4 * @4 ");
+    EXPECT_EQ(lines[1].text, "   / ( @4 * @4 - @4 / @4 )");
+    lines = number_lines(formula("", "a * b * sqrt( d * e * f * g / h )", "", 0, symbols), false);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[1].text, "   * sqrt( @4 * @4 * @4 * @4 / @4 )");
+    EXPECT_EQ(lines[1].values.size(), 5u);
+}
+
+TEST(ShellFormulas, ShowStressesInTheUnitOfThePressureThatComesOut) {
+    Symbols symbols;
+    symbols.put("P", 1.0f, TARVANE_AS_PRESSURE);
+    symbols.put("S", 1.0f, TARVANE_AS_STRESS);
+    symbols.put("D", 1.0f, TARVANE_AS_DIAMETER);
+    const auto kinds = [&](int result, bool differs) {
+        return number_lines(formula("", "P * D / S", "", result, symbols), differs)[0].kinds;
+    };
+    const int p = TARVANE_AS_PRESSURE, s = TARVANE_AS_STRESS, t = TARVANE_AS_THICKNESS;
+    EXPECT_EQ(kinds(t, false), (std::vector<int>{p, t, s}));
+    EXPECT_EQ(kinds(t, true), (std::vector<int>{p, t, p}));
+    EXPECT_EQ(kinds(s, true), (std::vector<int>{s, t, s}));
+}
+
+// Two nodes of each table of AD-204, and the column that stays.
+TEST(OlderDivisionTwo, FactorsAtTheNodesOfTheTables) {
+    const auto factor = [](auto routine, float rd, float tl) {
+        const float D = 100.0f, L = 100.0f, c = 0.0f, u = 0.0f, r = rd * D, t = tl * L;
+        const std::int32_t head = TARVANE_TORISPHERICAL_HEAD;
+        return routine(&D, &r, &t, &L, &c, &head, &u);
+    };
+    EXPECT_NEAR(factor(DIV2_M_FACTOR, 0.06f, 0.010f), 1.41f, 1e-4f);
+    EXPECT_NEAR(factor(DIV2_M_FACTOR, 0.07f, 0.020f), 1.17f, 1e-4f);
+    EXPECT_EQ(factor(DIV2_M_FACTOR, 0.09f, 0.010f), 1.0f);
+    EXPECT_NEAR(factor(DIV2_K_FACTOR, 0.06f, 0.004f), 6.77f, 1e-4f);
+    EXPECT_NEAR(factor(DIV2_K_FACTOR, 0.17f, 0.040f), 1.95f, 1e-4f);
+}
+
+TEST(Openings, GiveTheirFactorsToTheHost) {
+    ShellInput shell = shell_of(FLAT + "d1 = 2\nedge1 = 2\nd2 = 2\nedge2 = 2\npitch = 3\n");
+    const OpeningFactors far = results_of(shell_of(FLAT + "d1 = 2\nedge1 = 2\n")).openings;
+    EXPECT_EQ(far.F, 1.0f);
+    EXPECT_EQ(far.C, 0.6f);
+    const OpeningFactors near = results_of(shell).openings;
+    EXPECT_FLOAT_EQ(near.F, std::sqrt(0.5f / (1.0f / 3.0f)));
+    shell.put_setting(N::attachment, 1.0f);
+    EXPECT_EQ(results_of(shell).openings.C, 0.5f);
+}
+
+// ---- published results -----------------------------------------------------------------------------
+
+TEST(ShellReport, ShowsThePublishedResult) {
+    const std::string E431 = "[[shell]]\nkind = \"cylinder\"\nP = 356\nT = 300\nS = 20000\n"
+                             "Sa = 20000\nD = 90\nt = 1.125\nc = 0.125\n";
+    set_data_folder(TARVANE_DATA_DIR);
+    const ReadResult input = read_input(E431);
+    const std::string report = input.file.elements.at(0)->calculate(input.file)->report;
+    EXPECT_NE(report.find(" = P * R / ( S * E - 0.6 * P ) per UG-27 (c)(1)"), std::string::npos);
+    EXPECT_NE(report.find(" = 0.8119 in."), std::string::npos);
+    EXPECT_NE(report.find(" = 0.9369 in."), std::string::npos); // with the allowance
+    EXPECT_EQ(report.find("Warning"), std::string::npos);
+}
+
+// ---- reading ---------------------------------------------------------------------------------------
+
+std::vector<std::string> one(const std::string& fault) { return {fault}; }
+
+TEST(ShellInputs, TakeUnitsSynonymsOfKindsAndDepth) {
+    const ShellInput shell = shell_of("units = \"SI\"\n[[shell]]\nkind = \"Ellipsoidal\"\nP = 1\n"
+                                      "T = 100\nS = 138\nSa = 138\nD = 1016\nh = 254\nt = 12.7\n");
+    EXPECT_EQ(shell.shape(), TARVANE_ELLIPTICAL_HEAD);
+    EXPECT_FLOAT_EQ(shell.setting(N::D), 40.0f);
+    EXPECT_FLOAT_EQ(shell.setting(N::k), 2.0f);
+    EXPECT_FLOAT_EQ(shell.setting(N::T), 212.0f);
+    EXPECT_FLOAT_EQ(shell.setting(N::t), 0.5f);
+    EXPECT_FALSE(shell.outside());
+    // By outside dimensions the depth stands for the inside all the same.
+    const ShellInput out = shell_of(with("D", "Do = 48", ELLIPSE) + "h = 11.625\n");
+    EXPECT_FLOAT_EQ(out.setting(N::k), 2.0f);
+    EXPECT_TRUE(out.outside());
+}
+
+TEST(ShellInputs, TellWhatIsMissing) {
+    EXPECT_EQ(fault_lines(with("r", "", TORISPHERE)),
+              one("f:1: r: missing in shell 1; a number in in. is expected (inside knuckle radius of "
+                  "a torispherical head, or of a cone)"));
+    EXPECT_EQ(fault_lines(with("alpha", "", CONE)),
+              one("f:1: alpha: missing in shell 1; a number is expected (half apex angle of a cone, "
+                  "degrees)"));
+    EXPECT_EQ(fault_lines(with("D", "", CYLINDER)),
+              one("f:1: D: missing in shell 1; a number in in. is expected (inside diameter; flat "
+                  "head: diameter or one span)"));
+    EXPECT_EQ(fault_lines(CONE + "r = 3\n").size(), 1u);      // no tk
+    EXPECT_EQ(fault_lines(FLAT + "d1 = 3\n").size(), 1u);     // no edge1
+    EXPECT_EQ(fault_lines("[[shell]]\n").size(), 7u);         // kind P T S Sa t D
+    EXPECT_EQ(fault_lines(with("C", "", FLAT)).size(), 1u);
+}
+
+TEST(ShellInputs, TellWhatIsWrong) {
+    const std::string small = "it must be above 0";
+    EXPECT_EQ(fault_lines(with("t", "t = 0", CYLINDER)), one("f:6: t: " + small));
+    EXPECT_EQ(fault_lines(with("P", "P = -15", CYLINDER)), one("f:2: P: " + small));
+    EXPECT_EQ(fault_lines(with("D", "D = 0", CYLINDER)), one("f:8: D: " + small));
+    EXPECT_EQ(fault_lines(CYLINDER + "c = -1\n"), one("f:9: c: it must not be below 0"));
+    EXPECT_EQ(fault_lines(CYLINDER + "E = 1.1\n"),
+              one("f:9: E: a joint efficiency up to 1 is expected"));
+    EXPECT_EQ(
+        fault_lines(CYLINDER + "c = 0.5\nUt = 0.25\n"),
+        one("f:6: t: nothing is left of it behind the corrosion allowance and the tolerance"));
+    EXPECT_EQ(fault_lines(CYLINDER + "Do = 50\n"),
+              one("f:9: Do: either D or Do is expected, not both"));
+    EXPECT_EQ(fault_lines(with("D", "Do = 1.5", CYLINDER)),
+              one("f:8: Do: it must be above twice the thickness t"));
+    const std::string angle = "alpha: an angle above 0 and below 90 degrees is expected";
+    EXPECT_EQ(fault_lines(with("alpha", "alpha = 90", CONE)), one("f:9: " + angle));
+    EXPECT_EQ(fault_lines(with("alpha", "alpha = 0", CONE)), one("f:9: " + angle));
+    EXPECT_EQ(fault_lines(with("r", "r = 60", TORISPHERE)).size(), 2u);
+    EXPECT_EQ(fault_lines(ELLIPSE + "k = 0.9\n"),
+              one("f:11: k: an aspect ratio D/2h of at least 1 is expected"));
+    EXPECT_EQ(fault_lines(ELLIPSE + "k = 2\nh = 12\n"),
+              one("f:12: h: either k or h is expected, not both"));
+    EXPECT_EQ(fault_lines(with("kind", "kind = \"cube\"", CYLINDER)),
+              one("f:7: kind: one of \"cylinder\", \"elliptical\", \"torispherical\", \"sphere\", "
+                  "\"cone\", \"flat\" or 1 to 6 is expected, not the text \"cube\" (kind of shell or "
+                  "head)"));
+    EXPECT_EQ(fault_lines(CYLINDER + "code = \"VIII-2\"\n"),
+              one("f:9: code: VIII-2 is for elliptical and torispherical heads only, by its older "
+                  "edition; VIII-1 is expected"));
+    EXPECT_EQ(fault_lines(ELLIPSE + "code = \"VIII-2\"\n"),
+              one("f:1: edition: shells by VIII-2 are calculated by its older edition only; "
+                  "\"older\" is expected"));
+    EXPECT_EQ(fault_lines(ELLIPSE + "edition = \"older\"\n"),
+              one("f:11: edition: \"older\" is an edition of code VIII-2 only"));
+    EXPECT_EQ(fault_lines(CYLINDER + "OD = 50\n"),
+              one("f:9: OD: no key of this place; the nearest is Do, outside diameter, in place of D"));
+}
+
+// ---- verdict ---------------------------------------------------------------------------------------
+
+TEST(ShellVerdict, ComparesThicknessAndPressure) {
+    ShellInput shell = shell_of(CYLINDER);
+    ShellOutcome o;
+    const auto reasons = [&] { return judge_shell(shell, o, us_units()).reasons; };
+    o.t_required = 0.7f;
+    o.mawp = 120.0f;
+    EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fine);
+    EXPECT_TRUE(reasons().empty());
+    o.t_required = 0.76f;
+    EXPECT_EQ(reasons(), one("the required thickness 0.7600 in. is above the given 0.7500 in."));
+    o.t_required = 0.7505f; // within a thousandth
+    o.mawp = 99.95f;
+    EXPECT_TRUE(reasons().empty());
+    o.mawp = 99.8f;
+    EXPECT_EQ(reasons(), one("the MAWP 99.80 psig is below the design pressure 100.00 psig"));
+    EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fails);
+    o.mawp = o.t_required = std::nanf("");
+    EXPECT_EQ(reasons().size(), 2u);
+    EXPECT_EQ(reasons()[0], "no thickness holds the design pressure");
+}
+
+using ShellProgram = ProgramTest;
+
+TEST_F(ShellProgram, GivesReportTableAndStatus) {
+    const std::string file = write("shell.toml", CYLINDER + "description = \"drum\"\n" + FLAT);
+    const ProgramRun fine = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    EXPECT_EQ(fine.status, 0) << fine.err;
+    EXPECT_NE(fine.out.find("Required Thickness due to Internal Pressure [tr]:"), std::string::npos);
+    EXPECT_NE(fine.out.find("Shells and heads                                                drum"),
+              std::string::npos)
+        << fine.out;
+    EXPECT_NE(fine.out.find("TARVANE is a trademark of Kessendale Lab."), std::string::npos);
+    const std::string thin = write("thin.toml", with("t", "t = 0.1", CYLINDER));
+    const ProgramRun fails = run("run --plain --data " TARVANE_DATA_DIR " " + thin);
+    EXPECT_EQ(fails.status, 1);
+    EXPECT_EQ(fails.err.find("shell 1: the required thickness 0.1204 in. is above the given 0.1000 "
+                             "in.\nshell 1: the MAWP"),
+              0u)
+        << fails.err;
+    EXPECT_NE(fails.out.find("Warning: Required Thickness Exceeds the Given Thickness!"),
+              std::string::npos);
+}
+
+TEST_F(ShellProgram, FailsAnOpeningThatViolatesTheRules) {
+    const std::string file = write("flat.toml", with("t", "t = 3", FLAT) + "d1 = 3\nedge1 = 0.5\n");
+    const ProgramRun fails = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    EXPECT_EQ(fails.status, 1);
+    EXPECT_EQ(fails.err,
+              "shell 1: UG-39(e)(5) Dist. to edge 0.50 should be >= d1/4, 0.75 in.\n");
+}
+
+TEST_F(ShellProgram, StandsBesideFlanges) {
+    const std::string file = write("both.toml", "T = 200\n" + FLANGE_TOML + CYLINDER);
+    const ProgramRun both = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    EXPECT_LE(both.status, 1) << both.err;
+    EXPECT_LT(both.out.find("Flange Input Data Values"), both.out.find("Shell Input Data Values"));
+    EXPECT_NE(both.out.find("Shells and heads"), std::string::npos);
+}
+
+} // namespace
+} // namespace tarvane::app
