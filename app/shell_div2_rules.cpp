@@ -12,7 +12,8 @@ using N = ShellNumber;
 namespace {
 
 constexpr int LENGTH = TARVANE_AS_DIAMETER, THICKNESS = TARVANE_AS_THICKNESS,
-              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE, STRESS = TARVANE_AS_STRESS;
+              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE,
+              STRESS = TARVANE_AS_STRESS;
 constexpr float MILLION = 1.0e6f;
 constexpr float LEAST_RATIO = 0.002f, GREATEST_RATIO = 0.06f; // t/L of the factor tables
 constexpr float BASIC_STRESS = 115000.0f;                     // of the knuckle
@@ -41,7 +42,8 @@ class Head {
         rules.older_division_2 = true;
         rules.columns.clear(); // the tolerance is not taken off here
         rules.columns.push_back({"Elastic Modulus at Ambient", "Eamb", "", cold * MILLION, STRESS});
-        rules.columns.push_back({"Elastic Modulus at Temperature", "Et", "", hot * MILLION, STRESS});
+        rules.columns.push_back(
+            {"Elastic Modulus at Temperature", "Et", "", hot * MILLION, STRESS});
         rules.columns.push_back({"Limit of the Knuckle Stress", "Slim", "", limit, STRESS});
         rules.thickness = {
             formula("Required Thickness of the Crown [tm]:", "P * Lc * M / ( 2 * S * E - 0.2 * P )",
@@ -77,9 +79,7 @@ class Head {
         symbols.put("So", BASIC_STRESS, STRESS);
         return symbols;
     }
-    static bool in_tables(float ratio) {
-        return ratio >= LEAST_RATIO && ratio <= GREATEST_RATIO;
-    }
+    static bool in_tables(float ratio) { return ratio >= LEAST_RATIO && ratio <= GREATEST_RATIO; }
 
     float place(float T) {
         Dw = shell.outside() ? shell.diameter() - 2.0f * T : shell.diameter();
@@ -146,13 +146,13 @@ class Head {
             into.push_back(formula(title, by_knuckle ? knuckle : crown, RULE, kind, symbols));
         };
         put(rules.mawp, "Maximum Allowable Working Pressure at Given Thickness, Corroded [MAWP]:",
-            "2 * S * E * tc / ( Lc * M + 0.2 * tc )",
-            "tc * Slim * 4 * Et / ( 3 * Lc * K * Eamb )", PRESSURE);
+            "2 * S * E * tc / ( Lc * M + 0.2 * tc )", "tc * Slim * 4 * Et / ( 3 * Lc * K * Eamb )",
+            PRESSURE);
         put(rules.map_nc, "Maximum Allowable Pressure, New and Cold [MAPNC]:",
             "2 * Sa * E * t / ( Ln * Mn + 0.2 * t )", "t * 4 * So / ( 3 * Ln * Kn )", PRESSURE);
         put(rules.stress, "Actual Stress at Given Pressure and Thickness, Corroded [Sact]:",
-            "P * ( M * Lc + 0.2 * tc ) / ( 2 * E * tc )",
-            "3 * P * Lc * K * Eamb / ( 4 * tc * Et )", STRESS);
+            "P * ( M * Lc + 0.2 * tc ) / ( 2 * E * tc )", "3 * P * Lc * K * Eamb / ( 4 * tc * Et )",
+            STRESS);
     }
 };
 

@@ -204,8 +204,8 @@ Formula formula(std::string_view title, std::string_view text, std::string_view 
                 const Symbols& symbols) {
     Evaluation evaluation(text, symbols);
     const float value = evaluation.value();
-    return {std::string(title), std::string(text),         std::string(rule), kind,
-            value,              std::move(evaluation.used)};
+    return {std::string(title),        std::string(text), std::string(rule), kind, value,
+            std::move(evaluation.used)};
 }
 
 std::vector<NumberLine> number_lines(const Formula& formula, bool stress_unit_differs) {

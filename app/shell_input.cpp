@@ -108,8 +108,8 @@ class Checks {
     }
 
     void code() {
-        const bool formed = shell.shape() == TARVANE_ELLIPTICAL_HEAD ||
-                            shell.shape() == TARVANE_TORISPHERICAL_HEAD;
+        const bool formed =
+            shell.shape() == TARVANE_ELLIPTICAL_HEAD || shell.shape() == TARVANE_TORISPHERICAL_HEAD;
         const bool older = shell.whole_setting(N::edition) == SHELL_EDITION_OLDER;
         if (shell.older_division_2() && !formed) {
             fault("code", "VIII-2 is for elliptical and torispherical heads only, by its older "

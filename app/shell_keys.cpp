@@ -19,15 +19,11 @@ constexpr Choice KINDS[] = {{"cylinder", TARVANE_CYLINDER},
                             {"hemispherical", TARVANE_SPHERE},
                             {"conical", TARVANE_CONE},
                             {"flat head", TARVANE_FLAT_HEAD}};
-constexpr Choice CODES[] = {
-    {"VIII-1", 1}, {"VIII-2", 2}, {"ASME VIII-1", 1}, {"ASME VIII-2", 2}};
+constexpr Choice CODES[] = {{"VIII-1", 1}, {"VIII-2", 2}, {"ASME VIII-1", 1}, {"ASME VIII-2", 2}};
 constexpr Choice EDITIONS[] = {{"current", SHELL_EDITION_CURRENT}, {"older", SHELL_EDITION_OLDER}};
-constexpr Choice SERVICES[] = {{"none", 0},
-                               {"air, steam and water", 1},
-                               {"unfired steam boiler", 2},
-                               {"air", 1},
-                               {"steam", 1},
-                               {"water", 1}};
+constexpr Choice SERVICES[] = {
+    {"none", 0}, {"air, steam and water", 1}, {"unfired steam boiler", 2}, {"air", 1}, {"steam", 1},
+    {"water", 1}};
 
 constexpr int at(ShellNumber number) { return static_cast<int>(number); }
 constexpr int at(ShellText text) { return static_cast<int>(text); }
@@ -84,9 +80,14 @@ constexpr Key KEYS[] = {
     {"straight", NUMBER, at(N::straight), thickness,
      "length of the straight flange of a head, for its surface"},
     {"skip_1_4f", NUMBER, at(N::skip_1_4f), flag, "no Appendix 1-4(f)"},
-    {"temp_limit", NUMBER, at(N::temp_limit), temperature,
+    {"temp_limit",
+     NUMBER,
+     at(N::temp_limit),
+     temperature,
      "temperature limit of Table 1-4.3 for the material; a note tells when T is not below it",
-     {}, 0, 1.0e9},
+     {},
+     0,
+     1.0e9},
     {"alpha", NUMBER, at(N::alpha), number, "half apex angle of a cone, degrees"},
     {"D_small", NUMBER, at(N::D_small), diameter,
      "diameter of the small end of a cone, for its forming strain"},
@@ -117,20 +118,39 @@ constexpr Key KEYS[] = {
      0,
      "openings"},
     {"pitch", NUMBER, at(N::pitch), diameter, "spacing of the openings", {}, 0, 0, "openings"},
-    {"attachment", NUMBER, at(N::attachment), whole,
-     "how the head is attached; 1, 2 and 5 to 8 limit the doubled C to 0.50, others to 0.75", {}, 0,
-     0, "openings"},
+    {"attachment",
+     NUMBER,
+     at(N::attachment),
+     whole,
+     "how the head is attached; 1, 2 and 5 to 8 limit the doubled C to 0.50, others to 0.75",
+     {},
+     0,
+     0,
+     "openings"},
 };
 
-constexpr Synonym SYNONYMS[] = {
-    {"name", "description"}, {"type", "kind"},          {"e", "t"},
-    {"tn", "t"},             {"ca", "c"},               {"ci", "c"},
-    {"Di", "D"},             {"ID", "D"},               {"OD", "Do"},
-    {"f", "S"},              {"fa", "Sa"},              {"z", "E"},
-    {"Rc", "L"},             {"Ri", "L"},               {"IKR", "r"},
-    {"rk", "r"},             {"a", "alpha"},            {"angle", "alpha"},
-    {"UT", "Ut"},            {"mill_tolerance", "Ut"},  {"joint_efficiency", "E"},
-    {"modulus", "material_class"}};
+constexpr Synonym SYNONYMS[] = {{"name", "description"},
+                                {"type", "kind"},
+                                {"e", "t"},
+                                {"tn", "t"},
+                                {"ca", "c"},
+                                {"ci", "c"},
+                                {"Di", "D"},
+                                {"ID", "D"},
+                                {"OD", "Do"},
+                                {"f", "S"},
+                                {"fa", "Sa"},
+                                {"z", "E"},
+                                {"Rc", "L"},
+                                {"Ri", "L"},
+                                {"IKR", "r"},
+                                {"rk", "r"},
+                                {"a", "alpha"},
+                                {"angle", "alpha"},
+                                {"UT", "Ut"},
+                                {"mill_tolerance", "Ut"},
+                                {"joint_efficiency", "E"},
+                                {"modulus", "material_class"}};
 
 constexpr KeyTable TABLE{KEYS, SYNONYMS};
 

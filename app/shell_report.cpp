@@ -16,13 +16,15 @@ using N = ShellNumber;
 namespace {
 
 using Style = std::int32_t[6];
-constexpr Style PLAIN_STYLE{}, NOTE_STYLE{0, 0, 0, 1, 0, 0}, WARNING_STYLE{0, 0, 1, 0, 0, 0}, ERROR_STYLE{0, 0, 0, 0, 1, 0};
+constexpr Style PLAIN_STYLE{}, NOTE_STYLE{0, 0, 0, 1, 0, 0}, WARNING_STYLE{0, 0, 1, 0, 0, 0},
+    ERROR_STYLE{0, 0, 0, 0, 1, 0};
 
 constexpr int THICKNESS = TARVANE_AS_THICKNESS, DIAMETER = TARVANE_AS_DIAMETER,
               PRESSURE = TARVANE_AS_PRESSURE, STRESS = TARVANE_AS_STRESS,
               FACTOR = TARVANE_AS_FACTOR;
 
-constexpr std::size_t SYMBOL_ENDS = 44, RULE_SYMBOL_ENDS = 27, VALUE_ENDS = 60, NAME_BEGINS = 42, DESCRIPTION_BEGINS = 49;
+constexpr std::size_t SYMBOL_ENDS = 44, RULE_SYMBOL_ENDS = 27, VALUE_ENDS = 60, NAME_BEGINS = 42,
+                      DESCRIPTION_BEGINS = 49;
 
 std::int32_t length(std::string_view text) { return static_cast<std::int32_t>(text.size()); }
 
@@ -89,7 +91,8 @@ class Writer {
         for (const RuleColumn& value : o.rules.columns)
             rule_column(value);
         if (stress_unit_differs) {
-            line("Note: in the formulas stresses and pressures both stand in the unit of the result.",
+            line("Note: in the formulas stresses and pressures both stand in the unit of the "
+                 "result.",
                  NOTE_STYLE);
         }
         write_all(o.rules.factors);
@@ -300,8 +303,8 @@ float Writer::head_pressure(int mode, std::int32_t& cls) const {
     float t_solved = 0.0f, pressure = 0.0f, ratio = 0.0f;
     APP_1_4F_HEAD(&element, &outside, at(N::P), at(N::t), nullptr, at(N::L), &D, at(N::r), at(N::k),
                   at(N::T), &modulus, &yield, at(N::temp_limit), &t_solved, &cls,
-                  cold ? &none : at(N::c), cold ? &none : at(N::Ut), &pressure, &what, &label, &none,
-                  nullptr, &ratio, &start);
+                  cold ? &none : at(N::c), cold ? &none : at(N::Ut), &pressure, &what, &label,
+                  &none, nullptr, &ratio, &start);
     const std::int32_t on = 1;
     SET_IWRITE(&on); // a head without solution leaves it as the mode had it
     return pressure;
@@ -351,10 +354,10 @@ void Writer::closing_values() const {
         if (shell.knuckle() && o.fail_ca_knuckle >= 0.0f)
             column("Corrosion Allowance at Failure, Knuckle", o.fail_ca_knuckle, THICKNESS);
         if (shell.shape() == TARVANE_FLAT_HEAD && value(N::D2) != 0.0f)
-            line("Note: the corrosion allowance at failure takes the head as circular.", NOTE_STYLE);
+            line("Note: the corrosion allowance at failure takes the head as circular.",
+                 NOTE_STYLE);
     }
-    const bool head =
-        shell.shape() >= TARVANE_ELLIPTICAL_HEAD && shell.shape() <= TARVANE_SPHERE;
+    const bool head = shell.shape() >= TARVANE_ELLIPTICAL_HEAD && shell.shape() <= TARVANE_SPHERE;
     if (head && value(N::straight) > 0.0f) {
         const std::int32_t type = shell.shape();
         const float D = shell.outside() ? shell.diameter() - 2.0f * value(N::t) : shell.diameter();
@@ -374,9 +377,11 @@ void Writer::warnings() const {
     if (is_short_of_thickness(shell, o)) line(THICKNESS_WARNING, ERROR_STYLE);
     if (is_short_of_pressure(shell, o)) line(PRESSURE_WARNING, ERROR_STYLE);
     if (o.thin && !o.limits_14f)
-        line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.", WARNING_STYLE);
+        line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.",
+             WARNING_STYLE);
     if (o.status_14f == TARVANE_HEAD_VERY_THIN) {
-        line("Warning: Head is thinner than 0.0005 L, outside the rules of Appendix 1-4(f), see U-2(g).",
+        line("Warning: Head is thinner than 0.0005 L, outside the rules of Appendix 1-4(f), see "
+             "U-2(g).",
              WARNING_STYLE);
     }
 }

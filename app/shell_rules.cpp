@@ -12,7 +12,8 @@ using N = ShellNumber;
 namespace {
 
 constexpr int LENGTH = TARVANE_AS_DIAMETER, THICKNESS = TARVANE_AS_THICKNESS,
-              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE, STRESS = TARVANE_AS_STRESS;
+              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE,
+              STRESS = TARVANE_AS_STRESS;
 
 // The four formulas of one rule. Their titles are alike for all elements.
 struct Set {
@@ -74,8 +75,8 @@ class Rules {
     void derive(std::string_view label, std::string_view name, std::string_view expression,
                 float value, int kind) {
         put(name, value, kind);
-        rules.columns.push_back({std::string(label), std::string(name), std::string(expression),
-                                 value, kind});
+        rules.columns.push_back(
+            {std::string(label), std::string(name), std::string(expression), value, kind});
     }
     Formula made_of(std::string_view title, std::string_view text, std::string_view rule,
                     int kind) const {
@@ -90,11 +91,11 @@ class Rules {
     void use(const Set& set) {
         rules.thickness.push_back(made_of("Required Thickness due to Internal Pressure [tr]:",
                                           set.thickness, set.rule, THICKNESS));
-        rules.mawp.push_back(
-            made_of("Maximum Allowable Working Pressure at Given Thickness, Corroded [MAWP]:",
-                    set.mawp, set.rule, PRESSURE));
-        rules.map_nc.push_back(made_of("Maximum Allowable Pressure, New and Cold [MAPNC]:",
-                                       set.map_nc, set.rule, PRESSURE));
+        rules.mawp.push_back(made_of(
+            "Maximum Allowable Working Pressure at Given Thickness, Corroded [MAWP]:", set.mawp,
+            set.rule, PRESSURE));
+        rules.map_nc.push_back(made_of(
+            "Maximum Allowable Pressure, New and Cold [MAPNC]:", set.map_nc, set.rule, PRESSURE));
         rules.stress.push_back(
             made_of("Actual Stress at Given Pressure and Thickness, Corroded [Sact]:", set.stress,
                     set.rule, STRESS));
@@ -112,8 +113,7 @@ class Rules {
     // The tolerance is taken off the outside; without one the radius is the new one.
     std::string outside_radii(bool thick) {
         derive("New Outside Radius", "Ro", "Do / 2", D / 2.0f, LENGTH);
-        if (u != 0.0f)
-            derive("Outside Radius", "Ru", "Do / 2 - Ut", (D - 2.0f * u) / 2.0f, LENGTH);
+        if (u != 0.0f) derive("Outside Radius", "Ru", "Do / 2 - Ut", (D - 2.0f * u) / 2.0f, LENGTH);
         if (thick)
             derive("Corroded Inside Radius", "Ri", "Do / 2 - t + c", D / 2.0f - t + c, LENGTH);
         return u != 0.0f ? "Ru" : "Ro";
@@ -188,8 +188,7 @@ class Rules {
         }
         if (outside) {
             const std::string Dr = u != 0.0f ? "Du" : "Do";
-            if (u != 0.0f)
-                derive("Outside Diameter", "Du", "Do - 2 * Ut", D - 2.0f * u, LENGTH);
+            if (u != 0.0f) derive("Outside Diameter", "Du", "Do - 2 * Ut", D - 2.0f * u, LENGTH);
             return use({"App. 1-4 (c)",
                         "P * " + Dr + " * Kc / ( 2 * S * E + 2 * P * ( Kc - 0.1 ) )",
                         "2 * S * E * tc / ( Kc * " + Dr + " - 2 * tc * ( Kc - 0.1 ) )",
@@ -215,10 +214,8 @@ class Rules {
         if (outside) {
             const std::string Lr = u != 0.0f ? "Lu" : "Lo";
             derive("New Outside Crown Radius", "Lo", "L + t", L + t, LENGTH);
-            if (u != 0.0f)
-                derive("Outside Crown Radius", "Lu", "L + t - Ut", L + t - u, LENGTH);
-            return use({"App. 1-4 (d)",
-                        "P * " + Lr + " * Mc / ( 2 * S * E + P * ( Mc - 0.2 ) )",
+            if (u != 0.0f) derive("Outside Crown Radius", "Lu", "L + t - Ut", L + t - u, LENGTH);
+            return use({"App. 1-4 (d)", "P * " + Lr + " * Mc / ( 2 * S * E + P * ( Mc - 0.2 ) )",
                         "2 * S * E * tc / ( Mc * " + Lr + " - tc * ( Mc - 0.2 ) )",
                         "2 * Sa * E * t / ( M * Lo - t * ( M - 0.2 ) )",
                         "P * ( Mc * " + Lr + " - tc * ( Mc - 0.2 ) ) / ( 2 * E * tc )"});
@@ -275,9 +272,9 @@ class Rules {
         limit(rules.map_nc, "Maximum Allowable Pressure of the Knuckle, New and Cold [Pkn]:",
               "2 * Sa * E * tk / ( M * Ln + 0.2 * tk )", "MAPNC", "Pkn", "min( MAPNC, Pkn )",
               "Maximum Allowable Pressure, New and Cold, Cone and Knuckle:", PRESSURE);
-        limit(rules.stress, "Actual Stress of the Knuckle [Sk]:",
-              "P * ( Mc * Lc + 0.2 * tkc ) / ( 2 * E * tkc )", "Sact", "Sk", "max( Sact, Sk )",
-              "Actual Stress, Cone and Knuckle:", STRESS);
+        limit(rules.stress,
+              "Actual Stress of the Knuckle [Sk]:", "P * ( Mc * Lc + 0.2 * tkc ) / ( 2 * E * tkc )",
+              "Sact", "Sk", "max( Sact, Sk )", "Actual Stress, Cone and Knuckle:", STRESS);
     }
     void limit(std::vector<Formula>& formulas, std::string_view title, std::string_view text,
                std::string_view name_of_cone, std::string_view name, std::string_view both,

@@ -57,10 +57,11 @@ void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
                        outside = shell.outside() ? ON : OFF,
                        corroded_k = shell.whole_setting(N::corroded_K);
     const float D = shell.diameter();
-    COMPUTE_FAILURE_CA_DIV1(at(N::P), &D, at(N::E), at(N::S), at(N::t), at(N::k), at(N::L), at(N::r),
-                            at(N::alpha), at(N::C), at(N::D2), &element, &o.fail_ca, &outside,
-                            at(N::tk), &o.fail_ca_knuckle, at(N::d1), at(N::d2), at(N::edge1),
-                            at(N::edge2), at(N::pitch), at(N::attachment), &service, &corroded_k);
+    COMPUTE_FAILURE_CA_DIV1(at(N::P), &D, at(N::E), at(N::S), at(N::t), at(N::k), at(N::L),
+                            at(N::r), at(N::alpha), at(N::C), at(N::D2), &element, &o.fail_ca,
+                            &outside, at(N::tk), &o.fail_ca_knuckle, at(N::d1), at(N::d2),
+                            at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment), &service,
+                            &corroded_k);
 }
 
 void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
@@ -78,8 +79,8 @@ void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
     float thinning = 0.0f, area = 0.0f, D_max = 0.0f, D_blank = 0.0f;
     FORMING_STRAIN(&element, &outside, &D, at(N::t), &o.strain, shell.material().data(),
                    static_cast<std::int32_t>(shell.material().size()), at(N::r), &D_small,
-                   at(N::alpha), &code, &reference, &cls, &index, &thinning, &area, &D_max, &D_blank,
-                   at(N::k), at(N::L), &none, &straight);
+                   at(N::alpha), &code, &reference, &cls, &index, &thinning, &area, &D_max,
+                   &D_blank, at(N::k), at(N::L), &none, &straight);
 }
 
 // Where Appendix 1-4(f) limits the pressures of a formed head.
@@ -91,8 +92,8 @@ void find_thin_head(const ShellInput& shell, ShellOutcome& o) {
     o.thin = ((t - c) - Ut) / (o.L + c) <= THIN;
     o.thin_new = t / o.L <= THIN;
     const HeadModuli E = head_moduli(shell);
-    o.limits_14f =
-        shell.setting(N::Sy) > 1000.0f && E.design > 1.0f && E.cold > 1.0f && !shell.has(N::skip_1_4f);
+    o.limits_14f = shell.setting(N::Sy) > 1000.0f && E.design > 1.0f && E.cold > 1.0f &&
+                   !shell.has(N::skip_1_4f);
 }
 
 } // namespace

@@ -15,12 +15,12 @@ struct ShellOutcome final : Outcome {
     float L = 0.0f;     // crown radius, of an elliptical head the equivalent one
     float Sy_cold = 0.0f;
 
-    bool limits_14f = false;   // Appendix 1-4(f) was asked for, and its moduli are known
-    bool thin = false;         // a formed head with (t - c - Ut)/(L + c) up to 0.002
-    bool thin_new = false;     // the same of t/L
-    float t_governing = 0.0f;  // with neither allowance
-    float t_required = 0.0f;   // with c and Ut
-    float fail_ca = 0.0f;      // corrosion at failure; not by the older Division 2
+    bool limits_14f = false;  // Appendix 1-4(f) was asked for, and its moduli are known
+    bool thin = false;        // a formed head with (t - c - Ut)/(L + c) up to 0.002
+    bool thin_new = false;    // the same of t/L
+    float t_governing = 0.0f; // with neither allowance
+    float t_required = 0.0f;  // with c and Ut
+    float fail_ca = 0.0f;     // corrosion at failure; not by the older Division 2
     float fail_ca_knuckle = -1.0f;
     float strain = 0.0f; // of forming, per cent; 0.0: no limit
     OpeningFactors openings{};

@@ -270,11 +270,11 @@ TARVANE_API void TARVANE_CALL PATTERNED_OPENINGS(const int32_t* kind, const floa
 ** Note: above a ratio r/D of 0.20 the table of K ends, and its column of the call before holds.
 */
 TARVANE_API float TARVANE_CALL DIV2_M_FACTOR(const float* D, const float* r, const float* t,
-                                             const float* L, const float* c,
-                                             const int32_t* element, const float* Ut);
+                                             const float* L, const float* c, const int32_t* element,
+                                             const float* Ut);
 TARVANE_API float TARVANE_CALL DIV2_K_FACTOR(const float* D, const float* r, const float* t,
-                                             const float* L, const float* c,
-                                             const int32_t* element, const float* Ut);
+                                             const float* L, const float* c, const int32_t* element,
+                                             const float* Ut);
 
 #ifdef __cplusplus
 }

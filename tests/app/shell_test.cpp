@@ -58,7 +58,9 @@ void expect_formulas_hold(const ShellInput& shell, const std::string& what) {
     expect_near(r.stress.back().value, o.stress, what + ", stress");
 }
 
-std::string rule_of(const ShellInput& shell) { return results_of(shell).rules.thickness.back().rule; }
+std::string rule_of(const ShellInput& shell) {
+    return results_of(shell).rules.thickness.back().rule;
+}
 
 float above(float value) { return std::nextafter(value, 1.0e30f); }
 
@@ -164,11 +166,11 @@ TEST(ShellFormulas, OfTheOlderDivisionTwo) {
         expect_formulas_hold(shell, v.name);
     }
     // Thickness over crown radius 0.06 ends the tables.
-    for (const float t : {2.9f, 3.2f}) {
+    for (const float t : {2.8f, 3.0f}) {
         ShellInput shell = shell_of(with("c", "c = 0", with("Ut", "Ut = 0", TORISPHERE)) + older);
         shell.put_setting(N::t, t);
         shell.put_setting(N::P, 900.0f);
-        EXPECT_EQ(rule_of(shell), t < 3.0f ? "AD-204" : "App. 1-4 (d)") << t;
+        EXPECT_EQ(rule_of(shell), t < 2.9f ? "AD-204" : "App. 1-4 (d)") << t;
         expect_formulas_hold(shell, "end of the tables");
     }
 }
@@ -285,18 +287,20 @@ TEST(ShellInputs, TakeUnitsSynonymsOfKindsAndDepth) {
 }
 
 TEST(ShellInputs, TellWhatIsMissing) {
-    EXPECT_EQ(fault_lines(with("r", "", TORISPHERE)),
-              one("f:1: r: missing in shell 1; a number in in. is expected (inside knuckle radius of "
-                  "a torispherical head, or of a cone)"));
-    EXPECT_EQ(fault_lines(with("alpha", "", CONE)),
-              one("f:1: alpha: missing in shell 1; a number is expected (half apex angle of a cone, "
-                  "degrees)"));
+    EXPECT_EQ(
+        fault_lines(with("r", "", TORISPHERE)),
+        one("f:1: r: missing in shell 1; a number in in. is expected (inside knuckle radius of "
+            "a torispherical head, or of a cone)"));
+    EXPECT_EQ(
+        fault_lines(with("alpha", "", CONE)),
+        one("f:1: alpha: missing in shell 1; a number is expected (half apex angle of a cone, "
+            "degrees)"));
     EXPECT_EQ(fault_lines(with("D", "", CYLINDER)),
               one("f:1: D: missing in shell 1; a number in in. is expected (inside diameter; flat "
                   "head: diameter or one span)"));
-    EXPECT_EQ(fault_lines(CONE + "r = 3\n").size(), 1u);      // no tk
-    EXPECT_EQ(fault_lines(FLAT + "d1 = 3\n").size(), 1u);     // no edge1
-    EXPECT_EQ(fault_lines("[[shell]]\n").size(), 7u);         // kind P T S Sa t D
+    EXPECT_EQ(fault_lines(CONE + "r = 3\n").size(), 1u);  // no tk
+    EXPECT_EQ(fault_lines(FLAT + "d1 = 3\n").size(), 1u); // no edge1
+    EXPECT_EQ(fault_lines("[[shell]]\n").size(), 7u);     // kind P T S Sa t D
     EXPECT_EQ(fault_lines(with("C", "", FLAT)).size(), 1u);
 }
 
@@ -323,10 +327,11 @@ TEST(ShellInputs, TellWhatIsWrong) {
               one("f:11: k: an aspect ratio D/2h of at least 1 is expected"));
     EXPECT_EQ(fault_lines(ELLIPSE + "k = 2\nh = 12\n"),
               one("f:12: h: either k or h is expected, not both"));
-    EXPECT_EQ(fault_lines(with("kind", "kind = \"cube\"", CYLINDER)),
-              one("f:7: kind: one of \"cylinder\", \"elliptical\", \"torispherical\", \"sphere\", "
-                  "\"cone\", \"flat\" or 1 to 6 is expected, not the text \"cube\" (kind of shell or "
-                  "head)"));
+    EXPECT_EQ(
+        fault_lines(with("kind", "kind = \"cube\"", CYLINDER)),
+        one("f:7: kind: one of \"cylinder\", \"elliptical\", \"torispherical\", \"sphere\", "
+            "\"cone\", \"flat\" or 1 to 6 is expected, not the text \"cube\" (kind of shell or "
+            "head)"));
     EXPECT_EQ(fault_lines(CYLINDER + "code = \"VIII-2\"\n"),
               one("f:9: code: VIII-2 is for elliptical and torispherical heads only, by its older "
                   "edition; VIII-1 is expected"));
@@ -335,8 +340,9 @@ TEST(ShellInputs, TellWhatIsWrong) {
                   "\"older\" is expected"));
     EXPECT_EQ(fault_lines(ELLIPSE + "edition = \"older\"\n"),
               one("f:11: edition: \"older\" is an edition of code VIII-2 only"));
-    EXPECT_EQ(fault_lines(CYLINDER + "OD = 50\n"),
-              one("f:9: OD: no key of this place; the nearest is Do, outside diameter, in place of D"));
+    EXPECT_EQ(
+        fault_lines(CYLINDER + "OD = 50\n"),
+        one("f:9: OD: no key of this place; the nearest is Do, outside diameter, in place of D"));
 }
 
 // ---- verdict ---------------------------------------------------------------------------------------
@@ -368,7 +374,8 @@ TEST_F(ShellProgram, GivesReportTableAndStatus) {
     const std::string file = write("shell.toml", CYLINDER + "description = \"drum\"\n" + FLAT);
     const ProgramRun fine = run("run --plain --data " TARVANE_DATA_DIR " " + file);
     EXPECT_EQ(fine.status, 0) << fine.err;
-    EXPECT_NE(fine.out.find("Required Thickness due to Internal Pressure [tr]:"), std::string::npos);
+    EXPECT_NE(fine.out.find("Required Thickness due to Internal Pressure [tr]:"),
+              std::string::npos);
     EXPECT_NE(fine.out.find("Shells and heads                                                drum"),
               std::string::npos)
         << fine.out;
@@ -388,8 +395,7 @@ TEST_F(ShellProgram, FailsAnOpeningThatViolatesTheRules) {
     const std::string file = write("flat.toml", with("t", "t = 3", FLAT) + "d1 = 3\nedge1 = 0.5\n");
     const ProgramRun fails = run("run --plain --data " TARVANE_DATA_DIR " " + file);
     EXPECT_EQ(fails.status, 1);
-    EXPECT_EQ(fails.err,
-              "shell 1: UG-39(e)(5) Dist. to edge 0.50 should be >= d1/4, 0.75 in.\n");
+    EXPECT_EQ(fails.err, "shell 1: UG-39(e)(5) Dist. to edge 0.50 should be >= d1/4, 0.75 in.\n");
 }
 
 TEST_F(ShellProgram, StandsBesideFlanges) {
