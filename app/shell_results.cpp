@@ -103,8 +103,10 @@ std::string shell_tables(std::span<const Calculated> elements, const UnitSystem&
          [](const ShellResult& r) { return number(r.shell->setting(N::c)); }},
         {"Corrosion allowance at failure", Quantity::thickness,
          [](const ShellResult& r) -> std::optional<float> {
-             if (r.outcome->rules.older_division_2) return std::nullopt;
-             return number(r.outcome->fail_ca);
+             const ShellOutcome& o = *r.outcome;
+             if (o.rules.older_division_2) return std::nullopt;
+             const bool knuckle = o.fail_ca_knuckle >= 0.0f && o.fail_ca_knuckle < o.fail_ca;
+             return number(knuckle ? o.fail_ca_knuckle : o.fail_ca);
          }},
     };
     return table<ShellResult>("Shells and heads", rows, results, heading, units);

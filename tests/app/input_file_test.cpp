@@ -382,7 +382,10 @@ TEST(Faults, KeyTwice) {
 }
 
 TEST(Faults, NoFlange) {
-    const auto none = one("f:1: flange: missing; one or more [[flange]] tables are expected");
+    std::string tables; // of all kinds
+    for (const ElementKind* kind : element_kinds())
+        tables += (tables.empty() ? "[[" : ", [[") + std::string(kind->table) + "]]";
+    const auto none = one("f:1: flange: missing; one or more " + tables + " tables are expected");
     EXPECT_EQ(fault_lines(""), none);
     EXPECT_EQ(fault_lines("flange = []\n"), none);
     EXPECT_EQ(fault_lines("flange = 3\n"),
