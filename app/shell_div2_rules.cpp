@@ -8,12 +8,10 @@
 namespace tarvane::app {
 
 using N = ShellNumber;
+using namespace as;
 
 namespace {
 
-constexpr int LENGTH = TARVANE_AS_DIAMETER, THICKNESS = TARVANE_AS_THICKNESS,
-              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE,
-              STRESS = TARVANE_AS_STRESS;
 constexpr float MILLION = 1.0e6f;
 constexpr float LEAST_RATIO = 0.002f, GREATEST_RATIO = 0.06f; // t/L of the factor tables
 constexpr float BASIC_STRESS = 115000.0f;                     // of the knuckle

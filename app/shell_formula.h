@@ -2,11 +2,20 @@
 // one text.
 #pragma once
 
+#include "tarvane/tarvane.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvane::app {
+
+// Kinds of values, for short.
+namespace as {
+inline constexpr int LENGTH = TARVANE_AS_DIAMETER, THICKNESS = TARVANE_AS_THICKNESS,
+                     FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE,
+                     STRESS = TARVANE_AS_STRESS;
+} // namespace as
 
 // What a letter of a formula stands for: a value in the engine's units, and its TARVANE_AS_... kind.
 struct Symbol {

@@ -1,6 +1,7 @@
 #include "shell_input.h"
 
 #include "input_file.h"
+#include "material_keys.h"
 #include "shell_results.h"
 #include "shell_session.h"
 #include "tarvane/tarvane.h"
@@ -46,6 +47,62 @@ void ShellInput::put_text(const Key& key, const std::string& western) {
     texts[static_cast<std::size_t>(key.index)] = western;
 }
 
+bool ShellInput::formed() const {
+    return shape() == TARVANE_ELLIPTICAL_HEAD || shape() == TARVANE_TORISPHERICAL_HEAD;
+}
+
+bool ShellInput::needs_modulus() const {
+    if (!formed() || older_division_2()) return formed();
+    // Appendix 1-4(f), which is for thin heads; the crown radius of an ellipse as SHLINT has it.
+    const float k = setting(N::k), t = setting(N::t), c = setting(N::c);
+    const float Di = outside() ? diameter() - 2.0f * t : diameter();
+    const float ellipse = (0.31f * k + 0.16f + 0.03f * k * k) * Di;
+    const float L = shape() == TARVANE_ELLIPTICAL_HEAD ? ellipse : setting(N::L);
+    return setting(N::Sy) > 1000.0f && !has(N::skip_1_4f) &&
+           ((t - c) - setting(N::Ut)) / (L + c) <= 0.002f;
+}
+
+// ---- material --------------------------------------------------------------------------------------
+
+namespace {
+
+// Table Y-1; 0.0 where it has none.
+float yield_at(const Material& material, float temperature) {
+    constexpr float PSI = 1000.0f;
+    select_materials(material.selection);
+    float yield = 0.0f;
+    READ_YIELD_STRESS(material.name.data(), static_cast<std::int32_t>(material.name.size()),
+                      &material.record.tensile, &temperature, &yield);
+    return yield * PSI;
+}
+
+} // namespace
+
+// Each of its own keys in the file comes before what the record says.
+void ShellInput::take_material(Reading& reading) {
+    const MaterialKeys keys{.name_key = "material",
+                            .reference_key = "material_reference",
+                            .name = material(),
+                            .reference = whole_setting(N::material_reference),
+                            .selection = {.code = whole_setting(N::code)}};
+    const Material* record = find_material(reading, keys, {"S", "Sa"});
+    if (record == nullptr) return;
+    const auto T = reading.sound("T") ? std::optional(setting(N::T)) : std::nullopt;
+    if (const auto stress = supply_stress(reading, keys, *record, "S", T))
+        put_setting(N::S, *stress);
+    if (const auto stress = supply_stress(reading, keys, *record, "Sa", AMBIENT))
+        put_setting(N::Sa, *stress);
+    if (!reading.given("material_class") && record->modulus > 0)
+        put_setting(N::material_class, static_cast<float>(record->modulus));
+    if (!reading.given("material_reference"))
+        put_setting(N::material_reference, static_cast<float>(record->reference));
+    if (!formed()) return;
+    if (!reading.given("Sy") && T) put_setting(N::Sy, yield_at(*record, *T));
+    if (!reading.given("Sy_cold")) put_setting(N::Sy_cold, record->yield);
+}
+
+// ---- checks ----------------------------------------------------------------------------------------
+
 namespace {
 
 // The checks of one element; a key that is missing or at fault otherwise is passed over.
@@ -53,8 +110,11 @@ class Checks {
   public:
     Checks(const ShellInput& element, Reading& into) : shell(element), reading(into) {}
 
+    // Those of the file, before a material fills them.
+    void stresses() { above_zero({"S", "Sa"}); }
+
     void all() {
-        above_zero({"P", "S", "Sa", "t", "D", "Do", "E"});
+        above_zero({"P", "t", "D", "Do", "E"});
         at_least_zero({"c", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch"});
         if (value("E") > 1.0f) fault("E", "a joint efficiency up to 1 is expected");
         if (reading.given("D") && reading.given("Do"))
@@ -108,10 +168,8 @@ class Checks {
     }
 
     void code() {
-        const bool formed =
-            shell.shape() == TARVANE_ELLIPTICAL_HEAD || shell.shape() == TARVANE_TORISPHERICAL_HEAD;
         const bool older = shell.whole_setting(N::edition) == SHELL_EDITION_OLDER;
-        if (shell.older_division_2() && !formed) {
+        if (shell.older_division_2() && !shell.formed()) {
             fault("code", "VIII-2 is for elliptical and torispherical heads only, by its older "
                           "edition; VIII-1 is expected");
         } else if (shell.older_division_2() && !older) {
@@ -154,13 +212,19 @@ class Checks {
 } // namespace
 
 void ShellInput::complete(Reading& reading) {
-    if (!reading.given("Sy_cold")) put_setting(N::Sy_cold, setting(N::Sy));
+    Checks checks(*this, reading);
+    checks.stresses();
+    take_material(reading);
+    if (!(setting(N::Sy_cold) > 0.0f)) put_setting(N::Sy_cold, setting(N::Sy));
     const float h = setting(N::h);
     if (h > 0.0f && !reading.given("k")) {
         const float inside = outside() ? diameter() - 2.0f * setting(N::t) : diameter();
         if (inside > 0.0f) put_setting(N::k, inside / (2.0f * h));
     }
-    Checks(*this, reading).all();
+    if (needs_modulus())
+        reading.use("ElastAlp07.txt",
+                    "modulus " + std::to_string(whole_setting(N::material_class)));
+    checks.all();
 }
 
 std::vector<std::string_view> ShellInput::required(const Reading& reading) const {

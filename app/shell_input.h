@@ -18,6 +18,7 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     bool outside() const { return setting(ShellNumber::Do) > 0.0f; }
     float diameter() const { return setting(outside() ? ShellNumber::Do : ShellNumber::D); }
     bool older_division_2() const { return whole_setting(ShellNumber::code) == 2; }
+    bool formed() const;  // an elliptical or torispherical head
     bool knuckle() const; // of a cone
     const std::string& material() const { return text_setting(ShellText::material); }
 
@@ -28,6 +29,10 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const InputFile& file) const override;
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+
+  private:
+    void take_material(Reading& reading);
+    bool needs_modulus() const; // of the modulus table
 };
 
 } // namespace tarvane::app

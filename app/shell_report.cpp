@@ -12,16 +12,13 @@
 namespace tarvane::app {
 
 using N = ShellNumber;
+using namespace as;
 
 namespace {
 
 using Style = std::int32_t[6];
 constexpr Style PLAIN_STYLE{}, NOTE_STYLE{0, 0, 0, 1, 0, 0}, WARNING_STYLE{0, 0, 1, 0, 0, 0},
     ERROR_STYLE{0, 0, 0, 0, 1, 0};
-
-constexpr int THICKNESS = TARVANE_AS_THICKNESS, DIAMETER = TARVANE_AS_DIAMETER,
-              PRESSURE = TARVANE_AS_PRESSURE, STRESS = TARVANE_AS_STRESS,
-              FACTOR = TARVANE_AS_FACTOR;
 
 constexpr std::size_t SYMBOL_ENDS = 44, RULE_SYMBOL_ENDS = 27, VALUE_ENDS = 60, NAME_BEGINS = 42,
                       DESCRIPTION_BEGINS = 49;
@@ -191,7 +188,7 @@ void Writer::input_values() const {
     }
     std::string_view diameter = shell.outside() ? "Outside Diameter" : "Inside Diameter";
     if (shell.shape() == TARVANE_FLAT_HEAD && value(N::D2) != 0.0f) diameter = "First Span";
-    input(diameter, shell.outside() ? "Do" : "D", shell.diameter(), DIAMETER);
+    input(diameter, shell.outside() ? "Do" : "D", shell.diameter(), LENGTH);
     input("Nominal Thickness", "t", value(N::t), THICKNESS);
     dimensions();
     if (value(N::service) == 1.0f) text_value("Service", "Air, Steam and Water");
@@ -219,27 +216,27 @@ void Writer::head_dimensions() const {
         input("Aspect Ratio D/2h", "k", value(N::k), FACTOR);
         return;
     }
-    input("Inside Crown Radius", "L", value(N::L), DIAMETER);
-    input("Inside Knuckle Radius", "r", value(N::r), DIAMETER);
+    input("Inside Crown Radius", "L", value(N::L), LENGTH);
+    input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
 }
 
 void Writer::cone_dimensions() const {
     text_value(labelled("Half Apex Angle", "alpha"), number_text(value(N::alpha), 4), "degrees");
     if (!shell.knuckle()) return;
-    input("Inside Knuckle Radius", "r", value(N::r), DIAMETER);
+    input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
     input("Knuckle Thickness", "tk", value(N::tk), THICKNESS);
 }
 
 void Writer::flat_dimensions() const {
-    if (value(N::D2) != 0.0f) input("Second Span", "D2", value(N::D2), DIAMETER);
+    if (value(N::D2) != 0.0f) input("Second Span", "D2", value(N::D2), LENGTH);
     input("Attachment Factor", "C", value(N::C), FACTOR);
     if (!shell.has(N::openings)) return;
-    input("Diameter of First Opening", "d1", value(N::d1), DIAMETER);
-    input("Distance of First Opening to Edge", "e1", value(N::edge1), DIAMETER);
+    input("Diameter of First Opening", "d1", value(N::d1), LENGTH);
+    input("Distance of First Opening to Edge", "e1", value(N::edge1), LENGTH);
     if (!(value(N::d2) > 0.0f)) return;
-    input("Diameter of Second Opening", "d2", value(N::d2), DIAMETER);
-    input("Distance of Second Opening to Edge", "e2", value(N::edge2), DIAMETER);
-    input("Spacing of Openings", "p", value(N::pitch), DIAMETER);
+    input("Diameter of Second Opening", "d2", value(N::d2), LENGTH);
+    input("Distance of Second Opening to Edge", "e2", value(N::edge2), LENGTH);
+    input("Spacing of Openings", "p", value(N::pitch), LENGTH);
 }
 
 // ---- thickness -------------------------------------------------------------------------------------

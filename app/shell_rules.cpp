@@ -8,12 +8,9 @@
 namespace tarvane::app {
 
 using N = ShellNumber;
+using namespace as;
 
 namespace {
-
-constexpr int LENGTH = TARVANE_AS_DIAMETER, THICKNESS = TARVANE_AS_THICKNESS,
-              FACTOR = TARVANE_AS_FACTOR, PRESSURE = TARVANE_AS_PRESSURE,
-              STRESS = TARVANE_AS_STRESS;
 
 // The four formulas of one rule. Their titles are alike for all elements.
 struct Set {

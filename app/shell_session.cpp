@@ -85,9 +85,7 @@ void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
 
 // Where Appendix 1-4(f) limits the pressures of a formed head.
 void find_thin_head(const ShellInput& shell, ShellOutcome& o) {
-    const bool formed =
-        shell.shape() == TARVANE_ELLIPTICAL_HEAD || shell.shape() == TARVANE_TORISPHERICAL_HEAD;
-    if (!formed || o.rules.older_division_2) return;
+    if (!shell.formed() || o.rules.older_division_2) return;
     const float t = shell.setting(N::t), c = shell.setting(N::c), Ut = shell.setting(N::Ut);
     o.thin = ((t - c) - Ut) / (o.L + c) <= THIN;
     o.thin_new = t / o.L <= THIN;

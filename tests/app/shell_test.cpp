@@ -2,6 +2,7 @@
 #include "shell_input.h"
 
 #include "app_fixture.h"
+#include "data_folder.h"
 #include "engine_session.h"
 #include "shell_formula.h"
 #include "shell_report.h"
@@ -343,6 +344,41 @@ TEST(ShellInputs, TellWhatIsWrong) {
     EXPECT_EQ(
         fault_lines(CYLINDER + "OD = 50\n"),
         one("f:9: OD: no key of this place; the nearest is Do, outside diameter, in place of D"));
+}
+
+// ---- material --------------------------------------------------------------------------------------
+
+// The shipped files hold SA-516 70.
+TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
+    set_data_folder(TARVANE_BUILT_DATA_DIR);
+    const std::string without = with("S", "", with("Sa", "", TORISPHERE));
+    const std::string named = without + "material = \"SA-516 70\"\n";
+    const ShellInput shell = shell_of(with("T", "T = 500", named));
+    EXPECT_FLOAT_EQ(shell.setting(N::Sa), 20000.0f);
+    EXPECT_GT(shell.setting(N::S), 15000.0f);
+    EXPECT_LE(shell.setting(N::S), 20000.0f);
+    EXPECT_FLOAT_EQ(shell.setting(N::Sy_cold), 38000.0f); // ASME II-D
+    EXPECT_LT(shell.setting(N::Sy), 38000.0f);
+    EXPECT_GT(shell.setting(N::Sy), 25000.0f);
+    // A key of the file comes first.
+    const ShellInput own =
+        shell_of(with("T", "T = 500", named) + "S = 12345\nSy = 23456\nSy_cold = 34567\n");
+    EXPECT_EQ(own.setting(N::S), 12345.0f);
+    EXPECT_EQ(own.setting(N::Sy), 23456.0f);
+    EXPECT_EQ(own.setting(N::Sy_cold), 34567.0f);
+    // A thin head is held against Appendix 1-4(f) then.
+    ShellInput thin = shell_of(named);
+    thin.put_setting(N::t, 0.15f);
+    EXPECT_TRUE(results_of(thin).limits_14f);
+    // P-No. 1 Group 1 has a limit of its forming strain (UCS-79).
+    const ShellOutcome formed = results_of(shell_of(without + "material = \"SA-516 60\"\n"));
+    EXPECT_NEAR(formed.strain, 75.0f * 0.75f / (3.0f + 0.375f), 1e-4f);
+    const std::vector<std::string> faults = fault_lines(without + "material = \"SA-999 70\"\n");
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_EQ(faults[0].find("f:11: material: no material \"SA-999 70\" in MATFILE1.BIN"), 0u)
+        << faults[0];
+    EXPECT_EQ(fault_lines(with("S", "S = 0", CYLINDER)), one("f:4: S: it must be above 0"));
+    EXPECT_EQ(fault_lines(without).size(), 2u); // S and Sa
 }
 
 // ---- verdict ---------------------------------------------------------------------------------------
