@@ -58,6 +58,19 @@ void write_approximate(const Place& place) {
     write_file(place.out / "approximate.txt", text + "\n[END]\n");
 }
 
+// Nothing is moved before every file is known to have a place; a folder of its name would stop the
+// move half-way.
+void move_files(const fs::path& from, const fs::path& to) {
+    std::vector<fs::path> names;
+    for (const fs::directory_entry& file : fs::directory_iterator(from))
+        names.push_back(file.path().filename());
+    for (const fs::path& name : names)
+        if (fs::is_directory(to / name))
+            throw DataError(name.string() + ": a folder of this name is in its place");
+    for (const fs::path& name : names)
+        fs::rename(from / name, to / name);
+}
+
 } // namespace
 
 void write_file(const fs::path& path, std::string_view bytes) {
@@ -75,8 +88,7 @@ void build(const fs::path& sources, const fs::path& out) {
         build_kind(place);
     }
     write_approximate(place);
-    for (const fs::directory_entry& file : fs::directory_iterator(place.out))
-        fs::rename(file.path(), out / file.path().filename());
+    move_files(place.out, out);
 }
 
 } // namespace tarvane::data

@@ -111,7 +111,8 @@ TARVANE_MATERIAL_RECORD with_stresses(const Material& material, const Row& stres
     TARVANE_MATERIAL_RECORD r = material.record;
     const TemperatureRow figures = temperature_row(stresses);
     std::copy_n(figures.begin(), PLACES, r.allowable);
-    put_text(r.note, note_text(*material.row, stresses.approximate()));
+    const bool properties_are = material.row->approximate(), stresses_are = stresses.approximate();
+    put_text(r.note, note_text(*material.row, properties_are || stresses_are));
     stresses.text("table");
     stresses.text("edition");
     return r;

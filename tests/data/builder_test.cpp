@@ -137,6 +137,38 @@ TEST_F(DataBuilder, LeavesTheFilesOfAnEarlierRunWhenARowIsBroken) {
     EXPECT_TRUE(content(out / "MATFILE1.BIN") == "earlier");
 }
 
+TEST_F(DataBuilder, MovesNothingWhenAFileHasNoPlace) {
+    fs::create_directories(out / "MATFILE1.BIN" / "other");
+    const Outcome refused = outcome();
+    EXPECT_NE(refused.status, 0);
+    EXPECT_EQ(refused.complaint,
+              "tarvane-data: MATFILE1.BIN: a folder of this name is in its place\n");
+    const auto entries = std::distance(fs::directory_iterator(out), fs::directory_iterator());
+    EXPECT_EQ(entries, 1);
+    EXPECT_TRUE(fs::is_directory(out / "MATFILE1.BIN" / "other"));
+}
+
+// The properties of a Division 2 record come from another table than its stresses: it is as sure as the
+// less sure of the two.
+TEST_F(DataBuilder, MarksARecordWhenItsPropertiesOrItsStressesAreApproximate) {
+    const auto first_note = [&](const std::string& file) {
+        constexpr std::size_t RECORD = 414, NOTE = 100, WIDTH = 40;
+        std::string note = content(out / file).substr(RECORD + NOTE, WIDTH);
+        note.erase(note.find_last_not_of(' ') + 1);
+        return note;
+    };
+    constexpr const char *MARKED = "Carbon steel; approximate", *BARE = "Carbon steel";
+    replace("materials_viii2_class2.csv", "approximate", "published  ");
+    ASSERT_EQ(outcome().status, 0);
+    EXPECT_EQ(first_note("MATFILE2.BIN"), MARKED);
+
+    replace("materials_viii1.csv", ", approximate", ", published  ");
+    ASSERT_EQ(outcome().status, 0);
+    EXPECT_EQ(first_note("MATFILE1.BIN"), BARE);
+    EXPECT_EQ(first_note("MATFILE2.BIN"), BARE);
+    EXPECT_EQ(first_note("MatFileD2C1.BIN"), MARKED);
+}
+
 TEST_F(DataBuilder, RefusesAFolderWithoutATable) {
     fs::remove(sources / "yields.csv");
     const Outcome refused = outcome();
