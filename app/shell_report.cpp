@@ -390,17 +390,4 @@ void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
     Writer(shell, outcome, units).write();
 }
 
-void put_decimal_commas(std::string& report) {
-    constexpr std::size_t MARGIN = 1, WIDTH = 100;
-    for (std::size_t from = 0; from < report.size();) {
-        const std::size_t end = std::min(report.find('\n', from), report.size());
-        if (end > from + MARGIN) {
-            const std::size_t width = std::min(WIDTH, end - from - MARGIN);
-            REPLACE_DECIMALS_WITH_COMMAS(report.data() + from + MARGIN,
-                                         static_cast<std::int32_t>(width));
-        }
-        from = end + 1;
-    }
-}
-
 } // namespace tarvane::app

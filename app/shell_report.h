@@ -11,9 +11,6 @@ namespace tarvane::app {
 void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
                         const UnitSystem& units);
 
-// Decimal commas in the records of a report.
-void put_decimal_commas(std::string& report);
-
 // Lines of the report by which the verdict goes, in the error style.
 inline constexpr std::string_view THICKNESS_WARNING =
     "Warning: Required Thickness Exceeds the Given Thickness!";

@@ -129,13 +129,13 @@ ShellOutcome run_shell(const ShellInput& shell, const InputFile& file) {
     ShellOutcome outcome;
     const Services services(outcome);
     RESET_ENGINE();
+    set_decimal_comma(file);
     set_units(file);
     const ReportUnit report;
     calculate_shell(shell, outcome);
     report.switch_on();
     write_shell_report(shell, outcome, file.units);
     outcome.report = report.switch_off_and_read();
-    if (file.decimal_comma) put_decimal_commas(outcome.report);
     return outcome;
 }
 

@@ -10,6 +10,7 @@
 #include "shell_session.h"
 #include "tarvane/tarvane.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarvane::app {
@@ -266,6 +267,12 @@ TEST(ShellReport, ShowsThePublishedResult) {
     EXPECT_NE(report.find(" = 0.8119 in."), std::string::npos);
     EXPECT_NE(report.find(" = 0.9369 in."), std::string::npos); // with the allowance
     EXPECT_EQ(report.find("Warning"), std::string::npos);
+
+    const ReadResult commas = read_input("decimal_comma = true\n" + E431);
+    const std::string with_commas = commas.file.elements.at(0)->calculate(commas.file)->report;
+    EXPECT_NE(with_commas.find(" = 0,8119 in."), std::string::npos);
+    EXPECT_EQ(std::count(with_commas.begin(), with_commas.end(), '\n'),
+              std::count(report.begin(), report.end(), '\n'));
 }
 
 // ---- reading ---------------------------------------------------------------------------------------

@@ -1,5 +1,7 @@
 // The exported routines of shells: every argument reaches its place.
 #include "../material_file.h"
+#include "openings/flat_head_openings.h"
+#include "shell/elements.h"
 #include "shell/failure_corrosion.h"
 #include "shell/forming.h"
 #include "thin_head.h"
@@ -124,6 +126,32 @@ TEST_F(ShellExports, FormingStrainAndHeadArea) {
                             &Dmax[1]);
         EXPECT_EQ(area[1], area[0]);
         EXPECT_EQ(Dmax[1], 50.5f);
+    }
+}
+
+TEST_F(ShellExports, Openings) {
+    const Real head = 24, d1 = 4, d2 = 3, edge1 = 5, edge2 = 6, pitch = 6, C = 0.3f;
+    const Int attachment = 2;
+    for (const Int kind : {5, 6, 7}) {
+        OPENINGS_CALL direct{kind, head, d1, d2, edge1, edge2, pitch, attachment, C};
+        PATTERNED_OPENINGS(direct);
+        Real factor = -1, C_out = -1;
+        Int flag = -1;
+        ::PATTERNED_OPENINGS(&kind, &head, &d1, &d2, &edge1, &edge2, &pitch, &attachment, &C,
+                             &factor, &C_out, &flag);
+        EXPECT_EQ(factor, direct.coverFactor) << kind;
+        EXPECT_EQ(C_out, direct.Cout) << kind;
+        EXPECT_EQ(flag, direct.coverFlag) << kind;
+    }
+}
+
+TEST_F(ShellExports, FactorsOfTheOlderDivisionTwo) {
+    const Real D = 60, r = 5, t = 0.75f, L = 54, c = 0.0625f, u = 0.03f;
+    for (const Int element : {2, 3}) {
+        EXPECT_EQ(::DIV2_M_FACTOR(&D, &r, &t, &L, &c, &element, &u),
+                  DIV2_M_FACTOR(D, r, t, L, c, element, u));
+        EXPECT_EQ(::DIV2_K_FACTOR(&D, &r, &t, &L, &c, &element, &u),
+                  DIV2_K_FACTOR(D, r, t, L, c, element, u));
     }
 }
 
