@@ -33,6 +33,8 @@ inline constexpr const char* CHARTS = "[CS-2]\n"
                                       "\n"
                                       "[END]\n";
 
+constexpr double wide(Real x) { return static_cast<double>(x); }
+
 // A call with its chart field; what SHLEXT returns starts as marked values.
 struct Vessel : SHLEXT_CALL {
     char field[13] = "CS-2        ";

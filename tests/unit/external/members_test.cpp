@@ -67,7 +67,7 @@ TEST_F(Members, AxialCompressionOfCarbonSteel) {
         for (const Real Mx : {1.0f, 1.6f, 8.0f, 14.9f, 15.1f, 60.0f}) {
             const Real t = 0.5f, Do = Dot * t;
             const Axial a = axial(Do, Mx * std::sqrt(Do / 2.0f * t), t);
-            const double d = Dot, Fy = 38000.0;
+            const double d = wide(Dot), Fy = 38000.0;
             const double Ca = Mx <= 1.5f ? 2.64 : Mx < 15.0f ? 3.13 / std::pow(Mx, 0.42) : 1.0;
             const double Cc = d < 1247.0 ? std::fmin(409.0 * Ca / (d + 389.0), 0.9) : 0.25 * Ca;
             const double Fxe = Cc * 28.3e6 / d;
@@ -88,19 +88,19 @@ TEST_F(Members, AxialCompressionOfCarbonSteel) {
 TEST_F(Members, ColumnBucklingByItsSlenderness) {
     const Axial stub = axial(50.0f, 100.0f, 0.5f);
     const double rg = 0.25 * std::sqrt(50.0 * 50.0 + 49.0 * 49.0);
+    const double Fxa = wide(stub.Fxa), FSc = wide(stub.FSc);
     const auto Lambda_of = [&](double Lu) {
-        return 2.0 * Lu * std::sqrt(stub.Fxa * static_cast<double>(stub.FSc) / 28.3e6) /
-               (3.14159265 * rg);
+        return 2.0 * Lu * std::sqrt(Fxa * FSc / 28.3e6) / (3.14159265 * rg);
     };
     for (const Real Lu : {100.0f, 400.0f, 800.0f, 1100.0f, 1400.0f}) {
         const Axial a = axial(50.0f, 100.0f, 0.5f, 2.0f, Lu);
-        const double Lambda = Lambda_of(Lu);
+        const double Lambda = Lambda_of(wide(Lu));
         EXPECT_NEAR(a.Lambda, Lambda, 1e-5 * Lambda);
         EXPECT_EQ(a.Fxa, stub.Fxa);
         double Fca = 1.0e6;
-        if (Lambda > 0.15 && 2.0 * Lu / rg < 200.0)
-            Fca = Lambda < 1.147 ? stub.Fxa * std::pow(1.0 - 0.74 * (Lambda - 0.15), 0.3)
-                                 : 0.88 * stub.Fxa / (Lambda * Lambda);
+        if (Lambda > 0.15 && 2.0 * wide(Lu) / rg < 200.0)
+            Fca = Lambda < 1.147 ? Fxa * std::pow(1.0 - 0.74 * (Lambda - 0.15), 0.3)
+                                 : 0.88 * Fxa / (Lambda * Lambda);
         EXPECT_NEAR(a.Fca, Fca, 1e-4 * Fca) << Lu;
     }
     // The range holds every case: too slight, between, beyond 1.147, beyond 200.
@@ -118,9 +118,8 @@ TEST_F(Members, AxialCompressionOfAnotherSteelHasOneStress) {
     EXPECT_LT(a.Fxe, 0.9f * carbon.Fxe); // by the tangent modulus
     EXPECT_FLOAT_EQ(a.Fxa, a.Fxe / a.FSe);
     const double rg = 0.25 * std::sqrt(250.0 * 250.0 + 249.0 * 249.0);
-    EXPECT_NEAR(a.Lambda,
-                300.0 * std::sqrt(a.Fxa * static_cast<double>(a.FSe) / 28.3e6) / (3.14159265 * rg),
-                1e-5);
+    const double Fxa = wide(a.Fxa), FSe = wide(a.FSe);
+    EXPECT_NEAR(a.Lambda, 300.0 * std::sqrt(Fxa * FSe / 28.3e6) / (3.14159265 * rg), 1e-5);
     EXPECT_EQ(LINE_COUNT, 0);
 }
 
@@ -139,7 +138,7 @@ TEST_F(Members, ShearThroughoutItsRanges) {
     for (const Real Dot : {60.0f, 200.0f, 500.0f, 501.0f, 900.0f})
         for (const Real Mx : {1.0f, 1.6f, 10.0f, 25.9f, 26.1f, 100.0f, 5000.0f}) {
             const Shear s = shear(Mx, Dot);
-            const double d = Dot, m = Mx, Fy = 38000.0;
+            const double d = wide(Dot), m = wide(Mx), Fy = 38000.0;
             double Cv = m <= 1.5   ? 4.454
                         : m < 26.0 ? 9.64 / (m * m) * std::sqrt(1.0 + 0.0239 * m * m * m)
                                    : 1.492 / std::sqrt(m);

@@ -270,6 +270,7 @@ TEST_F(Shlext, PressureAtTheResultsIsTheDesignPressure) {
     const auto between = [&](Real low, Real high) {
         return std::uniform_real_distribution<Real>(low, high)(random);
     };
+    int lengths[2][2] = {}; // by method and chart
     for (const bool stress : {false, true}) {
         GLOBALS_mp_G_NUSE_CASE2286 = stress ? 1 : 0;
         for (const char* chart : {"CS-2", "HA-1"})
@@ -292,15 +293,24 @@ TEST_F(Shlext, PressureAtTheResultsIsTheDesignPressure) {
                     again.t = first.Tca;
                     EXPECT_NEAR(quiet(again).MAEP, e.P, 3e-4f * e.P + 0.002f)
                         << stress << chart << element;
-                    const bool steps = stress && chart[0] == 'H'; // the factor of safety makes one
-                    if (steps || element != CYLINDER || first.Slen < 0.4f * e.D ||
-                        first.Slen > 19.0f * e.D)
+                    if (element != CYLINDER || first.Slen < 0.4f * e.D || first.Slen > 19.0f * e.D)
                         continue;
-                    again = e;
-                    again.Length = first.Slen;
-                    EXPECT_NEAR(quiet(again).MAEP, e.P, 2.5e-3f * e.P) << stress << chart;
+                    const auto MAEP_at = [&](Real Length) {
+                        Vessel longer = e;
+                        longer.Length = Length;
+                        return quiet(longer).MAEP;
+                    };
+                    // Near the yield the length hardly counts: 25 corrections may fall short.
+                    const bool yields =
+                        stress && MAEP_at(0.9f * first.Slen) < 1.06f * MAEP_at(1.1f * first.Slen);
+                    if (yields) continue;
+                    ++lengths[stress][chart[0] == 'H'];
+                    EXPECT_NEAR(MAEP_at(first.Slen), e.P, 2.5e-3f * e.P) << stress << chart;
                 }
     }
+    for (const auto& by_chart : lengths)
+        for (const int count : by_chart)
+            EXPECT_GT(count, 5);
 }
 
 TEST_F(Shlext, ThicknessAndLengthByStressAgreeWithABisection) {
@@ -354,6 +364,35 @@ TEST_F(Shlext, WithoutAPressure) {
         EXPECT_EQ(stress.Tca, -12.0f);
         EXPECT_EQ(stress.Slen, NO_VALUE);
     }
+}
+
+TEST_F(Shlext, ThePressureOfTheLimitItselfHasNoThicknessButByStressALength) {
+    Vessel e(CYLINDER);
+    e.P = 0.001f;
+    const Vessel chart = quiet(e);
+    EXPECT_EQ(chart.Tca, -12.0f);
+    EXPECT_EQ(chart.Slen, 0.0f);
+    by_buckling_stress();
+    const Vessel stress = quiet(e);
+    EXPECT_EQ(stress.Tca, -12.0f);
+    EXPECT_EQ(stress.Slen, 999999.0f); // it carries that at every length
+    e.P = std::nextafter(0.001f, 0.0f);
+    EXPECT_EQ(quiet(e).Slen, NO_VALUE);
+    e.P = std::nextafter(0.001f, 1.0f);
+    EXPECT_NE(quiet(e).Tca, -12.0f);
+}
+
+TEST_F(Shlext, TheReportIsOnAfterAFullCall) {
+    for (const Int code_case : {0, 1})
+        for (const Real P : {0.0f, 15.0f})
+            for (Int element = CYLINDER; element <= CONE; ++element) {
+                GLOBALS_mp_G_NUSE_CASE2286 = code_case;
+                Vessel e(element);
+                e.P = P;
+                IWRITE = 0;
+                quiet(e);
+                EXPECT_EQ(IWRITE, 1) << code_case << element << P;
+            }
 }
 
 TEST_F(Shlext, AnotherElementThanACylinderKeepsItsLength) {

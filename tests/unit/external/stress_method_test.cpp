@@ -115,6 +115,25 @@ TEST_F(BucklingStress, TheChartsTemperatureIsThatOfTheLastCall) {
     EXPECT_EQ(EXTERNAL.curve.E, 0.0f);
 }
 
+TEST_F(BucklingStress, WithoutAChartFileTheCurveOfTheLastCallStands) {
+    const auto at_16000 = [](Real& Fic) {
+        Fic = 20000.0f;
+        return CC2286_FS(16000.0f, Fic, 30000.0f);
+    };
+    quiet(Vessel(CYLINDER, "HA-1"));
+    Real with_file = 0.0f, without = 0.0f;
+    const Real FS = at_16000(with_file);
+    ASSERT_LT(with_file, 15000.0f);
+    remove_file("system", "ExtChartData.txt");
+    RESET_MATERIALS();
+    EXPECT_EQ(at_16000(without), FS);
+    EXPECT_EQ(without, with_file);
+    // Never a chart: no modulus and no stress. What is no number is not below the yield.
+    RESET_EXTERNAL();
+    EXPECT_EQ(at_16000(without), 1.667f);
+    EXPECT_TRUE(std::isnan(without));
+}
+
 // ---- cylinder ------------------------------------------------------------------------------------
 
 Real length_for(Real Mx, Real Do, Real t) { return Mx * std::sqrt(Do / 2.0f * t); }
@@ -126,13 +145,14 @@ TEST_F(BucklingStress, CylinderThroughoutItsRanges) {
                 const Real Do = Dot * 0.5f, Ey = 28.3e6f;
                 const BUCKLING_CYLINDER shell =
                     CC2286_CYLINDER(Do, length_for(Mx, Do, 0.5f), 0.5f, Ey, Fy);
-                const double Fhe = 1.6 * Ch_of(Mx, Dot) * 28.3e6 / Dot;
-                const double Fic = cylinder_Fic(Fhe, Fy);
-                const double Fha = Fic / FS_of(Fic, Fy);
+                const double d = wide(Dot), Sy = wide(Fy);
+                const double Fhe = 1.6 * Ch_of(wide(Mx), d) * 28.3e6 / d;
+                const double Fic = cylinder_Fic(Fhe, Sy);
+                const double Fha = Fic / FS_of(Fic, Sy);
                 EXPECT_NEAR(shell.Fhe, Fhe, 1e-5 * Fhe) << Dot << " " << Mx;
-                EXPECT_NEAR(shell.FS, FS_of(Fic, Fy), 2e-5);
+                EXPECT_NEAR(shell.FS, FS_of(Fic, Sy), 2e-5);
                 EXPECT_NEAR(shell.Fha, Fha, 2e-5 * Fha);
-                EXPECT_NEAR(shell.Pa, 2.0 * Fha / Dot, 4e-5 * Fha / Dot);
+                EXPECT_NEAR(shell.Pa, 2.0 * Fha / d, 4e-5 * Fha / d);
             }
 }
 
@@ -200,9 +220,10 @@ TEST_F(BucklingStress, HeadsThroughoutTheirRanges) {
     for (const Real Rot : {15.0f, 40.0f, 100.0f, 300.0f, 900.0f})
         for (const Real Fy : {20000.0f, 38000.0f, 90000.0f}) {
             const Real Ro = Rot * 0.5f;
-            const double Fhe = 0.075 * 28.3e6 / Rot;
-            const double Fic = head_Fic(Fhe, Fy);
-            const double Fha = Fic / FS_of(Fic, Fy);
+            const double d = wide(Rot), Sy = wide(Fy);
+            const double Fhe = 0.075 * 28.3e6 / d;
+            const double Fic = head_Fic(Fhe, Sy);
+            const double Fha = Fic / FS_of(Fic, Sy);
             const Real kO = 1.9f;
             const Real Ko = 0.25346f + 0.13995f * 1.9f + 0.12238f * 3.61f - 0.015297f * 6.859f;
             for (const auto& [element, Do] :
@@ -210,7 +231,7 @@ TEST_F(BucklingStress, HeadsThroughoutTheirRanges) {
                 const BUCKLING_HEAD head =
                     CC2286_HEAD(element, Do, 28.3e6f, 0.5f, Fy, -1.0f, -1.0f, kO);
                 EXPECT_NEAR(head.Fha, Fha, 3e-5 * Fha) << element << " " << Rot;
-                EXPECT_NEAR(head.Pa, 2.0 * Fha / Rot, 6e-5 * Fha / Rot);
+                EXPECT_NEAR(head.Pa, 2.0 * Fha / d, 6e-5 * Fha / d);
                 EXPECT_EQ(head.Fa, 0.0f);
                 EXPECT_EQ(head.Fb, 0.0f);
             }
@@ -252,10 +273,10 @@ TEST_F(BucklingStress, MixedStressesWriteNothing) {
         const Real Ro = 0.5f * Rot;
         const BUCKLING_HEAD head =
             CC2286_HEAD(TORISPHERICAL, Ro, 28e6f, 0.5f, 4e4f, -1000.0f, Sigma2, 0.0f);
-        const double Ci = Rot >= 622.0f ? 0.125 : 102.2 / (static_cast<double>(Rot) + 195.0);
-        const double Cc = 4000.0 * Rot / 28e6;
+        const double d = wide(Rot), Ci = Rot >= 622.0f ? 0.125 : 102.2 / (d + 195.0);
+        const double Cc = 4000.0 * d / 28e6;
         const double Cd = 1.06 / (1.0 / Cc + 3.24);
-        const double Fic = head_Fic((Ci + Cd) * 28e6 / Rot, 4e4);
+        const double Fic = head_Fic((Ci + Cd) * 28e6 / d, 4e4);
         EXPECT_NEAR(head.Fha, Fic / FS_of(Fic, 4e4), 0.5) << Rot;
         EXPECT_EQ(head.Fa, head.Fha);
         EXPECT_EQ(head.Pa, 0.0f);
