@@ -97,7 +97,11 @@ void ShellInput::take_material(Reading& reading) {
     if (!reading.given("material_reference"))
         put_setting(N::material_reference, static_cast<float>(record->reference));
     if (!formed()) return;
-    if (!reading.given("Sy") && T) put_setting(N::Sy, yield_at(*record, *T));
+    if (!reading.given("Sy") && T) {
+        const float yield = yield_at(*record, *T);
+        put_setting(N::Sy, yield);
+        if (yield > 0.0f) reading.use("YIELDSTR.BIN", record->name);
+    }
     if (!reading.given("Sy_cold")) put_setting(N::Sy_cold, record->yield);
 }
 

@@ -11,7 +11,8 @@
 // 2. writes its files:     write_file(place.out / "ExtChartData.txt", text);
 // 3. reads them back through tarvane/tarvane.h alone and compares every row with what the table says
 //    (Row::expect, Row::fail), so that no row is lost on the way;
-// 4. tells approximate rows of text files to place.approximate. Material records carry their own mark.
+// 4. tells approximate rows of text files and yield strengths to place.approximate. Material records that
+//    a host reads whole carry their own mark.
 //
 // Whatever is wrong is thrown as a DataError. place.out is a fresh folder that holds the files of this
 // run only. build() has pointed both folders of the engine at it and resets the engine before each

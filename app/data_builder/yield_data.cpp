@@ -15,6 +15,7 @@ constexpr float HIGHEST = 1000.0f, HIGHEST_METRIC = 977.0f;
 
 struct Entry {
     const Row* row;
+    bool approximate;
     TARVANE_MATERIAL_RECORD record; // yield strengths in the place of the allowable stresses
 };
 
@@ -22,7 +23,9 @@ std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yield
     std::vector<Entry> entries;
     for (const Row& row : yields.rows()) {
         const Material& material = materials.of(row);
-        entries.push_back({.row = &row, .record = with_stresses(material, row)});
+        entries.push_back({.row = &row,
+                           .approximate = material.row->approximate() || row.approximate(),
+                           .record = with_stresses(material, row)});
     }
     return entries;
 }
@@ -66,8 +69,12 @@ void build_yields(Place& place) {
         RecordFile file(YIELD_BYTES);
         for (const Entry& entry : entries)
             file.add(metric ? metric_record(entry.record) : entry.record);
-        write_file(place.out / (metric ? "YIELDSTRM.BIN" : "YIELDSTR.BIN"), file.bytes());
+        const std::string name = metric ? "YIELDSTRM.BIN" : "YIELDSTR.BIN";
+        write_file(place.out / name, file.bytes());
         read_back(entries, metric);
+        // The lookup gives the strength alone, without the record and its mark.
+        for (const Entry& entry : entries)
+            if (entry.approximate) place.approximate[name].push_back(entry.row->field("name"));
     }
 }
 

@@ -169,6 +169,16 @@ TEST_F(DataBuilder, MarksARecordWhenItsPropertiesOrItsStressesAreApproximate) {
     EXPECT_EQ(first_note("MatFileD2C1.BIN"), MARKED);
 }
 
+// A host that asks for a yield strength gets no record with a mark.
+TEST_F(DataBuilder, ListsApproximateYieldStrengths) {
+    replace("yields.csv", ", approximate", ", published  ");
+    replace("materials_viii1.csv", ", approximate", ", published  "); // both are of SA-516 70
+    ASSERT_EQ(outcome().status, 0);
+    const std::string list = content(out / "approximate.txt");
+    for (const char* section : {"\n[YIELDSTR.BIN]\nSA-516 65\n", "\n[YIELDSTRM.BIN]\nSA-516 65\n"})
+        EXPECT_NE(list.find(section), std::string::npos) << section;
+}
+
 TEST_F(DataBuilder, RefusesAFolderWithoutATable) {
     fs::remove(sources / "yields.csv");
     const Outcome refused = outcome();
