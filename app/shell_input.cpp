@@ -210,7 +210,12 @@ class Checks {
         }
     }
 
-    void flat() { above_zero({"C"}); }
+    void flat() {
+        above_zero({"C"});
+        if (!reading.sound("d1") || !reading.sound("d2") || !reading.sound("pitch")) return;
+        if (value("d2") > 0.0f && !(value("pitch") > (value("d1") + value("d2")) / 2.0f))
+            fault("pitch", "the openings overlap; it must be above the mean of d1 and d2");
+    }
 };
 
 } // namespace

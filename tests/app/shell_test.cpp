@@ -331,6 +331,8 @@ TEST(ShellInputs, TellWhatIsWrong) {
     EXPECT_EQ(fault_lines(with("alpha", "alpha = 90", CONE)), one("f:9: " + angle));
     EXPECT_EQ(fault_lines(with("alpha", "alpha = 0", CONE)), one("f:9: " + angle));
     EXPECT_EQ(fault_lines(with("r", "r = 60", TORISPHERE)).size(), 2u);
+    EXPECT_EQ(fault_lines(FLAT + "d1 = 2\nedge1 = 1\nd2 = 1\nedge2 = 1\npitch = 1.5\n"),
+              one("f:16: pitch: the openings overlap; it must be above the mean of d1 and d2"));
     EXPECT_EQ(fault_lines(ELLIPSE + "k = 0.9\n"),
               one("f:11: k: an aspect ratio D/2h of at least 1 is expected"));
     EXPECT_EQ(fault_lines(ELLIPSE + "k = 2\nh = 12\n"),
