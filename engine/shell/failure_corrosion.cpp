@@ -90,7 +90,7 @@ Real cone(const FAILURE_CA_ARGUMENTS& f, Real Dw, Real ca) {
            (2.0f * f.P - 1.2f * f.P * ca + 2.0f * f.S * f.E * ca);
 }
 
-// UG-39 doubles C, or adds its factor h to the thickness.
+// UG-39 doubles C up to a limit; openings close together raise the thickness by its factor h, too.
 void openings(const FAILURE_CA_ARGUMENTS& f, Real& C, Real& F) {
     if (!(f.d1 > 0.0f || f.d2 > 0.0f)) return;
     OPENINGS_CALL call{.kind = FLAT_HEAD_ELEMENT,

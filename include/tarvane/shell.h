@@ -77,8 +77,8 @@ enum {
 ** Notes:
 **   1) Appendix 1-4(f) runs for heads of which it has moduli ("ElastAlp07.txt"); then mawp and map_nc
 **      are limited by its pressures.
-**   2) Cylinders with t above R/2 or P above 0.385 S E, spheres with t above 0.356 R or P above
-**      0.665 S E, go by the logarithmic forms.
+**   2) Cylinders with t less c and Ut above R/2 or P above 0.385 S E, spheres with it above 0.356 R or
+**      P above 0.665 S E, go by the logarithmic forms; R is the corroded inside radius.
 **   3) The knuckle of a cone limits the pressures and raises the stress, not the thickness.
 **   4) The code constants are filled anew (SET_METRIC_CONSTANTS). Openings leave IWRITE at 1, a head
 **      of status TARVANE_HEAD_FAILED leaves it at 0.
@@ -113,7 +113,8 @@ TARVANE_API void TARVANE_CALL SHLINT(
 **   corroded_k  1: K of an elliptical head anew at each step
 ** Returned:
 **   fail_ca     corrosion at failure (in); negative when t is below the minimum thickness
-**   fail_ca_k   the same of the knuckle; -1.0 when there is none
+**   fail_ca_k   the same of the knuckle, held by t, too; -1.0 without a knuckle, or when none of its
+**               steps brings the pressure down to P
 **
 ** Notes:
 **   1) Thin cylinders and spheres and the shell of a cone go by a closed form, all others in steps of
