@@ -17,24 +17,12 @@ namespace tarvane::app {
 
 namespace {
 
-constexpr std::string_view CHART_FILE = "ExtChartData.txt";
-
 bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-bool by_yield(std::string_view name) { return holds(name, "CS-3") || name.starts_with("NFA-11"); }
-
-// The name as the chart file writes it; nothing when it has no such chart.
-std::optional<std::string> name_in_file(std::string_view given,
-                                        const std::vector<std::string>& names) {
-    for (const std::string& name : names) {
-        if (folded(name) == folded(given)) return name;
-    }
-    return std::nullopt;
-}
-
 std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
+    if (names.empty()) return std::string(CHART_FILE) + " is missing or holds no charts";
     std::string message = "no chart " + quoted(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);
@@ -79,7 +67,7 @@ void print_table(const ChartOptions& options, const std::string& name, float tem
     out << "External pressure chart " << name << '\n';
     line("Temperature", shown(temperature, Quantity::temperature, units));
     line("Temperature of the chart", shown(curve.temperature, Quantity::temperature, units));
-    if (by_yield(name)) {
+    if (needs_yield(name)) {
         line("Yield stress",
              shown(units.to_engine(options.yield, Quantity::stress), Quantity::stress, units));
     }
@@ -129,13 +117,34 @@ std::vector<std::string> chart_names() {
 
 std::vector<float> chart_temperatures(std::string_view name) {
     std::vector<float> temperatures;
-    if (by_yield(name)) return temperatures;
+    if (needs_yield(name)) return temperatures;
     for (const Section& section : read_sections(CHART_FILE)) {
         if (section.name != name) continue;
         for (const std::string& row : section.lines)
             temperatures.push_back(std::strtof(row.c_str(), nullptr));
     }
     return temperatures;
+}
+
+std::optional<std::string> chart_in_file(std::string_view given) {
+    for (std::string& name : chart_names()) {
+        if (folded(name) == folded(given)) return std::move(name);
+    }
+    return std::nullopt;
+}
+
+std::string unknown_chart(std::string_view given) { return no_chart(given, chart_names()); }
+
+bool needs_yield(std::string_view chart) {
+    return holds(chart, "CS-3") || chart.starts_with("NFA-11");
+}
+
+std::string chart_svg(const std::string& name, float temperature, float yield,
+                      std::optional<float> A, const UnitSystem& units) {
+    ChartDrawing drawing{name, {}, read_curve(name, temperature, yield), A, units};
+    for (const float row : chart_temperatures(name))
+        drawing.curves.push_back(read_curve(name, row, yield));
+    return draw_chart(drawing);
 }
 
 Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& err) {
@@ -153,11 +162,9 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     if (options.A && !(*options.A > 0.0f && std::isfinite(*options.A)))
         return refuse("a factor A is a number above 0");
 
-    const std::vector<std::string> names = chart_names();
-    if (names.empty()) return refuse(std::string(CHART_FILE) + " is missing or holds no charts");
-    const std::optional<std::string> name = name_in_file(options.name, names);
-    if (!name) return refuse(no_chart(options.name, names));
-    if (by_yield(*name) && !(yield > 0.0f))
+    const std::optional<std::string> name = chart_in_file(options.name);
+    if (!name) return refuse(unknown_chart(options.name));
+    if (needs_yield(*name) && !(yield > 0.0f))
         return refuse("chart " + *name + " depends on the yield stress: give it by --yield");
 
     const ChartCurve curve = read_curve(*name, temperature, yield);
@@ -169,10 +176,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
             << " by one made from a licensed copy of the standard.\n";
     if (options.svg.empty()) return Status::fine;
 
-    ChartDrawing drawing{*name, {}, curve, options.A, units};
-    for (const float row : chart_temperatures(*name))
-        drawing.curves.push_back(read_curve(*name, row, yield));
-    write_whole(options.svg, draw_chart(drawing));
+    write_whole(options.svg, chart_svg(*name, temperature, yield, options.A, units));
     return Status::fine;
 }
 

@@ -24,6 +24,20 @@ struct ChartCurve {
 
 ChartCurve read_curve(const std::string& name, float temperature, float yield);
 
+// The text file of the charts.
+inline constexpr std::string_view CHART_FILE = "ExtChartData.txt";
+
+// The name of a chart as the chart file writes it; nothing when it has no such chart.
+std::optional<std::string> chart_in_file(std::string_view given);
+// What there is to say about a name without a chart: the nearest one, or that the file is missing.
+std::string unknown_chart(std::string_view given);
+// A chart whose one curve depends on the yield stress.
+bool needs_yield(std::string_view chart);
+
+// The chart as a drawing with the curve of a temperature (F) and a point of it.
+std::string chart_svg(const std::string& name, float temperature, float yield,
+                      std::optional<float> A, const UnitSystem& units);
+
 // The charts that the chart file has.
 std::vector<std::string> chart_names();
 // The temperatures of the curves of a chart. None for a chart whose one curve depends on the yield

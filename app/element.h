@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -83,6 +84,13 @@ class Reading {
     std::map<std::string_view, Place> keys;
 };
 
+// A point of an external pressure chart: what a result went by.
+struct ChartPoint {
+    std::string chart;
+    float temperature, yield; // F, psi
+    float A;
+};
+
 struct Element {
     const ElementKind* kind = nullptr;
     int line = 0;   // of its table
@@ -110,6 +118,8 @@ struct Element {
     virtual std::unique_ptr<Outcome> calculate(const InputFile& file) const = 0;
     // `outcome` is what calculate gave.
     virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;
+    // The point of a chart that a drawing can mark.
+    virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };
 
 // An element with its outcome, for the tables that close the output.

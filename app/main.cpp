@@ -1,14 +1,18 @@
 // The command line of the host.
 #include "charts.h"
 #include "materials_command.h"
+#include "mdmt_command.h"
 #include "run.h"
 #include "text.h"
 
 #include <CLI/CLI.hpp>
 
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 #ifdef _WIN32
 #include <io.h>
@@ -24,6 +28,37 @@ bool on_terminal() {
 #else
     return isatty(STDOUT_FILENO) != 0;
 #endif
+}
+
+// Options of `tarvane mdmt` by the key of an [[mdmt]] that each stands for.
+struct MdmtOption {
+    const char *option, *key, *help;
+    bool text;
+};
+constexpr MdmtOption MDMT_OPTIONS[] = {
+    {"--curve", "curve", "Curve A to D, \"impact tested\" or exempt; else that of the material",
+     true},
+    {"--thickness,-t", "tg", "Governing thickness", false},
+    {"--ratio", "ratio", "Stress or pressure ratio", false},
+    {"--tr", "tr", "Required thickness, in place of the ratio", false},
+    {"--corrosion,-c", "c", "Corrosion allowance", false},
+    {"--efficiency,-E", "E", "Joint efficiency", false},
+    {"--material", "material", "Material of the data files", true},
+    {"--reference", "material_reference", "Its reference number", false},
+    {"--required", "MDMT", "Temperature that must be reached", false},
+    {"--temperature,-T", "T", "Design temperature, for UG-20(f)", false},
+    {"--code", "code", "VIII-1 or VIII-2", true},
+    {"--edition", "edition", "older (VIII-2) or A98 (VIII-1)", true},
+    {"--yield", "Sy", "Yield stress, for VIII-2", false}};
+
+constexpr std::size_t MDMT_TEMPERATURE = 9; // place of --temperature
+static_assert(std::string_view(MDMT_OPTIONS[MDMT_TEMPERATURE].key) == "T");
+
+// "0.5" for ".5", as input files write it.
+std::string plain_number(const std::string& text) {
+    char number[40];
+    std::snprintf(number, sizeof number, "%.9g", std::strtod(text.c_str(), nullptr));
+    return number;
 }
 
 // The unit system of --units.
@@ -47,6 +82,10 @@ int main(int argc, char** argv) try {
     run_command->add_option("--report", options.report,
                             "Write the report file with its style marks");
     run_command->add_option("--data", options.data, "Folder of the data files");
+    run_command
+        ->add_option("--charts", options.charts,
+                     "Draw the chart of each element under external pressure into this folder")
+        ->check(CLI::ExistingDirectory);
     run_command->add_option("--colour,--color", colour, "auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}));
     run_command->add_flag("--plain", plain, "The same as --colour never");
@@ -78,6 +117,20 @@ int main(int argc, char** argv) try {
     chart_command->add_option("--svg", chart.svg, "Draw the chart into this file");
     chart_command->add_option("--units", chart_units, "us or si")->check(UNITS);
     chart_command->add_option("--data", chart.data, "Folder of the data files");
+    MdmtOptions mdmt;
+    std::array<std::string, std::size(MDMT_OPTIONS)> mdmt_values;
+    bool pwht = false, normalized = false, no_ug20f = false;
+    CLI::App* mdmt_command =
+        app.add_subcommand("mdmt", "Minimum design metal temperature of a thickness");
+    for (std::size_t i = 0; i < mdmt_values.size(); ++i)
+        mdmt_command->add_option(MDMT_OPTIONS[i].option, mdmt_values[i], MDMT_OPTIONS[i].help)
+            ->check(MDMT_OPTIONS[i].text ? CLI::Validator() : CLI::Validator(CLI::Number));
+    mdmt_command->add_flag("--pwht", pwht, "Heat treated, with the credit of UCS-68(c)");
+    mdmt_command->add_flag("--normalized", normalized, "Curve of the normalized material");
+    mdmt_command->add_flag("--no-ug20f", no_ug20f, "No exemption by UG-20(f)");
+    std::string mdmt_units = "us";
+    mdmt_command->add_option("--units", mdmt_units, "us or si")->check(UNITS);
+    mdmt_command->add_option("--data", mdmt.data, "Folder of the data files");
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
 
     try {
@@ -98,6 +151,25 @@ int main(int argc, char** argv) try {
         if (factor_option->count() > 0) chart.A = factor;
         chart.units = units_named(chart_units);
         return static_cast<int>(show_chart(chart, std::cout, std::cerr));
+    }
+    if (mdmt_command->parsed()) {
+        // A design temperature that is not given is low enough for UG-20(f).
+        if (mdmt_values[MDMT_TEMPERATURE].empty()) mdmt_values[MDMT_TEMPERATURE] = "0";
+        for (std::size_t i = 0; i < mdmt_values.size(); ++i) {
+            if (mdmt_values[i].empty()) continue;
+            const auto& [option, key, help, text] = MDMT_OPTIONS[i];
+            mdmt.keys.emplace_back(key, text ? tarvane::app::quoted(mdmt_values[i])
+                                             : plain_number(mdmt_values[i]));
+        }
+        const auto flag = [&](const char* key, bool on) {
+            if (on) mdmt.keys.emplace_back(key, "true");
+        };
+        flag("pwht", pwht);
+        flag("credit", pwht);
+        flag("normalized", normalized);
+        flag("ug20f", !no_ug20f);
+        mdmt.units = units_named(mdmt_units).name;
+        return static_cast<int>(show_mdmt(mdmt, std::cout, std::cerr));
     }
     options.colour = !plain && (colour == "always" || (colour == "auto" && on_terminal()));
     return static_cast<int>(run(options, std::cout, std::cerr));

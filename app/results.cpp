@@ -1,6 +1,7 @@
 #include "results.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace tarvane::app {
@@ -36,6 +37,11 @@ int decimals_of(Quantity quantity, const UnitSystem& units) {
 std::string shown(float value, Quantity quantity, const UnitSystem& units) {
     return number_text(units.to_file(value, quantity), decimals_of(quantity, units)) + ' ' +
            to_utf8(units.label(quantity));
+}
+
+std::string shown_degrees(float value, const UnitSystem& units) {
+    return number_text(std::round(units.to_file(value, Quantity::temperature)), 0) + ' ' +
+           to_utf8(units.label(Quantity::temperature));
 }
 
 std::string value_text(std::optional<float> value, Quantity quantity, const UnitSystem& units) {

@@ -21,6 +21,9 @@ int decimals_of(Quantity quantity, const UnitSystem& units);
 // "150.00 psig": a value in the engine's units as the file's, UTF-8.
 std::string shown(float value, Quantity quantity, const UnitSystem& units);
 
+// "-20 °F": a temperature as a whole number.
+std::string shown_degrees(float value, const UnitSystem& units);
+
 // ---- tables ----------------------------------------------------------------------------------------
 
 // One line of a table as text: label, unit, and a value for each element.

@@ -1,5 +1,6 @@
 #include "run.h"
 
+#include "charts.h"
 #include "data_folder.h"
 #include "files.h"
 #include "input_file.h"
@@ -7,6 +8,7 @@
 #include "text.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iterator>
 #include <memory>
 #include <ostream>
@@ -45,6 +47,17 @@ std::string approximate_lines(const InputFile& file) {
     return lines;
 }
 
+// "external-2.svg" in the folder: the chart of the second [[external]] with its point.
+void draw_chart_of(const Element& element, const Outcome& outcome, const UnitSystem& units,
+                   const std::string& folder) {
+    const std::optional<ChartPoint> point = element.chart_point(outcome);
+    if (!point) return;
+    const std::string name =
+        std::string(element.kind->table) + '-' + std::to_string(element.number) + ".svg";
+    write_whole((std::filesystem::path(folder) / name).string(),
+                chart_svg(point->chart, point->temperature, point->yield, point->A, units));
+}
+
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
     if (!options.data.empty()) set_data_folder(options.data);
     const ReadResult input = read_input(read_whole(options.input));
@@ -70,6 +83,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
         status = std::max(status, verdict.status);
         if (verdict.status == Status::stopped) return status;
         reports += outcome.report;
+        if (!options.charts.empty()) draw_chart_of(*element, outcome, file.units, options.charts);
         calculated.push_back({element.get(), &outcome});
     }
     if (!options.report.empty()) write_whole(options.report, reports);

@@ -12,6 +12,8 @@ struct RunOptions {
     std::string input;
     std::string report; // raw report file; empty: none
     std::string data;   // folder of the data files; empty: beside the library
+    std::string
+        charts; // folder for drawings of the charts, with the points of the elements; empty: none
     bool colour = false;
 };
 

@@ -29,11 +29,13 @@ float UnitSystem::factor(Quantity quantity) const {
 
 float UnitSystem::to_engine(float value, Quantity quantity) const {
     if (quantity == Quantity::temperature) return value * factors[SCALE] + factors[OFFSET];
+    if (quantity == Quantity::temperature_scale) return value * factors[SCALE];
     return value / factor(quantity);
 }
 
 float UnitSystem::to_file(float value, Quantity quantity) const {
     if (quantity == Quantity::temperature) return (value - factors[OFFSET]) / factors[SCALE];
+    if (quantity == Quantity::temperature_scale) return value / factors[SCALE];
     return value * factor(quantity);
 }
 

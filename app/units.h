@@ -19,8 +19,8 @@ enum class Quantity {
     force,
     moment,
     area,
-    temperature, // offset and scale: two places in the engine's order
-    temperature_scale,
+    temperature,       // offset and scale: two places in the engine's order
+    temperature_scale, // as the quantity of a key: a temperature difference
     weight,
     density,
     number, // without a unit

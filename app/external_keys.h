@@ -1,0 +1,43 @@
+// The keys of an [[external]] and where their values stand.
+#pragma once
+
+#include "keys.h"
+
+namespace tarvane::app {
+
+enum class ExternalNumber {
+    kind,
+    code,
+    edition,
+    method,
+    table_g,
+    P,
+    T,
+    c,
+    Ut,
+    service,
+    S,
+    Sy,
+    material_class,
+    material_reference,
+    D,
+    Do,
+    t,
+    length,
+    k,
+    h,
+    L,
+    alpha,
+    Dsmall,
+    cone_length,
+    count
+};
+
+enum class ExternalText { description, material, chart, count };
+
+inline constexpr int EXTERNAL_EDITION_CURRENT = 0, EXTERNAL_EDITION_OLDER = 1;
+inline constexpr int METHOD_OF_THE_CODE = 0, METHOD_CHART = 1, METHOD_STRESS = 2;
+
+const KeyTable& external_keys();
+
+} // namespace tarvane::app
