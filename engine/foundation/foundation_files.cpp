@@ -109,15 +109,17 @@ void COPY_LINE(OUTPUT_FILE& file, std::string_view line, const TAG (&tags)[N]) {
     file.line(line);
 }
 
+// False when the template could not be read to its end or the file not be written.
 template <std::size_t N>
-void COPY_TEMPLATE(Int unit, OUTPUT_FILE& file, const TAG (&tags)[N]) {
+bool COPY_TEMPLATE(Int unit, OUTPUT_FILE& file, const TAG (&tags)[N]) {
     LineReader reader(unit);
     char buffer[TEMPLATE_WIDTH];
     while (!file.failed() && reader.next(buffer, TEMPLATE_WIDTH))
         COPY_LINE(file, trimmed({buffer, TEMPLATE_WIDTH}), tags);
+    return !file.failed() && !reader.broken();
 }
 
-void FILL_VERTICAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
+bool FILL_VERTICAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
     const VERTICAL_FOUNDATION& v = FOUNDATION.vertical;
     const TAG tags[] = {
         {"CompanyName", FOUNDATION.company},
@@ -137,10 +139,10 @@ void FILL_VERTICAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
         {"#WMoment", v.windMoment, "</moment>"},
         {"#EMoment", v.earthquakeMoment, "</moment>"},
     };
-    COPY_TEMPLATE(unit, file, tags);
+    return COPY_TEMPLATE(unit, file, tags);
 }
 
-void FILL_HORIZONTAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
+bool FILL_HORIZONTAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
     const HORIZONTAL_FOUNDATION& h = FOUNDATION.horizontal;
     const TAG tags[] = {
         {"CompanyName", FOUNDATION.company},
@@ -163,7 +165,7 @@ void FILL_HORIZONTAL_TEMPLATE(Int unit, OUTPUT_FILE& file) {
         {"#WPressure", h.windPressure, "</pressure>"},
         {"#LoadFactor", h.earthquakeFactor, "</loadfactor>"},
     };
-    COPY_TEMPLATE(unit, file, tags);
+    return COPY_TEMPLATE(unit, file, tags);
 }
 
 // ---- the INI file --------------------------------------------------------------------------------
@@ -233,17 +235,20 @@ void WRITE_HORIZONTAL_KEYS(OUTPUT_FILE& file) {
 
 // ---- names ---------------------------------------------------------------------------------------
 
-Text<260> WITH_EXTENSION(std::string_view name, std::string_view extension) {
-    Text<260> path(name);
-    Text<4> ending(extension);
-    CHANGE_EXTENSION(path.data(), path.width(), ending.data(), ending.width());
-    return path;
-}
-
 // What lies behind the folders of a path.
 std::string_view file_name(std::string_view path) {
     const std::size_t end = path.find_last_of("\\/");
     return left_justified(end == std::string_view::npos ? path : path.substr(end + 1));
+}
+
+// Neither file can hold a control character in a value; a host in C pads its texts with NULs.
+void blank_controls(char* text, std::size_t count) {
+    for (char* at = text; at < text + count; ++at)
+        if (static_cast<unsigned char>(*at) < ' ') *at = ' ';
+}
+void blank_controls(FOUNDATION_HEAD& head) {
+    static_assert(sizeof(FOUNDATION_HEAD) == 468); // characters, nothing between them
+    blank_controls(reinterpret_cast<char*>(&head), sizeof head);
 }
 
 FOUNDATION_HEAD default_head(std::string_view vessel_type) {
@@ -293,21 +298,21 @@ void WRITE_FOUNDATION_FILES(std::string_view name, Int vertical, Int exchanger) 
         FOUNDATION.vertical.head.vesselType = "Vertical Exchanger";
         FOUNDATION.horizontal.head.vesselType = "Horizontal Exchanger";
     }
+    blank_controls(FOUNDATION.vertical.head);
+    blank_controls(FOUNDATION.horizontal.head);
+    blank_controls(FOUNDATION.company.data(), sizeof FOUNDATION.company);
+
     OUTPUT_FILE xml;
-    bool written = xml.open(WITH_EXTENSION(name, "xml").view());
+    bool written = BESIDE(path, name, ".xml") && xml.open(path.view());
     if (written) {
-        if (upright)
-            FILL_VERTICAL_TEMPLATE(unit, xml);
-        else
-            FILL_HORIZONTAL_TEMPLATE(unit, xml);
-        written = !xml.failed();
+        written = upright ? FILL_VERTICAL_TEMPLATE(unit, xml) : FILL_HORIZONTAL_TEMPLATE(unit, xml);
         xml.close();
     }
     close_unit(unit);
     if (!written) return;
 
     OUTPUT_FILE ini;
-    if (!ini.open(WITH_EXTENSION(name, "ini").view())) return;
+    if (!BESIDE(path, name, ".ini") || !ini.open(path.view())) return;
     if (upright)
         WRITE_VERTICAL_KEYS(ini);
     else

@@ -46,6 +46,7 @@ class LineReader {
     // False at the end of the file or on an error; the line is then blank.
     bool next(char* line, Int width);
     void rewind();
+    bool broken() const { return failed; } // an error ended the reading
 
   private:
     Int handle;

@@ -20,7 +20,7 @@ void TARVANE_CALL GET_FLANGE_DIMENSIONS(float* size, const int32_t* flange_class
     bool missing = tarvane::logical(*notfound);
     tarvane::GET_FLANGE_DIMENSIONS(*size, *flange_class, result, missing, *series, *wall, *blind,
                                    *slipon, *hubform, *ansi);
-    *notfound = missing ? 1 : 0;
+    if (*flange_class != 0) *notfound = missing ? 1 : 0;
 }
 
 } // extern "C"

@@ -52,18 +52,15 @@ void GET_KEYED_TEXT(std::string_view key, char* text, Int len) {
 }
 
 void WRITE_KEYED_LINE(std::string_view key, const Style& style) {
-    if (!reporting()) {
-        SKIP_LINE(style);
-        return;
-    }
     Text<KEY_WIDTH> own(key);
     own(3) = moduleCode == ASME_VIII_1 ? '1' : '2';
-    GET_KEYED_TEXT(own.view(), OUTLINE.data(), OUTLINE.width());
+    if (reporting()) GET_KEYED_TEXT(own.view(), OUTLINE.data(), OUTLINE.width());
     SET_LINE_STYLE(style.m1, style.m2, style.m3, style.m4, style.m5, style.m6);
     WRITE_LINE(OUTLINE.data(), OUTLINE.width());
 }
 
 void LANGUAGE_FILE_PATH(char* path, Int len) {
+    NUL_TO_BLANK(path, len);
     const Int index = LANG_INDEX >= 0 && LANG_INDEX < LANGUAGES ? LANG_INDEX : 0;
     const std::string_view base = trimmed({path, static_cast<std::size_t>(not_negative(len))});
     constexpr std::string_view FOLDER = "Lang_Out";

@@ -21,11 +21,12 @@ constexpr Int FAILED = 2;
 constexpr Int START_WORDS[] = {54, 55, 56, 57, 58, 59, 60, 61, 62, 104, 106, 107};
 constexpr Real START_VALUE = -1000.0f;
 
-void name_by(std::string_view name) {
-    if (WORK_FILE_NAME.view().find(".Tvr") != std::string_view::npos) return;
-    char extension[] = {'.', 'T', 'v', 'r'};
-    WORK_FILE_NAME = name;
-    CHANGE_EXTENSION(WORK_FILE_NAME.data(), WORK_FILE_NAME.width(), extension, sizeof extension);
+// False for a name too long; without its own extension the work file would be the host's file.
+bool name_by(std::string_view name) {
+    if (WORK_FILE_NAME.view().find(".Tvr") != std::string_view::npos) return true;
+    if (BESIDE(WORK_FILE_NAME, name, ".Tvr")) return true;
+    WORK_FILE_NAME.clear();
+    return false;
 }
 
 bool fill_with_start_values() {
@@ -52,8 +53,7 @@ bool open_afresh_or_as_it_is(bool clear) {
 void WORK_FILE(Int mode, std::string_view name, Int clear) {
     switch (mode) {
     case OPEN_WORK_FILE:
-        name_by(name);
-        if (!open_afresh_or_as_it_is(clear == 1)) {
+        if (!name_by(name) || !open_afresh_or_as_it_is(clear == 1)) {
             close_unit(UNIT);
             MESSAGE_BOX("The work file can't be written.", "Work file");
             STOP_HOST(1);

@@ -24,6 +24,17 @@ void PUT_WORK_WORD(Int index, Real value, Int& status);
 // behind its end. What does not fit changes nothing.
 void CHANGE_EXTENSION(char* name, Int name_len, char* extension, Int extension_len);
 
+// Path of the file that lies beside the file `name` with an extension (".xml") of its own. False when
+// it does not fit: the path may then be that of the file itself.
+template <std::size_t N>
+bool BESIDE(Text<N>& path, std::string_view name, const Text<4>& extension) {
+    const std::size_t last = name.find_last_not_of(std::string_view(" \0", 2));
+    Text<4> ending = extension;
+    path = name;
+    CHANGE_EXTENSION(path.data(), path.width(), ending.data(), ending.width());
+    return (last == std::string_view::npos || last < N) && path.trimmed().ends_with(ending.view());
+}
+
 void RESET_WORK_FILE();
 
 } // namespace tarvane

@@ -315,6 +315,47 @@ TEST_F(FoundationFiles, AFileThatCannotBeWrittenLeavesOutTheIniAndTheMessage) {
     EXPECT_EQ(unit, FIRST_UNIT); // all closed
 }
 
+TEST_F(FoundationFiles, ANameWithoutRoomForTheExtensionIsLeftAlone) {
+    std::string folder = scratch.path();
+    while (folder.size() + 1 + 200 < 259)
+        folder += "/d";
+    std::filesystem::create_directories(folder);
+    for (const std::size_t size : {258u, 300u}) {
+        std::string path = folder + "/";
+        path.resize(size, 'x');
+        std::ofstream(path) << "vessel";
+        WRITE_FOUNDATION_FILES(path, 1, 0);
+        EXPECT_EQ(std::filesystem::file_size(path), 6u) << size;
+    }
+    EXPECT_TRUE(messages.empty());
+}
+
+TEST_F(FoundationFiles, NulsAndControlCharactersOfTheHostAreBlanks) {
+    FOUNDATION.company = std::string_view("Works\0\n\1!\0\0", 11);
+    FOUNDATION.horizontal.head.material = std::string_view("SA-516\0\0\0", 9);
+    std::string name = scratch.file("tower.tvn");
+    name.resize(400, '\0');
+    WRITE_FOUNDATION_FILES(name, 0, 0);
+    const Xml xml(scratch.read("tower.xml"));
+    ASSERT_EQ(xml.error, "");
+    EXPECT_EQ(xml.at("Equipment/CompanyName"), "Works   !");
+    EXPECT_EQ(xml.at("Equipment/EquipmentName"), "tower.tvn");
+    EXPECT_EQ(xml.at("Equipment/MaterialType"), "SA-516");
+    EXPECT_EQ(scratch.read("tower.ini").find('\0'), std::string::npos);
+    EXPECT_EQ(messages.size(), 1u);
+}
+
+#ifdef __linux__
+TEST_F(FoundationFiles, ATemplateThatCannotBeReadLeavesOutTheIniAndTheMessage) {
+    std::filesystem::remove(scratch.file("PLWXML.TXT"));
+    // A file that opens and gives an error when it is read at its start.
+    std::filesystem::create_symlink("/proc/self/mem", scratch.file("PLWXML.TXT"));
+    write(1);
+    EXPECT_FALSE(std::filesystem::exists(scratch.file("tower.ini")));
+    EXPECT_TRUE(messages.empty());
+}
+#endif
+
 TEST_F(FoundationFiles, AHostReachesTheRecordsByTheirAddress) {
     TARVANE_FOUNDATION_RECORDS* records = ::GETFOUNDATION();
     EXPECT_EQ(records->horizontal.pos_elevation, 117.5f);

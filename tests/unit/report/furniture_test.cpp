@@ -207,6 +207,18 @@ TEST_F(Furniture, AKeyedLineGoesByTheDesignCode) {
                             line("A text under the others", " 0 0 0 0 1 0") + line("", ""));
 }
 
+TEST_F(Furniture, AKeyedLineTakesTheSpecialCharactersSwitchAlsoWhenItIsSilent) {
+    const Int switch_before = FLAGS_mp_IINOSPECIAL;
+    FLAGS_mp_IINOSPECIAL = 1;
+    WRITE_KEYED_LINE("ABxDEF", PLAIN);
+    FLAGS_mp_IINOSPECIAL = switch_before;
+    report_to_file();
+    std::string line = "in\xB2";
+    line.resize(100, ' ');
+    WRITE_LINE(line.data(), 100); // no style of its own: by the switch as it was latched
+    EXPECT_EQ(report().find('\xB2'), std::string::npos);
+}
+
 TEST_F(Furniture, ATranslatedFileLiesInTheFolderOfTranslations) {
     const auto path = [](Int language, std::size_t len) {
         LANG_INDEX = language;
@@ -223,6 +235,15 @@ TEST_F(Furniture, ATranslatedFileLiesInTheFolderOfTranslations) {
     EXPECT_EQ(path(7, 200), folder + "units_Eng.txt");
     EXPECT_EQ(path(0, folder.size() + 13), folder + "units_Eng.txt");
     EXPECT_EQ(path(0, folder.size() + 12), "");
+}
+
+TEST_F(Furniture, TheNameOfATranslatedFileMayEndInNuls) {
+    LANG_INDEX = 4;
+    std::string text("units");
+    text.resize(200, '\0');
+    LANGUAGE_FILE_PATH(text.data(), 200);
+    EXPECT_EQ(text.substr(0, text.find_last_not_of(' ') + 1),
+              scratch.path() + SEPARATOR + "Lang_Out" + SEPARATOR + "units_Ger.txt");
 }
 
 // ---- extensions ------------------------------------------------------------------------------------
@@ -330,6 +351,34 @@ TEST_F(WorkFile, AFileThatCannotBeOpenedEndsTheRun) {
     Int status = 0;
     PUT_WORK_WORD(1, 1.0f, status);
     EXPECT_EQ(status, 2);
+}
+
+// Without room for the extension the work file would be the host's own file, and be deleted.
+TEST_F(WorkFile, ANameWithoutRoomForTheExtensionEndsTheRunAndIsLeftAlone) {
+    std::string folder = scratch.path();
+    while (folder.size() + 1 + 200 < 255)
+        folder += "/d";
+    std::filesystem::create_directories(folder);
+    for (const std::size_t size : {254u, 300u}) {
+        std::string path = folder + "/";
+        path.resize(size, 'x');
+        std::ofstream(path) << "vessel";
+        WORK_FILE(1, path, 1);
+        WORK_FILE(3, path, 0);
+        EXPECT_EQ(std::filesystem::file_size(path), 6u) << size;
+        EXPECT_EQ(stopped, std::vector<Int>{1}) << size;
+        stopped.clear();
+    }
+    EXPECT_TRUE(WORK_FILE_NAME.blank());
+    WORK_FILE(1, name, 1); // a name that fits is taken afterwards
+    EXPECT_TRUE(stopped.empty());
+}
+
+TEST_F(WorkFile, ANameMayEndInNuls) {
+    name.resize(400, '\0');
+    WORK_FILE(1, name, 1);
+    EXPECT_TRUE(stopped.empty());
+    EXPECT_EQ(content().size(), 250 * RECORD);
 }
 
 TEST_F(WorkFile, AnUnknownModeDoesNothing) {

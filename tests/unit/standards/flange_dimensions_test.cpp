@@ -317,6 +317,18 @@ TEST_F(FlangeDimensions, AMissingFileOrSectionIsNotFound) {
     EXPECT_TRUE(c.all_absent());
 }
 
+TEST_F(FlangeDimensions, ClassZeroLeavesEveryBitOfTheLogical) {
+    float size = 4.0f, wall = 0.25f, result[FLANGE_RESULTS];
+    Int series = 0;
+    const Int zero = 0;
+    for (const Int before : {-1, 0, 6}) {
+        Int notfound = before;
+        ::GET_FLANGE_DIMENSIONS(&size, &zero, result, &notfound, &series, &wall, &zero, &zero,
+                                &zero, &zero);
+        EXPECT_EQ(notfound, before);
+    }
+}
+
 TEST_F(FlangeDimensions, TheExportGivesTheLogicalInBit0) {
     float size = 13.0f, wall = 0.25f, result[FLANGE_RESULTS];
     Int flange_class = 150, notfound = 0, series = 0;
