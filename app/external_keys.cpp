@@ -20,10 +20,6 @@ constexpr Choice KINDS[] = {{"cylinder", TARVANE_CYLINDER},
 constexpr Choice CODES[] = {{"VIII-1", 1}, {"VIII-2", 2}, {"ASME VIII-1", 1}, {"ASME VIII-2", 2}};
 constexpr Choice EDITIONS[] = {{"current", EXTERNAL_EDITION_CURRENT},
                                {"older", EXTERNAL_EDITION_OLDER}};
-constexpr Choice METHODS[] = {
-    {"code", METHOD_OF_THE_CODE},      {"chart", METHOD_CHART},
-    {"stress", METHOD_STRESS},         {"charts", METHOD_CHART},
-    {"Code Case 2286", METHOD_STRESS}, {"buckling stress", METHOD_STRESS}};
 constexpr Choice SERVICES[] = {
     {"none", 0}, {"air, steam and water", 1}, {"unfired steam boiler", 2}, {"air", 1}, {"steam", 1},
     {"water", 1}};
@@ -50,7 +46,7 @@ constexpr Key KEYS[] = {
     {"edition", NUMBER, at(N::edition), choice, "edition of the code; older for VIII-2", EDITIONS},
     {"method", NUMBER, at(N::method), choice,
      "by the charts, or by buckling stress (Code Case 2286; VIII-2, 4.4); code: as the code has it",
-     METHODS},
+     EXTERNAL_METHODS},
     {"table_g", NUMBER, at(N::table_g), flag,
      "factor A of a cylinder or cone from Table G, where the data files have it"},
     // ---- design conditions -------------------------------------------------------------------

@@ -38,6 +38,11 @@ enum class ExternalText { description, material, chart, count };
 inline constexpr int EXTERNAL_EDITION_CURRENT = 0, EXTERNAL_EDITION_OLDER = 1;
 inline constexpr int METHOD_OF_THE_CODE = 0, METHOD_CHART = 1, METHOD_STRESS = 2;
 
+inline constexpr Choice EXTERNAL_METHODS[] = {
+    {"code", METHOD_OF_THE_CODE},      {"chart", METHOD_CHART},
+    {"stress", METHOD_STRESS},         {"charts", METHOD_CHART},
+    {"Code Case 2286", METHOD_STRESS}, {"buckling stress", METHOD_STRESS}};
+
 const KeyTable& external_keys();
 
 } // namespace tarvane::app

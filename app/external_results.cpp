@@ -83,7 +83,8 @@ struct ExternalResult {
 
 using R = ExternalResult;
 
-std::string heading(const R& r) { return r.element->description(); }
+// As much as a column of the table holds.
+std::string heading(const R& r) { return r.element->description().substr(0, 15); }
 
 // Factor A times 1e6, as the tables show few decimals.
 std::optional<float> micro_a(const R& r) {

@@ -99,7 +99,8 @@ struct MdmtResult {
 
 using R = MdmtResult;
 
-std::string heading(const R& r) { return r.element->description(); }
+// As much as a column of the table holds.
+std::string heading(const R& r) { return r.element->description().substr(0, 15); }
 
 } // namespace
 

@@ -1,10 +1,14 @@
 #include "shell_input.h"
 
+#include "external_results.h"
 #include "input_file.h"
 #include "material_keys.h"
 #include "shell_results.h"
 #include "shell_session.h"
 #include "tarvane/tarvane.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace tarvane::app {
 
@@ -234,6 +238,51 @@ void ShellInput::complete(Reading& reading) {
         reading.use("ElastAlp07.txt",
                     "modulus " + std::to_string(whole_setting(N::material_class)));
     checks.all();
+    if (has(N::external)) make_external(reading);
+}
+
+// Its keys bear the names of an [[external]], but for the pressure and the small end of a cone.
+void ShellInput::make_external(Reading& reading) {
+    if (shape() == TARVANE_FLAT_HEAD) {
+        reading.fault(reading.given("external") ? "external" : "P_external",
+                      "a flat head holds external pressure by UG-34, as it does internal pressure");
+        return;
+    }
+    if (reading.sound("P_external") && !(setting(N::P_external) >= 0.0f))
+        reading.fault("P_external", "it must not be below 0");
+    using X = ExternalNumber;
+    constexpr std::pair<X, N> SHARED[] = {{X::kind, N::kind},
+                                          {X::code, N::code},
+                                          {X::edition, N::edition},
+                                          {X::method, N::method},
+                                          {X::table_g, N::table_g},
+                                          {X::T, N::T},
+                                          {X::c, N::c},
+                                          {X::Ut, N::Ut},
+                                          {X::service, N::service},
+                                          {X::S, N::S},
+                                          {X::Sy, N::Sy},
+                                          {X::material_class, N::material_class},
+                                          {X::material_reference, N::material_reference},
+                                          {X::D, N::D},
+                                          {X::Do, N::Do},
+                                          {X::t, N::t},
+                                          {X::length, N::length},
+                                          {X::k, N::k},
+                                          {X::h, N::h},
+                                          {X::L, N::L},
+                                          {X::alpha, N::alpha},
+                                          {X::Dsmall, N::D_small},
+                                          {X::cone_length, N::cone_length}};
+    ExternalInput& e = external.emplace();
+    e.kind = &EXTERNAL_KIND;
+    e.line = line;
+    e.number = number;
+    for (const auto& [theirs, ours] : SHARED)
+        e.put_setting(theirs, setting(ours));
+    e.put_setting(X::P, std::max(setting(N::P_external), 0.0f));
+    e.texts = {description(), material(), text_setting(ShellText::chart)};
+    e.complete(reading);
 }
 
 std::vector<std::string_view> ShellInput::required(const Reading& reading) const {
@@ -259,17 +308,41 @@ std::vector<std::string_view> ShellInput::required(const Reading& reading) const
     default:
         break;
     }
+    if (external) {
+        also({"P_external"});
+        for (const std::string_view key : external->required(reading))
+            keys.push_back(key == "Dsmall" ? "D_small" : key);
+    }
     return keys;
 }
 
 // ---- running ---------------------------------------------------------------------------------------
 
 std::unique_ptr<Outcome> ShellInput::calculate(const InputFile& file) const {
-    return std::make_unique<ShellOutcome>(run_shell(*this, file));
+    auto outcome = std::make_unique<ShellOutcome>(run_shell(*this, file));
+    if (external && !outcome->stopped) {
+        ExternalOutcome& other = outcome->external;
+        other = run_external(*external, file);
+        outcome->report += other.report;
+        outcome->messages.insert(outcome->messages.end(), other.messages.begin(),
+                                 other.messages.end());
+    }
+    return outcome;
 }
 
 Verdict ShellInput::judge(const Outcome& outcome, const UnitSystem& units) const {
-    return judge_shell(*this, static_cast<const ShellOutcome&>(outcome), units);
+    const auto& own = static_cast<const ShellOutcome&>(outcome);
+    Verdict verdict = judge_shell(*this, own, units);
+    if (!external || own.stopped) return verdict;
+    const Verdict other = judge_external(*external, own.external, units);
+    for (const std::string& reason : other.reasons)
+        verdict.say(other.status, reason);
+    return verdict;
+}
+
+std::optional<ChartPoint> ShellInput::chart_point(const Outcome& outcome) const {
+    if (!external) return std::nullopt;
+    return external->chart_point(static_cast<const ShellOutcome&>(outcome).external);
 }
 
 } // namespace tarvane::app

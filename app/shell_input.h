@@ -2,8 +2,10 @@
 #pragma once
 
 #include "element.h"
+#include "external_input.h"
 #include "shell_keys.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +15,8 @@ namespace tarvane::app {
 extern const ElementKind SHELL_KIND;
 
 struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
+    std::optional<ExternalInput> external; // the same element under external pressure
+
     int shape() const { return whole_setting(ShellNumber::kind); } // TARVANE_CYLINDER and so on
     bool has(ShellNumber flag) const { return setting(flag) != 0.0f; }
     bool outside() const { return setting(ShellNumber::Do) > 0.0f; }
@@ -30,8 +34,11 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     std::unique_ptr<Outcome> calculate(const InputFile& file) const override;
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
 
+    std::optional<ChartPoint> chart_point(const Outcome& outcome) const override;
+
   private:
     void take_material(Reading& reading);
+    void make_external(Reading& reading);
     bool needs_modulus() const; // of the modulus table
 };
 

@@ -1,5 +1,6 @@
 #include "shell_keys.h"
 
+#include "external_keys.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::app {
@@ -90,10 +91,35 @@ constexpr Key KEYS[] = {
      1.0e9},
     {"alpha", NUMBER, at(N::alpha), number, "half apex angle of a cone, degrees"},
     {"D_small", NUMBER, at(N::D_small), diameter,
-     "diameter of the small end of a cone, for its forming strain"},
+     "diameter of the small end of a cone, for its forming strain and external pressure"},
     {"tk", NUMBER, at(N::tk), thickness, "thickness of the knuckle of a cone"},
     {"C", NUMBER, at(N::C), number, "attachment factor of a flat head"},
     {"D2", NUMBER, at(N::D2), diameter, "second span of a non-circular flat head"},
+    // ---- external pressure: the keys of an [[external]] -----------------------------------------
+    {"external", NUMBER, at(N::external), flag,
+     "external pressure too, as an [[external]]; true when P_external is given"},
+    {"P_external",
+     NUMBER,
+     at(N::P_external),
+     pressure,
+     "external design pressure",
+     {},
+     0,
+     0,
+     "external"},
+    {"chart",
+     TEXT,
+     at(ShellText::chart),
+     text,
+     "external pressure chart; else the material's",
+     {},
+     8},
+    {"method", NUMBER, at(N::method), choice, "method of external pressure", EXTERNAL_METHODS},
+    {"table_g", NUMBER, at(N::table_g), flag, "factor A from Table G"},
+    {"length", NUMBER, at(N::length), diameter,
+     "stiffened length of a cylinder or cone under external pressure"},
+    {"cone_length", NUMBER, at(N::cone_length), diameter,
+     "axial length of a cone under external pressure"},
     // ---- openings of a flat head -------------------------------------------------------------
     {"openings", NUMBER, at(N::openings), flag,
      "openings in the flat head by UG-39; true when one of their keys is given"},

@@ -44,10 +44,16 @@ enum class ShellNumber {
     attachment,
     material_reference,
     D_small,
+    external,
+    P_external,
+    method,
+    table_g,
+    length,
+    cone_length,
     count
 };
 
-enum class ShellText { description, material, count };
+enum class ShellText { description, material, chart, count };
 
 inline constexpr int SHELL_EDITION_CURRENT = 0, SHELL_EDITION_OLDER = 1;
 

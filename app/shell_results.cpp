@@ -1,5 +1,6 @@
 #include "shell_results.h"
 
+#include "external_results.h"
 #include "report_view.h"
 #include "results.h"
 #include "tarvane/tarvane.h"
@@ -109,7 +110,13 @@ std::string shell_tables(std::span<const Calculated> elements, const UnitSystem&
              return number(knuckle ? o.fail_ca_knuckle : o.fail_ca);
          }},
     };
-    return table<ShellResult>("Shells and heads", rows, results, heading, units);
+    std::string tables = table<ShellResult>("Shells and heads", rows, results, heading, units);
+    std::vector<Calculated> external;
+    for (const ShellResult& r : results) {
+        if (r.shell->external) external.push_back({&*r.shell->external, &r.outcome->external});
+    }
+    if (!external.empty()) tables += external_tables(external, units);
+    return tables;
 }
 
 } // namespace tarvane::app

@@ -1,6 +1,7 @@
 // The calls of one shell: what the host sets, SHLINT and its companions, and what comes back.
 #pragma once
 
+#include "external_session.h"
 #include "input_file.h"
 #include "shell_input.h"
 #include "shell_rules.h"
@@ -8,6 +9,8 @@
 namespace tarvane::app {
 
 struct ShellOutcome final : Outcome {
+    ExternalOutcome external; // of a shell under external pressure too
+
     // What SHLINT returns.
     float t_req = 0.0f, t_req_raw = 0.0f, mawp = 0.0f, map_nc = 0.0f, stress = 0.0f;
     float t_14f = 0.0f, mawp_14f = 0.0f, map_nc_14f = 0.0f;

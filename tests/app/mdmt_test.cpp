@@ -1,0 +1,228 @@
+// [[mdmt]] and `tarvane mdmt`: what the file gives, published figures, verdicts.
+#include "mdmt_session.h"
+
+#include "app_fixture.h"
+#include "data_folder.h"
+#include "mdmt_results.h"
+#include "tarvane/tarvane.h"
+
+namespace tarvane::app {
+namespace {
+
+struct MdmtRun {
+    ReadResult input;
+    MdmtOutcome outcome;
+    const MdmtInput& element() const {
+        return static_cast<const MdmtInput&>(*input.file.elements.at(0));
+    }
+    Verdict verdict() const { return judge_mdmt(element(), outcome, input.file.units); }
+};
+
+MdmtRun calculate(const std::string& keys, const std::string& head = "") {
+    set_data_folder(TARVANE_DATA_DIR);
+    const std::string toml = head + "[mdmt]\n" + keys;
+    MdmtRun run{read_input(toml), {}};
+    EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
+    if (!run.input.file.elements.empty()) run.outcome = run_mdmt(run.element(), run.input.file);
+    return run;
+}
+
+std::string only_fault(const std::string& keys) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const std::vector<std::string> lines = fault_lines("[mdmt]\n" + keys);
+    EXPECT_EQ(lines.size(), 1u) << keys << (lines.size() > 1 ? lines[1] : "");
+    return lines.empty() ? "" : lines[0];
+}
+
+// ---- input -----------------------------------------------------------------------------------------
+
+TEST(MdmtInputFile, FaultsNameLineKeyAndValue) {
+    struct Case {
+        std::string keys, fault;
+    };
+    const Case cases[] = {
+        {"curve = \"B\"\ntg = 0\n", "f:3: tg: it must be above 0"},
+        {"curve = \"B\"\ntg = 1\nc = 0.5\nce = 0.5\n",
+         "f:3: tg: nothing is left of it behind the corrosion allowances"},
+        {"curve = \"B\"\ntg = 1\ntr = 0.5\nratio = 0.5\n",
+         "f:5: ratio: either tr or ratio is expected, not both"},
+        {"curve = \"B\"\ntg = 1\nE = 1.1\n", "f:4: E: a joint efficiency up to 1 is expected"},
+        {"curve = \"B\"\ntg = 1\nedition = \"older\"\n",
+         "f:4: edition: \"older\" is an edition of code VIII-2 only"},
+        {"curve = \"B\"\ntg = 1\ncode = 2\nSy = 38000\nMDMT = 0\nedition = \"A98\"\n",
+         "f:7: edition: \"A98\" is an edition of code VIII-1 only"},
+        {"curve = \"impact tested\"\ntg = 1\n",
+         "f:1: material: an impact tested material is named: its record tells the temperature of "
+         "the test"},
+        {"curve = 5\ncode = 2\ntg = 1\nSy = 38000\nMDMT = 0\nmaterial = \"SA-350 LF2\"\n",
+         "f:2: curve: VIII-2, 3.11 knows no impact tested materials; \"A\" to \"D\" or \"exempt\" "
+         "is expected"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(only_fault(c.keys), c.fault);
+    EXPECT_TRUE(only_fault("tg = 1\n").starts_with("f:1: curve: missing in mdmt 1"));
+    EXPECT_TRUE(only_fault("curve = \"B\"\ntg = 1\nug20f = true\n").starts_with("f:1: T: missing"));
+    EXPECT_TRUE(only_fault("material = \"SA-999 1\"\ntg = 1\n")
+                    .starts_with("f:2: material: no material \"SA-999 1\" in MATFILE1.BIN"));
+}
+
+TEST(MdmtInputFile, MaterialGivesCurveAndYield) {
+    EXPECT_EQ(calculate("material = \"sa516 70\"\ntg = 1\n").element().curve(), TARVANE_CURVE_B);
+    EXPECT_EQ(calculate("material = \"SA-516 70\"\ntg = 1\nnormalized = true\n").element().curve(),
+              TARVANE_CURVE_D);
+    const MdmtRun division_2 = calculate("material = \"SA-516 70\"\ncode = 2\ntg = 1\nMDMT = 60\n");
+    EXPECT_EQ(division_2.element().setting(MdmtNumber::Sy), 38000.0f);
+}
+
+// A difference of temperatures has no offset.
+TEST(MdmtInputFile, ReductionOfAPadIsADifference) {
+    const MdmtRun pad =
+        calculate("curve = \"B\"\ntg = 25\ntr = 18\npad_ratio = 0.8\npad_reduction = 10\n",
+                  "units = \"SI\"\n");
+    EXPECT_NEAR(pad.outcome.reduction, 18.0f, 1e-4f);
+    EXPECT_NEAR(pad.outcome.ratio, 0.8f, 1e-6f);
+}
+
+// ---- results -----------------------------------------------------------------------------------------
+
+// Division 1 example E3.1: normalized SA-516 70, curve D, 1.8125 in, about -7 F.
+TEST(MdmtResults, PublishedCurve) {
+    EXPECT_NEAR(calculate("curve = \"D\"\ntg = 1.8125\n").outcome.t_min, -7.0f, 1.0f);
+}
+
+// Table UCS-66 at one inch: 68, 31, -3, -30; the equations come within two degrees.
+TEST(MdmtResults, CurvesAtOneInch) {
+    const float table[] = {68.0f, 31.0f, -3.0f, -30.0f};
+    for (int curve = 1; curve <= 4; ++curve) {
+        const std::string keys = "curve = " + std::to_string(curve) + "\ntg = 1.0\n";
+        EXPECT_EQ(calculate(keys + "curve_tables = true\n").outcome.t_min, table[curve - 1]);
+        EXPECT_NEAR(calculate(keys).outcome.t_min, table[curve - 1], 2.0f);
+    }
+}
+
+TEST(MdmtResults, RatioGivesAReduction) {
+    const MdmtRun stress = calculate("curve = \"B\"\ntg = 1.0\nratio = 0.8\n");
+    EXPECT_NEAR(stress.outcome.reduction, 20.0f, 1e-3f);
+    EXPECT_NEAR(stress.outcome.mdmt, stress.outcome.t_min - 20.0f, 1e-3f);
+    // tr E* / (tg - c - ce): 0.55 * 0.8 / 0.8
+    const MdmtRun thickness =
+        calculate("curve = \"B\"\ntg = 1.0\ntr = 0.6\nE = 0.7\nc = 0.15\nce = 0.05\n");
+    EXPECT_NEAR(thickness.outcome.ratio, 0.6f, 1e-5f);
+    const MdmtRun none = calculate("curve = \"B\"\ntg = 1.0\nratio = 0.8\nreductions = false\n");
+    EXPECT_EQ(none.outcome.mdmt, none.outcome.t_min);
+}
+
+TEST(MdmtResults, CreditOfHeatTreatment) {
+    const float without = calculate("curve = \"A\"\ntg = 1.0\npwht = true\n").outcome.t_min;
+    const float with =
+        calculate("curve = \"A\"\ntg = 1.0\npwht = true\ncredit = true\n").outcome.t_min;
+    EXPECT_NEAR(with, without - 30.0f, 1e-4f);
+}
+
+TEST(MdmtResults, UnitsDoNotChangeTheResults) {
+    const MdmtRun us = calculate("curve = \"C\"\ntg = 1.5\nratio = 0.7\nMDMT = -40\n");
+    const MdmtRun si =
+        calculate("curve = \"C\"\ntg = 38.1\nratio = 0.7\nMDMT = -40\n", "units = \"SI\"\n");
+    EXPECT_NEAR(si.outcome.mdmt, us.outcome.mdmt, 1e-3f);
+    EXPECT_NEAR(si.element().setting(MdmtNumber::required), -40.0f, 1e-4f);
+}
+
+TEST(MdmtResults, ImpactTestedMaterialOfItsSpecification) {
+    const MdmtRun run = calculate("material = \"SA-350 LF2\"\ncurve = 5\ntg = 1\n");
+    EXPECT_EQ(run.outcome.t_min, -50.0f);
+    EXPECT_EQ(lowest_temperature(run.element(), run.outcome), -50.0f);
+}
+
+// ---- verdict -----------------------------------------------------------------------------------------
+
+std::string only_reason(const MdmtRun& run) {
+    const Verdict verdict = run.verdict();
+    EXPECT_EQ(verdict.status, Status::fails);
+    EXPECT_EQ(verdict.reasons.size(), 1u);
+    return verdict.reasons.empty() ? "" : verdict.reasons[0];
+}
+
+TEST(MdmtVerdict, RequiredTemperature) {
+    const std::string keys = "curve = \"B\"\ntg = 1.0\nratio = 0.8\n"; // 11 F
+    EXPECT_EQ(calculate(keys).verdict().status, Status::fine);
+    EXPECT_EQ(calculate(keys + "MDMT = 11\n").verdict().status, Status::fine);
+    EXPECT_EQ(only_reason(calculate(keys + "MDMT = 0\n")),
+              "the lowest metal temperature without impact test 11 °F is above the required 0 °F");
+    EXPECT_EQ(calculate(keys + "MDMT = 0\nT = 100\nug20f = true\n").verdict().status, Status::fine);
+    EXPECT_EQ(calculate(keys + "MDMT = 0\nT = 660\nug20f = true\n").verdict().status,
+              Status::fails);
+}
+
+TEST(MdmtVerdict, TooThickForTheCurves) {
+    EXPECT_EQ(only_reason(calculate("curve = \"B\"\ntg = 4.01\nMDMT = 100\n")),
+              "no metal temperature was found: the governing thickness 4.0100 in. asks for impact "
+              "tests");
+}
+
+TEST(MdmtVerdict, HeatTreatmentBelowMinus55) {
+    const std::string keys = "curve = \"D\"\ntg = 0.5\nratio = 0.9\nMDMT = -55\n";
+    EXPECT_EQ(only_reason(calculate(keys)),
+              "heat treatment is required at this temperature, UCS-68(b)");
+    EXPECT_EQ(calculate(keys + "pwht = true\n").verdict().status, Status::fine);
+}
+
+TEST(MdmtVerdict, ExemptMaterials) {
+    EXPECT_EQ(calculate("curve = \"exempt\"\ntg = 6\nMDMT = -300\n").verdict().status,
+              Status::fine);
+    const MdmtRun stainless =
+        calculate("material = \"SA-240 304\"\ncurve = \"exempt\"\ntg = 1\nMDMT = -320\n");
+    EXPECT_TRUE(stainless.outcome.exempt_stainless);
+    EXPECT_EQ(stainless.verdict().status, Status::fine);
+}
+
+// ---- the program -------------------------------------------------------------------------------------
+
+using MdmtProgram = ProgramTest;
+
+TEST_F(MdmtProgram, QuickAnswer) {
+    const ProgramRun result = run("mdmt --curve B --thickness 1.0 --ratio 0.8");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "Curve                                       B\n"
+                          "Governing thickness                         1.0000 in.\n"
+                          "Ratio                                       0.800\n"
+                          "Temperature of the curve                    31 °F\n"
+                          "Temperature reduction                       20 °F\n"
+                          "Minimum design metal temperature            11 °F\n"
+                          "Exempt temperature of UG-20(f)              -20 °F\n"
+                          "Lowest temperature without impact test      -20 °F\n");
+}
+
+TEST_F(MdmtProgram, QuickAnswerInSiUnitsWithARequiredTemperature) {
+    const ProgramRun result =
+        run("mdmt --curve B -t 25.4 --ratio .8 --units si --no-ug20f --required -15");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.out.find("Temperature reduction                       11 °C\n"),
+              std::string::npos)
+        << result.out;
+    EXPECT_EQ(result.err,
+              "tarvane: the lowest metal temperature without impact test -12 °C is above "
+              "the required -15 °C\n");
+}
+
+TEST_F(MdmtProgram, QuickAnswerOfAMaterial) {
+    const ProgramRun result = run("mdmt --material 'SA-516 70' --normalized -t 1.8125 --pwht");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("Curve                                       D\n"),
+              std::string::npos);
+    EXPECT_NE(result.out.find("Temperature of the curve                    -36 °F\n"),
+              std::string::npos)
+        << result.out;
+}
+
+TEST_F(MdmtProgram, WrongOptionsAreBadInput) {
+    const ProgramRun curve = run("mdmt --curve E -t 1");
+    EXPECT_EQ(curve.status, 2);
+    EXPECT_TRUE(curve.err.starts_with("tarvane: curve: one of \"A\", \"B\"")) << curve.err;
+    EXPECT_EQ(run("mdmt --curve B").status, 2);
+    EXPECT_EQ(run("mdmt --curve B -t thick").status, 2);
+    EXPECT_EQ(run("mdmt --curve B -t -1").status, 2);
+}
+
+} // namespace
+} // namespace tarvane::app
