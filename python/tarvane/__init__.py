@@ -13,12 +13,12 @@ and factors the report shows. Input is a dictionary of the report's symbols; `ta
 a list of `ReportLine`.
 
 The engine keeps its state in static storage: one calculation at a time, one engine a process. Calls from
-several threads wait for one another.
+several threads wait for one another, also through several `Engine` objects.
 """
 
 from ._engine import Engine, EngineStopped
 from ._external import EXTERNAL_KEYS, ExternalResult
-from ._flange import FLANGE_KEYS, FLANGE_TEXTS, FlangeResult
+from ._flange import FLANGE_FLAGS, FLANGE_KEYS, FLANGE_TEXTS, FlangeResult
 from ._keys import InputError, Key
 from ._library import NO_VALUE, ReportLine
 from ._shell import ELEMENTS, SHELL_KEYS, ShellResult
@@ -29,6 +29,7 @@ __all__ = [
     "Engine",
     "EngineStopped",
     "ExternalResult",
+    "FLANGE_FLAGS",
     "FLANGE_KEYS",
     "FLANGE_TEXTS",
     "FlangeResult",

@@ -8,6 +8,7 @@ import threading
 from typing import Any, Callable, Mapping, Optional, TypeVar, Union
 
 from . import _external, _flange, _shell
+from ._keys import Key, read_numbers, whole
 from ._library import Integer, Library, Real
 
 Result = TypeVar("Result")
@@ -15,6 +16,17 @@ Result = TypeVar("Result")
 _FUNCTION = getattr(ctypes, "WINFUNCTYPE", ctypes.CFUNCTYPE)
 _TEXTS = _FUNCTION(None, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p)
 _CODE = _FUNCTION(None, ctypes.c_void_p, ctypes.c_int32)
+
+
+# The engine's state is the process's, whatever the number of Engine objects.
+_ONE_AT_A_TIME = threading.Lock()
+_LONGEST_FOLDER = 256
+
+_MODULUS_KEYS = {
+    "temperature": Key("temperature", "F"),
+    "reference": Key("reference number of the modulus table"),
+    "code": Key("design code", default=1.0, choices=_flange.CODES),
+}
 
 
 class EngineStopped(RuntimeError):
@@ -34,6 +46,17 @@ class _Services(ctypes.Structure):
     ]
 
 
+def _folder(given: Union[str, os.PathLike]) -> bytes:
+    """The path of a folder. The engine would calculate without its files and say nothing."""
+    path = os.path.abspath(given)
+    if not os.path.isdir(path):
+        raise NotADirectoryError(f"data_folder: {path} is no folder")
+    encoded = os.fsencode(path)
+    if len(encoded) > _LONGEST_FOLDER:
+        raise ValueError(f"data_folder: {path} has more than {_LONGEST_FOLDER} characters")
+    return encoded
+
+
 class Engine:
     """The loaded library. Its state is the process's: make one, and use it for everything.
 
@@ -48,8 +71,9 @@ class Engine:
         data_folder: Optional[Union[str, os.PathLike]] = None,
     ) -> None:
         self._library = Library(library)
-        self._lock = threading.Lock()
-        self._data_folder = None if data_folder is None else os.fsencode(data_folder)
+        self._data_folder = None if data_folder is None else _folder(data_folder)
+        if self._data_folder is not None:
+            self._library.data_folder = os.fsdecode(self._data_folder)
         self.messages: list[str] = []
         """Texts of the engine's message boxes during the latest calculation."""
         self._fatal: Optional[int] = None
@@ -78,19 +102,21 @@ class Engine:
         `chart`, the name of the external pressure chart."""
         return self._run(_external.calculate, data)
 
-    def modulus(self, temperature: float, reference: int, code: int = 1) -> float:
+    def modulus(self, temperature: float, reference: int, code: Union[int, str] = "VIII-1") -> float:
         """Elastic modulus in millions of psi at a temperature (F) by the reference number of its table;
         0.0 when there is none."""
-        with self._lock:
+        given = {"temperature": temperature, "reference": reference, "code": code}
+        v = read_numbers(given, _MODULUS_KEYS)
+        with _ONE_AT_A_TIME:
             self._prepare()
             return self._library.handle.ASMEMOD(
-                ctypes.byref(Real(temperature)), ctypes.byref(Integer(reference)),
-                ctypes.byref(Integer(code)),
+                ctypes.byref(Real(v["temperature"])), ctypes.byref(Integer(whole(v, "reference"))),
+                ctypes.byref(Integer(whole(v, "code"))),
             )  # fmt: skip
 
     def _run(self, calculate: Callable[[Library, Mapping[str, Any]], Result],
              data: Mapping[str, Any]) -> Result:  # fmt: skip
-        with self._lock:
+        with _ONE_AT_A_TIME:
             self._prepare()
             result = calculate(self._library, data)
             if self._fatal is not None:

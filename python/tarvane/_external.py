@@ -3,21 +3,25 @@
 from __future__ import annotations
 
 import ctypes
+import re
 from dataclasses import dataclass
+from pathlib import Path
 from typing import Any, Mapping, Optional
 
 from ._flange import CODES
-from ._keys import InputError, Key, check_names, read_numbers
+from ._keys import InputError, Key, check_names, read_numbers, whole
 from ._library import NO_VALUE, Library, Real, ReportLine, text_field
 from ._shell import ELEMENTS
 
 _SETUP_CODE, _SETUP_PRINT = 1, 48
-_CHART_WIDTH = 12
+_CHART_WIDTH, _CHART_NAME = 12, 8
+_CHART_FILE = "ExtChartData.txt"
 
 EXTERNAL_KEYS: dict[str, Key] = {
     "element": Key("element", default=None,
                    choices={name: n for name, n in ELEMENTS.items() if name != "flat"}),
-    "code": Key("design code, VIII-1 or VIII-2", default=1.0, choices=CODES),
+    "code": Key("design code", default=1.0,
+                choices={name: CODES[name] for name in ("VIII-1", "VIII-2")}),
     "P": Key("design external pressure", "psi"),
     "T": Key("design temperature", "F", None),
     "D": Key("inside diameter, a cone's large end", "in", None),
@@ -55,6 +59,16 @@ class ExternalResult:
     report: list[ReportLine]
 
 
+def _charts(folder: str) -> list[str]:
+    """Names of the charts of the data files; none when they lie where this package does not know."""
+    try:
+        text = Path(folder, _CHART_FILE).read_text(encoding="latin-1") if folder else ""
+    except OSError:
+        text = ""
+    names = re.findall(r"^[^;\n]*?\[([^]\n]*)\]", text, re.MULTILINE)
+    return [name.strip() for name in names[: names.index("END") if "END" in names else None]]
+
+
 def calculate(library: Library, data: Mapping[str, Any]) -> ExternalResult:
     """SHLEXT, report to the line store."""
     numbers = {name: value for name, value in data.items() if name != "chart"}
@@ -63,11 +77,17 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ExternalResult:
     chart = data.get("chart")
     if not isinstance(chart, str) or not chart.strip():
         raise InputError("chart is missing: external pressure chart of the material, such as 'CS-2'")
+    if len(chart.strip()) > _CHART_NAME:
+        raise InputError(f"chart: {chart!r} has more than {_CHART_NAME} characters")
+    chart = chart.strip()
+    known = _charts(library.data_folder)
+    if known and chart not in known:  # the engine would take CS-2
+        raise InputError(f"chart: {chart!r} is none of {_CHART_FILE}: {', '.join(known)}")
     field = ctypes.create_string_buffer(text_field(chart, _CHART_WIDTH), _CHART_WIDTH)
 
-    library.setup_integer(_SETUP_CODE, int(v["code"]))
+    library.setup_integer(_SETUP_CODE, whole(v, "code"))
     library.setup_real(_SETUP_PRINT, 1.0)
-    library.variable("GLOBALS_mp_G_NUSE_CASE2286").value = int(v["case_2286"])
+    library.variable("GLOBALS_mp_G_NUSE_CASE2286").value = whole(v, "case_2286")
     library.call("BEGIN_REPORT")
     library.call("SET_IWRITE", 1)
     library.call("SET_IWRTFL", 1)
@@ -77,11 +97,11 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ExternalResult:
     library.handle.SHLEXT(
         *map(ctypes.byref, (Real(v["P"]), Real(v["T"]))), field, ctypes.c_int32(_CHART_WIDTH),
         *map(ctypes.byref, (
-            ctypes.c_int32(int(v["element"])), Real(v["D"]), Real(v["t"]), Real(v["c"]), Real(v["k"]),
+            ctypes.c_int32(whole(v, "element")), Real(v["D"]), Real(v["t"]), Real(v["c"]), Real(v["k"]),
             Real(v["L"]), Real(v["alpha"]), Real(v["length"]), maep, tca, slen, Do, A, B,
             ctypes.c_int32(1), Real(v["Dsmall"]), Real(v["cone_length"]),
-            ctypes.c_int32(int(v["do_given"])), Real(v["S"]), Real(v["Ut"]), Real(v["Fy"]),
-            ctypes.c_int32(int(v["material"])), Fha, fail_ca, ctypes.c_int32(int(v["service"])))),
+            ctypes.c_int32(whole(v, "do_given")), Real(v["S"]), Real(v["Ut"]), Real(v["Fy"]),
+            ctypes.c_int32(whole(v, "material")), Fha, fail_ca, ctypes.c_int32(whole(v, "service")))),
     )  # fmt: skip
 
     def present(value: Real) -> Optional[float]:

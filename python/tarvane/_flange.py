@@ -6,7 +6,7 @@ import ctypes
 from dataclasses import dataclass
 from typing import Any, Mapping, Optional
 
-from ._keys import InputError, Key, check_names, number
+from ._keys import InputError, Key, check_names, number, whole
 from ._library import NO_VALUE, RECORD_ELEMENTS, Integer, Library, Real, ReportLine, text_field
 
 TYPES = {
@@ -106,10 +106,17 @@ FLANGE_TEXTS: dict[str, tuple[int, str]] = {
     "description": (30, "description of the flange"),
     "chart": (120, "external pressure chart of the material"),
 }
-"""Texts of a flange, 15 characters each, with their offset in the flange text."""
+"""Texts of a flange, cut at 15 characters, with their offset in the flange text."""
 
-_FLAGS = {"external_loads": 45, "mating_loads": 60, "channel_cover": 75, "use_corrosion": 90,
-          "partition_gasket": 105}  # fmt: skip
+FLANGE_FLAGS: dict[str, tuple[int, str]] = {
+    "external_loads": (45, "axial_force and bending_moment count; without it when one is given"),
+    "mating_loads": (60, "the mating flange's loads count; without it when one is given"),
+    "channel_cover": (75, "the cover of a channel, with a check of its deflection"),
+    "use_corrosion": (90, "the corrosion allowances count; without it they do"),
+    "partition_gasket": (105, "a partition gasket; without it when tp is given"),
+}
+"""Switches of a flange, True or False, with their offset in the flange text."""
+
 _LABELS = {285: "in.", 300: "psig", 315: "in.", 330: "psi", 360: "lbf", 375: "ft-lbs",
            390: "in\xb2", 405: "F", 420: "lbm"}  # fmt: skip
 _FIRST_FACTOR, _TEMPERATURE_OFFSET, _LAST_FACTOR = 100, 108, 110
@@ -153,8 +160,11 @@ def _text(data: Mapping[str, Any]) -> bytes:
         "use_corrosion": True,
         "partition_gasket": "tp" in data,
     }
-    for name, offset in _FLAGS.items():
-        put(offset, "Y" if data.get(name, loads.get(name, False)) else "N")
+    for name, (offset, meaning) in FLANGE_FLAGS.items():
+        flag = number(name, Key(meaning), data.get(name, loads.get(name, False)))
+        if flag not in (0.0, 1.0):
+            raise InputError(f"{name}: {data[name]!r} is neither True nor False")
+        put(offset, "Y" if flag else "N")
     for offset, label in _LABELS.items():
         put(offset, label)
     return bytes(text)
@@ -177,20 +187,20 @@ def _record(data: Mapping[str, Any]) -> ctypes.Array:
 
 def calculate(library: Library, data: Mapping[str, Any]) -> FlangeResult:
     """FLANGE_CALC in the stand-alone form, report to the line store."""
-    check_names(data, {**FLANGE_KEYS, **FLANGE_TEXTS, **_FLAGS})
+    check_names(data, {**FLANGE_KEYS, **FLANGE_TEXTS, **FLANGE_FLAGS})
     record, text = _record(data), _text(data)
     call = {name: number(name, key, data.get(name, key.default)) for name, key in _CALL.items()}
     map_nc, t_req_new_cold, t_req_new, mawp, t_req = (Real() for _ in range(5))
-    rigidity = Integer(int(call["rigidity"]))
+    rigidity = Integer(whole(call, "rigidity"))
     external = record[3] < 0.0
     library.call("SET_IWRITE", 1)
     library.call("SET_IWRTFL", 1)
     library.call("SET_IOUT", -1)
     library.call(
         "FLANGE_CALC", record, text, 1, 2 if external else 1, map_nc, t_req_new_cold, t_req_new,
-        mawp, t_req, 0, rigidity, int(call["code"]), 0, 0, call["E"],
-        int(call["corroded_rigidity"]), int(call["standard"]), float(record[3]),
-        int(call["older_division_2"]), 0,
+        mawp, t_req, 0, rigidity, whole(call, "code"), 0, 0, call["E"],
+        whole(call, "corroded_rigidity"), whole(call, "standard"), float(record[3]),
+        whole(call, "older_division_2"), 0,
     )  # fmt: skip
 
     def pressure(value: Real) -> Optional[float]:

@@ -3,9 +3,10 @@
 from __future__ import annotations
 
 import difflib
-import math
 from dataclasses import dataclass
 from typing import Any, Mapping, Optional
+
+_GREATEST = 3.4028234663852886e38  # of single precision
 
 
 class InputError(ValueError):
@@ -31,6 +32,10 @@ def check_names(given: Mapping[str, Any], known: Mapping[str, Any]) -> None:
             raise InputError(f"{name!r} is no key{hint}")
 
 
+def _is_bool(value: Any) -> bool:
+    return type(value).__name__ in ("bool", "bool_")  # that of numpy too
+
+
 def number(name: str, key: Key, value: Any) -> float:
     """The number of a value, by its choices if it is one of their names."""
     if key.choices and isinstance(value, str):
@@ -38,14 +43,25 @@ def number(name: str, key: Key, value: Any) -> float:
             raise InputError(f"{name}: {value!r} is none of {', '.join(map(repr, key.choices))}")
         return float(key.choices[value])
     try:
-        if isinstance(value, str):
+        if isinstance(value, (str, bytes, bytearray)) or (key.unit and _is_bool(value)):
             raise TypeError
         result = float(value)  # numbers of numpy too
-    except (TypeError, ValueError):
+    except (TypeError, ValueError, OverflowError):
         raise InputError(f"{name}: {value!r} is no number") from None
-    if not math.isfinite(result):
-        raise InputError(f"{name}: {value!r} is not finite")
+    if not abs(result) <= _GREATEST:
+        raise InputError(f"{name}: {value!r} is not finite in single precision")
+    if key.choices and result != key.default and result not in key.choices.values():
+        names = ", ".join(f"{choice!r} ({n})" for choice, n in key.choices.items())
+        raise InputError(f"{name}: {value!r} is none of {names}")
     return result
+
+
+def whole(values: Mapping[str, float], name: str) -> int:
+    """The integer of a key that counts or switches."""
+    value = values[name]
+    if value != int(value) or not -(2**31) <= value < 2**31:
+        raise InputError(f"{name}: {value!r} is no whole number")
+    return int(value)
 
 
 def read_numbers(given: Mapping[str, Any], keys: Mapping[str, Key]) -> dict[str, float]:

@@ -34,10 +34,10 @@ class ReportLine:
 
 def library_path(given: Optional[Union[str, os.PathLike]]) -> str:
     """The given path, else that of the TARVANE_LIBRARY variable, else a library beside this package."""
-    if given is not None:
-        return os.fspath(given)
-    if "TARVANE_LIBRARY" in os.environ:
-        return os.environ["TARVANE_LIBRARY"]
+    named = given or os.environ.get("TARVANE_LIBRARY")
+    if named:
+        # The loader looks for a name without a folder elsewhere than in the working folder.
+        return os.path.abspath(named) if os.path.isfile(named) else os.fspath(named)
     name = "tarvane.dll" if sys.platform == "win32" else "libtarvane.so"
     beside = Path(__file__).with_name(name)
     return str(beside) if beside.exists() else name
@@ -48,10 +48,22 @@ class Library:
 
     def __init__(self, path: Optional[Union[str, os.PathLike]]) -> None:
         loader = getattr(ctypes, "WinDLL", ctypes.CDLL)
-        self.handle = loader(library_path(path))
-        self.handle.GETLINESCOMFLG.restype = ctypes.c_void_p
-        self.handle.GETSETUP.restype = ctypes.c_void_p
-        self.handle.ASMEMOD.restype = ctypes.c_float
+        found = library_path(path)
+        self.data_folder = os.path.dirname(found)
+        """Folder of the data files; empty when the loader found the library by itself."""
+        try:
+            self.handle = loader(found)
+        except OSError as error:
+            raise OSError(
+                f"the library can't be loaded ({error}); give its path to Engine, or by the variable "
+                "TARVANE_LIBRARY"
+            ) from error
+        try:
+            self.handle.GETLINESCOMFLG.restype = ctypes.c_void_p
+            self.handle.GETSETUP.restype = ctypes.c_void_p
+            self.handle.ASMEMOD.restype = ctypes.c_float
+        except AttributeError:
+            raise OSError(f"{found} is not the tarvane library") from None
 
     def call(self, routine: str, *arguments: Argument) -> None:
         """Calls a routine. A float becomes a REAL, an int an INTEGER, bytes an address and its length;
@@ -96,7 +108,7 @@ class Library:
 
 
 def _line(record: bytes) -> ReportLine:
-    end = record.index(0)  # behind the marks
+    end = record.rindex(0)  # behind the marks
     marks = record[end - 12 : end].decode("latin-1")
     text = record[4 : end - 12].decode("latin-1").rstrip()
     m1, m2, m3, m4, m5, m6 = (int(marks[i : i + 2]) for i in range(0, 12, 2))

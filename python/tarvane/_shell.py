@@ -5,7 +5,7 @@ from __future__ import annotations
 from dataclasses import dataclass
 from typing import Any, Mapping, Optional
 
-from ._keys import Key, check_names, read_numbers
+from ._keys import Key, check_names, read_numbers, whole
 from ._library import Integer, Library, Real
 
 ELEMENTS = {"cylinder": 1, "elliptical": 2, "torispherical": 3, "sphere": 4, "cone": 5, "flat": 6}
@@ -57,7 +57,7 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ShellResult:
     """SHLINT and COMPUTE_FAILURE_CA_DIV1."""
     check_names(data, SHELL_KEYS)
     v = read_numbers(data, SHELL_KEYS)
-    element = int(v["element"])
+    element = whole(v, "element")
     k_or_tk = v["tk"] if element == ELEMENTS["cone"] else v["k"]
     L, Sy_cold = Real(v["L"]), Real(v["Sy_cold"])
     t_req, mawp, map_nc, stress, t_req_raw = (Real() for _ in range(5))
@@ -66,14 +66,14 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ShellResult:
     library.call(
         "SHLINT", v["P"], v["Sa"], v["S"], v["E"], element, v["D"], v["t"], v["c"], k_or_tk, L,
         v["r"], v["alpha"], None, None, v["C"], v["D2"], t_req, mawp, map_nc, stress,
-        int(v["material"]), v["T"], int(v["service"]), t_req_raw, int(v["outside"]), t_14f, v["Sy"],
-        mawp_14f, map_nc_14f, status_14f, Sy_cold, v["Ut"], 0, *no_opening, int(v["corroded_k"]), b"",
+        whole(v, "material"), v["T"], whole(v, "service"), t_req_raw, whole(v, "outside"), t_14f, v["Sy"],
+        mawp_14f, map_nc_14f, status_14f, Sy_cold, v["Ut"], 0, *no_opening, whole(v, "corroded_k"), b"",
     )  # fmt: skip
     fail_ca, fail_ca_knuckle = Real(), Real()
     library.call(
         "COMPUTE_FAILURE_CA_DIV1", v["P"], v["D"], v["E"], v["S"], v["t"], v["k"], v["L"], v["r"],
-        v["alpha"], v["C"], v["D2"], element, fail_ca, int(v["outside"]), v["tk"], fail_ca_knuckle,
-        *no_opening, int(v["service"]), int(v["corroded_k"]),
+        v["alpha"], v["C"], v["D2"], element, fail_ca, whole(v, "outside"), v["tk"], fail_ca_knuckle,
+        *no_opening, whole(v, "service"), whole(v, "corroded_k"),
     )  # fmt: skip
     return ShellResult(
         t_req=t_req.value, t_req_raw=t_req_raw.value, mawp=mawp.value, map_nc=map_nc.value,

@@ -1,7 +1,12 @@
 """The package against the library that TARVANE_LIBRARY names."""
 
 import ctypes
+import ctypes.util
+import os
 import re
+import subprocess
+import sys
+import tempfile
 import threading
 import unittest
 from pathlib import Path
@@ -24,9 +29,9 @@ VACUUM = {"element": "sphere", "P": 15.0, "T": 200.0, "D": 60.0, "t": 0.5, "S": 
 
 
 class Input(unittest.TestCase):
-    def refused(self, calculate, data, words):
+    def refused(self, calculate, data, words, *more):
         with self.assertRaises(tarvane.InputError) as caught:
-            calculate(data)
+            calculate(data, *more)
         for word in words:
             self.assertIn(word, str(caught.exception))
 
@@ -46,6 +51,49 @@ class Input(unittest.TestCase):
         self.refused(ENGINE.shell, {**CYLINDER, "element": "tube"}, ["'tube'", "'cylinder'"])
         self.refused(ENGINE.external, {**VACUUM, "element": "flat"}, ["'flat'", "'sphere'"])
 
+    def test_what_is_no_single_precision_number_is_named(self):
+        for value in (b"1.5", True, 1e39, 10**400):
+            self.refused(ENGINE.shell, {**CYLINDER, "t": value}, ["t", repr(value)])
+
+    def test_numbers_of_other_types_are_taken(self):
+        class Scalar:  # as the scalars of numpy
+            def __init__(self, value):
+                self.value = value
+
+            def __float__(self):
+                return float(self.value)
+
+        expected = ENGINE.shell({**CYLINDER, "material": 1})
+        data = {key: value if isinstance(value, str) else Scalar(value) for key, value in CYLINDER.items()}
+        self.assertEqual(ENGINE.shell({**data, "material": Scalar(1)}), expected)
+        self.assertEqual(ENGINE.modulus(Scalar(200.0), Scalar(1)), ENGINE.modulus(200.0, 1))
+
+    def test_a_number_outside_the_choices_is_named_with_them(self):
+        self.refused(ENGINE.flange, {**RING, "type": 10}, ["type", "10", "'loose ring' (5)"])
+        self.refused(ENGINE.shell, {**CYLINDER, "element": 1.5}, ["1.5", "'cylinder' (1)"])
+        self.refused(ENGINE.external, {**VACUUM, "element": 6}, ["element", "'sphere' (4)"])
+        for code in ("EN 13445", 3):  # not calculated by the engine
+            self.refused(ENGINE.external, {**VACUUM, "code": code}, [repr(code), "'VIII-2'"])
+
+    def test_a_switch_and_a_table_take_whole_numbers(self):
+        self.refused(ENGINE.shell, {**CYLINDER, "material": 1.5}, ["material", "1.5"])
+        self.refused(ENGINE.external, {**VACUUM, "service": 1e20}, ["service", "1e+20"])
+        self.refused(ENGINE.modulus, 200.0, ["reference"], 0.5)
+        self.assertEqual(ENGINE.shell({**CYLINDER, "outside": False}), ENGINE.shell(CYLINDER))
+
+    def test_a_flag_is_true_or_false(self):
+        for value in ("N", 2, None):
+            self.refused(ENGINE.flange, {**RING, "use_corrosion": value}, ["use_corrosion", repr(value)])
+        corroded = ENGINE.flange({**RING, "ci": 0.125})
+        self.assertEqual(ENGINE.flange({**RING, "ci": 0.125, "use_corrosion": 1}), corroded)
+        uncorroded = ENGINE.flange({**RING, "ci": 0.125, "use_corrosion": False})
+        self.assertNotEqual(uncorroded.report, corroded.report)
+
+    def test_a_chart_that_the_data_files_do_not_have_is_named(self):
+        self.refused(ENGINE.external, {**VACUUM, "chart": "CS-22"}, ["'CS-22'", "CS-2"])
+        self.refused(ENGINE.external, {**VACUUM, "chart": "CS-2 at 300"}, ["'CS-2 at 300'", "8"])
+        self.refused(ENGINE.external, {**VACUUM, "chart": 2}, ["chart"])
+
     def test_a_choice_may_be_given_by_its_number(self):
         by_name, by_number = ENGINE.flange(RING), ENGINE.flange({**RING, "type": 5})
         self.assertEqual(by_name, by_number)
@@ -59,6 +107,58 @@ class Input(unittest.TestCase):
         self.assertGreater(len(shared), 30)
         for name in shared:
             self.assertEqual(int(header[name]), _flange._RECORD[name][0], name)
+
+
+class Library(unittest.TestCase):
+    def setUp(self):
+        self.path = Path(ENGINE._library.handle._name)
+
+    def python(self, program, cwd, **environment):
+        """A Python of its own: the library is loaded once a process."""
+        kept = {name: value for name, value in os.environ.items() if name != "TARVANE_LIBRARY"}
+        return subprocess.run(
+            [sys.executable, "-c", "import tarvane\n" + program], cwd=cwd, env={**kept, **environment},
+            capture_output=True, text=True, check=False,
+        )  # fmt: skip
+
+    def test_a_missing_library_tells_how_to_name_it(self):
+        for call in ("tarvane.Engine('/no/such/libtarvane.so')", "tarvane.Engine()"):
+            with tempfile.TemporaryDirectory() as folder:
+                found = self.python(call, folder, LD_LIBRARY_PATH="", TARVANE_LIBRARY="")
+            self.assertIn("OSError", found.stderr)
+            self.assertIn("TARVANE_LIBRARY", found.stderr)
+
+    def test_another_library_is_not_taken(self):
+        another = ctypes.util.find_library("c")
+        found = self.python(f"tarvane.Engine({another!r})", "/")
+        self.assertIn("is not the tarvane library", found.stderr)
+
+    def test_a_library_of_the_working_folder_needs_no_path(self):
+        program = f"print(tarvane.Engine({self.path.name!r}).modulus(70.0, 1))"
+        found = self.python(program, self.path.parent)
+        self.assertEqual(found.stdout.strip(), str(ENGINE.modulus(70.0, 1)), found.stderr)
+
+    def test_a_data_folder_that_is_none_is_refused(self):
+        for folder in ("/no/such/folder", self.path):
+            with self.assertRaises(NotADirectoryError):
+                tarvane.Engine(self.path, data_folder=folder)
+        with tempfile.TemporaryDirectory() as folder:
+            long = Path(folder, *["d" * 100] * 3)
+            long.mkdir(parents=True)
+            with self.assertRaises(ValueError):
+                tarvane.Engine(self.path, data_folder=long)
+
+    def test_the_data_files_come_from_the_data_folder(self):
+        program = (
+            f"e = tarvane.Engine({str(self.path)!r}, data_folder='empty')\n"
+            f"print(e.modulus(70.0, 1))\n"
+            f"e = tarvane.Engine({str(self.path)!r}, data_folder={str(self.path.parent)!r})\n"
+            f"print(e.modulus(70.0, 1) > 20.0)\n"
+        )
+        with tempfile.TemporaryDirectory() as folder:
+            Path(folder, "empty").mkdir()
+            found = self.python(program, folder)
+        self.assertEqual(found.stdout.split(), ["0.0", "True"], found.stderr)
 
 
 class Flange(unittest.TestCase):
@@ -133,8 +233,9 @@ class Calls(unittest.TestCase):
         wrong = []
 
         def work():
+            engine = tarvane.Engine(ENGINE._library.handle._name)  # its state is that of ENGINE
             for _ in range(5):
-                if ENGINE.flange(RING) != expected["flange"]:
+                if engine.flange(RING) != expected["flange"]:
                     wrong.append("flange")
                 if ENGINE.shell(CYLINDER) != expected["shell"]:
                     wrong.append("shell")
