@@ -183,7 +183,10 @@ static void fresh(void) {
     SET_METRIC_CONSTANTS();
 }
 
-int main(void) {
+/* The data files lie beside the library, or in the folder that is given: on Windows the engine by itself
+   looks for some of them in the suite's data folder only. */
+int main(int argc, char** argv) {
+    if (argc > 1) SET_SYSTEM_DIR(argv[1], (int32_t)strlen(argv[1]));
     fresh();
     flange();
     fresh();

@@ -1,7 +1,7 @@
 /*
 ** A Win32 host that takes every routine from the library at run time, by its plain or by its decorated
 ** name, and runs the three elements of the C host through them.
-**   three_elements_by_name plain|decorated PATH_OF_TARVANE_DLL
+**   three_elements_by_name plain|decorated PATH_OF_TARVANE_DLL FOLDER_OF_THE_DATA_FILES
 */
 #include "tarvane/tarvane.h"
 
@@ -59,6 +59,7 @@ static void take_all(HMODULE library, int decorated) {
 #define SET_IWRITE by_name_SET_IWRITE
 #define SET_IWRTFL by_name_SET_IWRTFL
 #define SET_METRIC_CONSTANTS by_name_SET_METRIC_CONSTANTS
+#define SET_SYSTEM_DIR by_name_SET_SYSTEM_DIR
 #define SHLEXT by_name_SHLEXT
 #define SHLINT by_name_SHLINT
 #define main three_elements
@@ -67,7 +68,7 @@ static void take_all(HMODULE library, int decorated) {
 
 int main(int argc, char** argv) {
     HMODULE library;
-    if (argc != 3) return 2;
+    if (argc != 4) return 2;
     library = LoadLibraryA(argv[2]);
     if (library == NULL) {
         fprintf(stderr, "cannot load %s\n", argv[2]);
@@ -76,5 +77,5 @@ int main(int argc, char** argv) {
     take_all(library, strcmp(argv[1], "decorated") == 0);
     if (missing != 0) return 1;
     _setmode(_fileno(stdout), _O_BINARY);
-    return three_elements();
+    return three_elements(argc - 2, argv + 2);
 }
