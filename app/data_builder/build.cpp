@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr void (*KINDS[])(Place& place) = {
-    build_bolts,  build_charts,    build_en_materials, build_materials,
+    build_bolts,  build_charts,    build_en_materials, build_flanges, build_materials,
     build_moduli, build_name_list, build_table_g,      build_yields,
 };
 

@@ -42,6 +42,7 @@ void write_file(const std::filesystem::path& path, std::string_view bytes);
 void build_bolts(Place& place);
 void build_charts(Place& place);
 void build_en_materials(Place& place);
+void build_flanges(Place& place);
 void build_materials(Place& place);
 void build_moduli(Place& place);
 void build_name_list(Place& place);
