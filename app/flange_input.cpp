@@ -4,6 +4,8 @@
 #include "flange_session.h"
 #include "input_file.h"
 #include "material_keys.h"
+#include "standard_flanges.h"
+#include "text.h"
 
 namespace tarvane::app {
 
@@ -53,6 +55,90 @@ void FlangeInput::put_text(const Key& key, const std::string& western) {
         write_slot(key.index, 15, western);
     } else {
         texts[static_cast<std::size_t>(key.index)] = western;
+    }
+}
+
+// ---- standard flange ----------------------------------------------------------------------------------
+
+namespace {
+
+std::optional<FlangeForm> form_of(int type) {
+    switch (type) {
+    case 1:
+        return FlangeForm::weld_neck;
+    case 2:
+    case 4:
+        return FlangeForm::slip_on;
+    case 7:
+        return FlangeForm::blind;
+    default:
+        return std::nullopt;
+    }
+}
+
+struct StandardKey {
+    std::string_view name;
+    std::size_t element;
+    std::optional<float> (*value)(const FlangeDimensions&);
+};
+using F = const FlangeDimensions&;
+constexpr StandardKey STANDARD_KEYS[] = {{"B", 10, [](F f) { return f.B; }},
+                                         {"A", 11, [](F f) { return std::optional(f.A); }},
+                                         {"t", 8, [](F f) { return f.t; }},
+                                         {"g0", 16, [](F f) { return f.g0; }},
+                                         {"g1", 17, [](F f) { return f.g1; }},
+                                         {"h", 18, [](F f) { return f.h; }},
+                                         {"C", 21, [](F f) { return std::optional(f.C); }},
+                                         {"a", 22, [](F f) { return std::optional(f.a); }},
+                                         {"n", 24, [](F f) { return std::optional(f.n); }},
+                                         {"Fod", 12, [](F f) { return f.Fod; }}};
+
+} // namespace
+
+// Each of its own keys in the file comes before the dimension of the standard.
+void FlangeInput::take_standard(Reading& reading) {
+    constexpr std::string_view CLASS = "standard.class", SIZE = "standard.size",
+                               WALL = "standard.wall";
+    if (!reading.given(CLASS) && !reading.given(SIZE) && !reading.given(WALL)) return;
+    // What a faulty table would have given isn't missing on top of it.
+    const auto refuse = [&](std::string_view key, std::string message) {
+        if (!message.empty()) reading.fault(key, std::move(message));
+        for (const StandardKey& filled : STANDARD_KEYS)
+            if (!reading.given(filled.name)) reading.supply(filled.name);
+    };
+    if (!reading.sound(CLASS) || !reading.sound(SIZE)) return refuse(CLASS, "");
+    if (reading.given(WALL) && !reading.sound(WALL)) return refuse(WALL, "");
+    if (!reading.sound("type")) return refuse("type", "");
+    const std::optional<FlangeForm> form = form_of(type());
+    if (!form)
+        return refuse(CLASS, "a flange of this type has no standard dimensions; a weld neck, slip "
+                             "on or blind flange has");
+    if (reading.given(WALL) && form != FlangeForm::weld_neck)
+        return refuse(WALL, "only a weld neck takes its bore from the wall of the pipe");
+
+    const std::vector<FlangeClass> classes = flange_classes();
+    const std::string& name = text_setting(TextSetting::standard_class);
+    const FlangeClass* flanges = find_class(classes, name);
+    if (flanges == nullptr) return refuse(CLASS, unknown_class(to_utf8(name), classes));
+    const std::string& size_text = text_setting(TextSetting::standard_size);
+    const std::optional<float> size = nominal_size(size_text);
+    if (!size) return refuse(SIZE, "a nominal size is expected, not " + quoted(to_utf8(size_text)));
+    const std::optional<float> wall =
+        reading.given(WALL) ? std::optional(setting(Setting::standard_wall)) : std::nullopt;
+    const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
+    if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
+
+    bool face = false;
+    for (const StandardKey& key : STANDARD_KEYS) {
+        const std::optional<float> value = key.value(found.flange);
+        if (!value || reading.given(key.name)) continue;
+        record[key.element] = *value;
+        reading.supply(key.name);
+        face = face || key.name == "Fod";
+    }
+    for (const std::string& item : found.items) {
+        if (face || !item.ends_with("raised face"))
+            reading.use(std::string(STANDARD_FLANGE_FILE), item);
     }
 }
 
@@ -119,6 +205,7 @@ void FlangeInput::note_tables(Reading& reading) const {
 // ---- checks -----------------------------------------------------------------------------------------
 
 void FlangeInput::complete(Reading& reading) {
+    take_standard(reading);
     take_material(reading);
     take_bolt_material(reading);
     note_tables(reading);
@@ -169,6 +256,8 @@ std::vector<std::string_view> FlangeInput::required(const Reading& reading) cons
     if (analysis() == 3 && type() == 8) also({"A"});
     if (type() == 6) also({"LjID", "LjOD"});
     if (type() == 9) also({"tShell"});
+    if (has("standard.class") || has("standard.size") || has("standard.wall"))
+        also({"standard.class", "standard.size"});
     if (has("D") || has("d")) also({"D", "d"});
     if (static_cast<int>(record[23]) == 3) also({"root_area"});
     if (text[slot::mating_loads] == 'Y')

@@ -30,6 +30,7 @@ enum class Setting {
     d2_class,
     material_year,
     material_reference,
+    standard_wall,
     count
 };
 
@@ -38,6 +39,8 @@ enum class TextSetting {
     to_node,
     flange_class,
     flange_grade,
+    standard_class,
+    standard_size,
     material_name,
     bolt_material_name,
     count

@@ -69,6 +69,8 @@ class Reader {
     std::optional<float> read_choice(const toml::node& node, const Key& key);
     std::optional<float> read_value(const toml::node& node, const Key& key);
     std::optional<std::string> read_text(const toml::node& node, const Key& key);
+    bool check_inner_keys(const toml::key& name, const toml::node& node,
+                          std::span<const ElementKind* const> kinds);
 
     // A table of the file that describes an element.
     struct Source {
@@ -269,9 +271,19 @@ std::optional<float> Reader::read_value(const toml::node& node, const Key& key) 
     return read_number(node, key);
 }
 
+// 150, 0.5: a number as a text.
+std::optional<std::string> designation(const toml::node& node) {
+    const std::optional<double> number = number_of(node);
+    if (!number || !std::isfinite(*number)) return std::nullopt;
+    char text[40];
+    std::snprintf(text, sizeof text, "%.9g", *number);
+    return text;
+}
+
 std::optional<std::string> Reader::read_text(const toml::node& node, const Key& key) {
     const auto* text = node.as_string();
     std::optional<std::string> western = text ? to_western(text->get()) : std::nullopt;
+    if (key.quantity == Quantity::designation && !text) western = designation(node);
     if (western && western->size() <= static_cast<std::size_t>(key.width)) return western;
     std::string wanted = expected(key, result.file.units);
     if (text != nullptr && !western) wanted += " of the Western alphabet";
@@ -281,9 +293,47 @@ std::optional<std::string> Reader::read_text(const toml::node& node, const Key& 
 
 // ---- elements ------------------------------------------------------------------------------------
 
+bool is_text(const Key& key) {
+    return key.quantity == Quantity::text || key.quantity == Quantity::designation;
+}
+
+// The value of a key, which may stand in a table of its own; a null pointer without one.
+const toml::node* find_value(const toml::table& table, std::string_view name) {
+    const std::size_t point = name.find('.');
+    const toml::node* node = table.get(name.substr(0, point));
+    if (node == nullptr || point == std::string_view::npos) return node;
+    const toml::table* inner = node->as_table();
+    return inner == nullptr ? nullptr : inner->get(name.substr(point + 1));
+}
+
+// Faults of a table of keys. False for a name that is no such table.
+bool Reader::check_inner_keys(const toml::key& name, const toml::node& node,
+                              std::span<const ElementKind* const> kinds) {
+    const auto holder = std::find_if(kinds.begin(), kinds.end(), [&](const ElementKind* kind) {
+        return kind->keys.holds_table(name.str());
+    });
+    if (holder == kinds.end()) return false;
+    std::vector<std::string_view> inner;
+    std::string list;
+    for (const Key& key : (*holder)->keys.keys) {
+        if (!key.name.starts_with(std::string(name.str()) + '.')) continue;
+        inner.push_back(key.name.substr(name.str().size() + 1));
+        list += (list.empty() ? "" : ", ") + std::string(inner.back());
+    }
+    if (const toml::table* table = node.as_table()) {
+        for (const auto& [key, value] : *table) {
+            if (std::find(inner.begin(), inner.end(), key.str()) == inner.end())
+                unknown_key(key, inner);
+        }
+    } else {
+        wrong(node, name.str(), "a table of " + list);
+    }
+    return true;
+}
+
 void Reader::read_key(const toml::node& node, const Key& key, Element& element, Reading& reading) {
     bool sound = false;
-    if (key.quantity == Quantity::text) {
+    if (is_text(key)) {
         const std::optional<std::string> text = read_text(node, key);
         sound = text.has_value();
         if (sound) element.put_text(key, *text);
@@ -303,10 +353,9 @@ void Reader::read_element(const Source& source, const toml::table& common) {
     Reading reading(result.file.units, materials, element->line, result.faults);
 
     for (const Key& key : table.keys) {
-        if (key.quantity != Quantity::text)
-            element->put_number(key, static_cast<float>(key.fallback));
-        const toml::node* node = source.table->get(key.name);
-        if (node == nullptr) node = common.get(key.name);
+        if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));
+        const toml::node* node = find_value(*source.table, key.name);
+        if (node == nullptr) node = find_value(common, key.name);
         if (node != nullptr) read_key(*node, key, *element, reading);
     }
 
@@ -399,7 +448,8 @@ void Reader::read(const toml::table& root) {
     for (const ElementKind* kind : known_kinds)
         names.push_back(kind->table);
     for (const auto& [key, node] : root) {
-        if (std::find(names.begin(), names.end(), key.str()) == names.end())
+        if (std::find(names.begin(), names.end(), key.str()) == names.end() &&
+            !check_inner_keys(key, node, kinds))
             unknown_key(key, names, kinds);
     }
 
@@ -416,8 +466,9 @@ void Reader::read(const toml::table& root) {
         for (const Key& key : source.kind->keys.keys)
             own.push_back(key.name);
         for (const auto& [key, value] : *source.table) {
-            if (source.kind->keys.find(key.str()) == nullptr)
-                unknown_key(key, own, std::span(&source.kind, 1));
+            const std::span kind(&source.kind, 1);
+            if (source.kind->keys.find(key.str()) == nullptr && !check_inner_keys(key, value, kind))
+                unknown_key(key, own, kind);
         }
         read_element(source, root);
     }

@@ -11,6 +11,15 @@ const Key* KeyTable::find(std::string_view name) const {
     return nullptr;
 }
 
+bool KeyTable::holds_table(std::string_view name) const {
+    for (const Key& key : keys) {
+        if (key.name.size() > name.size() && key.name.starts_with(name) &&
+            key.name[name.size()] == '.')
+            return true;
+    }
+    return false;
+}
+
 std::string_view KeyTable::synonym(std::string_view name) const {
     for (const Synonym& s : synonyms) {
         if (s.other == name) return s.ours;
@@ -39,6 +48,8 @@ std::string expected(const Key& key, const UnitSystem& units) {
         return "a number";
     case Quantity::text:
         return "a text of up to " + std::to_string(key.width) + " characters";
+    case Quantity::designation:
+        return "a number or a text of up to " + std::to_string(key.width) + " characters";
     case Quantity::choice:
         return "one of " + choice_names(key.choices);
     default:

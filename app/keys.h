@@ -29,7 +29,7 @@ struct Choice {
 };
 
 struct Key {
-    std::string_view name;
+    std::string_view name; // "standard.class": class of the table `standard`
     Place place;
     int index; // element, offset or enumerator
     Quantity quantity;
@@ -50,6 +50,8 @@ struct KeyTable {
     std::span<const Synonym> synonyms;
 
     const Key* find(std::string_view name) const; // none: a null pointer
+    // Whether keys stand in a table of their own: "standard" of "standard.class" and "standard.size".
+    bool holds_table(std::string_view name) const;
     std::string_view synonym(std::string_view name) const;
 };
 

@@ -1,5 +1,6 @@
 // The command line of the host.
 #include "charts.h"
+#include "flanges_command.h"
 #include "materials_command.h"
 #include "mdmt_command.h"
 #include "run.h"
@@ -131,6 +132,21 @@ int main(int argc, char** argv) try {
     std::string mdmt_units = "us";
     mdmt_command->add_option("--units", mdmt_units, "us or si")->check(UNITS);
     mdmt_command->add_option("--data", mdmt.data, "Folder of the data files");
+
+    FlangesOptions flanges;
+    std::string flange_units = "us";
+    float wall = 0.0f;
+    CLI::App* flanges_command =
+        app.add_subcommand("flanges", "List standard flanges, or show the dimensions of one");
+    flanges_command->add_option("class", flanges.name, "150 to 2500, PN16");
+    flanges_command->add_option("size", flanges.size, "Nominal size, NPS or DN");
+    CLI::Option* wall_option = flanges_command->add_option(
+        "--wall", wall, "Wall of the pipe at a weld neck, in the units; else standard pipe");
+    flanges_command->add_flag("--blind", flanges.blind, "The blind flange");
+    flanges_command->add_flag("--slip-on", flanges.slip_on, "The slip on flange");
+    flanges_command->add_option("--units", flange_units, "us or si")->check(UNITS);
+    flanges_command->add_option("--data", flanges.data, "Folder of the data files");
+
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
 
     try {
@@ -146,6 +162,11 @@ int main(int argc, char** argv) try {
         materials.selection.code = folded(materials_code) == "viii2" ? 2 : 1;
         materials.units = units_named(materials_units);
         return static_cast<int>(list_materials(materials, std::cout, std::cerr));
+    }
+    if (flanges_command->parsed()) {
+        if (wall_option->count() > 0) flanges.wall = wall;
+        flanges.units = units_named(flange_units);
+        return static_cast<int>(list_flanges(flanges, std::cout, std::cerr));
     }
     if (chart_command->parsed()) {
         if (factor_option->count() > 0) chart.A = factor;

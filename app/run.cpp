@@ -112,6 +112,8 @@ std::string unit_of(const Key& key) {
         return "true, false";
     case Quantity::text:
         return "text, " + std::to_string(key.width);
+    case Quantity::designation:
+        return "number, text";
     case Quantity::whole:
         return "whole number";
     case Quantity::choice:

@@ -27,7 +27,8 @@ enum class Quantity {
     whole,
     choice,
     flag,
-    text
+    text,
+    designation // a text, or a number that stands for one: class = 150, class = "PN16"
 };
 
 inline constexpr std::size_t FACTORS = 11;

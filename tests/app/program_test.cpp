@@ -15,7 +15,8 @@ using Program = ProgramTest;
 const std::string EXAMPLES = std::string(TARVANE_SOURCE_DIR) + "/examples/";
 
 TEST_F(Program, ExamplesAreFine) {
-    for (const char* name : {"weld_neck_nps12", "loose_ring", "en_13445_dn300", "material_files"}) {
+    for (const char* name :
+         {"weld_neck_nps12", "loose_ring", "en_13445_dn300", "material_files", "standard_flange"}) {
         const ProgramRun result = run("run " + EXAMPLES + name + ".toml");
         EXPECT_EQ(result.status, 0) << name << '\n' << result.err;
         EXPECT_EQ(result.err, "") << name;
