@@ -1,6 +1,7 @@
 /*
 ** A host in C: one flange, one shell, one element under external pressure. Prints the bits of every
 ** result, so that hosts in other languages can be held against it, and the reports.
+**   three_elements_c [DATA_FOLDER [FILE]]    the report of the last element goes into the file
 */
 #include "tarvane/tarvane.h"
 
@@ -11,6 +12,46 @@ static void show(const char* element, const char* name, float value) {
     uint32_t bits;
     memcpy(&bits, &value, sizeof bits);
     printf("%s %s %08X\n", element, name, (unsigned)bits);
+}
+
+/* ---- services ---- */
+
+static void TARVANE_CALL show_message(void* user, const char* text, const char* title) {
+    (void)user;
+    fprintf(stderr, "%s: %s\n", title, text);
+}
+
+static void TARVANE_CALL note_fatal(void* user, int32_t code) { *(int32_t*)user = code; }
+
+/* Without this service the engine ends the process; with it, it leaves its routine at once. */
+static void TARVANE_CALL come_back(void* user, int32_t status) {
+    (void)user;
+    (void)status;
+}
+
+static void provide_services(int32_t* fatal_code) {
+    TARVANE_HOST_SERVICES services = {0};
+    services.version = TARVANE_HOST_SERVICES_VERSION;
+    services.message_box = show_message;
+    services.report_fatal = note_fatal;
+    services.stop = come_back;
+    services.user = fatal_code;
+    SET_HOST_SERVICES(&services);
+}
+
+/* ---- the report ---- */
+
+/* A file behind the first free unit, 0 when it can't be opened. CLOSEUNIT ends it. */
+static int32_t report_to_file(const char* path) {
+    const int32_t on = 1;
+    int32_t unit, status;
+    GETNEXTUNIT(&unit);
+    OPENUNIT(&unit, path, (int32_t)strlen(path), &status);
+    if (status != 0) return 0;
+    SET_IWRITE(&on);
+    SET_IWRTFL(&on);
+    SET_IOUT(&unit);
+    return unit;
 }
 
 static void report_to_store(void) {
@@ -33,6 +74,8 @@ static void print_report(void) {
         printf("|%.*s\n", end - 4, record + 4);
     }
 }
+
+/* ---- the elements ---- */
 
 static void put(char* text, int offset, const char* slot) {
     memcpy(text + offset, slot, strlen(slot));
@@ -152,11 +195,12 @@ static void shell(void) {
 }
 
 /* A cylinder under vacuum by Code Case 2286. */
-static void external(void) {
+static void external(const char* report_file) {
     const float P = 15.0f, temp = 300.0f, D = 90.0f, t = 1.125f, c = 0.125f, k = 2.0f;
     const float length = 636.0f, S = 20000.0f, Fy = 33600.0f, zero = 0.0f;
     const int32_t cylinder = TARVANE_CYLINDER, on = 1, off = 0, carbon_steel = 1;
     char chart[12];
+    int32_t unit = 0;
     float maep, tca = t, slen, Do, A = 0.0f, B = 0.0f, Fha, fail_ca;
 
     memcpy(chart, "CS-2        ", sizeof chart);
@@ -164,7 +208,8 @@ static void external(void) {
     GETSETUP()[TARVANE_SETUP_PRINT_EXTERNAL - 1].real = 1.0f;
     GLOBALS_mp_G_NUSE_CASE2286 = 1;
     BEGIN_REPORT();
-    report_to_store();
+    if (report_file != NULL) unit = report_to_file(report_file);
+    if (unit == 0) report_to_store();
     SHLEXT(&P, &temp, chart, (int32_t)sizeof chart, &cylinder, &D, &t, &c, &k, &zero, &zero,
            &length, &maep, &tca, &slen, &Do, &A, &B, &on, &zero, &zero, &off, &S, &zero, &Fy,
            &carbon_steel, &Fha, &fail_ca, &off);
@@ -174,7 +219,10 @@ static void external(void) {
     show("external", "Do", Do);
     show("external", "Fha", Fha);
     show("external", "fail_ca", fail_ca);
-    print_report();
+    if (unit == 0)
+        print_report();
+    else
+        CLOSEUNIT(&unit);
 }
 
 /* Each element begins as at load, so that none depends on the one before it. */
@@ -186,12 +234,15 @@ static void fresh(void) {
 /* The data files lie beside the library, or in the folder that is given: on Windows the engine by itself
    looks for some of them in the suite's data folder only. */
 int main(int argc, char** argv) {
+    int32_t fatal_code = 0;
+    provide_services(&fatal_code);
     if (argc > 1) SET_SYSTEM_DIR(argv[1], (int32_t)strlen(argv[1]));
     fresh();
     flange();
     fresh();
     shell();
     fresh();
-    external();
-    return 0;
+    external(argc > 2 ? argv[2] : NULL);
+    SET_HOST_SERVICES(NULL);
+    return fatal_code != 0;
 }

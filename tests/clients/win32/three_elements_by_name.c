@@ -48,13 +48,17 @@ static void take_all(HMODULE library, int decorated) {
 
 /* The C host, with each name replaced by what was found under it. */
 #define BEGIN_REPORT by_name_BEGIN_REPORT
+#define CLOSEUNIT by_name_CLOSEUNIT
 #define COMPUTE_FAILURE_CA_DIV1 by_name_COMPUTE_FAILURE_CA_DIV1
 #define FLANGE_CALC by_name_FLANGE_CALC
 #define GETLINESCOMFLG by_name_GETLINESCOMFLG
+#define GETNEXTUNIT by_name_GETNEXTUNIT
 #define GETSETUP by_name_GETSETUP
 #define GLOBALS_mp_G_NUSE_CASE2286 (*by_name_GLOBALS_mp_G_NUSE_CASE2286)
 #define LINE_COUNT by_name_LINE_COUNT
+#define OPENUNIT by_name_OPENUNIT
 #define RESET_ENGINE by_name_RESET_ENGINE
+#define SET_HOST_SERVICES by_name_SET_HOST_SERVICES
 #define SET_IOUT by_name_SET_IOUT
 #define SET_IWRITE by_name_SET_IWRITE
 #define SET_IWRTFL by_name_SET_IWRTFL
