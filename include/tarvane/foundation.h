@@ -66,7 +66,10 @@ TARVANE_API void TARVANE_CALL FOUNDATION_RECORD_DEFAULTS(void);
 **   vertical        1 the vertical record, else the horizontal one
 **   exchanger       1: the vessel type of both records becomes an exchanger, until the next defaults
 **
-** Note: a message box tells when both are written; without the template nothing happens.
+** Notes:
+**   1) A message box tells when both are written. Without the template nothing happens; a template that
+**      can't be read to its end, or a name without room for an extension, leaves out what follows.
+**   2) Control characters in the records, NULs among them, become blanks.
 */
 TARVANE_API void TARVANE_CALL WRITE_FOUNDATION_FILES(const char* name, int32_t name_len,
                                                      const int32_t* vertical,

@@ -99,7 +99,8 @@ TARVANE_API void TARVANE_CALL WRITE_FRONT_PAGE(const char* title, int32_t title_
 TARVANE_API void TARVANE_CALL CLOSING_NOTE(void);
 
 /*
-** REPORT_DATE - date and time by the clock service of the host, else the local time.
+** REPORT_DATE - date and time by the clock service of the host, else by the machine's clock: local time
+** on Windows, universal time elsewhere, where local time depends on the environment.
 **
 ** Returned:
 **   date, date_len  11 characters: "Jan 15,2024", " Jan 5,2024"
@@ -155,7 +156,8 @@ TARVANE_API void TARVANE_CALL CHANGE_EXTENSION(char* name, int32_t name_len, cha
 **   unused
 **   clear   mode 1: 1 begins afresh
 **
-** Note: a failure of mode 1 goes through the message box and the stop service of the host.
+** Note: a failure of mode 1, a name without room for the extension among them, goes through the message
+** box and the stop service of the host.
 */
 TARVANE_API void TARVANE_CALL WORK_FILE(const int32_t* mode, const char* name, int32_t name_len,
                                         const int32_t* unused, const int32_t* clear);
