@@ -264,11 +264,11 @@ void end_dialog(void*) {}
 bool start_program(const char*, bool) { return false; }
 void show_last_error(void*) {}
 
-// Coordinated universal time: local time would need the environment.
 void clock(Int& year, Int& month, Int& day, Int& hour, Int& minute) {
     const std::time_t now = std::time(nullptr);
     struct tm parts;
-    if (gmtime_r(&now, &parts) == nullptr) parts = {};
+    tzset(); // localtime_r alone need not look at the time zone
+    if (localtime_r(&now, &parts) == nullptr) parts = {};
     year = parts.tm_year + 1900;
     month = parts.tm_mon + 1;
     day = parts.tm_mday;

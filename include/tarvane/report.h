@@ -99,8 +99,8 @@ TARVANE_API void TARVANE_CALL WRITE_FRONT_PAGE(const char* title, int32_t title_
 TARVANE_API void TARVANE_CALL CLOSING_NOTE(void);
 
 /*
-** REPORT_DATE - date and time by the clock service of the host, else by the machine's clock: local time
-** on Windows, universal time elsewhere, where local time depends on the environment.
+** REPORT_DATE - date and time by the clock service of the host, else the local time
+** of the machine.
 **
 ** Returned:
 **   date, date_len  11 characters: "Jan 15,2024", " Jan 5,2024"

@@ -2,6 +2,7 @@
 
 #include "host/install_paths.h"
 
+#include <cstdlib>
 #include <ctime>
 #include <vector>
 
@@ -135,9 +136,28 @@ TEST_F(ServicesTest, ThePlatformsClockShowsNow) {
     const std::time_t after = std::time(nullptr);
     parts.tm_year -= 1900;
     parts.tm_mon -= 1;
-    const std::time_t shown = timegm(&parts);
+    parts.tm_isdst = -1;
+    const std::time_t shown = std::mktime(&parts); // local time
     EXPECT_GE(shown, before - before % 60);
     EXPECT_LE(shown, after);
+}
+
+TEST_F(ServicesTest, ThePlatformsClockIsOfTheLocalTimeZone) {
+    const char* const zone = std::getenv("TZ");
+    const std::string kept = zone == nullptr ? "" : zone;
+    const auto minutes_of_day = [](const char* name) {
+        setenv("TZ", name, 1);
+        Int year, month, day, hour, minute;
+        HOST_CLOCK(year, month, day, hour, minute);
+        return 60 * hour + minute;
+    };
+    const Int ahead = minutes_of_day("EAST-5:30") - minutes_of_day("UTC0");
+    if (zone == nullptr)
+        unsetenv("TZ");
+    else
+        setenv("TZ", kept.c_str(), 1);
+    // A minute may pass between the two looks, and midnight lie between the zones.
+    EXPECT_LE(std::abs((ahead + 1440) % 1440 - 330), 1);
 }
 
 // ---- fatal stop --------------------------------------------------------------------------------
