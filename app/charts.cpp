@@ -167,6 +167,10 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     if (needs_yield(*name) && !(yield > 0.0f))
         return refuse("chart " + *name + " depends on the yield stress: give it by --yield");
 
+    const std::vector<float> rows = chart_temperatures(*name);
+    if (!rows.empty() && temperature > rows.back() + 0.01f)
+        return refuse("chart " + *name + " has no curve at " + shown_degrees(temperature, units) +
+                      "; its last one is at " + shown_degrees(rows.back(), units));
     const ChartCurve curve = read_curve(*name, temperature, yield);
     if (!(curve.E > 0.0f && curve.Amax > 0.0f))
         return refuse("the rows of chart " + *name + " cannot be read");

@@ -340,9 +340,14 @@ TEST_F(Chart, ShowsTheCurveAtATemperature) {
     EXPECT_EQ(result.out.find("pproximate"), std::string::npos);
 }
 
-TEST_F(Chart, IsHeldToItsLastTemperature) {
-    const ProgramRun result = tarvane("chart CS-2 -T 900 --units si");
-    EXPECT_NE(result.out.find("Temperature                 900.00 °C\n"), std::string::npos);
+TEST_F(Chart, HasNoCurveAboveItsLastTemperature) {
+    const ProgramRun above = tarvane("chart CS-2 -T 270 --units si");
+    EXPECT_EQ(above.status, 2);
+    EXPECT_EQ(above.out, "");
+    EXPECT_EQ(above.err, "tarvane: chart CS-2 has no curve at 270 °C; its last one is at 260 °C\n");
+    const ProgramRun result = tarvane("chart CS-2 -T 260 --units si");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_NE(result.out.find("Temperature                 260.00 °C\n"), std::string::npos);
     EXPECT_NE(result.out.find("Temperature of the chart    260.00 °C\n"), std::string::npos);
     EXPECT_NE(result.out.find("B, MPa\n"), std::string::npos);
 }
