@@ -3,6 +3,7 @@
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -66,6 +67,20 @@ std::vector<Section> read_sections(std::string_view file) {
         sections.push_back({std::move(name), {}});
     }
     return sections;
+}
+
+std::vector<int> modulus_tables() {
+    std::vector<int> references;
+    bool moduli = false;
+    for (const Section& section : read_sections("ElastAlp07.txt")) {
+        if (section.name != "Temp") moduli = section.name == "Emod"; // the axis stands within
+        if (!moduli) continue;
+        for (const std::string& row : section.lines) {
+            const int reference = std::atoi(row.c_str());
+            if (reference > 0) references.push_back(reference);
+        }
+    }
+    return references;
 }
 
 bool is_approximate(std::string_view file, std::string_view item) {

@@ -21,6 +21,9 @@ struct Section {
 // Up to "[END]"; none when the file cannot be read.
 std::vector<Section> read_sections(std::string_view file);
 
+// Reference numbers of the moduli of "ElastAlp07.txt".
+std::vector<int> modulus_tables();
+
 // What the data files hold as approximate: "modulus 5" of ElastAlp07.txt, say. Material records carry a
 // mark of their own.
 bool is_approximate(std::string_view file, std::string_view item);

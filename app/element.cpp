@@ -27,6 +27,13 @@ void Reading::use(const std::string& file, const std::string& item) {
     if (is_approximate(file, item)) approximate[file].insert(item);
 }
 
+std::string column_heading(const Element& element) {
+    constexpr std::size_t WIDTH = 15;
+    const std::string description = element.description();
+    if (!description.empty() || element.kind == nullptr) return description.substr(0, WIDTH);
+    return std::string(element.kind->table) + ' ' + std::to_string(element.number);
+}
+
 std::string name_of(const Element& element) {
     std::string name = std::string(element.kind->table) + ' ' + std::to_string(element.number);
     const std::string description = element.description();

@@ -71,13 +71,18 @@ class Reading {
     // The calculation uses an item of a data file: told at the end when it is approximate.
     void use(const std::string& file, const std::string& item);
     // A key that the file leaves out, but whose value comes from elsewhere: it isn't missing then.
-    void supply(std::string_view key) { keys[key] = {table_line, true}; }
+    void supply(std::string_view key) { keys[key] = {table_line, true, true}; }
+    bool supplied(std::string_view key) const {
+        const auto at = keys.find(key);
+        return at != keys.end() && at->second.supplied;
+    }
     void note(std::string_view key, int line, bool is_sound) { keys[key] = {line, is_sound}; }
 
   private:
     struct Place {
         int line;
         bool sound;
+        bool supplied = false;
     };
     int table_line;
     std::vector<Fault>& faults;
@@ -141,6 +146,9 @@ struct ElementKind {
 
 // All kinds, in the order of their closing tables.
 std::span<const ElementKind* const> element_kinds();
+
+// Heading of its column in the closing tables, Western: its description or "flange 2".
+std::string column_heading(const Element& element);
 
 // "flange 2 (cover)", UTF-8.
 std::string name_of(const Element& element);

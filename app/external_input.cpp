@@ -1,6 +1,7 @@
 #include "external_input.h"
 
 #include "charts.h"
+#include "data_folder.h"
 #include "external_results.h"
 #include "external_session.h"
 #include "input_file.h"
@@ -8,6 +9,7 @@
 #include "material_keys.h"
 #include "text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarvane::app {
@@ -161,15 +163,15 @@ void ExternalInput::take_material(Reading& reading) {
 // A chart that the file does not have would be another one in the engine.
 void ExternalInput::find_chart(Reading& reading) {
     if (chart().empty()) {
-        if (reading.sound("chart"))
+        if (reading.sound("chart") && !reading.supplied("chart"))
             reading.fault("chart", "the name of a chart is expected, not an empty text");
         return;
     }
     if (const auto name = chart_in_file(to_utf8(chart())))
         texts[static_cast<std::size_t>(ExternalText::chart)] = *name;
     else
-        reading.fault(reading.sound("chart") ? "chart" : "material",
-                      unknown_chart(to_utf8(chart())));
+        reading.fault_at(reading.supplied("chart") ? "material" : "chart", "chart",
+                         unknown_chart(to_utf8(chart())));
 }
 
 // Rows of the text tables that this element will use.
@@ -177,12 +179,22 @@ void ExternalInput::note_tables(Reading& reading) const {
     if (flat_cone()) return;
     reading.use(std::string(CHART_FILE), chart());
     if (by_stress() && chart().find("CS") != std::string::npos) {
+        // The engine would take the modulus of the chart, which is greater.
+        const int table = whole_setting(N::material_class);
+        const std::vector<int> tables = modulus_tables();
+        if (reading.sound("material_class") && !tables.empty() &&
+            std::find(tables.begin(), tables.end(), table) == tables.end()) {
+            reading.fault("material_class",
+                          "no modulus table " + std::to_string(table) + " in ElastAlp07.txt");
+        }
         reading.use("ElastAlp07.txt",
                     "modulus " + std::to_string(whole_setting(N::material_class)));
     }
 }
 
 void ExternalInput::complete(Reading& reading) {
+    const KeyChecks checks(external_keys(), settings, reading);
+    checks.above_zero({"S", "Sy"}); // those of the file, before a material fills them
     take_material(reading);
     find_chart(reading);
     note_tables(reading);
@@ -195,8 +207,7 @@ void ExternalInput::complete(Reading& reading) {
         equivalent_length = true;
         put_setting(N::length, cone_equivalent_length(*this));
     }
-    const KeyChecks checks(external_keys(), settings, reading);
-    checks.above_zero({"t", "D", "Do", "S", "Sy"});
+    checks.above_zero({"t", "D", "Do"});
     checks.at_least_zero({"P", "c", "Ut"});
     checks.either("D", "Do");
     check_wall(checks);

@@ -84,7 +84,7 @@ struct ExternalResult {
 using R = ExternalResult;
 
 // As much as a column of the table holds.
-std::string heading(const R& r) { return r.element->description().substr(0, 15); }
+std::string heading(const R& r) { return column_heading(*r.element); }
 
 // Factor A times 1e6, as the tables show few decimals.
 std::optional<float> micro_a(const R& r) {

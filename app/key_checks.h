@@ -26,7 +26,8 @@ class KeyChecks {
     }
     void above_zero(std::initializer_list<std::string_view> names) const {
         for (const std::string_view key : names) {
-            if (sound(key) && !(value(key) > 0.0f)) fault(key, "it must be above 0");
+            const bool of_file = sound(key) && !reading.supplied(key);
+            if (of_file && !(value(key) > 0.0f)) fault(key, "it must be above 0");
         }
     }
     void at_least_zero(std::initializer_list<std::string_view> names) const {

@@ -85,6 +85,16 @@ Verdict judge_mdmt(const MdmtInput& element, const MdmtOutcome& outcome, const U
         fails("the lowest metal temperature without impact test " + shown_degrees(*lowest, units) +
               " is above the required " + shown_degrees(element.setting(N::required), units));
     }
+    // The engine counts such a ratio as 1.
+    const float sr = element.setting(N::tg_sr), tr = element.setting(N::tr);
+    const float left =
+        (sr > 0.0f ? sr : element.setting(N::tg)) - element.setting(N::c) - element.setting(N::ce);
+    if (!element.has(N::pad) && (tr > left * 1.001f || element.setting(N::ratio) > 1.001f)) {
+        fails(tr > left ? "the required thickness " + shown(tr, Quantity::thickness, units) +
+                              " is above the thickness less corrosion allowances " +
+                              shown(left, Quantity::thickness, units)
+                        : "the ratio " + number_text(element.setting(N::ratio), 3) + " is above 1");
+    }
     if (outcome.estar_used < 0.0f && !element.has(N::pwht))
         fails("heat treatment is required at this temperature, UCS-68(b)");
     return verdict;
@@ -100,7 +110,7 @@ struct MdmtResult {
 using R = MdmtResult;
 
 // As much as a column of the table holds.
-std::string heading(const R& r) { return r.element->description().substr(0, 15); }
+std::string heading(const R& r) { return column_heading(*r.element); }
 
 } // namespace
 

@@ -11,7 +11,8 @@
 namespace tarvane::app {
 
 using LineStyle = std::int32_t[6];
-inline constexpr LineStyle PLAIN_LINE{}, NOTE_LINE{0, 0, 0, 1, 0, 0}, ERROR_LINE{0, 0, 0, 0, 1, 0};
+inline constexpr LineStyle PLAIN_LINE{}, NOTE_LINE{0, 0, 0, 1, 0, 0},
+    WARNING_LINE{0, 0, 1, 0, 0, 0}, ERROR_LINE{0, 0, 0, 0, 1, 0};
 
 void report_line(std::string_view text, const LineStyle& style = PLAIN_LINE);
 void report_heading(std::string_view text);

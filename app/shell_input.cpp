@@ -2,6 +2,7 @@
 
 #include "external_results.h"
 #include "input_file.h"
+#include "key_checks.h"
 #include "material_keys.h"
 #include "shell_results.h"
 #include "shell_session.h"
@@ -113,10 +114,10 @@ void ShellInput::take_material(Reading& reading) {
 
 namespace {
 
-// The checks of one element; a key that is missing or at fault otherwise is passed over.
-class Checks {
+class Checks : KeyChecks {
   public:
-    Checks(const ShellInput& element, Reading& into) : shell(element), reading(into) {}
+    Checks(const ShellInput& element, Reading& into)
+        : KeyChecks(shell_keys(), element.settings, into), shell(element) {}
 
     // Those of the file, before a material fills them.
     void stresses() { above_zero({"S", "Sa"}); }
@@ -125,8 +126,7 @@ class Checks {
         above_zero({"P", "t", "D", "Do", "E"});
         at_least_zero({"c", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch"});
         if (value("E") > 1.0f) fault("E", "a joint efficiency up to 1 is expected");
-        if (reading.given("D") && reading.given("Do"))
-            fault("Do", "either D or Do is expected, not both");
+        either("D", "Do");
         wall();
         code();
         switch (shell.shape()) {
@@ -145,33 +145,15 @@ class Checks {
 
   private:
     const ShellInput& shell;
-    Reading& reading;
-
-    float value(std::string_view key) const {
-        return shell.settings[static_cast<std::size_t>(shell_keys().find(key)->index)];
-    }
-    void fault(std::string_view key, std::string message) {
-        reading.fault(key, std::move(message));
-    }
-    void above_zero(std::initializer_list<std::string_view> keys) {
-        for (const std::string_view key : keys) {
-            if (reading.sound(key) && !(value(key) > 0.0f)) fault(key, "it must be above 0");
-        }
-    }
-    void at_least_zero(std::initializer_list<std::string_view> keys) {
-        for (const std::string_view key : keys) {
-            if (reading.sound(key) && !(value(key) >= 0.0f)) fault(key, "it must not be below 0");
-        }
-    }
 
     // A wall must be left when the allowances are taken off, and room inside it.
     void wall() {
         const float t = value("t");
-        if (!reading.sound("t") || !(t > 0.0f)) return;
+        if (!sound("t") || !(t > 0.0f)) return;
         if (!((t - value("c")) - value("Ut") > 0.0f))
             fault("t", "nothing is left of it behind the corrosion allowance and the tolerance");
         const bool round = shell.shape() != TARVANE_FLAT_HEAD;
-        if (round && reading.sound("Do") && value("Do") > 0.0f && !(value("Do") > 2.0f * t))
+        if (round && sound("Do") && value("Do") > 0.0f && !(value("Do") > 2.0f * t))
             fault("Do", "it must be above twice the thickness t");
     }
 
@@ -190,33 +172,33 @@ class Checks {
 
     void ellipse() {
         above_zero({"h"});
-        if (reading.given("k") && reading.given("h"))
-            fault("h", "either k or h is expected, not both");
+        either("k", "h");
         if (!(value("k") >= 1.0f))
-            fault(reading.given("h") ? "h" : "k", "an aspect ratio D/2h of at least 1 is expected");
+            fault(given("h") ? "h" : "k", "an aspect ratio D/2h of at least 1 is expected");
     }
 
     void torisphere() {
         above_zero({"L", "r"});
-        if (reading.sound("L") && reading.sound("r") && value("r") > value("L"))
+        if (sound("L") && sound("r") && value("r") > value("L"))
             fault("r", "the knuckle radius must not be above the crown radius L");
-        if (reading.sound("r") && reading.sound("D") && value("r") > value("D") / 2.0f)
+        if (sound("r") && sound("D") && value("r") > value("D") / 2.0f)
             fault("r", "the knuckle radius must not be above D/2");
+        if (sound("r") && sound("Do") && sound("t") && value("r") > value("Do") / 2.0f - value("t"))
+            fault("r", "the knuckle radius must not be above Do/2 - t");
     }
 
     void cone() {
-        if (reading.sound("alpha") && !(value("alpha") > 0.0f && value("alpha") < 90.0f))
+        if (sound("alpha") && !(value("alpha") > 0.0f && value("alpha") < 90.0f))
             fault("alpha", "an angle above 0 and below 90 degrees is expected");
         at_least_zero({"r", "tk"});
-        if (reading.given("tk") && reading.sound("tk") &&
-            !((value("tk") - value("c")) - value("Ut") > 0.0f)) {
+        if (given("tk") && sound("tk") && !((value("tk") - value("c")) - value("Ut") > 0.0f)) {
             fault("tk", "nothing is left of it behind the corrosion allowance and the tolerance");
         }
     }
 
     void flat() {
         above_zero({"C"});
-        if (!reading.sound("d1") || !reading.sound("d2") || !reading.sound("pitch")) return;
+        if (!sound("d1") || !sound("d2") || !sound("pitch")) return;
         if (value("d2") > 0.0f && !(value("pitch") > (value("d1") + value("d2")) / 2.0f))
             fault("pitch", "the openings overlap; it must be above the mean of d1 and d2");
     }
@@ -275,7 +257,7 @@ void ShellInput::make_external(Reading& reading) {
                                           {X::Dsmall, N::D_small},
                                           {X::cone_length, N::cone_length}};
     ExternalInput& e = external.emplace();
-    e.kind = &EXTERNAL_KIND;
+    e.kind = kind;
     e.line = line;
     e.number = number;
     for (const auto& [theirs, ours] : SHARED)

@@ -1,12 +1,12 @@
 #include "shell_report.h"
 
+#include "report_lines.h"
 #include "results.h"
 #include "shell_results.h"
 #include "tarvane/tarvane.h"
 #include "text.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 
 namespace tarvane::app {
@@ -16,61 +16,18 @@ using namespace as;
 
 namespace {
 
-using Style = std::int32_t[6];
-constexpr Style PLAIN_STYLE{}, NOTE_STYLE{0, 0, 0, 1, 0, 0}, WARNING_STYLE{0, 0, 1, 0, 0, 0},
-    ERROR_STYLE{0, 0, 0, 0, 1, 0};
-
-constexpr std::size_t SYMBOL_ENDS = 44, RULE_SYMBOL_ENDS = 27, VALUE_ENDS = 60, NAME_BEGINS = 42,
-                      DESCRIPTION_BEGINS = 49;
+constexpr std::size_t RULE_SYMBOL_ENDS = 27;
 
 std::int32_t length(std::string_view text) { return static_cast<std::int32_t>(text.size()); }
 
-std::string filled(std::string text, std::size_t width) {
-    if (text.size() < width) text.resize(width, ' ');
-    return text;
-}
-
-// ---- line forms ------------------------------------------------------------------------------------
-
-void line(std::string_view text, const Style& style = PLAIN_STYLE) {
-    WRITE_TEXT(text.data(), length(text), style);
-}
-
-void heading(std::string_view text) { WRITE_HEADING(text.data(), length(text)); }
-
-void column(std::string_view label, float value, int kind) {
-    const std::int32_t as = kind;
-    WRITE_COLUMN(label.data(), length(label), &value, &as, PLAIN_STYLE);
-}
-
-// The label of an input value, with its symbol up to column 44.
-std::string labelled(std::string_view text, std::string_view symbol) {
-    return filled(std::string(text), SYMBOL_ENDS - symbol.size()) + std::string(symbol);
-}
-
-void input(std::string_view text, std::string_view symbol, float value, int kind) {
-    column(labelled(text, symbol), value, kind);
-}
-
 // "Corroded Inside Radius    R = D / 2 + c", or the label of an input value.
 void rule_column(const RuleColumn& value) {
-    if (value.expression.empty()) return input(value.label, value.symbol, value.value, value.kind);
-    const std::string label =
-        filled(value.label, RULE_SYMBOL_ENDS - value.symbol.size()) + value.symbol;
-    column(label + " = " + value.expression, value.value, value.kind);
-}
-
-// A value as a text that ends where the column lines end.
-void text_value(std::string_view label, const std::string& value, std::string_view unit = {}) {
-    const std::size_t width = label.size() + value.size();
-    std::string out(label);
-    out += std::string(width < VALUE_ENDS ? VALUE_ENDS - width : 1, ' ') + value;
-    if (!unit.empty()) out += "  " + std::string(unit);
-    line(out);
-}
-
-void name_value(std::string_view label, std::string_view name) {
-    line(filled(std::string(label), NAME_BEGINS) + std::string(name));
+    if (value.expression.empty())
+        return report_input(value.label, value.symbol, value.value, value.kind);
+    std::string label = value.label;
+    if (label.size() + value.symbol.size() < RULE_SYMBOL_ENDS)
+        label.resize(RULE_SYMBOL_ENDS - value.symbol.size(), ' ');
+    report_column(label + value.symbol + " = " + value.expression, value.value, value.kind);
 }
 
 // ---- formulas --------------------------------------------------------------------------------------
@@ -88,9 +45,10 @@ class Writer {
         for (const RuleColumn& value : o.rules.columns)
             rule_column(value);
         if (stress_unit_differs) {
-            line("Note: in the formulas stresses and pressures both stand in the unit of the "
-                 "result.",
-                 NOTE_STYLE);
+            report_line(
+                "Note: in the formulas stresses and pressures both stand in the unit of the "
+                "result.",
+                NOTE_LINE);
         }
         write_all(o.rules.factors);
         thickness();
@@ -98,7 +56,7 @@ class Writer {
         write_last_as(o.rules.stress, o.stress);
         closing_values();
         warnings();
-        line("");
+        report_line("");
         CLOSING_NOTE();
     }
 
@@ -111,8 +69,8 @@ class Writer {
     float value(N number) const { return shell.setting(number); }
 
     void write_one(const Formula& f, float result) const {
-        heading(f.title);
-        line(" = " + f.text + (f.rule.empty() ? "" : " per " + f.rule));
+        report_heading(f.title);
+        report_line(" = " + f.text + (f.rule.empty() ? "" : " per " + f.rule));
         std::int32_t mode = 1; // a line that goes on keeps its margin
         for (const NumberLine& numbers : number_lines(f, stress_unit_differs)) {
             const std::vector<std::int32_t> kinds(numbers.kinds.begin(), numbers.kinds.end());
@@ -122,7 +80,7 @@ class Writer {
             mode = 4;
         }
         const std::int32_t kind = f.kind;
-        WRITE_VALUE(&result, &kind, "", 0, PLAIN_STYLE);
+        WRITE_VALUE(&result, &kind, "", 0, PLAIN_LINE);
     }
     void write_all(const std::vector<Formula>& formulas) const {
         for (const Formula& f : formulas)
@@ -168,33 +126,29 @@ std::string_view type_name(int shape) {
 }
 
 void Writer::input_values() const {
-    line("");
-    line(filled("Shell Input Data Values", DESCRIPTION_BEGINS) +
-         "Description: " + shell.description());
-    name_value("Description of Geometry (Type)", type_name(shell.shape()));
-    input("Design Pressure", "P", value(N::P), PRESSURE);
-    text_value("Design Temperature",
-               number_text(std::round(units.to_file(value(N::T), Quantity::temperature)), 0),
-               units.label(Quantity::temperature));
-    input("Corrosion Allowance", "c", value(N::c), THICKNESS);
-    if (value(N::Ut) != 0.0f) input("Mill Under-Tolerance", "Ut", value(N::Ut), THICKNESS);
-    input("Joint Efficiency", "E", value(N::E), FACTOR);
-    if (!shell.material().empty()) text_value("Material", shell.material());
-    input("Allowable Stress At Temperature", "S", value(N::S), STRESS);
-    input("Allowable Stress At Ambient", "Sa", value(N::Sa), STRESS);
+    report_opening("Shell Input Data Values", shell.description());
+    report_name("Description of Geometry (Type)", type_name(shell.shape()));
+    report_input("Design Pressure", "P", value(N::P), PRESSURE);
+    report_temperature("Design Temperature", value(N::T), units);
+    report_input("Corrosion Allowance", "c", value(N::c), THICKNESS);
+    if (value(N::Ut) != 0.0f) report_input("Mill Under-Tolerance", "Ut", value(N::Ut), THICKNESS);
+    report_input("Joint Efficiency", "E", value(N::E), FACTOR);
+    if (!shell.material().empty()) report_value("Material", shell.material());
+    report_input("Allowable Stress At Temperature", "S", value(N::S), STRESS);
+    report_input("Allowable Stress At Ambient", "Sa", value(N::Sa), STRESS);
     if (value(N::Sy) > 0.0f) {
-        input("Yield Stress At Temperature", "Sy", value(N::Sy), STRESS);
-        input("Yield Stress At Ambient", "Syc", value(N::Sy_cold), STRESS);
+        report_input("Yield Stress At Temperature", "Sy", value(N::Sy), STRESS);
+        report_input("Yield Stress At Ambient", "Syc", value(N::Sy_cold), STRESS);
     }
     std::string_view diameter = shell.outside() ? "Outside Diameter" : "Inside Diameter";
     if (shell.shape() == TARVANE_FLAT_HEAD && value(N::D2) != 0.0f) diameter = "First Span";
-    input(diameter, shell.outside() ? "Do" : "D", shell.diameter(), LENGTH);
-    input("Nominal Thickness", "t", value(N::t), THICKNESS);
+    report_input(diameter, shell.outside() ? "Do" : "D", shell.diameter(), LENGTH);
+    report_input("Nominal Thickness", "t", value(N::t), THICKNESS);
     dimensions();
-    if (value(N::service) == 1.0f) text_value("Service", "Air, Steam and Water");
-    if (value(N::service) == 2.0f) text_value("Service", "Unfired Steam Boiler");
-    line(o.rules.older_division_2 ? "ASME Code, Section VIII Division 2, before 2007"
-                                  : "ASME Code, Section VIII Division 1");
+    if (value(N::service) == 1.0f) report_value("Service", "Air, Steam and Water");
+    if (value(N::service) == 2.0f) report_value("Service", "Unfired Steam Boiler");
+    report_line(o.rules.older_division_2 ? "ASME Code, Section VIII Division 2, before 2007"
+                                         : "ASME Code, Section VIII Division 1");
 }
 
 void Writer::dimensions() const {
@@ -213,30 +167,30 @@ void Writer::dimensions() const {
 
 void Writer::head_dimensions() const {
     if (shell.shape() == TARVANE_ELLIPTICAL_HEAD) {
-        input("Aspect Ratio D/2h", "k", value(N::k), FACTOR);
+        report_input("Aspect Ratio D/2h", "k", value(N::k), FACTOR);
         return;
     }
-    input("Inside Crown Radius", "L", value(N::L), LENGTH);
-    input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
+    report_input("Inside Crown Radius", "L", value(N::L), LENGTH);
+    report_input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
 }
 
 void Writer::cone_dimensions() const {
-    text_value(labelled("Half Apex Angle", "alpha"), number_text(value(N::alpha), 4), "degrees");
+    report_input_value("Half Apex Angle", "alpha", number_text(value(N::alpha), 4), "degrees");
     if (!shell.knuckle()) return;
-    input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
-    input("Knuckle Thickness", "tk", value(N::tk), THICKNESS);
+    report_input("Inside Knuckle Radius", "r", value(N::r), LENGTH);
+    report_input("Knuckle Thickness", "tk", value(N::tk), THICKNESS);
 }
 
 void Writer::flat_dimensions() const {
-    if (value(N::D2) != 0.0f) input("Second Span", "D2", value(N::D2), LENGTH);
-    input("Attachment Factor", "C", value(N::C), FACTOR);
+    if (value(N::D2) != 0.0f) report_input("Second Span", "D2", value(N::D2), LENGTH);
+    report_input("Attachment Factor", "C", value(N::C), FACTOR);
     if (!shell.has(N::openings)) return;
-    input("Diameter of First Opening", "d1", value(N::d1), LENGTH);
-    input("Distance of First Opening to Edge", "e1", value(N::edge1), LENGTH);
+    report_input("Diameter of First Opening", "d1", value(N::d1), LENGTH);
+    report_input("Distance of First Opening to Edge", "e1", value(N::edge1), LENGTH);
     if (!(value(N::d2) > 0.0f)) return;
-    input("Diameter of Second Opening", "d2", value(N::d2), LENGTH);
-    input("Distance of Second Opening to Edge", "e2", value(N::edge2), LENGTH);
-    input("Spacing of Openings", "p", value(N::pitch), LENGTH);
+    report_input("Diameter of Second Opening", "d2", value(N::d2), LENGTH);
+    report_input("Distance of Second Opening to Edge", "e2", value(N::edge2), LENGTH);
+    report_input("Spacing of Openings", "p", value(N::pitch), LENGTH);
 }
 
 // ---- thickness -------------------------------------------------------------------------------------
@@ -314,7 +268,7 @@ void Writer::limited(std::vector<Formula> formulas, std::string_view symbol, flo
     std::int32_t cls = TARVANE_HEAD_NOT_RUN;
     const float Pa = head_pressure(mode, cls);
     if (cls == TARVANE_HEAD_FAILED) {
-        line("Warning: Appendix 1-4(f) has no solution for this geometry.", ERROR_STYLE);
+        report_line("Warning: Appendix 1-4(f) has no solution for this geometry.", ERROR_LINE);
         return;
     }
     const float ordinary = formulas.back().value;
@@ -346,13 +300,13 @@ void Writer::pressures() const {
 
 void Writer::closing_values() const {
     if (!o.rules.older_division_2) {
-        line("");
-        column("Corrosion Allowance at Failure", o.fail_ca, THICKNESS);
+        report_line("");
+        report_column("Corrosion Allowance at Failure", o.fail_ca, THICKNESS);
         if (shell.knuckle() && o.fail_ca_knuckle >= 0.0f)
-            column("Corrosion Allowance at Failure, Knuckle", o.fail_ca_knuckle, THICKNESS);
+            report_column("Corrosion Allowance at Failure, Knuckle", o.fail_ca_knuckle, THICKNESS);
         if (shell.shape() == TARVANE_FLAT_HEAD && value(N::D2) != 0.0f)
-            line("Note: the corrosion allowance at failure takes the head as circular.",
-                 NOTE_STYLE);
+            report_line("Note: the corrosion allowance at failure takes the head as circular.",
+                        NOTE_LINE);
     }
     const bool head = shell.shape() >= TARVANE_ELLIPTICAL_HEAD && shell.shape() <= TARVANE_SPHERE;
     if (head && value(N::straight) > 0.0f) {
@@ -362,24 +316,27 @@ void Writer::closing_values() const {
                     feet = value(N::straight) / 12.0f;
         float area = 0.0f, D_max = 0.0f;
         HEAD_SURFACE_AREA(&D, &t, &t, &L, nullptr, &r, &feet, &k, &type, &area, &D_max);
-        column("Outside Surface of Head with Straight Flange", area, TARVANE_AS_AREA);
+        report_column("Outside Surface of Head with Straight Flange", area, TARVANE_AS_AREA);
     }
     if (o.strain > 0.0f) {
-        text_value("Forming Strain, Extreme Fiber Elongation per UCS-79 or UHA-44",
-                   number_text(o.strain, 3), "%");
+        report_value("Forming Strain, Extreme Fiber Elongation per UCS-79 or UHA-44",
+                     number_text(o.strain, 3), "%");
     }
 }
 
 void Writer::warnings() const {
-    if (is_short_of_thickness(shell, o)) line(THICKNESS_WARNING, ERROR_STYLE);
-    if (is_short_of_pressure(shell, o)) line(PRESSURE_WARNING, ERROR_STYLE);
+    if (is_short_of_thickness(shell, o)) report_line(THICKNESS_WARNING, ERROR_LINE);
+    if (is_short_of_pressure(shell, o)) report_line(PRESSURE_WARNING, ERROR_LINE);
+    for (const std::string_view warning : form_warnings(shell))
+        report_line("Warning: " + std::string(warning), WARNING_LINE);
     if (o.thin && !o.limits_14f)
-        line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.",
-             WARNING_STYLE);
+        report_line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.",
+                    WARNING_LINE);
     if (o.status_14f == TARVANE_HEAD_VERY_THIN) {
-        line("Warning: Head is thinner than 0.0005 L, outside the rules of Appendix 1-4(f), see "
-             "U-2(g).",
-             WARNING_STYLE);
+        report_line(
+            "Warning: Head is thinner than 0.0005 L, outside the rules of Appendix 1-4(f), see "
+            "U-2(g).",
+            WARNING_LINE);
     }
 }
 

@@ -27,6 +27,36 @@ bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome) 
     return !(outcome.mawp >= shell.setting(N::P) * WITHIN);
 }
 
+std::vector<std::string_view> form_warnings(const ShellInput& shell) {
+    constexpr float LEAST_KNUCKLE = 0.06f * WITHIN; // of the outside diameter of the skirt
+    constexpr float MOST_ANGLE = 30.0f;             // half apex angle without a knuckle, degrees
+    std::vector<std::string_view> warnings;
+    if (shell.whole_setting(N::code) != TARVANE_ASME_VIII_1) return warnings;
+    const float t = shell.setting(N::t), r = shell.setting(N::r), D = shell.diameter();
+    const float Do = shell.outside() ? D : D + 2.0f * t;
+    if (shell.shape() == TARVANE_TORISPHERICAL_HEAD) {
+        if (shell.setting(N::L) > Do * BEYOND)
+            warnings.push_back("The crown radius L is above the outside diameter, UG-32 (j).");
+        if (r < LEAST_KNUCKLE * Do)
+            warnings.push_back("The knuckle radius r is below 6 % of the outside diameter, "
+                               "UG-32 (j).");
+        if (r < 3.0f * t * WITHIN)
+            warnings.push_back("The knuckle radius r is below three times the thickness, "
+                               "UG-32 (j).");
+    } else if (shell.shape() == TARVANE_CONE && shell.knuckle()) {
+        if (r < LEAST_KNUCKLE * Do)
+            warnings.push_back("The knuckle radius r is below 6 % of the outside diameter, "
+                               "UG-32 (h).");
+        if (r < 3.0f * shell.setting(N::tk) * WITHIN)
+            warnings.push_back("The knuckle radius r is below three times its thickness, "
+                               "UG-32 (h).");
+    } else if (shell.shape() == TARVANE_CONE && shell.setting(N::alpha) > MOST_ANGLE * BEYOND) {
+        warnings.push_back("Half apex angle above 30 degrees without a knuckle, see UG-32 (g) and "
+                           "App. 1-5 (g).");
+    }
+    return warnings;
+}
+
 Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units) {
     Verdict verdict;
     if (outcome.stopped) {
@@ -50,9 +80,12 @@ Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const 
     }
     if (outcome.status_14f == TARVANE_HEAD_FAILED)
         fails("Appendix 1-4(f) has no solution for this geometry");
+    for (const std::string_view warning : form_warnings(shell))
+        verdict.say(Status::fine, std::string(warning));
     if (outcome.thin && !outcome.limits_14f) {
-        verdict.say(Status::fine, "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
-                                  "needs Sy and the elastic modulus of material_class");
+        verdict.say(shell.has(N::skip_1_4f) ? Status::fine : Status::fails,
+                    "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
+                    "needs Sy and the elastic modulus of material_class");
     }
     for (const ReportLine& line : report_lines(outcome.report)) {
         if (line.marks[4] == 1 && line.text.find("UG-39") != std::string_view::npos)
@@ -68,7 +101,7 @@ struct ShellResult {
     const ShellOutcome* outcome;
 };
 
-std::string heading(const ShellResult& r) { return r.shell->description(); }
+std::string heading(const ShellResult& r) { return column_heading(*r.shell); }
 
 std::optional<float> number(float value) {
     if (!std::isfinite(value)) return std::nullopt;

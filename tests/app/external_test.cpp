@@ -66,6 +66,8 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
          "f:10: chart: no chart \"CS-22\" in ExtChartData.txt; the nearest is CS-2"},
         {with_lines("chart", "chart = \"\""),
          "f:10: chart: the name of a chart is expected, not an empty text"},
+        {with_lines("method", "method = \"stress\"\nSy = 38000\nmaterial_class = 77"),
+         "f:13: material_class: no modulus table 77 in ElastAlp07.txt"},
         {with_lines("edition", "edition = \"older\""),
          "f:11: edition: \"older\" is an edition of code VIII-2 only"},
         {with_lines("code", "code = \"VIII-2\"\nmethod = \"chart\""),
@@ -74,6 +76,26 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
     };
     for (const Case& c : cases)
         EXPECT_EQ(only_fault(c.toml), c.fault);
+}
+
+// The built files have stainless materials without their charts, which the engine would read as CS-2.
+TEST(ExternalInputFile, MaterialWithoutItsChart) {
+    set_data_folder(TARVANE_BUILT_DATA_DIR);
+    const std::string missing = " chart: no chart \"HA-1\" in ExtChartData.txt; the nearest is ";
+    const std::string named = "material = \"SA-240 304\"\nmaterial_reference = 101\n";
+    const std::vector<std::string> faults =
+        fault_lines(with("chart", "", with("S", "", CYLINDER_TOML)) + named);
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_EQ(faults[0].find("f:9:" + missing), 0u) << faults[0];
+    const std::vector<std::string> shell =
+        fault_lines("[[shell]]\nkind = \"cylinder\"\nP = 100\nT = 300\nD = 60\nt = 0.5\n" + named +
+                    "P_external = 15\nlength = 120\n");
+    ASSERT_EQ(shell.size(), 1u);
+    EXPECT_EQ(shell[0].find("f:7:" + missing), 0u) << shell[0];
+    // One fault for a name that the files don't have.
+    EXPECT_EQ(
+        fault_lines(with("chart", "", with("S", "", CYLINDER_TOML)) + "material = \"ZZ\"\n").size(),
+        1u);
 }
 
 TEST(ExternalInputFile, WhatIsRequiredFollowsKindAndMethod) {

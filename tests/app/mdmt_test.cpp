@@ -153,6 +153,18 @@ TEST(MdmtVerdict, RequiredTemperature) {
               Status::fails);
 }
 
+TEST(MdmtVerdict, RequiredThicknessAboveTheGiven) {
+    const std::string keys = "curve = \"B\"\ntg = 1\nc = 0.125\n";
+    EXPECT_EQ(calculate(keys + "tr = 0.875\n").verdict().status, Status::fine);
+    const Verdict above = calculate(keys + "tr = 0.9\n").verdict();
+    EXPECT_EQ(above.status, Status::fails);
+    ASSERT_EQ(above.reasons.size(), 1u);
+    EXPECT_EQ(above.reasons[0], "the required thickness 0.9000 in. is above the thickness less "
+                                "corrosion allowances 0.8750 in.");
+    EXPECT_EQ(calculate(keys + "ratio = 1.5\n").verdict().reasons,
+              std::vector<std::string>{"the ratio 1.500 is above 1"});
+}
+
 TEST(MdmtVerdict, TooThickForTheCurves) {
     EXPECT_EQ(only_reason(calculate("curve = \"B\"\ntg = 4.01\nMDMT = 100\n")),
               "no metal temperature was found: the governing thickness 4.0100 in. asks for impact "

@@ -331,6 +331,8 @@ TEST(ShellInputs, TellWhatIsWrong) {
     EXPECT_EQ(fault_lines(with("alpha", "alpha = 90", CONE)), one("f:9: " + angle));
     EXPECT_EQ(fault_lines(with("alpha", "alpha = 0", CONE)), one("f:9: " + angle));
     EXPECT_EQ(fault_lines(with("r", "r = 60", TORISPHERE)).size(), 2u);
+    EXPECT_EQ(fault_lines(with("D", "Do = 49.5", with("r", "r = 24.1", TORISPHERE))),
+              one("f:10: r: the knuckle radius must not be above Do/2 - t"));
     EXPECT_EQ(fault_lines(FLAT + "d1 = 2\nedge1 = 1\nd2 = 1\nedge2 = 1\npitch = 1.5\n"),
               one("f:16: pitch: the openings overlap; it must be above the mean of d1 and d2"));
     EXPECT_EQ(fault_lines(ELLIPSE + "k = 0.9\n"),
@@ -414,6 +416,40 @@ TEST(ShellVerdict, ComparesThicknessAndPressure) {
     o.mawp = o.t_required = std::nanf("");
     EXPECT_EQ(reasons().size(), 2u);
     EXPECT_EQ(reasons()[0], "no thickness holds the design pressure");
+}
+
+TEST(ShellVerdict, TellsLimitsOfTheForm) {
+    const auto warnings = [](const std::string& toml) { return form_warnings(shell_of(toml)); };
+    const auto is = [](const std::vector<std::string_view>& found, std::string_view part) {
+        return found.size() == 1 && found[0].find(part) != std::string_view::npos;
+    };
+    EXPECT_TRUE(warnings(TORISPHERE).empty()); // Do = 49.5, 6 % of it 2.97
+    EXPECT_TRUE(is(warnings(with("L", "L = 50", TORISPHERE)), "crown radius"));
+    EXPECT_TRUE(is(warnings(with("r", "r = 2.9", TORISPHERE)), "6 %"));
+    EXPECT_TRUE(is(warnings(with("t", "t = 1.01", TORISPHERE)), "three times"));
+    EXPECT_TRUE(warnings(CONE).empty()); // 30 degrees
+    EXPECT_TRUE(is(warnings(with("alpha", "alpha = 31", CONE)), "Half apex angle"));
+    const std::string knuckle = with("alpha", "alpha = 45", CONE) + "tk = 0.75\n";
+    EXPECT_TRUE(warnings(knuckle + "r = 3\n").empty());
+    EXPECT_TRUE(is(warnings(knuckle + "r = 2.9\n"), "6 %"));
+    const Verdict verdict =
+        judge_shell(shell_of(with("L", "L = 50", TORISPHERE)),
+                    results_of(shell_of(with("L", "L = 50", TORISPHERE))), us_units());
+    EXPECT_EQ(verdict.status, Status::fine);
+    EXPECT_EQ(verdict.reasons.size(), 1u);
+}
+
+// UG-32 sends a head of less than 0.002 L to Appendix 1-4(f).
+TEST(ShellVerdict, FailsAThinHeadThatAppendix14fDidNotSee) {
+    const std::string thin = "[[shell]]\nP = 10\nT = 200\nS = 20000\nSa = 20000\nt = 0.18\n"
+                             "kind = \"torispherical\"\nD = 100\nL = 100\nr = 7\n";
+    const auto status = [](const std::string& toml) {
+        const ShellInput shell = shell_of(toml);
+        return judge_shell(shell, results_of(shell), us_units()).status;
+    };
+    EXPECT_EQ(status(thin), Status::fails);
+    EXPECT_EQ(status(thin + "Sy = 36000\n"), Status::fine);
+    EXPECT_EQ(status(thin + "skip_1_4f = true\n"), Status::fine);
 }
 
 using ShellProgram = ProgramTest;
