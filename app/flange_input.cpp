@@ -204,7 +204,27 @@ void FlangeInput::note_tables(Reading& reading) const {
 
 // ---- checks -----------------------------------------------------------------------------------------
 
+// Values that the engine would take as they are, or read as something else: a thickness that is not above
+// 0 counts as 2 inches.
+void FlangeInput::check_values(Reading& reading) const {
+    const auto value = [&](std::string_view name) {
+        const Key& key = *flange_keys().find(name);
+        const auto index = static_cast<std::size_t>(key.index);
+        return key.place == Place::record ? record[index] : settings[index];
+    };
+    for (const std::string_view key : {"t", "E"}) {
+        if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
+    }
+    for (const std::string_view key : {"ci", "ce", "tg", "y"}) {
+        if (reading.sound(key) && !(value(key) >= 0.0f))
+            reading.fault(key, "it must not be below 0");
+    }
+    if (reading.sound("E") && value("E") > 1.0f)
+        reading.fault("E", "a joint efficiency up to 1 is expected");
+}
+
 void FlangeInput::complete(Reading& reading) {
+    check_values(reading);
     take_standard(reading);
     take_material(reading);
     take_bolt_material(reading);

@@ -36,6 +36,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
 
   private:
+    void check_values(Reading& reading) const;
     void take_standard(Reading& reading);
     MaterialSelection material_selection() const;
     void take_material(Reading& reading);

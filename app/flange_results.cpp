@@ -24,6 +24,7 @@ struct ReportFindings {
     bool refused = false; // the input check counted fatal errors
     bool overstress = false;
     bool bolt_area = false;
+    bool no_modulus = false; // carbon steel stands in, or none
     std::vector<std::string> openings;
     std::optional<float> rigidity_required, rigidity_given; // largest index of each block
     bool deflection = false;
@@ -48,6 +49,10 @@ ReportFindings findings(const std::string& report) {
         if (text.starts_with("Number of fatal errors: ")) f.refused = true;
         if (text == "Warning: Actual Flange Stress Exceeds Allowable!") f.overstress = true;
         if (text.starts_with("Flange Bolt Area Problem Encountered for")) f.bolt_area = true;
+        if (text.starts_with(
+                "Warning: Invalid reference # encountered while looking up the Young") ||
+            text.starts_with("Warning: An Error occurred determining the Elastic Modulus"))
+            f.no_modulus = true;
         if (line.marks[4] == 1) {
             if (text.find("UG-39") != std::string_view::npos) f.openings.push_back(to_utf8(text));
             if (text.starts_with("Actual deflection at center")) f.deflection = true;
@@ -59,6 +64,24 @@ ReportFindings findings(const std::string& report) {
         if (rigidity != nullptr) take_rigidity(text, *rigidity);
     }
     return f;
+}
+
+// The engine takes any bolt circle. Appendix 2 and its like are for a gasket within it, on a flange that
+// reaches beyond it.
+void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Verdict& verdict) {
+    const auto at = [&](int element) { return flange.record[static_cast<std::size_t>(element)]; };
+    const bool circular = !(at(TARVANE_D) > 0.0f || at(TARVANE_d) > 0.0f);
+    if (flange.analysis() == TARVANE_DESIGN || !circular) return;
+    const float C = at(TARVANE_C), A = at(TARVANE_A);
+    if (!(C > 0.0f)) return;
+    const auto bolts = [&](const char* where) {
+        verdict.say(Status::fails,
+                    "the bolt circle " + shown(C, Quantity::diameter, units) + ' ' + where);
+    };
+    if (C >= A)
+        bolts("is not below the outside diameter of the flange");
+    else if (C <= (at(TARVANE_Go) + at(TARVANE_Gi)) / 2.0f)
+        bolts("lies within the gasket");
 }
 
 } // namespace
@@ -106,6 +129,12 @@ Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
         flange.analysis() == TARVANE_ANALYSE ? f.rigidity_given : f.rigidity_required;
     if (index && *index > 1.0f)
         fails("the rigidity index " + number_text(*index, 3) + " is above 1");
+    if (f.no_modulus) {
+        fails("there is no elastic modulus of table " +
+              number_text(flange.record[TARVANE_MATERIAL_CLASS], 0) + " at " +
+              shown_degrees(flange.record[TARVANE_T_DESIGN], units));
+    }
+    check_bolt_circle(flange, units, verdict);
     if (f.deflection) fails("the deflection of the cover is above the allowed one");
     for (const std::string& opening : f.openings)
         fails(opening);
@@ -143,7 +172,7 @@ std::optional<float> thickness(float value) {
     return value;
 }
 
-std::string heading(const FlangeResult& r) { return r.flange->description(); }
+std::string heading(const FlangeResult& r) { return column_heading(*r.flange); }
 
 } // namespace
 

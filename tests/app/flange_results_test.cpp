@@ -88,6 +88,32 @@ TEST_F(JudgeTest, SearchWithoutAThickness) {
     EXPECT_EQ(status(), Status::fine);
 }
 
+TEST_F(JudgeTest, BoltCircleBetweenGasketAndRim) {
+    flange.record[TARVANE_A] = 19.0f;
+    flange.record[TARVANE_Go] = 15.0f;
+    flange.record[TARVANE_Gi] = 14.0f;
+    flange.record[TARVANE_C] = 17.0f;
+    EXPECT_EQ(status(), Status::fine);
+    flange.record[TARVANE_C] = 19.0f;
+    EXPECT_EQ(reason(),
+              "the bolt circle 19.000 in. is not below the outside diameter of the flange");
+    flange.record[TARVANE_C] = 14.5f;
+    EXPECT_EQ(reason(), "the bolt circle 14.500 in. lies within the gasket");
+    flange.record[TARVANE_D] = 20.0f; // a non-circular cover has its own diameters
+    EXPECT_EQ(status(), Status::fine);
+    flange.record[TARVANE_D] = 0.0f;
+    flange.record[TARVANE_KIND] = TARVANE_DESIGN; // selects the bolt circle itself
+    outcome.t_req = 1.0f;
+    EXPECT_EQ(status(), Status::fine);
+}
+
+TEST_F(JudgeTest, ModulusOfAnotherMaterial) {
+    flange.record[TARVANE_MATERIAL_CLASS] = 77.0f;
+    flange.record[TARVANE_T_DESIGN] = 300.0f;
+    report("Warning: Invalid reference # encountered while looking up the Young's Modulus!");
+    EXPECT_EQ(reason(), "there is no elastic modulus of table 77 at 300 °F");
+}
+
 TEST_F(JudgeTest, OpeningsOfACover) {
     report("UG-39(e)(4) Ligament 0.60 should be >= Min. dia./4, 0.75 in.", " 0 0 0 0 1 0");
     report("UG-39(e)(2) Spacing 6.00 is < 2*Avg. dia. 7.00 in."); // what holds, no violation

@@ -109,6 +109,21 @@ TEST_F(Program, FaultsAreBadInputAndNothingIsWritten) {
     EXPECT_FALSE(std::filesystem::exists(path("report")));
 }
 
+// The engine would take a thickness of 2 inches, divide by such an efficiency, add to the wall.
+TEST_F(Program, ValuesThatTheEngineTakesOtherwiseAreFaults) {
+    struct Case {
+        const char *key, *line, *fault;
+    };
+    const Case cases[] = {{"t", "t = -1", "f:8: t: it must be above 0"},
+                          {"t", "t = 0", "f:8: t: it must be above 0"},
+                          {"E", "E = 2", "f:27: E: a joint efficiency up to 1 is expected"},
+                          {"E", "E = 0", "f:27: E: it must be above 0"},
+                          {"ci", "ci = -0.1", "f:27: ci: it must not be below 0"},
+                          {"ce", "ce = -0.1", "f:27: ce: it must not be below 0"}};
+    for (const Case& c : cases)
+        EXPECT_EQ(fault_lines(with(c.key, c.line)), std::vector<std::string>{c.fault});
+}
+
 TEST_F(Program, RefusedInputIsBadInput) {
     const std::string file = write("refused.toml", with("A", "A = 11"));
     const ProgramRun result = run("run " + file);
