@@ -20,7 +20,7 @@ Real FACTOR_A_FORMULA(Real dt, Real ld) {
         const Real x = 1.0f / dt;
         if (ld > 0.001f && dt > 1e-05f) {
             A1 = 1.3f * std::sqrt(x) * x / (ld - 0.45f * std::sqrt(x));
-            A2 = 1.3f * std::sqrt(x) * x / std::pow(ld, 1.05f);
+            A2 = 1.3f * std::sqrt(x) * x / pow(ld, 1.05f);
         }
         A3 = 1.1f * square(x);
     }
@@ -60,7 +60,7 @@ void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld,
 Real FACTOR_B(Real A, const CHART_CURVE& curve) {
     if (!(A > curve.Aelastic)) return A * curve.E * 1.0E+6f * 0.5f;
     if (A > curve.Amax) return curve.Bmax;
-    const Real x = std::log10(A);
+    const Real x = log10(A);
     return min(curve.c0 + curve.c1 * x + curve.c2 * square(x), curve.Bmax);
 }
 

@@ -15,7 +15,7 @@ Real FS_SILENT(Real F, Real Fic, Real Fy, Real& Fic_used) {
 }
 
 // Reduction of a column by its slenderness.
-Real slenderness_reduction(Real Lambda) { return std::pow(1.0f - 0.74f * (Lambda - 0.15f), 0.3f); }
+Real slenderness_reduction(Real Lambda) { return pow(1.0f - 0.74f * (Lambda - 0.15f), 0.3f); }
 
 } // namespace
 
@@ -31,7 +31,7 @@ void CC2286_AXIAL(Real Do, Real L, Real t, Real Ey, Real Fy, Real Ku, Real Lu, R
     if (Mx <= 1.5f)
         Ca = 2.64f;
     else if (Mx < 15.0f)
-        Ca = 3.13f / std::pow(Mx, 0.42f);
+        Ca = 3.13f / pow(Mx, 0.42f);
     const Real Cc = Dot < 1247.0f ? min(409.0f * Ca / (Dot + 389.0f), 0.9f) : 0.25f * Ca;
 
     // The stress that the factor of safety goes by is the one that is divided.
@@ -84,7 +84,7 @@ void CC2286_SHEAR(Real Do, Real L, Real t, Real Ey, Real Fy, Real& Fva, Real& Cv
         Cv = 1.492f / std::sqrt(Mx);
     if (Mx >= 4.347f * Dot) Cv = 0.716f * std::sqrt(1.0f / Dot); // whatever Mx is
 
-    const Real AlphaV = Dot <= 500.0f ? 0.8f : 1.389f - 0.218f * std::log10(Dot);
+    const Real AlphaV = Dot <= 500.0f ? 0.8f : 1.389f - 0.218f * log10(Dot);
     const Real Fve = AlphaV * Cv * Ey / Dot;
     const Real r = Fve / Fy;
     Real Eta = 0.6f / r;

@@ -60,7 +60,7 @@ WALL MEASURE_WALL(SHLEXT_CALL& s) {
     WALL w{.te = s.t, .ce = s.c, .ue = s.Ut};
     if (s.Element == CONE) {
         const Real alpha = s.Alpha * PI / 180.0f;
-        w.cosA = std::cos(alpha);
+        w.cosA = cos(alpha);
         s.Do = s.D + 2.0f * (s.t - s.Ut) / w.cosA;
         w.Ds = s.Dsmall + 2.0f * (s.t - s.Ut) / w.cosA;
         w.te = s.t * w.cosA;

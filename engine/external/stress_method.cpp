@@ -88,7 +88,7 @@ namespace {
 
 Real CYLINDER_CH(Real Mx, Real Do, Real t) {
     const Real Dot = Do / t;
-    const Real x = std::pow(Dot, 0.94f);
+    const Real x = pow(Dot, 0.94f);
     HEADING("Compute the Factor [Ch]:");
     Real Ch;
     if (!(Mx < 2.0f * x)) {
@@ -96,7 +96,7 @@ Real CYLINDER_CH(Real Mx, Real Do, Real t) {
         TEXT_LINE(" Since Mx > 2 * (Do/t)^(0.94), Ch = 0.55 / (Do/t)");
         NUMBER_LINE(" = 0.55 * / ( @3 / @3 )", {as_diameter(Do), as_thickness(t)});
     } else if (Mx > 13.0f) {
-        Ch = 1.12f * std::pow(Mx, -1.058f);
+        Ch = 1.12f * pow(Mx, -1.058f);
         TEXT_LINE(" Since Mx > 13 and Mx < 2 * (Do/t)^(0.94), Ch = 1.12 * Mx^(-1.058)");
         NUMBER_LINE(" = 1.12 * @3^(-1.058)", {Mx});
     } else if (Mx > 1.5f) {
@@ -117,7 +117,7 @@ void CYLINDER_FIC(Real Fr, Real Fhe, Real Fy, Real& Fic) {
         Fic = Fy;
         TEXT_LINE(" Since Fr >= 2.439, Fic = Fy ");
     } else if (Fr > 0.552f) {
-        Fic = 0.7f * Fy * std::pow(Fr, 0.4f);
+        Fic = 0.7f * Fy * pow(Fr, 0.4f);
         TEXT_LINE(" Since Fr > 0.552 and Fr < 2.439, Fic = 0.7 * Fy * Fr^(0.4) ");
         NUMBER_LINE(" = 0.7 * @2 * @2^(0.4)", {as_stress(Fy), Fr});
     } else {
@@ -134,7 +134,7 @@ Real CYLINDER_FHA(Real Fr, Real Fhe, Real Fy, Real FS) {
         Fha = Fy / FS;
         TEXT_LINE(" Since Fr > 2.439, Fha = Fy/FS");
     } else if (Fr > 0.552f) {
-        Fha = 0.7f * Fy / FS * std::pow(Fr, 0.4f);
+        Fha = 0.7f * Fy / FS * pow(Fr, 0.4f);
         TEXT_LINE(" Since Fr > 0.552 and Fr < 2.439, Fha = 0.7 * Fy/FS * Fr^(0.4)");
         NUMBER_LINE(" = 0.7 * @1 / @3 * @3^(0.4)", {as_stress(Fy), FS, Fr});
     } else {

@@ -19,15 +19,15 @@ Real ATTACHED_SHELL_THICKNESS(Int code, Real P, Real D, Real ca, Real ce, Real S
         if (outside) {
             if (tc > 0.25f * (D - 2.0f * (t - ca)) || highPressure) { // Appendix 1-2
                 const Real Ro = Do / 2.0f;
-                mawpOut = S * E * std::log(Ro / (D / 2.0f - t + ca));
-                return Ro * (1.0f - std::exp(-P / (S * E))) + ca + ce;
+                mawpOut = S * E * log(Ro / (D / 2.0f - t + ca));
+                return Ro * (1.0f - exp(-P / (S * E))) + ca + ce;
             }
             mawpOut = S * E * tc / (Do / 2.0f - 0.4f * tc); // Appendix 1-1
             return P * Do / 2.0f / (S * E + 0.4f * P) + ca + ce;
         }
         if (tc > 0.5f * R || highPressure) {
-            mawpOut = S * E * std::log((R + t - ca - ce) / R);
-            return R * (std::exp(P / (S * E)) - 1.0f) + ca + ce;
+            mawpOut = S * E * log((R + t - ca - ce) / R);
+            return R * (exp(P / (S * E)) - 1.0f) + ca + ce;
         }
         mawpOut = S * E * tc / (R + 0.6f * tc); // UG-27(c)(1)
         return P * R / (S * E - 0.6f * P) + ce + ca;
@@ -37,8 +37,8 @@ Real ATTACHED_SHELL_THICKNESS(Int code, Real P, Real D, Real ca, Real ce, Real S
             mawpOut = S * tc / (R + 0.5f * tc);
             return P * R / (S - 0.5f * P) + ca + ce;
         }
-        mawpOut = S * E * std::log((2.0f * tc + 2.0f * R) / (2.0f * R));
-        return R * (std::exp(P / (S * E)) - 1.0f) + ca + ce;
+        mawpOut = S * E * log((2.0f * tc + 2.0f * R) / (2.0f * R));
+        return R * (exp(P / (S * E)) - 1.0f) + ca + ce;
     case PD_5500:
         if (outside) {
             mawpOut = 2.0f * S * tc / (Do - tc);

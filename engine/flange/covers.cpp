@@ -30,7 +30,7 @@ void TEMA_COVER_CHECK(FLANGE_STATE& s) {
     // The pressure, and the thickness, that just keep the limit.
     const Real pCover = (dLimit / f1 - bTerm) / (0.0435f * cube(s.G));
     const Real dScale = dLimit / (pTerm + bTerm);
-    if (dScale > 0.0f) s.tChannelMin = std::pow(s.G / (dScale * s.Ecover), 0.333333f);
+    if (dScale > 0.0f) s.tChannelMin = pow(s.G / (dScale * s.Ecover), 0.333333f);
 
     if (!exceeded) return;
     COLUMN_LINE("Maximum Allowable Working Pressure for Cover   ", pCover, Kind::pressure);

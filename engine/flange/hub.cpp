@@ -129,7 +129,7 @@ void HUB_SMALL_END(FLANGE_STATE& s, Real ci, bool silent, Real& tHubReq, Real& p
             pHub = S * s.jointE * goc / (s.B / 2.0f + ci + 0.6f * goc);
         } else if (s.code == ASME_VIII_2) {
             tHubReq = s.P * (s.B / 2.0f + ci) / (S - 0.5f * s.P) + ci + s.ce;
-            pHub = S * s.jointE * std::log((2.0f * goc + Bcor) / Bcor);
+            pHub = S * s.jointE * log((2.0f * goc + Bcor) / Bcor);
         }
         // Only welding neck hubs are rated this way.
         if (s.type != INTEGRAL_WELD_NECK && s.type != REVERSE_WELD_NECK) {

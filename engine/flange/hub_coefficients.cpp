@@ -111,7 +111,7 @@ void HUB_COEFFICIENTS(FLANGE_STATE& s) {
              (C[3] * C[7] * C[6] + C[8] * C[11] * C[1] + square(C[2]) * C[15])) /
             C[16];
 
-    const Real threeQuarterPower = std::pow(Ch * 0.25f, 0.75f);
+    const Real threeQuarterPower = pow(Ch * 0.25f, 0.75f);
     C[26] = -fourth_root(Ch * 0.25f);
     C[27] = C[20] - C[17] - 0.41666666f + C[17] * C[26];
     C[28] = C[22] - C[19] - 0.083333336f + C[19] * C[26];
@@ -162,7 +162,7 @@ void FIGURE_FACTORS(FLANGE_STATE& s) {
     } else {
         s.f = 1.0f;
         s.V = (0.25f - C[24] / 5.0f - 1.5f * C[21] - C[18]) / (q2 * c);
-        if (!(s.hRatio > 0.1f)) s.V = 194.6356f * std::pow(s.gRatio, -0.6547f);
+        if (!(s.hRatio > 0.1f)) s.V = 194.6356f * pow(s.gRatio, -0.6547f);
         s.F = -(C[18] * (Ah / 6.0f + 0.5f) + C[21] * (11.0f * Ah / 84.0f + 0.25f) +
                 C[24] * (Ah / 105.0f + 0.014285714f) - (Ah / 72.0f + 0.025f)) /
               (q1 * c / Ch);

@@ -32,9 +32,9 @@ Real loose_F(Real lx, Real lh) {
 // `held` comes back for an Xh outside every range, a not-a-number that is.
 Real loose_V(Real Xg, Real Xh, Real lx, Real lh, Real held) {
     if (Xh >= 0.1f && Xh <= 0.25f) {
-        return std::exp(6.57683f - 0.115516f * Xg + 1.39499f * std::sqrt(Xg) * lx +
-                        0.30734f * square(lx) - 8.30849f * std::sqrt(Xg) + 2.62307f * lx +
-                        0.239498f * Xh * lh - 2.96125f * lh + 0.0007035052f / Xh);
+        return exp(6.57683f - 0.115516f * Xg + 1.39499f * std::sqrt(Xg) * lx +
+                   0.30734f * square(lx) - 8.30849f * std::sqrt(Xg) + 2.62307f * lx +
+                   0.239498f * Xh * lh - 2.96125f * lh + 0.0007035052f / Xh);
     }
     if (Xh > 0.25f && Xh <= 0.5f) {
         return 1.56323f - 1.80696f * lx - 1.33458f / Xh + 0.276415f * square(lx) +
@@ -159,8 +159,8 @@ void FLANGE_HUB_RATIOS(FLANGE_STATE& s) {
 void TABLE_4164_FACTORS(FLANGE_STATE& s) {
     const Real Xg = s.gRatio;
     const Real Xh = min(max(s.hRatio, 0.1f), 2.0f); // the stored ratio stays
-    const Real lx = std::log(Xg);
-    const Real lh = std::log(Xh);
+    const Real lx = log(Xg);
+    const Real lh = log(Xh);
 
     if (s.loose()) {
         s.V = loose_V(Xg, Xh, lx, lh, s.V);

@@ -69,7 +69,7 @@ void write_condition(const RIGIDITY_CALL& call, RigidityForm form, Real goc, con
     TEXT_LINE(lines.symbols);
     if (form == RigidityForm::ring) {
         NUMBER_LINE(lines.first, {M, call.CF, Cnv_fac, E, as_thickness(c.thickness)});
-        NUMBER_LINE(lines.second, {std::log(call.K), 0.2f}, 4);
+        NUMBER_LINE(lines.second, {log(call.K), 0.2f}, 4);
     } else {
         NUMBER_LINE(lines.first, {M, call.CF, Cnv_fac, call.V, call.lambda, E});
         NUMBER_LINE(lines.second,
@@ -99,8 +99,8 @@ void RIGIDITY_INDEX(FLANGE_STATE& s, RIGIDITY_CALL& call, Int rigidityPrint) {
     Real seating, operating, numeratorA, numeratorO;
     if (form == RigidityForm::ring) {
         const Real KL = 0.2f;
-        seating = cube(ta) * std::log(call.K) * KL;
-        operating = cube(tc) * std::log(call.K) * KL;
+        seating = cube(ta) * log(call.K) * KL;
+        operating = cube(tc) * log(call.K) * KL;
         numeratorA = 109.4f * Ma;
         numeratorO = 109.4f * Mo;
     } else {
@@ -226,7 +226,7 @@ void ring_inertia(FLANGE_STATE& s) {
                 {ar, th, th, ar, th, ar});
     inertia_value_line(s.Ip);
 
-    s.I = s.B * cube(tk) * std::log(Aext / s.B) / 6.0f;
+    s.I = s.B * cube(tk) * log(Aext / s.B) / 6.0f;
     HEADING("Compute the Inertia [I]:");
     NUMBER_LINE(" = B * t^(3) * Ln(K) / 6 = @3 * @3^(3) * Ln(@3) / 6", {bore, th, Aext / s.B});
     inertia_value_line(s.I);

@@ -15,8 +15,8 @@ void form_ring_factors(FLANGE_STATE& s) {
     const Real K = s.K;
     const Real K2 = square(K);
     s.Z = (K2 + 1.0f) / (K2 - 1.0f);
-    s.Y = (0.66845f + 5.7169f * K2 * std::log10(K) / (K2 - 1.0f)) / (K - 1.0f);
-    const Real n1 = K2 * (1.0f + 8.55246f * std::log10(K)) - 1.0f;
+    s.Y = (0.66845f + 5.7169f * K2 * log10(K) / (K2 - 1.0f)) / (K - 1.0f);
+    const Real n1 = K2 * (1.0f + 8.55246f * log10(K)) - 1.0f;
     s.U = n1 / (1.36136f * (K2 - 1.0f) * (K - 1.0f));
     s.T = n1 / ((1.9448f * K2 + 1.0472f) * (K - 1.0f));
 }

@@ -429,7 +429,7 @@ void radial_stress_at_bolt_circle(FLANGE_STATE& s, const CORRODED& c) {
 
 // Least thickness by the pitch of the bolts, PD 5500 eq. 3.5.5-2, EN 13445-3 eq. 11.6-16.
 Real thickness_by_bolt_space(const FLANGE_STATE& s) {
-    const Real boltsp = s.C * std::sin(PI / static_cast<Real>(s.nBolts));
+    const Real boltsp = s.C * sin(PI / static_cast<Real>(s.nBolts));
     Real Er = s.Ehot / 29007598.0f; // multiple of 200000 MPa
     if (Er < 0.0001f) Er = 1.0f;
     const Real trf2 =

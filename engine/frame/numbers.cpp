@@ -188,9 +188,8 @@ Real LINEAR_INTERP(Real x1, Real x, Real x2, Real y1, Real y2) {
 }
 
 Real LOG_INTERP(Real x1, Real x, Real x2, Real y1, Real y2) {
-    const Real exponent = LINEAR_INTERP(std::log10(x1), std::log10(x), std::log10(x2),
-                                        std::log10(y1), std::log10(y2));
-    return std::pow(10.0f, exponent);
+    const Real exponent = LINEAR_INTERP(log10(x1), log10(x), log10(x2), log10(y1), log10(y2));
+    return pow(10.0f, exponent);
 }
 
 void NEWTON_SOLVE(double (*f)(double), double (*df)(double), double x0, double tolerance,

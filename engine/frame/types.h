@@ -40,6 +40,20 @@ constexpr Real square(Real x) { return x * x; }
 constexpr Real cube(Real x) { return (x * x) * x; }
 constexpr Real fourth(Real x) { return (x * x) * (x * x); }
 
+// The functions of single precision. C libraries differ in their last bits (glibc for 32 and for 64
+// bits, Windows), and a report shows it. So each is worked out in double precision and rounded once,
+// which gives the single nearest to the exact value everywhere.
+inline Real log(Real x) { return static_cast<Real>(std::log(static_cast<double>(x))); }
+inline Real log10(Real x) { return static_cast<Real>(std::log10(static_cast<double>(x))); }
+inline Real exp(Real x) { return static_cast<Real>(std::exp(static_cast<double>(x))); }
+inline Real sin(Real x) { return static_cast<Real>(std::sin(static_cast<double>(x))); }
+inline Real cos(Real x) { return static_cast<Real>(std::cos(static_cast<double>(x))); }
+inline Real acos(Real x) { return static_cast<Real>(std::acos(static_cast<double>(x))); }
+inline Real cbrt(Real x) { return static_cast<Real>(std::cbrt(static_cast<double>(x))); }
+inline Real pow(Real x, Real y) {
+    return static_cast<Real>(std::pow(static_cast<double>(x), static_cast<double>(y)));
+}
+
 // Conversion towards zero. What an INTEGER cannot hold, and a not-a-number, gives the least
 // INTEGER, as the processor's conversion does.
 constexpr Int truncated(Real x) {

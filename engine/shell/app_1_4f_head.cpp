@@ -35,7 +35,7 @@ APP_1_4F_TRIAL prepared(const APP_1_4F_ARGUMENTS& h) {
     }
     s.a = s.Dw / 2.0f - s.rc;
     s.b = s.Lc - s.rc;
-    s.Beta = std::acos(s.a / s.b);
+    s.Beta = acos(s.a / s.b);
     s.Pa = 0.001f;
     return s;
 }
@@ -51,7 +51,7 @@ Real knuckle_failure_pressure(Real Pe, Real Py) {
 bool evaluate(const APP_1_4F_ARGUMENTS& h, APP_1_4F_TRIAL& s) {
     s.Se = s.C1 * h.Et * s.ts / s.rc;
     s.Phi = std::sqrt(s.Lc * s.ts) / s.rc;
-    s.c2 = s.Phi < s.Beta ? s.a / std::cos(s.Beta - s.Phi) : s.a;
+    s.c2 = s.Phi < s.Beta ? s.a / cos(s.Beta - s.Phi) : s.a;
     s.Re = s.c2 + s.rc;
     if (s.Re / s.rc == 2.0f) return false;
     const Real shape = s.C2 * s.Re * (0.5f * s.Re / s.rc - 1.0f);

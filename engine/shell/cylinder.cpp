@@ -12,10 +12,10 @@ ELEMENT_RESULT by_inside(const SHLINT_ARGUMENTS& s) {
     const Real Rn = s.D / 2.0f; // new
     const Real R = Rn + s.c;
     if (R / 2.0f < tc || pressure_is_high(s)) {
-        return {.Treq = R * (std::exp(s.P / (s.S * s.E)) - 1.0f),
-                .MAWP = s.S * s.E * std::log((R + s.t - s.c - s.u) / R),
-                .MAPnc = s.Sa * s.E * std::log((Rn + s.t) / Rn),
-                .Stress = s.P / (s.E * std::log((Rn + s.t - s.u) / R))};
+        return {.Treq = R * (exp(s.P / (s.S * s.E)) - 1.0f),
+                .MAWP = s.S * s.E * log((R + s.t - s.c - s.u) / R),
+                .MAPnc = s.Sa * s.E * log((Rn + s.t) / Rn),
+                .Stress = s.P / (s.E * log((Rn + s.t - s.u) / R))};
     }
     return {.Treq = s.P * R / (s.S * s.E - 0.6f * s.P),
             .MAWP = s.S * s.E * tc / (R + 0.6f * tc),
@@ -29,10 +29,10 @@ ELEMENT_RESULT by_outside(const SHLINT_ARGUMENTS& s) {
     const Real Ro = reduced_outside_diameter(s) / 2.0f;
     if ((s.D - 2.0f * (s.t - s.c)) / 4.0f < tc || pressure_is_high(s)) {
         const Real Ri = Rn - s.t + s.c;
-        return {.Treq = Ro * (1.0f - std::exp(-s.P / (s.S * s.E))),
-                .MAWP = s.S * s.E * std::log(Ro / Ri),
-                .MAPnc = s.Sa * s.E * std::log(Rn / (Rn - s.t)),
-                .Stress = s.P / (s.E * std::log(Ro / Ri))};
+        return {.Treq = Ro * (1.0f - exp(-s.P / (s.S * s.E))),
+                .MAWP = s.S * s.E * log(Ro / Ri),
+                .MAPnc = s.Sa * s.E * log(Rn / (Rn - s.t)),
+                .Stress = s.P / (s.E * log(Ro / Ri))};
     }
     return {.Treq = s.P * Ro / (s.S * s.E + 0.4f * s.P),
             .MAWP = s.S * s.E * tc / (Ro - 0.4f * tc),

@@ -44,7 +44,7 @@ bool walk(Real P, Int n, Real& Ca, Pressure pressure) {
 Real cylinder_pressure(const FAILURE_CA_ARGUMENTS& f, Real R, Real& Ca) {
     const Real SE = f.S * f.E;
     if ((R + Ca) / 2.0f < f.t - Ca || 0.385f * f.S * f.E < f.P)
-        return SE * std::log((R + f.t) / (R + Ca));
+        return SE * log((R + f.t) / (R + Ca));
     Ca = ((-f.P * R + f.t * f.S * f.E) - 0.6f * f.t * f.P) / ((f.P + SE) - 0.6f * f.P);
     return SE * (f.t - Ca) / (R + Ca + 0.6f * (f.t - Ca));
 }
@@ -52,7 +52,7 @@ Real cylinder_pressure(const FAILURE_CA_ARGUMENTS& f, Real R, Real& Ca) {
 Real sphere_pressure(const FAILURE_CA_ARGUMENTS& f, Real R, Real& Ca) {
     const Real SE2 = 2.0f * f.S * f.E;
     if (0.356f * (R + Ca) < f.t - Ca || 0.665f * f.S * f.E < f.P)
-        return SE2 * std::log((R + f.t) / (R + Ca));
+        return SE2 * log((R + f.t) / (R + Ca));
     Ca = (SE2 * f.t / f.P - R) / (SE2 / f.P + 0.8f);
     return SE2 * (f.t - Ca) / (R + Ca + 0.2f * (f.t - Ca));
 }

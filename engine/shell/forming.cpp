@@ -11,7 +11,7 @@ namespace {
 Real ellipse_area(const HEAD_AREA_ARGUMENTS& h, Real Ro) {
     const Real depth = h.Dmax / (2.0f * h.k);
     const Real e = max(std::sqrt(1.0f - square(depth) / square(Ro)), 0.001f);
-    return (2.0f * PI * square(Ro) + (PI * square(depth) / e) * std::log((1.0f + e) / (1.0f - e))) /
+    return (2.0f * PI * square(Ro) + (PI * square(depth) / e) * log((1.0f + e) / (1.0f - e))) /
            2.0f;
 }
 
@@ -66,7 +66,7 @@ void blank_strain(FORMING_ARGUMENTS& f, Real Di, Real Do) {
                              .Dmax = f.Dmax};
     HEAD_SURFACE_AREA(head);
     f.Dblank = std::sqrt(4.0f * f.Area / PI);
-    f.Thinning = 100.0f * std::log(f.Dblank / (Do - 2.0f * f.t));
+    f.Thinning = 100.0f * log(f.Dblank / (Do - 2.0f * f.t));
 }
 
 } // namespace

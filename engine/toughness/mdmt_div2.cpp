@@ -27,12 +27,12 @@ struct FIGURE_CURVE {
 constexpr FIGURE_CURVE NOT_HEAT_TREATED[] = {
     {68.9f,
      [](Real t) {
-         const Real u = std::pow(t, 0.36696097f);
+         const Real u = pow(t, 0.36696097f);
          return (11931.097f * u + 3.4034836f) / (u + 124.50837f);
      }},
     {30.9f,
      [](Real t) {
-         const Real u = std::pow(t, 0.84060264f);
+         const Real u = pow(t, 0.84060264f);
          return (221.91199f * u + 0.030345175f) / (u + 2.8998783f);
      }},
     {-7.1f,

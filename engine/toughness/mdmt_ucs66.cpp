@@ -137,7 +137,7 @@ Real FIG_UCS_66_1(Real Ratio, Int Edition) {
     const Real knee = old ? 0.4f : 0.38f;
     if (Ratio > 0.6f && Ratio <= 1.0f) return 100.0f * (1.0f - Ratio);
     if (Ratio > knee && Ratio <= 0.6f)
-        return old ? 10.937f * std::pow(Ratio, -2.503f) : 14.61f * std::pow(Ratio, -1.997f);
+        return old ? 10.937f * pow(Ratio, -2.503f) : 14.61f * pow(Ratio, -1.997f);
     if (Ratio <= knee) return old ? 110.0f : min(606.67f - 1333.3f * Ratio, 140.0f);
     return 0.0f;
 }

@@ -28,7 +28,7 @@ const UCS66_ROW* row_below(Real t, Int rows) {
 
 Real UCS66_POLYNOMIAL(Int Curve, Real t) {
     const POLYNOMIAL& p = POLYNOMIALS[Curve - CURVE_A];
-    return p.a + p.b * t + p.c * std::sqrt(t) + p.d * std::cbrt(t);
+    return p.a + p.b * t + p.c * std::sqrt(t) + p.d * cbrt(t);
 }
 
 bool UCS66_INTERPOLATED(Int Curve, Real t, Real& T) {

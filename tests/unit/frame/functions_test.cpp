@@ -1,0 +1,105 @@
+// The functions of single precision: the single nearest to the exact value, on every platform.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <random>
+#include <regex>
+#include <sstream>
+#include <string>
+
+#include "frame/types.h"
+
+using namespace tarvane;
+
+namespace {
+
+static_assert(std::numeric_limits<long double>::digits >= 64, "needs a wider format to judge by");
+
+// Arguments over every magnitude, both signs.
+Real any_real(std::mt19937& random) {
+    return std::bit_cast<Real>(static_cast<std::uint32_t>(random()));
+}
+
+Real between(std::mt19937& random, Real low, Real high) {
+    return std::uniform_real_distribution<Real>(low, high)(random);
+}
+
+template <typename Single, typename Wide>
+void expect_nearest(const char* name, Single single, Wide wide, Real low, Real high) {
+    std::mt19937 random(20);
+    for (int i = 0; i < 100000; ++i) {
+        const Real x = i % 2 == 0 ? between(random, low, high) : any_real(random);
+        // Widened functions reduce angles of this size no further than their own digits.
+        if (std::fabs(x) > 1e15f) continue;
+        const Real got = single(x), nearest = static_cast<Real>(wide(static_cast<long double>(x)));
+        if (std::isnan(nearest))
+            ASSERT_TRUE(std::isnan(got)) << name << "(" << x << ")";
+        else
+            ASSERT_EQ(got, nearest) << name << "(" << x << ")";
+    }
+}
+
+} // namespace
+
+#define EXPECT_NEAREST(name, low, high)                                                            \
+    expect_nearest(                                                                                \
+        #name, [](Real x) { return tarvane::name(x); },                                            \
+        [](long double x) { return std::name(x); }, low, high)
+
+TEST(Functions, GiveTheNearestSingle) {
+    EXPECT_NEAREST(log, 1.0f, 3.0f);
+    EXPECT_NEAREST(log10, 1.0f, 3.0f);
+    EXPECT_NEAREST(exp, -3.0f, 3.0f);
+    EXPECT_NEAREST(sin, 0.0f, 1.5f);
+    EXPECT_NEAREST(cos, 0.0f, 1.5f);
+    EXPECT_NEAREST(acos, -1.0f, 1.0f);
+    EXPECT_NEAREST(cbrt, 0.01f, 12.0f);
+    std::mt19937 random(21);
+    for (int i = 0; i < 100000; ++i) {
+        const Real x = between(random, 0.01f, 4000.0f), y = between(random, -3.0f, 3.0f);
+        ASSERT_EQ(tarvane::pow(x, y), static_cast<Real>(std::pow(static_cast<long double>(x),
+                                                                 static_cast<long double>(y))))
+            << x << " to the " << y;
+    }
+}
+
+TEST(Functions, KeepToTheEdges) {
+    constexpr Real infinity = std::numeric_limits<Real>::infinity();
+    EXPECT_EQ(tarvane::log(0.0f), -infinity);
+    EXPECT_EQ(tarvane::log10(0.0f), -infinity);
+    EXPECT_TRUE(std::isnan(tarvane::log(-1.0f)));
+    EXPECT_EQ(tarvane::log10(1000.0f), 3.0f);
+    EXPECT_EQ(tarvane::exp(100.0f), infinity);
+    EXPECT_EQ(tarvane::exp(-infinity), 0.0f);
+    EXPECT_TRUE(std::isnan(tarvane::acos(1.5f)));
+    EXPECT_EQ(tarvane::cbrt(-27.0f), -3.0f);
+    EXPECT_EQ(tarvane::pow(4.0f, 0.5f), 2.0f);
+    EXPECT_TRUE(std::isnan(tarvane::pow(-4.0f, 0.5f)));
+    EXPECT_EQ(tarvane::pow(1e30f, 2.5f), infinity);
+    // Halfway between a subnormal and the next, one rounding decides.
+    EXPECT_EQ(tarvane::exp(-103.0f), static_cast<Real>(std::exp(-103.0L)));
+}
+
+// A call of the C library's own single function would differ between platforms.
+TEST(Functions, AreTheOnlyOnesInTheEngine) {
+    const std::regex call(
+        R"(std::(log|log2|log10|log1p|exp|exp2|expm1|pow|sin|cos|tan|asin|acos|atan|atan2)"
+        R"(|sinh|cosh|tanh|cbrt|hypot)\(|\b(log|log10|exp|pow|sin|cos|acos|cbrt)f\()");
+    int files = 0;
+    namespace fs = std::filesystem;
+    for (const auto& entry : fs::recursive_directory_iterator(TARVANE_SOURCE_DIR "/engine")) {
+        if (!entry.is_regular_file() || entry.path().filename() == "types.h") continue;
+        std::ifstream file(entry.path());
+        std::stringstream text;
+        text << file.rdbuf();
+        const std::string source = text.str();
+        std::smatch found;
+        EXPECT_FALSE(std::regex_search(source, found, call))
+            << entry.path() << ": " << (found.empty() ? "" : found.str());
+        ++files;
+    }
+    EXPECT_GT(files, 100);
+}
