@@ -4,13 +4,13 @@
 #include "data_folder.h"
 #include "external_results.h"
 #include "external_session.h"
+#include "functions.h"
 #include "input_file.h"
 #include "key_checks.h"
 #include "material_keys.h"
 #include "text.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tarvane::app {
 
@@ -113,8 +113,8 @@ void check_shape(const ExternalInput& element, const KeyChecks& checks) {
 // Equivalent length of a cone, UG-33(f): half its axial length, times 1 + Ds/DL of the outside
 // diameters.
 float cone_equivalent_length(const ExternalInput& cone) {
-    const float wall = 2.0f * (cone.setting(N::t) - cone.setting(N::Ut)) /
-                       std::cos(cone.setting(N::alpha) * DEGREE);
+    const float wall =
+        2.0f * (cone.setting(N::t) - cone.setting(N::Ut)) / cos(cone.setting(N::alpha) * DEGREE);
     const float large = cone.outside() ? cone.diameter() : cone.diameter() + wall;
     if (!(large > 0.0f)) return 0.0f;
     return cone.setting(N::cone_length) / 2.0f * (1.0f + (cone.setting(N::Dsmall) + wall) / large);

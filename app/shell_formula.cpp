@@ -1,5 +1,6 @@
 #include "shell_formula.h"
 
+#include "functions.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -133,8 +134,8 @@ class Evaluation {
             if (name == "max" ? x < y : y < x) x = y;
         }
         if (!take(')')) throw std::logic_error("formula: " + std::string(text));
-        if (name == "ln") return std::log(x);
-        if (name == "exp") return std::exp(x);
+        if (name == "ln") return log(x);
+        if (name == "exp") return exp(x);
         return name == "sqrt" ? std::sqrt(x) : x;
     }
 };

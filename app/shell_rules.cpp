@@ -1,9 +1,8 @@
 #include "shell_rules.h"
 
+#include "functions.h"
 #include "shell_div2_rules.h"
 #include "tarvane/tarvane.h"
-
-#include <cmath>
 
 namespace tarvane::app {
 
@@ -225,7 +224,7 @@ class Rules {
     // ---- cone --------------------------------------------------------------------------------------
 
     void cone() {
-        const float ca = std::cos(shell.setting(N::alpha) * 3.1415927f / 180.0f);
+        const float ca = cos(shell.setting(N::alpha) * 3.1415927f / 180.0f);
         derive("Cosine of the Half Apex Angle", "cos(alpha)", "", ca, FACTOR);
         if (outside) {
             const std::string Dr = u != 0.0f ? "Du" : "Do";
