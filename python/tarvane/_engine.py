@@ -3,15 +3,18 @@
 from __future__ import annotations
 
 import ctypes
+import inspect
 import os
 import threading
 from typing import Any, Callable, Mapping, Optional, TypeVar, Union
 
 from . import _external, _flange, _shell
-from ._keys import Key, read_numbers, whole
-from ._library import Integer, Library, Real
+from ._data import CHART_FILE, MODULUS_FILE, check_modulus
+from ._keys import Key, described, read_numbers
+from ._library import Library, PathName, path_text
 
 Result = TypeVar("Result")
+Method = TypeVar("Method", bound=Callable[..., Any])
 
 _FUNCTION = getattr(ctypes, "WINFUNCTYPE", ctypes.CFUNCTYPE)
 _TEXTS = _FUNCTION(None, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p)
@@ -21,10 +24,14 @@ _CODE = _FUNCTION(None, ctypes.c_void_p, ctypes.c_int32)
 # The engine's state is the process's, whatever the number of Engine objects.
 _ONE_AT_A_TIME = threading.Lock()
 _LONGEST_FOLDER = 256
+_BOLT_FILE = "BOLTDATA.TXT"
+
+# Loaded libraries whose data folder was given: it can be changed, but not be taken back.
+_given_folders: dict[int, str] = {}
 
 _MODULUS_KEYS = {
     "temperature": Key("temperature", "F"),
-    "reference": Key("reference number of the modulus table"),
+    "reference": Key("reference number of the modulus table", whole=True),
     "code": Key("design code", default=1.0, choices=_flange.CODES),
 }
 
@@ -46,34 +53,52 @@ class _Services(ctypes.Structure):
     ]
 
 
-def _folder(given: Union[str, os.PathLike]) -> bytes:
+def _folder(given: PathName) -> str:
     """The path of a folder. The engine would calculate without its files and say nothing."""
-    path = os.path.abspath(given)
+    path = os.path.abspath(path_text("data_folder", given))
     if not os.path.isdir(path):
         raise NotADirectoryError(f"data_folder: {path} is no folder")
-    encoded = os.fsencode(path)
-    if len(encoded) > _LONGEST_FOLDER:
+    if len(os.fsencode(path)) > _LONGEST_FOLDER:
         raise ValueError(f"data_folder: {path} has more than {_LONGEST_FOLDER} characters")
-    return encoded
+    files = (MODULUS_FILE, CHART_FILE, _BOLT_FILE)
+    if not any(os.path.isfile(os.path.join(path, name)) for name in files):
+        raise FileNotFoundError(f"data_folder: {path} has none of {', '.join(files)}")
+    return path
+
+
+def _telling(**tables: Mapping[str, Union[Key, str]]) -> Callable[[Method], Method]:
+    """Puts the keys, with their units, behind the text of a method for help()."""
+
+    def tell(method: Method) -> Method:
+        text = inspect.cleandoc(method.__doc__ or "")
+        for title, keys in tables.items():
+            text += f"\n\n{title}:\n{described(keys)}"
+        method.__doc__ = text + "\n"
+        return method
+
+    return tell
+
+
+def _meanings(table: Mapping[str, tuple[int, str]]) -> dict[str, str]:
+    return {name: meaning for name, (_, meaning) in table.items()}
 
 
 class Engine:
     """The loaded library. Its state is the process's: make one, and use it for everything.
 
-    library: path of libtarvane.so (tarvane.dll); without it that of the TARVANE_LIBRARY variable, a
-    library beside this package, or whatever the loader finds.
-    data_folder: folder of the data files; without it those beside the library.
+    library      path of libtarvane.so (tarvane.dll); without it that of the TARVANE_LIBRARY variable, a
+                 library beside this package, or whatever the loader finds
+    data_folder  folder of the data files; without it where the engine looks by itself, as a rule beside the
+                 library
     """
 
     def __init__(
-        self,
-        library: Optional[Union[str, os.PathLike]] = None,
-        data_folder: Optional[Union[str, os.PathLike]] = None,
+        self, library: Optional[PathName] = None, data_folder: Optional[PathName] = None
     ) -> None:
+        folder = None if data_folder is None else _folder(data_folder)
         self._library = Library(library)
-        self._data_folder = None if data_folder is None else _folder(data_folder)
-        if self._data_folder is not None:
-            self._library.data_folder = os.fsdecode(self._data_folder)
+        if folder is not None:
+            self._library.data_folder = folder
         self.messages: list[str] = []
         """Texts of the engine's message boxes during the latest calculation."""
         self._fatal: Optional[int] = None
@@ -84,35 +109,52 @@ class Engine:
             stop=_CODE(lambda _, __: None),  # the engine's call then comes back at once
         )
 
+    @_telling(
+        Numbers=_flange.FLANGE_KEYS,
+        Texts=_meanings(_flange.FLANGE_TEXTS),
+        Switches=_meanings(_flange.FLANGE_FLAGS),
+    )
     def flange(self, data: Mapping[str, Any]) -> _flange.FlangeResult:
-        """One bolted flange or flat cover; keys: tarvane.FLANGE_KEYS, tarvane.FLANGE_TEXTS.
+        """One bolted flange or flat cover.
 
-        Lengths in inches, pressures and stresses in psi, temperatures in degrees Fahrenheit, loads in
-        pounds. Raises InputError for an unknown or missing key and EngineStopped when the engine can't
-        go on; a flange that the engine refuses has its numbered messages in the report.
+        Raises InputError for a key that is unknown, missing or without effect, and for a value that is no
+        such number; EngineStopped when the engine can't go on. A flange that the engine refuses has its
+        numbered messages in the report, and None for its pressures.
         """
         return self._run(_flange.calculate, data)
 
+    @_telling(Numbers=_shell.SHELL_KEYS, Texts=_shell.SHELL_TEXTS)
     def shell(self, data: Mapping[str, Any]) -> _shell.ShellResult:
-        """A shell or head under internal pressure; keys: tarvane.SHELL_KEYS (inches, psi, F)."""
+        """A shell or head under internal pressure (ASME VIII-1 UG-27, UG-32, UG-34, Appendix 1).
+
+        Raises InputError for a key that is unknown, missing or without effect, and for a value that is no
+        such number.
+        """
         return self._run(_shell.calculate, data)
 
+    @_telling(Numbers=_external.EXTERNAL_KEYS, Texts=_external.EXTERNAL_TEXTS)
     def external(self, data: Mapping[str, Any]) -> _external.ExternalResult:
-        """A shell or head under external pressure; keys: tarvane.EXTERNAL_KEYS (inches, psi, F) and
-        `chart`, the name of the external pressure chart."""
+        """A shell or head under external pressure (ASME VIII-1 UG-28, UG-33, Code Case 2286, VIII-2 4.4).
+
+        Raises InputError for a key that is unknown, missing or without effect, and for a value that is no
+        such number.
+        """
         return self._run(_external.calculate, data)
 
     def modulus(self, temperature: float, reference: int, code: Union[int, str] = "VIII-1") -> float:
-        """Elastic modulus in millions of psi at a temperature (F) by the reference number of its table;
-        0.0 when there is none."""
+        """Elastic modulus in millions of psi at a temperature (F) by the reference number of its table.
+
+        Raises InputError for a reference that the data files do not have; 0.0 where the table has no value at
+        the temperature, and without data files.
+        """
         given = {"temperature": temperature, "reference": reference, "code": code}
         v = read_numbers(given, _MODULUS_KEYS)
         with _ONE_AT_A_TIME:
             self._prepare()
-            return self._library.handle.ASMEMOD(
-                ctypes.byref(Real(v["temperature"])), ctypes.byref(Integer(whole(v, "reference"))),
-                ctypes.byref(Integer(whole(v, "code"))),
-            )  # fmt: skip
+            if v["code"] <= _flange.CODES["VIII-2"]:
+                check_modulus(self._library, "reference", int(v["reference"]))
+            result = self._library.call("ASMEMOD", v["temperature"], int(v["reference"]), int(v["code"]))
+            return float(result)
 
     def _run(self, calculate: Callable[[Library, Mapping[str, Any]], Result],
              data: Mapping[str, Any]) -> Result:  # fmt: skip
@@ -120,15 +162,26 @@ class Engine:
             self._prepare()
             result = calculate(self._library, data)
             if self._fatal is not None:
-                raise EngineStopped(f"the engine can't go on, code {self._fatal}")
+                raise EngineStopped(
+                    f"the flange can't be calculated: its outside diameter, A = {data.get('A', 0.0)!r} in, "
+                    f"is not above the corroded inside diameter (code {self._fatal})"
+                )
             return result
 
     def _prepare(self) -> None:
         """As at load: no calculation depends on the one before it."""
+        library, loaded = self._library, self._library.handle._handle
+        if not library.data_folder and loaded in _given_folders:
+            raise RuntimeError(
+                f"another Engine of this process gave the data folder {_given_folders[loaded]}, which can't "
+                "be taken back: give data_folder to this one too"
+            )
         self.messages, self._fatal = [], None
-        self._library.call("RESET_ENGINE")
-        self._library.call("SET_HOST_SERVICES", self._services)
-        self._library.call("SET_METRIC_CONSTANTS")
-        if self._data_folder is not None:
-            self._library.call("SET_SYSTEM_DIR", self._data_folder)
-            self._library.call("SET_MODULE_DIR", self._data_folder)
+        library.call("RESET_ENGINE")
+        library.call("SET_HOST_SERVICES", self._services)
+        library.call("SET_METRIC_CONSTANTS")
+        if library.data_folder:
+            folder = os.fsencode(library.data_folder)
+            library.call("SET_SYSTEM_DIR", folder)
+            library.call("SET_MODULE_DIR", folder)
+            _given_folders[loaded] = library.data_folder

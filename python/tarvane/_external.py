@@ -3,105 +3,131 @@
 from __future__ import annotations
 
 import ctypes
-import re
 from dataclasses import dataclass
-from pathlib import Path
-from typing import Any, Mapping, Optional
+from typing import Any, Mapping, Optional, Union
 
+from ._data import check_chart, check_modulus
 from ._flange import CODES
-from ._keys import InputError, Key, check_names, read_numbers, whole
-from ._library import NO_VALUE, Library, Real, ReportLine, text_field
-from ._shell import ELEMENTS
+from ._keys import InputError, Key, check_names, missing, read_numbers, read_text
+from ._library import NO_VALUE, Integer, Library, Real, ReportLine
+from ._shell import ELEMENTS, SERVICES, check_wall
 
 _SETUP_CODE, _SETUP_PRINT = 1, 48
 _CHART_WIDTH, _CHART_NAME = 12, 8
-_CHART_FILE = "ExtChartData.txt"
 
 EXTERNAL_KEYS: dict[str, Key] = {
-    "element": Key("element", default=None,
+    "element": Key("kind of shell or head", default=None,
                    choices={name: n for name, n in ELEMENTS.items() if name != "flat"}),
     "code": Key("design code", default=1.0,
                 choices={name: CODES[name] for name in ("VIII-1", "VIII-2")}),
-    "P": Key("design external pressure", "psi"),
+    "P": Key("design external pressure; 0: the allowable one only", "psi", least=0.0),
     "T": Key("design temperature", "F", None),
-    "D": Key("inside diameter, a cone's large end", "in", None),
-    "t": Key("nominal thickness", "in", None),
-    "c": Key("corrosion allowance", "in"),
-    "Ut": Key("mill under-tolerance", "in"),
-    "k": Key("elliptical head: aspect ratio D/2h", default=2.0),
-    "L": Key("torispherical head: crown radius", "in"),
-    "alpha": Key("cone: half apex angle", "degrees"),
-    "length": Key("stiffened length", "in"),
-    "Dsmall": Key("cone: inside diameter of the small end", "in"),
-    "cone_length": Key("cone: axial length", "in"),
-    "do_given": Key("1: D is the outside diameter"),
-    "S": Key("allowable stress in tension", "psi", None),
-    "Fy": Key("yield stress at design temperature", "psi"),
-    "material": Key("reference number of the modulus table", default=1.0),
-    "service": Key("1 air, steam and water, 2 unfired steam boiler"),
-    "case_2286": Key("1: Code Case 2286 or Division 2, 4.4, in place of the charts"),
+    "D": Key("inside diameter, a cone's large end", "in", None, above=0.0),
+    "t": Key("nominal thickness", "in", None, above=0.0),
+    "c": Key("corrosion allowance", "in", least=0.0),
+    "Ut": Key("mill under-tolerance", "in", least=0.0),
+    "k": Key("aspect ratio D/2h", default=2.0, least=1.0, of=("elliptical",)),
+    "L": Key("crown radius", "in", None, above=0.0, of=("torispherical",)),
+    "alpha": Key("half apex angle", "degrees", None, above=0.0, most=89.9, of=("cone",)),
+    "length": Key("stiffened length; of a cone by the charts its equivalent length", "in", least=0.0,
+                  of=("cylinder", "cone"), needed=("cylinder",)),
+    "Dsmall": Key("inside diameter of the small end", "in", least=0.0, of=("cone",)),
+    "cone_length": Key("axial length", "in", None, above=0.0, of=("cone",)),
+    "do_given": Key("D is the outside diameter", switch=True),
+    "S": Key("allowable stress in tension", "psi", None, above=0.0),
+    "Fy": Key("yield stress at design temperature, by which buckling stress goes", "psi", least=0.0),
+    "material": Key("reference number of the modulus table", default=1.0, whole=True),
+    "service": Key("service, for the minimum thickness", choices=SERVICES),
+    "case_2286": Key("Code Case 2286 or Division 2, 4.4, in place of the charts", switch=True),
+    "older_division_2": Key("VIII-2 by its older rules and the charts", switch=True),
+    "table_g": Key("factor A of a cylinder or cone from Table G, where the data files have it", switch=True),
 }  # fmt: skip
-"""Numbers of a shell or head under external pressure: key, meaning, unit; `chart` is a text."""
+"""Numbers of a shell or head under external pressure."""
+
+EXTERNAL_TEXTS: dict[str, str] = {
+    "chart": "external pressure chart of the material, such as 'CS-2' [must be given]"
+}
+"""Texts of a shell or head under external pressure."""
 
 
 @dataclass(frozen=True)
 class ExternalResult:
-    """Results under external pressure; None where the engine has none."""
+    """Results of a shell or head under external pressure; None where the engine has none.
 
-    maep: float  # greatest allowable external pressure (psi)
-    tca: float  # required thickness with c and Ut (in)
-    slen: Optional[float]  # longest stiffened length (in)
-    Do: float  # outside diameter used (in)
-    A: float  # factor A, by the charts
-    B: float  # stress B (psi), by the charts
-    Fha: float  # allowable compressive stress (psi), by buckling stress
-    fail_ca: Optional[float]  # corrosion at failure (in)
+    maep     greatest allowable external pressure (psi)
+    tca      required thickness with c and Ut (in); t without a pressure
+    slen     longest stiffened length of a cylinder (in); of others the one given, or axial
+    Do       outside diameter used (in); of a torispherical head the outside crown radius
+    A        factor A, by the charts; else 0.0
+    B        stress B, by the charts (psi); else 0.0
+    Fha      allowable compressive stress, by buckling stress (psi); else 0.0
+    fail_ca  corrosion at failure (in)
+    report   lines of the report, a list of ReportLine
+    """
+
+    maep: float
+    tca: float
+    slen: Optional[float]
+    Do: float
+    A: float
+    B: float
+    Fha: float
+    fail_ca: Optional[float]
     report: list[ReportLine]
 
 
-def _charts(folder: str) -> list[str]:
-    """Names of the charts of the data files; none when they lie where this package does not know."""
-    try:
-        text = Path(folder, _CHART_FILE).read_text(encoding="latin-1") if folder else ""
-    except OSError:
-        text = ""
-    names = re.findall(r"^[^;\n]*?\[([^]\n]*)\]", text, re.MULTILINE)
-    return [name.strip() for name in names[: names.index("END") if "END" in names else None]]
+def _check_method(data: Mapping[str, Any], v: Mapping[str, float]) -> None:
+    """Raises InputError where the engine would quietly take another method."""
+    division_2 = v["code"] == CODES["VIII-2"]
+    if v["older_division_2"] and not division_2:
+        raise InputError(f"older_division_2: {data['older_division_2']!r} has no effect on code 'VIII-1'")
+    by_stress = v["case_2286"] or (division_2 and not v["older_division_2"])
+    if by_stress and not v["Fy"] > 0.001:
+        why = " for case_2286" if v["case_2286"] else " for code 'VIII-2'"
+        if "Fy" not in data:
+            raise missing("Fy", EXTERNAL_KEYS["Fy"], why)
+        raise InputError(f"Fy: {data['Fy']!r} is no yield stress (psi){why}")
+    cone_by_charts = v["element"] == ELEMENTS["cone"] and not by_stress
+    if not v["length"] > 0.0 and (v["element"] == ELEMENTS["cylinder"] or cone_by_charts):
+        if "length" not in data:
+            raise missing("length", EXTERNAL_KEYS["length"], " for a cone by the charts")
+        raise InputError(f"length: {data['length']!r} is not above 0 in")
 
 
 def calculate(library: Library, data: Mapping[str, Any]) -> ExternalResult:
     """SHLEXT, report to the line store."""
-    numbers = {name: value for name, value in data.items() if name != "chart"}
-    check_names(numbers, EXTERNAL_KEYS)
-    v = read_numbers(numbers, EXTERNAL_KEYS)
-    chart = data.get("chart")
-    if not isinstance(chart, str) or not chart.strip():
-        raise InputError("chart is missing: external pressure chart of the material, such as 'CS-2'")
-    if len(chart.strip()) > _CHART_NAME:
-        raise InputError(f"chart: {chart!r} has more than {_CHART_NAME} characters")
-    chart = chart.strip()
-    known = _charts(library.data_folder)
-    if known and chart not in known:  # the engine would take CS-2
-        raise InputError(f"chart: {chart!r} is none of {_CHART_FILE}: {', '.join(known)}")
-    field = ctypes.create_string_buffer(text_field(chart, _CHART_WIDTH), _CHART_WIDTH)
+    check_names(data, [*EXTERNAL_KEYS, *EXTERNAL_TEXTS])
+    v = read_numbers(data, EXTERNAL_KEYS, "element")
+    check_wall(data, v)
+    _check_method(data, v)
+    check_modulus(library, "material", int(v["material"]))
+    chart = read_text(data, "chart", _CHART_NAME)
+    if not chart:
+        raise InputError(f"chart is missing: {EXTERNAL_TEXTS['chart']}")
+    check_chart(library, chart.decode("latin-1"))
+    field = ctypes.create_string_buffer(chart.ljust(_CHART_WIDTH), _CHART_WIDTH)
 
-    library.setup_integer(_SETUP_CODE, whole(v, "code"))
+    library.setup_integer(_SETUP_CODE, int(v["code"]))
     library.setup_real(_SETUP_PRINT, 1.0)
-    library.variable("GLOBALS_mp_G_NUSE_CASE2286").value = whole(v, "case_2286")
+    library.variable("GLOBALS_mp_G_NUSE_CASE2286").value = int(v["case_2286"])
+    library.variable("GLOBALS_mp_G_NUSE_OLD_DIV_2").value = int(v["older_division_2"])
+    library.variable("GLOBALS_mp_G_NUSE_TABLEG").value = int(v["table_g"])
     library.call("BEGIN_REPORT")
     library.call("SET_IWRITE", 1)
     library.call("SET_IWRTFL", 1)
     library.call("SET_IOUT", -1)
     maep, slen, Do, A, B, Fha, fail_ca = (Real() for _ in range(7))
     tca = Real(v["t"])
+    before = [Real(v["P"]), Real(v["T"])]
+    behind: list[Union[Real, Integer]] = [
+        Integer(int(v["element"])), Real(v["D"]), Real(v["t"]), Real(v["c"]), Real(v["k"]), Real(v["L"]),
+        Real(v["alpha"]), Real(v["length"]), maep, tca, slen, Do, A, B, Integer(1), Real(v["Dsmall"]),
+        Real(v["cone_length"]), Integer(int(v["do_given"])), Real(v["S"]), Real(v["Ut"]), Real(v["Fy"]),
+        Integer(int(v["material"])), Fha, fail_ca, Integer(int(v["service"])),
+    ]  # fmt: skip
     library.handle.SHLEXT(
-        *map(ctypes.byref, (Real(v["P"]), Real(v["T"]))), field, ctypes.c_int32(_CHART_WIDTH),
-        *map(ctypes.byref, (
-            ctypes.c_int32(whole(v, "element")), Real(v["D"]), Real(v["t"]), Real(v["c"]), Real(v["k"]),
-            Real(v["L"]), Real(v["alpha"]), Real(v["length"]), maep, tca, slen, Do, A, B,
-            ctypes.c_int32(1), Real(v["Dsmall"]), Real(v["cone_length"]),
-            ctypes.c_int32(whole(v, "do_given")), Real(v["S"]), Real(v["Ut"]), Real(v["Fy"]),
-            ctypes.c_int32(whole(v, "material")), Fha, fail_ca, ctypes.c_int32(whole(v, "service")))),
+        *[ctypes.byref(word) for word in before], field, Integer(_CHART_WIDTH),
+        *[ctypes.byref(word) for word in behind],
     )  # fmt: skip
 
     def present(value: Real) -> Optional[float]:

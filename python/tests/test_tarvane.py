@@ -1,8 +1,11 @@
 """The package against the library that TARVANE_LIBRARY names."""
 
+import ast
 import ctypes
 import ctypes.util
+import dataclasses
 import os
+import pydoc
 import re
 import subprocess
 import sys
@@ -12,9 +15,10 @@ import unittest
 from pathlib import Path
 
 import tarvane
-from tarvane import _flange
+from tarvane import _flange, _library
 
 ENGINE = tarvane.Engine()
+PACKAGE = Path(tarvane.__file__).parent
 HEADER = Path(__file__).parents[2] / "include" / "tarvane" / "tarvane.h"
 
 RING = {
@@ -57,11 +61,16 @@ class Input(unittest.TestCase):
 
     def test_numbers_of_other_types_are_taken(self):
         class Scalar:  # as the scalars of numpy
+            shape = ()
+
             def __init__(self, value):
                 self.value = value
 
             def __float__(self):
-                return float(self.value)
+                raise AssertionError("loses the imaginary part")
+
+            def item(self):
+                return self.value
 
         expected = ENGINE.shell({**CYLINDER, "material": 1})
         data = {key: value if isinstance(value, str) else Scalar(value) for key, value in CYLINDER.items()}
@@ -88,6 +97,108 @@ class Input(unittest.TestCase):
         self.assertEqual(ENGINE.flange({**RING, "ci": 0.125, "use_corrosion": 1}), corroded)
         uncorroded = ENGINE.flange({**RING, "ci": 0.125, "use_corrosion": False})
         self.assertNotEqual(uncorroded.report, corroded.report)
+
+    def test_what_is_no_dictionary_is_refused(self):
+        for data in (None, [1, 2], "abc"):
+            for calculate in (ENGINE.flange, ENGINE.shell, ENGINE.external):
+                self.refused(calculate, data, ["dictionary", repr(data)])
+        self.refused(ENGINE.shell, {**CYLINDER, 1: 2.5}, ["1 is no key", "2.5"])
+
+    def test_a_key_without_effect_is_refused(self):
+        self.refused(ENGINE.shell, {**CYLINDER, "alpha": 20.0}, ["alpha", "20.0", "'cylinder'", "cone"])
+        self.refused(ENGINE.external, {**VACUUM, "length": 60.0}, ["length", "60.0", "'sphere'"])
+        self.refused(ENGINE.flange, {**RING, "LjID": 25.0}, ["LjID", "25.0", "'loose ring'", "lap joint"])
+        self.refused(ENGINE.flange, {**RING, "root_area": 0.5}, ["root_area", "0.5", "'TEMA'"])
+        self.refused(ENGINE.flange, {**RING, "channel_cover": True}, ["channel_cover", "'loose ring'"])
+        for calculate, data in ((ENGINE.flange, RING), (ENGINE.external, VACUUM)):
+            self.refused(calculate, {**data, "older_division_2": True}, ["older_division_2", "'VIII-1'"])
+
+    def test_what_an_element_needs_is_named(self):
+        cone, head = {**CYLINDER, "element": "cone"}, {**CYLINDER, "element": "torispherical", "L": 90.0}
+        self.refused(ENGINE.shell, cone, ["alpha", "'cone'", "degrees"])
+        self.refused(ENGINE.shell, head, ["r is missing", "'torispherical'"])
+        self.refused(ENGINE.shell, {**head, "r": 0.0}, ["r: 0.0"])
+        self.refused(ENGINE.external, {**VACUUM, "element": "cylinder"}, ["length", "in"])
+        for name in ("t", "A", "bolts"):  # the engine would take 2 inches for the thickness
+            without = {key: RING[key] for key in RING if key != name}
+            self.refused(ENGINE.flange, without, [f"{name} is missing"])
+        self.refused(ENGINE.flange, {**RING, "type": "weld neck"}, ["go is missing", "'weld neck'"])
+        self.refused(ENGINE.flange, {**RING, "threads": "special"}, ["root_area is missing"])
+
+    def test_buckling_stress_needs_the_yield_stress(self):
+        # without one the engine goes by the charts
+        without = {key: VACUUM[key] for key in VACUUM if key != "Fy"}
+        self.refused(ENGINE.external, without, ["Fy is missing", "psi"])
+        self.refused(ENGINE.external, {**VACUUM, "Fy": 0.0}, ["Fy: 0.0"])
+        self.refused(ENGINE.external, {**without, "case_2286": 0, "code": "VIII-2"}, ["Fy", "'VIII-2'"])
+        by_charts = ENGINE.external({**without, "case_2286": False})
+        older = ENGINE.external({**VACUUM, "case_2286": False, "code": "VIII-2", "older_division_2": True})
+        self.assertEqual((by_charts.maep, by_charts.Fha), (older.maep, 0.0))
+        self.assertNotEqual(by_charts.maep, ENGINE.external(VACUUM).maep)
+
+    def test_table_g_is_another_factor_a(self):
+        data = {**VACUUM, "element": "cylinder", "length": 600.0, "case_2286": False}
+        self.assertNotEqual(ENGINE.external(data).A, ENGINE.external({**data, "table_g": True}).A)
+
+    def test_a_value_outside_its_limits_is_named(self):
+        for name, value in (("t", 0), ("t", -1.0), ("D", 0.0), ("E", 1.5), ("E", 0.0), ("c", -0.1)):
+            self.refused(ENGINE.shell, {**CYLINDER, name: value}, [f"{name}: {value!r}"])
+        self.refused(ENGINE.shell, {**CYLINDER, "c": 1.125}, ["t: of 1.125"])
+        self.refused(ENGINE.external, {**VACUUM, "P": -15.0}, ["P: -15.0", "psi"])
+
+    def test_a_switch_is_true_or_false(self):
+        for value in (2, -1, "yes"):
+            self.refused(ENGINE.shell, {**CYLINDER, "outside": value}, [f"outside: {value!r}"])
+        self.refused(ENGINE.flange, {**RING, "standard": 5}, ["standard: 5"])
+        self.refused(ENGINE.shell, {**CYLINDER, "element": True}, ["element: True"])
+
+    def test_a_part_of_a_bolt_is_refused(self):
+        self.refused(ENGINE.flange, {**RING, "bolts": 20.5}, ["bolts: 20.5"])
+        self.refused(ENGINE.flange, {**RING, "column": 3}, ["column: 3", "'II'"])
+
+    def test_the_number_that_stands_for_no_value_is_refused(self):
+        # the engine would take 0.0 for it
+        self.refused(ENGINE.flange, {**RING, "P": -1.0101}, ["P: -1.0101"])
+
+    def test_a_modulus_table_that_the_data_files_do_not_have_is_named(self):
+        # the engine would take carbon steel
+        self.refused(ENGINE.modulus, 200.0, ["reference: 99", "1, "], 99)
+        self.refused(ENGINE.shell, {**CYLINDER, "material": 99}, ["material: 99"])
+        self.refused(ENGINE.external, {**VACUUM, "material": 99}, ["material: 99"])
+        self.refused(ENGINE.flange, {**RING, "material_class": 99}, ["material_class: 99"])
+
+    def test_a_text_that_the_report_cannot_show_is_named(self):
+        for value in ("x" * 16, "\u6cd5\u5170", "a\nb", "a\0b", 3):
+            self.refused(ENGINE.flange, {**RING, "description": value}, ["description", repr(value)])
+        shown = ENGINE.flange({**RING, "description": "Fl\xe4nsch \xb0"}).report
+        self.assertTrue(any("Fl\xe4nsch \xb0" in line.text for line in shown))
+
+    def test_the_minimum_of_air_and_water_is_for_materials_of_its_list(self):
+        # UG-16(b)(4): 3/32 in
+        thin = {**CYLINDER, "P": 1.0, "service": "air, steam and water"}
+        self.refused(ENGINE.shell, thin, ["material_name"])
+        self.assertEqual(ENGINE.shell({**thin, "material_name": "SA-516 70"}).t_req, 0.09375)
+        self.assertEqual(ENGINE.shell({**thin, "material_name": "SA-240 304"}).t_req, 0.0625)
+
+    def test_a_partition_gasket_counts_when_any_of_its_keys_is_given(self):
+        part = {"lp": 10.0, "mPart": 1.0, "yPart": 200.0, "sketch_part": "1a", "column_part": "II"}
+        by_key = ENGINE.flange({**RING, **part})
+        self.assertEqual(by_key, ENGINE.flange({**RING, **part, "partition_gasket": True}))
+        self.assertNotEqual(by_key.report, ENGINE.flange(RING).report)
+
+    def test_numbers_of_numpy(self):
+        try:
+            import numpy
+        except ImportError:
+            print("numpy is not installed: its numbers are not tested", file=sys.stderr)
+            self.skipTest("no numpy")
+        expected = ENGINE.shell(CYLINDER)
+        for kind in (numpy.float64, numpy.float32, numpy.array):
+            self.assertEqual(ENGINE.shell({**CYLINDER, "t": kind(1.125)}), expected)
+        flags = {"material": numpy.int64(1), "outside": numpy.bool_(False)}
+        self.assertEqual(ENGINE.shell({**CYLINDER, **flags}), expected)
+        for value in (numpy.array([1.125]), numpy.complex64(1), numpy.bool_(True), numpy.float32("nan")):
+            self.refused(ENGINE.shell, {**CYLINDER, "t": value}, ["t: ", repr(value)])
 
     def test_a_chart_that_the_data_files_do_not_have_is_named(self):
         self.refused(ENGINE.external, {**VACUUM, "chart": "CS-22"}, ["'CS-22'", "CS-2"])
@@ -150,15 +261,59 @@ class Library(unittest.TestCase):
 
     def test_the_data_files_come_from_the_data_folder(self):
         program = (
-            f"e = tarvane.Engine({str(self.path)!r}, data_folder='empty')\n"
+            f"e = tarvane.Engine({str(self.path)!r}, data_folder='bolts')\n"
             f"print(e.modulus(70.0, 1))\n"
             f"e = tarvane.Engine({str(self.path)!r}, data_folder={str(self.path.parent)!r})\n"
             f"print(e.modulus(70.0, 1) > 20.0)\n"
         )
         with tempfile.TemporaryDirectory() as folder:
-            Path(folder, "empty").mkdir()
+            Path(folder, "bolts").mkdir()
+            Path(folder, "bolts", "BOLTDATA.TXT").touch()
             found = self.python(program, folder)
         self.assertEqual(found.stdout.split(), ["0.0", "True"], found.stderr)
+
+    def test_a_folder_without_data_files_is_refused(self):
+        with tempfile.TemporaryDirectory() as folder:
+            with self.assertRaises(FileNotFoundError) as caught:
+                tarvane.Engine(self.path, data_folder=folder)
+            self.assertIn(folder, str(caught.exception))
+            self.assertIn("ElastAlp07.txt", str(caught.exception))
+
+    def test_a_path_that_is_none_is_named(self):
+        for value in ("", 3):
+            for name in ("library", "data_folder"):
+                with self.assertRaises((TypeError, ValueError)) as caught:
+                    tarvane.Engine(**{"library": self.path, name: value})
+                self.assertIn(f"{name}: {value!r}", str(caught.exception))
+
+    def test_an_engine_does_not_take_the_data_folder_of_another(self):
+        # once given, a folder can't be taken back from the engine
+        program = (
+            f"path, folder = {str(self.path)!r}, {str(self.path.parent)!r}\n"
+            "first, second = tarvane.Engine(path), tarvane.Engine(path, data_folder=folder)\n"
+            "print(first.modulus(70.0, 1) == second.modulus(70.0, 1))\n"
+            "try:\n    first.modulus(70.0, 1)\nexcept RuntimeError as error: print(folder in str(error))\n"
+            "print(tarvane.Engine(path, folder).modulus(70.0, 1) > 20.0)\n"
+        )
+        found = self.python(program, "/")
+        self.assertEqual(found.stdout.split(), ["True"] * 3, found.stderr)
+
+    def test_where_the_engine_looks_for_its_data_is_that_of_its_sources(self):
+        source = (HEADER.parents[2] / "engine" / "host" / "platform.h").read_text()
+        keys = dict(re.findall(r'std::string_view (\w+_KEY) = "(.*)";', source))
+        self.assertEqual(_library._PRODUCT.decode(), keys["PRODUCT_KEY"])
+        self.assertEqual(_library._VERSION.decode(), keys["VERSION_KEY"])
+        self.assertIn("[CS-2]", ENGINE._library.data_file("ExtChartData.txt"))
+
+    def test_the_package_needs_the_standard_library_alone(self):
+        # a folder of its own: neither installed packages nor those of the user
+        found = subprocess.run(
+            [sys.executable, "-I", "-S", "-c",
+             f"import sys; sys.path.append({str(PACKAGE.parent)!r}); import tarvane; "
+             f"print(tarvane.Engine({str(self.path)!r}).modulus(70.0, 1) > 20.0, 'numpy' in sys.modules)"],
+            capture_output=True, text=True, check=False,
+        )  # fmt: skip
+        self.assertEqual(found.stdout.split(), ["True", "False"], found.stderr)
 
 
 class Flange(unittest.TestCase):
@@ -249,6 +404,41 @@ class Calls(unittest.TestCase):
 
     def test_no_value_is_the_single_precision_number(self):
         self.assertEqual(ctypes.c_float(tarvane.NO_VALUE).value, tarvane.NO_VALUE)
+
+    def test_help_tells_the_unit_of_every_key(self):
+        told = {"flange": (tarvane.FLANGE_KEYS, tarvane.FLANGE_TEXTS, tarvane.FLANGE_FLAGS),
+                "shell": (tarvane.SHELL_KEYS, tarvane.SHELL_TEXTS),
+                "external": (tarvane.EXTERNAL_KEYS, tarvane.EXTERNAL_TEXTS)}  # fmt: skip
+        text = pydoc.plain(pydoc.render_doc(tarvane))
+        self.assertEqual(set(told), set(re.findall(r"^     \|  (\w+)\(self, data", text, re.MULTILINE)))
+        for method, tables in told.items():
+            text = pydoc.plain(pydoc.render_doc(getattr(tarvane.Engine, method)))
+            for name, key in [pair for keys in tables for pair in keys.items()]:
+                unit = getattr(key, "unit", "")
+                start = re.escape(name) + r" +" + (re.escape(f"({unit}) ") if unit else r"\w")
+                self.assertRegex(text, rf"(?m)^ +{start}")
+
+    def test_help_tells_the_unit_of_every_result(self):
+        dimensionless = {"A", "record", "report"}
+        for result in (tarvane.FlangeResult, tarvane.ShellResult, tarvane.ExternalResult):
+            text = pydoc.plain(pydoc.render_doc(result))
+            paragraphs = re.split(r"\n \|  (?=\w+  )", text)
+            for field in dataclasses.fields(result):
+                told = [p for p in paragraphs if p.startswith(field.name + " ")]
+                self.assertEqual(len(told), 1, field.name)
+                if field.name not in dimensionless:
+                    self.assertRegex(told[0], r"\((in|psi|lb|in-lb|sq in)\)", field.name)
+
+    def test_every_function_is_annotated(self):
+        self.assertTrue((PACKAGE / "py.typed").exists())
+        functions = [node for path in PACKAGE.glob("*.py") for node in ast.walk(ast.parse(path.read_text()))
+                     if isinstance(node, ast.FunctionDef)]  # fmt: skip
+        self.assertGreater(len(functions), 30)
+        for function in functions:
+            self.assertIsNotNone(function.returns, function.name)
+            given = function.args.args + function.args.kwonlyargs
+            bare = [a.arg for a in given if a.annotation is None and a.arg != "self"]
+            self.assertEqual(bare, [], function.name)
 
     def test_every_key_tells_its_meaning(self):
         for keys in (tarvane.FLANGE_KEYS, tarvane.SHELL_KEYS, tarvane.EXTERNAL_KEYS):
