@@ -31,3 +31,14 @@ def check_modulus(library: Library, name: str, reference: int) -> None:
             known.append(int(first[0]))
     if known and reference not in known:
         raise InputError(f"{name}: {reference} is none of {MODULUS_FILE}: {', '.join(map(str, known))}")
+
+
+def modulus_at(library: Library, name: str, reference: int, temperature: float, code: int) -> float:
+    """ASMEMOD (millions of psi); 0.0 without the modulus file. Raises InputError where the table has no value
+    at the temperature: the engine takes carbon steel then, and tells it in the report only."""
+    library.report_to_store()
+    result = float(library.call("ASMEMOD", temperature, reference, code))
+    refused = any("Invalid reference # encountered" in line.text for line in library.report_lines())
+    if refused and library.data_file(MODULUS_FILE, beside_library=True) is not None:
+        raise InputError(f"{name}: table {reference} of {MODULUS_FILE} has no modulus at {temperature:g} F")
+    return result

@@ -9,15 +9,14 @@ import threading
 from typing import Any, Callable, Mapping, Optional, TypeVar, Union
 
 from . import _external, _flange, _shell
-from ._data import CHART_FILE, MODULUS_FILE, check_modulus
-from ._keys import Key, described, read_numbers
+from ._data import CHART_FILE, MODULUS_FILE, check_modulus, modulus_at
+from ._keys import InputError, Key, described, read_numbers, read_text
 from ._library import Library, PathName, path_text
 
 Result = TypeVar("Result")
 Method = TypeVar("Method", bound=Callable[..., Any])
 
 _FUNCTION = getattr(ctypes, "WINFUNCTYPE", ctypes.CFUNCTYPE)
-_TEXTS = _FUNCTION(None, ctypes.c_void_p, ctypes.c_char_p, ctypes.c_char_p)
 _CODE = _FUNCTION(None, ctypes.c_void_p, ctypes.c_int32)
 
 
@@ -25,6 +24,7 @@ _CODE = _FUNCTION(None, ctypes.c_void_p, ctypes.c_int32)
 _ONE_AT_A_TIME = threading.Lock()
 _LONGEST_FOLDER = 256
 _BOLT_FILE = "BOLTDATA.TXT"
+_CHART_NAME = 8
 
 # Loaded libraries whose data folder was given: it can be changed, but not be taken back.
 _given_folders: dict[int, str] = {}
@@ -43,7 +43,7 @@ class EngineStopped(RuntimeError):
 class _Services(ctypes.Structure):
     _fields_ = [
         ("version", ctypes.c_int32),
-        ("message_box", _TEXTS),
+        ("message_box", ctypes.c_void_p),
         ("dialog_text", ctypes.c_void_p),
         ("end_dialog", ctypes.c_void_p),
         ("report_fatal", _CODE),
@@ -99,12 +99,9 @@ class Engine:
         self._library = Library(library)
         if folder is not None:
             self._library.data_folder = folder
-        self.messages: list[str] = []
-        """Texts of the engine's message boxes during the latest calculation."""
         self._fatal: Optional[int] = None
         self._services = _Services(
             version=1,
-            message_box=_TEXTS(lambda _, text, __: self.messages.append(text.decode("latin-1"))),
             report_fatal=_CODE(lambda _, code: setattr(self, "_fatal", code)),
             stop=_CODE(lambda _, __: None),  # the engine's call then comes back at once
         )
@@ -141,20 +138,32 @@ class Engine:
         """
         return self._run(_external.calculate, data)
 
-    def modulus(self, temperature: float, reference: int, code: Union[int, str] = "VIII-1") -> float:
-        """Elastic modulus in millions of psi at a temperature (F) by the reference number of its table.
+    def modulus(
+        self, temperature: float, reference: int = 1, code: Union[int, str] = "VIII-1", chart: str = ""
+    ) -> float:
+        """Elastic modulus in millions of psi at a temperature (F): for the codes 'VIII-1' and 'VIII-2' by the
+        reference number of its table, for 'PD 5500' and 'EN 13445' by the material's external pressure chart
+        ('HA-3' austenitic, 'NFT-1' titanium, any other carbon steel).
 
-        Raises InputError for a reference that the data files do not have; 0.0 where the table has no value at
-        the temperature, and without data files.
+        Raises InputError for a reference that the data files do not have, at this temperature or at all;
+        0.0 without data files.
         """
         given = {"temperature": temperature, "reference": reference, "code": code}
         v = read_numbers(given, _MODULUS_KEYS)
+        asme = v["code"] <= _flange.CODES["VIII-2"]
+        name = read_text({"chart": chart}, "chart", _CHART_NAME)
+        if name and asme:
+            raise InputError(f"chart: {chart!r} has no effect on code {code!r}")
+        if not name and not asme:
+            raise InputError(f"chart is missing for code {code!r}: external pressure chart of the material")
         with _ONE_AT_A_TIME:
             self._prepare()
-            if v["code"] <= _flange.CODES["VIII-2"]:
+            if asme:
                 check_modulus(self._library, "reference", int(v["reference"]))
-            result = self._library.call("ASMEMOD", v["temperature"], int(v["reference"]), int(v["code"]))
-            return float(result)
+            self._library.call("SET_CHART", name)
+            return modulus_at(
+                self._library, "reference", int(v["reference"]), v["temperature"], int(v["code"])
+            )
 
     def _run(self, calculate: Callable[[Library, Mapping[str, Any]], Result],
              data: Mapping[str, Any]) -> Result:  # fmt: skip
@@ -176,7 +185,7 @@ class Engine:
                 f"another Engine of this process gave the data folder {_given_folders[loaded]}, which can't "
                 "be taken back: give data_folder to this one too"
             )
-        self.messages, self._fatal = [], None
+        self._fatal = None
         library.call("RESET_ENGINE")
         library.call("SET_HOST_SERVICES", self._services)
         library.call("SET_METRIC_CONSTANTS")

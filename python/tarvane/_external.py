@@ -112,10 +112,7 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ExternalResult:
     library.variable("GLOBALS_mp_G_NUSE_CASE2286").value = int(v["case_2286"])
     library.variable("GLOBALS_mp_G_NUSE_OLD_DIV_2").value = int(v["older_division_2"])
     library.variable("GLOBALS_mp_G_NUSE_TABLEG").value = int(v["table_g"])
-    library.call("BEGIN_REPORT")
-    library.call("SET_IWRITE", 1)
-    library.call("SET_IWRTFL", 1)
-    library.call("SET_IOUT", -1)
+    library.report_to_store()
     maep, slen, Do, A, B, Fha, fail_ca = (Real() for _ in range(7))
     tca = Real(v["t"])
     before = [Real(v["P"]), Real(v["T"])]

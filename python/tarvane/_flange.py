@@ -251,9 +251,7 @@ def calculate(library: Library, data: Mapping[str, Any]) -> FlangeResult:
     map_nc, t_req_new_cold, t_req_new, mawp, t_req = (Real() for _ in range(5))
     rigidity = Integer(int(v["rigidity"]))
     external = record[3] < 0.0
-    library.call("SET_IWRITE", 1)
-    library.call("SET_IWRTFL", 1)
-    library.call("SET_IOUT", -1)
+    library.report_to_store()
     library.call(
         "FLANGE_CALC", record, text, 1, 2 if external else 1, map_nc, t_req_new_cold, t_req_new,
         mawp, t_req, 0, rigidity, int(v["code"]), 0, 0, v["E"], int(v["corroded_rigidity"]),

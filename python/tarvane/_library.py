@@ -140,6 +140,13 @@ class Library:
         )  # fmt: skip
         return os.fsdecode(path.raw.rstrip(b" "))
 
+    def report_to_store(self) -> None:
+        """Begins a report, in the line store."""
+        self.call("BEGIN_REPORT")
+        self.call("SET_IWRITE", 1)
+        self.call("SET_IWRTFL", 1)
+        self.call("SET_IOUT", -1)
+
     def report_lines(self) -> list[ReportLine]:
         """What the line store holds."""
         count = Integer()

@@ -5,7 +5,7 @@ from __future__ import annotations
 from dataclasses import dataclass
 from typing import Any, Mapping, Optional
 
-from ._data import check_modulus
+from ._data import check_modulus, modulus_at
 from ._keys import InputError, Key, check_names, read_numbers, read_text
 from ._library import Integer, Library, Real
 
@@ -50,6 +50,9 @@ SHELL_TEXTS: dict[str, str] = {
 """Texts of a shell or head under internal pressure."""
 
 _LONGEST_NAME = 40
+_FORMED = (ELEMENTS["elliptical"], ELEMENTS["torispherical"])
+_LEAST_YIELD = 1000.0  # of Appendix 1-4(f) (psi)
+_VIII_1 = 1
 
 
 @dataclass(frozen=True)
@@ -93,6 +96,8 @@ def calculate(library: Library, data: Mapping[str, Any]) -> ShellResult:
     v = read_numbers(data, SHELL_KEYS, "element")
     check_wall(data, v)
     check_modulus(library, "material", int(v["material"]))
+    if v["element"] in _FORMED and v["Sy"] > _LEAST_YIELD:
+        modulus_at(library, "material", int(v["material"]), v["T"], _VIII_1)
     name = read_text(data, "material_name", _LONGEST_NAME)
     if v["service"] == SERVICES["air, steam and water"] and not name:
         meaning = SHELL_TEXTS["material_name"]

@@ -167,6 +167,18 @@ class Input(unittest.TestCase):
         self.refused(ENGINE.external, {**VACUUM, "material": 99}, ["material: 99"])
         self.refused(ENGINE.flange, {**RING, "material_class": 99}, ["material_class: 99"])
 
+    def test_a_modulus_beyond_the_end_of_its_table_is_named(self):
+        self.refused(ENGINE.modulus, 1400.0, ["table 1", "1400 F"], 1)
+        head = {**CYLINDER, "element": "torispherical", "L": 90.0, "r": 6.0, "T": 1400.0}
+        self.refused(ENGINE.shell, {**head, "Sy": 30000.0}, ["table 1", "1400 F"])
+        self.assertIsNone(ENGINE.shell(head).t_14f)
+
+    def test_moduli_of_pd_5500_go_by_the_chart(self):
+        carbon, austenitic = (ENGINE.modulus(70.0, code="PD 5500", chart=c) for c in ("CS-2", "HA-3"))
+        self.assertNotEqual(carbon, austenitic)
+        self.refused(lambda chart: ENGINE.modulus(70.0, 1, "PD 5500", chart), "", ["chart", "'PD 5500'"])
+        self.refused(lambda chart: ENGINE.modulus(70.0, 1, "VIII-1", chart), "CS-2", ["chart: 'CS-2'"])
+
     def test_a_text_that_the_report_cannot_show_is_named(self):
         for value in ("x" * 16, "\u6cd5\u5170", "a\nb", "a\0b", 3):
             self.refused(ENGINE.flange, {**RING, "description": value}, ["description", repr(value)])
@@ -271,6 +283,24 @@ class Library(unittest.TestCase):
             Path(folder, "bolts", "BOLTDATA.TXT").touch()
             found = self.python(program, folder)
         self.assertEqual(found.stdout.split(), ["0.0", "True"], found.stderr)
+
+    def test_carbon_steel_does_not_stand_in_for_a_table_that_ends(self):
+        text = ENGINE._library.data_file("ElastAlp07.txt")
+        row = next(line for line in text.splitlines() if line.split()[:1] == ["21"])
+        last = [value for value in row.split() if value != "0.00"][-2]  # at 1100 F
+        program = (
+            f"e = tarvane.Engine({str(self.path)!r}, data_folder='short')\n"
+            "print(e.modulus(900.0, 21) > 20.0, e.modulus(1080.0, 1) > 18.0)\n"
+            "e.modulus(1080.0, 21)"
+        )
+        with tempfile.TemporaryDirectory() as folder:
+            Path(folder, "short").mkdir()
+            short = row[:62] + row[62:].replace(last, "0.00".rjust(len(last)), 1)
+            Path(folder, "short", "ElastAlp07.txt").write_text(text.replace(row, short), "latin-1")
+            found = self.python(program, folder)
+        self.assertEqual(found.stdout.split(), ["True", "True"], found.stderr)
+        self.assertIn("InputError: reference: table 21", found.stderr)
+        self.assertIn("1080 F", found.stderr)
 
     def test_a_folder_without_data_files_is_refused(self):
         with tempfile.TemporaryDirectory() as folder:
