@@ -2,9 +2,9 @@
 # Fortran module.
 #   cmake -DSOURCE=folder -P guide_listings.cmake
 cmake_policy(SET CMP0007 NEW)
-set(example_c three_elements.c)
-set(example_fortran three_elements.f90)
-set(example_python three_elements.py)
+set(examples_c three_elements.c vessel.c)
+set(examples_fortran three_elements.f90)
+set(examples_python three_elements.py)
 
 # Square brackets and semicolons would make and break up lists.
 function(read_text path result)
@@ -17,10 +17,17 @@ endfunction()
 
 foreach(language c fortran python)
     set(found_${language} 0)
-    read_text(${SOURCE}/examples/hosts/${example_${language}} program_${language})
+    set(program_${language} "")
+    foreach(example ${examples_${language}})
+        read_text(${SOURCE}/examples/hosts/${example} program)
+        string(APPEND program_${language} "${program}")
+    endforeach()
 endforeach()
-read_text(${SOURCE}/fortran/tarvane.f90 module)
-string(APPEND program_fortran "${module}")
+file(GLOB modules ${SOURCE}/fortran/*.f90 ${SOURCE}/fortran/*.inc)
+foreach(path ${modules})
+    read_text(${path} module)
+    string(APPEND program_fortran "${module}")
+endforeach()
 foreach(guide docs/host-guide.md python/README.md)
     read_text(${SOURCE}/${guide} rest)
     while(rest MATCHES "\n```(c|fortran|python)\n")
