@@ -23,17 +23,8 @@ static void begin_vessel(int32_t code) {
     static const float factors[11] = {25.4f, 0.00689475729f, 25.4f,       0.00689475729f,
                                       1.0f,  4.44822162f,    1.35581795f, 645.16f,
                                       32.0f, 1.8f,           0.45359237f};
-    static const char* const labels[10] = {"mm",
-                                           "MPa",
-                                           "mm",
-                                           "MPa",
-                                           "",
-                                           "N",
-                                           "N-m",
-                                           "mm\xb2",
-                                           "\xb0"
-                                           "C",
-                                           "kg"};
+    static const char* const labels[10] = {"mm", "MPa", "mm",     "MPa",   "",
+                                           "N",  "N-m", "mm\262", "\260C", "kg"};
     char text[10][10];
     int i;
 
