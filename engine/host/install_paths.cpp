@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view ONE_SEPARATOR(&SEPARATOR, 1);
 
+constexpr std::string_view HELP_PROGRAM = "Help.exe", ERROR_PROGRAM = "TvError.exe";
+
 constexpr Int JAPANESE = 1041;
 constexpr Int CHINESE = 2052;
 
@@ -48,6 +50,16 @@ Int library_folder(Text<260>& folder) {
     if (dir.empty() || dir.ends_with('/') || dir.ends_with('\\'))
         return put_together(folder, {dir});
     return put_together(folder, {dir, ONE_SEPARATOR});
+}
+
+// Starts a program that lies beside the library, where that is known.
+bool start_beside_library(std::string_view program, std::string_view command, bool wait) {
+    Text<260> folder;
+    const Int folder_len = library_folder(folder);
+    Text<300> file;
+    Int length = 0;
+    if (folder_len > 0) length = put_together(file, {folder.columns(1, folder_len), program});
+    return platform::start_program(file.columns(1, length), command, wait);
 }
 
 } // namespace
@@ -99,21 +111,21 @@ Int HELP_COMMAND(Int topic, Text<600>& command) {
     const NumberPiece number(topic);
     const bool with_topic = topic != 0;
     return put_together(command,
-                        {library, "Help.exe /content \"TV", ONE_SEPARATOR, language_folder(), "\"",
-                         with_topic ? " /topic " : "", with_topic ? number.view() : ""});
+                        {library, HELP_PROGRAM, " /content \"TV", ONE_SEPARATOR, language_folder(),
+                         "\"", with_topic ? " /topic " : "", with_topic ? number.view() : ""});
 }
 
 void LAUNCH_HELP(Int topic) {
     Text<600> command;
     const Int length = HELP_COMMAND(topic, command);
-    platform::start_program(Terminated<601>(command.columns(1, length)).get(), false);
+    start_beside_library(HELP_PROGRAM, command.columns(1, length), false);
 }
 
 Int FATAL_COMMAND(Int code, Text<600>& command) {
     Text<260> folder;
     const Int folder_len = library_folder(folder);
-    return put_together(
-        command, {folder.columns(1, folder_len), "TvError.exe ", NumberPiece(code).view(), " 2"});
+    return put_together(command, {folder.columns(1, folder_len), ERROR_PROGRAM, " ",
+                                  NumberPiece(code).view(), " 2"});
 }
 
 void REPORT_FATAL(Int code) {
@@ -123,8 +135,10 @@ void REPORT_FATAL(Int code) {
     }
     Text<600> command;
     const Int length = FATAL_COMMAND(code, command);
-    if (!platform::start_program(Terminated<601>(command.columns(1, length)).get(), true))
-        platform::show_last_error(nullptr);
+    if (start_beside_library(ERROR_PROGRAM, command.columns(1, length), true)) return;
+    char text[512];
+    const Int text_len = platform::last_error(text, static_cast<Int>(sizeof text));
+    if (text_len > 0) MESSAGE_BOX({text, static_cast<std::size_t>(text_len)}, "GetLastError");
 }
 
 void FATAL_STOP(Int code) {

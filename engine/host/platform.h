@@ -76,10 +76,11 @@ void message_box(void* window, const char* text, const char* title);
 void dialog_text(void* window, Int control, const char* text);
 void end_dialog(void* window);
 
-// Starts a program by its command line, waiting for its end if wanted. False when it can't start.
-bool start_program(const char* command, bool wait);
-// The system's own text for the last error, in a message box.
-void show_last_error(void* window);
+// Starts a program, by the path of its file and its command line, and waits for its end if wanted. Without
+// a path the system looks for what the command line names. False when it can't start.
+bool start_program(std::string_view program, std::string_view command, bool wait);
+// The system's own text for the last error; its length, 0 if there is none.
+Int last_error(char* into, Int width);
 
 void clock(Int& year, Int& month, Int& day, Int& hour, Int& minute);
 

@@ -261,8 +261,8 @@ Int default_system_folder(Int, std::string_view, std::string_view, Text<260>& pa
 void message_box(void*, const char*, const char*) {}
 void dialog_text(void*, Int, const char*) {}
 void end_dialog(void*) {}
-bool start_program(const char*, bool) { return false; }
-void show_last_error(void*) {}
+bool start_program(std::string_view, std::string_view, bool) { return false; }
+Int last_error(char*, Int) { return 0; }
 
 void clock(Int& year, Int& month, Int& day, Int& hour, Int& minute) {
     const std::time_t now = std::time(nullptr);

@@ -31,7 +31,7 @@ constexpr DWORD SHARED = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 Int opened_for_writing(std::string_view path, DWORD disposition) {
     const PathName name(path);
     if (path.empty() || !name.complete()) return -1;
-    return opened(CreateFileA(name.get(), GENERIC_READ | GENERIC_WRITE | DELETE, SHARED, nullptr,
+    return opened(CreateFileA(name.get(), GENERIC_READ | GENERIC_WRITE, SHARED, nullptr,
                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
@@ -54,7 +54,6 @@ bool open_settings_key(std::string_view product, std::string_view version, HKEY&
 // Adds one level to a folder's path, which ends in a separator, and creates it if it is absent.
 bool enter_folder(Text<260>& path, Int& length, std::string_view level) {
     Text<260> longer;
-    longer = path.view();
     const Int size = put_together(longer, {path.columns(1, length), level, "\\"});
     if (size == 0) return false;
     const Terminated<261> name(longer.columns(1, size - 1));
@@ -104,10 +103,16 @@ bool seek_to(Int handle, Int offset) {
 
 void close_handle(Int handle) { CloseHandle(file(handle)); }
 
+// The right to delete is asked for only here: a program that reads a report while it is written need
+// not share that right.
 void delete_and_close(Int handle) {
-    FILE_DISPOSITION_INFO disposition;
-    disposition.DeleteFile = TRUE;
-    SetFileInformationByHandle(file(handle), FileDispositionInfo, &disposition, sizeof disposition);
+    const HANDLE again = ReOpenFile(file(handle), DELETE, SHARED, 0);
+    if (again != INVALID_HANDLE_VALUE) {
+        FILE_DISPOSITION_INFO disposition;
+        disposition.DeleteFile = TRUE;
+        SetFileInformationByHandle(again, FileDispositionInfo, &disposition, sizeof disposition);
+        CloseHandle(again);
+    }
     CloseHandle(file(handle));
 }
 
@@ -137,14 +142,17 @@ bool setting(std::string_view product, std::string_view version, std::string_vie
              Text<260>& value) {
     HKEY key = nullptr;
     if (!open_settings_key(product, version, key)) return false;
-    char text[261];
+    constexpr DWORD LONGEST = 260;
+    char text[LONGEST + 2];
     DWORD size = sizeof text - 1, type = 0;
     const LSTATUS status = RegQueryValueExA(key, Terminated<64>(name).get(), nullptr, &type,
                                             reinterpret_cast<BYTE*>(text), &size);
     RegCloseKey(key);
     if (status != ERROR_SUCCESS || type != REG_SZ) return false;
     text[size] = '\0'; // a string of the registry need not end in one
-    value = std::string_view(text);
+    const std::string_view given(text);
+    if (given.size() > LONGEST) return false;
+    value = given;
     return true;
 }
 
@@ -181,14 +189,16 @@ void end_dialog(void* window) {
     if (window != nullptr) EndDialog(static_cast<HWND>(window), 0);
 }
 
-bool start_program(const char* command, bool wait) {
+bool start_program(std::string_view program, std::string_view command, bool wait) {
+    const PathName name(program);
     char line[601]; // the system may write into it
-    lstrcpynA(line, command, static_cast<int>(sizeof line));
+    lstrcpynA(line, Terminated<601>(command).get(), static_cast<int>(sizeof line));
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, line, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process))
+    // Without its file the system would look for the program at each blank of the command line.
+    if (!CreateProcessA(program.empty() ? nullptr : name.get(), line, nullptr, nullptr, FALSE, 0,
+                        nullptr, nullptr, &startup, &process))
         return false;
     if (wait) WaitForSingleObject(process.hProcess, INFINITE);
     CloseHandle(process.hThread);
@@ -196,13 +206,10 @@ bool start_program(const char* command, bool wait) {
     return true;
 }
 
-void show_last_error(void* window) {
-    char text[512];
-    const DWORD length =
+Int last_error(char* into, Int width) {
+    return static_cast<Int>(
         FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       GetLastError(), 0, text, static_cast<DWORD>(sizeof text), nullptr);
-    if (length > 0)
-        MessageBoxA(static_cast<HWND>(window), text, "GetLastError", MB_OK | MB_ICONINFORMATION);
+                       GetLastError(), 0, into, static_cast<DWORD>(width), nullptr));
 }
 
 void clock(Int& year, Int& month, Int& day, Int& hour, Int& minute) {
