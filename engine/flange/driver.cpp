@@ -85,6 +85,10 @@ void read_units(const FLANGE_RECORD& record, const char* text) {
     UNITS.weight_label = std::string_view(text + 420, 3);
 }
 
+// A record without a number in its first element cuts to a negative one, but it promises no text
+// beyond the slots of every form.
+bool is_stand_alone(const DRIVER_STATE& d) { return d.element1 < 0 && d.record(1) < 0.0f; }
+
 // The stand-alone form brings its own units, switches and destination.
 void stand_alone_form(DRIVER_STATE& d) {
     NEW_DIV_2_RULES = d.s->code == ASME_VIII_2 && *d.args->div2Edition == 0;
@@ -325,7 +329,7 @@ void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
     FLANGE_STATE& s = FLANGE;
     DRIVER_STATE d{.args = &arguments, .s = &s, .record = FLANGE_RECORD(arguments.record)};
     entry(d);
-    if (d.element1 < 0) stand_alone_form(d);
+    if (is_stand_alone(d)) stand_alone_form(d);
 
     REREAD(d);
     s.error = 0;

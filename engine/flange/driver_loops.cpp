@@ -13,6 +13,9 @@ namespace {
 
 constexpr Int COVER_ROUNDS = 200;
 constexpr Int MATING_ROUNDS = 2000;
+// Steps of a thousandth: no flange has 40 in. to lose, and a thickness that is not one must not hold
+// the host up.
+constexpr Int CORROSION_ROUNDS = 40000;
 constexpr Int PROGRESS_CONTROL = 1002;
 
 Real least(const Real (&row)[PLACES]) {
@@ -192,7 +195,7 @@ void FAILURE_CORROSION_LOOP(DRIVER_STATE& d) {
     IWRITE = IOUT = 0;
     s.kind = ANALYSE;
     s.ci = 0.01f;
-    const Int rounds = truncated(s.t / 0.001f);
+    const Int rounds = min(truncated(s.t / 0.001f), CORROSION_ROUNDS);
     Real rOp = 0.0f, rSeat = 0.0f;
     for (Int i = 1; i <= rounds; ++i) {
         if (corroded_state_ends(d, i, rOp, rSeat)) break;

@@ -12,7 +12,11 @@ namespace {
 constexpr Real STEP = 0.001f;
 constexpr Real NOT_FOUND = -1.0f;
 
-Int steps(Real t) { return truncated(t / STEP); }
+// From 0 so many steps lead to 32768 in., which a further one no longer changes: passes beyond them
+// would only hold the host up.
+constexpr Int MOST_STEPS = 25150896;
+
+Int steps(Real t) { return min(truncated(t / STEP), MOST_STEPS); }
 
 // Inside diameter.
 Real inside_diameter(const FAILURE_CA_ARGUMENTS& f) {

@@ -111,8 +111,9 @@ enum {
 
 /*
 ** Elements of the flange record, array of 200 reals, under the report's symbols. Whole numbers are
-** stored as reals and cut towards zero. "Stand-alone form" means that element 1 is negative. An
-** element that holds TARVANE_NO_VALUE counts as 0.0, and is set to 0.0 in the host's record.
+** stored as reals and cut towards zero. "Stand-alone form" means that element 1 is -1.0 or below;
+** TARVANE_NO_VALUE is so, too. Any other element that holds TARVANE_NO_VALUE counts as 0.0. All that
+** hold it are set to 0.0 in the host's record.
 */
 enum {
     /* Given */

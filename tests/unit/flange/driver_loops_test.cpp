@@ -475,6 +475,29 @@ TEST_F(Failure, GasketEatenAwayGoesToTheLesserRow) {
     EXPECT_NEAR(last().failureCa, 0.041f, 0.0011f);
 }
 
+// A thickness that is not one, in a ring that nothing overstresses.
+TEST_F(Failure, RoundsHaveALimit) {
+    const Real wide = 100000.0f, strong = 1.0e9f;
+    flange.code = EN_13445;
+    flange.set({{2, 3.0f},
+                {4, 1.0f},
+                {6, strong},
+                {7, strong},
+                {8, 1000000.0f},
+                {11, 2.0f * wide},
+                {12, wide - 10.0f},
+                {14, wide - 10.0f},
+                {16, 0.0f},
+                {17, 0.0f},
+                {18, 0.0f},
+                {19, strong},
+                {20, strong},
+                {21, wide}});
+    flange.run();
+    ASSERT_EQ(FAILURE_ROWS, 1);
+    EXPECT_NEAR(last().failureCa, 40.0f, 0.05f);
+}
+
 TEST_F(Failure, OnlyForTheFlangesItIsFor) {
     const auto runs = [&] {
         const Int before = FAILURE_ROWS;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace tarvane {
 namespace {
 
@@ -185,6 +187,20 @@ TEST_F(Driver, NewAndColdPressureRule) {
     EXPECT_EQ(NEW_AND_COLD_PRESSURE(0.0f, 0.0f), NO_VALUE);
     EXPECT_EQ(NEW_AND_COLD_PRESSURE(1.0f, 2.0f), 1.0f);
     EXPECT_EQ(NEW_AND_COLD_PRESSURE(-1.0f, 2.0f), -1.0f);
+}
+
+// What no INTEGER can hold cuts to a negative one, yet is no sign of the stand-alone form: a host that
+// did not mean it has no unit labels in its text.
+TEST_F(Driver, StandAloneFormWantsANegativeNumber) {
+    flange.at(100) = 25.4f;
+    for (const Real none : {std::numeric_limits<Real>::quiet_NaN(), 3.0e9f, 0.0f, 1.0f, -0.5f}) {
+        flange.at(1) = none;
+        flange.run();
+        EXPECT_EQ(UNITS.thickness, 1.0f) << none;
+    }
+    flange.at(1) = -1.0f;
+    flange.run();
+    EXPECT_EQ(UNITS.thickness, 25.4f);
 }
 
 // A ring inside its bore ends the host's run, unless the host's stop service comes back. The input

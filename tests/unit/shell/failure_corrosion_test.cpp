@@ -2,6 +2,8 @@
 #include "shell/failure_corrosion.h"
 #include "shell_fixture.h"
 
+#include <ctime>
+
 namespace tarvane {
 namespace {
 
@@ -118,7 +120,9 @@ TEST_F(FailureCorrosion, ConeShellAndKnuckle) {
     f.run();
     const double ca = std::cos(3.14159265358979 / 6), SE = 17000, P = 300;
     EXPECT_NEAR(f.FailCA,
-                (2 * SE * 1.5 * ca - P * 48 - 1.2 * P * 1.5 * ca) / (2 * P - 1.2 * P * ca + 2 * SE * ca), 2e-6);
+                (2 * SE * 1.5 * ca - P * 48 - 1.2 * P * 1.5 * ca) /
+                    (2 * P - 1.2 * P * ca + 2 * SE * ca),
+                2e-6);
     const auto knuckle = [&](double Ck) {
         const double Lk = 48 / (2 * ca) + Ck, M = (std::sqrt(Lk / (6 + Ck)) + 3) / 4;
         return 2 * SE * (1.5 - Ck) / (M * Lk + 0.2 * (1.5 - Ck));
@@ -212,6 +216,15 @@ TEST_F(FailureCorrosion, StepsEndWithTheThickness) {
     EXPECT_EQ(f.run().FailCA, 0.0f); // not one step
     f.t = NOT_A_NUMBER;
     EXPECT_EQ(f.run().FailCA, 0.0f);
+}
+
+// A thickness that is not one: the passes end where a step no longer changes the corrosion.
+TEST_F(FailureCorrosion, StepsThatChangeNothingTakeNoTime) {
+    Failing f;
+    f.Element = ELLIPTICAL, f.D = NOT_A_NUMBER, f.t = 2000000.0f;
+    const std::clock_t begin = std::clock();
+    EXPECT_EQ(f.run().FailCA, 32768.0f);
+    EXPECT_LT(std::clock() - begin, 3 * CLOCKS_PER_SEC); // all of the passes take longer
 }
 
 } // namespace
