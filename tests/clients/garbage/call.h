@@ -1,0 +1,97 @@
+// The arguments of one call, each in memory of its own that is as large as the header promises.
+#pragma once
+
+#include "values.h"
+
+#include "tarvane/tarvane.h"
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace garbage {
+
+// What a sequence of calls is like.
+struct Manner {
+    bool may_end = false; // a fatal stop may end the process
+    bool trace = false;
+};
+
+class Call {
+  public:
+    Call(Chance& the_chance, Noise the_noise, const Manner& the_manner,
+         std::string_view the_recipe);
+    ~Call();
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    // The next argument, by its type and by the next word of the recipe.
+    template <typename Argument>
+    Argument argument() {
+        if constexpr (std::is_same_v<Argument, std::int32_t>) {
+            return text_length; // of the text before it
+        } else {
+            using Kept = std::remove_const_t<std::remove_pointer_t<Argument>>;
+            next_word();
+            if constexpr (std::is_same_v<Kept, float>)
+                return reals();
+            else if constexpr (std::is_same_v<Kept, std::int32_t>)
+                return wholes();
+            else if constexpr (std::is_same_v<Kept, char>)
+                return text();
+            else if constexpr (std::is_same_v<Kept, void>)
+                return spare();
+            else if constexpr (std::is_same_v<Kept, void*>)
+                return window();
+            else if constexpr (std::is_same_v<Kept, TARVANE_HOST_SERVICES>)
+                return services();
+            else
+                return reinterpret_cast<Kept*>(record(sizeof(Kept)));
+        }
+    }
+
+    // Every word of the recipe was used, and each was known.
+    bool complete() const { return known && recipe.empty(); }
+    // Nothing was written outside the blocks.
+    bool blocks_intact() const;
+
+  private:
+    struct Block {
+        char* memory;
+        std::size_t size;
+    };
+
+    void next_word();
+    char* block(const void* content, std::size_t size);
+    float* reals();
+    std::int32_t* wholes();
+    char* text();
+    char* text_block(std::string content);
+    char* flange_slots();
+    void* spare();
+    void** window();
+    TARVANE_HOST_SERVICES* services();
+    char* record(std::size_t size);
+    std::size_t array_size() const;
+
+    Chance& chance;
+    Noise noise;
+    const Manner& manner;
+    std::string_view recipe, word, array;
+    bool known = true;
+    std::int32_t text_length = 0, shared_count = 0, reference = 1;
+    std::vector<Block> blocks;
+    float* flange = nullptr;
+    float* latest_real = nullptr;
+    std::int32_t* latest_whole = nullptr;
+};
+
+// Garbage in the fields of a block that the engine hands out: bytes, or words of texts and numbers.
+void scribble(Chance& chance, Noise noise, void* block, std::size_t size);
+
+// The table of services of a host that stays: its fatal report and its stop come back.
+TARVANE_HOST_SERVICES staying_services();
+
+} // namespace garbage
