@@ -7,20 +7,8 @@ namespace garbage {
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-#define GARBAGE_UNDER_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define GARBAGE_UNDER_ASAN 1
-#endif
-#endif
-
 // AddressSanitizer watches the bytes around a block; without it marks stand there.
-#ifdef GARBAGE_UNDER_ASAN
-constexpr std::size_t MARKS = 0;
-#else
-constexpr std::size_t MARKS = 64;
-#endif
+constexpr std::size_t MARKS = UNDER_ADDRESS_SANITIZER ? 0 : 64;
 constexpr char MARK = '\x5a';
 
 // What the engine tells of its host while it calls back.

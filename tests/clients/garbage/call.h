@@ -13,6 +13,18 @@
 
 namespace garbage {
 
+#if defined(__SANITIZE_ADDRESS__)
+#define GARBAGE_UNDER_ASAN true
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define GARBAGE_UNDER_ASAN true
+#endif
+#endif
+#ifndef GARBAGE_UNDER_ASAN
+#define GARBAGE_UNDER_ASAN false
+#endif
+inline constexpr bool UNDER_ADDRESS_SANITIZER = GARBAGE_UNDER_ASAN;
+
 // What a sequence of calls is like.
 struct Manner {
     bool may_end = false; // a fatal stop may end the process

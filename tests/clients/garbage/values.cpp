@@ -300,7 +300,7 @@ void sensible_flange(Chance& chance, float* record) {
     at(TARVANE_B) = reverse ? 0.6f * B : B;
     at(TARVANE_C) = C;
     at(TARVANE_A) = C + chance.between(1.0f, 3.0f) * bolt;
-    if (chance.one_in(6)) { // a cover within its bore: the fatal stop
+    if (chance.one_in(4)) { // a cover within its bore: the fatal stop
         at(TARVANE_TYPE) = 7.0f;
         at(TARVANE_B) = 1.1f * at(TARVANE_A);
     }
@@ -331,6 +331,7 @@ void sensible_flange(Chance& chance, float* record) {
     at(TARVANE_MATERIAL_CLASS) = whole(0, 12);
     at(TARVANE_D) = at(TARVANE_d) = B;
     if (chance.one_in(4)) at(TARVANE_d) = 0.7f * B;
+    if (!chance.one_in(4)) at(TARVANE_L) = 3.0f * C;
     at(TARVANE_LjID) = B + 0.2f;
     at(TARVANE_LjOD) = B + 1.2f;
     at(TARVANE_n) = chance.one_in(3) ? whole(0, 2) : 0.0f;
@@ -363,6 +364,12 @@ void sensible_flange(Chance& chance, float* record) {
     at(TARVANE_MATERIAL_METRIC) = whole(0, 1);
     at(TARVANE_MATERIAL_DIV1) = whole(0, 1);
     at(TARVANE_MATERIAL_CLASS_D2) = whole(0, 1);
+    if (chance.one_in(300)) // of a size that walks in fixed steps can't get through
+        for (const int element :
+             {TARVANE_t, TARVANE_B, TARVANE_A, TARVANE_Fod, TARVANE_Fid, TARVANE_Go, TARVANE_Gi,
+              TARVANE_go, TARVANE_g1, TARVANE_h, TARVANE_C, TARVANE_a, TARVANE_D, TARVANE_d,
+              TARVANE_SHELL_ID, TARVANE_SHELL_THICKNESS})
+            at(element) *= 10000.0f;
     const float metric = chance.one_in(2) ? 25.4f : 1.0f;
     for (int element = TARVANE_UNIT_THICKNESS; element <= TARVANE_UNIT_WEIGHT; ++element)
         at(element) = 1.0f;
