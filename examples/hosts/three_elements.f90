@@ -1,12 +1,19 @@
 ! A host in Fortran: one flange, one shell, one element under external pressure. Prints the bits of every
 ! result, so that hosts in other languages can be held against it, and the reports.
+!   three_elements_fortran [DATA_FOLDER]
 program three_elements
-    use, intrinsic :: iso_c_binding, only: c_float, c_int32_t
+    use, intrinsic :: iso_c_binding, only: c_float, c_int32_t, c_null_ptr
     use tarvane
     implicit none
 
     real(c_float), parameter :: zero = 0.0
     integer(c_int32_t), parameter :: on = 1, off = 0, carbon_steel = 1
+    character(len=260) :: folder
+    integer :: length
+
+    ! The data files lie beside the library, or in the folder that is given.
+    call get_command_argument(1, folder, length)
+    if (length > 0) call set_system_dir(folder, len_trim(folder))
 
     ! Each element begins as at load, so that none depends on the one before it.
     call fresh()
@@ -100,7 +107,6 @@ contains
 
     ! A thin torispherical head: Appendix 1-4(f) governs.
     subroutine shell()
-        integer(c_int32_t), parameter :: head = 3
         real(c_float), parameter :: p = 50.0, s = 20000.0, e = 1.0, d = 200.0, t = 0.375, c = 0.0625
         real(c_float), parameter :: k = 2.0, r = 12.0, cf = 0.3, temp = 300.0, sy = 33600.0
         real(c_float) :: l, sy_cold, mawp_14f, map_nc_14f, t_req, mawp, map_nc, stress, t_req_raw
@@ -112,11 +118,11 @@ contains
         mawp_14f = 0.0
         map_nc_14f = 0.0
         status = 0
-        call shlint(p, s, s, e, head, d, t, c, k, l, r, zero, zero, zero, cf, zero, t_req, mawp, map_nc, &
-                    stress, carbon_steel, temp, off, t_req_raw, off, t_14f, sy, mawp_14f, map_nc_14f, &
-                    status, sy_cold, zero, off, zero, zero, zero, zero, zero, zero, off, '', 0)
-        call compute_failure_ca_div1(p, d, e, s, t, k, l, r, zero, cf, zero, head, fail_ca, off, zero, &
-                                     fail_ca_k, zero, zero, zero, zero, zero, zero, off, off)
+        call shlint(p, s, s, e, torispherical_head, d, t, c, k, l, r, zero, c_null_ptr, c_null_ptr, cf, zero, &
+                    t_req, mawp, map_nc, stress, carbon_steel, temp, off, t_req_raw, off, t_14f, sy, &
+                    mawp_14f, map_nc_14f, status, sy_cold, zero, off, zero, zero, zero, zero, zero, zero, off, '', 0)
+        call compute_failure_ca_div1(p, d, e, s, t, k, l, r, zero, cf, zero, torispherical_head, fail_ca, &
+                                     off, zero, fail_ca_k, zero, zero, zero, zero, zero, zero, off, off)
         call show('shell', 't_req', t_req)
         call show('shell', 't_req_raw', t_req_raw)
         call show('shell', 'mawp', mawp)
@@ -128,7 +134,6 @@ contains
 
     ! A cylinder under vacuum by Code Case 2286.
     subroutine external_pressure()
-        integer(c_int32_t), parameter :: cylinder = 1
         real(c_float), parameter :: p = 15.0, temp = 300.0, d = 90.0, t = 1.125, c = 0.125, k = 2.0
         real(c_float), parameter :: length = 636.0, s = 20000.0, fy = 33600.0
         real(c_float) :: maep, tca, slen, d_o, factor_a, factor_b, fha, fail_ca

@@ -1,4 +1,5 @@
-# The DLL exports both names of each routine of the list, the variables once, and nothing else.
+# The DLL exports both names of each routine of the list, the variables once, and nothing else; it needs
+# no library that Windows does not have.
 #   cmake -DOBJDUMP=objdump -DLIBRARY=tarvane.dll -DLIST=exports.def.inc -P exports_test.cmake
 file(STRINGS ${LIST} lines REGEX "^TARVANE_(ROUTINE|VARIABLE)\\(")
 set(listed "")
@@ -36,5 +37,18 @@ list(REMOVE_DUPLICATES exported)
 list(LENGTH exported distinct)
 if(NOT distinct EQUAL count)
     message(FATAL_ERROR "a name is exported twice")
+endif()
+
+set(WINDOWS_HAS advapi32.dll kernel32.dll msvcrt.dll ole32.dll shell32.dll user32.dll)
+string(REGEX MATCHALL "DLL Name: [^\n]+" needed "${output}")
+if(NOT needed)
+    message(FATAL_ERROR "no libraries told by ${OBJDUMP}")
+endif()
+list(TRANSFORM needed REPLACE "DLL Name: " "")
+list(TRANSFORM needed TOLOWER)
+set(foreign ${needed})
+list(REMOVE_ITEM foreign ${WINDOWS_HAS})
+if(foreign)
+    message(FATAL_ERROR "needs libraries beside it: ${foreign}")
 endif()
 message(STATUS "${routines} routines under two names each, ${count} names in all")

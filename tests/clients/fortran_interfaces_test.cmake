@@ -1,0 +1,144 @@
+# The Fortran module binds every name of the export list, nothing else, with as many argument words, and
+# by the C prototypes that gfortran makes of it with the types of the header; its blocks have the header's
+# layout; and each of its routines is told to be __stdcall on 32-bit Windows.
+#   cmake -DFORTRAN=gfortran -DCC=cc -DSOURCE=folder -DFOLDER=scratch -P fortran_interfaces_test.cmake
+cmake_policy(VERSION 3.25)
+set(BLOCKS
+    element_row TARVANE_ELEMENT_ROW
+    en_record TARVANE_EN_RECORD
+    failure_row TARVANE_FAILURE_ROW
+    foundation_head TARVANE_FOUNDATION_HEAD
+    foundation_horizontal "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->horizontal)"
+    foundation_vertical "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->vertical)"
+    foundations TARVANE_FOUNDATION_RECORDS
+    host_input TARVANE_HOST_INPUT
+    host_services TARVANE_HOST_SERVICES
+    material_class_row TARVANE_MATERIAL_CLASS_ROW
+    material_record TARVANE_MATERIAL_RECORD)
+
+file(MAKE_DIRECTORY ${FOLDER})
+execute_process(COMMAND ${FORTRAN} -fc-prototypes -fsyntax-only -J ${FOLDER}
+                        ${SOURCE}/fortran/tarvane.f90
+                OUTPUT_VARIABLE made COMMAND_ERROR_IS_FATAL ANY)
+# Square brackets and semicolons would make and break up lists.
+string(REPLACE "[" "<open>" made "${made}")
+string(REPLACE "]" "<close>" made "${made}")
+string(REPLACE ";" "<end>" made "${made}")
+
+set(wrong "")
+set(code "#include \"tarvane/tarvane.h\"\n#include <stddef.h>\n")
+
+# ---- blocks --------------------------------------------------------------------------------------------
+string(APPEND code "#define SAME_SIZE(ours, theirs) _Static_assert(sizeof(ours) == sizeof(theirs), #ours);\n"
+    "#define SAME_PLACE(ours, theirs, m) _Static_assert(offsetof(ours, m) == offsetof(theirs, m) && \\\n"
+    "    sizeof(((ours*)0)->m) == sizeof(((theirs*)0)->m), #ours \".\" #m);\n"
+    "#define SAME_TYPE(ours, theirs, m) _Static_assert(__builtin_types_compatible_p( \\\n"
+    "    __typeof__(((ours*)0)->m), __typeof__(((theirs*)0)->m)), #ours \".\" #m);\n")
+string(REGEX MATCHALL "typedef struct [a-z_]+ {[^}]*} [a-z_]+<end>" types "${made}")
+set(names "")
+foreach(type ${types})
+    string(REGEX REPLACE "^typedef struct ([a-z_]+) .*" "\\1" name "${type}")
+    list(APPEND names ${name})
+    list(FIND BLOCKS ${name} at)
+    if(at EQUAL -1)
+        list(APPEND wrong "the block ${name} is not the header's")
+        continue()
+    endif()
+    math(EXPR at "${at} + 1")
+    list(GET BLOCKS ${at} theirs)
+    string(APPEND code "${type}\nSAME_SIZE(${name}, ${theirs})\n")
+    string(REGEX MATCHALL "\n    [a-z_]+ [^\n]+<end>" members "${type}")
+    foreach(member ${members})
+        string(REGEX MATCH "\n    ([a-z_]+) [(]?[*]?([a-z0-9_]+)" found "${member}")
+        set(member_name ${CMAKE_MATCH_2})
+        string(APPEND code "SAME_PLACE(${name}, ${theirs}, ${member_name})\n")
+        if(member MATCHES "^\n    (float|int) [a-z]")
+            string(APPEND code "SAME_TYPE(${name}, ${theirs}, ${member_name})\n")
+        endif()
+    endforeach()
+endforeach()
+list(LENGTH BLOCKS count)
+foreach(at RANGE 0 ${count} 2)
+    if(at LESS count)
+        list(GET BLOCKS ${at} name)
+        math(EXPR at "${at} + 1")
+        list(GET BLOCKS ${at} theirs)
+        if(NOT name IN_LIST names)
+            list(APPEND wrong "there is no block ${name}")
+        endif()
+        string(APPEND code "#define ${name} ${theirs}\n")
+    endif()
+endforeach()
+
+# ---- routines and variables ----------------------------------------------------------------------------
+file(STRINGS ${SOURCE}/engine/frame/exports.def.inc lines REGEX "^TARVANE_(ROUTINE|VARIABLE)\\(")
+file(STRINGS ${SOURCE}/fortran/win32/stdcall.inc stdcall REGEX "^ *!GCC")
+list(TRANSFORM stdcall REPLACE "^ *!GCC\\$ ATTRIBUTES STDCALL :: ([a-z0-9_]+)$" "\\1")
+set(routines 0)
+set(variables 0)
+foreach(line ${lines})
+    if(line MATCHES "^TARVANE_ROUTINE\\(([A-Za-z0-9_]+), *([0-9]+), *[0-9]+\\)")
+        math(EXPR routines "${routines} + 1")
+        set(name ${CMAKE_MATCH_1})
+        set(listed ${CMAKE_MATCH_2})
+        string(TOLOWER ${name} lower)
+        if(NOT lower IN_LIST stdcall)
+            list(APPEND wrong "${name} is not in stdcall.inc")
+        endif()
+        list(REMOVE_ITEM stdcall ${lower})
+        if(NOT made MATCHES "\n([a-z]+ [*]?)${name} [(]([^\n]*)[)]<end>")
+            list(APPEND wrong "${name} has no interface")
+            continue()
+        endif()
+        set(gives "${CMAKE_MATCH_1}")
+        set(arguments "${CMAKE_MATCH_2}")
+        string(REGEX MATCHALL "[^,]+" words "${arguments}")
+        list(LENGTH words words)
+        if(NOT words EQUAL listed)
+            list(APPEND wrong "${name} has ${words} words in place of ${listed}")
+        endif()
+        # An address is an untyped one in Fortran; of two of them gfortran shows one.
+        if(gives STREQUAL "void *")
+            string(APPEND code "void *got_${name}(void) { return ${name}()<end> }\n")
+        else()
+            if(name STREQUAL "SET_HOST_WINDOW")
+                string(REPLACE "const void *" "void *const *" arguments "${arguments}")
+            endif()
+            string(APPEND code "${gives}${name}(${arguments})<end>\n")
+        endif()
+    elseif(line MATCHES "^TARVANE_VARIABLE\\(([A-Za-z0-9_]+)\\)")
+        math(EXPR variables "${variables} + 1")
+        set(name ${CMAKE_MATCH_1})
+        if(made MATCHES "\nextern int ${name}<end>")
+            string(APPEND code "extern int ${name}<end>\n")
+        else()
+            list(APPEND wrong "${name} is not bound")
+        endif()
+    endif()
+endforeach()
+if(routines EQUAL 0 OR variables EQUAL 0)
+    message(FATAL_ERROR "no names in the export list")
+endif()
+string(REGEX MATCHALL "\n[a-z]+ [*]?[A-Z0-9_]+ [(]" bound "${made}")
+list(LENGTH bound bound)
+string(REGEX MATCHALL "\nextern [a-z]+ [A-Za-z]" bound_variables "${made}")
+list(LENGTH bound_variables bound_variables)
+if(NOT bound EQUAL routines OR NOT bound_variables EQUAL variables)
+    list(APPEND wrong "bound are ${bound} routines and ${bound_variables} variables")
+endif()
+if(stdcall)
+    list(APPEND wrong "stdcall.inc names what is not listed: ${stdcall}")
+endif()
+if(wrong)
+    list(JOIN wrong "\n  " wrong)
+    message(FATAL_ERROR "the Fortran module:\n  ${wrong}")
+endif()
+
+string(REPLACE "<open>" "[" code "${code}")
+string(REPLACE "<close>" "]" code "${code}")
+string(REPLACE "<end>" ";" code "${code}")
+file(WRITE ${FOLDER}/prototypes.c "${code}")
+execute_process(COMMAND ${CC} -std=gnu11 -fsyntax-only -Werror -I ${SOURCE}/include
+                        ${FOLDER}/prototypes.c
+                COMMAND_ERROR_IS_FATAL ANY)
+message(STATUS "${routines} routines, ${variables} variables and the blocks as in the header")
