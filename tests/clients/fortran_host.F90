@@ -142,8 +142,8 @@ contains
         text = ' '
         rigidity = 0
         mawp = no_value
-        call flange_calc(record, text, text_length, 0, 1, map_nc, t_req_new_cold, t_req_new, mawp, t_req, 0, &
-                         rigidity, 1, 0, 0, 1.0_c_float, 0, 0, 0.0_c_float, 0, 0)
+        call flange_calc(record, text, text_length, 0, 1, map_nc, t_req_new_cold, t_req_new, mawp, t_req, &
+                         0, rigidity, 1, 0, 0, 1.0_c_float, 0, 0, 0.0_c_float, 0, 0)
         call check(fatal_code == 25, 'code of a fatal flange')
         call check(stopped == 1, 'stop of the run')
         call set_host_services()
@@ -219,8 +219,8 @@ contains
         call check(is_main_host() == 0, 'not the host of the suite')
         call check(lis_exempt_ss(1, 'SA-36', 5) == 0, 'no stainless steel')
         b = 0.0
-        call factor_b(0.0001_c_float, 29.0_c_float, 0.0005_c_float, 0.1_c_float, 20000.0_c_float, 0.0_c_float, &
-                      0.0_c_float, 0.0_c_float, b)
+        call factor_b(0.0001_c_float, 29.0_c_float, 0.0005_c_float, 0.1_c_float, 20000.0_c_float, &
+                      0.0_c_float, 0.0_c_float, 0.0_c_float, b)
         call check(abs(b - 1450.0) < 1.0, 'stress on the straight line')
     end subroutine
 
