@@ -649,7 +649,7 @@ TARVANE_API TARVANE_HOST_INPUT* TARVANE_CALL GETHOSTINPUT(void);
 typedef struct {
     char description[16];
     float nominal;    /* go, or t of a blind flange */
-    float failure_ca; /* corrosion allowance at failure */
+    float failure_ca; /* corrosion allowance at failure, looked for up to 40 in. */
     float nominal_less_failure;
     float ci; /* the allowance given */
     float nominal_less_ci;
