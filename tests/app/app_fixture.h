@@ -3,6 +3,7 @@
 
 #include "flange_input.h"
 #include "input_file.h"
+#include "test_paths.h"
 
 #include <gtest/gtest.h>
 

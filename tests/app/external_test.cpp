@@ -80,7 +80,7 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
 
 // The built files have stainless materials without their charts, which the engine would read as CS-2.
 TEST(ExternalInputFile, MaterialWithoutItsChart) {
-    set_data_folder(TARVANE_BUILT_DATA_DIR);
+    set_data_folder(TARVANE_DATA_DIR);
     const std::string missing = " chart: no chart \"HA-1\" in ExtChartData.txt";
     const std::string named = "material = \"SA-240 304\"\nmaterial_reference = 101\n";
     const std::vector<std::string> faults =
@@ -354,8 +354,8 @@ TEST_F(ExternalProgram, DrawsTheChartWithThePoint) {
 }
 
 TEST_F(ExternalProgram, ExampleIsFine) {
-    const ProgramRun result =
-        run("run " TARVANE_SOURCE_DIR "/examples/vacuum_and_cold.toml --charts " + folder.string());
+    const std::string example = std::string(TARVANE_SOURCE_DIR) + "/examples/vacuum_and_cold.toml";
+    const ProgramRun result = run("run " + example + " --charts " + folder.string());
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
     EXPECT_NE(result.out.find("Metal temperatures"), std::string::npos);

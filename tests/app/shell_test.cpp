@@ -361,7 +361,7 @@ TEST(ShellInputs, TellWhatIsWrong) {
 
 // The shipped files hold SA-516 70.
 TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
-    set_data_folder(TARVANE_BUILT_DATA_DIR);
+    set_data_folder(TARVANE_DATA_DIR);
     const std::string without = with("S", "", with("Sa", "", TORISPHERE));
     const std::string named = without + "material = \"SA-516 70\"\n";
     const ShellInput shell = shell_of(with("T", "T = 500", named));
@@ -454,9 +454,11 @@ TEST(ShellVerdict, FailsAThinHeadThatAppendix14fDidNotSee) {
 
 using ShellProgram = ProgramTest;
 
+const std::string ON_DATA = std::string("run --plain --data ") + TARVANE_DATA_DIR + " ";
+
 TEST_F(ShellProgram, GivesReportTableAndStatus) {
     const std::string file = write("shell.toml", CYLINDER + "description = \"drum\"\n" + FLAT);
-    const ProgramRun fine = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    const ProgramRun fine = run(ON_DATA + file);
     EXPECT_EQ(fine.status, 0) << fine.err;
     EXPECT_NE(fine.out.find("Required Thickness due to Internal Pressure [tr]:"),
               std::string::npos);
@@ -465,7 +467,7 @@ TEST_F(ShellProgram, GivesReportTableAndStatus) {
         << fine.out;
     EXPECT_NE(fine.out.find("TARVANE is a trademark of Kessendale Lab."), std::string::npos);
     const std::string thin = write("thin.toml", with("t", "t = 0.1", CYLINDER));
-    const ProgramRun fails = run("run --plain --data " TARVANE_DATA_DIR " " + thin);
+    const ProgramRun fails = run(ON_DATA + thin);
     EXPECT_EQ(fails.status, 1);
     EXPECT_EQ(fails.err.find("shell 1: the required thickness 0.1204 in. is above the given 0.1000 "
                              "in.\nshell 1: the MAWP"),
@@ -477,14 +479,14 @@ TEST_F(ShellProgram, GivesReportTableAndStatus) {
 
 TEST_F(ShellProgram, FailsAnOpeningThatViolatesTheRules) {
     const std::string file = write("flat.toml", with("t", "t = 3", FLAT) + "d1 = 3\nedge1 = 0.5\n");
-    const ProgramRun fails = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    const ProgramRun fails = run(ON_DATA + file);
     EXPECT_EQ(fails.status, 1);
     EXPECT_EQ(fails.err, "shell 1: UG-39(e)(5) Dist. to edge 0.50 should be >= d1/4, 0.75 in.\n");
 }
 
 TEST_F(ShellProgram, StandsBesideFlanges) {
     const std::string file = write("both.toml", "T = 200\n" + FLANGE_TOML + CYLINDER);
-    const ProgramRun both = run("run --plain --data " TARVANE_DATA_DIR " " + file);
+    const ProgramRun both = run(ON_DATA + file);
     EXPECT_LE(both.status, 1) << both.err;
     EXPECT_LT(both.out.find("Flange Input Data Values"), both.out.find("Shell Input Data Values"));
     EXPECT_NE(both.out.find("Shells and heads"), std::string::npos);

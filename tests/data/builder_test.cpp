@@ -1,4 +1,6 @@
 // The program tarvane-data: all files or none, and the place of whatever is wrong.
+#include "test_paths.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,6 +14,8 @@
 namespace {
 
 namespace fs = std::filesystem;
+
+const fs::path TABLES = fs::path(TARVANE_SOURCE_DIR) / "data/sources";
 
 std::string content(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
@@ -28,7 +32,7 @@ class DataBuilder : public testing::Test {
     void SetUp() override {
         fs::remove_all(folder);
         fs::create_directories(out);
-        fs::copy(TARVANE_SOURCES_DIR, sources);
+        fs::copy(TABLES, sources);
     }
     void TearDown() override { fs::remove_all(folder); }
 
@@ -57,7 +61,7 @@ TEST_F(DataBuilder, MakesTheFilesThatLieBesideTheLibrary) {
     EXPECT_EQ(made.complaint, "");
     std::size_t count = 0;
     for (const fs::directory_entry& file : fs::directory_iterator(out)) {
-        const fs::path built = fs::path(TARVANE_BUILT_DATA_DIR) / file.path().filename();
+        const fs::path built = fs::path(TARVANE_DATA_DIR) / file.path().filename();
         EXPECT_TRUE(content(file.path()) == content(built)) << file.path();
         EXPECT_GT(fs::file_size(file.path()), 0u);
         ++count;
@@ -119,7 +123,7 @@ TEST_F(DataBuilder, RefusesABrokenRowByItsPlaceAndWritesNothing) {
         replace(fault.file, fault.text, fault.by);
         // The line of the fault, by counting.
         const std::string table = content(sources / fault.file);
-        const std::string original = content(fs::path(TARVANE_SOURCES_DIR) / fault.file);
+        const std::string original = content(TABLES / fault.file);
         const std::size_t at = original.find(fault.text) + (fault.text[0] == '\n' ? 1 : 0);
         const auto line = 1 + std::count(original.begin(),
                                          original.begin() + static_cast<std::ptrdiff_t>(at), '\n');
@@ -130,7 +134,7 @@ TEST_F(DataBuilder, RefusesABrokenRowByItsPlaceAndWritesNothing) {
                                   std::to_string(line) + fault.complaint;
         EXPECT_EQ(refused.complaint.substr(0, place.size()), place) << refused.complaint;
         EXPECT_TRUE(fs::is_empty(out));
-        fs::copy_file(fs::path(TARVANE_SOURCES_DIR) / fault.file, sources / fault.file,
+        fs::copy_file(TABLES / fault.file, sources / fault.file,
                       fs::copy_options::overwrite_existing);
     }
 }

@@ -49,8 +49,7 @@ struct Flange {
 class ShippedFlanges : public ShippedFiles {
   protected:
     ShippedFlanges() {
-        std::ifstream file(std::filesystem::path(TARVANE_BUILT_DATA_DIR) /
-                           "ANSIFlangeDimensions.txt");
+        std::ifstream file(std::filesystem::path(TARVANE_DATA_DIR) / "ANSIFlangeDimensions.txt");
         for (std::string line; std::getline(file, line) && line != "[END]";) {
             if (line.empty() || line[0] == ';') continue;
             if (line[0] == '[') {

@@ -361,7 +361,7 @@ TEST_F(ShippedMaterials, KeepTheSizesOfBoltingApart) {
 
 // The fields at their places in the file, counted in bytes.
 TEST_F(ShippedMaterials, LieInRecordsOf414Bytes) {
-    std::ifstream file(std::string(TARVANE_BUILT_DATA_DIR) + "/MATFILE1.BIN", std::ios::binary);
+    std::ifstream file(std::string(TARVANE_DATA_DIR) + "/MATFILE1.BIN", std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     const auto whole = [&](std::size_t at) {
         std::int32_t value;

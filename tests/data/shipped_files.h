@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tarvane/tarvane.h"
+#include "test_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,7 @@ class ShippedFiles : public testing::Test {
   protected:
     void SetUp() override {
         RESET_ENGINE();
-        const std::string_view folder = TARVANE_BUILT_DATA_DIR;
+        const std::string_view folder = TARVANE_DATA_DIR;
         SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
         SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
     }

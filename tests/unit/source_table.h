@@ -1,6 +1,8 @@
 // The tables of data/sources as a test reads them: rows of fields by the name of their column.
 #pragma once
 
+#include "test_paths.h"
+
 #include <fstream>
 #include <map>
 #include <string>

@@ -2,6 +2,7 @@
 #include "bolting/bolt_tables.h"
 
 #include "../data_folder.h"
+#include "test_paths.h"
 
 #include <map>
 #include <numbers>

@@ -9,6 +9,7 @@
 #include "host/services.h"
 #include "report/channel.h"
 #include "tarvane/tarvane.h"
+#include "test_paths.h"
 
 #include <array>
 #include <cstring>

@@ -3,6 +3,7 @@
 #include "../host/scratch.h"
 #include "frame/element_tables.h"
 #include "tarvane/tarvane.h"
+#include "test_paths.h"
 
 #include <map>
 #include <rapidxml/rapidxml.hpp>

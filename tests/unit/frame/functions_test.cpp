@@ -11,6 +11,7 @@
 #include <string>
 
 #include "frame/types.h"
+#include "test_paths.h"
 
 using namespace tarvane;
 
@@ -90,7 +91,8 @@ TEST(Functions, AreTheOnlyOnesInTheEngine) {
         R"(|sinh|cosh|tanh|cbrt|hypot)\(|\b(log|log10|exp|pow|sin|cos|acos|cbrt)f\()");
     int files = 0;
     namespace fs = std::filesystem;
-    for (const auto& entry : fs::recursive_directory_iterator(TARVANE_SOURCE_DIR "/engine")) {
+    for (const auto& entry :
+         fs::recursive_directory_iterator(fs::path(TARVANE_SOURCE_DIR) / "engine")) {
         if (!entry.is_regular_file() || entry.path().filename() == "types.h") continue;
         std::ifstream file(entry.path());
         std::stringstream text;

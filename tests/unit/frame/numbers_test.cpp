@@ -272,18 +272,20 @@ TEST(LogInterp, APowerLawIsALine) {
 }
 
 TEST(LogInterp, OneSinglePowerOfTheLinearForm) {
+    const auto log10 = [](Real x) { return static_cast<Real>(std::log10(static_cast<double>(x))); };
     std::mt19937 random(7);
     std::uniform_real_distribution<Real> positive(0.01f, 1000.0f);
     for (int i = 0; i < 1000; ++i) {
         const Real x1 = positive(random), x = positive(random), x2 = positive(random);
         const Real y1 = positive(random), y2 = positive(random);
-        const volatile Real rise = ::log10f(y2) - ::log10f(y1);
-        const volatile Real run = ::log10f(x) - ::log10f(x1);
-        const volatile Real width = ::log10f(x2) - ::log10f(x1);
+        const volatile Real rise = log10(y2) - log10(y1);
+        const volatile Real run = log10(x) - log10(x1);
+        const volatile Real width = log10(x2) - log10(x1);
         const volatile Real product = rise * run;
         const volatile Real share = product / width;
-        const volatile Real exponent = ::log10f(y1) + share;
-        ASSERT_EQ(LOG_INTERP(x1, x, x2, y1, y2), ::powf(10.0f, exponent));
+        const volatile Real exponent = log10(y1) + share;
+        ASSERT_EQ(LOG_INTERP(x1, x, x2, y1, y2),
+                  static_cast<Real>(std::pow(10.0, static_cast<double>(exponent))));
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "../data_folder.h"
 #include "../source_table.h"
+#include "test_paths.h"
 
 #include <cmath>
 #include <cstdio>
@@ -24,7 +25,7 @@ struct Reading {
 
 class BuiltCharts : public data_test::DataTest {
   protected:
-    BuiltCharts() { SET_SYSTEM_DIR(TARVANE_BUILT_DATA_DIR); }
+    BuiltCharts() { SET_SYSTEM_DIR(TARVANE_DATA_DIR); }
 
     static Reading at(const std::string& chart, Real T) {
         Reading r{};

@@ -3,6 +3,7 @@
 
 #include "../data_folder.h"
 #include "../source_table.h"
+#include "test_paths.h"
 
 #include <cmath>
 #include <cstdio>
@@ -17,7 +18,7 @@ const std::vector<int> KEYS = {4,  5,   6,   8,   10,  15,  20,  25,  30,  40,  
                                80, 100, 125, 150, 200, 250, 300, 400, 500, 600, 800, 1000};
 
 std::vector<std::string> file_lines() {
-    std::ifstream file(std::string(TARVANE_BUILT_DATA_DIR) + "/TableGData.txt");
+    std::ifstream file(std::string(TARVANE_DATA_DIR) + "/TableGData.txt");
     std::vector<std::string> lines;
     for (std::string line; std::getline(file, line);)
         lines.push_back(line);
@@ -114,7 +115,7 @@ TEST(BuiltTableG, EveryLengthIsAnsweredAndAFalls) {
 
 class BuiltTableGLookup : public data_test::DataTest {
   protected:
-    BuiltTableGLookup() { SET_MODULE_DIR(TARVANE_BUILT_DATA_DIR); }
+    BuiltTableGLookup() { SET_MODULE_DIR(TARVANE_DATA_DIR); }
 };
 
 TEST_F(BuiltTableGLookup, TheEngineAnswersAtEveryKeyAndBetween) {

@@ -2,6 +2,7 @@
 #include "materials/modulus.h"
 
 #include "../data_folder.h"
+#include "test_paths.h"
 
 #include <map>
 
