@@ -11,8 +11,8 @@ endif()
 string(REGEX MATCHALL "\tf[a-z0-9]+" x87 "${output}")
 list(TRANSFORM x87 STRIP)
 list(REMOVE_DUPLICATES x87)
-# Loads, stores, exchange, sign, zero and one.
-list(FILTER x87 EXCLUDE REGEX "^(fld[sltz1]?|fst[slt]?|fstp[slt]?|fxch|fabs|fchs)$")
+# Loads, stores, exchange, sign, zero and one, the control word.
+list(FILTER x87 EXCLUDE REGEX "^(fld[sltz1]?|fst[slt]?|fstp[slt]?|fxch|fabs|fchs|fnstcw|fldcw)$")
 if(x87)
     message(FATAL_ERROR "x87 arithmetic in ${ARCHIVE}: ${x87}")
 endif()
