@@ -221,7 +221,7 @@ TEST_F(FailureCorrosion, StepsEndWithTheThickness) {
 // A thickness that is not one: the passes end where a step no longer changes the corrosion.
 TEST_F(FailureCorrosion, StepsThatChangeNothingTakeNoTime) {
     Failing f;
-    f.Element = ELLIPTICAL, f.D = NOT_A_NUMBER, f.t = 2000000.0f;
+    f.Element = TORISPHERICAL, f.P = NOT_A_NUMBER, f.t = 2000000.0f;
     const std::clock_t begin = std::clock();
     EXPECT_EQ(f.run().FailCA, 32768.0f);
     EXPECT_LT(std::clock() - begin, 3 * CLOCKS_PER_SEC); // all of the passes take longer
