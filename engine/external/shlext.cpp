@@ -13,10 +13,10 @@ namespace tarvane {
 
 namespace {
 
-bool USE_CHARTS(Int code, Real Fy) {
+bool USE_CHARTS(Real Fy) {
     if (Fy <= 0.001f) return true; // the stresses are measured by the yield
     if (GLOBALS_mp_G_NUSE_CASE2286 == 1) return false;
-    return code == ASME_VIII_1 || G_NUSE_OLD_DIV_2 != 0;
+    return moduleCode == ASME_VIII_1 || G_NUSE_OLD_DIV_2 != 0;
 }
 
 // Chart and curve of this element. Without a chart file the curve of the last call stands.
@@ -84,7 +84,7 @@ void FLAT_HEAD(SHLEXT_CALL& s, const WALL& w) {
 }
 
 void stage_report(const SHLEXT_CALL& s) {
-    if (s.Print == 1 && setup_truncated(48) != 0) EXT_RESULTS_REPORT(s.Fy, s.Temp, EXTERNAL.code);
+    if (s.Print == 1 && setup_truncated(48) != 0) EXT_RESULTS_REPORT(s.Fy, s.Temp, moduleCode);
 }
 
 // ---- by the charts -----------------------------------------------------------------------------------
@@ -231,11 +231,11 @@ void FAILURE_CORROSION(SHLEXT_CALL& s) {
 } // namespace
 
 void SHLEXT(SHLEXT_CALL& s) {
-    EXTERNAL.code = setup_design_code();
+    moduleCode = setup_design_code(); // the steps of a later flange read it, too
     s.FailCA = NO_VALUE;
     s.Fha = 0.0f;
     PREPARE_CHART(s);
-    if (EXTERNAL.code > ASME_VIII_2) return;
+    if (moduleCode > ASME_VIII_2) return;
     if (s.Temp > EXTERNAL.curve.t_used) temperature_warning();
 
     const WALL w = MEASURE_WALL(s);
@@ -243,7 +243,7 @@ void SHLEXT(SHLEXT_CALL& s) {
     if (s.DoGiven == 1) s.Do = s.D;
 
     EXTERNAL.last.P = s.P;
-    if (USE_CHARTS(EXTERNAL.code, s.Fy))
+    if (USE_CHARTS(s.Fy))
         CHART_METHOD(s, w);
     else
         STRESS_METHOD(s, w);

@@ -35,7 +35,6 @@ struct EXTERNAL_RECORD {
 
 struct EXTERNAL_STATE {
     EXTERNAL_STAGE stage{};
-    Int code = 0;  // design code
     Text<8> chart; // its name
     Int CarbonChart = 0;
     Real Temp = 0.0f; // design temperature

@@ -8,10 +8,12 @@
 
 namespace tarvane {
 
-// A character argument; a negative length counts as 0.
+// A character argument; a negative length counts as 0. No name, line or path is longer than the limit, and
+// a length that a host forgot to set does not lead far beyond its text.
 inline std::string_view text_of(const char* address, Int length) {
+    constexpr Int LONGEST = 4096;
     if (address == nullptr || length <= 0) return {};
-    return {address, static_cast<std::size_t>(length)};
+    return {address, static_cast<std::size_t>(min(length, LONGEST))};
 }
 
 // A text result, blank-padded to the field's width.

@@ -7,9 +7,9 @@
 
 extern "C" {
 
+// The length of the sizes is not read: of an array of texts a host may pass that of one.
 void TARVANE_CALL GET_FLANGE_SIZES(const char* class_text, int32_t class_len, char* sizes,
-                                   int32_t sizes_len, int32_t* count) {
-    if (sizes_len < tarvane::MOST_FLANGE_SIZES * tarvane::FLANGE_SIZE_WIDTH) return;
+                                   int32_t /*sizes_len*/, int32_t* count) {
     tarvane::GET_FLANGE_SIZES(tarvane::text_of(class_text, class_len), sizes, *count);
 }
 

@@ -28,7 +28,7 @@ inline constexpr Int EN_13445 = 4;
 inline Int& G_NUSE_OLD_DIV_2 = GLOBALS_mp_G_NUSE_OLD_DIV_2;
 
 extern Int G_USE_A5; // read by SHLINT
-extern Int G_USE_A6; // read by the toughness reduction
+extern Int G_USE_A6; // not read
 extern Int G_USE_A7; // not read
 
 extern Int moduleCode;          // design code that the modulus and rigidity steps read

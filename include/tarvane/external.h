@@ -14,7 +14,8 @@ extern "C" {
 ** SHLEXT - one shell or head under external pressure: the greatest allowable pressure at the given
 ** thickness, the thickness for the design pressure and, for a cylinder, the longest stiffened length
 ** for it. By the charts of Section II Part D (UG-28 to UG-33), or by buckling stress (Code Case 2286;
-** Division 2, 4.4). The design code is element 1 of the setup block.
+** Division 2, 4.4). The design code is element 1 of the setup block; it becomes the one of
+** SET_MODULE_CODE.
 **
 ** Given:
 **   p                 design external pressure (psi)

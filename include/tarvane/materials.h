@@ -55,7 +55,8 @@ typedef struct {
 **
 ** Given:
 **   code            design code: 1 or 2; nothing is found for another
-**   name, name_len  material name; case, blanks and the characters "." "/" "-" don't count
+**   name, name_len  material name, of which 16 characters count; case, blanks and the characters "."
+**                   "/" "-" make no difference
 **   reference       its reference number
 ** Returned:
 **   status          0 found, 1 not found
@@ -145,14 +146,15 @@ TARVANE_API TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void)
 
 /*
 ** READ_CHART - numbers of an external pressure chart at a temperature (ASME II-D, Subpart 3): with
-** them, B = c0 + c1 * log10(A) + c2 * log10(A)^2 between Aelastic and Amax, and A * E / 2 below.
+** them, B = c0 + c1 * log10(A) + c2 * log10(A)^2 between Aelastic and Amax, and A * E / 2, with E in
+** psi, below.
 **
 ** Given:
 **   name, name_len  chart name; 8 characters count
 **   temperature     (F)
 **   yield           yield stress (psi), which the charts "CS-3" and "NFA-11" depend on
 ** Returned:
-**   t_used          the temperature; when it is above the chart's last one, that
+**   t_used          the temperature; when it is above the chart's last one, that (150 F for "NFA-11")
 **   E               modulus (millions of psi)
 **   Aelastic        A at the end of the straight line
 **   second          second number of that point
@@ -162,9 +164,10 @@ TARVANE_API TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void)
 **
 ** Notes:
 **   1) A chart that "ExtChartData.txt" does not have is replaced by "CS-2"; with a blank name a
-**      warning goes to the report. Without the file every result stays as it was.
-**   2) With the design codes 3 and 4 in element 1 of the setup block only E is returned, from the
-**      tables of MODULUS.
+**      warning goes to the report. "CS-3" above 300 F and "HT-2" above 100 F are "CS-2", too.
+**   2) Without the file every result stays as it was, but t_used of "CS-3" and "NFA-11".
+**   3) With a design code above 2 in element 1 of the setup block only E is returned, from the tables
+**      of MODULUS.
 */
 TARVANE_API void TARVANE_CALL READ_CHART(const char* name, int32_t name_len,
                                          const float* temperature, float* t_used, float* E,

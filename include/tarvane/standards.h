@@ -18,7 +18,7 @@ extern "C" {
 **   class_text, class_len  "75" to "2500", or "PN2.5" to "PN400"
 ** Returned:
 **   sizes, sizes_len  60 fields of 10 characters: each size as it stands in the file, a NUL behind it,
-**                     the rest blank. Nothing is written into a shorter text.
+**                     the rest blank; as they came when there is no file. The length is not read.
 **   count             number of sizes; as it came when there is no file
 */
 TARVANE_API void TARVANE_CALL GET_FLANGE_SIZES(const char* class_text, int32_t class_len,
@@ -43,7 +43,7 @@ TARVANE_API void TARVANE_CALL GET_FLANGE_SIZES(const char* class_text, int32_t c
 **             bolt hole diameter, number of bolts, nominal bolt diameter, bolt circle,
 **             (bolt circle - bore) / 4, outside diameter, g0, g1, h, raised face diameter, 0.
 **             When the size is not in the table the last one is the next larger size, -1.0 without one
-**   notfound  logical: no such flange
+**   notfound  logical: no such flange; 0 for a class that is none of these, whose result is -1.0 too
 */
 TARVANE_API void TARVANE_CALL GET_FLANGE_DIMENSIONS(float* size, const int32_t* flange_class,
                                                     float* result, int32_t* notfound,

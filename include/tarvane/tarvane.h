@@ -1,12 +1,13 @@
 /*
-** tarvane.h - the C surface of the tarvane calculation engine for pressure vessel flanges.
+** tarvane.h - the C surface of the tarvane calculation engine for pressure vessels.
 **
 ** Calling convention
 **   Every argument goes by reference, scalars too. A character argument is a pair: the address, and
-**   straight behind it the length by value (a negative length counts as 0). Character data has a
-**   fixed width and is padded with blanks; it does not end in a NUL. REAL is a 32-bit float, INTEGER
-**   a 32-bit signed integer. A logical is an INTEGER of which bit 0 counts. Arrays are described by
-**   one-based element numbers; element k of an array x stands at x[k - 1].
+**   straight behind it the length by value. A negative length counts as 0; a positive one must be
+**   there. Character data has a fixed width and is padded with blanks; it does not end in a NUL.
+**   REAL is a 32-bit float, INTEGER a 32-bit signed integer. A logical is an INTEGER of which bit 0
+**   counts. Arrays are described by one-based element numbers; element k of an array x stands at
+**   x[k - 1].
 **
 ** Units
 **   Inches, pounds, psi, inch-pounds and degrees Fahrenheit, whatever the report shows. The report
@@ -127,7 +128,8 @@ enum {
     TARVANE_t = 8,                  /* flange thickness (in); not positive: 2.0 */
     TARVANE_ci = 9,                 /* internal corrosion allowance (in) */
     TARVANE_B = 10,                 /* flange inside diameter (in); TEMA channel cover: Young's
-                                       modulus (psi) if above 10000000, else from the chart */
+                                       modulus (psi) if above 10000000, else it is looked up by
+                                       element 34 and text slot 120 */
     TARVANE_A = 11,                 /* flange outside diameter (in) */
     TARVANE_Fod = 12,               /* flange face outside diameter (in) */
     TARVANE_Fid = 13,               /* flange face inside diameter (in) */
@@ -329,15 +331,19 @@ extern TARVANE_API int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT;
 **                      design finds no geometry, and record element 1 is not positive
 **
 ** Notes:
-**   1) map_nc and mawp are TARVANE_NO_VALUE when there is no result.
+**   1) map_nc and mawp are TARVANE_NO_VALUE when there is no result; a flange that holds no pressure at
+**      all may have 0.0 in place of it. t_req and t_req_new_cold stay as they came when the input is
+**      refused, t_req also when the bolts of a numbered flange are too small, and t_req_new_cold also
+**      under external pressure.
 **   2) In the stand-alone form the report goes to the line store and the unit factors and labels
 **      come from record and text; otherwise they are those of SET_UNITS.
 **   3) The call changes the report switches: IWRTFL, IWRITE as a rule, and in the stand-alone form
 **      IOUT, which becomes -1. Set them again before the next call.
-**   4) The stand-alone form leaves its unit factors and labels, its material selectors and setup
-**      element 43 behind. A call whose element 1 is not positive ends by selecting the code constants
-**      by its diameter factor (metric above 1.5) and filling them; its own passes run with those
-**      that were there before, zeros if SET_METRIC_CONSTANTS was never called.
+**   4) The stand-alone form leaves its unit factors and labels, its material selectors, setup element
+**      43, the choice of div2_edition and an edition of 1998 behind, for calls of any form. A call whose
+**      element 1 is not positive ends by selecting the code constants by its diameter factor (metric
+**      above 1.5) and filling them; its own passes run with those that were there before, zeros if
+**      SET_METRIC_CONSTANTS was never called.
 **   5) A flange whose outside diameter is not above its corroded inside diameter ends the host's
 **      run. With a stop service that comes back (SET_HOST_SERVICES) the call returns at once.
 */
@@ -355,11 +361,15 @@ FLANGE_CALC(float* record, const char* text, int32_t text_len, const int32_t* re
 ** ASMEMOD - elastic modulus of a material (ASME II-D Tables TM; PD 5500 and EN 13445 tables).
 **
 ** Given:
-**   temperature  (F)
+**   temperature  (F); held to the ends of the table's axis
 **   reference    reference number of the modulus table
 **   code         3 and 4: built-in tables by the chart of SET_CHART; other: "ElastAlp07.txt"
 ** Returned (function value):
-**   modulus (millions of psi); 0.0 when there is none
+**   modulus (millions of psi); 0.0 without the file
+**
+** Note: where the table has no value, or there is no such table, the chart of SET_CHART gives the
+** modulus, and when no chart is set carbon steel (reference 1) does, as for every reference above 230.
+** Lines of the report tell it. What has no value there either is 0.0.
 */
 TARVANE_API float TARVANE_CALL ASMEMOD(const float* temperature, const int32_t* reference,
                                        const int32_t* code);
@@ -395,7 +405,8 @@ TARVANE_API void TARVANE_CALL GET_YIELD_STRESS_FROM_CHART(const char* chart, int
 ** PWHT_NEEDED - post weld heat treatment of a weld by P-number and group (UCS-56, VIII-2 Table 6.8).
 **
 ** Given:
-**   material, material_len  material name; its record is looked up in the material files
+**   material, material_len  material name, of which 16 characters count; its record is looked up in the
+**              material files
 **   index      reference number of the material
 **   rule       1 Division 1, 2 Division 2, other: no rule
 **   forced     1: required for any P-number other than 8
@@ -404,7 +415,10 @@ TARVANE_API void TARVANE_CALL GET_YIELD_STRESS_FROM_CHART(const char* chart, int
 ** Returned:
 **   required      1 required, 0 not, -1 the material has no record
 **   p_number_one  1 when the P-number is 1
-**   group_code    1 for P-number 1 groups 1 and 2, else minus the group
+**   group_code    1 for P-number 1 groups 1 and 2, else minus the group; 0 without a record, and for
+**                 P-number 8 under rules 1 and 2
+**
+** Note: the limits are code constants. They are filled here if SET_METRIC_CONSTANTS was never called.
 */
 TARVANE_API void TARVANE_CALL PWHT_NEEDED(const char* material, int32_t material_len,
                                           const int32_t* index, const int32_t* rule,
@@ -499,7 +513,8 @@ TARVANE_API void TARVANE_CALL SET_METRIC_CONSTANTS(void);
 
 /*
 ** SET_GLOBALS_FROM_TVN - seven switches: the four exported variables G_NUSE_TABLEG,
-** G_NUSE_CORRODEDK, G_NUSE_OLD_DIV_2, G_NUSE_CASE2286, then three further ones.
+** G_NUSE_CORRODEDK, G_NUSE_OLD_DIV_2, G_NUSE_CASE2286, then three further ones. With use_a5 at 1
+** SHLINT calculates formed heads by the older Division 2; use_a6 and use_a7 are kept for the host.
 */
 TARVANE_API void TARVANE_CALL SET_GLOBALS_FROM_TVN(const int32_t* use_table_g,
                                                    const int32_t* use_corroded_k,
@@ -519,7 +534,7 @@ typedef union {
 
 enum {
     TARVANE_SETUP_ELEMENTS = 200,
-    TARVANE_SETUP_CODE = 1,           /* whole: design code at the start of external pressure */
+    TARVANE_SETUP_CODE = 1,           /* whole: design code of external pressure and READ_CHART */
     TARVANE_SETUP_NO_CORRECTION = 43, /* real: not 0 turns the bolt spacing correction factor off */
     TARVANE_SETUP_PRINT_EXTERNAL = 48, /* real: not 0 prints the results of external pressure */
     TARVANE_SETUP_ROOT_TWO = 50,       /* real: positive: blind flange with the factor sqrt(2) */
@@ -696,7 +711,8 @@ TARVANE_API void TARVANE_CALL SET_MATERIAL_SELECTION(const int32_t* metric,
 TARVANE_API void TARVANE_CALL SET_UNITS(const float* factors, const char* labels,
                                         int32_t labels_len);
 
-/* Design code that the modulus and rigidity steps of FLANGE_CALC read; 0 at load. */
+/* Design code of the modulus and rigidity steps of FLANGE_CALC, of LIS_EXEMPT_SS and WRITE_KEYED_LINE; 0
+   at load. SHLEXT sets it, too, to element 1 of the setup block. */
 TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
 
 /*
@@ -710,7 +726,8 @@ TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
 **   mdmt_skip           [0] 1: the first required temperature stands
 **   floor_switch        [0] 1: the floor of low stress ratios is armed
 **   credit55            [1] 1: lower limit of the heat treatment credit -155 F, else -55 F
-**   div2_current        [0] 1: Division 2 by its present rules; FLANGE_CALC sets it for its call
+**   div2_current        [0] 1: Division 2 by its present rules; each FLANGE_CALC sets it by its code and
+**                       G_NUSE_OLD_DIV_2
 */
 TARVANE_API void TARVANE_CALL SET_TOUGHNESS_SWITCHES(
     const int32_t* reductions_allowed, const int32_t* curve_tables, const int32_t* no_ug20f,

@@ -228,6 +228,10 @@ char* Call::text() {
         text_length = is_garbage(chance, noise) ? garbage_whole(chance) : 12;
         return text_block(field);
     }
+    if (word == "sizes") { // 60 fields of 10 characters, whatever the length says
+        text_length = is_garbage(chance, noise) ? garbage_whole(chance) : chance.of({600, 10});
+        return text_block(std::string(600, ' '));
+    }
     std::string content;
     known = sensible_text(chance, word, content) && known;
     if (word == "name")

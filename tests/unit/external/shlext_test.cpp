@@ -71,7 +71,20 @@ TEST_F(Shlext, OtherCodesArePreparedAndLeft) {
         EXPECT_EQ(IWRITE, 5);
         EXPECT_EQ(LINE_COUNT, 0);
         EXPECT_GT(EXTERNAL.Emod, 1.0e7f); // a built-in modulus
+        EXPECT_EQ(moduleCode, code);
     }
+}
+
+// A flange that is calculated behind takes its modulus and its rigidity rules by the same code.
+TEST_F(Shlext, TheCodeOfTheSetupBlockBecomesTheModulesCode) {
+    for (const Int code : {ASME_VIII_2, ASME_VIII_1}) {
+        SETUP[0].whole = code;
+        moduleCode = EN_13445;
+        quiet(Vessel(CYLINDER));
+        EXPECT_EQ(moduleCode, code);
+    }
+    SETUP[0].whole = EN_13445; // what the host changes behind the call does not count
+    EXPECT_EQ(moduleCode, ASME_VIII_1);
 }
 
 // ---- chart ---------------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "bolting/bolt_spacing.h"
 #include "frame/element_tables.h"
+#include "frame/export_arguments.h"
 #include "frame/switches.h"
 #include "frame/units.h"
 #include "report/channel.h"
@@ -257,6 +258,16 @@ TEST_F(Surface, UnitsOpenAndClose) {
     EXPECT_EQ(next, 10);
     ::OPENUNIT(&unit, path.data(), -1, &status);
     EXPECT_EQ(status, 1);
+}
+
+// A length that was never set leads to no more than the longest text there is.
+TEST_F(Surface, OfATextSoManyCharactersAreReadAtMost) {
+    const std::string text(5000, 'x');
+    EXPECT_EQ(text_of(text.data(), 4095).size(), 4095u);
+    EXPECT_EQ(text_of(text.data(), 4097).size(), 4096u);
+    EXPECT_EQ(text_of(text.data(), INT32_MAX).size(), 4096u);
+    EXPECT_EQ(text_of(text.data(), INT32_MIN).size(), 0u);
+    EXPECT_EQ(text_of(nullptr, 5).size(), 0u);
 }
 
 TEST_F(Surface, FoldersActAtOnce) {

@@ -3,6 +3,8 @@
 #include "../data_folder.h"
 #include "tarvane/tarvane.h"
 
+#include <cstring>
+
 namespace tarvane {
 namespace {
 
@@ -130,15 +132,16 @@ TEST_F(FlangeSizes, ASizeOfTenColumnsIsCutForItsNul) {
     EXPECT_EQ(sizes("150"), Sizes{"123456789"});
 }
 
-TEST_F(FlangeSizes, TheExportWantsRoomForAll) {
-    char few[100] = {'?'};
-    Int found = 5;
-    ::GET_FLANGE_SIZES("PN16", 4, few, sizeof few, &found);
-    EXPECT_EQ(found, 5);
-    EXPECT_EQ(few[0], '?');
-    ::GET_FLANGE_SIZES("PN16", 4, fields, sizeof fields, &found);
-    EXPECT_EQ(found, 2);
-    EXPECT_STREQ(fields, "15");
+// A host may pass the length of all fields or, as for an array of texts, that of one.
+TEST_F(FlangeSizes, TheExportDoesNotReadTheLengthOfTheFields) {
+    for (const Int length : {600, FLANGE_SIZE_WIDTH, 0, -1}) {
+        std::memset(fields, '?', sizeof fields);
+        Int found = 5;
+        ::GET_FLANGE_SIZES("PN16", 4, fields, length, &found);
+        EXPECT_EQ(found, 2) << length;
+        EXPECT_STREQ(fields, "15");
+        EXPECT_EQ(fields[sizeof fields - 1], ' ');
+    }
 }
 
 // ---- dimensions --------------------------------------------------------------------------------------
