@@ -1,0 +1,136 @@
+"""The arguments of each exported routine stand in one order: in the header, in the engine's definitions, in
+the Fortran interfaces and in the calls of the Python package. Types alone would not tell two REALs apart.
+
+    argument_order_test.py REPOSITORY
+"""
+
+import ast
+import re
+import sys
+from pathlib import Path
+
+ROOT = Path(sys.argv[1])
+LONG_COMMENT = re.compile(r"/\*.*?\*/", re.S)
+
+# Fortran knows no difference between C and c, D2 and d2.
+FORTRAN_NAMES = {("SHLINT", "C"): "cf", ("SHLINT", "d2"): "dd2",
+                 ("COMPUTE_FAILURE_CA_DIV1", "C"): "cf", ("COMPUTE_FAILURE_CA_DIV1", "d2"): "dd2"}  # fmt: skip
+
+# What an argument is called in the Python package.
+PYTHON_NAMES = {"k": {"k_or_tk"}, "temp": {"T"}, "fail_ca_k": {"fail_ca_knuckle"}, "joint_e": {"E"},
+                "standard_flange": {"standard"}, "p_operating": {"record"}, "table": {"_services"},
+                "div2_edition": {"older_division_2"}, "write_case": {"external"}, "chart": {"name"},
+                "path": {"folder"}}  # fmt: skip
+for opening in ("d1", "d2", "edge1", "edge2", "pitch", "opening_material"):
+    PYTHON_NAMES[opening] = {"no_opening"}
+
+failures = []
+
+
+def check(fine, *what):
+    if not fine:
+        failures.append(" ".join(map(str, what)))
+
+
+def arguments(text):
+    """Pairs of type and name; the name is empty where there is none."""
+    pairs = []
+    for argument in text.split(","):
+        argument = " ".join(argument.split())
+        if argument in ("", "void"):
+            continue
+        found = re.fullmatch(r"(.*[ *])(\w+)", argument)
+        unnamed = found is None or re.fullmatch(r"(int32_t|float|char|void)", found[2])
+        kind = argument if unnamed else found[1]
+        pairs.append((kind.replace(" ", ""), "" if unnamed else found[2]))
+    return pairs
+
+
+def routines(files, end, keep_comments=False):
+    found = {}
+    for file in files:
+        text = file.read_text(encoding="latin-1")
+        text = LONG_COMMENT.sub(lambda m: m[0][2:-2] if keep_comments else " ", text)
+        text = re.sub(r"//[^\n]*", "", text)
+        for name, given in re.findall(r"TARVANE_CALL\s+([A-Z]\w+)\s*\(([^{};]*?)\)\s*" + end, text):
+            found[name] = arguments(given)
+    return found
+
+
+def fortran_interfaces():
+    found = {}
+    for file in sorted((ROOT / "fortran").glob("*.inc")):
+        text = re.sub(r"![^\n]*", "", file.read_text(encoding="latin-1"))
+        text = re.sub(r"&\s*\n\s*", " ", text)
+        for given, name, body in re.findall(
+            r"\n\s*(?:subroutine|function) \w+\s*\(([^)]*)\)[^\n]*?bind\(c, name=\"(\w+)\"\)(.*?)\n\s*end ",
+            text, re.S,
+        ):  # fmt: skip
+            declared = {}
+            for line in body.splitlines():
+                attributes, _, names = line.partition("::")
+                if "import" not in attributes:
+                    declared.update(dict.fromkeys(re.findall(r"\w+", names), attributes))
+            found[name] = [(word, declared[word]) for word in re.findall(r"\w+", given)]
+    return found
+
+
+def intent(kind):
+    if "*" not in kind:
+        return "value"
+    return "intent(in)" if kind.startswith("const") or kind == "void*const*" else "intent(inout)"
+
+
+def python_calls():
+    """Routine and arguments, each by the words of its expression."""
+    for file in sorted((ROOT / "python/tarvane").glob("*.py")):
+        for node in ast.walk(ast.parse(file.read_text(encoding="utf-8"))):
+            if not (isinstance(node, ast.Call) and getattr(node.func, "attr", "") == "call"):
+                continue
+            given = []
+            for argument in node.args[1:]:
+                words = {getattr(part, "id", None) or getattr(part, "attr", None) or
+                         getattr(part, "value", None) for part in ast.walk(argument)
+                         if isinstance(part, (ast.Name, ast.Attribute, ast.Constant))}  # fmt: skip
+                literal = isinstance(argument, (ast.Constant, ast.UnaryOp))
+                starred = isinstance(argument, ast.Starred)
+                given += [(literal, words)] * (6 if starred else 1)
+            if isinstance(node.args[0], ast.Constant):
+                yield node.args[0].value, given
+
+
+header = routines(sorted((ROOT / "include/tarvane").glob("*.h")), ";")
+engine = routines(sorted((ROOT / "engine/frame").glob("exports*.cpp")), r"\{", keep_comments=True)
+fortran = fortran_interfaces()
+listed = re.findall(r"^TARVANE_ROUTINE\((\w+),", (ROOT / "engine/frame/exports.def.inc").read_text(), re.M)
+check(len(listed) > 90, len(listed), "routines in the list")
+
+for name in listed:
+    check(name in header and name in engine and name in fortran, name, "is missing somewhere")
+    if failures:
+        break
+    given = header[name]
+    check([kind for kind, _ in given] == [kind for kind, _ in engine[name]], name, "types of the engine")
+    for at, (kind, argument) in enumerate(given):
+        check(argument, name, "argument", at + 1, "has no name in the header")
+        inside = engine[name][at][1]
+        check(inside in ("", argument), name, "argument", at + 1, argument, "is", inside, "in the engine")
+    check(len(fortran[name]) == len(given), name, len(fortran[name]), "arguments in Fortran")
+    for (kind, argument), (word, attributes) in zip(given, fortran[name]):
+        wanted = FORTRAN_NAMES.get((name, argument), argument.lower())
+        check(word == wanted, name, argument, "is", word, "in Fortran")
+        check(intent(kind) in attributes or "void" in kind, name, argument, "is", attributes, "in Fortran")
+
+calls = list(python_calls())
+check({"SHLINT", "FLANGE_CALC", "COMPUTE_FAILURE_CA_DIV1"} <= {name for name, _ in calls}, "Python calls")
+for name, given in calls:
+    wanted = [argument for _, argument in header[name] if not argument.endswith("_len")]
+    check(len(given) == len(wanted), name, len(given), "arguments in Python")
+    for argument, (literal, words) in zip(wanted, given):
+        known = {argument} | PYTHON_NAMES.get(argument, set())
+        check(literal or known & words, name, argument, "is", words, "in Python")
+
+for failure in failures:
+    print(failure, file=sys.stderr)
+print(f"{len(listed)} routines, {len(calls)} calls of the Python package")
+sys.exit(bool(failures))
