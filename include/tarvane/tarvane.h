@@ -113,8 +113,9 @@ enum {
 /*
 ** Elements of the flange record, array of 200 reals, under the report's symbols. Whole numbers are
 ** stored as reals and cut towards zero. "Stand-alone form" means that element 1 is -1.0 or below;
-** TARVANE_NO_VALUE is so, too. Any other element that holds TARVANE_NO_VALUE counts as 0.0. All that
-** hold it are set to 0.0 in the host's record.
+** TARVANE_NO_VALUE is so, too. Any other element that holds TARVANE_NO_VALUE counts as 0.0, but for 8,
+** 9, 71, 74 to 78 and 100 to 110, which some steps take as they came: give 0.0 there. All that hold it
+** are set to 0.0 in the host's record.
 */
 enum {
     /* Given */
@@ -525,7 +526,8 @@ TARVANE_API void TARVANE_CALL SET_GLOBALS_FROM_TVN(const int32_t* use_table_g,
 
 /*
 ** GETSETUP - address of the setup block: array of 200 elements, all zero at load. Element 1 is an
-** INTEGER, those from 41 on are REAL. The elements not named here are the host's.
+** INTEGER, those from 41 on are REAL and are cut to whole numbers: give 1.0. The elements not named here
+** are the host's.
 */
 typedef union {
     int32_t whole;
