@@ -80,6 +80,7 @@ class Reader {
     };
     std::vector<Source> find_elements(const toml::table& root, const ElementKind& kind);
     void read_key(const toml::node& node, const Key& key, Element& element, Reading& reading);
+    bool is_element_list(const toml::table& root, std::string_view name) const;
     void read_element(const Source& source, const toml::table& common);
 };
 
@@ -345,6 +346,13 @@ void Reader::read_key(const toml::node& node, const Key& key, Element& element, 
     reading.note(key.name, line_of(node), sound);
 }
 
+bool Reader::is_element_list(const toml::table& root, std::string_view name) const {
+    const bool kind = std::any_of(known_kinds.begin(), known_kinds.end(),
+                                  [&](const ElementKind* k) { return k->table == name; });
+    const toml::node* node = root.get(name);
+    return kind && node != nullptr && node->is_array();
+}
+
 void Reader::read_element(const Source& source, const toml::table& common) {
     const KeyTable& table = source.kind->keys;
     std::unique_ptr<Element> element = source.kind->make();
@@ -355,7 +363,9 @@ void Reader::read_element(const Source& source, const toml::table& common) {
     for (const Key& key : table.keys) {
         if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));
         const toml::node* node = find_value(*source.table, key.name);
-        if (node == nullptr) node = find_value(common, key.name);
+        // The list of [[external]] is no value for the key `external` of a shell.
+        if (node == nullptr && !is_element_list(common, key.name))
+            node = find_value(common, key.name);
         if (node != nullptr) read_key(*node, key, *element, reading);
     }
 

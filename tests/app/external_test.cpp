@@ -320,6 +320,18 @@ chart = "CS-2"
               "the MAEP 79.36 psig is below the external design pressure 150.00 psig");
 }
 
+// The list of [[external]] tables bears the name of a key of a shell.
+TEST(ExternalShell, StandsBesideElementsUnderExternalPressure) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const std::string shell =
+        "[[shell]]\nkind = \"sphere\"\nP = 100\nT = 300\nS = 20000\nSa = 20000"
+        "\nD = 60\nt = 0.5\n";
+    const ReadResult both = read_input(CYLINDER_TOML + shell);
+    ASSERT_TRUE(both.faults.empty()) << fault_line("f", both.faults.front());
+    EXPECT_EQ(both.file.elements.size(), 2u);
+    EXPECT_EQ(only_fault("external = true\n" + CYLINDER_TOML + shell).substr(0, 4), "f:2:");
+}
+
 TEST(ExternalShell, Faults) {
     set_data_folder(TARVANE_DATA_DIR);
     const std::string head = "[[shell]]\nP = 100\nT = 300\nS = 20000\nSa = 20000\nD = 60\nt = "
