@@ -1,6 +1,7 @@
 #include "external_input.h"
 
 #include "charts.h"
+#include "convex_head.h"
 #include "data_folder.h"
 #include "external_results.h"
 #include "external_session.h"
@@ -21,6 +22,7 @@ namespace {
 constexpr std::size_t MOST_ELEMENTS = 500;
 constexpr float STEEPEST_CONE = 60.0f; // degrees
 constexpr float DEGREE = 3.1415927f / 180.0f;
+constexpr float LEAST_PRESSURE = 0.001f; // from here on a thickness is looked for
 
 } // namespace
 
@@ -50,6 +52,13 @@ bool ExternalInput::by_stress() const {
 bool ExternalInput::flat_cone() const {
     return shape() == TARVANE_CONE && setting(N::alpha) > STEEPEST_CONE;
 }
+
+bool ExternalInput::convex_head() const {
+    const bool formed = shape() == TARVANE_ELLIPTICAL_HEAD || shape() == TARVANE_TORISPHERICAL_HEAD;
+    return formed && code() == TARVANE_ASME_VIII_1 && !by_stress();
+}
+
+bool ExternalInput::has_pressure() const { return setting(N::P) > LEAST_PRESSURE; }
 
 void ExternalInput::put_number(const Key& key, float value) {
     settings[static_cast<std::size_t>(key.index)] = value;
@@ -81,6 +90,19 @@ void check_code(const ExternalInput& element, const KeyChecks& checks) {
     }
 }
 
+void check_knuckle(const KeyChecks& checks) {
+    checks.above_zero({"L", "r"});
+    if (!checks.sound("r")) return;
+    const float r = checks.value("r");
+    if (checks.sound("L") && r > checks.value("L"))
+        checks.fault("r", "the knuckle radius must not be above the crown radius L");
+    if (checks.sound("D") && r > checks.value("D") / 2.0f)
+        checks.fault("r", "the knuckle radius must not be above D/2");
+    if (checks.sound("Do") && checks.sound("t") &&
+        r > checks.value("Do") / 2.0f - checks.value("t"))
+        checks.fault("r", "the knuckle radius must not be above Do/2 - t");
+}
+
 void check_shape(const ExternalInput& element, const KeyChecks& checks) {
     switch (element.shape()) {
     case TARVANE_ELLIPTICAL_HEAD:
@@ -92,7 +114,7 @@ void check_shape(const ExternalInput& element, const KeyChecks& checks) {
         }
         return;
     case TARVANE_TORISPHERICAL_HEAD:
-        return checks.above_zero({"L"});
+        return check_knuckle(checks);
     case TARVANE_CONE:
         if (checks.sound("alpha") &&
             !(element.setting(N::alpha) > 0.0f && element.setting(N::alpha) < 90.0f)) {
@@ -126,6 +148,8 @@ bool ExternalInput::needs_stress() const { return flat_cone() || (long_shell() &
 
 bool ExternalInput::needs_yield() const { return by_stress() || app::needs_yield(chart()); }
 
+bool ExternalInput::is_thin_head() const { return convex_head() && internal_head(*this).thin(); }
+
 // Each of its own keys in the file comes before what the record says.
 void ExternalInput::take_material(Reading& reading) {
     const MaterialKeys keys{.name_key = "material",
@@ -137,7 +161,9 @@ void ExternalInput::take_material(Reading& reading) {
                                            : find_material(reading, keys, {"chart"});
     if (found == nullptr) return;
     const auto T = reading.sound("T") ? std::optional(setting(N::T)) : std::nullopt;
-    if (needs_stress()) {
+    // A head does without where the material has none.
+    const bool for_head = convex_head() && T && found->has_allowable_at(*T);
+    if (needs_stress() || for_head) {
         if (const auto stress = supply_stress(reading, keys, *found, "S", T))
             put_setting(N::S, *stress);
     }
@@ -147,7 +173,8 @@ void ExternalInput::take_material(Reading& reading) {
         texts[static_cast<std::size_t>(ExternalText::chart)] = found->chart;
         reading.supply("chart");
     }
-    if (T && needs_yield() && !reading.given("Sy")) {
+    const bool for_thin_head = is_thin_head() && !(setting(N::Sy) > 0.0f);
+    if (T && (needs_yield() || for_thin_head) && !reading.given("Sy")) {
         const float tensile = found->tensile / 1000.0f;
         float yield = 0.0f;
         select_materials(keys.selection);
@@ -178,31 +205,33 @@ void ExternalInput::find_chart(Reading& reading) {
 void ExternalInput::note_tables(Reading& reading) const {
     if (flat_cone()) return;
     reading.use(std::string(CHART_FILE), chart());
-    if (by_stress() && chart().find("CS") != std::string::npos) {
-        // The engine would take the modulus of the chart, which is greater.
-        const int table = whole_setting(N::material_class);
-        const std::vector<int> tables = modulus_tables();
-        if (reading.sound("material_class") && !tables.empty() &&
-            std::find(tables.begin(), tables.end(), table) == tables.end()) {
-            reading.fault("material_class",
-                          "no modulus table " + std::to_string(table) + " in ElastAlp07.txt");
-        }
-        reading.use("ElastAlp07.txt",
-                    "modulus " + std::to_string(whole_setting(N::material_class)));
+    const bool buckling = by_stress() && chart().find("CS") != std::string::npos;
+    const bool thin = convex_head() && missing_for_convex_head(*this).empty() &&
+                      internal_head(*this).needs_modulus();
+    if (!buckling && !thin) return;
+    // For a table that is not there the engine would take another modulus: that of the chart, which is
+    // greater, or that of carbon steel.
+    const int table = whole_setting(N::material_class);
+    const std::vector<int> tables = modulus_tables();
+    if (reading.sound("material_class") && !tables.empty() &&
+        std::find(tables.begin(), tables.end(), table) == tables.end()) {
+        reading.fault("material_class",
+                      "no modulus table " + std::to_string(table) + " in ElastAlp07.txt");
     }
+    reading.use("ElastAlp07.txt", "modulus " + std::to_string(table));
 }
 
 void ExternalInput::complete(Reading& reading) {
     const KeyChecks checks(external_keys(), settings, reading);
     checks.above_zero({"S", "Sy"}); // those of the file, before a material fills them
-    take_material(reading);
-    find_chart(reading);
-    note_tables(reading);
     const float h = setting(N::h);
     if (h > 0.0f && !reading.given("k")) {
         const float inside = outside() ? diameter() - 2.0f * setting(N::t) : diameter();
         if (inside > 0.0f) put_setting(N::k, inside / (2.0f * h));
     }
+    take_material(reading);
+    find_chart(reading);
+    note_tables(reading);
     if (shape() == TARVANE_CONE && !reading.given("length")) {
         equivalent_length = true;
         put_setting(N::length, cone_equivalent_length(*this));

@@ -21,7 +21,9 @@ struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
     bool older() const { return whole_setting(ExternalNumber::edition) == EXTERNAL_EDITION_OLDER; }
     bool by_stress() const; // in place of the charts
     bool long_shell() const { return shape() == TARVANE_CYLINDER || shape() == TARVANE_CONE; }
-    bool flat_cone() const; // so steep that UG-34 applies
+    bool flat_cone() const;    // so steep that UG-34 applies
+    bool convex_head() const;  // a formed head that UG-33(a)(1) asks more of than the chart
+    bool has_pressure() const; // without one only the allowable pressure is told
     bool outside() const { return setting(ExternalNumber::Do) > 0.0f; }
     float diameter() const { return setting(outside() ? ExternalNumber::Do : ExternalNumber::D); }
     const std::string& material() const { return text_setting(ExternalText::material); }
@@ -39,6 +41,7 @@ struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
   private:
     bool needs_stress() const; // the allowable one
     bool needs_yield() const;
+    bool is_thin_head() const; // one for Appendix 1-4(f)
     void take_material(Reading& reading);
     void find_chart(Reading& reading);
     void note_tables(Reading& reading) const;

@@ -1,5 +1,6 @@
 #include "external_report.h"
 
+#include "convex_head.h"
 #include "external_results.h"
 #include "report_lines.h"
 #include "results.h"
@@ -55,6 +56,8 @@ void write_dimensions(const ExternalInput& element) {
                      element.outside() ? "Do" : "D", element.diameter(), DIAMETER);
     }
     if (torisphere) input("Inside Crown Radius", "L", N::L, DIAMETER);
+    if (torisphere && element.convex_head() && element.setting(N::r) > 0.0f)
+        input("Inside Knuckle Radius", "r", N::r, DIAMETER);
     if (element.shape() == TARVANE_ELLIPTICAL_HEAD) input("Aspect Ratio D/2h", "k", N::k, FACTOR);
     if (element.shape() == TARVANE_CONE) {
         input("Inside Diameter of Small End", "Ds", N::Dsmall, DIAMETER);
@@ -70,9 +73,6 @@ void write_dimensions(const ExternalInput& element) {
         input("Stiffened Length", "L", N::length, DIAMETER);
     }
 }
-
-// Results that hold for the given pressure; without one only the allowable pressure does.
-bool has_pressure(const ExternalInput& element) { return element.setting(N::P) > 0.001f; }
 
 } // namespace
 
@@ -97,7 +97,8 @@ void write_external_inputs(const ExternalInput& element, const UnitSystem& units
     report_line(rules_of(element));
 }
 
-void write_external_results(const ExternalInput& element, const ExternalOutcome& o) {
+void write_external_results(const ExternalInput& element, const ExternalOutcome& o,
+                            const UnitSystem& units) {
     report_line("");
     if (o.no_curve) {
         report_line("ERROR - There is no External Pressure Chart, no calculation was made.",
@@ -119,7 +120,7 @@ void write_external_results(const ExternalInput& element, const ExternalOutcome&
         report_input("Allowable Compressive Stress", "Fha", o.fha, STRESS);
     }
     report_input("Maximum Allowable External Pressure", "MAEP", o.maep, PRESSURE);
-    if (has_pressure(element)) {
+    if (element.has_pressure()) {
         report_input("Required Thickness with Allowances", "Tca", o.tca, THICKNESS);
         if (element.shape() == TARVANE_CYLINDER) {
             report_input("Maximum Stiffened Length", "Slen", o.slen, DIAMETER);
@@ -135,6 +136,14 @@ void write_external_results(const ExternalInput& element, const ExternalOutcome&
     if (is_short_of_pressure(element, o)) {
         report_line("Warning: Maximum Allowable External Pressure is below the Design Pressure!",
                     ERROR_LINE);
+    }
+    if (o.convex != nullptr) {
+        write_convex_head(*o.convex, element, o, units);
+    } else if (element.convex_head()) {
+        report_line(
+            "Note: UG-33 (a)(1) was not checked for 1.67 times the pressure inside; it needs " +
+                std::string(missing_for_convex_head(element)) + '.',
+            NOTE_LINE);
     }
     report_line("");
     CLOSING_NOTE();

@@ -1,8 +1,10 @@
 #include "external_results.h"
 
+#include "convex_head.h"
 #include "results.h"
 #include "tarvane/tarvane.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarvane::app {
@@ -12,9 +14,6 @@ using N = ExternalNumber;
 namespace {
 
 constexpr float WITHIN = 0.999f, BEYOND = 1.001f; // what falls short by less does not fail
-constexpr float LEAST_PRESSURE = 0.001f;          // from here on a thickness is looked for
-
-bool has_pressure(const ExternalInput& element) { return element.setting(N::P) > LEAST_PRESSURE; }
 
 } // namespace
 
@@ -23,7 +22,16 @@ bool is_short_of_pressure(const ExternalInput& element, const ExternalOutcome& o
 }
 
 bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& outcome) {
-    return has_pressure(element) && !(outcome.tca <= element.setting(N::t) * BEYOND);
+    return element.has_pressure() && !(outcome.tca <= element.setting(N::t) * BEYOND);
+}
+
+float governing_maep(const ExternalOutcome& outcome) {
+    return outcome.convex ? std::min(outcome.maep, outcome.convex->maep) : outcome.maep;
+}
+
+float governing_thickness(const ExternalOutcome& outcome) {
+    if (!outcome.convex) return outcome.tca;
+    return std::max(outcome.tca, outcome.convex->results.t_required);
 }
 
 bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome) {
@@ -60,6 +68,7 @@ Verdict judge_external(const ExternalInput& element, const ExternalOutcome& outc
         fails("the required thickness " + shown(outcome.tca, Quantity::thickness, units) +
               " is above the given " + shown(element.setting(N::t), Quantity::thickness, units));
     }
+    judge_convex_head(element, outcome, units, verdict);
     return verdict;
 }
 
@@ -76,7 +85,19 @@ struct ExternalResult {
     }
     // Of the design pressure.
     std::optional<float> required(float value) const {
-        return has_pressure(*element) ? number(value) : std::nullopt;
+        return element->has_pressure() ? number(value) : std::nullopt;
+    }
+    // Of UG-33(a)(1).
+    std::optional<float> convex_maep() const {
+        return outcome->convex ? number(outcome->convex->maep) : std::nullopt;
+    }
+    std::optional<float> convex_thickness() const {
+        return outcome->convex ? required(outcome->convex->results.t_required) : std::nullopt;
+    }
+    std::optional<float> failure_corrosion() const {
+        const std::optional<float> chart = required(outcome->fail_ca);
+        if (!chart || !outcome->convex) return chart;
+        return std::min(*chart, outcome->convex->results.fail_ca);
     }
     bool by_chart() const { return !element->by_stress() && !element->flat_cone(); }
 };
@@ -103,11 +124,15 @@ std::string external_tables(std::span<const Calculated> elements, const UnitSyst
         {"External design pressure              P", Quantity::pressure,
          [](const R& r) -> std::optional<float> { return r.element->setting(N::P); }},
         {"Maximum allowable external pressure   MAEP", Quantity::pressure,
-         [](const R& r) { return r.number(r.outcome->maep); }},
+         [](const R& r) { return r.number(governing_maep(*r.outcome)); }},
+        {"The same by UG-33(a)(2), 1.67 P inside", Quantity::pressure,
+         [](const R& r) { return r.convex_maep(); }},
         {"Given thickness                       t", Quantity::thickness,
          [](const R& r) -> std::optional<float> { return r.element->setting(N::t); }},
         {"Required thickness with allowances    Tca", Quantity::thickness,
-         [](const R& r) { return r.required(r.outcome->tca); }},
+         [](const R& r) { return r.required(governing_thickness(*r.outcome)); }},
+        {"The same by UG-33(a)(1), 1.67 P inside", Quantity::thickness,
+         [](const R& r) { return r.convex_thickness(); }},
         {"Maximum stiffened length              Slen", Quantity::diameter,
          [](const R& r) {
              return r.element->shape() == TARVANE_CYLINDER ? r.required(r.outcome->slen)
@@ -124,7 +149,7 @@ std::string external_tables(std::span<const Calculated> elements, const UnitSyst
         {"Corrosion allowance                   c", Quantity::thickness,
          [](const R& r) -> std::optional<float> { return r.element->setting(N::c); }},
         {"Corrosion allowance at failure", Quantity::thickness,
-         [](const R& r) { return r.required(r.outcome->fail_ca); }},
+         [](const R& r) { return r.failure_corrosion(); }},
     };
     return table<R>("External pressure", rows, results, heading, units);
 }

@@ -1,5 +1,6 @@
 #include "external_session.h"
 
+#include "convex_head.h"
 #include "engine_session.h"
 #include "external_report.h"
 #include "tarvane/tarvane.h"
@@ -64,15 +65,17 @@ ExternalOutcome run_external(const ExternalInput& element, const InputFile& file
     RESET_ENGINE();
     set_decimal_comma(file);
     const Services services(outcome);
-    set_globals(element);
     set_units(file);
+    if (element.convex_head() && missing_for_convex_head(element).empty())
+        outcome.convex = std::make_shared<ConvexHead>(check_convex_head(element));
+    set_globals(element); // behind the check of a head, which has others
     look_for_curve(element, outcome);
 
     const ReportUnit report;
     report.switch_on();
     write_external_inputs(element, file.units);
     if (!outcome.no_curve) call_shlext(element, outcome);
-    write_external_results(element, outcome);
+    write_external_results(element, outcome, file.units);
     outcome.report = report.switch_off_and_read();
     return outcome;
 }

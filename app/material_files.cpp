@@ -89,6 +89,11 @@ float Material::allowable_at(float temperature) const {
     return READ_ALLOWABLE_AT(&record, &temperature) * PSI;
 }
 
+// What a metric file gives is rounded on its way to degrees F.
+bool Material::has_allowable_at(float temperature) const {
+    return !allowables().empty() && !(temperature > last_temperature() + 0.01f);
+}
+
 bool Material::takes_size(float diameter) const {
     return (size_above <= 0.0f || diameter > size_above) &&
            (size_to <= 0.0f || diameter <= size_to);

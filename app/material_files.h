@@ -55,6 +55,7 @@ struct Material {
     // Between these temperatures on a straight line; the first stress below the first one. Only up to
     // the last one.
     float allowable_at(float temperature) const;
+    bool has_allowable_at(float temperature) const;
     // A bolt of this size belongs to this record, as far as it has limits.
     bool takes_size(float diameter) const;
 };

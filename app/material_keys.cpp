@@ -75,8 +75,7 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
     reading.supply(stress_key);
     if (!temperature) return std::nullopt;
     const float last = material.last_temperature();
-    // What a metric file gives is rounded on its way to degrees F.
-    if (material.allowables().empty() || *temperature > last + 0.01f) {
+    if (!material.has_allowable_at(*temperature)) {
         std::string message = material.name + " has no allowable stress at " +
                               shown(*temperature, Quantity::temperature, reading.units) + " in " +
                               keys.selection.file();

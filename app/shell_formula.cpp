@@ -209,6 +209,22 @@ Formula formula(std::string_view title, std::string_view text, std::string_view 
             std::move(evaluation.used)};
 }
 
+void rename_symbol(Formula& formula, std::string_view from, std::string_view to) {
+    for (std::size_t at = 0; at < formula.text.size();) {
+        const std::string_view name = name_at(formula.text, at);
+        const std::size_t width = std::max(name.size(), std::size_t{1});
+        if (name != from) {
+            at += width;
+            continue;
+        }
+        formula.text.replace(at, width, to);
+        at += to.size();
+    }
+    for (Symbol& symbol : formula.values) {
+        if (symbol.name == from) symbol.name = to;
+    }
+}
+
 std::vector<NumberLine> number_lines(const Formula& formula, bool stress_unit_differs) {
     const std::size_t whole = formula.text.size();
     const std::size_t middle =

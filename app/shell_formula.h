@@ -55,6 +55,9 @@ struct Formula {
 Formula formula(std::string_view title, std::string_view text, std::string_view rule, int kind,
                 const Symbols& symbols);
 
+// Gives a symbol of the formula another name.
+void rename_symbol(Formula& formula, std::string_view from, std::string_view to);
+
 // The number lines. Lengths all go as thicknesses. Where pressures and stresses are shown in different
 // units, both go as the one that the result is shown in (a length: as pressures), so that the arithmetic
 // of the line holds.

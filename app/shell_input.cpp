@@ -56,15 +56,19 @@ bool ShellInput::formed() const {
     return shape() == TARVANE_ELLIPTICAL_HEAD || shape() == TARVANE_TORISPHERICAL_HEAD;
 }
 
-bool ShellInput::needs_modulus() const {
-    if (!formed() || older_division_2()) return formed();
-    // Appendix 1-4(f), which is for thin heads; the crown radius of an ellipse as SHLINT has it.
+// Where Appendix 1-4(f) applies; the crown radius of an ellipse as SHLINT has it.
+bool ShellInput::thin() const {
+    if (!formed()) return false;
     const float k = setting(N::k), t = setting(N::t), c = setting(N::c);
     const float Di = outside() ? diameter() - 2.0f * t : diameter();
     const float ellipse = (0.31f * k + 0.16f + 0.03f * k * k) * Di;
     const float L = shape() == TARVANE_ELLIPTICAL_HEAD ? ellipse : setting(N::L);
-    return setting(N::Sy) > 1000.0f && !has(N::skip_1_4f) &&
-           ((t - c) - setting(N::Ut)) / (L + c) <= 0.002f;
+    return ((t - c) - setting(N::Ut)) / (L + c) <= 0.002f;
+}
+
+bool ShellInput::needs_modulus() const {
+    if (!formed() || older_division_2()) return formed();
+    return setting(N::Sy) > 1000.0f && !has(N::skip_1_4f) && thin();
 }
 
 // ---- material --------------------------------------------------------------------------------------
@@ -252,7 +256,11 @@ void ShellInput::make_external(Reading& reading) {
                                           {X::length, N::length},
                                           {X::k, N::k},
                                           {X::h, N::h},
+                                          {X::corroded_K, N::corroded_K},
                                           {X::L, N::L},
+                                          {X::r, N::r},
+                                          {X::skip_1_4f, N::skip_1_4f},
+                                          {X::temp_limit, N::temp_limit},
                                           {X::alpha, N::alpha},
                                           {X::Dsmall, N::D_small},
                                           {X::cone_length, N::cone_length}};
@@ -317,8 +325,13 @@ Verdict ShellInput::judge(const Outcome& outcome, const UnitSystem& units) const
     Verdict verdict = judge_shell(*this, own, units);
     if (!external || own.stopped) return verdict;
     const Verdict other = judge_external(*external, own.external, units);
-    for (const std::string& reason : other.reasons)
-        verdict.say(other.status, reason);
+    verdict.status = std::max(verdict.status, other.status);
+    for (const std::string& reason : other.reasons) {
+        // Limits of the form hold for both.
+        if (std::find(verdict.reasons.begin(), verdict.reasons.end(), reason) ==
+            verdict.reasons.end())
+            verdict.reasons.push_back(reason);
+    }
     return verdict;
 }
 

@@ -22,8 +22,10 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     bool outside() const { return setting(ShellNumber::Do) > 0.0f; }
     float diameter() const { return setting(outside() ? ShellNumber::Do : ShellNumber::D); }
     bool older_division_2() const { return whole_setting(ShellNumber::code) == 2; }
-    bool formed() const;  // an elliptical or torispherical head
-    bool knuckle() const; // of a cone
+    bool formed() const;        // an elliptical or torispherical head
+    bool thin() const;          // a formed head, up to 0.002 of its crown radius
+    bool knuckle() const;       // of a cone
+    bool needs_modulus() const; // of the modulus table
     const std::string& material() const { return text_setting(ShellText::material); }
 
     std::string description() const override { return text_setting(ShellText::description); }
@@ -39,7 +41,6 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
   private:
     void take_material(Reading& reading);
     void make_external(Reading& reading);
-    bool needs_modulus() const; // of the modulus table
 };
 
 } // namespace tarvane::app

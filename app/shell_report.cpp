@@ -32,56 +32,41 @@ void rule_column(const RuleColumn& value) {
 
 // ---- formulas --------------------------------------------------------------------------------------
 
+bool stress_unit_differs(const UnitSystem& units) {
+    return units.factor(Quantity::pressure) != units.factor(Quantity::stress);
+}
+
 class Writer {
   public:
     Writer(const ShellInput& element, const ShellOutcome& results, const UnitSystem& file_units)
-        : shell(element), o(results), units(file_units),
-          stress_unit_differs(units.factor(Quantity::pressure) != units.factor(Quantity::stress)) {}
+        : shell(element), o(results), units(file_units) {}
 
     void write() const {
         BEGIN_REPORT();
         input_values();
         check_openings(shell);
-        for (const RuleColumn& value : o.rules.columns)
-            rule_column(value);
-        if (stress_unit_differs) {
-            report_line(
-                "Note: in the formulas stresses and pressures both stand in the unit of the "
-                "result.",
-                NOTE_LINE);
-        }
-        write_all(o.rules.factors);
+        write_base_values(o, units);
+        write_factors(o, units);
         thickness();
-        pressures();
+        mawp();
+        map_nc();
         write_last_as(o.rules.stress, o.stress);
         closing_values();
         warnings();
         report_line("");
         CLOSING_NOTE();
     }
+    void thickness() const;
+    void mawp() const;
 
   private:
     const ShellInput& shell;
     const ShellOutcome& o;
     const UnitSystem& units;
-    bool stress_unit_differs;
 
     float value(N number) const { return shell.setting(number); }
 
-    void write_one(const Formula& f, float result) const {
-        report_heading(f.title);
-        report_line(" = " + f.text + (f.rule.empty() ? "" : " per " + f.rule));
-        std::int32_t mode = 1; // a line that goes on keeps its margin
-        for (const NumberLine& numbers : number_lines(f, stress_unit_differs)) {
-            const std::vector<std::int32_t> kinds(numbers.kinds.begin(), numbers.kinds.end());
-            const auto count = static_cast<std::int32_t>(numbers.values.size());
-            WRITE_NUMBERS(numbers.text.data(), length(numbers.text), numbers.values.data(),
-                          kinds.data(), &count, &mode);
-            mode = 4;
-        }
-        const std::int32_t kind = f.kind;
-        WRITE_VALUE(&result, &kind, "", 0, PLAIN_LINE);
-    }
+    void write_one(const Formula& f, float result) const { write_formula(f, result, units); }
     void write_all(const std::vector<Formula>& formulas) const {
         for (const Formula& f : formulas)
             write_one(f, f.value);
@@ -97,8 +82,7 @@ class Writer {
     void head_dimensions() const;
     void cone_dimensions() const;
     void flat_dimensions() const;
-    void thickness() const;
-    void pressures() const;
+    void map_nc() const;
     void limited(std::vector<Formula> formulas, std::string_view symbol, float result, int mode,
                  std::string_view title) const;
     float head_pressure(int mode, std::int32_t& cls) const;
@@ -281,13 +265,16 @@ void Writer::limited(std::vector<Formula> formulas, std::string_view symbol, flo
               result);
 }
 
-void Writer::pressures() const {
+void Writer::mawp() const {
     if (o.limits_14f && o.thin) {
         limited(o.rules.mawp, "MAWP", o.mawp, 2,
                 "Maximum Allowable Working Pressure, with Appendix 1-4(f) [MAWP]:");
     } else {
         write_last_as(o.rules.mawp, o.mawp);
     }
+}
+
+void Writer::map_nc() const {
     if (o.limits_14f && o.thin_new) {
         limited(o.rules.map_nc, "MAPNC", o.map_nc, 3,
                 "Maximum Allowable Pressure, New and Cold, with Appendix 1-4(f) [MAPNC]:");
@@ -327,6 +314,56 @@ void Writer::closing_values() const {
 void Writer::warnings() const {
     if (is_short_of_thickness(shell, o)) report_line(THICKNESS_WARNING, ERROR_LINE);
     if (is_short_of_pressure(shell, o)) report_line(PRESSURE_WARNING, ERROR_LINE);
+    write_head_warnings(shell, o);
+}
+
+} // namespace
+
+void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
+                        const UnitSystem& units) {
+    Writer(shell, outcome, units).write();
+}
+
+void write_formula(const Formula& formula, float result, const UnitSystem& units) {
+    report_heading(formula.title);
+    report_line(" = " + formula.text + (formula.rule.empty() ? "" : " per " + formula.rule));
+    std::int32_t mode = 1; // a line that goes on keeps its margin
+    for (const NumberLine& numbers : number_lines(formula, stress_unit_differs(units))) {
+        const std::vector<std::int32_t> kinds(numbers.kinds.begin(), numbers.kinds.end());
+        const auto count = static_cast<std::int32_t>(numbers.values.size());
+        WRITE_NUMBERS(numbers.text.data(), length(numbers.text), numbers.values.data(),
+                      kinds.data(), &count, &mode);
+        mode = 4;
+    }
+    const std::int32_t kind = formula.kind;
+    WRITE_VALUE(&result, &kind, "", 0, PLAIN_LINE);
+}
+
+void write_base_values(const ShellOutcome& outcome, const UnitSystem& units) {
+    for (const RuleColumn& value : outcome.rules.columns)
+        rule_column(value);
+    if (stress_unit_differs(units)) {
+        report_line("Note: in the formulas stresses and pressures both stand in the unit of the "
+                    "result.",
+                    NOTE_LINE);
+    }
+}
+
+void write_factors(const ShellOutcome& outcome, const UnitSystem& units) {
+    for (const Formula& factor : outcome.rules.factors)
+        write_formula(factor, factor.value, units);
+}
+
+void write_thickness(const ShellInput& shell, const ShellOutcome& outcome,
+                     const UnitSystem& units) {
+    Writer(shell, outcome, units).thickness();
+}
+
+void write_mawp(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units) {
+    Writer(shell, outcome, units).mawp();
+}
+
+void write_head_warnings(const ShellInput& shell, const ShellOutcome& o) {
     for (const std::string_view warning : form_warnings(shell))
         report_line("Warning: " + std::string(warning), WARNING_LINE);
     if (o.thin && !o.limits_14f)
@@ -338,13 +375,6 @@ void Writer::warnings() const {
             "U-2(g).",
             WARNING_LINE);
     }
-}
-
-} // namespace
-
-void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
-                        const UnitSystem& units) {
-    Writer(shell, outcome, units).write();
 }
 
 } // namespace tarvane::app

@@ -35,9 +35,10 @@ std::vector<std::string_view> form_warnings(const ShellInput& shell) {
     const float t = shell.setting(N::t), r = shell.setting(N::r), D = shell.diameter();
     const float Do = shell.outside() ? D : D + 2.0f * t;
     if (shell.shape() == TARVANE_TORISPHERICAL_HEAD) {
-        if (shell.setting(N::L) > Do * BEYOND)
+        const bool known = D > 0.0f; // a chart does not ask for it
+        if (known && shell.setting(N::L) > Do * BEYOND)
             warnings.push_back("The crown radius L is above the outside diameter, UG-32 (j).");
-        if (r < LEAST_KNUCKLE * Do)
+        if (known && r < LEAST_KNUCKLE * Do)
             warnings.push_back("The knuckle radius r is below 6 % of the outside diameter, "
                                "UG-32 (j).");
         if (r < 3.0f * t * WITHIN)

@@ -111,7 +111,7 @@ OpeningFactors check_openings(const ShellInput& shell) {
     return factors;
 }
 
-void calculate_shell(const ShellInput& shell, ShellOutcome& o) {
+void calculate_pressures(const ShellInput& shell, ShellOutcome& o) {
     set_globals(shell);
     SET_IWRITE(&OFF);
     call_shlint(shell, o);
@@ -122,6 +122,10 @@ void calculate_shell(const ShellInput& shell, ShellOutcome& o) {
     o.t_governing = std::max(o.t_req, o.t_14f);
     o.t_required = o.t_governing + shell.setting(N::c) + shell.setting(N::Ut);
     if (!o.rules.older_division_2) find_failure_corrosion(shell, o);
+}
+
+void calculate_shell(const ShellInput& shell, ShellOutcome& o) {
+    calculate_pressures(shell, o);
     find_forming_strain(shell, o);
 }
 

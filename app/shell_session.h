@@ -30,7 +30,10 @@ struct ShellOutcome final : Outcome {
     ShellRules rules;
 };
 
-// The calls without a report, behind RESET_ENGINE and the units.
+// SHLINT with what belongs to it, without a report: behind RESET_ENGINE and the units.
+void calculate_pressures(const ShellInput& shell, ShellOutcome& outcome);
+
+// All calls without a report, behind RESET_ENGINE and the units.
 void calculate_shell(const ShellInput& shell, ShellOutcome& outcome);
 
 // Runs a shell of the file. Throws std::runtime_error when the report file cannot be opened or read.

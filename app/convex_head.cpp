@@ -1,0 +1,198 @@
+#include "convex_head.h"
+
+#include "external_results.h"
+#include "report_lines.h"
+#include "results.h"
+#include "shell_report.h"
+#include "shell_results.h"
+#include "tarvane/tarvane.h"
+
+#include <cmath>
+#include <utility>
+
+namespace tarvane::app {
+
+using N = ExternalNumber;
+
+namespace {
+
+constexpr std::string_view THICKNESS_RULE = "UG-33 (a)(1)", PRESSURE_RULE = "UG-33 (a)(2)";
+constexpr float NOMINAL_PRESSURE = 1.0f; // psi
+
+// "1.67 * P", as the report shows it.
+Formula internal_pressure(const ExternalInput& element) {
+    Symbols symbols;
+    symbols.put("P", element.setting(N::P), TARVANE_AS_PRESSURE);
+    return formula("Internal Pressure to Check the Head with [Pi]:", "1.67 * P", THICKNESS_RULE,
+                   TARVANE_AS_PRESSURE, symbols);
+}
+
+Formula external_rating(float mawp) {
+    Symbols symbols;
+    symbols.put("MAWP", mawp, TARVANE_AS_PRESSURE);
+    return formula("Allowable External Pressure by Internal Pressure [MAEPi]:", "MAWP / 1.67",
+                   PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols);
+}
+
+bool is_thin_without_rule(const ConvexHead& convex) {
+    return convex.results.thin && !convex.results.limits_14f;
+}
+
+// What Appendix 1-4(f) lacks.
+std::string missing_for_thin_head(const ShellInput& head) {
+    std::string keys;
+    const auto lacks = [&](std::string_view what) {
+        keys += (keys.empty() ? "" : " and ") + std::string(what);
+    };
+    if (!(head.setting(ShellNumber::Sy) > 1000.0f)) lacks("Sy");
+    if (!(head.diameter() > 0.0f)) lacks("D or Do");
+    return keys.empty() ? "the elastic modulus of material_class" : keys;
+}
+
+} // namespace
+
+ShellInput internal_head(const ExternalInput& element) {
+    using S = ShellNumber;
+    constexpr std::pair<S, N> SHARED[] = {
+        {S::kind, N::kind},
+        {S::code, N::code},
+        {S::T, N::T},
+        {S::c, N::c},
+        {S::Ut, N::Ut},
+        {S::service, N::service},
+        {S::S, N::S},
+        {S::Sa, N::S}, // for what is new and cold, which nobody asks for
+        {S::Sy, N::Sy},
+        {S::Sy_cold, N::Sy},
+        {S::material_class, N::material_class},
+        {S::temp_limit, N::temp_limit},
+        {S::skip_1_4f, N::skip_1_4f},
+        {S::D, N::D},
+        {S::Do, N::Do},
+        {S::t, N::t},
+        {S::k, N::k},
+        {S::corroded_K, N::corroded_K},
+        {S::L, N::L},
+        {S::r, N::r}};
+    ShellInput head;
+    for (const auto& [theirs, ours] : SHARED)
+        head.put_setting(theirs, element.setting(ours));
+    head.put_setting(S::P,
+                     element.has_pressure() ? internal_pressure(element).value : NOMINAL_PRESSURE);
+    head.put_setting(S::E, 1.0f);
+    // A chart asks for no diameter of a torispherical head, Appendix 1-4(f) does.
+    if (!(head.diameter() > 0.0f)) head.put_setting(S::skip_1_4f, 1.0f);
+    head.texts[static_cast<std::size_t>(ShellText::material)] = element.material();
+    return head;
+}
+
+std::string_view missing_for_convex_head(const ExternalInput& element) {
+    const bool stress = element.setting(N::S) > 0.0f;
+    const bool knuckle =
+        element.shape() != TARVANE_TORISPHERICAL_HEAD || element.setting(N::r) > 0.0f;
+    if (!stress) return knuckle ? "S" : "S and r";
+    return knuckle ? "" : "r";
+}
+
+ConvexHead check_convex_head(const ExternalInput& element) {
+    ConvexHead convex{internal_head(element), {}};
+    calculate_pressures(convex.head, convex.results);
+    // The report has a P already, the external pressure.
+    for (Formula& f : convex.results.rules.thickness)
+        rename_symbol(f, "P", "Pi");
+    convex.maep = external_rating(convex.results.mawp).value;
+    return convex;
+}
+
+// ---- report ----------------------------------------------------------------------------------------
+
+void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
+                       const ExternalOutcome& chart, const UnitSystem& units) {
+    const ShellOutcome& o = convex.results;
+    const bool pressure = element.has_pressure();
+    report_line("");
+    report_heading("Pressure on the Convex Side, UG-33 (a)(1): UG-32 for 1.67 P and E = 1");
+    if (element.shape() == TARVANE_TORISPHERICAL_HEAD && element.diameter() > 0.0f) {
+        report_input(element.outside() ? "Outside Diameter" : "Inside Diameter",
+                     element.outside() ? "Do" : "D", element.diameter(), TARVANE_AS_DIAMETER);
+    }
+    report_input("Joint Efficiency", "E", 1.0f, TARVANE_AS_FACTOR);
+    write_base_values(o, units);
+    if (pressure) {
+        const Formula Pi = internal_pressure(element);
+        write_formula(Pi, Pi.value, units);
+    }
+    write_factors(o, units);
+    if (pressure) write_thickness(convex.head, o, units);
+    write_mawp(convex.head, o, units);
+    write_formula(external_rating(o.mawp), convex.maep, units);
+
+    Symbols symbols;
+    symbols.put("MAEP", chart.maep, TARVANE_AS_PRESSURE);
+    symbols.put("MAEPi", convex.maep, TARVANE_AS_PRESSURE);
+    write_formula(formula("Governing Maximum Allowable External Pressure [MAEPg]:",
+                          "min( MAEP, MAEPi )", PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols),
+                  governing_maep(chart), units);
+    if (pressure) {
+        symbols.put("Tca", chart.tca, TARVANE_AS_THICKNESS);
+        symbols.put("treq", o.t_required, TARVANE_AS_THICKNESS);
+        write_formula(formula("Governing Required Thickness with Allowances [Tg]:",
+                              "max( Tca, treq )", THICKNESS_RULE, TARVANE_AS_THICKNESS, symbols),
+                      governing_thickness(chart), units);
+        report_line("");
+        report_column("Corrosion Allowance at Failure by Internal Pressure", o.fail_ca,
+                      TARVANE_AS_THICKNESS);
+        if (is_short_of_thickness(convex.head, o)) {
+            report_line("Warning: Required Thickness by UG-33 (a)(1) Exceeds the Given Thickness!",
+                        ERROR_LINE);
+        }
+        if (is_short_of_pressure(convex.head, o)) {
+            report_line("Warning: Allowable External Pressure by UG-33 (a)(2) is below the Design "
+                        "Pressure!",
+                        ERROR_LINE);
+        }
+    }
+    write_head_warnings(convex.head, o);
+}
+
+// ---- verdict ---------------------------------------------------------------------------------------
+
+void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outcome,
+                       const UnitSystem& units, Verdict& verdict) {
+    if (!element.convex_head()) return;
+    if (outcome.convex == nullptr) {
+        verdict.say(Status::fine,
+                    "UG-33 (a)(1) was not checked for 1.67 times the pressure inside; "
+                    "it needs " +
+                        std::string(missing_for_convex_head(element)));
+        return;
+    }
+    const ConvexHead& convex = *outcome.convex;
+    const ShellOutcome& o = convex.results;
+    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
+    if (element.has_pressure() && !std::isfinite(o.t_required)) {
+        fails("UG-33 (a)(1): no thickness holds 1.67 times the pressure inside");
+    } else if (element.has_pressure() && is_short_of_thickness(convex.head, o)) {
+        fails("the required thickness by UG-33 (a)(1), for 1.67 times the pressure inside, " +
+              shown(o.t_required, Quantity::thickness, units) + " is above the given " +
+              shown(element.setting(N::t), Quantity::thickness, units));
+    }
+    if (element.has_pressure() && is_short_of_pressure(convex.head, o)) {
+        fails("the MAEP by UG-33 (a)(2) " + shown(convex.maep, Quantity::pressure, units) +
+              " is below the external design pressure " +
+              shown(element.setting(N::P), Quantity::pressure, units));
+    }
+    if (o.status_14f == TARVANE_HEAD_FAILED)
+        fails("UG-33 (a)(1): Appendix 1-4(f) has no solution for this geometry");
+    if (is_thin_without_rule(convex)) {
+        const bool skipped = element.setting(N::skip_1_4f) != 0.0f;
+        verdict.say(
+            skipped ? Status::fine : Status::fails,
+            "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated" +
+                (skipped ? std::string() : "; it needs " + missing_for_thin_head(convex.head)));
+    }
+    for (const std::string_view warning : form_warnings(convex.head))
+        verdict.say(Status::fine, std::string(warning));
+}
+
+} // namespace tarvane::app
