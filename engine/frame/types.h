@@ -43,15 +43,46 @@ constexpr Real fourth(Real x) { return (x * x) * (x * x); }
 // The functions of single precision. C libraries differ in their last bits (glibc for 32 and for 64
 // bits, Windows), and a report shows it. So each is worked out in double precision and rounded once,
 // which gives the single nearest to the exact value everywhere.
-inline Real log(Real x) { return static_cast<Real>(std::log(static_cast<double>(x))); }
-inline Real log10(Real x) { return static_cast<Real>(std::log10(static_cast<double>(x))); }
-inline Real exp(Real x) { return static_cast<Real>(std::exp(static_cast<double>(x))); }
-inline Real sin(Real x) { return static_cast<Real>(std::sin(static_cast<double>(x))); }
-inline Real cos(Real x) { return static_cast<Real>(std::cos(static_cast<double>(x))); }
-inline Real acos(Real x) { return static_cast<Real>(std::acos(static_cast<double>(x))); }
-inline Real cbrt(Real x) { return static_cast<Real>(std::cbrt(static_cast<double>(x))); }
+template <typename Function>
+Real nearest(Function function, Real argument) {
+    double x = static_cast<double>(argument);
+#ifdef __i386__
+    // The C library works them out by the x87, whose control word is the host's: 24 bits of precision
+    // there, or another rounding, must not reach the result.
+    constexpr std::uint16_t EXTENDED = 0x037F; // 64 bits, to nearest, no exception
+    std::uint16_t given;
+    __asm__ volatile("fnstcw %0\n\tfldcw %2" : "=m"(given), "+m"(x) : "m"(EXTENDED));
+    x = function(x);
+    __asm__ volatile("fldcw %1" : "+m"(x) : "m"(given));
+    return static_cast<Real>(x);
+#else
+    return static_cast<Real>(function(x));
+#endif
+}
+
+inline Real log(Real x) {
+    return nearest([](double a) { return std::log(a); }, x);
+}
+inline Real log10(Real x) {
+    return nearest([](double a) { return std::log10(a); }, x);
+}
+inline Real exp(Real x) {
+    return nearest([](double a) { return std::exp(a); }, x);
+}
+inline Real sin(Real x) {
+    return nearest([](double a) { return std::sin(a); }, x);
+}
+inline Real cos(Real x) {
+    return nearest([](double a) { return std::cos(a); }, x);
+}
+inline Real acos(Real x) {
+    return nearest([](double a) { return std::acos(a); }, x);
+}
+inline Real cbrt(Real x) {
+    return nearest([](double a) { return std::cbrt(a); }, x);
+}
 inline Real pow(Real x, Real y) {
-    return static_cast<Real>(std::pow(static_cast<double>(x), static_cast<double>(y)));
+    return nearest([y](double a) { return std::pow(a, static_cast<double>(y)); }, x);
 }
 
 // Conversion towards zero. What an INTEGER cannot hold, and a not-a-number, gives the least

@@ -7,12 +7,13 @@
 */
 #include "tarvane/tarvane.h"
 
-#include <fcntl.h>
-#include <io.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
-#include <windows.h>
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
 
 #define main three_elements
 #include "three_elements.c"
@@ -120,14 +121,16 @@ int main(int argc, char** argv) {
     shift = atoi(argv[1]);
     wanted = (uint16_t)strtol(argv[2], NULL, 16);
     arguments[1] = argv[3];
+#ifdef _WIN32
     _setmode(_fileno(stdout), _O_BINARY);
+#endif
     __asm__ volatile("movl %%esp, %%ebx\n\t"
                      "andl $-16, %%esp\n\t"
                      "subl %%esi, %%esp\n\t"
-                     "call _run\n\t"
+                     "call %P2\n\t"
                      "movl %%ebx, %%esp"
                      : "=a"(status)
-                     : "S"(shift)
+                     : "S"(shift), "i"(run)
                      : "ebx", "ecx", "edx", "memory", "cc");
     __asm__ volatile("fldcw %0" : : "m"(own));
     /* The return address and the frame pointer lie between. */
