@@ -16,7 +16,7 @@ using N = ExternalNumber;
 
 namespace {
 
-constexpr std::string_view THICKNESS_RULE = "UG-33 (a)(1)", PRESSURE_RULE = "UG-33 (a)(2)";
+constexpr std::string_view THICKNESS_RULE = "UG-33 (a)(1)", PRESSURE_RULE = "UG-33 (a)";
 constexpr float NOMINAL_PRESSURE = 1.0f; // psi
 
 // "1.67 * P", as the report shows it.
@@ -147,7 +147,7 @@ void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
                         ERROR_LINE);
         }
         if (is_short_of_pressure(convex.head, o)) {
-            report_line("Warning: Allowable External Pressure by UG-33 (a)(2) is below the Design "
+            report_line("Warning: Allowable External Pressure by UG-33 (a) is below the Design "
                         "Pressure!",
                         ERROR_LINE);
         }
@@ -178,7 +178,7 @@ void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outc
               shown(element.setting(N::t), Quantity::thickness, units));
     }
     if (element.has_pressure() && is_short_of_pressure(convex.head, o)) {
-        fails("the MAEP by UG-33 (a)(2) " + shown(convex.maep, Quantity::pressure, units) +
+        fails("the MAEP by UG-33 (a) " + shown(convex.maep, Quantity::pressure, units) +
               " is below the external design pressure " +
               shown(element.setting(N::P), Quantity::pressure, units));
     }

@@ -125,7 +125,7 @@ std::string external_tables(std::span<const Calculated> elements, const UnitSyst
          [](const R& r) -> std::optional<float> { return r.element->setting(N::P); }},
         {"Maximum allowable external pressure   MAEP", Quantity::pressure,
          [](const R& r) { return r.number(governing_maep(*r.outcome)); }},
-        {"The same by UG-33(a)(2), 1.67 P inside", Quantity::pressure,
+        {"The same by UG-33(a), 1.67 P inside", Quantity::pressure,
          [](const R& r) { return r.convex_maep(); }},
         {"Given thickness                       t", Quantity::thickness,
          [](const R& r) -> std::optional<float> { return r.element->setting(N::t); }},
