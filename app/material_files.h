@@ -19,7 +19,8 @@ struct MaterialSelection {
     int d2_class = 0;
     int year = 0;
 
-    auto operator<=>(const MaterialSelection&) const = default;
+    // clang-tidy 14 sees a null pointer in what the compiler makes of it.
+    auto operator<=>(const MaterialSelection&) const = default; // NOLINT(modernize-use-nullptr)
 
     // The code whose file is read.
     int file_code() const { return force_div1 ? TARVANE_ASME_VIII_1 : code; }

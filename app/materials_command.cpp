@@ -30,7 +30,7 @@ std::string temperature_text(float temperature, const UnitSystem& units) {
     return number_text(units.to_file(temperature, Quantity::temperature), 0);
 }
 
-std::string or_dash(std::string text) { return text.empty() ? std::string(NEITHER) : text; }
+std::string or_dash(const std::string& text) { return text.empty() ? std::string(NEITHER) : text; }
 
 std::string p_number(const Material& m) {
     std::string text = m.p_number;

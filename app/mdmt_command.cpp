@@ -56,7 +56,7 @@ Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& er
     if (!options.data.empty()) set_data_folder(options.data);
     std::string text = "units = " + quoted(options.units) + "\n[mdmt]\n";
     for (const auto& [key, value] : options.keys)
-        text += key + " = " + value + '\n';
+        text.append(key).append(" = ").append(value).append("\n");
     const ReadResult input = read_input(text);
     for (const Fault& fault : input.faults)
         err << "tarvane: " << (fault.key.empty() ? "" : fault.key + ": ") << fault.message << '\n';

@@ -54,11 +54,13 @@ std::string table(std::string_view title, std::span<const Row<Result>> rows,
                   const std::vector<Result>& results, std::string (*heading)(const Result&),
                   const UnitSystem& units) {
     std::vector<std::string> headings;
+    headings.reserve(results.size());
     for (const Result& result : results)
         headings.push_back(to_utf8(heading(result)));
     std::vector<TextRow> texts;
     for (const Row<Result>& row : rows) {
         TextRow text{std::string(row.label), to_utf8(units.label(row.quantity)), {}};
+        text.values.reserve(results.size());
         for (const Result& result : results)
             text.values.push_back(value_text(row.value(result), row.quantity, units));
         texts.push_back(std::move(text));

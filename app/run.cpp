@@ -133,8 +133,9 @@ std::string key_table() {
     std::string table;
     for (const ElementKind* kind : element_kinds()) {
         const std::string name(kind->table);
-        table += "Keys of a [[" + name + "]]; at the head of a file they hold for every " + name +
-                 " without its own.\n\n";
+        table.append("Keys of a [[").append(name);
+        table.append("]]; at the head of a file they hold for every ").append(name);
+        table.append(" without its own.\n\n");
         for (const Key& key : kind->keys.keys) {
             // A name or unit of more than its column keeps one blank behind it.
             table += padded(std::string(key.name) + ' ', 20) + padded(unit_of(key) + ' ', 18) +

@@ -119,7 +119,10 @@ void check_shape(const Row& row) {
         row.fail("rest_status", "neither \"published\" nor \"approximate\"");
 }
 
-std::string number(double value) { return formatted("%10.4f", value); }
+template <typename Number>
+std::string number(Number value) {
+    return formatted("%10.4f", value);
+}
 float as_written(const std::string& text) { return std::stof(text); }
 
 std::string bore_text(const Row& row) {
