@@ -8,6 +8,7 @@
 #include "tarvane/tarvane.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace tarvane::app {
@@ -18,6 +19,8 @@ namespace {
 
 constexpr std::string_view THICKNESS_RULE = "UG-33 (a)(1)", PRESSURE_RULE = "UG-33 (a)";
 constexpr float NOMINAL_PRESSURE = 1.0f; // psi
+constexpr float LEAST_YIELD = 1000.0f;   // psi, of Appendix 1-4(f)
+constexpr float WITHIN = 0.9999f;        // MAWP and thickness are rounded apart
 
 // "1.67 * P", as the report shows it.
 Formula internal_pressure(const ExternalInput& element) {
@@ -34,19 +37,55 @@ Formula external_rating(float mawp) {
                    PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols);
 }
 
-bool is_thin_without_rule(const ConvexHead& convex) {
-    return convex.results.thin && !convex.results.limits_14f;
+// From 2 S E = 0.2 Pi on the formulas of UG-32 have none.
+bool has_thickness(const ConvexHead& convex) {
+    const float tr = convex.results.rules.thickness.back().value;
+    return tr > 0.0f && std::isfinite(tr) && std::isfinite(convex.results.t_required);
 }
 
-// What Appendix 1-4(f) lacks.
-std::string missing_for_thin_head(const ShellInput& head) {
-    std::string keys;
-    const auto lacks = [&](std::string_view what) {
-        keys += (keys.empty() ? "" : " and ") + std::string(what);
-    };
-    if (!(head.setting(ShellNumber::Sy) > 1000.0f)) lacks("Sy");
-    if (!(head.diameter() > 0.0f)) lacks("D or Do");
-    return keys.empty() ? "the elastic modulus of material_class" : keys;
+bool holds(const ConvexHead& convex) {
+    const ShellOutcome& o = convex.results;
+    return has_thickness(convex) && o.t_required <= convex.head.setting(ShellNumber::t) &&
+           o.mawp >= convex.head.setting(ShellNumber::P) * WITHIN &&
+           o.status_14f != TARVANE_HEAD_FAILED;
+}
+
+// COMPUTE_FAILURE_CA_DIV1 knows neither the tolerance nor Appendix 1-4(f).
+float failure_corrosion(const ConvexHead& convex) {
+    constexpr int PASSES = 24;
+    const ShellInput& given = convex.head;
+    float sound = 0.0f, failed = given.setting(ShellNumber::t) - given.setting(ShellNumber::Ut);
+    for (int pass = 0; pass < PASSES; ++pass) {
+        ConvexHead trial{given, {}};
+        const float c = pass == 0 ? 0.0f : (sound + failed) / 2.0f;
+        trial.head.put_setting(ShellNumber::c, c);
+        // The modulus is looked up for heads that are thin as they are.
+        if (!convex.results.thin) trial.head.put_setting(ShellNumber::skip_1_4f, 1.0f);
+        calculate_pressures(trial.head, trial.results);
+        if (holds(trial))
+            sound = c;
+        else if (pass == 0)
+            return 0.0f;
+        else
+            failed = c;
+    }
+    return sound;
+}
+
+// What Appendix 1-4(f) lacks of a thin head: keys that may be left out, or what cannot be passed over.
+struct MissingForThinHead {
+    std::string what;
+    bool optional;
+};
+
+MissingForThinHead missing_for_thin_head(const ShellInput& head, const UnitSystem& units) {
+    const float yield = head.setting(ShellNumber::Sy);
+    const bool diameter = head.diameter() > 0.0f;
+    if (!(yield > 0.0f)) return {diameter ? "Sy" : "Sy and D or Do", true};
+    if (!diameter) return {"D or Do", true};
+    if (!(yield > LEAST_YIELD))
+        return {"Sy above " + shown(LEAST_YIELD, Quantity::stress, units), false};
+    return {"the elastic modulus of material_class", false};
 }
 
 } // namespace
@@ -100,6 +139,8 @@ ConvexHead check_convex_head(const ExternalInput& element) {
     // The report has a P already, the external pressure.
     for (Formula& f : convex.results.rules.thickness)
         rename_symbol(f, "P", "Pi");
+    if (!has_thickness(convex)) convex.results.t_required = std::numeric_limits<float>::infinity();
+    if (element.has_pressure()) convex.results.fail_ca = failure_corrosion(convex);
     convex.maep = external_rating(convex.results.mawp).value;
     return convex;
 }
@@ -123,7 +164,8 @@ void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
         write_formula(Pi, Pi.value, units);
     }
     write_factors(o, units);
-    if (pressure) write_thickness(convex.head, o, units);
+    const bool thickness = pressure && has_thickness(convex);
+    if (thickness) write_thickness(convex.head, o, units);
     write_mawp(convex.head, o, units);
     write_formula(external_rating(o.mawp), convex.maep, units);
 
@@ -133,16 +175,20 @@ void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
     write_formula(formula("Governing Maximum Allowable External Pressure [MAEPg]:",
                           "min( MAEP, MAEPi )", PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols),
                   governing_maep(chart), units);
-    if (pressure) {
+    if (thickness) {
         symbols.put("Tca", chart.tca, TARVANE_AS_THICKNESS);
         symbols.put("treq", o.t_required, TARVANE_AS_THICKNESS);
         write_formula(formula("Governing Required Thickness with Allowances [Tg]:",
                               "max( Tca, treq )", THICKNESS_RULE, TARVANE_AS_THICKNESS, symbols),
                       governing_thickness(chart), units);
+    }
+    if (pressure) {
         report_line("");
         report_column("Corrosion Allowance at Failure by Internal Pressure", o.fail_ca,
                       TARVANE_AS_THICKNESS);
-        if (is_short_of_thickness(convex.head, o)) {
+        if (!thickness) {
+            report_line("Warning: No Thickness Holds 1.67 Times the Pressure Inside!", ERROR_LINE);
+        } else if (is_short_of_thickness(convex.head, o)) {
             report_line("Warning: Required Thickness by UG-33 (a)(1) Exceeds the Given Thickness!",
                         ERROR_LINE);
         }
@@ -170,7 +216,7 @@ void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outc
     const ConvexHead& convex = *outcome.convex;
     const ShellOutcome& o = convex.results;
     const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
-    if (element.has_pressure() && !std::isfinite(o.t_required)) {
+    if (element.has_pressure() && !has_thickness(convex)) {
         fails("UG-33 (a)(1): no thickness holds 1.67 times the pressure inside");
     } else if (element.has_pressure() && is_short_of_thickness(convex.head, o)) {
         fails("the required thickness by UG-33 (a)(1), for 1.67 times the pressure inside, " +
@@ -184,12 +230,17 @@ void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outc
     }
     if (o.status_14f == TARVANE_HEAD_FAILED)
         fails("UG-33 (a)(1): Appendix 1-4(f) has no solution for this geometry");
-    if (is_thin_without_rule(convex)) {
-        const bool skipped = element.setting(N::skip_1_4f) != 0.0f;
-        verdict.say(
-            skipped ? Status::fine : Status::fails,
-            "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated" +
-                (skipped ? std::string() : "; it needs " + missing_for_thin_head(convex.head)));
+    if (o.thin && !o.limits_14f) {
+        // A note where a key is left out, as for the check as a whole.
+        std::string reason =
+            "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated";
+        Status status = Status::fine;
+        if (element.setting(N::skip_1_4f) == 0.0f) {
+            const MissingForThinHead missing = missing_for_thin_head(convex.head, units);
+            reason += "; it needs " + missing.what;
+            if (!missing.optional) status = Status::fails;
+        }
+        verdict.say(status, std::move(reason));
     }
     for (const std::string_view warning : form_warnings(convex.head))
         verdict.say(Status::fine, std::string(warning));
