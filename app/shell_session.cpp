@@ -1,6 +1,7 @@
 #include "shell_session.h"
 
 #include "engine_session.h"
+#include "functions.h"
 #include "shell_report.h"
 #include "tarvane/tarvane.h"
 
@@ -13,6 +14,7 @@ using N = ShellNumber;
 namespace {
 
 constexpr float THIN = 0.002f; // thickness over crown radius, up to which Appendix 1-4(f) applies
+constexpr float DEGREE = 3.1415927f / 180.0f;
 
 void set_globals(const ShellInput& shell) {
     const std::int32_t corroded_k = shell.whole_setting(N::corroded_K);
@@ -56,12 +58,19 @@ void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
     const std::int32_t element = shell.shape(), service = shell.whole_setting(N::service),
                        outside = shell.outside() ? ON : OFF,
                        corroded_k = shell.whole_setting(N::corroded_K);
-    const float D = shell.diameter();
-    COMPUTE_FAILURE_CA_DIV1(at(N::P), &D, at(N::E), at(N::S), at(N::t), at(N::k), at(N::L),
-                            at(N::r), at(N::alpha), at(N::C), at(N::D2), &element, &o.fail_ca,
-                            &outside, at(N::tk), &o.fail_ca_knuckle, at(N::d1), at(N::d2),
-                            at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment), &service,
-                            &corroded_k);
+    // It does not know the tolerance, which comes off the outside.
+    const float Ut = shell.setting(N::Ut), t = shell.setting(N::t) - Ut,
+                tk = shell.knuckle() ? shell.setting(N::tk) - Ut : shell.setting(N::tk);
+    float D = shell.diameter();
+    if (shell.outside() && shell.shape() != TARVANE_FLAT_HEAD) {
+        const float slope =
+            shell.shape() == TARVANE_CONE ? cos(shell.setting(N::alpha) * DEGREE) : 1.0f;
+        D -= 2.0f * Ut / slope;
+    }
+    COMPUTE_FAILURE_CA_DIV1(at(N::P), &D, at(N::E), at(N::S), &t, at(N::k), at(N::L), at(N::r),
+                            at(N::alpha), at(N::C), at(N::D2), &element, &o.fail_ca, &outside, &tk,
+                            &o.fail_ca_knuckle, at(N::d1), at(N::d2), at(N::edge1), at(N::edge2),
+                            at(N::pitch), at(N::attachment), &service, &corroded_k);
 }
 
 void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {

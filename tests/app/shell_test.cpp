@@ -255,6 +255,36 @@ TEST(Openings, GiveTheirFactorsToTheHost) {
     EXPECT_EQ(results_of(shell).openings.C, 0.5f);
 }
 
+// With the corrosion at failure the wall is just as thick as it must be: the steps of the search are of
+// 0.001 in.
+TEST(ShellFormulas, CorrosionAtFailureLeavesTheRequiredThickness) {
+    const auto outside = [](const std::string& toml) { return with("D", "Do = 50", toml); };
+    const std::string tolerance = "Ut = 0.02\n";
+    const auto bare = [](const std::string& toml) { return with("c", "", with("Ut", "", toml)); };
+    const Variant variants[] = {
+        {"cylinder", CYLINDER},
+        {"cylinder outside", outside(CYLINDER)},
+        {"thick cylinder", with("t", "t = 3", with("D", "D = 4\nE = 0.8", CYLINDER))},
+        {"sphere", with("kind", "kind = \"sphere\"", CYLINDER)},
+        {"sphere outside", outside(with("kind", "kind = \"sphere\"", CYLINDER))},
+        {"ellipse", bare(ELLIPSE)},
+        {"ellipse outside", outside(bare(ELLIPSE))},
+        {"torisphere", bare(TORISPHERE)},
+        {"torisphere outside", outside(bare(TORISPHERE))},
+        {"cone", bare(CONE)},
+        {"cone outside", outside(bare(CONE))},
+        {"flat", bare(FLAT)},
+    };
+    for (const Variant& v : variants) {
+        const std::string toml = v.toml + tolerance + "service = \"none\"\n";
+        const ShellOutcome as_given = results_of(shell_of(toml));
+        ASSERT_GT(as_given.fail_ca, 0.0f) << v.name;
+        ShellInput corroded = shell_of(toml);
+        corroded.put_setting(N::c, as_given.fail_ca);
+        EXPECT_NEAR(results_of(corroded).t_required, corroded.setting(N::t), 0.0015f) << v.name;
+    }
+}
+
 // ---- published results -----------------------------------------------------------------------------
 
 TEST(ShellReport, ShowsThePublishedResult) {
