@@ -42,12 +42,10 @@ bool fill_with_start_values() {
     return true;
 }
 
-// Afresh the file is emptied, not deleted and made anew: as long as another program reads a deleted file,
-// Windows makes none of its name.
 bool open_afresh_or_as_it_is(bool clear) {
     const std::string_view path = WORK_FILE_NAME.trimmed();
-    if (!clear) return open_unit_for_update(UNIT, path);
-    return open_unit_for_writing(UNIT, path) && fill_with_start_values();
+    if (clear && file_exists(path) && open_unit_for_update(UNIT, path)) close_unit_and_delete(UNIT);
+    return open_unit_for_update(UNIT, path) && (!clear || fill_with_start_values());
 }
 
 } // namespace

@@ -59,7 +59,7 @@ TEST_F(Shlext, WithoutAYieldOnlyTheChartsAreLeft) {
 TEST_F(Shlext, OtherCodesArePreparedAndLeft) {
     for (const Int code : {PD_5500, EN_13445, 7}) {
         SETUP[0].whole = code;
-        Vessel e(CONE, "CS-2    XXXX");
+        Vessel e(CONE, "CS-2    rest");
         e.Alpha = 70.0f, e.Temp = 2000.0f;
         IWRITE = 5;
         e.run();
