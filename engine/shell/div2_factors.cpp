@@ -50,10 +50,11 @@ PLACE place_of(Real D, Real r, Real t, Real L, Real c, Int Element, Real u) {
     return {tc / Lc, max(rc / Dc, 0.06f)};
 }
 
-// The last row that is not above x; the first one when x is below the table.
+// The last row that is not above x; the first one when x is below the table, the last one when x is
+// not a number.
 Int row_of(Real x) {
     Int row = ROWS - 1;
-    while (row > 0 && !(TL[row] <= x))
+    while (row > 0 && TL[row] > x)
         --row;
     return row;
 }

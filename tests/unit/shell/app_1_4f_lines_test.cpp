@@ -193,6 +193,28 @@ TEST_F(Appendix14fLines, AnOpenRadiusAndTheElasticForm) {
     EXPECT_TRUE(has(lines, " = 0.6 * 46.385"));
 }
 
+// The radius is a in both forms there, and the line shows which one was taken.
+TEST_F(Appendix14fLines, PhiOfExactlyBetaTakesTheOpenRadius) {
+    Head h;
+    h.L = 62.0f, h.D = 120.0f, h.r = 8.0f, h.Mode = RATE_REPORT;
+    const Real Beta = acos(52.0f / 54.0f);
+    const auto Phi = [&] { return std::sqrt(h.L * h.t) / h.r; };
+    h.t = square(Beta * h.r) / h.L;
+    while (Phi() < Beta)
+        h.t = above(h.t);
+    while (Phi() > Beta)
+        h.t = below(h.t);
+    ASSERT_EQ(Phi(), Beta);
+    constexpr std::string_view open = "c    = a                    = 52.0000 in.";
+    constexpr std::string_view closed = "c    = a / COS(Beta-Phi)    = 52.0000 in.";
+    const Lines at = lines_of(h);
+    EXPECT_TRUE(has(at, open));
+    EXPECT_FALSE(has(at, closed));
+    while (!(Phi() < Beta))
+        h.t = below(h.t);
+    EXPECT_TRUE(has(lines_of(h), closed));
+}
+
 TEST_F(Appendix14fLines, WithoutSolutionTheTailTellsSo) {
     Head h = required();
     h.P = NOT_A_NUMBER;

@@ -186,6 +186,25 @@ TEST_F(Appendix14f, PhiUpToBetaOpensTheRadius) {
     EXPECT_NEAR(h.run().Pfirst, (0.408 * Py + 0.192 * Pe) / 1.5, 1e-4);
 }
 
+// A second evaluation at a thickness without pressure has none either, and fails.
+TEST_F(Appendix14f, RatingNewAndColdEvaluatesOnceAtTheThicknessItself) {
+    Head h;
+    h.t = h.Tstart = 0.2f, h.P = 0.0f;
+    h.Mode = SOLVE_THICKNESS;
+    EXPECT_EQ(h.run().Class, HEAD_FAILED);
+    const Real Pfirst = h.Pfirst;
+    ASSERT_GT(Pfirst, 0.0f);
+
+    Head once;
+    once.t = 0.2f, once.P = 0.0f, once.Mode = RATE_NEW;
+    once.Tstart = NOT_A_NUMBER; // of the modes that solve
+    once.run();
+    EXPECT_EQ(once.Class, HEAD_THIN);
+    EXPECT_EQ(once.Pfirst, Pfirst);
+    EXPECT_EQ(once.Tsolved, 0.2f); // the thickness of the only evaluation
+    EXPECT_EQ(once.Ratio, 0.2f / 120.0f);
+}
+
 TEST_F(Appendix14f, APressureAHairBelowCountsAsReached) {
     Head h;
     const Real Pa = h.run().Pfirst;

@@ -21,22 +21,41 @@ class OldDivision2 : public ShellTest {
     }
 };
 
-TEST_F(OldDivision2, FactorsAtTheEntriesOfTheTables) {
-    const struct {
-        Real x, y, M, K;
-    } entries[] = {
-        {0.002f, 0.06f, 1.00f, 7.87f}, {0.006f, 0.06f, 1.28f, 6.04f}, {0.008f, 0.06f, 1.41f, 5.51f},
-        {0.016f, 0.06f, 1.31f, 4.31f}, {0.040f, 0.06f, 1.07f, 3.32f}, {0.060f, 0.06f, 1.00f, 3.12f},
-        {0.002f, 0.08f, 1.00f, 6.29f}, {0.012f, 0.10f, 1.00f, 3.76f}, {0.020f, 0.14f, 1.00f, 2.63f},
-        {0.004f, 0.17f, 1.00f, 2.93f}, {0.030f, 0.20f, 1.00f, 1.79f}, {0.060f, 0.20f, 1.00f, 1.71f},
+// Fig. AD-204, entry by entry.
+constexpr Real ENTRY_TL[] = {0.002f, 0.004f, 0.006f, 0.008f, 0.010f, 0.012f,
+                             0.016f, 0.020f, 0.030f, 0.040f, 0.060f};
+
+TEST_F(OldDivision2, FactorMAtEachEntryOfItsTable) {
+    constexpr Real RD[] = {0.06f, 0.07f};
+    constexpr Real EXPECTED[][3] = {
+        {1.00f, 1.00f, 1.00f}, {1.00f, 1.00f, 1.00f}, {1.28f, 1.00f, 1.00f}, {1.41f, 1.20f, 1.00f},
+        {1.41f, 1.26f, 1.10f}, {1.38f, 1.25f, 1.13f}, {1.31f, 1.21f, 1.12f}, {1.25f, 1.17f, 1.08f},
+        {1.14f, 1.08f, 1.01f}, {1.07f, 1.01f, 1.01f}, {1.00f, 1.00f, 1.00f},
     };
-    for (const auto& entry : entries) {
-        EXPECT_NEAR(M(entry.x, entry.y), entry.M, 1e-6f) << entry.x << " " << entry.y;
-        EXPECT_NEAR(K(entry.x, entry.y), entry.K, 1e-6f) << entry.x << " " << entry.y;
+    for (std::size_t row = 0; row < std::size(ENTRY_TL); ++row) {
+        const Real x = ENTRY_TL[row];
+        for (std::size_t column = 0; column < std::size(RD); ++column)
+            EXPECT_EQ(M(x, RD[column]), EXPECTED[row][column]) << x << " " << RD[column];
+        // The third column is the end of the range before; from 0.08 on M is 1.
+        EXPECT_NEAR(M(x, below(0.08f)), EXPECTED[row][2], 1e-6f) << x;
+        EXPECT_EQ(M(x, 0.08f), 1.0f);
     }
-    EXPECT_NEAR(M(0.010f, 0.07f), 1.26f, 1e-6f);
-    EXPECT_NEAR(M(0.030f, 0.07f), 1.08f, 1e-6f);
-    EXPECT_NEAR(M(0.012f, below(0.08f)), 1.13f, 1e-6f);
+}
+
+TEST_F(OldDivision2, FactorKAtEachEntryOfItsTable) {
+    constexpr Real RD[] = {0.06f, 0.08f, 0.10f, 0.14f, 0.17f, 0.20f};
+    constexpr Real EXPECTED[][6] = {
+        {7.87f, 6.29f, 5.24f, 3.95f, 3.31f, 2.81f}, {6.77f, 5.60f, 4.69f, 3.49f, 2.93f, 2.50f},
+        {6.04f, 5.14f, 4.38f, 3.27f, 2.73f, 2.33f}, {5.51f, 4.78f, 4.14f, 3.13f, 2.60f, 2.21f},
+        {5.11f, 4.49f, 3.93f, 3.02f, 2.51f, 2.13f}, {4.79f, 4.25f, 3.76f, 2.93f, 2.44f, 2.06f},
+        {4.31f, 3.87f, 3.47f, 2.77f, 2.33f, 1.97f}, {3.96f, 3.58f, 3.24f, 2.63f, 2.24f, 1.91f},
+        {3.48f, 3.10f, 2.84f, 2.37f, 2.07f, 1.79f}, {3.32f, 2.97f, 2.69f, 2.23f, 1.95f, 1.72f},
+        {3.12f, 2.80f, 2.56f, 2.17f, 1.92f, 1.71f},
+    };
+    for (std::size_t row = 0; row < std::size(ENTRY_TL); ++row)
+        for (std::size_t column = 0; column < std::size(RD); ++column)
+            EXPECT_NEAR(K(ENTRY_TL[row], RD[column]), EXPECTED[row][column], 1e-6f)
+                << ENTRY_TL[row] << " " << RD[column];
 }
 
 TEST_F(OldDivision2, FactorsBetweenTheEntries) {
@@ -84,9 +103,16 @@ TEST_F(OldDivision2, FactorsTakeTheCorrodedHead) {
     EXPECT_EQ(DIV2_M_FACTOR(80.0f, 1.0f, 1.0f, 1.0f, 0.125f, ELLIPTICAL, 0.05f), 1.0f);
 }
 
-TEST_F(OldDivision2, NotANumberComesOutAsOne) {
-    EXPECT_TRUE(std::isnan(M(NOT_A_NUMBER, 0.065f)));
-    EXPECT_TRUE(std::isnan(K(NOT_A_NUMBER, 0.065f)));
+TEST_F(OldDivision2, AThicknessThatIsNotANumberTakesTheLastRow) {
+    EXPECT_EQ(DIV2_K_FACTOR(100.0f, 6.0f, NOT_A_NUMBER, 100.0f, 0.0f, TORISPHERICAL, 0.0f), 3.12f);
+    EXPECT_EQ(DIV2_M_FACTOR(100.0f, 6.0f, NOT_A_NUMBER, 100.0f, 0.0f, TORISPHERICAL, 0.0f), 1.0f);
+    for (const Real y : {0.065f, 0.075f, 0.09f, 0.15f, 0.2f}) {
+        EXPECT_EQ(K(NOT_A_NUMBER, y), K(0.06f, y)) << y;
+        EXPECT_EQ(M(NOT_A_NUMBER, y), M(0.06f, y)) << y;
+    }
+}
+
+TEST_F(OldDivision2, AKnuckleRadiusThatIsNotANumberComesOutAsOne) {
     EXPECT_TRUE(std::isnan(M(0.01f, NOT_A_NUMBER)));
     EXPECT_TRUE(std::isnan(K(0.01f, NOT_A_NUMBER)));
 }

@@ -104,6 +104,46 @@ TEST_F(FailureCorrosion, ThickWallsWalkInSteps) {
     }
 }
 
+// A sphere is thick by 0.356 R below t or by 0.665 S E below P. Each of the two alone, on both sides of
+// its limit: where the closed form would take off metal, the logarithmic one finds none to spare.
+class ThickSphere : public FailureCorrosion {
+  protected:
+    static Failing sphere(Real D, Real t, Real P) {
+        Failing f;
+        f.Element = SPHERE, f.D = D, f.t = t, f.P = P; // 2 S E = 34000, 0.665 S E = 11305
+        return f;
+    }
+    static double closed_form(const Failing& f) {
+        const double by_P = 34000 / double(f.P);
+        return (by_P * double(f.t) - double(f.D) / 2) / (by_P + 0.8);
+    }
+};
+
+TEST_F(ThickSphere, ByItsWallOnly) {
+    const Real limit = 0.356f * 5.0f;
+    Failing thin = sphere(10.0f, limit, 10500.0f), thick = thin;
+    EXPECT_NEAR(thin.run().FailCA, closed_form(thin), 2e-6);
+    EXPECT_GT(thin.FailCA, 0.1f);
+    thick.t = above(limit);
+    EXPECT_EQ(thick.run().FailCA, 0.0f); // 34000 ln(6.78 / 5) is below 10500
+
+    Failing walks = sphere(10.0f, 3.0f, 11000.0f); // thick to its end
+    const auto pressure = [](double Ca) { return 34000 * std::log(8 / (5 + Ca)); };
+    const auto end = double(walks.run().FailCA);
+    EXPECT_LE(pressure(end), 11000.0 + 0.05);
+    EXPECT_GT(pressure(end - 0.001), 11000.0);
+    EXPECT_LT(end, closed_form(walks) - 0.3);
+}
+
+TEST_F(ThickSphere, ByItsPressureOnly) {
+    const Real limit = 0.665f * 20000.0f * 0.85f;
+    Failing thin = sphere(48.0f, 5.0f, limit), thick = thin; // 0.356 R = 8.54
+    EXPECT_NEAR(thin.run().FailCA, closed_form(thin), 1e-5);
+    EXPECT_LT(thin.FailCA, -2.0f);
+    thick.P = above(limit);
+    EXPECT_EQ(thick.run().FailCA, 0.0f);
+}
+
 TEST_F(FailureCorrosion, AThickWallThatTurnsThinEndsInClosedForm) {
     // Thick by its wall, not by its pressure: at the step that makes it thin the closed form answers.
     Failing f;
