@@ -80,9 +80,9 @@ void CC2286_SHEAR(Real Do, Real L, Real t, Real Ey, Real Fy, Real& Fva, Real& Cv
         Cv = 4.454f;
     else if (Mx < 26.0f)
         Cv = (9.64f / square(Mx)) * std::sqrt(1.0f + 0.0239f * cube(Mx));
-    else
+    else if (Mx < 4.347f * Dot)
         Cv = 1.492f / std::sqrt(Mx);
-    if (Mx >= 4.347f * Dot) Cv = 0.716f * std::sqrt(1.0f / Dot); // whatever Mx is
+    if (Mx >= 4.347f * Dot) Cv = 0.716f * std::sqrt(1.0f / Dot); // also below 26
 
     const Real AlphaV = Dot <= 500.0f ? 0.8f : 1.389f - 0.218f * log10(Dot);
     const Real Fve = AlphaV * Cv * Ey / Dot;

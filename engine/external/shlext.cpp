@@ -135,6 +135,10 @@ struct BUCKLING {
     Real Pa, Fha;
 };
 
+// The other kinds have no formula of this method: their pressure stays what the caller gave, and
+// their required thickness is the wall itself.
+bool has_buckling_formula(Int Element) { return Element >= CYLINDER && Element <= CONE; }
+
 // Allowable pressure and stress at a net thickness and a length.
 BUCKLING BUCKLING_AT(const SHLEXT_CALL& s, const WALL& w, Real E, Real tc, Real length) {
     if (cylinder_or_cone(s.Element)) {
@@ -157,6 +161,16 @@ BUCKLING BUCKLING_AT(const SHLEXT_CALL& s, const WALL& w, Real E, Real tc, Real 
 constexpr Real PRESSURE_TOLERANCE = 0.001f;
 constexpr Int COUNTER_END = 26;
 
+// Net thickness for the design pressure, from one to start with.
+Real BUCKLING_THICKNESS(const SHLEXT_CALL& s, const WALL& w, Real E, Real t) {
+    for (Int counter = 1; counter < COUNTER_END; ++counter) {
+        const Real Pa = BUCKLING_AT(s, w, E, t, s.Length).Pa;
+        t = t * std::sqrt(s.P / Pa);
+        if (std::fabs(s.P - Pa) <= PRESSURE_TOLERANCE) break;
+    }
+    return t;
+}
+
 void STRESS_METHOD(SHLEXT_CALL& s, const WALL& w) {
     EXTERNAL_STATE& x = EXTERNAL;
     x.stage = EXTERNAL_STAGE::maep;
@@ -168,19 +182,19 @@ void STRESS_METHOD(SHLEXT_CALL& s, const WALL& w) {
     const Real E = x.Emod;
     IWRITE = s.Print;
     HEADING("Maximum External Pressure per Code Case 2286 or Div. 2 Section 4.4");
-    const BUCKLING given = BUCKLING_AT(s, w, E, tcc, s.Length);
-    s.MAEP = given.Pa;
-    s.Fha = given.Fha;
+    if (has_buckling_formula(s.Element)) {
+        const BUCKLING given = BUCKLING_AT(s, w, E, tcc, s.Length);
+        s.MAEP = given.Pa;
+        s.Fha = given.Fha;
+    }
     stage_report(s);
 
     x.stage = EXTERNAL_STAGE::thickness;
     if (s.P > 0.001f) {
-        IWRITE = 0;
         Real Tca = w.te;
-        for (Int counter = 1; counter < COUNTER_END; ++counter) {
-            const Real Pa = BUCKLING_AT(s, w, E, Tca, s.Length).Pa;
-            Tca = Tca * std::sqrt(s.P / Pa);
-            if (std::fabs(s.P - Pa) <= PRESSURE_TOLERANCE) break;
+        if (has_buckling_formula(s.Element)) {
+            IWRITE = 0;
+            Tca = BUCKLING_THICKNESS(s, w, E, Tca);
         }
         s.Tca = Tca + s.c + w.ue;
         stage_report(s);

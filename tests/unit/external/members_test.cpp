@@ -196,5 +196,23 @@ TEST_F(Members, WithoutBothStressesNothingIsFormed) {
     }
 }
 
+// No range of Mx holds, and the factor is the caller's.
+TEST_F(Members, ShearWithoutAParameterKeepsItsFactor) {
+    const Real Do = 48.0f, L = 60.0f, t = -0.5f, Ey = 28.0e6f, Fy = 30000.0f; // root of a negative
+    for (const Real given : {-7.0f, 0.25f, 1.0f}) {
+        Shear s{.Fva = -1.0f, .Cv = given};
+        ::CC2286_SHEAR(&Do, &L, &t, &Ey, &Fy, &s.Fva, &s.Cv);
+        EXPECT_EQ(s.Cv, given);
+        // Fve = 0.8 Cv Ey / Dot goes on with it; r = Fve / Fy up to 0.48 has Eta 1.
+        const double Fve = 0.8 * wide(given) * 28.0e6 / -96.0, r = Fve / 30000.0;
+        const double Eta = r <= 0.48 ? 1.0 : r < 1.7 ? 0.43 / r + 0.1 : 0.6 / r;
+        const double stress = Eta * Fve;
+        const double FS = stress <= 16500.0  ? 2.0
+                          : stress < 30000.0 ? 2.407 - 0.741 * stress / 30000.0
+                                             : 1.667;
+        EXPECT_NEAR(s.Fva, stress / FS, 1e-5 * std::fabs(stress)) << given;
+    }
+}
+
 } // namespace
 } // namespace tarvane::external_test

@@ -408,6 +408,30 @@ TEST_F(Shlext, AnotherElementThanACylinderKeepsItsLength) {
         }
 }
 
+// A kind without a formula: nothing is evaluated, and the wall itself is the required thickness.
+TEST_F(Shlext, ByStressAnotherKindKeepsThePressureGiven) {
+    by_buckling_stress();
+    for (const Int element : {6, 0, -1, 7}) {
+        Vessel e(element, "HA-1");
+        e.Temp = 70.0f, e.D = 48.0f, e.t = 0.5f, e.c = 0.0f, e.S = 20000.0f, e.Fy = 30000.0f;
+        e.MAEP = 777.25f;
+        quiet(e);
+        const Vessel result = quiet(e);
+        EXPECT_EQ(result.MAEP, 777.25f) << element;
+        EXPECT_EQ(result.Fha, 0.0f);
+        EXPECT_EQ(result.Tca, 0.5f);
+        EXPECT_EQ(result.Slen, 60.0f);
+        EXPECT_EQ(result.FailCA, 0.0f);
+        EXPECT_EQ(result.FactorA, -15.0f);
+        EXPECT_EQ(result.Do, 49.0f);
+        e.c = 0.125f, e.Ut = 0.03125f; // added to the wall as to any other
+        EXPECT_EQ(quiet(e).Tca, 0.65625f);
+        EXPECT_EQ(quiet(e).FailCA, NO_VALUE);
+        e.P = 0.001f; // no thickness is asked for
+        EXPECT_EQ(quiet(e).Tca, -12.0f);
+    }
+}
+
 // ---- corrosion at failure ------------------------------------------------------------------------
 
 TEST_F(Shlext, CorrosionAtFailureIsWhatTheThicknessSpares) {
