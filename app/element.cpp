@@ -28,9 +28,8 @@ void Reading::use(const std::string& file, const std::string& item) {
 }
 
 std::string column_heading(const Element& element) {
-    constexpr std::size_t WIDTH = 15;
     const std::string description = element.description();
-    if (!description.empty() || element.kind == nullptr) return description.substr(0, WIDTH);
+    if (!description.empty() || element.kind == nullptr) return description;
     return std::string(element.kind->table) + ' ' + std::to_string(element.number);
 }
 

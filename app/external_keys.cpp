@@ -40,7 +40,7 @@ constexpr Key KEYS[] = {
      text,
      "description of the element",
      {},
-     40},
+     MOST_DESCRIPTION},
     {"kind", NUMBER, at(N::kind), choice, "kind of shell or head", KINDS},
     {"code", NUMBER, at(N::code), choice, "design code", CODES, 0, 1},
     {"edition", NUMBER, at(N::edition), choice, "edition of the code; older for VIII-2", EDITIONS},

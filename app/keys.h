@@ -28,6 +28,9 @@ struct Choice {
     int number;
 };
 
+// Longest description of an element.
+inline constexpr int MOST_DESCRIPTION = 200;
+
 struct Key {
     std::string_view name; // "standard.class": class of the table `standard`
     Place place;

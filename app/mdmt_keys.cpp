@@ -27,7 +27,13 @@ constexpr Place NUMBER = Place::setting, TEXT = Place::text_setting;
 
 constexpr Key KEYS[] = {
     // ---- the element -------------------------------------------------------------------------
-    {"description", TEXT, at(MdmtText::description), text, "description of the element", {}, 40},
+    {"description",
+     TEXT,
+     at(MdmtText::description),
+     text,
+     "description of the element",
+     {},
+     MOST_DESCRIPTION},
     {"code", NUMBER, at(N::code), choice, "design code", CODES, 0, 1},
     {"edition", NUMBER, at(N::edition), choice,
      "edition: older for VIII-2 by AM-218, A98 for Fig. UCS-66.1 of VIII-1 before 1999", EDITIONS},

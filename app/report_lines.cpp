@@ -2,6 +2,7 @@
 
 #include "results.h"
 #include "tarvane/tarvane.h"
+#include "text.h"
 
 #include <cmath>
 
@@ -9,7 +10,8 @@ namespace tarvane::app {
 
 namespace {
 
-constexpr std::size_t SYMBOL_ENDS = 44, VALUE_ENDS = 60, NAME_BEGINS = 42, DESCRIPTION_BEGINS = 49;
+constexpr std::size_t SYMBOL_ENDS = 44, VALUE_ENDS = 60, NAME_BEGINS = 42, DESCRIPTION_BEGINS = 49,
+                      LINE_WIDTH = 100;
 
 std::int32_t length(std::string_view text) { return static_cast<std::int32_t>(text.size()); }
 
@@ -63,7 +65,12 @@ void report_name(std::string_view label, std::string_view name) {
 
 void report_opening(std::string_view title, std::string_view description) {
     report_line("");
-    report_line(filled(title, DESCRIPTION_BEGINS) + "Description: " + std::string(description));
+    constexpr std::string_view LABEL = "Description: ";
+    std::string before = filled(title, DESCRIPTION_BEGINS) + std::string(LABEL);
+    for (const std::string& part : wrapped(to_utf8(description), LINE_WIDTH - before.size())) {
+        report_line(before + to_western(part).value_or(""));
+        before.assign(before.size(), ' ');
+    }
 }
 
 } // namespace tarvane::app

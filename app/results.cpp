@@ -10,6 +10,24 @@ namespace {
 
 constexpr std::size_t LABEL_WIDTH = 44, UNIT_WIDTH = 8, VALUE_WIDTH = 15, ABREAST = 3;
 
+// The title, and the headings of the columns beside it, on as many lines as the longest of them takes.
+std::string heading_lines(std::string_view title, std::span<const std::string> headings) {
+    std::vector<std::vector<std::string>> columns;
+    std::size_t lines = 1;
+    for (const std::string& heading : headings) {
+        columns.push_back(wrapped(heading, VALUE_WIDTH));
+        lines = std::max(lines, columns.back().size());
+    }
+    std::string out;
+    for (std::size_t line = 0; line < lines; ++line) {
+        out += padded(line == 0 ? title : "", LABEL_WIDTH) + padded("", UNIT_WIDTH);
+        for (const std::vector<std::string>& column : columns)
+            out += ' ' + right_aligned(line < column.size() ? column[line] : "", VALUE_WIDTH);
+        out += '\n';
+    }
+    return out;
+}
+
 } // namespace
 
 std::string number_text(float value, int decimals) {
@@ -55,10 +73,9 @@ std::string text_table(std::string_view title, std::span<const std::string> head
     std::string out;
     for (std::size_t first = 0; first < headings.size(); first += ABREAST) {
         const std::size_t last = std::min(first + ABREAST, headings.size());
-        std::string head = padded(title, LABEL_WIDTH) + padded("", UNIT_WIDTH);
-        for (std::size_t i = first; i < last; ++i)
-            head += ' ' + right_aligned(headings[i], VALUE_WIDTH);
-        out += '\n' + head + '\n' + std::string(characters(head), '-') + '\n';
+        out += '\n' + heading_lines(title, headings.subspan(first, last - first));
+        const std::size_t width = LABEL_WIDTH + UNIT_WIDTH + (last - first) * (1 + VALUE_WIDTH);
+        out += std::string(width, '-') + '\n';
         for (const TextRow& row : rows) {
             out += padded(row.label, LABEL_WIDTH) + padded(row.unit, UNIT_WIDTH);
             for (std::size_t i = first; i < last; ++i)

@@ -36,7 +36,13 @@ constexpr Place NUMBER = Place::setting, TEXT = Place::text_setting;
 
 constexpr Key KEYS[] = {
     // ---- the element -------------------------------------------------------------------------
-    {"description", TEXT, at(ShellText::description), text, "description of the element", {}, 15},
+    {"description",
+     TEXT,
+     at(ShellText::description),
+     text,
+     "description of the element",
+     {},
+     MOST_DESCRIPTION},
     {"kind", NUMBER, at(N::kind), choice, "kind of shell or head", KINDS},
     {"code", NUMBER, at(N::code), choice, "design code", CODES, 0, 1},
     {"edition", NUMBER, at(N::edition), choice,

@@ -104,6 +104,23 @@ std::string right_aligned(std::string_view utf8, std::size_t width) {
     return std::string(n < width ? width - n : 0, ' ') + std::string(utf8);
 }
 
+std::vector<std::string> wrapped(std::string_view utf8, std::size_t width) {
+    std::vector<std::string> lines;
+    while (characters(utf8) > width) {
+        std::size_t end = 0;
+        for (std::size_t columns = 0; columns <= width; ++end)
+            columns += characters(utf8.substr(end, 1));
+        --end; // behind the last character that finds room
+        const std::size_t blank = utf8.rfind(' ', end);
+        if (blank != std::string_view::npos && blank > 0) end = blank;
+        lines.emplace_back(utf8.substr(0, end));
+        utf8.remove_prefix(end);
+        utf8.remove_prefix(std::min(utf8.find_first_not_of(' '), utf8.size()));
+    }
+    lines.emplace_back(utf8);
+    return lines;
+}
+
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 } // namespace tarvane::app

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvane::app {
 
@@ -23,6 +24,9 @@ std::string_view nearest(std::string_view name, std::span<const std::string_view
 std::size_t characters(std::string_view utf8);
 std::string padded(std::string_view utf8, std::size_t width);
 std::string right_aligned(std::string_view utf8, std::size_t width);
+
+// Lines of up to `width` columns, broken at blanks, and within a word that is longer. At least one.
+std::vector<std::string> wrapped(std::string_view utf8, std::size_t width);
 
 std::string quoted(std::string_view text);
 

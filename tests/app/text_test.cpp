@@ -37,5 +37,17 @@ TEST(Nearest, PrefersAnotherCaseToAnotherLetter) {
     EXPECT_EQ(nearest("something else", keys), "");
 }
 
+TEST(Wrapped, BreaksAtBlanksAndWithinLongWords) {
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(wrapped("", 5), Lines{""});
+    EXPECT_EQ(wrapped("a  b", 5), Lines{"a  b"}); // fits as it is
+    EXPECT_EQ(wrapped("12345", 5), Lines{"12345"});
+    EXPECT_EQ(wrapped("123456", 5), (Lines{"12345", "6"}));
+    EXPECT_EQ(wrapped("12345 6", 5), (Lines{"12345", "6"}));
+    EXPECT_EQ(wrapped("1234 56", 5), (Lines{"1234", "56"}));
+    EXPECT_EQ(wrapped("1 2 3 4", 5), (Lines{"1 2 3", "4"}));
+    EXPECT_EQ(wrapped("ÄÖÜÄÖ ÄÖÜÄÖÜ", 5), (Lines{"ÄÖÜÄÖ", "ÄÖÜÄÖ", "Ü"}));
+}
+
 } // namespace
 } // namespace tarvane::app
