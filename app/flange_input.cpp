@@ -1,9 +1,11 @@
 #include "flange_input.h"
 
+#include "bolt_sizes.h"
 #include "flange_results.h"
 #include "flange_session.h"
 #include "input_file.h"
 #include "material_keys.h"
+#include "results.h"
 #include "standard_flanges.h"
 #include "text.h"
 
@@ -27,10 +29,24 @@ const ElementKind FLANGE_KIND{
 // ---- reading ---------------------------------------------------------------------------------------
 
 std::string FlangeInput::description() const {
-    std::string name = text.substr(slot::description, 15);
-    if (name.back() == ':') name.back() = ' ';
+    std::string name = text_setting(TextSetting::description);
     name.erase(name.find_last_not_of(' ') + 1);
     return name;
+}
+
+// The report has room for the first characters. A colon in the last column is no text: the engine rates
+// the flange at its given thickness then.
+void FlangeInput::write_description() {
+    write_slot(slot::description, 15, description());
+    char& last = text[slot::description + 14];
+    if (setting(Setting::keep_thickness) != 0.0f)
+        last = ':';
+    else if (last == ':')
+        last = ' ';
+}
+
+bool FlangeInput::takes_bolt_size() const {
+    return analysis() != 3 && static_cast<int>(record[23]) != 3;
 }
 
 void FlangeInput::write_slot(int offset, std::size_t width, std::string_view western) {
@@ -219,26 +235,49 @@ void FlangeInput::check_values(Reading& reading) const {
         if (reading.sound(key) && !(value(key) >= 0.0f))
             reading.fault(key, "it must not be below 0");
     }
+    if (reading.sound("rating") && !(value("rating") > 0.0f))
+        reading.fault("rating", "it must be above 0");
     if (reading.sound("E") && value("E") > 1.0f)
         reading.fault("E", "a joint efficiency up to 1 is expected");
+}
+
+// The engine would take the next smaller size, or the smallest.
+void FlangeInput::check_bolt_size(Reading& reading) const {
+    const float a = record[22];
+    const bool known = reading.sound("a") && reading.sound("bolting") &&
+                       (reading.sound("kind") || !reading.given("kind")) &&
+                       (a != 0.0f || !reading.supplied("a"));
+    if (!known || !takes_bolt_size()) return;
+    const int threads = static_cast<int>(record[23]);
+    std::string series;
+    for (const Choice& choice : flange_keys().find("bolting")->choices) {
+        if (choice.number == threads && series.empty()) series = quoted(choice.name);
+    }
+    const BoltSizes sizes(threads);
+    if (sizes.empty())
+        return reading.fault("bolting", "BOLTDATA.TXT has no bolts of the thread series " + series);
+    if (sizes.lists(a) || whole_setting(Setting::bolt_size) == BOLT_NEAREST) return;
+    std::string nearest;
+    for (const float size : sizes.neighbours(a)) {
+        nearest +=
+            (nearest.empty() ? "" : " and ") + shown(size, Quantity::diameter, reading.units);
+    }
+    reading.fault("a", "the thread series " + series + " has no bolt of " +
+                           shown(a, Quantity::diameter, reading.units) + "; the nearest are of " +
+                           nearest + ", and bolt_size = \"nearest\" takes " +
+                           shown(sizes.taken(a), Quantity::diameter, reading.units));
 }
 
 void FlangeInput::complete(Reading& reading) {
     check_values(reading);
     take_standard(reading);
+    check_bolt_size(reading);
     take_material(reading);
     take_bolt_material(reading);
     note_tables(reading);
     if (!reading.given("P_operating")) put_setting(Setting::design_pressure_operating, record[4]);
 
-    if (setting(Setting::keep_thickness) != 0.0f) {
-        char& last = text[slot::description + 14];
-        if (last != ' ') {
-            reading.fault("description",
-                          "a text of up to 14 characters is expected together with keep_thickness");
-        }
-        last = ':';
-    }
+    write_description();
     const bool edition_fits =
         edition() == EDITION_CURRENT || code() == (edition() == EDITION_OLDER ? 2 : 1);
     if (!edition_fits) {
@@ -280,9 +319,13 @@ std::vector<std::string_view> FlangeInput::required(const Reading& reading) cons
         also({"standard.class", "standard.size"});
     if (has("D") || has("d")) also({"D", "d"});
     if (static_cast<int>(record[23]) == 3) also({"root_area"});
+    if (columns_differ(static_cast<int>(record[27]))) also({"column"});
     if (text[slot::mating_loads] == 'Y')
         also({"mating_operating", "mating_seating", "mating_design"});
-    if (text[slot::partition_gasket] == 'Y') also({"lp", "tp", "mPart", "yPart"});
+    if (text[slot::partition_gasket] == 'Y') {
+        also({"lp", "tp", "mPart", "yPart"});
+        if (columns_differ(static_cast<int>(record[57]))) also({"column_part"});
+    }
     if (record[69] == 1.0f) also({"D1"});
     return keys;
 }

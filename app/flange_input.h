@@ -25,6 +25,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     int edition() const { return whole_setting(Setting::edition); }
     int type() const { return static_cast<int>(record[2]); }
     int analysis() const { return static_cast<int>(record[3]); }
+    bool takes_bolt_size() const; // the given one is neither selected nor that of a root area
     void write_slot(int offset, std::size_t width, std::string_view western);
 
     std::string description() const override;
@@ -36,6 +37,8 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
 
   private:
+    void write_description();
+    void check_bolt_size(Reading& reading) const;
     void check_values(Reading& reading) const;
     void take_standard(Reading& reading);
     MaterialSelection material_selection() const;

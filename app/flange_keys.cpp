@@ -36,6 +36,8 @@ constexpr Choice FACINGS[] = {{"1a", 1}, {"1b", 2}, {"1c", 3}, {"1d", 4}, {"2", 
 constexpr Choice COLUMNS[] = {{"I", 1}, {"II", 2}};
 constexpr Choice SEATING_RULES[] = {{"mean", 0}, {"bolt area", 1}};
 
+constexpr Choice BOLT_SIZES[] = {{"listed", BOLT_LISTED}, {"nearest", BOLT_NEAREST}};
+
 constexpr int at(Setting setting) { return static_cast<int>(setting); }
 constexpr int at(TextSetting setting) { return static_cast<int>(setting); }
 
@@ -47,7 +49,13 @@ constexpr double STEEL_DENSITY = 0.283599;
 
 constexpr Key KEYS[] = {
     // ---- the call ----------------------------------------------------------------------------
-    {"description", P::slot, slot::description, text, "description of the flange", {}, 15},
+    {"description",
+     P::text_setting,
+     at(TextSetting::description),
+     text,
+     "description of the flange; the report has its first 15 characters",
+     {},
+     MOST_DESCRIPTION},
     {"type", P::record, 2, choice, "flange type", TYPES},
     {"kind", P::record, 3, choice, "analysis kind", KINDS, 0, 1},
     {"code", P::setting, at(Setting::code), choice, "design code", CODES, 0, 1},
@@ -124,6 +132,9 @@ constexpr Key KEYS[] = {
     {"C", P::record, 21, diameter, "diameter of bolt circle"},
     {"a", P::record, 22, diameter, "nominal bolt diameter"},
     {"n", P::record, 24, whole, "number of bolts"},
+    {"bolt_size", P::setting, at(Setting::bolt_size), choice,
+     "whether a has to be a size of the thread series, or stands for the next smaller one",
+     BOLT_SIZES},
     {"root_area", P::record, 51, area, "root area of a single bolt"},
     {"bolt_material",
      P::slot,
@@ -162,7 +173,9 @@ constexpr Key KEYS[] = {
     {"y", P::record, 26, stress, "gasket design seating stress"},
     {"facing", P::record, 27, choice,
      "facing sketch of the code; a number is its place in the list", FACINGS},
-    {"column", P::record, 28, choice, "column for gasket seating", COLUMNS, 0, 1},
+    {"column", P::record, 28, choice,
+     "column for gasket seating; to be given for the facings 2 to 5, whose columns differ", COLUMNS,
+     0, 1},
     {"tg", P::record, 29, thickness, "gasket thickness"},
     {"w", P::record, 30, thickness, "flange face nubbin width"},
     {"partition_gasket", P::slot_flag, slot::partition_gasket, flag,
@@ -181,7 +194,8 @@ constexpr Key KEYS[] = {
      "partition_gasket"},
     {"facing_part", P::record, 57, choice, "facing sketch of the partition gasket", FACINGS, 0, 1,
      "partition_gasket"},
-    {"column_part", P::record, 58, choice, "column of the partition gasket", COLUMNS, 0, 1,
+    {"column_part", P::record, 58, choice,
+     "column of the partition gasket; to be given for its facings 2 to 5", COLUMNS, 0, 1,
      "partition_gasket"},
     // ---- loads -------------------------------------------------------------------------------
     {"external_loads", P::slot_flag, slot::external_loads, flag,
@@ -272,6 +286,9 @@ constexpr Key KEYS[] = {
     // ---- standard flange ---------------------------------------------------------------------
     {"standard_flange", P::setting, at(Setting::standard_flange), flag,
      "a rated standard flange, without stress calculations"},
+    {"rating", P::setting, at(Setting::rating), pressure,
+     "rated pressure of a standard flange at the design temperature; a standard_flange passes with "
+     "it alone"},
     {"class",
      P::text_setting,
      at(TextSetting::flange_class),
@@ -325,16 +342,30 @@ constexpr Key KEYS[] = {
      "edition index of the material files"},
 };
 
-constexpr Synonym SYNONYMS[] = {
-    {"go", "g0"},          {"G0", "g0"},           {"e", "t"},           {"f", "Sfo"},
-    {"fa", "Sfa"},         {"fb", "Sb"},           {"fba", "Sa"},        {"db", "a"},
-    {"series", "bolting"}, {"threads", "bolting"}, {"sketch", "facing"}, {"name", "description"},
-    {"analysis", "kind"},  {"ns", "splits"},       {"tn", "tShell"}};
+constexpr Synonym SYNONYMS[] = {{"go", "g0"},
+                                {"G0", "g0"},
+                                {"e", "t"},
+                                {"f", "Sfo"},
+                                {"fa", "Sfa"},
+                                {"fb", "Sb"},
+                                {"fba", "Sa"},
+                                {"db", "a"},
+                                {"series", "bolting"},
+                                {"threads", "bolting"},
+                                {"sketch", "facing"},
+                                {"bolts", "n"},
+                                {"sketch_part", "facing_part"},
+                                {"name", "description"},
+                                {"analysis", "kind"},
+                                {"ns", "splits"},
+                                {"tn", "tShell"}};
 
 constexpr KeyTable TABLE{KEYS, SYNONYMS};
 
 } // namespace
 
 const KeyTable& flange_keys() { return TABLE; }
+
+bool columns_differ(int sketch) { return sketch >= 5 && sketch <= 8; }
 
 } // namespace tarvane::app

@@ -31,10 +31,13 @@ enum class Setting {
     material_year,
     material_reference,
     standard_wall,
+    rating,
+    bolt_size,
     count
 };
 
 enum class TextSetting {
+    description,
     from_node,
     to_node,
     flange_class,
@@ -46,9 +49,13 @@ enum class TextSetting {
     count
 };
 
+inline constexpr int BOLT_LISTED = 0, BOLT_NEAREST = 1;
 inline constexpr int EDITION_CURRENT = 0, EDITION_OLDER = 1, EDITION_A98 = 2;
 
 const KeyTable& flange_keys();
+
+// Whether the columns of Table 2-5.2 differ for a facing sketch: the other sketches read neither.
+bool columns_differ(int sketch);
 
 // Text offsets of the flange text.
 namespace slot {

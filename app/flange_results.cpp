@@ -1,5 +1,6 @@
 #include "flange_results.h"
 
+#include "flange_checks.h"
 #include "report_view.h"
 #include "results.h"
 #include "tarvane/tarvane.h"
@@ -66,24 +67,6 @@ ReportFindings findings(const std::string& report) {
     return f;
 }
 
-// The engine takes any bolt circle. Appendix 2 and its like are for a gasket within it, on a flange that
-// reaches beyond it.
-void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Verdict& verdict) {
-    const auto at = [&](int element) { return flange.record[static_cast<std::size_t>(element)]; };
-    const bool circular = !(at(TARVANE_D) > 0.0f || at(TARVANE_d) > 0.0f);
-    if (flange.analysis() == TARVANE_DESIGN || !circular) return;
-    const float C = at(TARVANE_C), A = at(TARVANE_A);
-    if (!(C > 0.0f)) return;
-    const auto bolts = [&](const char* where) {
-        verdict.say(Status::fails,
-                    "the bolt circle " + shown(C, Quantity::diameter, units) + ' ' + where);
-    };
-    if (C >= A)
-        bolts("is not below the outside diameter of the flange");
-    else if (C <= (at(TARVANE_Go) + at(TARVANE_Gi)) / 2.0f)
-        bolts("lies within the gasket");
-}
-
 } // namespace
 
 Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
@@ -100,6 +83,7 @@ Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
     if (f.refused) {
         verdict.say(Status::bad_input,
                     "the input check found fatal errors, no calculation was made");
+        check_gasket(flange, outcome, units, verdict);
         return verdict;
     }
 
@@ -135,9 +119,12 @@ Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
               shown_degrees(flange.record[TARVANE_T_DESIGN], units));
     }
     check_bolt_circle(flange, units, verdict);
+    check_gasket(flange, outcome, units, verdict);
+    check_rating(flange, outcome, units, verdict);
     if (f.deflection) fails("the deflection of the cover is above the allowed one");
     for (const std::string& opening : f.openings)
         fails(opening);
+    check_bolt_size(flange, units, verdict);
     return verdict;
 }
 

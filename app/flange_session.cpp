@@ -37,7 +37,7 @@ void fill_setup(const FlangeInput& flange) {
 
 void fill_tables(const FlangeInput& flange, int number) {
     TARVANE_ELEMENT_ROW& row = GETELEMENTTABLES()[number - 1];
-    put_blank_padded(row.description, sizeof row.description, flange.description());
+    put_blank_padded(row.description, sizeof row.description, flange.description().substr(0, 15));
     put_blank_padded(row.from_node, sizeof row.from_node,
                      flange.text_setting(TextSetting::from_node));
     put_blank_padded(row.to_node, sizeof row.to_node, flange.text_setting(TextSetting::to_node));

@@ -13,6 +13,12 @@ class JudgeTest : public testing::Test {
         flange.record[TARVANE_KIND] = TARVANE_ANALYSE;
         flange.record[TARVANE_P] = 150.0f;
         flange.record[TARVANE_t] = 1.5f;
+        flange.record[TARVANE_Fod] = 15.0f;
+        flange.record[TARVANE_Fid] = 12.0f;
+        flange.record[TARVANE_Go] = 14.75f;
+        flange.record[TARVANE_Gi] = 14.0f;
+        flange.record[TARVANE_THREADS] = TARVANE_TEMA_THREADS;
+        flange.record[TARVANE_a] = 0.875f;
         outcome.record = flange.record;
         outcome.record[TARVANE_Ab] = 5.0f;
         outcome.record[TARVANE_Am] = 4.0f;
@@ -98,7 +104,8 @@ TEST_F(JudgeTest, BoltCircleBetweenGasketAndRim) {
     EXPECT_EQ(reason(),
               "the bolt circle 19.000 in. is not below the outside diameter of the flange");
     flange.record[TARVANE_C] = 14.5f;
-    EXPECT_EQ(reason(), "the bolt circle 14.500 in. lies within the gasket");
+    EXPECT_EQ(judge_flange(flange, outcome, us_units()).reasons.front(),
+              "the bolt circle 14.500 in. lies within the gasket");
     flange.record[TARVANE_D] = 20.0f; // a non-circular cover has its own diameters
     EXPECT_EQ(status(), Status::fine);
     flange.record[TARVANE_D] = 0.0f;

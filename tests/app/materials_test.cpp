@@ -229,14 +229,16 @@ TEST_F(MaterialKey, ComesBehindItsOwnKeys) {
 TEST_F(MaterialKey, ConvertsToTheUnitsOfTheEngine) {
     const std::string si = "units = \"SI\"\n" + flange({"Sfo", "Sfa"},
                                                        "material = \"SA-516 485\"\n"
-                                                       "material_metric = true\n",
+                                                       "material_metric = true\n"
+                                                       "bolt_size = \"nearest\"\n",
                                                        with("T", "T = 82.5"));
     const FlangeInput f = flange_of(si);
     EXPECT_NEAR(f.record[6], 136.5f * 145.038f, 1.0f); // 137 MPa at 65 C, 136 at 100
     EXPECT_NEAR(f.record[7], 138.0f * 145.038f, 0.1f);
     // The inch file serves a file in SI units, too.
     const FlangeInput inch =
-        flange_of("units = \"SI\"\n" + flange({"Sfo", "Sfa"}, "material = \"SA-516 70\"\n",
+        flange_of("units = \"SI\"\n" + flange({"Sfo", "Sfa"},
+                                              "material = \"SA-516 70\"\nbolt_size = \"nearest\"\n",
                                               with("T", "T = 162.777778")));
     EXPECT_NEAR(inch.record[6], 15500.0f, 0.1f);
 }
@@ -252,7 +254,7 @@ TEST_F(MaterialKey, OfBoltsGoesByTheirSize) {
     const FlangeInput large = flange_of(with("a", "a = 2.75", bolts));
     EXPECT_FLOAT_EQ(large.record[20], 23000.0f);
     EXPECT_EQ(large.record[75], 402.0f);
-    EXPECT_EQ(fault_lines(with("a", "a = 4.5", bolts)),
+    EXPECT_EQ(fault_lines(with("a", "a = 4.5", bolts) + "bolt_size = \"nearest\"\n"),
               std::vector<std::string>{
                   "f:25: bolt_material: no SA-193 B7 in MATFILE1.BIN for bolts of 4.500 in."});
     EXPECT_FLOAT_EQ(flange_of(bolts + "bolt_reference = 402\n").record[20], 23000.0f);
@@ -294,10 +296,11 @@ TEST_F(MaterialKey, WithoutAStressAtTheTemperatureTellsTheLimit) {
               std::vector<std::string>{
                   "f:25: Sfo: SA-36 has no allowable stress at 210.00 °F in MATFILE1.BIN; its last "
                   "one is at 200.00 °F"});
-    EXPECT_EQ(fault_lines("units = \"SI\"\n" + with("T", "T = 100", toml)),
-              std::vector<std::string>{
-                  "f:26: Sfo: SA-36 has no allowable stress at 100.00 °C in MATFILE1.BIN; its last "
-                  "one is at 93.33 °C"});
+    EXPECT_EQ(
+        fault_lines("units = \"SI\"\n" + with("T", "T = 100", toml) + "bolt_size = \"nearest\"\n"),
+        std::vector<std::string>{
+            "f:26: Sfo: SA-36 has no allowable stress at 100.00 °C in MATFILE1.BIN; its last "
+            "one is at 93.33 °C"});
     // A stress of its own knows better.
     EXPECT_TRUE(fault_lines(with("T", "T = 210", toml) + "Sfo = 9000\n").empty());
 }

@@ -211,17 +211,24 @@ TEST_F(Standard, FillsByTheTypeOfTheFlange) {
 
 TEST_F(Standard, MetricClassesGiveWhatIsKnown) {
     const std::string head = "units = \"SI\"\n";
+    const std::string metric = with("bolting", "bolting = \"TEMA metric\"");
     const FlangeInput f = flange_of(
         head +
-        by_name("standard = { class = \"PN16\", size = 300, wall = 7.1 }\nh = 34\nFod = 378\n"));
+        by_name("standard = { class = \"PN16\", size = 300, wall = 7.1 }\nh = 34\nFod = 378\n",
+                metric));
     EXPECT_FLOAT_EQ(f.record[11], 460.0f / 25.4f);
     EXPECT_NEAR(f.record[10] * 25.4f, 309.7f, 1.0e-3f);
     EXPECT_NEAR(f.record[17] * 25.4f, 17.15f, 1.0e-3f);
     EXPECT_FLOAT_EQ(f.record[22], 24.0f / 25.4f);
+    // An inch bolt would stand in for its M24.
+    EXPECT_EQ(read_input(head + by_name("standard = { class = \"PN16\", size = 300, wall = 7.1 }\n"
+                                        "h = 34\nFod = 378\n"))
+                  .faults.size(),
+              1u);
     // Length of the hub, raised face and, without a wall, bore and hub are not in the table.
     std::set<std::string> missing;
     const ReadResult result =
-        read_input(head + by_name("standard = { class = \"PN16\", size = \"DN 300\" }\n"));
+        read_input(head + by_name("standard = { class = \"PN16\", size = \"DN 300\" }\n", metric));
     for (const Fault& fault : result.faults)
         missing.insert(fault.key);
     EXPECT_EQ(missing, (std::set<std::string>{"B", "g0", "g1", "h", "Fod"}));

@@ -63,7 +63,7 @@ pressure = { factor = 0.0689475729, label = "bar" }
 temperature = { offset = -459.67, scale = 1.8, label = "K" }
 weight = { factor = 0.00045359237, label = "t" }
 density = { factor = 27.6799047, label = "g/cm³" }
-)") + FLANGE_TOML);
+)") + FLANGE_TOML + "bolt_size = \"nearest\"\n");
     ASSERT_TRUE(result.faults.empty());
     const UnitSystem& units = result.file.units;
     EXPECT_EQ(units.factor(Quantity::pressure), 0.0689475729f);
