@@ -30,6 +30,7 @@ FLANGE = {
     "bolts": 12,
     "m": 3.0,
     "y": 10000.0,
+    "column": "II",
     "tg": 0.125,
     "rigidity": 1,
     "material": "SA-105",
@@ -82,7 +83,7 @@ def main() -> None:
     flange = engine.flange(FLANGE)
     show("flange", "mawp", flange.mawp)
     show("flange", "map_nc", flange.map_nc)
-    show("flange", "t_req", flange.t_req)
+    show("flange", "t_req", flange.t_req or 0.0)  # None here: the engine has 0.0
     for element, value in enumerate(flange.record, 1):
         show("flange", f"record{element}", value)
     print_report(flange.report)

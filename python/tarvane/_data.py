@@ -6,10 +6,17 @@ from __future__ import annotations
 import re
 
 from ._keys import InputError
-from ._library import Library
+from ._library import Integer, Library, Real
 
+BOLT_FILE = "BOLTDATA.TXT"
 CHART_FILE = "ExtChartData.txt"
 MODULUS_FILE = "ElastAlp07.txt"
+
+_BOLT_ROWS, _BOLT_NUMBERS = 27, 9
+_MILLIMETRES = 25.4  # in an inch
+_PRESENT = 0.001  # a diameter above it is one
+# how the engine compares, in the unit of the section: with a size, and with the ends of the series
+_BOLT_NEAR, _BOLT_END = 0.01, 0.0001
 
 
 def check_chart(library: Library, chart: str) -> None:
@@ -19,6 +26,33 @@ def check_chart(library: Library, chart: str) -> None:
     known = names[: names.index("END") if "END" in names else None]
     if known and chart not in known:
         raise InputError(f"chart: {chart!r} is none of {CHART_FILE}: {', '.join(known)}")
+
+
+def bolt_sizes(library: Library, series: int) -> tuple[list[float], float]:
+    """The sizes of a thread series in the unit of its section, and that unit's number in an inch."""
+    diameters, rows, count = (Real * _BOLT_ROWS)(), (Real * (_BOLT_ROWS * _BOLT_NUMBERS))(), Integer()
+    library.call("BOLTHELPER", series, diameters, rows, count)
+    scale = _MILLIMETRES if diameters[0] > _PRESENT else 1.0
+    return [size for size in diameters[1:] if size > _PRESENT], scale
+
+
+def check_bolt_size(library: Library, name: str, series: int, diameter: float, nearest: bool) -> None:
+    """Raises InputError for a bolt diameter (in) that the thread series does not have: the engine takes the
+    next smaller size, or the smallest, which is what `nearest` permits."""
+    sizes, scale = bolt_sizes(library, series)
+    if not sizes:
+        raise InputError(f"threads: {BOLT_FILE} has no bolts of {name!r}")
+    x = Real(Real(diameter).value * scale).value
+    inside = sizes[0] - _BOLT_END <= x <= sizes[-1] + _BOLT_END
+    if nearest or (inside and any(abs(x - size) <= _BOLT_NEAR for size in sizes)):
+        return
+    taken = max((size for size in sizes if size <= x + _BOLT_NEAR), default=sizes[0])
+    beside = [*[size for size in sizes if size < x][-1:], *[size for size in sizes if size > x][:1]]
+    nearest_ones = " and ".join(f"{size / scale:g}" for size in beside)
+    raise InputError(
+        f"a: {diameter:g} in is no bolt size of {name!r}; the nearest are {nearest_ones} in, and "
+        f"bolt_size 'nearest' takes {taken / scale:g} in"
+    )
 
 
 def check_modulus(library: Library, name: str, reference: int) -> None:

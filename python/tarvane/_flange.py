@@ -6,7 +6,7 @@ import ctypes
 from dataclasses import dataclass
 from typing import Any, Iterable, Mapping, Optional
 
-from ._data import check_modulus
+from ._data import check_bolt_size, check_modulus
 from ._keys import InputError, Key, check_names, missing, number, read_numbers, read_text
 from ._library import NO_VALUE, RECORD_ELEMENTS, Integer, Library, Real, ReportLine
 
@@ -27,6 +27,7 @@ KINDS = {"analyse": 1, "thickness": 2, "design": 3}
 CODES = {"VIII-1": 1, "VIII-2": 2, "PD 5500": 3, "EN 13445": 4}
 THREADS = {"TEMA": 1, "UNC": 2, "special": 3, "TEMA metric": 4, "BS 3643": 5, "SABS 1700": 6,
            "3P M30": 7, "user": 8}  # fmt: skip
+BOLT_SIZES = {"listed": 0, "nearest": 1}
 SKETCHES = {"1a": 1, "1b": 2, "1c": 3, "1d": 4, "2": 5, "3": 6, "4": 7, "5": 8, "6": 9}
 
 _NEED_HUB = ("weld neck", "reverse weld neck")
@@ -34,6 +35,14 @@ _BORED = tuple(name for name in TYPES if name != "blind")
 _HUBBED = tuple(name for name in _BORED if name != "loose reverse")  # that has tShell for a hub
 _RINGS = ("loose ring", "lap joint")
 _COVER = ("blind",)
+_COLUMNS_DIFFER = (5, 6, 7, 8)  # sketches 2 to 5; the others read neither column
+
+# Names of the input files, and of the codes, for keys of here.
+_OTHER_NAMES = {
+    "g0": "go", "G0": "go", "bolting": "threads", "series": "threads", "facing": "sketch",
+    "facing_part": "sketch_part", "splits": "n", "standard_flange": "standard", "edition": "older_division_2",
+    "name": "description",
+}  # fmt: skip
 
 # Key and its element of the flange record.
 _RECORD: dict[str, tuple[int, Key]] = {
@@ -64,7 +73,8 @@ _RECORD: dict[str, tuple[int, Key]] = {
     "m": (25, Key("gasket factor", default=None)),
     "y": (26, Key("gasket design seating stress", "psi", None, least=0.0)),
     "sketch": (27, Key("facing sketch of Table 2-5.2", default=1.0, choices=SKETCHES)),
-    "column": (28, Key("column for gasket seating", default=2.0, choices=COLUMNS)),
+    "column": (28, Key("column for gasket seating; sketches 2 to 5, whose columns differ, must have it",
+                        default=1.0, choices=COLUMNS)),
     "tg": (29, Key("gasket thickness", "in", least=0.0)),
     "w": (30, Key("flange face nubbin width", "in", least=0.0)),
     "lp": (31, Key("length of partition gasket", "in", least=0.0)),
@@ -75,7 +85,7 @@ _RECORD: dict[str, tuple[int, Key]] = {
     "L": (38, Key("perimeter along the centre of the bolts", "in", least=0.0, of=_COVER)),
     "LjID": (39, Key("lap joint contact inside diameter", "in", None, of=("lap joint",))),
     "LjOD": (40, Key("lap joint contact outside diameter", "in", None, of=("lap joint",))),
-    "n": (41, Key("splits of a ring flange", choices=SPLITS, of=_RINGS)),
+    "n": (41, Key("splits of a ring flange", choices=SPLITS, of=_RINGS, near="bolts")),
     "tw": (42, Key("length of weld leg at back of ring", "in", least=0.0)),
     "mating_operating": (44, Key("mating flange operating bolt load", "lb")),
     "mating_seating": (45, Key("mating flange seating bolt load", "lb")),
@@ -88,8 +98,9 @@ _RECORD: dict[str, tuple[int, Key]] = {
     "Dshell": (54, Key("inside diameter of the attached shell", "in", least=0.0)),
     "mPart": (55, Key("partition gasket factor")),
     "yPart": (56, Key("partition gasket design seating stress", "psi")),
-    "sketch_part": (57, Key("partition gasket facing sketch", choices=SKETCHES)),
-    "column_part": (58, Key("partition gasket column", choices=COLUMNS)),
+    "sketch_part": (57, Key("partition gasket facing sketch", default=1.0, choices=SKETCHES)),
+    "column_part": (58, Key("partition gasket column; its sketches 2 to 5 must have it", default=1.0,
+                             choices=COLUMNS)),
     "Sn": (60, Key("allowable stress of the attached shell at design temperature", "psi", least=0.0)),
     "Sna": (61, Key("allowable stress of the attached shell at ambient temperature", "psi", least=0.0)),
     "ce": (63, Key("external corrosion allowance", "in", least=0.0)),
@@ -105,7 +116,10 @@ _CALL: dict[str, Key] = {
     "E": Key("joint efficiency", default=1.0, above=0.0, most=1.0),
     "rigidity": Key("evaluate the rigidity index", switch=True),
     "corroded_rigidity": Key("rigidity index at the corroded thickness", switch=True),
-    "standard": Key("standard flange, no stress calculation", switch=True),
+    "standard": Key("standard flange, no stress calculation; hold P and its external loads against the "
+                    "pressure rating, which nothing here does", switch=True),
+    "bolt_size": Key("whether a has to be a size of the thread series, or stands for the next smaller one",
+                     choices=BOLT_SIZES),
     "older_division_2": Key("code VIII-2 by its older rules", switch=True),
 }
 
@@ -115,11 +129,12 @@ FLANGE_KEYS: dict[str, Key] = {**{name: key for name, (_, key) in _RECORD.items(
 FLANGE_TEXTS: dict[str, tuple[int, str]] = {
     "material": (0, "flange material name"),
     "bolt_material": (15, "bolt material name"),
-    "description": (30, "description of the flange; with ':' as its 15th character the report of kinds "
-                        "'thickness' and 'design' is of the given thickness"),
+    "description": (30, "description of the flange, whose first 15 characters the report shows; with ':' as "
+                        "its 15th and last one the report of kinds 'thickness' and 'design' is of the given "
+                        "thickness"),
     "chart": (120, "external pressure chart of the material"),
 }  # fmt: skip
-"""Texts of a flange, up to 15 characters, with their offset in the flange text."""
+"""Texts of a flange with their offset in the flange text; up to 15 characters but for the description."""
 
 FLANGE_FLAGS: dict[str, tuple[int, str]] = {
     "external_loads": (45, "axial_force and bending_moment count [True when one is given]"),
@@ -134,6 +149,7 @@ _LABELS = {285: "in.", 300: "psig", 315: "in.", 330: "psi", 360: "lbf", 375: "ft
            390: "in\xb2", 405: "F", 420: "lbm"}  # fmt: skip
 _FIRST_FACTOR, _TEMPERATURE_OFFSET, _LAST_FACTOR = 100, 108, 110
 _SLOT, _TEXT_LENGTH = 15, 435
+_LONGEST_DESCRIPTION = 200
 
 
 _PARTITION = ("lp", "tp", "mPart", "yPart", "sketch_part", "column_part")
@@ -148,9 +164,9 @@ class FlangeResult:
 
     mawp            maximum allowable working pressure (psi)
     map_nc          maximum allowable pressure, new and cold (psi)
-    t_req           required thickness (in); 0.0 when it was not asked for (kind 'analyse') and when the
-                    flange was refused; under external pressure the thickness used; negative: minus the
-                    required bolt area (sq in), the bolts are too small
+    t_req           required thickness (in); None of an analysed flange, but for a cover under internal
+                    pressure, and of one that was refused; under external pressure the thickness used;
+                    negative: minus the required bolt area (sq in), the bolts are too small
     t_req_new_cold  required thickness, new and cold, of a blind flange (in); else 0.0
     W               design bolt load, gasket seating (lb)
     Wm1             bolt load, operating (lb)
@@ -169,7 +185,7 @@ class FlangeResult:
 
     mawp: Optional[float]
     map_nc: Optional[float]
-    t_req: float
+    t_req: Optional[float]
     t_req_new_cold: float
     W: float
     Wm1: float
@@ -183,6 +199,18 @@ class FlangeResult:
     report: list[ReportLine]
 
 
+def _description(data: Mapping[str, Any]) -> bytes:
+    """The first characters: a text that goes on behind a colon in the last column has no flag there."""
+    whole = read_text(data, "description", _LONGEST_DESCRIPTION)
+    cut = whole[:_SLOT]
+    return cut if cut == whole or cut[-1:] != b":" else cut[:-1]
+
+
+def _has_partition(data: Mapping[str, Any]) -> bool:
+    given = data.get("partition_gasket", any(name in data for name in _PARTITION))
+    return bool(number("partition_gasket", _FLAG, given))
+
+
 def _text(data: Mapping[str, Any], v: Mapping[str, float]) -> bytes:
     text = bytearray(b" " * _TEXT_LENGTH)
 
@@ -190,12 +218,12 @@ def _text(data: Mapping[str, Any], v: Mapping[str, float]) -> bytes:
         text[offset : offset + _SLOT] = value.ljust(_SLOT)
 
     for name, (offset, _) in FLANGE_TEXTS.items():
-        put(offset, read_text(data, name, _SLOT))
+        put(offset, _description(data) if name == "description" else read_text(data, name, _SLOT))
     given = {
         "external_loads": any(name in data for name in _LOADS),
         "mating_loads": any(name in data for name in _MATING),
         "use_corrosion": True,
-        "partition_gasket": any(name in data for name in _PARTITION),
+        "partition_gasket": _has_partition(data),
     }
     for name, (offset, _) in FLANGE_FLAGS.items():
         flag = number(name, _FLAG, data.get(name, given.get(name, False)))
@@ -226,16 +254,20 @@ def _check(data: Mapping[str, Any], v: Mapping[str, float]) -> None:
         raise InputError(
             f"root_area: {data['root_area']!r} has no effect on threads {data.get('threads', 'TEMA')!r}"
         )
+    for sketch, column in (("sketch", "column"), ("sketch_part", "column_part")):
+        in_force = column == "column" or _has_partition(data)
+        if in_force and v[sketch] in _COLUMNS_DIFFER and column not in data:
+            raise missing(column, FLANGE_KEYS[column], f" for {sketch} {data[sketch]!r}")
     if v["older_division_2"] and v["code"] != CODES["VIII-2"]:
         code = repr(data.get("code", "VIII-1"))
         raise InputError(f"older_division_2: {data['older_division_2']!r} has no effect on code {code}")
 
 
-def _record(v: Mapping[str, float]) -> ctypes.Array[Real]:
+def _record(v: Mapping[str, float], partition: bool) -> ctypes.Array[Real]:
     record = (Real * RECORD_ELEMENTS)()
     record[0] = -1.0  # stand-alone form
     for name, (element, _) in _RECORD.items():
-        record[element - 1] = v[name]
+        record[element - 1] = v[name] if partition or name not in _PARTITION else 0.0
     for element in range(_FIRST_FACTOR, _LAST_FACTOR + 1):
         record[element - 1] = 0.0 if element == _TEMPERATURE_OFFSET else 1.0
     return record
@@ -243,11 +275,15 @@ def _record(v: Mapping[str, float]) -> ctypes.Array[Real]:
 
 def calculate(library: Library, data: Mapping[str, Any]) -> FlangeResult:
     """FLANGE_CALC in the stand-alone form, report to the line store."""
-    check_names(data, [*FLANGE_KEYS, *FLANGE_TEXTS, *FLANGE_FLAGS])
+    check_names(data, [*FLANGE_KEYS, *FLANGE_TEXTS, *FLANGE_FLAGS], _OTHER_NAMES)
     v = read_numbers(data, FLANGE_KEYS, "type")
     _check(data, v)
     check_modulus(library, "material_class", int(v["material_class"]))
-    record, text = _record(v), _text(data, v)
+    if v["kind"] != KINDS["design"] and v["threads"] != THREADS["special"]:
+        threads = next(name for name, n in THREADS.items() if n == v["threads"])
+        nearest = v["bolt_size"] == BOLT_SIZES["nearest"]
+        check_bolt_size(library, threads, int(v["threads"]), v["a"], nearest)
+    record, text = _record(v, _has_partition(data)), _text(data, v)
     map_nc, t_req_new_cold, t_req_new, mawp, t_req = (Real() for _ in range(5))
     rigidity = Integer(int(v["rigidity"]))
     external = record[3] < 0.0
@@ -261,10 +297,14 @@ def calculate(library: Library, data: Mapping[str, Any]) -> FlangeResult:
     def pressure(value: Real) -> Optional[float]:
         return None if value.value == NO_VALUE else value.value
 
+    analysed = v["kind"] == KINDS["analyse"]
+    found = not analysed or (v["type"] == TYPES["blind"] and not external)
+    required = (t_req.value or None) if found else None
+
     loads = {name: record[120 + i - 1] for i, name in
              enumerate(("W", "Wm1", "Wm2", "G", "Mop", "Matm", "Ab", "Am"))}  # fmt: skip
     return FlangeResult(
-        mawp=pressure(mawp), map_nc=pressure(map_nc), t_req=t_req.value,
+        mawp=pressure(mawp), map_nc=pressure(map_nc), t_req=required,
         t_req_new_cold=t_req_new_cold.value, record=tuple(record), report=library.report_lines(),
         **loads,
     )  # fmt: skip

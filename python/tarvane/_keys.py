@@ -37,6 +37,8 @@ class Key:
     """The elements or flange types that read the key, where not all do."""
     needed: tuple[str, ...] = ()
     """Those that must give it."""
+    near: str = ""
+    """The key that other notations, that of the input files among them, call so."""
 
     def __str__(self) -> str:
         """Unit, meaning and what is taken, as help() shows them."""
@@ -75,17 +77,23 @@ def described(keys: Mapping[str, Union[Key, str]]) -> str:
     )
 
 
-def check_names(given: Any, known: Iterable[str]) -> None:
-    """Raises InputError for what is no dictionary, and for a key that is not known, with the nearest one."""
+def _meant(name: str) -> str:
+    return f"; did you mean {name!r}?" if name else ""
+
+
+def check_names(given: Any, known: Iterable[str], others: Optional[Mapping[str, str]] = None) -> None:
+    """Raises InputError for what is no dictionary, and for a key that is not known, with the nearest one.
+    `others` are names of other notations, each with the key that it stands for."""
     if not isinstance(given, Mapping):
         raise InputError(f"a dictionary is expected, not {given!r} ({type(given).__name__})")
     names = list(known)
     for name, value in given.items():
         if name in names:
             continue
-        near = difflib.get_close_matches(name, names, 1) if isinstance(name, str) else []
-        hint = f"; did you mean {near[0]!r}?" if near else ""
-        raise InputError(f"{name!r} is no key (its value is {value!r}){hint}")
+        near = (others or {}).get(name, "") if isinstance(name, str) else ""
+        if not near and isinstance(name, str):
+            near = next(iter(difflib.get_close_matches(name, names, 1)), "")
+        raise InputError(f"{name!r} is no key (its value is {value!r}){_meant(near)}")
 
 
 def _plain(value: Any) -> Any:
@@ -126,7 +134,7 @@ def number(name: str, key: Key, given: Any) -> float:
     result = _single(name, key, given)
     if key.choices and result not in key.choices.values():
         names = ", ".join(f"{choice!r} ({n})" for choice, n in key.choices.items())
-        raise InputError(f"{name}: {given!r} is none of {names}")
+        raise InputError(f"{name}: {given!r} is none of {names}{_meant(key.near)}")
     if key.switch and result not in (0.0, 1.0):
         raise InputError(f"{name}: {given!r} is neither True nor False")
     if key.whole and (result != int(result) or not -(2**31) <= result < 2**31):
@@ -162,7 +170,8 @@ def read_numbers(given: Mapping[str, Any], keys: Mapping[str, Key], kind: str = 
         if name in given:
             if not counts:
                 raise InputError(
-                    f"{name}: {given[name]!r} has no effect on {kind} {which!r}; it is of {', '.join(key.of)}"
+                    f"{name}: {given[name]!r} has no effect on {kind} {which!r}; it is of "
+                    f"{', '.join(key.of)}{_meant(key.near)}"
                 )
             values[name] = number(name, key, given[name])
         elif key.default is not None and which not in key.needed:

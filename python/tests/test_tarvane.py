@@ -43,6 +43,53 @@ class Input(unittest.TestCase):
         self.refused(ENGINE.flange, {**RING, "bolt": 20}, ["'bolt'", "'bolts'"])
         self.refused(ENGINE.shell, {**CYLINDER, "alhpa": 20}, ["'alhpa'", "'alpha'"])
 
+    def test_a_name_of_the_input_files_is_named_with_the_key_of_here(self):
+        for name, key in (("g0", "go"), ("bolting", "threads"), ("facing", "sketch"), ("splits", "n")):
+            self.refused(ENGINE.flange, {**RING, name: 1}, [repr(name), f"did you mean {key!r}?"])
+        # the number of bolts there, the splits here: no key of a weld neck, and 20 are no splits
+        neck = {**RING, "type": "weld neck", "go": 1.0, "g1": 1.5, "h": 2.0, "n": 20}
+        self.refused(ENGINE.flange, neck, ["n: 20", "'weld neck'", "did you mean 'bolts'?"])
+        self.refused(ENGINE.flange, {**RING, "n": 20}, ["n: 20", "'none'", "did you mean 'bolts'?"])
+        self.assertNotIn("did you mean", str(self.error({**RING, "LjID": 25.0})))
+
+    def error(self, data):
+        with self.assertRaises(tarvane.InputError) as caught:
+            ENGINE.flange(data)
+        return caught.exception
+
+    def test_the_column_is_needed_where_the_columns_differ(self):
+        for sketch in ("2", "3", "4", "5", 5):
+            data = {**RING, "sketch": sketch, "w": 0.125}
+            self.refused(ENGINE.flange, data, ["column is missing", f"sketch {sketch!r}", "'II'"])
+            results = [ENGINE.flange({**data, "column": column}).Wm1 for column in ("I", "II")]
+            self.assertNotEqual(*results, sketch)
+        for sketch in ("1a", "1b", "1c", "1d", "6"):
+            data = {**RING, "sketch": sketch, "w": 0.125}
+            results = [ENGINE.flange({**data, **column}).Wm1 for column in ({}, {"column": "II"})]
+            self.assertEqual(*results, sketch)
+        part = {**RING, "lp": 10.0, "tp": 0.5, "mPart": 1.0, "yPart": 200.0, "sketch_part": "3"}
+        self.refused(ENGINE.flange, part, ["column_part is missing", "sketch_part '3'"])
+        self.assertIsNotNone(ENGINE.flange({**part, "partition_gasket": False}).mawp)
+
+    def test_a_partition_gasket_without_a_sketch_is_that_of_sketch_1a(self):
+        part = {**RING, "lp": 10.0, "tp": 0.5, "mPart": 1.0, "yPart": 200.0}
+        self.assertEqual(ENGINE.flange(part), ENGINE.flange({**part, "sketch_part": "1a"}))
+        self.assertGreater(ENGINE.flange(part).Wm1, ENGINE.flange(RING).Wm1)
+
+    def test_a_bolt_size_that_the_series_does_not_have_is_named(self):
+        self.refused(ENGINE.flange, {**RING, "a": 1.05}, ["a: 1.05", "'TEMA'", "1 and 1.125", "takes 1 in"])
+        self.refused(ENGINE.flange, {**RING, "a": 0.25}, ["a: 0.25", "nearest are 0.5 in"])
+        metric = {**RING, "threads": "TEMA metric", "bolt_size": "nearest"}
+        self.refused(ENGINE.flange, {**metric, "a": 33 / 25.4, "bolt_size": "listed"}, ["1.1811", "1.41732"])
+        areas = [ENGINE.flange({**metric, "a": size / 25.4}).Ab for size in (33, 30)]
+        self.assertEqual(*areas)
+        self.assertEqual(ENGINE.flange({**RING, "a": 1.01}).Ab, ENGINE.flange(RING).Ab)
+        self.refused(ENGINE.flange, {**RING, "a": 1.0101}, ["a: 1.0101"])
+        self.refused(ENGINE.flange, {**RING, "threads": "user"}, ["threads", "'user'"])
+        special = {**RING, "a": 1.05, "threads": "special", "root_area": 0.5}
+        self.assertIsNotNone(ENGINE.flange(special).mawp)
+        self.assertIsNotNone(ENGINE.flange({**RING, "kind": "design", "a": 1.05}).t_req)
+
     def test_a_missing_key_is_named_with_its_unit(self):
         self.refused(ENGINE.flange, {key: RING[key] for key in RING if key != "P"}, ["P", "psi"])
         self.refused(ENGINE.external, {**VACUUM, "chart": " "}, ["chart"])
@@ -180,10 +227,22 @@ class Input(unittest.TestCase):
         self.refused(lambda chart: ENGINE.modulus(70.0, 1, "VIII-1", chart), "CS-2", ["chart: 'CS-2'"])
 
     def test_a_text_that_the_report_cannot_show_is_named(self):
-        for value in ("x" * 16, "\u6cd5\u5170", "a\nb", "a\0b", 3):
+        for value in ("x" * 201, "\u6cd5\u5170", "a\nb", "a\0b", 3):
             self.refused(ENGINE.flange, {**RING, "description": value}, ["description", repr(value)])
+        self.refused(ENGINE.flange, {**RING, "material": "x" * 16}, ["material", "15"])
         shown = ENGINE.flange({**RING, "description": "Fl\xe4nsch \xb0"}).report
         self.assertTrue(any("Fl\xe4nsch \xb0" in line.text for line in shown))
+
+    def test_the_report_shows_the_beginning_of_a_long_description(self):
+        def thickness(description):
+            return ENGINE.flange({**RING, "kind": "thickness", "description": description}).report
+
+        lines = [line.text for line in thickness("Channel girth flange")]
+        self.assertTrue(any(line.endswith("Description: Channel girth f") for line in lines))
+        # a colon as the 15th and last character is a flag, within a longer text it is none
+        without = thickness("Channel flange")
+        self.assertEqual(thickness("Channel flange: second"), without)
+        self.assertNotEqual(thickness("Channel flange:"), without)
 
     def test_the_minimum_of_air_and_water_is_for_materials_of_its_list(self):
         # UG-16(b)(4): 3/32 in
@@ -357,6 +416,18 @@ class Flange(unittest.TestCase):
         self.assertAlmostEqual(result.Wm1 / (h + 2 * b * 3.14159265 * g * 1.0 * 100.0), 1.0, places=5)
         self.assertAlmostEqual(result.Wm2 / (3.14159265 * b * g * 200.0), 1.0, places=5)
         self.assertAlmostEqual(result.Ab, 20 * 0.551, places=3)
+
+    def test_a_required_thickness_is_none_where_there_is_none(self):
+        self.assertIsNone(ENGINE.flange(RING).t_req)
+        self.assertIsNone(ENGINE.flange({**RING, "P": -15.0}).t_req)
+        self.assertIsNone(ENGINE.flange({**RING, "kind": "thickness", "A": 20.0}).t_req)  # refused
+        self.assertGreater(ENGINE.flange({**RING, "kind": "thickness"}).t_req, 0.5)
+        self.assertGreater(ENGINE.flange({**RING, "kind": "thickness", "P": -15.0}).t_req, 0.5)
+        short = ENGINE.flange({**RING, "kind": "thickness", "bolts": 4, "P": 400.0})
+        self.assertLess(short.t_req, 0.0)
+        cover = {**{key: RING[key] for key in RING if key != "B"}, "type": "blind"}
+        self.assertGreater(ENGINE.flange(cover).t_req, 0.5)
+        self.assertIsNone(ENGINE.flange({**cover, "P": -15.0}).t_req)
 
     def test_the_report_is_a_list_of_lines(self):
         report = ENGINE.flange(RING).report
