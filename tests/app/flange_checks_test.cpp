@@ -150,6 +150,15 @@ TEST(Gasket, WithoutContactFailsOfADesignedFlangeToo) {
     EXPECT_EQ(sound.verdict.status, Status::fine) << sound.verdict.reasons.front();
 }
 
+TEST(Gasket, OfADesignUnderExternalPressureIsNotChecked) {
+    const FlangeRun run = calculate(with("P", "P = -15", WITHOUT_FACE));
+    EXPECT_EQ(run.outcome.result(TARVANE_DESIGNED_C), 0.0f);
+    ASSERT_FALSE(run.verdict.reasons.empty());
+    EXPECT_EQ(run.verdict.reasons.back(),
+              "note: the contact width of the gasket was not checked: under external pressure a "
+              "design does not give back its face");
+}
+
 TEST(Gasket, WithoutContactHasItsFiguresWhenTheEngineRefusesIt) {
     const FlangeRun run = calculate(with_all({{"Fod", "Fod = 14"}, {"Gi", "Gi = 14"}}));
     EXPECT_EQ(run.verdict.status, Status::bad_input);
