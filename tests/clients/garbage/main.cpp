@@ -10,6 +10,7 @@
 // instead of a count, --only runs one sequence in this process, telling each call, and --limit is the time
 // of the processor that a call may take.
 #include "folders.h"
+#include "library.h"
 #include "routines.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ extern "C" const char* __ubsan_default_options() { return "exitcode=99:print_sta
 
 namespace {
 
-using namespace garbage;
+using namespace calls;
 
 constexpr int FATAL_PATH = 1, OVERRUN = 3, BAD_RECIPE = 4;
 constexpr std::size_t MOST_ROUTINES = 1000;
@@ -151,7 +152,7 @@ class Sequence {
     void step() {
         if (chance.one_in(12)) report();
         const Noise noise = chance.one_in(3) ? Noise::none : temper;
-        if (chance.one_in(20)) scribble_variables(chance, noise);
+        if (chance.one_in(20)) scribble_variables(linked_library(), chance, noise);
         progress.routine = next_routine();
         ++progress.call;
         ++progress.calls[progress.routine];
@@ -159,7 +160,7 @@ class Sequence {
         if (manner.trace)
             std::fprintf(stderr, "%d %s", progress.call, std::string(routine.name).c_str());
         limit_time(limit);
-        outcome = routine.call(chance, noise, manner, routine.recipe);
+        outcome = routine.call(linked_library(), chance, noise, manner, routine.recipe);
         limit_time(0);
         if (manner.trace) std::fprintf(stderr, "\n");
     }

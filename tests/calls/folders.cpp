@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace garbage {
+namespace calls {
 
 namespace fs = std::filesystem;
 
@@ -125,4 +125,4 @@ bool Folders::untouched() const {
            data_bytes() == bytes_at_start;
 }
 
-} // namespace garbage
+} // namespace calls

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-namespace garbage {
+namespace calls {
 
 class Folders {
   public:
@@ -28,4 +28,4 @@ class Folders {
     std::uintmax_t bytes_at_start;
 };
 
-} // namespace garbage
+} // namespace calls

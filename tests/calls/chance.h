@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace garbage {
+namespace calls {
 
 class Chance {
   public:
@@ -42,4 +42,4 @@ class Chance {
     std::uint64_t state;
 };
 
-} // namespace garbage
+} // namespace calls

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <limits>
 
-namespace garbage {
+namespace calls {
 
 namespace {
 
@@ -125,6 +125,7 @@ void pad(Chance& chance, std::string& text) {
 bool is_garbage(Chance& chance, Noise noise) {
     switch (noise) {
     case Noise::none:
+    case Noise::edge:
         return false;
     case Noise::little:
         return chance.one_in(10);
@@ -132,6 +133,31 @@ bool is_garbage(Chance& chance, Noise noise) {
         return chance.one_in(2);
     default:
         return true;
+    }
+}
+
+bool is_edge(Chance& chance, Noise noise) { return noise == Noise::edge && chance.one_in(4); }
+
+float edge_real(Chance& chance, std::span<const float> drawn) {
+    static constexpr float EDGES[] = {
+        0.0f,   -0.0f,   -1.0f,   -1.0101f, 0.0001f,  0.001f,    0.002f,     0.005f,      0.01f,
+        0.05f,  0.0625f, 0.094f,  0.125f,   0.1875f,  0.2f,      0.25f,      0.3f,        0.35f,
+        0.375f, 0.385f,  0.394f,  0.4f,     0.5f,     0.6f,      0.625f,     0.665f,      0.75f,
+        0.8f,   0.85f,   0.9f,    1.0f,     1.25f,    1.5f,      1.75f,      2.0f,        2.5f,
+        3.0f,   4.0f,    5.0f,    6.0f,     8.0f,     10.0f,     12.0f,      15.0f,       20.0f,
+        24.0f,  26.0f,   30.0f,   36.0f,    45.0f,    48.0f,     50.0f,      60.0f,       75.0f,
+        90.0f,  100.0f,  120.0f,  150.0f,   300.0f,   500.0f,    600.0f,     650.0f,      700.0f,
+        800.0f, 900.0f,  1000.0f, 3000.0f,  30000.0f, 100000.0f, 1000000.0f, 10000000.0f, 40.0f,
+        -20.0f, -50.0f,  -55.0f,  -155.0f,  -320.0f};
+    const float edge =
+        !drawn.empty() && chance.one_in(3) ? drawn[chance.below(drawn.size())] : chance.of(EDGES);
+    switch (chance.below(6)) {
+    case 0:
+        return std::nextafter(edge, std::numeric_limits<float>::infinity());
+    case 1:
+        return std::nextafter(edge, -std::numeric_limits<float>::infinity());
+    default:
+        return edge;
     }
 }
 
@@ -400,4 +426,4 @@ std::string sensible_slots(Chance& chance) {
     return slots;
 }
 
-} // namespace garbage
+} // namespace calls

@@ -1,6 +1,7 @@
 // The arguments of one call, each in memory of its own that is as large as the header promises.
 #pragma once
 
+#include "library.h"
 #include "values.h"
 
 #include "tarvane/tarvane.h"
@@ -11,29 +12,53 @@
 #include <type_traits>
 #include <vector>
 
-namespace garbage {
+namespace calls {
 
 #if defined(__SANITIZE_ADDRESS__)
-#define GARBAGE_UNDER_ASAN true
+#define CALLS_UNDER_ASAN true
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
-#define GARBAGE_UNDER_ASAN true
+#define CALLS_UNDER_ASAN true
 #endif
 #endif
-#ifndef GARBAGE_UNDER_ASAN
-#define GARBAGE_UNDER_ASAN false
+#ifndef CALLS_UNDER_ASAN
+#define CALLS_UNDER_ASAN false
 #endif
-inline constexpr bool UNDER_ADDRESS_SANITIZER = GARBAGE_UNDER_ASAN;
+inline constexpr bool UNDER_ADDRESS_SANITIZER = CALLS_UNDER_ASAN;
+
+class Call;
+
+// Looks at a call: at the arguments before it, and at what it made of them.
+class Witness {
+  public:
+    virtual ~Witness() = default;
+    virtual void given(const Call& call) = 0;
+    virtual void returned(const Call& call, std::uint32_t result) = 0;
+};
 
 // What a sequence of calls is like.
 struct Manner {
     bool may_end = false; // a fatal stop may end the process
     bool trace = false;
+    bool own_clock = false;      // the host always has a clock
+    std::int32_t code = 0;       // not 0: the design code, unless garbage takes its place
+    float most_thickness = 0.0f; // not 0: t and go of a flange are not above it
+    Witness* witness = nullptr;
+};
+
+// An argument in memory of its own.
+struct Block {
+    enum class Kind { reals, wholes, text, record, addresses };
+    std::string_view word;
+    Kind kind;
+    char* memory; // with its marks
+    char* content;
+    std::size_t size;
 };
 
 class Call {
   public:
-    Call(Chance& the_chance, Noise the_noise, const Manner& the_manner,
+    Call(const Library& the_library, Chance& the_chance, Noise the_noise, const Manner& the_manner,
          std::string_view the_recipe);
     ~Call();
     Call(const Call&) = delete;
@@ -68,15 +93,11 @@ class Call {
     bool complete() const { return known && recipe.empty(); }
     // Nothing was written outside the blocks.
     bool blocks_intact() const;
+    const std::vector<Block>& arguments() const { return blocks; }
 
   private:
-    struct Block {
-        char* memory;
-        std::size_t size;
-    };
-
     void next_word();
-    char* block(const void* content, std::size_t size);
+    char* block(Block::Kind kind, const void* content, std::size_t size);
     float* reals();
     std::int32_t* wholes();
     char* text();
@@ -88,6 +109,7 @@ class Call {
     char* record(std::size_t size);
     std::size_t array_size() const;
 
+    const Library& library;
     Chance& chance;
     Noise noise;
     const Manner& manner;
@@ -95,6 +117,7 @@ class Call {
     bool known = true;
     std::int32_t text_length = 0, shared_count = 0, reference = 1;
     std::vector<Block> blocks;
+    std::vector<float> drawn; // numbers
     float* flange = nullptr;
     float* latest_real = nullptr;
     std::int32_t* latest_whole = nullptr;
@@ -103,7 +126,11 @@ class Call {
 // Garbage in the fields of a block that the engine hands out: bytes, or words of texts and numbers.
 void scribble(Chance& chance, Noise noise, void* block, std::size_t size);
 
-// The table of services of a host that stays: its fatal report and its stop come back.
+// The table of services of a host that stays: its fatal report and its stop come back. Its clock
+// stands still.
 TARVANE_HOST_SERVICES staying_services();
+// What the engine told such a host, and that it is told from now on.
+const std::string& heard();
+void forget_heard();
 
-} // namespace garbage
+} // namespace calls

@@ -1,11 +1,12 @@
 #include "routines.h"
 
+#include <bit>
 #include <cstdlib>
 #include <iterator>
 #include <tuple>
 #include <type_traits>
 
-namespace garbage {
+namespace calls {
 
 namespace {
 
@@ -66,6 +67,11 @@ void use(Chance& chance, Noise noise, TARVANE_FOUNDATION_RECORDS* records) {
 
 // ---- the call ------------------------------------------------------------------------------------
 
+// Of what a routine returns; an address has none that mean something.
+std::uint32_t bits_of(float result) { return std::bit_cast<std::uint32_t>(result); }
+std::uint32_t bits_of(std::int32_t result) { return static_cast<std::uint32_t>(result); }
+std::uint32_t bits_of(const void*) { return 0; }
+
 template <typename Signature>
 struct Driver;
 
@@ -73,17 +79,27 @@ template <typename Result, typename... Arguments>
 struct Driver<Result(TARVANE_CALL*)(Arguments...)> {
     static constexpr std::size_t WORDS = sizeof...(Arguments);
 
-    template <Result(TARVANE_CALL* ROUTINE)(Arguments...)>
-    static Outcome call(Chance& chance, Noise noise, const Manner& manner,
+    template <Result (TARVANE_CALL* Library::*ROUTINE)(Arguments...)>
+    static bool exported(const Library& library) {
+        return library.*ROUTINE != nullptr;
+    }
+
+    template <Result (TARVANE_CALL* Library::*ROUTINE)(Arguments...)>
+    static Outcome call(const Library& library, Chance& chance, Noise noise, const Manner& manner,
                         std::string_view recipe) {
-        Call call(chance, noise, manner, recipe);
+        Call call(library, chance, noise, manner, recipe);
         // Braces draw the arguments from the first to the last.
         const std::tuple<Arguments...> arguments{call.template argument<Arguments>()...};
         if (!call.complete()) return Outcome::bad_recipe;
-        if constexpr (std::is_void_v<Result>)
-            std::apply(ROUTINE, arguments);
-        else
-            use(chance, noise, std::apply(ROUTINE, arguments));
+        if (manner.witness != nullptr) manner.witness->given(call);
+        if constexpr (std::is_void_v<Result>) {
+            std::apply(library.*ROUTINE, arguments);
+            if (manner.witness != nullptr) manner.witness->returned(call, 0);
+        } else {
+            const Result result = std::apply(library.*ROUTINE, arguments);
+            if (manner.witness != nullptr) manner.witness->returned(call, bits_of(result));
+            use(chance, noise, result);
+        }
         return call.blocks_intact() ? Outcome::good : Outcome::overrun;
     }
 };
@@ -99,9 +115,9 @@ struct Recipe {
     std::string_view name, words;
 };
 constexpr Recipe RECIPES[] = {
-#define GARBAGE_RECIPE(name, words) {#name, words},
+#define RECIPE(name, words) {#name, words},
 #include "recipes.inc"
-#undef GARBAGE_RECIPE
+#undef RECIPE
 };
 
 constexpr std::string_view recipe_of(std::string_view name) {
@@ -112,7 +128,8 @@ constexpr std::string_view recipe_of(std::string_view name) {
 
 constexpr Routine ROUTINES[] = {
 #define TARVANE_ROUTINE(name, words, decorated)                                                    \
-    {#name, recipe_of(#name), Driver<decltype(&::name)>::call<&::name>},
+    {#name, recipe_of(#name), Driver<decltype(&::name)>::call<&Library::name>,                     \
+     Driver<decltype(&::name)>::exported<&Library::name>},
 #define TARVANE_VARIABLE(name)
 #include TARVANE_EXPORT_LIST
 #undef TARVANE_ROUTINE
@@ -131,17 +148,17 @@ std::size_t routine_number(std::string_view name) {
     std::abort();
 }
 
-void scribble_variables(Chance& chance, Noise noise) {
+void scribble_variables(const Library& library, Chance& chance, Noise noise) {
     std::int32_t* const variables[] = {
 #define TARVANE_ROUTINE(name, words, decorated)
-#define TARVANE_VARIABLE(name) &::name,
+#define TARVANE_VARIABLE(name) library.name,
 #include TARVANE_EXPORT_LIST
 #undef TARVANE_ROUTINE
 #undef TARVANE_VARIABLE
     };
     for (std::int32_t* const variable : variables)
-        if (chance.one_in(3))
+        if (variable != nullptr && chance.one_in(3))
             *variable = is_garbage(chance, noise) ? garbage_whole(chance) : chance.between(0, 2);
 }
 
-} // namespace garbage
+} // namespace calls

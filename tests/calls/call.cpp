@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace garbage {
+namespace calls {
 
 namespace {
 
@@ -12,21 +12,36 @@ constexpr std::size_t MARKS = UNDER_ADDRESS_SANITIZER ? 0 : 64;
 constexpr char MARK = '\x5a';
 
 // What the engine tells of its host while it calls back.
-std::size_t heard = 0;
+std::string told;
 
 void TARVANE_CALL message_box(void*, const char* text, const char* title) {
-    heard += std::strlen(text) + std::strlen(title);
+    told.append("message ").append(text).append(" of ").append(title).append("\n");
 }
-void TARVANE_CALL dialog_text(void*, std::int32_t, const char* text) { heard += std::strlen(text); }
-void TARVANE_CALL end_dialog(void*) { ++heard; }
-void TARVANE_CALL report_fatal(void*, std::int32_t) { ++heard; }
-void TARVANE_CALL stop(void*, std::int32_t) { ++heard; }
+void TARVANE_CALL dialog_text(void*, std::int32_t control, const char* text) {
+    told.append("control ").append(std::to_string(control)).append(text).append("\n");
+}
+void TARVANE_CALL end_dialog(void*) { told.append("end of the dialog\n"); }
+void TARVANE_CALL report_fatal(void*, std::int32_t code) {
+    told.append("fatal ").append(std::to_string(code)).append("\n");
+}
+void TARVANE_CALL stop(void*, std::int32_t status) {
+    told.append("stop ").append(std::to_string(status)).append("\n");
+}
+void TARVANE_CALL still_clock(void*, std::int32_t* year, std::int32_t* month, std::int32_t* day,
+                              std::int32_t* hour, std::int32_t* minute) {
+    *year = 2024;
+    *month = 2;
+    *day = 29;
+    *hour = 13;
+    *minute = 5;
+}
 // A clock that tells nothing, and one that tells nonsense.
 void TARVANE_CALL silent_clock(void*, std::int32_t*, std::int32_t*, std::int32_t*, std::int32_t*,
                                std::int32_t*) {}
 void TARVANE_CALL broken_clock(void* user, std::int32_t* year, std::int32_t* month,
                                std::int32_t* day, std::int32_t* hour, std::int32_t* minute) {
-    Chance chance(static_cast<std::uint64_t>(heard++), reinterpret_cast<std::uintptr_t>(user) & 1);
+    told.append("clock\n");
+    Chance chance(told.size(), reinterpret_cast<std::uintptr_t>(user) & 1);
     for (std::int32_t* const part : {year, month, day, hour, minute})
         *part = garbage_whole(chance);
 }
@@ -44,8 +59,12 @@ TARVANE_HOST_SERVICES staying_services() {
     table.end_dialog = end_dialog;
     table.report_fatal = report_fatal;
     table.stop = stop;
+    table.clock = still_clock;
     return table;
 }
+
+const std::string& heard() { return told; }
+void forget_heard() { told.clear(); }
 
 void scribble(Chance& chance, Noise noise, void* block, std::size_t size) {
     char* const bytes = static_cast<char*>(block);
@@ -88,9 +107,10 @@ void scribble(Chance& chance, Noise noise, void* block, std::size_t size) {
 
 // ---- blocks --------------------------------------------------------------------------------------
 
-Call::Call(Chance& the_chance, Noise the_noise, const Manner& the_manner,
-           std::string_view the_recipe)
-    : chance(the_chance), noise(the_noise), manner(the_manner), recipe(the_recipe) {
+Call::Call(const Library& the_library, Chance& the_chance, Noise the_noise,
+           const Manner& the_manner, std::string_view the_recipe)
+    : library(the_library), chance(the_chance), noise(the_noise), manner(the_manner),
+      recipe(the_recipe) {
     shared_count = is_garbage(chance, noise) ? garbage_whole(chance) : chance.between(0, 6);
 }
 
@@ -99,13 +119,13 @@ Call::~Call() {
         std::free(block.memory);
 }
 
-char* Call::block(const void* content, std::size_t size) {
+char* Call::block(Block::Kind kind, const void* content, std::size_t size) {
     char* const memory = static_cast<char*>(std::malloc(size + 2 * MARKS));
     if (memory == nullptr) std::abort();
     std::memset(memory, MARK, MARKS);
     if (size > 0) std::memcpy(memory + MARKS, content, size);
     std::memset(memory + MARKS + size, MARK, MARKS);
-    blocks.push_back({memory, size});
+    blocks.push_back({word, kind, memory, memory + MARKS, size});
     return memory + MARKS;
 }
 
@@ -150,12 +170,18 @@ float* Call::reals() {
             const bool most = noise == Noise::half && !chance.one_in(4);
             if (!most && is_garbage(chance, noise) && (noise != Noise::little || chance.one_in(4)))
                 value = garbage_real(chance);
+            else if (is_edge(chance, noise) && chance.one_in(8))
+                value = edge_real(chance, values);
         }
+        if (manner.most_thickness > 0.0f)
+            for (const int element : {TARVANE_t, TARVANE_go, TARVANE_g1})
+                if (float& value = TARVANE_AT(values, element); value > manner.most_thickness)
+                    value = chance.between(0.1f, manner.most_thickness);
         if (manner.trace)
             for (const float value : values)
                 std::fprintf(stderr, " %.9g", static_cast<double>(value));
-        flange = reinterpret_cast<float*>(block(values, sizeof values));
-        if (chance.one_in(40)) flange = &GETSETUP()->real; // a block of the engine's own
+        flange = reinterpret_cast<float*>(block(Block::Kind::reals, values, sizeof values));
+        if (chance.one_in(40)) flange = &library.GETSETUP()->real; // a block of the engine's own
         return flange;
     }
     if (word == "spare") return static_cast<float*>(spare());
@@ -168,9 +194,12 @@ float* Call::reals() {
     for (float& value : values) {
         known = sensible_real(chance, word, value) && known;
         if (is_garbage(chance, noise)) value = garbage_real(chance);
+        if (is_edge(chance, noise)) value = edge_real(chance, drawn);
         if (manner.trace) std::fprintf(stderr, " %.9g", static_cast<double>(value));
+        drawn.push_back(value);
     }
-    auto* const given = reinterpret_cast<float*>(block(values.data(), size * sizeof(float)));
+    auto* const given =
+        reinterpret_cast<float*>(block(Block::Kind::reals, values.data(), size * sizeof(float)));
     if (size == 1) latest_real = given;
     return given;
 }
@@ -183,12 +212,14 @@ std::int32_t* Call::wholes() {
     for (std::int32_t& value : values) {
         known = sensible_whole(chance, word, value) && known;
         if (word == "reference" && !chance.one_in(4)) value = reference;
+        if (word == "code" && manner.code != 0) value = manner.code;
         if (is_garbage(chance, noise)) value = garbage_whole(chance);
+        if (is_edge(chance, noise)) value = chance.between(-1, 12);
         if (word == "count") value = shared_count;
         if (manner.trace) std::fprintf(stderr, " %d", static_cast<int>(value));
     }
-    auto* const given =
-        reinterpret_cast<std::int32_t*>(block(values.data(), size * sizeof(std::int32_t)));
+    auto* const given = reinterpret_cast<std::int32_t*>(
+        block(Block::Kind::wholes, values.data(), size * sizeof(std::int32_t)));
     if (size == 1 && word != "count") latest_whole = given;
     return given;
 }
@@ -203,7 +234,7 @@ char* Call::text_block(std::string content) {
                          static_cast<unsigned>(static_cast<unsigned char>(c)));
         std::fprintf(stderr, "\" of %d", static_cast<int>(text_length));
     }
-    return block(content.data(), content.size());
+    return block(Block::Kind::text, content.data(), content.size());
 }
 
 // The slots of a flange: the unit labels are there in the stand-alone form only.
@@ -246,7 +277,7 @@ char* Call::text() {
     // A line of the engine's own store as the text of a call.
     if (!a_path && word != "folder" && chance.one_in(50)) {
         text_length = TARVANE_STORE_WIDTH;
-        return GETLINESCOMFLG() + chance.below(TARVANE_STORE_RECORDS) * TARVANE_STORE_WIDTH;
+        return library.GETLINESCOMFLG() + chance.below(TARVANE_STORE_RECORDS) * TARVANE_STORE_WIDTH;
     }
     return text_block(content);
 }
@@ -260,7 +291,7 @@ void* Call::spare() {
 
 void** Call::window() {
     void* const handle = spare();
-    return reinterpret_cast<void**>(block(&handle, sizeof handle));
+    return reinterpret_cast<void**>(block(Block::Kind::addresses, &handle, sizeof handle));
 }
 
 // Any version, any of the functions left out; but a host that must stay always gives its stop.
@@ -272,10 +303,14 @@ TARVANE_HOST_SERVICES* Call::services() {
     if (chance.one_in(2)) table.dialog_text = nullptr;
     if (chance.one_in(2)) table.end_dialog = nullptr;
     if (chance.one_in(2)) table.report_fatal = nullptr;
-    if (chance.one_in(2)) table.clock = chance.one_in(2) ? broken_clock : silent_clock;
+    if (chance.one_in(2))
+        table.clock = chance.one_in(2) ? broken_clock : silent_clock;
+    else if (!manner.own_clock)
+        table.clock = nullptr;
     if (manner.may_end && chance.one_in(2)) table.stop = nullptr;
     if (is_garbage(chance, noise)) table.version = garbage_whole(chance);
-    return reinterpret_cast<TARVANE_HOST_SERVICES*>(block(&table, sizeof table));
+    return reinterpret_cast<TARVANE_HOST_SERVICES*>(
+        block(Block::Kind::addresses, &table, sizeof table));
 }
 
 char* Call::record(std::size_t size) {
@@ -284,7 +319,7 @@ char* Call::record(std::size_t size) {
         for (char& c : content)
             c = static_cast<char>(chance.word());
     scribble(chance, noise, content.data(), size);
-    return block(content.data(), size);
+    return block(Block::Kind::record, content.data(), size);
 }
 
-} // namespace garbage
+} // namespace calls

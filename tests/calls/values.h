@@ -4,17 +4,23 @@
 #include "chance.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
-namespace garbage {
+namespace calls {
 
-// How much of a call is garbage.
-enum class Noise { none, little, half, all };
+// How much of a call is garbage; edge: values that are just those of a decision.
+enum class Noise { none, edge, little, half, all };
 
 // True when the next value is to be garbage.
 bool is_garbage(Chance& chance, Noise noise);
 
+// True when the next number is to be an edge.
+bool is_edge(Chance& chance, Noise noise);
+
+// A number at which formulas and tables change over, the next one to it, or one of those drawn so far.
+float edge_real(Chance& chance, std::span<const float> drawn);
 float garbage_real(Chance& chance);
 std::int32_t garbage_whole(Chance& chance);
 
@@ -32,4 +38,4 @@ std::int32_t reference_of(std::string_view name);
 void sensible_flange(Chance& chance, float* record);
 std::string sensible_slots(Chance& chance);
 
-} // namespace garbage
+} // namespace calls

@@ -6,14 +6,16 @@
 #include <span>
 #include <string_view>
 
-namespace garbage {
+namespace calls {
 
 // How a call came back.
 enum class Outcome { good, overrun, bad_recipe };
 
 struct Routine {
     std::string_view name, recipe; // no data for a routine without a recipe
-    Outcome (*call)(Chance& chance, Noise noise, const Manner& manner, std::string_view recipe);
+    Outcome (*call)(const Library& library, Chance& chance, Noise noise, const Manner& manner,
+                    std::string_view recipe);
+    bool (*exported)(const Library& library);
 };
 
 std::span<const Routine> routines();
@@ -21,6 +23,6 @@ std::span<const Routine> routines();
 std::size_t routine_number(std::string_view name);
 
 // Garbage in the exported variables.
-void scribble_variables(Chance& chance, Noise noise);
+void scribble_variables(const Library& library, Chance& chance, Noise noise);
 
-} // namespace garbage
+} // namespace calls
