@@ -1,0 +1,53 @@
+// What a host can see of a library between two calls.
+#pragma once
+
+#include "library.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace same {
+
+// What of a call is compared, each part by a digest of its own.
+enum Part { GIVEN, RESULTS, SETTINGS, LINES, TABLES, FILES, MESSAGES, PARTS };
+inline constexpr std::string_view PART_NAMES[PARTS] = {
+    "arguments given", "results", "settings", "line store", "tables", "files", "messages"};
+
+enum class Form { reals, wholes, text, record };
+// A line an element that is not zero, or a line of each row of a text or record.
+void write_content(std::FILE* out, const std::string& name, Form form, const char* bytes,
+                   std::size_t size, std::size_t row);
+
+class State {
+  public:
+    explicit State(const calls::Library& the_library);
+
+    // The blocks that RESET_ENGINE leaves to the host, as they were at load.
+    void restore_host_blocks() const;
+    void digest(std::uint64_t* parts) const;
+    void write(std::FILE* out) const;
+
+  private:
+    struct Region {
+        std::string name;
+        Part part;
+        Form form;
+        char* bytes;
+        std::size_t size, row;
+        bool of_host;
+        std::string at_load;
+    };
+
+    void add(std::string name, Part part, Form form, void* bytes, std::size_t size, std::size_t row,
+             bool of_host = false);
+    std::int32_t lines_in_use() const;
+    std::int32_t failure_rows() const;
+
+    const calls::Library& library;
+    std::vector<Region> regions;
+};
+
+} // namespace same
