@@ -12,8 +12,8 @@ namespace tarvane::data {
 namespace {
 
 constexpr std::string_view FILE_NAME = "ExtChartData.txt";
-constexpr std::string_view CURVE_COLUMNS[] = {"chart",  "temperature", "modulus", "tolerance",
-                                              "status", "source",      "note"};
+constexpr std::string_view CURVE_COLUMNS[] = {"chart", "temperature", "modulus", "tolerance",
+                                              "fit",   "status",      "source",  "note"};
 constexpr std::string_view POINT_COLUMNS[] = {"chart", "temperature", "a", "b", "source"};
 constexpr std::size_t NAME_WIDTH = 8;
 constexpr std::size_t MOST_ROWS = 10, MOST_LINES = 650;
@@ -57,12 +57,19 @@ std::vector<ChartPoint> points_of(const Row& curve, const Table& all) {
     return points;
 }
 
+Side side_of(const Row& curve) {
+    if (curve.blank("fit")) return Side::both;
+    if (curve.field("fit") != "below")
+        curve.fail("fit", "neither empty nor below: \"" + curve.field("fit") + "\"");
+    return Side::below;
+}
+
 Curve fitted(const Row& source, const Table& all_points) {
     Curve curve{source, source.real("temperature"), points_of(source, all_points), {}};
     const double E = 1.0e6 * static_cast<double>(source.real("modulus"));
     if (points_on_line(E, curve.points) == 0)
         source.fail("modulus", "the first point is not on the line of this modulus");
-    curve.row = fit_chart(E, curve.points);
+    curve.row = fit_chart(E, curve.points, side_of(source));
     return curve;
 }
 
@@ -122,6 +129,7 @@ EngineRow read_back(const Curve& curve) {
 
 // Between the rows the engine interpolates, so that a number may differ in its last bits.
 void check(const Curve& curve) {
+    constexpr double ROUNDING = 0.1; // psi, of the figures in the file
     const EngineRow read = read_back(curve);
     if (!within(read.E, curve.source.real("modulus"), 1.0e-6))
         curve.source.expect("modulus", curve.source.real("modulus"), read.E);
@@ -133,9 +141,13 @@ void check(const Curve& curve) {
             curve.source.fail("temperature", "B = " + formatted("%g", written) + at +
                                                  " read back as " + formatted("%g", B));
         // On the straight part the modulus counts, not the rounded point.
-        if (p.A > curve.row.Aelastic && !within(B, p.B, tolerance))
+        if (p.A <= curve.row.Aelastic) continue;
+        if (!within(B, p.B, tolerance))
             curve.source.fail("tolerance", "B = " + formatted("%g", B) + at +
                                                " where the point has " + formatted("%g", p.B));
+        if (side_of(curve.source) == Side::below && B > p.B + ROUNDING)
+            curve.source.fail("fit", "B = " + formatted("%g", B) + at + " is above the point, " +
+                                         formatted("%g", p.B));
     }
 }
 

@@ -19,10 +19,14 @@ struct Quadratic {
     double at(double x) const { return c0 + x * (c1 + x * c2); }
 };
 
-double worst_deviation(const Quadratic& q, const Samples& samples) {
+// Of a curve that is to stay below its points, one above counts so much that none remains.
+double worst_deviation(const Quadratic& q, const Samples& samples, Side side) {
+    constexpr double ABOVE = 1.0e6;
     double worst = 0.0;
-    for (const Sample& s : samples)
-        worst = std::max(worst, std::abs(q.at(s.x) / s.B - 1.0));
+    for (const Sample& s : samples) {
+        const double d = q.at(s.x) / s.B - 1.0;
+        worst = std::max(worst, d > 0.0 && side == Side::below ? ABOVE * d : std::abs(d));
+    }
     return worst;
 }
 
@@ -58,9 +62,9 @@ Quadratic reaching(double level, double top, double k) {
     return {level - k * top * top, 2.0 * k * top, -k};
 }
 
-Quadratic best_steepness(double level, double top, const Samples& samples) {
+Quadratic best_steepness(double level, double top, const Samples& samples, Side side) {
     const auto deviation = [&](double k) {
-        return worst_deviation(reaching(level, top, k), samples);
+        return worst_deviation(reaching(level, top, k), samples, side);
     };
     // At this k the point that needs the largest one is met exactly.
     double highest = 0.0;
@@ -70,15 +74,16 @@ Quadratic best_steepness(double level, double top, const Samples& samples) {
 }
 
 // The top lies behind the last point below the level and not behind the first point on it.
-Quadratic fit_to_level(double level, double first_on_level, const Samples& samples, double& top) {
+Quadratic fit_to_level(double level, double first_on_level, const Samples& samples, Side side,
+                       double& top) {
     constexpr int STEPS = 2000;
     const double last = samples.back().x;
     double least_worst = 0.0;
     Quadratic best{};
     for (int i = 1; i <= STEPS; ++i) {
         const double x = last + (first_on_level - last) * i / STEPS;
-        const Quadratic q = best_steepness(level, x, samples);
-        const double worst = worst_deviation(q, samples);
+        const Quadratic q = best_steepness(level, x, samples, side);
+        const double worst = worst_deviation(q, samples, side);
         if (i == 1 || worst < least_worst) {
             least_worst = worst;
             best = q;
@@ -167,7 +172,7 @@ std::size_t points_on_line(double E, const std::vector<ChartPoint>& points) {
     return count;
 }
 
-ChartRow fit_chart(double E, const std::vector<ChartPoint>& points) {
+ChartRow fit_chart(double E, const std::vector<ChartPoint>& points, Side side) {
     const std::size_t straight = points_on_line(E, points);
     const ChartPoint& last_on_line = points[straight - 1];
     const double level = points.back().B;
@@ -193,7 +198,7 @@ ChartRow fit_chart(double E, const std::vector<ChartPoint>& points) {
         q.c1 = (to.B - from.B) / (to.x - from.x);
         q.c0 = to.B - q.c1 * to.x;
     } else if (ends_level) {
-        q = fit_to_level(level, to.x, curve, top);
+        q = fit_to_level(level, to.x, curve, side, top);
     } else {
         if (curve.size() == 1) curve.insert(curve.begin(), from);
         curve.push_back(to);

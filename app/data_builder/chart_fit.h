@@ -22,6 +22,9 @@ struct Deviation {
     double A = 0.0;
 };
 
+// Where a curve may deviate to. `below` holds where the points end in a level part.
+enum class Side { both, below };
+
 double B_of_row(const ChartRow& row, double A);
 
 // Points, the last of the straight part included, that lie on the line B = A * E / 2: within 1 %, or
@@ -33,7 +36,7 @@ std::size_t points_on_line(double E, const std::vector<ChartPoint>& points);
 // that it does not leave it between the points; where nothing but the line and the level is known, the
 // curve is a straight line in log10(A) between their ends. The points ascend in A, do not fall in B,
 // and the first one lies on the line.
-ChartRow fit_chart(double E, const std::vector<ChartPoint>& points);
+ChartRow fit_chart(double E, const std::vector<ChartPoint>& points, Side side = Side::both);
 
 // The worst deviation at the points behind the straight part.
 Deviation worst_at_points(const ChartRow& row, const std::vector<ChartPoint>& points);

@@ -54,8 +54,9 @@ float size_limit(const Row& row, std::string_view column) {
 void take_size_limits(const Row& row, TARVANE_MATERIAL_RECORD& r) {
     r.min_dia = size_limit(row, "min_size");
     r.max_dia = size_limit(row, "max_size");
-    // Without an upper limit no bolt at all would match the lower one.
-    if (r.min_dia > 0.0f && !(r.max_dia > r.min_dia))
+    // Without an upper limit no bolt at all would match the lower one. Thick forgings and pipes have none.
+    const bool open = row.blank("max_size") && row.field("form") != "Bolting";
+    if (r.min_dia > 0.0f && !open && !(r.max_dia > r.min_dia))
         row.fail("max_size", "not above min_size: \"" + row.field("max_size") + "\"");
 }
 

@@ -38,7 +38,7 @@ typedef struct {
                                     metric file: at the temperatures of READ_ALLOWABLE_AT */
     char text_316[40];
     int32_t unused_356[2];
-    float min_dia; /* limits of the bolt diameter, -1.0 none */
+    float min_dia; /* limits of a bolt's diameter, else of the thickness; -1.0 none */
     float max_dia;
     int32_t unused_372;
     int32_t impact_temperature; /* below 1: impact tested */

