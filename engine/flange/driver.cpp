@@ -299,6 +299,30 @@ bool calculate(DRIVER_STATE& d) {
     return !s.stopped;
 }
 
+// All of FLANGE_CALC but the gates that it gives back.
+void flange_steps(FLANGE_ARGUMENTS& arguments) {
+    FLANGE_STATE& s = FLANGE;
+    DRIVER_STATE d{.args = &arguments, .s = &s, .record = FLANGE_RECORD(arguments.record)};
+    entry(d);
+    if (is_stand_alone(d)) stand_alone_form(d);
+
+    REREAD(d);
+    s.error = 0;
+    IWRTFL = 1;
+    d.kindGiven = s.kind;
+    CHECK_FLANGE_INPUT(s, s.error);
+    IWRTFL = 0;
+    if (s.error == 0 && !calculate(d)) return;
+
+    MISSING_CYLINDER_LINES(d);
+    if (d.element1 <= 0) {
+        METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = UNITS.diameter > 1.5f ? 1 : 0;
+        SET_METRIC_CONSTANTS();
+    }
+    ATTACHMENT_WELDS(d);
+    CLOSING_NOTE();
+}
+
 } // namespace
 
 void REREAD(DRIVER_STATE& d) {
@@ -326,26 +350,10 @@ Real NEW_AND_COLD_PRESSURE(Real MAWPop, Real MAWPseat) {
 }
 
 void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
-    FLANGE_STATE& s = FLANGE;
-    DRIVER_STATE d{.args = &arguments, .s = &s, .record = FLANGE_RECORD(arguments.record)};
-    entry(d);
-    if (is_stand_alone(d)) stand_alone_form(d);
-
-    REREAD(d);
-    s.error = 0;
-    IWRTFL = 1;
-    d.kindGiven = s.kind;
-    CHECK_FLANGE_INPUT(s, s.error);
-    IWRTFL = 0;
-    if (s.error == 0 && !calculate(d)) return;
-
-    MISSING_CYLINDER_LINES(d);
-    if (d.element1 <= 0) {
-        METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = UNITS.diameter > 1.5f ? 1 : 0;
-        SET_METRIC_CONSTANTS();
-    }
-    ATTACHMENT_WELDS(d);
-    CLOSING_NOTE();
+    const Int gates[] = {IWRITE, IOUT};
+    flange_steps(arguments);
+    IWRITE = gates[0];
+    IOUT = gates[1];
 }
 
 void RESET_FLANGE() {

@@ -338,8 +338,9 @@ extern TARVANE_API int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT;
 **      under external pressure.
 **   2) In the stand-alone form the report goes to the line store and the unit factors and labels
 **      come from record and text; otherwise they are those of SET_UNITS.
-**   3) The call changes the report switches: IWRTFL, IWRITE as a rule, and in the stand-alone form
-**      IOUT, which becomes -1. Set them again before the next call.
+**   3) IWRITE and IOUT are the same after the call as before it, in the stand-alone form too, which
+**      writes to the line store meanwhile. IWRTFL stays as the last pass left it: set it again before
+**      the next call.
 **   4) The stand-alone form leaves its unit factors and labels, its material selectors, setup element
 **      43, the choice of div2_edition and an edition of 1998 behind, for calls of any form. A call whose
 **      element 1 is not positive ends by selecting the code constants by its diameter factor (metric

@@ -244,7 +244,8 @@ TEST_F(DesignPasses, FullFaceDesignEndsAtItsLimitWithoutAMessage) {
     EXPECT_EQ(FLANGE.error, DESIGN_GAVE_UP);
     EXPECT_EQ(flange.mawp, NO_VALUE);
     EXPECT_EQ(flange.tReq, 0.0f);
-    EXPECT_EQ(IWRITE, 0); // the report closes without its note
+    EXPECT_EQ(IWRITE,
+              1); // closed at the end of the report, which is without its note, then put back
     const Lines lines = store_lines();
     EXPECT_EQ(count(lines, "Geometry Selection for Flange Design Option:"), 20);
     EXPECT_FALSE(has(lines, "Full Face Flange Design"));
@@ -302,7 +303,8 @@ TEST_F(Passes, NothingGivenAsElementNumberIsTheStandAloneForm) {
     flange.at(102) = 25.4f;
     IOUT = 0;
     flange.run();
-    EXPECT_EQ(IOUT, -1);
+    EXPECT_EQ(IOUT, 0);
+    EXPECT_FALSE(store_lines().empty()); // its report went to the store all the same
     EXPECT_EQ(UNITS.diameter, 25.4f);
     EXPECT_EQ(flange.at(1), 0.0f);
     EXPECT_EQ(FLANGE.element1, -1);
