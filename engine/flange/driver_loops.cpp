@@ -213,17 +213,16 @@ void FAILURE_CORROSION_LOOP(DRIVER_STATE& d) {
 void FAILURE_CORROSION_REPORT(const DRIVER_STATE& d) {
     const FLANGE_STATE& s = *d.s;
     if (!(d.failureCa > 0.001f) || !(s.P > 0.0f) || d.failsAlready || s.standardFlange != 0) return;
-    if (d.governing == DRIVER_STATE::NONE) {
-        TEXT_LINE("Note: Couldn't determine a limiting rerate corrosion allowance");
-        return;
-    }
     static constexpr std::string_view labels[] = {
-        "", "Operating                                          ",
+        "Note: Couldn't determine a limiting rerate corrosion allowance",
+        "Operating                                          ",
         "Gasket Seating                                     ",
         "Small End Hub Thickness (Hoop Stress)              ",
         "Flange Rigidity                                    "};
-    BLANK_LINE();
-    TEXT_LINE("Internal Failure Corrosion Allowance Results, Governing Case:");
+    if (d.governing != DRIVER_STATE::NONE) {
+        BLANK_LINE();
+        TEXT_LINE("Internal Failure Corrosion Allowance Results, Governing Case:");
+    }
     LinePieces line;
     line.text(labels[d.governing]).text(" = ").bare(as_thickness(d.failureCa), 4);
     line.blanks(1).text(unit_label(Kind::thickness)).write();

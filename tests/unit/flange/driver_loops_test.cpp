@@ -456,7 +456,9 @@ TEST_F(Failure, HubEatenAwayLeavesNoVerdict) {
     EXPECT_EQ(governing(), "");
     const Lines lines = store_lines();
     EXPECT_EQ(line(lines, "Note: Couldn't determine").text,
-              "Note: Couldn't determine a limiting rerate corrosion allowance");
+              "Note: Couldn't determine a limiting rerate corrosion allowance = 0.0500 in.");
+    EXPECT_EQ(line(lines, "Note: Couldn't determine").marks, "");
+    EXPECT_NE(line(lines, "Note: Couldn't determine", -1).text, "");
     EXPECT_FALSE(has(lines, TITLE));
     EXPECT_GE(last().failureCa, 0.05f - 0.001f);
     EXPECT_LT(last().failureCa, 0.05f);
