@@ -87,6 +87,7 @@ void augmentation_lines(Int code, Real Bi) {
     } else {
         TEXT_LINE(" = (2/3)(1 + B/2000)    Because 1000 mm < Flange ID < 2000 mm:");
         NUMBER_LINE(" = (2/3)(1 + @3/@0)", {Bi * 25.4f, 2000.0f});
+        VALUE_LINE(0.6666667f * (Bi / 78.74016f + 1.0f), Kind::factor, {}, PLAIN, 3);
     }
     TEXT_LINE("Note: For Evaluation of 'k', Metric dimensions are employed.", NOTE_STYLE);
 }

@@ -262,12 +262,12 @@ TEST_F(HubSmallEnd, factor_k_by_the_corroded_bore) {
     EXPECT_EQ(k_lines(78.5f, 0.125f), full);
     // 40.25 in. is 1022.35 mm; the millimetres stand in every unit system.
     const Lines between{" = (2/3)(1 + B/2000)    Because 1000 mm < Flange ID < 2000 mm:",
-                        " = (2/3)(1 + 1022.35/2000)", K_NOTE};
+                        " = (2/3)(1 + 1022.35/2000)", " = 1.007", K_NOTE};
     EXPECT_EQ(k_lines(40.0f, 0.125f), between);
     metric_report();
     EXPECT_EQ(k_lines(40.0f, 0.125f), between);
-    EXPECT_EQ(k_lines(std::nextafter(39.37008f, 40.0f), 0.0f).size(), 3u);
-    EXPECT_EQ(k_lines(std::nextafter(78.74016f, 40.0f), 0.0f).size(), 3u);
+    EXPECT_EQ(k_lines(std::nextafter(39.37008f, 40.0f), 0.0f).size(), 4u);
+    EXPECT_EQ(k_lines(std::nextafter(78.74016f, 40.0f), 0.0f).size(), 4u);
 }
 
 TEST_F(HubSmallEnd, effective_gasket_width) {
