@@ -95,7 +95,7 @@ void STRESS_SUMMARY(FLANGE_STATE& s) {
         bool over = false;
         for (const StressRow row : {OPERATING, SEATING}) {
             for (const Real value : {s.STRESS[row][place], s.ALLOWED[row][place]})
-                line.blanks(1).fixed(as_stress(value), 9, 0).text("|");
+                line.blanks(1).pointed(as_stress(value), 9).text("|");
             // No tolerance and no absolute value: a compression never marks its row.
             over = over || s.STRESS[row][place] > s.ALLOWED[row][place];
         }

@@ -193,6 +193,10 @@ LinePieces& LinePieces::fixed(Real value, Int width, Int decimals) {
     return active ? text(fixed_number(value, width, decimals).view()) : *this;
 }
 
+LinePieces& LinePieces::pointed(Real value, Int width) {
+    return active ? text(pointed_number(value, width).view()) : *this;
+}
+
 LinePieces& LinePieces::exponent(Real value, Int width, Int decimals) {
     return active ? text(exponent_number(value, width, decimals).view()) : *this;
 }

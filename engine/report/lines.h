@@ -72,6 +72,7 @@ class LinePieces {
     LinePieces& blanks(Int count);
     LinePieces& padded(std::string_view piece, Int width);     // blank-padded or cut to width
     LinePieces& fixed(Real value, Int width, Int decimals);    // Fw.d
+    LinePieces& pointed(Real value, Int width);                // Fw.0, with its point
     LinePieces& exponent(Real value, Int width, Int decimals); // Ew.d
     LinePieces& bare(Real value, Int decimals);                // F0.d, no zero before the point
     LinePieces& whole(Int value, Int width);                   // Iw; 0 for as few columns as needed

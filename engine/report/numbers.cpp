@@ -106,6 +106,15 @@ NumberText fixed_number(Real value, Int width, Int decimals) {
                     fixed_digits(std::fabs(value), min(decimals, DECIMAL_LIMIT), buffer), width);
 }
 
+NumberText pointed_number(Real value, Int width) {
+    if (!std::isfinite(value)) return fixed_number(value, width, 0);
+    char digits[FIELD_LIMIT], pointed[FIELD_LIMIT];
+    const std::string_view whole = fixed_digits(std::fabs(value), 0, digits);
+    std::memcpy(pointed, whole.data(), whole.size());
+    pointed[whole.size()] = '.';
+    return in_field(value < 0.0f, {pointed, whole.size() + 1}, width);
+}
+
 NumberText bare_number(Real value, Int decimals) { return fixed_number(value, 0, decimals); }
 
 NumberText exponent_number(Real value, Int width, Int decimals) {

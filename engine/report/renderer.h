@@ -20,7 +20,7 @@ void REPLACE_DECIMALS_WITH_COMMAS(char* text, Int len);
 void EXPAND_SPECIAL_CHARS(char* text, Int len);
 
 // Number text: the digits are those of the exact stored value, an exact tie goes to the even digit.
-// A negative value that rounds to zero keeps its sign with decimals and loses it without; a negative
+// A negative value that rounds to zero keeps its sign with a point and loses it without; a negative
 // zero has none. "NaN", "Infinity". Widths up to 64, decimals up to 20; width 0 means as few columns
 // as needed.
 struct NumberText {
@@ -32,6 +32,8 @@ struct NumberText {
 // too small, then asterisks. decimals 0 here means "no decimals": whole number without a point,
 // halves away from zero, right-aligned.
 NumberText fixed_number(Real value, Int width, Int decimals);
+// Fw.0 with its point ("15920."): at least one digit, halves to even, the sign as with decimals.
+NumberText pointed_number(Real value, Int width);
 // F0.d: as few columns as needed and no zero before the point (".500"); decimals 0 as above.
 NumberText bare_number(Real value, Int decimals);
 // Ew.d: mantissa 0.1 up to 1, right-aligned; the zero goes to fit, then asterisks.

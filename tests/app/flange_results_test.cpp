@@ -128,7 +128,7 @@ TEST_F(JudgeTest, OpeningsOfACover) {
 }
 
 TEST_F(JudgeTest, RefusedInputIsBad) {
-    report("Number of fatal errors: 1 Analysis of this Flange will be ended.", " 0 0 0 0 0 1");
+    report("Number of fatal errors: 1. Analysis of this Flange will be ended.", " 0 0 0 0 0 1");
     EXPECT_EQ(status(), Status::bad_input);
 }
 

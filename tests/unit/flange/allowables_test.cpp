@@ -201,11 +201,11 @@ TEST_F(StressLimits, summary_table_of_the_published_flange) {
                              COLUMNS_1,
                              COLUMNS_2,
                              RULE,
-                             "Longitudinal Hub          17788|     26700|     17899|     30000|",
-                             "Radial Flange              6154|     17800|      6192|     20000|",
-                             "Tangential Flange          5554|     17800|      5589|     20000|",
-                             "Maximum Average           11971|     17800|     12046|     20000|",
-                             "Bolting                    8378|     25000|     10766|     25000|",
+                             "Longitudinal Hub         17788.|    26700.|    17899.|    30000.|",
+                             "Radial Flange             6154.|    17800.|     6192.|    20000.|",
+                             "Tangential Flange         5554.|    17800.|     5589.|    20000.|",
+                             "Maximum Average          11971.|    17800.|    12046.|    20000.|",
+                             "Bolting                   8378.|    25000.|    10766.|    25000.|",
                          }));
 }
 
@@ -217,8 +217,8 @@ TEST_F(StressLimits, blind_flange_shows_tangential_and_bolting_only) {
     STRESS_SUMMARY(s);
     const Lines lines = written();
     ASSERT_EQ(lines.size(), 7u);
-    EXPECT_EQ(lines[5], "Tangential Flange          5554|     17800|      5589|     20000|");
-    EXPECT_EQ(lines[6], "Bolting                    8378|     25000|     10766|     25000|");
+    EXPECT_EQ(lines[5], "Tangential Flange         5554.|    17800.|     5589.|    20000.|");
+    EXPECT_EQ(lines[6], "Bolting                   8378.|    25000.|    10766.|    25000.|");
 }
 
 TEST_F(StressLimits, row_is_marked_without_tolerance_and_by_sign) {
@@ -226,17 +226,17 @@ TEST_F(StressLimits, row_is_marked_without_tolerance_and_by_sign) {
     s.ALLOWED[OPERATING][RADIAL] = 1000.0f;
     s.STRESS[OPERATING][RADIAL] = 1000.2f; // less than the kernel's 0.25 psi, but over
     s.STRESS[OPERATING][TANGENTIAL] = -30000.0f;
-    s.STRESS[SEATING][AVERAGE] = 20000.5f;
+    s.STRESS[SEATING][AVERAGE] = 20000.5f; // shown as 20000, an exact tie, but over
     STRESS_SUMMARY(s);
     const Lines lines = written();
-    EXPECT_EQ(lines[6], "000010:Radial Flange              1000|      1000|      6192|     20000|");
-    EXPECT_EQ(lines[7], "Tangential Flange        -30000|     17800|      5589|     20000|");
-    EXPECT_EQ(lines[8], "000010:Maximum Average           11971|     17800|     20001|     20000|");
+    EXPECT_EQ(lines[6], "000010:Radial Flange             1000.|     1000.|     6192.|    20000.|");
+    EXPECT_EQ(lines[7], "Tangential Flange       -30000.|    17800.|     5589.|    20000.|");
+    EXPECT_EQ(lines[8], "000010:Maximum Average          11971.|    17800.|    20000.|    20000.|");
     // The ratio goes by the absolute value all the same.
     EXPECT_CLOSE(s.RATIO[OPERATING][TANGENTIAL], 17800.0 / 30000.0, 1e-6);
     s.STRESS[OPERATING][RADIAL] = 1000.0f;
     STRESS_SUMMARY(s);
-    EXPECT_EQ(written()[6], "Radial Flange              1000|      1000|      6192|     20000|");
+    EXPECT_EQ(written()[6], "Radial Flange             1000.|     1000.|     6192.|    20000.|");
 }
 
 TEST_F(StressLimits, reverse_row_needs_type_8_and_both_stresses) {
@@ -248,7 +248,7 @@ TEST_F(StressLimits, reverse_row_needs_type_8_and_both_stresses) {
     s.type = REVERSE_WELD_NECK;
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().at(10),
-              "Reverse Flange             5000|     17800|      6000|     20000|");
+              "Reverse Flange            5000.|    17800.|     6000.|    20000.|");
     s.STRESS[SEATING][REVERSE] = 0.0f;
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().size(), 10u);
@@ -262,7 +262,7 @@ TEST_F(StressLimits, full_face_row_needs_the_gasket_and_a_positive_sum) {
     s.fullFace = true;
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().at(10),
-              "Full Faced Gasket          7000|     17800|         0|     20000|");
+              "Full Faced Gasket         7000.|    17800.|        0.|    20000.|");
     s.STRESS[OPERATING][FULL_FACE] = 0.0001f;
     STRESS_SUMMARY(s);
     EXPECT_EQ(written().size(), 11u);
@@ -287,7 +287,7 @@ TEST_F(StressLimits, zero_stress_gives_999_and_not_a_number_stays_visible) {
     EXPECT_EQ(s.RATIO[OPERATING][HUB], 999.0f);
     EXPECT_TRUE(std::isnan(s.RATIO[OPERATING][RADIAL]));
     const Lines lines = written();
-    EXPECT_EQ(lines[5], "Radial Flange               NaN|     17800|         0|     20000|");
+    EXPECT_EQ(lines[5], "Radial Flange               NaN|    17800.|        0.|    20000.|");
     EXPECT_EQ(lines.size(), 9u);
 }
 
@@ -299,7 +299,7 @@ TEST_F(StressLimits, table_in_report_units) {
     const Lines lines = written();
     EXPECT_EQ(lines[0], "000002:Flange Stress Analysis Results: MPa");
     // 17788 psi is 122.64 MPa, 26700 184.09, 17899 123.41, 30000 206.84.
-    EXPECT_EQ(lines[5], "Longitudinal Hub            123|       184|       123|       207|");
+    EXPECT_EQ(lines[5], "Longitudinal Hub           123.|      184.|      123.|      207.|");
 }
 
 TEST_F(StressLimits, silent_summary_forms_the_ratios) {

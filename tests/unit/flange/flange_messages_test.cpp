@@ -18,10 +18,10 @@ TEST_F(Messages, GasketWidthIsTheOverlapInReportUnits) {
     FLANGE_STATE s = sound();
     s.ci = 0.5f;
     s.go = s.g1 = s.h = 0.0f;
-    s.Fid = 29.5f; // corroded 30.5, half an inch beyond the gasket: shown as a whole number
-    EXPECT_EQ(joined(messages(s)), "ERROR - Corroded Gasket Width,1 must be > 0.\n");
+    s.Fid = 29.5f; // corroded 30.5, half an inch beyond the gasket: shown without decimals
+    EXPECT_EQ(joined(messages(s)), "ERROR - Corroded Gasket Width,0. must be > 0.\n");
     UNITS.diameter = 25.4f;
-    EXPECT_EQ(joined(messages(s)), "ERROR - Corroded Gasket Width,13 must be > 0.\n");
+    EXPECT_EQ(joined(messages(s)), "ERROR - Corroded Gasket Width,13. must be > 0.\n");
 }
 
 // Each value of a message by the factor of its kind.
@@ -44,10 +44,10 @@ TEST_F(Messages, EveryValueHasItsOwnFactor) {
         {[](S& s) { s.g1 = 0.05f; },
          "ERROR - Corroded Hub Thickness, Large End, 5.0000, must be > 0."},
         {[](S& s) { s.h = -0.25f; }, "ERROR - Hub Length,-25.0000, must not be < 0."},
-        {[](S& s) { s.Sfo = -5.0f; }, "ERROR - Flange Stress,-10, must be > 0, (Operating)."},
-        {[](S& s) { s.Sfa = -5.0f; }, "ERROR - Flange Stress,-10, must be > 0, (Seating)."},
-        {[](S& s) { s.Sb = -5.0f; }, "ERROR - Bolt Stress,-10, must be > 0 (Operating)."},
-        {[](S& s) { s.Sa = -5.0f; }, "ERROR - Bolt Stress,-10, must be > 0, (Seating)."},
+        {[](S& s) { s.Sfo = -5.0f; }, "ERROR - Flange Stress,-10., must be > 0, (Operating)."},
+        {[](S& s) { s.Sfa = -5.0f; }, "ERROR - Flange Stress,-10., must be > 0, (Seating)."},
+        {[](S& s) { s.Sb = -5.0f; }, "ERROR - Bolt Stress,-10., must be > 0 (Operating)."},
+        {[](S& s) { s.Sa = -5.0f; }, "ERROR - Bolt Stress,-10., must be > 0, (Seating)."},
         {[](S& s) { s.C = 26.0f; }, "ERROR - Bolt Circle 260.0000 must be > flange ID."},
         {[](S& s) { s.dh = 3.5f; },
          "ERROR - Bolt Diameter, 35.0000 too large for flange dimensions."},
@@ -58,18 +58,19 @@ TEST_F(Messages, EveryValueHasItsOwnFactor) {
         {[](S& s) { s.Go = 33.0f; }, "ERROR - Gasket OD, 330.0000 must be < Flange OD."},
         {[](S& s) { s.Go = 28.0f; }, "ERROR - Gasket OD, 280.0000 must be > Gasket ID."},
         {[](S& s) { s.m = -0.5f; }, "ERROR - Gasket Factor, -0.5000 must not be < 0."},
-        {[](S& s) { s.y = -5.0f; }, "ERROR - Gasket Stress, 4 must not be < 0.000."},
-        {[](S& s) { s.column = 3.0f; }, "ERROR - Gasket Face Column,3 must be 1 or 2."},
+        {[](S& s) { s.y = -5.0f; }, "ERROR - Gasket Stress, 4. must not be < 0.000."},
+        {[](S& s) { s.column = 3.0f; }, "ERROR - Gasket Face Column,3. must be 1 or 2."},
         {[](S& s) { s.matingLoads = "Y", s.Wmo = -5.0f; },
-         "ERROR - Mating flange load,-15 must not be < 0 (Operating)."},
+         "ERROR - Mating flange load,-15. must not be < 0 (Operating)."},
         {[](S& s) { s.matingLoads = "Y", s.Wms = -5.0f; },
-         "ERROR - Mating flange load,-15 must not be < 0 (Seating)."},
+         "ERROR - Mating flange load,-15. must not be < 0 (Seating)."},
         {[](S& s) { s.matingLoads = "Y", s.Wmd = -5.0f; },
-         "ERROR - Mating flange load,-15 must not be < 0 (Design)."},
-        {[](S& s) { s.Fid = 30.5f, s.Gi = 30.0f; }, "ERROR - Corroded Gasket Width,6 must be > 0."},
+         "ERROR - Mating flange load,-15. must not be < 0 (Design)."},
+        {[](S& s) { s.Fid = 30.5f, s.Gi = 30.0f; },
+         "ERROR - Corroded Gasket Width,6. must be > 0."},
         {[](S& s) { s = sound_blind(), s.channelCover = "Y", s.Ecover = 10.0f; },
-         "ERROR - Young's Modulus,20, must be > 0.0000 for channel covers."},
-        {[](S& s) { s.nBolts = 1; }, "ERROR - Number of Bolts, 1 must be > 2."},
+         "ERROR - Young's Modulus,20., must be > 0.0000 for channel covers."},
+        {[](S& s) { s.nBolts = 1; }, "ERROR - Number of Bolts, 1. must be > 2."},
         {[](S& s) { s.g1 = 1.3125f; },
          "Note: Flange Hub Taper 0.4706 is > 1:3. Check Fig. 2-4(6) of VIII-1 Appendix 2."},
     };
@@ -94,8 +95,8 @@ TEST_F(Messages, Presentation) {
         {"", " 0 0 0 0 0 0"},
         {"Warnings for Flange : Nozzle N1", " 0 0 0 0 0 1"},
         {"", " 0 0 0 0 0 0"},
-        {"ERROR - Flange Stress,0, must be > 0, (Operating).", " 0 0 0 0 0 1"},
-        {"ERROR - Bolt Stress,0, must be > 0 (Operating).", " 0 0 0 0 0 1"},
+        {"ERROR - Flange Stress,0., must be > 0, (Operating).", " 0 0 0 0 0 1"},
+        {"ERROR - Bolt Stress,0., must be > 0 (Operating).", " 0 0 0 0 0 1"},
         {"Note: Flange Hub Taper 0.4706 is > 1:3. Check Fig. 2-4(6) of VIII-1 Appendix 2.",
          " 0 0 0 1 0 0"},
         {"This warning should not be considered for Standard Flanges as permitted by",
@@ -104,7 +105,7 @@ TEST_F(Messages, Presentation) {
         {"Warning: Flange small end hub thickness > attached shell thickness.", " 0 0 1 0 0 0"},
         {"Review the Code definition of g0 and change the small end hub", " 0 0 1 0 0 0"},
         {"thickness in the flange input to be the attached shell thickness.", " 0 0 1 0 0 0"},
-        {"Number of fatal errors: 1 Analysis of this Flange will be ended.", " 0 0 0 0 0 1"}};
+        {"Number of fatal errors: 1. Analysis of this Flange will be ended.", " 0 0 0 0 0 1"}};
     ASSERT_EQ(LINE_COUNT, static_cast<Int>(std::size(expected)));
     for (Int k = 1; k <= LINE_COUNT; ++k) {
         EXPECT_EQ(stored(k), expected[k - 1].first);
@@ -118,7 +119,7 @@ TEST_F(Messages, FatalErrorsAreCountedInTheReportOnly) {
     s.Sfo = s.Sfa = 0.0f;
     Int fatalCount = -7;
     const Lines lines = check(s, fatalCount);
-    EXPECT_EQ(lines.back(), "Number of fatal errors: 2 Analysis of this Flange will be ended.");
+    EXPECT_EQ(lines.back(), "Number of fatal errors: 2. Analysis of this Flange will be ended.");
     EXPECT_EQ(fatalCount, 1);
 }
 
@@ -130,7 +131,7 @@ TEST_F(Messages, StandAloneFormStopsAtTheFirstFatalMessage) {
     s.m = -1.0f; // not reached
     Int fatalCount = -7;
     const Lines lines = check(s, fatalCount);
-    EXPECT_EQ(lines.back(), "ERROR - Bolt Stress,0, must be > 0, (Seating).");
+    EXPECT_EQ(lines.back(), "ERROR - Bolt Stress,0., must be > 0, (Seating).");
     EXPECT_EQ(lines.size(), 6u);
     EXPECT_EQ(fatalCount, 1);
     EXPECT_TRUE(boxes.empty());
@@ -151,7 +152,8 @@ TEST_F(Messages, BoxesOfAVesselElement) {
     ASSERT_EQ(boxes.size(), 2u);
     EXPECT_EQ(boxes[0].text, "ERROR - Bolt Circle .5000 must be > flange ID.   ");
     EXPECT_EQ(boxes[0].title, "Flange Error Message");
-    EXPECT_EQ(boxes[1].text, "Number of fatal errors: 1 Analysis of this Flange will be ended.   ");
+    EXPECT_EQ(boxes[1].text,
+              "Number of fatal errors: 1. Analysis of this Flange will be ended.   ");
 
     // Silenced, the report stays the same.
     boxes.clear();
@@ -181,25 +183,25 @@ struct MessageText {
 
 TEST_F(Messages, MessagesByNumber) {
     const MessageText texts[] = {
-        {1, true, "ERROR - Flange Type,3, not recognized - must be 1 to 8."},
-        {2, true, "ERROR - Analysis Type,3, not recognized - must be 0, 1 or 2."},
+        {1, true, "ERROR - Flange Type,2., not recognized - must be 1 to 8."},
+        {2, true, "ERROR - Analysis Type,2., not recognized - must be 0, 1 or 2."},
         {3, true, "ERROR - Outside Diameter,2.5000, must be > Inside Diameter."},
         {4, true, "ERROR - Inside Diameter,2.5000, must be > 0."},
         {5, false, "ERROR - Outside Diameter,2.5000, must be > 0."},
         {6, true, "ERROR - Corroded Hub Thickness, Small End, 2.5000, must be > 0."},
         {7, true, "ERROR - Corroded Hub Thickness, Large End, 2.5000, must be > 0."},
         {8, true, "ERROR - Hub Length,2.5000, must not be < 0."},
-        {9, true, "ERROR - Flange Stress,3, must be > 0, (Operating)."},
-        {10, true, "ERROR - Flange Stress,3, must be > 0, (Seating)."},
-        {11, false, "ERROR - Bolt Stress,3, must be > 0 (Operating)."},
-        {12, true, "ERROR - Bolt Stress,3, must be > 0, (Seating)."},
-        {13, true, "ERROR - Number of Splits,3, must be 0.0, 1.0, or 2.0."},
-        {14, true, "ERROR - Young's Modulus,3, must be > 0.0000 for channel covers."},
+        {9, true, "ERROR - Flange Stress,2., must be > 0, (Operating)."},
+        {10, true, "ERROR - Flange Stress,2., must be > 0, (Seating)."},
+        {11, false, "ERROR - Bolt Stress,2., must be > 0 (Operating)."},
+        {12, true, "ERROR - Bolt Stress,2., must be > 0, (Seating)."},
+        {13, true, "ERROR - Number of Splits,2., must be 0.0, 1.0, or 2.0."},
+        {14, true, "ERROR - Young's Modulus,2., must be > 0.0000 for channel covers."},
         {15, true, "ERROR - Head reaction diameter is out of range ( Large End )."},
         {16, true, "ERROR - Head reaction diameter is out of range ( Small End )."},
         {17, true, "ERROR - Bolt Circle 2.5000 must be > flange ID."},
         {18, true, "Error - A zero length hub dimension was specified."},
-        {19, true, "ERROR - Number of Bolts, 3 must be > 2."},
+        {19, true, "ERROR - Number of Bolts, 2. must be > 2."},
         {20, true, "ERROR - Bolt Diameter, 2.5000 too large for flange dimensions."},
         {21, false, "Warning - Flange Face ID, 2.5000 should be > Flange ID."},
         {22, true, "ERROR - Flange Face OD, 2.5000 must be < Flange OD."},
@@ -207,18 +209,18 @@ TEST_F(Messages, MessagesByNumber) {
         {24, false, "Warning - Gasket ID, 2.5000 should be > Flange ID."},
         {25, true, "ERROR - Gasket OD, 2.5000 must be < Flange OD."},
         {26, true, "ERROR - Gasket OD, 2.5000 must be > Gasket ID."},
-        {27, true, "ERROR - Facing Sketch, 3 must be between 1 and 9."},
+        {27, true, "ERROR - Facing Sketch, 2. must be between 1 and 9."},
         {28, true, "ERROR - Gasket Factor, 2.5000 must not be < 0."},
-        {29, true, "ERROR - Gasket Stress, 3 must not be < 0.000."},
-        {30, true, "ERROR - Gasket Face Column,3 must be 1 or 2."},
-        {31, true, "ERROR - Mating flange load,3 must not be < 0 (Operating)."},
-        {32, true, "ERROR - Mating flange load,3 must not be < 0 (Seating)."},
-        {33, true, "ERROR - Mating flange load,3 must not be < 0 (Design)."},
-        {34, true, "ERROR - Corroded Gasket Width,3 must be > 0."},
+        {29, true, "ERROR - Gasket Stress, 2. must not be < 0.000."},
+        {30, true, "ERROR - Gasket Face Column,2. must be 1 or 2."},
+        {31, true, "ERROR - Mating flange load,2. must not be < 0 (Operating)."},
+        {32, true, "ERROR - Mating flange load,2. must not be < 0 (Seating)."},
+        {33, true, "ERROR - Mating flange load,2. must not be < 0 (Design)."},
+        {34, true, "ERROR - Corroded Gasket Width,2. must be > 0."},
         {35, true, "ERROR - Perimeter of Bolt circle must be defined."},
         {36, true, "ERROR - Large End Reaction diameter must be > small end diameter."},
         {39, true, "Error - There seem to be too many bolts for this BCD."},
-        {40, true, "Number of fatal errors: 3 Analysis of this Flange will be ended."},
+        {40, true, "Number of fatal errors: 2. Analysis of this Flange will be ended."},
         {41, false, "Note: The bolt circle diameter is greater than the Flange OD."},
         {42, false,
          "Note: Flange Hub Taper 0.4000 is > 1:3. Check Fig. 2-4(6) of VIII-1 Appendix 2."},
@@ -226,11 +228,11 @@ TEST_F(Messages, MessagesByNumber) {
         {44, false,
          "Note: Flange Hub Length is < 1.5 * go. Check Fig. 2-4(6) of VIII-1 Appendix 2."},
         {45, false, "Warning: Flange small end hub thickness > attached shell thickness."},
-        {37, true, "UNIDENTIFIED ERROR, 3 is the value that triggered the error."},
-        {38, true, "UNIDENTIFIED ERROR, 3 is the value that triggered the error."},
-        {0, true, "UNIDENTIFIED ERROR, 3 is the value that triggered the error."},
-        {46, true, "UNIDENTIFIED ERROR, 3 is the value that triggered the error."},
-        {-1, true, "UNIDENTIFIED ERROR, 3 is the value that triggered the error."},
+        {37, true, "UNIDENTIFIED ERROR, 2. is the value that triggered the error."},
+        {38, true, "UNIDENTIFIED ERROR, 2. is the value that triggered the error."},
+        {0, true, "UNIDENTIFIED ERROR, 2. is the value that triggered the error."},
+        {46, true, "UNIDENTIFIED ERROR, 2. is the value that triggered the error."},
+        {-1, true, "UNIDENTIFIED ERROR, 2. is the value that triggered the error."},
     };
     for (const MessageText& text : texts) {
         Int fatal = -7;

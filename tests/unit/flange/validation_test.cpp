@@ -36,31 +36,31 @@ struct Boundary {
 };
 
 const Boundary BOUNDARIES[] = {
-    {"1 low", true, "ERROR - Flange Type,0, not recognized - must be 1 to 8.",
+    {"1 low", true, "ERROR - Flange Type,0., not recognized - must be 1 to 8.",
      [](S& s) { s.type = 1; }, [](S& s) { s.type = 0; }},
-    {"1 high", true, "ERROR - Flange Type,10, not recognized - must be 1 to 8.",
+    {"1 high", true, "ERROR - Flange Type,10., not recognized - must be 1 to 8.",
      [](S& s) { s.type = 9; }, [](S& s) { s.type = 10; }},
-    {"2 low", true, "ERROR - Analysis Type,0, not recognized - must be 0, 1 or 2.",
+    {"2 low", true, "ERROR - Analysis Type,0., not recognized - must be 0, 1 or 2.",
      [](S& s) { s.kind = 1; }, [](S& s) { s.kind = 0; }},
-    {"2 high", true, "ERROR - Analysis Type,4, not recognized - must be 0, 1 or 2.",
+    {"2 high", true, "ERROR - Analysis Type,4., not recognized - must be 0, 1 or 2.",
      [](S& s) { s.kind = 3; }, [](S& s) { s.kind = 4; }},
     {"4", true, "ERROR - Inside Diameter,-0.0001, must be > 0.", [](S& s) { s.B = 0.0f; },
      [](S& s) { s.B = -0.0001f; }},
-    {"9", true, "ERROR - Flange Stress,0, must be > 0, (Operating).",
+    {"9", true, "ERROR - Flange Stress,0., must be > 0, (Operating).",
      [](S& s) { s.Sfo = 1.0e-30f; }, [](S& s) { s.Sfo = 0.0f; }},
-    {"10", true, "ERROR - Flange Stress,-17800, must be > 0, (Seating).",
+    {"10", true, "ERROR - Flange Stress,-17800., must be > 0, (Seating).",
      [](S& s) { s.Sfa = 1.0e-30f; }, [](S& s) { s.Sfa = -17800.0f; }},
-    {"11", false, "ERROR - Bolt Stress,0, must be > 0 (Operating).", [](S& s) { s.Sb = 1.0e-30f; },
+    {"11", false, "ERROR - Bolt Stress,0., must be > 0 (Operating).", [](S& s) { s.Sb = 1.0e-30f; },
      [](S& s) { s.Sb = 0.0f; }},
-    {"12", true, "ERROR - Bolt Stress,0, must be > 0, (Seating).", [](S& s) { s.Sa = 1.0e-30f; },
+    {"12", true, "ERROR - Bolt Stress,0., must be > 0, (Seating).", [](S& s) { s.Sa = 1.0e-30f; },
      [](S& s) { s.Sa = 0.0f; }},
-    {"13, ring", true, "ERROR - Number of Splits,3, must be 0.0, 1.0, or 2.0.",
+    {"13, ring", true, "ERROR - Number of Splits,3., must be 0.0, 1.0, or 2.0.",
      [](S& s) { s.type = INTEGRAL_RING, s.nSplits = 2; },
      [](S& s) { s.type = INTEGRAL_RING, s.nSplits = 3; }},
-    {"13, loose ring", true, "ERROR - Number of Splits,3, must be 0.0, 1.0, or 2.0.",
+    {"13, loose ring", true, "ERROR - Number of Splits,3., must be 0.0, 1.0, or 2.0.",
      [](S& s) { s.type = LAP_JOINT, s.nSplits = 3; },
      [](S& s) { s.type = LOOSE_RING, s.nSplits = 3; }},
-    {"14", true, "ERROR - Young's Modulus,100000, must be > 0.0000 for channel covers.",
+    {"14", true, "ERROR - Young's Modulus,100000., must be > 0.0000 for channel covers.",
      [](S& s) {
          s = sound_blind();
          s.channelCover = "Y";
@@ -71,7 +71,7 @@ const Boundary BOUNDARIES[] = {
          s.channelCover = "Yes";
          s.Ecover = 100000.0f;
      }},
-    {"14, slot", true, "ERROR - Young's Modulus,0, must be > 0.0000 for channel covers.",
+    {"14, slot", true, "ERROR - Young's Modulus,0., must be > 0.0000 for channel covers.",
      [](S& s) {
          s = sound_blind();
          s.channelCover = "y";
@@ -141,7 +141,7 @@ const Boundary BOUNDARIES[] = {
     {"20, sum", true, "Error - A zero length hub dimension was specified.",
      [](S& s) { s.go = s.g1 = 0.0f, s.h = 0.001f; },
      [](S& s) { s.go = s.g1 = 0.0f, s.h = above(0.001f); }},
-    {"21", true, "ERROR - Number of Bolts, 1 must be > 2.", [](S& s) { s.nBolts = 2; },
+    {"21", true, "ERROR - Number of Bolts, 1. must be > 2.", [](S& s) { s.nBolts = 2; },
      [](S& s) { s.nBolts = 1; }},
     {"22", true, "ERROR - Bolt Diameter, 3.3125 too large for flange dimensions.",
      [](S& s) { s.dh = 3.3125f, s.nBolts = 2; }, // (32.875 - 26.25) / 2, nearly
@@ -160,34 +160,34 @@ const Boundary BOUNDARIES[] = {
      [](S& s) { s.type = REVERSE_WELD_NECK, s.Gi = 26.0f; }},
     {"27", true, "ERROR - Gasket OD, 32.8750 must be < Flange OD.", [](S& s) { s.Go = s.A; },
      [](S& s) { s.Go = above(s.A); }},
-    {"29 low", true, "ERROR - Facing Sketch, 0 must be between 1 and 9.",
+    {"29 low", true, "ERROR - Facing Sketch, 0. must be between 1 and 9.",
      [](S& s) { s.sketch = 1; }, [](S& s) { s.sketch = 0; }},
-    {"29 high", true, "ERROR - Facing Sketch, 10 must be between 1 and 9.",
+    {"29 high", true, "ERROR - Facing Sketch, 10. must be between 1 and 9.",
      [](S& s) { s.sketch = 9; }, [](S& s) { s.sketch = 10; }},
     {"30", true, "ERROR - Gasket Factor, -0.0100 must not be < 0.", [](S& s) { s.m = 0.0f; },
      [](S& s) { s.m = -0.01f; }},
-    {"31", true, "ERROR - Gasket Stress, 3 must not be < 0.000.", // the factor, rounded
+    {"31", true, "ERROR - Gasket Stress, 2. must not be < 0.000.", // the factor, a tie
      [](S& s) { s.m = 2.5f, s.y = 0.0f; }, [](S& s) { s.m = 2.5f, s.y = -1.0f; }},
-    {"32 low", true, "ERROR - Gasket Face Column,1 must be 1 or 2.", [](S& s) { s.column = 1.0f; },
+    {"32 low", true, "ERROR - Gasket Face Column,1. must be 1 or 2.", [](S& s) { s.column = 1.0f; },
      [](S& s) { s.column = below(1.0f); }},
-    {"32 high", true, "ERROR - Gasket Face Column,2 must be 1 or 2.", [](S& s) { s.column = 2.0f; },
-     [](S& s) { s.column = above(2.0f); }},
-    {"33", true, "ERROR - Mating flange load,-1000 must not be < 0 (Operating).",
+    {"32 high", true, "ERROR - Gasket Face Column,2. must be 1 or 2.",
+     [](S& s) { s.column = 2.0f; }, [](S& s) { s.column = above(2.0f); }},
+    {"33", true, "ERROR - Mating flange load,-1000. must not be < 0 (Operating).",
      [](S& s) { s.matingLoads = "Y", s.Wmo = 0.0f; },
      [](S& s) { s.matingLoads = "Yes", s.Wmo = -1000.0f; }},
-    {"33, slot", true, "ERROR - Mating flange load,-1000 must not be < 0 (Operating).",
+    {"33, slot", true, "ERROR - Mating flange load,-1000. must not be < 0 (Operating).",
      [](S& s) { s.matingLoads = "y", s.Wmo = -1000.0f; },
      [](S& s) { s.matingLoads = "Y", s.Wmo = -1000.0f; }},
-    {"34", true, "ERROR - Mating flange load,-1000 must not be < 0 (Seating).",
+    {"34", true, "ERROR - Mating flange load,-1000. must not be < 0 (Seating).",
      [](S& s) { s.matingLoads = "Y", s.Wms = 0.0f; },
      [](S& s) { s.matingLoads = "Yes", s.Wms = -1000.0f; }},
-    {"35", true, "ERROR - Mating flange load,-1000 must not be < 0 (Design).",
+    {"35", true, "ERROR - Mating flange load,-1000. must not be < 0 (Design).",
      [](S& s) { s.matingLoads = "Y", s.Wmd = 0.0f; },
      [](S& s) { s.matingLoads = "Y", s.Wmd = -1000.0f; }},
-    {"35, slot", true, "ERROR - Mating flange load,-1000 must not be < 0 (Design).",
+    {"35, slot", true, "ERROR - Mating flange load,-1000. must not be < 0 (Design).",
      [](S& s) { s.matingLoads = "Yes", s.Wmd = -1000.0f; },
      [](S& s) { s.matingLoads = "Y", s.Wmd = -1000.0f; }},
-    {"36", true, "ERROR - Corroded Gasket Width,0 must be > 0.",
+    {"36", true, "ERROR - Corroded Gasket Width,0. must be > 0.",
      [](S& s) { s.Fid = below(29.875f); }, // + 2 * 0.0625 is the gasket's outside diameter
      [](S& s) { s.Fid = 29.875f; }},
     {"37", true, "Error - There seem to be too many bolts for this BCD.",
@@ -472,7 +472,7 @@ TEST_F(Validation, TheSameInputsFailInAnalysis) {
                              "ERROR - Outside Diameter,-1.0000, must be > 0.",
                              "ERROR - Corroded Hub Thickness, Large End, 0.0500, must be > 0.",
                              "ERROR - Bolt Circle -2.0000 must be > flange ID.",
-                             "ERROR - Number of Bolts, 0 must be > 2.",
+                             "ERROR - Number of Bolts, 0. must be > 2.",
                              "ERROR - Bolt Diameter, 100.0000 too large for flange dimensions.",
                              "ERROR - Flange Face OD, 30.5000 must be < Flange OD.",
                              "ERROR - Gasket OD, 30.0000 must be < Flange OD.",
@@ -562,7 +562,7 @@ TEST_F(Validation, AllFailuresTogetherFitTheList) {
     s.Wmo = s.Wms = s.Wmd = -1.0f;
     Int fatalCount = 0;
     const Lines lines = check(s, fatalCount);
-    EXPECT_EQ(lines.back(), "Number of fatal errors: 23 Analysis of this Flange will be ended.");
+    EXPECT_EQ(lines.back(), "Number of fatal errors: 23. Analysis of this Flange will be ended.");
     EXPECT_EQ(fatalCount, 1);
 }
 

@@ -80,6 +80,32 @@ TEST(NumberText, WholeNumbersTakeHalvesAwayFromZero) {
     EXPECT_EQ(fixed_text(650.2f, 2, 0), "**");
 }
 
+TEST(NumberText, PointWithoutDecimals) {
+    const auto pointed = [](Real value, Int width) {
+        return std::string(pointed_number(value, width).view());
+    };
+    EXPECT_EQ(pointed(15920.0f, 9), "   15920.");
+    EXPECT_EQ(pointed(99999992.0f, 9), "99999992.");
+    EXPECT_EQ(pointed(1.0E8f, 9), "*********"); // nine digits and the point
+    EXPECT_EQ(pointed(-1234567.0f, 9), "-1234567.");
+    EXPECT_EQ(pointed(-12345678.0f, 9), "*********");
+    EXPECT_EQ(pointed(10.0f, 0), "10.");
+    EXPECT_EQ(pointed(3.4028235E+38f, 0), "340282346638528859811704183484516925440.");
+    // halves to the even digit, at least one digit
+    EXPECT_EQ(pointed(0.5f, 0), "0.");
+    EXPECT_EQ(pointed(std::nextafter(0.5f, 1.0f), 0), "1.");
+    EXPECT_EQ(pointed(1.5f, 0), "2.");
+    EXPECT_EQ(pointed(2.5f, 0), "2.");
+    EXPECT_EQ(pointed(25000.5f, 9), "   25000.");
+    EXPECT_EQ(pointed(25001.5f, 9), "   25002.");
+    EXPECT_EQ(pointed(0.4f, 3), " 0.");
+    // the sign as with decimals
+    EXPECT_EQ(pointed(-0.5f, 0), "-0.");
+    EXPECT_EQ(pointed(-0.0f, 0), "0.");
+    EXPECT_EQ(pointed(NOT_A_NUMBER, 9), "      NaN");
+    EXPECT_EQ(pointed(-UNBOUNDED, 9), "-Infinity");
+}
+
 TEST(NumberText, TiesGoToTheEvenDigit) {
     EXPECT_EQ(bare_text(0.125f, 2), ".12");
     EXPECT_EQ(bare_text(0.375f, 2), ".38");
