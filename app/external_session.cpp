@@ -17,7 +17,7 @@ void set_globals(const ExternalInput& element) {
     const std::int32_t table_g = element.whole_setting(N::table_g);
     const std::int32_t older = element.older() ? ON : OFF;
     const std::int32_t stress = element.by_stress() ? ON : OFF;
-    SET_GLOBALS_FROM_TVN(&table_g, &OFF, &older, &stress, &OFF, &OFF, &OFF);
+    SET_GLOBALS_FROM_TVN(&table_g, &OFF, &older, &stress, &OFF, &ON, &OFF);
     const std::int32_t code = element.code();
     SET_MODULE_CODE(&code);
     const float yield = element.setting(N::Sy);

@@ -12,7 +12,7 @@ namespace {
 void set_globals(const FlangeInput& flange) {
     const std::int32_t old_div_2 = flange.edition() == EDITION_OLDER ? ON : OFF;
     GLOBALS_mp_G_NUSE_OLD_DIV_2 = old_div_2;
-    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &old_div_2, &OFF, &OFF, &OFF, &OFF);
+    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &old_div_2, &OFF, &OFF, &ON, &OFF);
     const std::int32_t code = flange.code();
     SET_MODULE_CODE(&code);
     const float yield = flange.setting(Setting::chart_yield);

@@ -18,12 +18,12 @@ constexpr std::int32_t SINGLE_NAME =
 
 void set_globals(const MdmtInput& element) {
     const std::int32_t older = element.am_218() ? ON : OFF;
-    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &older, &OFF, &OFF, &OFF, &OFF);
+    const std::int32_t reductions = element.whole_setting(N::reductions);
+    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &older, &OFF, &OFF, &reductions, &OFF);
     const std::int32_t code = element.code(), d2_class = element.whole_setting(N::d2_class);
     SET_MODULE_CODE(&code);
     SET_MATERIAL_SELECTION(&OFF, &OFF, &d2_class, &OFF);
-    const std::int32_t reductions = element.whole_setting(N::reductions),
-                       tables = element.whole_setting(N::curve_tables),
+    const std::int32_t tables = element.whole_setting(N::curve_tables),
                        credit55 = element.has(N::credit_floor) ? OFF : ON,
                        division_2 = element.division_2() ? ON : OFF;
     SET_TOUGHNESS_SWITCHES(&reductions, &tables, &OFF, &ON, &OFF, &credit55, &division_2);

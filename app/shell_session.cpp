@@ -19,7 +19,7 @@ constexpr float DEGREE = 3.1415927f / 180.0f;
 void set_globals(const ShellInput& shell) {
     const std::int32_t corroded_k = shell.whole_setting(N::corroded_K);
     const std::int32_t older = shell.older_division_2() ? ON : OFF;
-    SET_GLOBALS_FROM_TVN(&OFF, &corroded_k, &OFF, &OFF, &older, &OFF, &OFF);
+    SET_GLOBALS_FROM_TVN(&OFF, &corroded_k, &OFF, &OFF, &older, &ON, &OFF);
     const std::int32_t code = shell.whole_setting(N::code);
     SET_MODULE_CODE(&code);
 }

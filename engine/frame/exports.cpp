@@ -298,8 +298,8 @@ void TARVANE_CALL SET_TOUGHNESS_SWITCHES(const int32_t* reductions_allowed,
                                          const int32_t* curve_tables, const int32_t* no_ug20f,
                                          const int32_t* mdmt_skip, const int32_t* floor_switch,
                                          const int32_t* credit55, const int32_t* div2_current) {
+    give_unless_negative(*reductions_allowed, tarvane::G_USE_A6);
     tarvane::TOUGHNESS_SWITCHES& switches = tarvane::G_TOUGHNESS;
-    give_unless_negative(*reductions_allowed, switches.ReductionsAllowed);
     give_unless_negative(*curve_tables, switches.CurveTables);
     give_unless_negative(*no_ug20f, switches.NoUg20f);
     give_unless_negative(*mdmt_skip, switches.MdmtSkip);

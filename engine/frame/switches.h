@@ -28,7 +28,7 @@ inline constexpr Int EN_13445 = 4;
 inline Int& G_NUSE_OLD_DIV_2 = GLOBALS_mp_G_NUSE_OLD_DIV_2;
 
 extern Int G_USE_A5; // read by SHLINT
-extern Int G_USE_A6; // not read
+extern Int G_USE_A6; // 1: the toughness routines may reduce the temperature, Fig. UCS-66.1
 extern Int G_USE_A7; // not read
 
 extern Int moduleCode;          // design code that the modulus and rigidity steps read
@@ -43,17 +43,18 @@ extern Int G_D2_CLASS;          //   Division 2 class,
 extern Int G_MATL_YEAR;         //   edition index
 extern bool G_CURRENT_DIV_2;    // toughness routines: Division 2 by the present rules
 
-// Switches of the toughness routines, in the order of SET_TOUGHNESS_SWITCHES, which ends with
-// G_CURRENT_DIV_2.
+// Switches of the toughness routines, in the order of SET_TOUGHNESS_SWITCHES, which begins with
+// G_USE_A6 and ends with G_CURRENT_DIV_2.
 struct TOUGHNESS_SWITCHES {
-    Int ReductionsAllowed = 1; // 1: the reduction of Fig. UCS-66.1 may be taken
-    Int CurveTables = 0;       // 1: curves of UCS-66 by table in place of the polynomials
-    Int NoUg20f = 0;           // 1: UG-20(f) is refused
-    Int MdmtSkip = 0;          // 1: the first required temperature stands
-    Int FloorSwitch = 0;       // 1: the floor of low stress ratios is armed
-    Int Credit55 = 1;          // 1: lower limit of the heat treatment credit -155, else -55
+    Int CurveTables = 0; // 1: curves of UCS-66 by table in place of the polynomials
+    Int NoUg20f = 0;     // 1: UG-20(f) is refused
+    Int MdmtSkip = 0;    // 1: the first required temperature stands
+    Int FloorSwitch = 0; // 1: the floor of low stress ratios is armed
+    Int Credit55 = 1;    // 1: lower limit of the heat treatment credit -155, else -55
 };
 extern TOUGHNESS_SWITCHES G_TOUGHNESS;
+
+inline bool ReductionsAllowed() { return G_USE_A6 == 1; }
 
 extern Text<8> CHART_NAME; // SET_CHART
 extern Real CHART_YIELD;   // SET_YIELD

@@ -30,7 +30,7 @@ void prepare(MDMT_CALL& a) {
     a.padReduction = a.Reduction;
     a.ratioKind = MDMT_CALL::no_ratio;
     a.Ratio = -1.0f;
-    if (G_TOUGHNESS.ReductionsAllowed == 0 || a.PadGoverns == 1) a.Reduction = 0.0f;
+    if (!ReductionsAllowed() || a.PadGoverns == 1) a.Reduction = 0.0f;
 }
 
 void beyond_limit_lines() {
@@ -75,7 +75,7 @@ void TAKE_REDUCTION(MDMT_CALL& a) {
         a.Ratio = a.padRatio;
         a.Reduction = a.padReduction;
     }
-    if (G_TOUGHNESS.ReductionsAllowed == 0) a.Reduction = 0.0f;
+    if (!ReductionsAllowed()) a.Reduction = 0.0f;
     a.Mdmt = max(a.Tmin - a.Reduction, COLDEST);
 }
 
@@ -85,7 +85,7 @@ void LIMIT_WITHOUT_LOW_RATIO(MDMT_CALL& a) {
 }
 
 void MDMT_RATIO_FLOOR(MDMT_CALL& a) {
-    if (G_TOUGHNESS.FloorSwitch != 1 || G_TOUGHNESS.ReductionsAllowed == 0) return;
+    if (G_TOUGHNESS.FloorSwitch != 1 || !ReductionsAllowed()) return;
     if (G_OLD_EDITION == 1) {
         if (a.Ratio <= 0.4f) a.Mdmt = -150.0f;
     } else if (a.Ratio <= 0.35f) {

@@ -78,7 +78,7 @@ Real estar_used(Real Estar) { return max(min(Estar, 1.0f), 0.8f); }
 Real stress_ratio(const MDMT_DIV2_CALL& a) {
     Real Sr = a.Tr <= 0.0f ? std::fabs(a.Tr) : a.Tr * a.EstarUsed / (a.Tnom - a.Ci - a.Cext);
     Sr = min(Sr, 1.0f);
-    return G_TOUGHNESS.ReductionsAllowed != 0 ? Sr : 1.0f;
+    return ReductionsAllowed() ? Sr : 1.0f;
 }
 
 // Up to this ratio a part is good for -155 F.
@@ -170,7 +170,7 @@ void report(const MDMT_DIV2_CALL& a, Real Lsr, Real reduction) {
     LinePieces line;
     line.text("The Curve for this Material is                : ").text({&letter, 1}).write();
     if (reduced && a.Sy < GRAPH_LIMIT) figure_line(a);
-    if (reduced && G_TOUGHNESS.ReductionsAllowed != 0)
+    if (reduced && ReductionsAllowed())
         DIFFERENCE_LINE(a.Pwht == 1 ? "Temperature reduction per Graph 3.13          : "
                                     : "Temperature reduction per Graph 3.12          : ",
                         reduction, degree_label());

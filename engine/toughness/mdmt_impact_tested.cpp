@@ -40,7 +40,7 @@ void by_specification(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     else
         a.Reduction = G;
     a.Mdmt = max(a.Tmin - a.Reduction, COLDEST);
-    if (G_TOUGHNESS.ReductionsAllowed == 0) a.Mdmt = 0.0f;
+    if (!ReductionsAllowed()) a.Mdmt = 0.0f;
     calculated_line(a);
 }
 

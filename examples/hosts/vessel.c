@@ -29,7 +29,7 @@ static void begin_vessel(int32_t code) {
     int i;
 
     RESET_ENGINE();
-    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &OFF, &OFF, &OFF, &OFF, &OFF);
+    SET_GLOBALS_FROM_TVN(&OFF, &OFF, &OFF, &OFF, &OFF, &ON, &OFF);
     SET_MODULE_CODE(&code);
     for (i = 0; i < 10; ++i)
         PUT(text[i], labels[i]);

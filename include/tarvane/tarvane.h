@@ -516,7 +516,9 @@ TARVANE_API void TARVANE_CALL SET_METRIC_CONSTANTS(void);
 /*
 ** SET_GLOBALS_FROM_TVN - seven switches: the four exported variables G_NUSE_TABLEG,
 ** G_NUSE_CORRODEDK, G_NUSE_OLD_DIV_2, G_NUSE_CASE2286, then three further ones. With use_a5 at 1
-** SHLINT calculates formed heads by the older Division 2; use_a6 and use_a7 are kept for the host.
+** SHLINT calculates formed heads by the older Division 2. With use_a6 at 1 the toughness routines may
+** take the reduction of Fig. UCS-66.1 (Figures 3.12 and 3.13 of VIII-2), with any other value they do
+** not. use_a7 is kept for the host. All seven are 0 at load.
 */
 TARVANE_API void TARVANE_CALL SET_GLOBALS_FROM_TVN(const int32_t* use_table_g,
                                                    const int32_t* use_corroded_k,
@@ -723,7 +725,8 @@ TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
 ** leaves its switch as it is.
 **
 ** Given (state at load in brackets):
-**   reductions_allowed  [1] 1: the reduction of Fig. UCS-66.1 may be taken
+**   reductions_allowed  [0] 1: the reduction of Fig. UCS-66.1 may be taken, any other value: not; the
+**                       switch use_a6 of SET_GLOBALS_FROM_TVN, whichever call came last
 **   curve_tables        [0] 1: curves of Fig. UCS-66 by table in place of the polynomials
 **   no_ug20f            [0] 1: UG-20(f) is refused
 **   mdmt_skip           [0] 1: the first required temperature stands

@@ -101,7 +101,7 @@ static void set_switches(void) {
     const int32_t a5 = 5, no_dialog = 1;
 
     GETSETUP()[TARVANE_SETUP_CODE - 1].whole = TARVANE_ASME_VIII_1;
-    SET_GLOBALS_FROM_TVN(&off, &on, &off, &off, &a5, &off, &off);
+    SET_GLOBALS_FROM_TVN(&off, &on, &off, &off, &a5, &on, &off);
     check(GLOBALS_mp_G_NUSE_CORRODEDK == 1, "the engine's setting does not reach its variable");
     METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = 0;
     SET_METRIC_CONSTANTS();

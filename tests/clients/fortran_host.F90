@@ -86,7 +86,7 @@ contains
         lbsarea = 4
         lchord = 5
         g_nmetric_constant = 1
-        call set_globals_from_tvn(11, 12, 13, 14, 0, 0, 0)
+        call set_globals_from_tvn(11, 12, 13, 14, 0, 1, 0)
         call check(g_nuse_tableg == 11, 'g_nuse_tableg')
         call check(g_nuse_corrodedk == 12, 'g_nuse_corrodedk')
         call check(g_nuse_old_div_2 == 13, 'g_nuse_old_div_2')

@@ -176,7 +176,7 @@ void turn_switches() {
     ENGINE(SET_YIELD)(&stress);
     ENGINE(SET_SWITCHES)(&one, &one);
     ENGINE(SET_MATERIAL_SELECTION)(&one, &one, &two, &one);
-    ENGINE(SET_TOUGHNESS_SWITCHES)(&zero, &one, &one, &one, &one, &zero, &one);
+    ENGINE(SET_TOUGHNESS_SWITCHES)(&one, &one, &one, &one, &one, &zero, &one);
 }
 
 void report_to(int32_t unit) {

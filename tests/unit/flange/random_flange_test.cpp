@@ -371,7 +371,7 @@ class RandomFlanges : public HostTest {
         ASSERT_EQ(status, 0);
         const Int on = 1, off = 0;
         FLAGS_mp_IINOSPECIAL = given.no_special;
-        ::SET_GLOBALS_FROM_TVN(&off, &off, &given.old_div_2, &off, &off, &off, &off);
+        ::SET_GLOBALS_FROM_TVN(&off, &off, &given.old_div_2, &off, &off, &on, &off);
         METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = given.metric;
         ::SET_METRIC_CONSTANTS();
         ::SET_MODULE_CODE(&given.module_code);

@@ -92,7 +92,7 @@ TEST_F(Surface, SwitchesSelectorsAndToughnessInTheirOrder) {
     EXPECT_EQ(G_D2_CLASS, 23);
     EXPECT_EQ(G_MATL_YEAR, 24);
     ::SET_TOUGHNESS_SWITCHES(&v[0], &v[1], &v[2], &v[3], &v[4], &v[5], &v[6]);
-    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 21);
+    EXPECT_EQ(G_USE_A6, 21);
     EXPECT_EQ(G_TOUGHNESS.CurveTables, 22);
     EXPECT_EQ(G_TOUGHNESS.NoUg20f, 23);
     EXPECT_EQ(G_TOUGHNESS.MdmtSkip, 24);
@@ -104,11 +104,11 @@ TEST_F(Surface, SwitchesSelectorsAndToughnessInTheirOrder) {
 TEST_F(Surface, ANegativeToughnessSwitchStaysAsItIs) {
     const Int keep = -1;
     ::SET_TOUGHNESS_SWITCHES(&keep, &keep, &keep, &keep, &keep, &ON, &keep);
-    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 1) << "as at load";
+    EXPECT_EQ(G_USE_A6, 0) << "as at load";
     EXPECT_EQ(G_TOUGHNESS.Credit55, 1);
-    ::SET_TOUGHNESS_SWITCHES(&OFF, &ON, &ON, &ON, &ON, &OFF, &ON);
+    ::SET_TOUGHNESS_SWITCHES(&ON, &ON, &ON, &ON, &ON, &OFF, &ON);
     ::SET_TOUGHNESS_SWITCHES(&keep, &keep, &keep, &keep, &keep, &keep, &keep);
-    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 0);
+    EXPECT_EQ(G_USE_A6, 1);
     EXPECT_EQ(G_TOUGHNESS.CurveTables, 1);
     EXPECT_EQ(G_TOUGHNESS.NoUg20f, 1);
     EXPECT_EQ(G_TOUGHNESS.MdmtSkip, 1);

@@ -17,7 +17,6 @@ TEST(Switches, ResetPutsBackTheStateAtLoad) {
         *variable = 7;
     NEW_DIV_2_RULES = G_CURRENT_DIV_2 = true;
     G_TOUGHNESS.Credit55 = 0;
-    G_TOUGHNESS.ReductionsAllowed = 0;
     CHART_NAME = std::string_view("HA-1");
     CHART_YIELD = 30000.0f;
     for (SETUP_ELEMENT& element : SETUP)
@@ -36,7 +35,6 @@ TEST(Switches, ResetPutsBackTheStateAtLoad) {
     EXPECT_FALSE(NEW_DIV_2_RULES);
     EXPECT_FALSE(G_CURRENT_DIV_2);
     EXPECT_EQ(G_TOUGHNESS.Credit55, 1);
-    EXPECT_EQ(G_TOUGHNESS.ReductionsAllowed, 1);
     EXPECT_TRUE(CHART_NAME.blank());
     EXPECT_EQ(CHART_YIELD, 0.0f);
     for (const SETUP_ELEMENT& element : SETUP)

@@ -105,7 +105,7 @@ TEST_F(MdmtAm218, LimitsOfTheReducedTemperature) {
     EXPECT_LT(a.Mdmt, -55.0f);
     EXPECT_EQ(run(part(CURVE_D, 0.5f, -0.3f)).Mdmt, -155.0f);
     EXPECT_EQ(run(part(CURVE_D, 0.5f, -0.9f)).Mdmt, -55.0f);
-    G_TOUGHNESS.ReductionsAllowed = 0;
+    G_USE_A6 = 0;
     run(part(CURVE_B, 1.0f, -0.3f));
     EXPECT_EQ(a.Mdmt, 31.0f);
     EXPECT_EQ(a.Reduction, 0.0f);

@@ -135,7 +135,7 @@ TEST_F(MdmtDiv2, StressRatioOfTheNetThickness) {
 }
 
 TEST_F(MdmtDiv2, NoReductionWhereNoneIsAllowed) {
-    G_TOUGHNESS.ReductionsAllowed = 0;
+    G_USE_A6 = 0;
     const std::vector<Line> lines = lines_of(part(-0.5f));
     EXPECT_EQ(a.Sr, 1.0f);
     EXPECT_EQ(a.Mdmt, a.Tcurve);

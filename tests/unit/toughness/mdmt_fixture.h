@@ -1,5 +1,5 @@
-// Common ground of the toughness tests: switches, host record and constants as at load, one element,
-// and what its report says.
+// Common ground of the toughness tests: switches, host record and constants as at load but for the
+// reductions, which are allowed; one element, and what its report says.
 #pragma once
 
 #include "toughness/mdmt.h"
@@ -7,6 +7,7 @@
 #include "../data_folder.h"
 #include "../material_file.h"
 #include "frame/element_tables.h"
+#include "frame/switches.h"
 #include "frame/units.h"
 #include "toughness/impact_table.h"
 #include "toughness/ucs66_curves.h"
@@ -37,6 +38,7 @@ class ToughnessTest : public data_test::DataTest {
         HOST_RECORD = HOST_INPUT{};
         RESET_IMPACT_TABLE();
         SET_METRIC_CONSTANTS();
+        G_USE_A6 = 1;
     }
     ~ToughnessTest() override {
         HOST_RECORD = host;

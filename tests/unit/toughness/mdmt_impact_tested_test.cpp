@@ -135,7 +135,7 @@ TEST_F(MdmtImpactTested, FieldBelowOneMeansTested) {
 TEST_F(MdmtImpactTested, NoReductionAllowedGivesZeroDegrees) {
     material(-50, -30);
     impact_table("1000");
-    G_TOUGHNESS.ReductionsAllowed = 0;
+    G_USE_A6 = 0;
     const std::vector<Line> lines = lines_of(part());
     EXPECT_EQ(a.Mdmt, 0.0f);
     EXPECT_EQ(a.Reduction, 30.0f);

@@ -56,8 +56,8 @@ class MdmtRandom : public toughness_test::ToughnessTest {
         READ_IMPACT_TABLE();
     }
     void turn_switches() {
-        G_TOUGHNESS = {whole(0, 1), whole(0, 1), whole(0, 1),
-                       whole(0, 1), whole(0, 1), whole(0, 1)};
+        G_USE_A6 = whole(0, 2);
+        G_TOUGHNESS = {whole(0, 1), whole(0, 1), whole(0, 1), whole(0, 1), whole(0, 1)};
         G_CURRENT_DIV_2 = one_in(4);
         G_FORCE_DIV1 = whole(0, 1);
         G_D2_CLASS = whole(0, 1);
@@ -115,7 +115,8 @@ TEST_F(MdmtRandom, AnyBitsGiveTheSameWithAndWithoutAReport) {
 // What holds for every sensible element of a curve, whatever its switches.
 TEST_F(MdmtRandom, SensibleElementsKeepTheLimits) {
     for (int i = 0; i < 4000; ++i) {
-        G_TOUGHNESS = {whole(0, 1), whole(0, 1), whole(0, 1), 0, 0, 1};
+        G_USE_A6 = whole(0, 1);
+        G_TOUGHNESS = {whole(0, 1), whole(0, 1), 0, 0, 1};
         SETUP[57].real = one_in(2) ? 1.0f : 0.0f;
         const auto between = [&](Real low, Real high) {
             return low + (high - low) * static_cast<Real>(random() % 10001) / 10000.0f;

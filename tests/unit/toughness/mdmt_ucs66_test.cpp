@@ -220,13 +220,11 @@ TEST_F(MdmtUcs66, FiftyFiveBelowIsTheLimitUnlessTheRatioIsLow) {
 }
 
 TEST_F(MdmtUcs66, NoReductionWhereNoneIsAllowed) {
-    G_TOUGHNESS.ReductionsAllowed = 0;
+    G_USE_A6 = 0;
     run(CURVE_B, 1.0f, -0.7f);
     EXPECT_EQ(a.Reduction, 0.0f);
     EXPECT_EQ(a.Mdmt, a.Tmin);
     EXPECT_EQ(a.Ratio, 0.7f);
-    G_USE_A6 = 1; // stored, read by nothing
-    EXPECT_EQ(run(CURVE_B, 1.0f, -0.7f).Reduction, 0.0f);
     MDMT_CALL thick = element_of(CURVE_B, 5.0f);
     thick.Reduction = 12.0f;
     EXPECT_EQ(run(thick).Reduction, 0.0f) << "cleared before the limit of thickness";
@@ -282,10 +280,10 @@ TEST_F(MdmtUcs66, FloorOfLowRatiosWhenItIsArmed) {
     SETUP[57].real = 1.0f;
     EXPECT_EQ(run(CURVE_A, 1.0f, -0.4f).Mdmt, -150.0f);
     EXPECT_NE(run(CURVE_A, 1.0f, -0.41f).Mdmt, -150.0f);
-    G_TOUGHNESS.ReductionsAllowed = 0;
+    G_USE_A6 = 0;
     run(CURVE_A, 1.0f, -0.4f);
     EXPECT_EQ(a.Mdmt, a.Tmin);
-    G_TOUGHNESS.ReductionsAllowed = 1;
+    G_USE_A6 = 1;
     G_TOUGHNESS.FloorSwitch = 2; // 1 arms it
     EXPECT_NE(run(CURVE_A, 1.0f, -0.4f).Mdmt, -150.0f);
 }

@@ -4,6 +4,8 @@
 #include "tarvane/tarvane.h"
 #include "toughness/mdmt_div2.h"
 
+#include <functional>
+
 namespace tarvane {
 namespace {
 
@@ -25,6 +27,63 @@ class ToughnessSurface : public toughness_test::ToughnessTest {
         return a;
     }
 };
+
+// The sixth switch of SET_GLOBALS_FROM_TVN and the first one of SET_TOUGHNESS_SWITCHES are one variable.
+TEST_F(ToughnessSurface, TheReductionIsAllowedByOneAloneThroughEitherRoutine) {
+    const auto globals = [](Int use_a6) {
+        const Int off = 0;
+        ::SET_GLOBALS_FROM_TVN(&off, &off, &off, &off, &off, &use_a6, &off);
+    };
+    const auto toughness = [](Int reductions) {
+        const Int keep = -1;
+        ::SET_TOUGHNESS_SWITCHES(&reductions, &keep, &keep, &keep, &keep, &keep, &keep);
+    };
+    const auto expect_reduction = [](bool allowed, const char* steps) {
+        const Int on = 1;
+        METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = 0;
+        ::SET_METRIC_CONSTANTS();
+        ::SET_MODULE_CODE(&on);
+        MDMT_CALL element = element_of(CURVE_B, 1.0f, 0.5f);
+        element.Sy = 38000.0f, element.Spec = "SA-516 70", element.Index = 0;
+        element.Element = 1;
+        const MDMT_CALL found = through(element);
+        EXPECT_EQ(found.Tmin, 31.0474854f) << steps;
+        EXPECT_EQ(found.Mdmt, allowed ? -27.2711182f : 31.0474854f) << steps;
+        EXPECT_EQ(found.Reduction, allowed ? 58.3186035f : 0.0f) << steps;
+
+        const Real Sy = 38000.0f, one = 1.0f, none = 0.0f, Tr = 0.5f, Tuser = -20.0f;
+        const Int off = 0, curve = CURVE_B;
+        Real Tcurve = 0.0f, Mdmt = 0.0f, Sr = 0.0f, EstarUsed = 0.0f;
+        ::MDMT_DIV2_FIGURES(&Sy, &one, &one, &none, &none, &off, &curve, &Tr, &Tcurve, &Mdmt,
+                            &Tuser, &Sr, &EstarUsed);
+        EXPECT_EQ(Mdmt, allowed ? 20.7248344f : 56.9100685f) << steps;
+        EXPECT_EQ(Sr, allowed ? 0.5f : 1.0f) << steps;
+    };
+    const struct {
+        const char* steps;
+        bool allowed;
+        std::function<void()> take;
+    } rows[] = {
+        {"at load", false, [] {}},
+        {"G(1)", true, [&] { globals(1); }},
+        {"T(1)", true, [&] { toughness(1); }},
+        {"T(0) G(1)", true, [&] { toughness(0), globals(1); }},
+        {"G(1) T(-1)", true, [&] { globals(1), toughness(-1); }},
+        {"G(0)", false, [&] { globals(0); }},
+        {"G(2)", false, [&] { globals(2); }},
+        {"G(-1)", false, [&] { globals(-1); }},
+        {"T(2)", false, [&] { toughness(2); }},
+        {"G(1) T(0)", false, [&] { globals(1), toughness(0); }},
+        {"T(1) G(0)", false, [&] { toughness(1), globals(0); }},
+        {"G(1), reset", false, [&] { globals(1), ::RESET_ENGINE(); }},
+    };
+    for (const auto& row : rows) {
+        ::RESET_ENGINE();
+        row.take();
+        expect_reduction(row.allowed, row.steps);
+    }
+    ::RESET_ENGINE();
+}
 
 TEST_F(ToughnessSurface, EveryArgumentOfAnElementCounts) {
     METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = 0;
