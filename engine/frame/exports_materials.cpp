@@ -60,11 +60,12 @@ static_assert(TARVANE_MATERIAL_CLASS_ROWS == tarvane::MATERIAL_CLASSES);
 
 namespace {
 
+// A host's record may end with the bytes of the file, without the fill of the structure.
 void take_record(const TARVANE_MATERIAL_RECORD* from, tarvane::MATERIAL_RECORD& to) {
-    std::memcpy(static_cast<void*>(&to), from, sizeof to);
+    std::memcpy(static_cast<void*>(&to), from, TARVANE_MATERIAL_BYTES);
 }
 void give_record(const tarvane::MATERIAL_RECORD& from, TARVANE_MATERIAL_RECORD* to) {
-    std::memcpy(to, &from, sizeof from);
+    std::memcpy(to, &from, TARVANE_MATERIAL_BYTES);
 }
 
 } // namespace

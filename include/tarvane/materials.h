@@ -14,7 +14,8 @@ extern "C" {
 
 /*
 ** A record of the material files, laid out as their 414 bytes. Stresses in ksi and lengths in inches,
-** also from a metric file. Texts are blank-padded.
+** also from a metric file. Texts are blank-padded. A field of 414 bytes will do for a record: the
+** structure is longer for its alignment alone.
 */
 typedef struct {
     char first_name[16];
@@ -46,9 +47,9 @@ typedef struct {
     int32_t ucs66g_reduction;
     int32_t unused_388[4];
     char text_404[10];
-    char fill[2]; /* not in the file */
+    char fill[2]; /* no routine reads or writes it */
 } TARVANE_MATERIAL_RECORD;
-#define TARVANE_MATERIAL_BYTES 414 /* of a record in the file */
+#define TARVANE_MATERIAL_BYTES 414 /* of a record, in the file and in the host */
 
 /*
 ** READ_MATERIAL - record of a material by name and reference number (ASME II-D, Tables 1, 3, 5).
