@@ -50,10 +50,11 @@ std::string_view class_text(Int number, Int ansi, bool& metric) {
 // One row, columns numbered as in the file.
 class ROW {
   public:
-    void read(std::string_view line) {
+    // False when the line does not hold all the numbers of a row.
+    bool read(std::string_view line) {
         for (Real& number : numbers)
             number = 0.0f;
-        PARSE_REALS(line, numbers, ROW_NUMBERS);
+        return PARSE_REALS(line, numbers, ROW_NUMBERS) == ROW_NUMBERS;
     }
     Real operator()(Int column) const { return numbers[column - 1]; }
     Real size() const { return numbers[0]; }
@@ -123,16 +124,18 @@ class LINES {
     char buffer[LINE_WIDTH];
 };
 
-// The row of a size and series. Without one `next_size` is the first size above, -1.0 if there is none.
+// The row of a size and series. Without one `next_size` is the first size above, -1.0 if there is none:
+// of all rows for the sizes without a choice of series, of the own series from 26 on. A row that can't be
+// read ends the search.
 bool find_row(LINES& lines, Real size, Int series, ROW& row, Real& next_size) {
     std::string_view line;
     next_size = -1.0f;
     while (lines.next(line) && line.front() != '[') {
         if (line.front() == ';') continue;
-        row.read(line);
-        if (row.series() != series) continue;
-        if (row.size() == size) return true;
-        if (row.size() > size) {
+        if (!row.read(line)) return false;
+        const bool own_series = row.series() == series;
+        if (own_series && row.size() == size) return true;
+        if (row.size() > size && (own_series || size < SERIES_FROM)) {
             next_size = row.size();
             return false;
         }

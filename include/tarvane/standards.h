@@ -42,8 +42,12 @@ TARVANE_API void TARVANE_CALL GET_FLANGE_SIZES(const char* class_text, int32_t c
 **   result    array of 14 reals (in.), all -1.0 when there is no such flange: bore, thickness, class,
 **             bolt hole diameter, number of bolts, nominal bolt diameter, bolt circle,
 **             (bolt circle - bore) / 4, outside diameter, g0, g1, h, raised face diameter, 0.
-**             When the size is not in the table the last one is the next larger size, -1.0 without one
+**             When the size is not in the table the last one is the next larger size, below size 26 of
+**             any series, from 26 on of the series asked for; -1.0 without one
 **   notfound  logical: no such flange; 0 for a class that is none of these, whose result is -1.0 too
+**
+** Note: a row of fewer than 17 numbers before the one looked for is an error of the file, and ends the
+** search without a flange and without a next size.
 */
 TARVANE_API void TARVANE_CALL GET_FLANGE_DIMENSIONS(float* size, const int32_t* flange_class,
                                                     float* result, int32_t* notfound,

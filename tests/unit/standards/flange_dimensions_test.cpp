@@ -197,6 +197,68 @@ TEST_F(FlangeDimensions, ASizeThatIsNotThereNamesTheNextOne) {
     EXPECT_TRUE(beyond.all_absent());
 }
 
+TEST_F(FlangeDimensions, BelowSize26ALargerSizeOfAnySeriesIsTheNextOne) {
+    const char* const rest =
+        " 32.0 1.88 1.88 5.0 26.25 24.0 29.5 1.375 20 1.25 23.25 3.25 24.19 27.25 0\n";
+    std::string text = "[150]\n";
+    for (const char* const row : {"22 0", "24 0", "26 1", "28 1", "26 2"})
+        text += row + std::string(rest);
+    write_file("system", "ANSIFlangeDimensions.txt", text + "[END]\n");
+    const struct {
+        Real size;
+        Int series, back;
+        Real next;
+    } missing[] = {
+        {25.0f, 0, 0, 26.0f}, {25.0f, 1, 0, 26.0f}, {23.0f, 0, 0, 24.0f}, {27.0f, 1, 1, 28.0f},
+        {27.0f, 2, 2, -1.0f}, {28.0f, 2, 2, -1.0f}, {30.0f, 1, 1, -1.0f},
+    };
+    for (const auto& row : missing) {
+        Call c{.size = row.size, .flange_class = 150, .series = row.series, .wall = 0.375f};
+        c.run();
+        EXPECT_TRUE(c.notfound) << row.size << " " << row.series;
+        EXPECT_EQ(c.series, row.back) << row.size;
+        EXPECT_TRUE(c.all_absent(LAST_COLUMN)) << row.size;
+        EXPECT_EQ(c.result[LAST_COLUMN], row.next) << row.size << " " << row.series;
+    }
+    const Call found = Call{.size = 24.0f, .flange_class = 150, .series = 0, .wall = 0.375f}.run();
+    EXPECT_FALSE(found.notfound);
+    EXPECT_EQ(found.result[FLANGE_BORE], 23.25f);
+    EXPECT_EQ(found.result[LAST_COLUMN], 0.0f);
+    // 26 itself chooses its series.
+    EXPECT_FALSE((Call{.size = 26.0f, .flange_class = 150, .series = 2}.run().notfound));
+}
+
+// The sizes of a metric class beyond DN 26 go by their own series, 0, as the inch sizes from 26 on do.
+TEST_F(FlangeDimensions, AMetricSizePassesOverRowsOfAnotherSeries) {
+    write_file("system", "ANSIFlangeDimensions.txt",
+               "[PN16]\n600 1 840 40 40 95 670 610 770 36 20 33 590 60 610 725 0\n"
+               "500 0 715 34 34 90 560 508 650 33 20 30 490 60 510 610 0\n[END]\n");
+    EXPECT_FALSE((Call{.size = 500.0f, .flange_class = 16}.run().notfound));
+}
+
+TEST_F(FlangeDimensions, ARowOfFewerThan17NumbersIsAnErrorOfTheFile) {
+    const std::string good = "4 0 10 1.38 1.4 3.5 5.75 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19 0\n";
+    const auto found = [&](const std::string& rows, Real size = 4.0f) {
+        write_file("system", "ANSIFlangeDimensions.txt", "[600]\n" + rows + "[900]\n3 0\n[END]\n");
+        const Call c = Call{.size = size, .flange_class = 600}.run();
+        if (c.notfound) EXPECT_TRUE(c.all_absent()) << rows;
+        return !c.notfound;
+    };
+    EXPECT_TRUE(found(good));
+    EXPECT_TRUE(found("; a comment\n\n" + good));
+    EXPECT_FALSE(found("4 0 10 1.38 1.4 3.5 5.75 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19\n"));
+    EXPECT_FALSE(found("4\n"));
+    EXPECT_FALSE(found("4 0 10 1.38 1.4 3.5 x 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19 0\n"));
+    EXPECT_TRUE(found("4 0 10 1.38 1.4 3.5 5.75 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19 0 7 8\n"));
+    // Before the row looked for, of whatever size and series; a row after it is not reached.
+    EXPECT_FALSE(found("3 0 10\n" + good));
+    EXPECT_FALSE(found("3 1 10\n" + good));
+    EXPECT_FALSE(found("what is this\n" + good));
+    EXPECT_TRUE(found(good + "5 0 10\n"));
+    // Not the next size either: what the row says can't be trusted.
+    EXPECT_FALSE(found(good + "6 0 10\n", 5.0f));
+}
+
 TEST_F(FlangeDimensions, LargeSizesGoBySeries) {
     const Call a = Call{.size = 26.0f, .flange_class = 150, .series = 1}.run();
     const Call b = Call{.size = 26.0f, .flange_class = 150, .series = 2}.run();
