@@ -11,7 +11,10 @@
 extern "C" {
 #endif
 
-/* What the files say of the software, the units and the vessel; 468 characters, blank-padded. */
+/*
+** What the files say of the software, the units and the vessel; 468 characters, blank-padded. Both
+** records have the same head, the material in it: a vertical vessel's is read by nothing.
+*/
 typedef struct {
     char version[8];
     char application[12];
@@ -70,6 +73,8 @@ TARVANE_API void TARVANE_CALL FOUNDATION_RECORD_DEFAULTS(void);
 **   1) A message box tells when both are written. Without the template nothing happens; a template that
 **      can't be read to its end, or a name without room for an extension, leaves out what follows.
 **   2) Control characters in the records, NULs among them, become blanks.
+**   3) "&", "<" and ">" of a value stand in the XML file as "&amp;", "&lt;" and "&gt;": its reader needs
+**      well-formed XML. The INI file has them as they are.
 */
 TARVANE_API void TARVANE_CALL WRITE_FOUNDATION_FILES(const char* name, int32_t name_len,
                                                      const int32_t* vertical,

@@ -228,6 +228,32 @@ TEST_F(FoundationFiles, TheIniFileOfAHorizontalVesselHasItsKeysInOrder) {
     EXPECT_EQ(ini_keys(scratch.read("tower.ini")), expected);
 }
 
+TEST_F(FoundationFiles, TheXmlFileSpellsOutItsMarksAndTheIniFileDoesNot) {
+    FOUNDATION.horizontal.head.material = "SA-516 <70> & \"N\"";
+    write(0);
+    const std::string xml = scratch.read("tower.xml");
+    EXPECT_NE(xml.find(">SA-516 &lt;70&gt; &amp; \"N\"<"), std::string::npos);
+    EXPECT_NE(xml.find(">A &amp; B &lt;Works&gt;<"), std::string::npos);
+    EXPECT_EQ(Xml(xml).at("Equipment/MaterialType"), "SA-516 <70> & \"N\"");
+    EXPECT_NE(scratch.read("tower.ini").find("Material=SA-516 <70> & \"N\"\n"), std::string::npos);
+}
+
+// The same head in both, the material in it, which only a horizontal vessel's files use.
+TEST_F(FoundationFiles, BothRecordsHoldAMaterialAndHaveOneLength) {
+    TARVANE_FOUNDATION_RECORDS* records = ::GETFOUNDATION();
+    EXPECT_EQ(sizeof records->vertical, 135u * 4u);
+    EXPECT_EQ(sizeof records->horizontal, 135u * 4u);
+    for (const TARVANE_FOUNDATION_HEAD* head :
+         {&records->vertical.head, &records->horizontal.head}) {
+        EXPECT_EQ(head->material - head->version, 428);
+        EXPECT_EQ(sizeof *head, 468u);
+    }
+    std::memcpy(records->vertical.head.material, "Unobtainium", 11);
+    write(1);
+    EXPECT_EQ(scratch.read("tower.xml").find("Unobtainium"), std::string::npos);
+    EXPECT_EQ(scratch.read("tower.ini").find("Unobtainium"), std::string::npos);
+}
+
 TEST_F(FoundationFiles, AMessageTellsThatBothAreWritten) {
     write(1);
     EXPECT_EQ(messages,
