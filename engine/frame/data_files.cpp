@@ -10,14 +10,23 @@ namespace {
 
 constexpr Int CLOSED = -1;
 
-// Handle of each unit, kept one higher so that a unit is closed at load.
-Int handle_and_one[LAST_UNIT + 1] = {};
+struct UNIT {
+    Int handle_and_one; // one higher than the handle, so that a unit is closed at load
+    TAKE_RECORD take;   // of a unit whose records go to the host
+    void* user;
+    bool lost; // something that was written is lost
+};
+UNIT units[LAST_UNIT + 1] = {};
 
 bool is_unit(Int unit) { return unit >= 1 && unit <= LAST_UNIT; }
 
+bool is_open(Int unit) {
+    return is_unit(unit) && (units[unit].handle_and_one != 0 || units[unit].take != nullptr);
+}
+
 bool attach(Int unit, Int handle) {
     if (handle == CLOSED) return false;
-    handle_and_one[unit] = handle + 1;
+    units[unit].handle_and_one = handle + 1;
     return true;
 }
 
@@ -49,7 +58,7 @@ bool at_record(Int handle, Int record, Int length) {
 
 void GETNEXTUNIT(Int& unit) {
     unit = FIRST_UNIT;
-    while (unit <= LAST_UNIT && unit_handle(unit) != CLOSED)
+    while (unit <= LAST_UNIT && is_open(unit))
         ++unit;
 }
 
@@ -71,24 +80,53 @@ bool open_unit_for_update(Int unit, std::string_view path) {
     return attach(unit, open_for_update(path));
 }
 
-Int unit_handle(Int unit) { return is_unit(unit) ? handle_and_one[unit] - 1 : CLOSED; }
+Int unit_handle(Int unit) { return is_unit(unit) ? units[unit].handle_and_one - 1 : CLOSED; }
 
 void close_unit(Int unit) {
-    const Int handle = unit_handle(unit);
-    if (handle == CLOSED) return;
-    close_handle(handle);
-    handle_and_one[unit] = 0;
+    if (!is_open(unit)) return;
+    UNIT& open = units[unit];
+    if (unit_handle(unit) != CLOSED && !close_handle(unit_handle(unit))) open.lost = true;
+    open = {.handle_and_one = 0, .take = nullptr, .user = nullptr, .lost = open.lost};
 }
 
 void close_unit_and_delete(Int unit) {
     const Int handle = unit_handle(unit);
-    if (handle == CLOSED) return;
+    if (handle == CLOSED) {
+        close_unit(unit);
+        return;
+    }
     delete_and_close(handle);
-    handle_and_one[unit] = 0;
+    units[unit].handle_and_one = 0;
 }
 
 void OPENUNIT(Int unit, std::string_view path, Int& status) {
     status = open_unit_for_writing(unit, trimmed(path)) ? 0 : 1;
+    if (is_unit(unit)) units[unit].lost = status != 0;
+}
+
+void OPENHOSTUNIT(Int unit, TAKE_RECORD take, void* user, Int& status) {
+    status = 1;
+    if (!is_unit(unit)) return;
+    close_unit(unit);
+    if (take != nullptr) status = 0;
+    units[unit] = {.handle_and_one = 0, .take = take, .user = user, .lost = status != 0};
+}
+
+bool write_to_unit(Int unit, const char* from, Int count) {
+    if (!is_unit(unit)) return false;
+    UNIT& to = units[unit];
+    const bool written =
+        to.take != nullptr ? to.take(to.user, from, count) == 0
+                           : to.handle_and_one != 0 && write_bytes(unit_handle(unit), from, count);
+    if (!written) to.lost = true;
+    return written;
+}
+
+Int UNIT_STATUS(Int unit) { return is_unit(unit) && !units[unit].lost ? 0 : 1; }
+
+void RESET_UNITS() {
+    for (Int unit = 1; unit <= LAST_UNIT; ++unit)
+        if (!is_open(unit)) units[unit].lost = false;
 }
 
 void SYSTEM_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name) {

@@ -3,6 +3,7 @@
 
 #include "frame/text.h"
 #include "frame/types.h"
+#include "host/services.h"
 
 #include <string_view>
 
@@ -19,13 +20,24 @@ void GETNEXTUNIT(Int& unit);
 bool open_unit_for_reading(Int unit, std::string_view path);
 bool open_unit_for_writing(Int unit, std::string_view path); // created or emptied
 bool open_unit_for_update(Int unit, std::string_view path);  // created or as it is
-// The handle behind a unit, -1 when it is closed.
+// The handle behind a unit, -1 when it has no file.
 Int unit_handle(Int unit);
 void close_unit(Int unit);
 void close_unit_and_delete(Int unit);
 
 // The file behind a report unit of the host's; status 0 open, 1 failed.
 void OPENUNIT(Int unit, std::string_view path, Int& status);
+// A report unit without a file: what is written goes to a routine of the host's, which answers 0 when
+// it has taken it. Status 1 for a unit outside the range and without a routine.
+using TAKE_RECORD = Int(TARVANE_HOST_CALL*)(void* user, const char* text, Int length);
+void OPENHOSTUNIT(Int unit, TAKE_RECORD take, void* user, Int& status);
+// Writes to a report unit; false when it has neither file nor routine, or not everything got there.
+bool write_to_unit(Int unit, const char* from, Int count);
+// 1 once something that went to a unit is lost, or its opening failed; 0 when it is opened again.
+// Always 1 for what is no unit.
+Int UNIT_STATUS(Int unit);
+// Forgets what was lost of units that are closed.
+void RESET_UNITS();
 
 // ---- paths -----------------------------------------------------------------------------------
 // path = system directory + separator + name. An empty system directory gives an empty path, and so

@@ -202,7 +202,16 @@ void TARVANE_CALL OPENUNIT(const int32_t* unit, const char* path, int32_t path_l
     tarvane::OPENUNIT(*unit, text_of(path, path_len), *status);
 }
 
+void TARVANE_CALL OPENHOSTUNIT(const int32_t* unit, TARVANE_TAKE_RECORD take, void* user,
+                               int32_t* status) {
+    tarvane::OPENHOSTUNIT(*unit, take, user, *status);
+}
+
 void TARVANE_CALL CLOSEUNIT(const int32_t* unit) { tarvane::close_unit(*unit); }
+
+void TARVANE_CALL UNIT_STATUS(const int32_t* unit, int32_t* status) {
+    *status = tarvane::UNIT_STATUS(*unit);
+}
 
 void TARVANE_CALL SET_HOST_SERVICES(const TARVANE_HOST_SERVICES* table) {
     if (table == nullptr) {
@@ -317,6 +326,7 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_SWITCHES();
     tarvane::RESET_CODE_CONSTANTS();
     tarvane::RESET_HOST();
+    tarvane::RESET_UNITS();
     tarvane::RESET_REPORT();
     tarvane::RESET_KEYED_TEXT();
     tarvane::RESET_WORK_FILE();

@@ -127,7 +127,7 @@ bool write_bytes(Int handle, const char* from, Int count) {
 
 bool seek_to(Int handle, Int offset) { return lseek(handle, offset, SEEK_SET) == offset; }
 
-void close_handle(Int handle) { close(handle); }
+bool close_handle(Int handle) { return close(handle) == 0 || errno == EINTR; }
 
 void delete_and_close(Int handle) {
     Text<40> entry;

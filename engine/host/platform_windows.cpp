@@ -101,7 +101,7 @@ bool seek_to(Int handle, Int offset) {
     return SetFilePointer(file(handle), offset, nullptr, FILE_BEGIN) != INVALID_SET_FILE_POINTER;
 }
 
-void close_handle(Int handle) { CloseHandle(file(handle)); }
+bool close_handle(Int handle) { return CloseHandle(file(handle)) != 0; }
 
 // The right to delete is asked for only here: a program that reads a report while it is written need
 // not share that right.

@@ -2,7 +2,6 @@
 
 #include "frame/data_files.h"
 #include "frame/switches.h"
-#include "host/services.h"
 #include "report/renderer.h"
 #include "report/text_edit.h"
 
@@ -84,8 +83,7 @@ bool write_record(const char* text, Int n, bool with_marks) {
         size += MARKS_WIDTH;
     }
     record[size++] = '\n';
-    const Int handle = unit_handle(IOUT);
-    const bool written = handle >= 0 && write_bytes(handle, record, size);
+    const bool written = write_to_unit(IOUT, record, size);
     WRITE_STATUS = written ? 0 : 1;
     return written;
 }
@@ -96,7 +94,7 @@ void write_rule(Int length, Int n) {
     write_record(rule.data(), n, false);
 }
 
-void write_to_unit(char* text, Int len, Int n) {
+void write_line_to_unit(char* text, Int len, Int n) {
     TIDY_NUMBERS(text, len);
     if (!marks_sum_to_zero()) {
         if (write_record(text, n, true)) marks = PLAIN;
@@ -121,14 +119,13 @@ void WRITE_LINE(char* text, Int len) {
         store_line(text, n);
         clear_style();
     } else {
-        write_to_unit(text, len, n);
+        write_line_to_unit(text, len, n);
     }
     fill_blank(text, len);
 }
 
 bool WRITE_RECORD_AS_IT_STANDS(const char* text, Int len) {
-    const Int handle = unit_handle(IOUT);
-    return handle >= 0 && write_bytes(handle, text, len) && write_bytes(handle, "\n", 1);
+    return write_to_unit(IOUT, text, len) && write_to_unit(IOUT, "\n", 1);
 }
 
 void WRITE_BLANK_LINE(char* text, Int len) {

@@ -42,7 +42,8 @@ extern bool STYLE_ENABLED; // set by FLANGE_CALC, cleared by RESET_REPORT only
 extern bool DECIMAL_COMMA; // last argument of the latest FLANGE_CALC
 extern Int G_NSIGDIGITS;   // 0; not read, numbers always go by decimal places
 
-// Outcome of the latest record written to a file unit: 0, or 1 when it failed. Nothing reads it.
+// Outcome of the latest record written to a file unit: 0, or 1 when it failed. Nothing reads it; a
+// host that wants to know asks UNIT_STATUS.
 extern Int WRITE_STATUS;
 
 // True when a line that is written now goes anywhere at all.

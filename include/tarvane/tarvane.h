@@ -578,8 +578,35 @@ TARVANE_API void TARVANE_CALL LINE_COUNT(int32_t* count);
 */
 TARVANE_API void TARVANE_CALL OPENUNIT(const int32_t* unit, const char* path, int32_t path_len,
                                        int32_t* status);
+/*
+** OPENHOSTUNIT - a report unit without a file: what OPENUNIT would write there goes to a routine of the
+** host as it is written.
+**
+** Given:
+**   unit    as for OPENUNIT
+**   take    gets the user pointer, and characters of the report that hold for the call only; answers 0
+**           when it has taken them. It must not call the engine
+**   user    comes back in each call of take
+** Returned:
+**   status  0 open, 1 failed
+*/
+typedef int32_t(TARVANE_CALL* TARVANE_TAKE_RECORD)(void* user, const char* text, int32_t length);
+TARVANE_API void TARVANE_CALL OPENHOSTUNIT(const int32_t* unit, TARVANE_TAKE_RECORD take,
+                                           void* user, int32_t* status);
 /* Closes a unit; nothing happens if it is not open. */
 TARVANE_API void TARVANE_CALL CLOSEUNIT(const int32_t* unit);
+/*
+** UNIT_STATUS - whether all of a report has got to its unit. A record that can't be written is lost, and
+** the report goes on with the next one; the status tells it until the unit is opened again, or RESET_ENGINE finds it closed. After
+** CLOSEUNIT it covers what the system wrote only then.
+**
+** Given:
+**   unit    1 to 1000
+** Returned:
+**   status  0 everything since the opening was written; 1 something was lost, or the unit could not be
+**           opened or is none
+*/
+TARVANE_API void TARVANE_CALL UNIT_STATUS(const int32_t* unit, int32_t* status);
 
 /*
 ** Services of the host. Each function may be null: the engine then does what the platform offers,

@@ -46,6 +46,16 @@ void TARVANE_CALL broken_clock(void* user, std::int32_t* year, std::int32_t* mon
         *part = garbage_whole(chance);
 }
 
+// A host that takes every record, and one that takes none.
+std::int32_t TARVANE_CALL take_record(void*, const char* text, std::int32_t length) {
+    told.append(text, static_cast<std::size_t>(length));
+    return 0;
+}
+std::int32_t TARVANE_CALL refuse_record(void*, const char*, std::int32_t) {
+    told.append("record refused\n");
+    return 1;
+}
+
 constexpr std::string_view RECORD_TEXTS[] = {
     "SA-105", "SA-193 B7", "1", "Y", "-24", "CS-2", "11", "-50", "1111", "150", "", "P-No. 1"};
 
@@ -311,6 +321,11 @@ TARVANE_HOST_SERVICES* Call::services() {
     if (is_garbage(chance, noise)) table.version = garbage_whole(chance);
     return reinterpret_cast<TARVANE_HOST_SERVICES*>(
         block(Block::Kind::addresses, &table, sizeof table));
+}
+
+TARVANE_TAKE_RECORD Call::taker() {
+    static constexpr TARVANE_TAKE_RECORD TAKERS[] = {take_record, refuse_record, nullptr};
+    return chance.of(TAKERS);
 }
 
 char* Call::record(std::size_t size) {

@@ -84,6 +84,8 @@ class Call {
                 return window();
             else if constexpr (std::is_same_v<Kept, TARVANE_HOST_SERVICES>)
                 return services();
+            else if constexpr (std::is_same_v<Argument, TARVANE_TAKE_RECORD>)
+                return taker();
             else
                 return reinterpret_cast<Kept*>(record(sizeof(Kept)));
         }
@@ -106,6 +108,7 @@ class Call {
     void* spare();
     void** window();
     TARVANE_HOST_SERVICES* services();
+    TARVANE_TAKE_RECORD taker();
     char* record(std::size_t size);
     std::size_t array_size() const;
 

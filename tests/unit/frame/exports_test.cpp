@@ -260,6 +260,33 @@ TEST_F(Surface, UnitsOpenAndClose) {
     EXPECT_EQ(status, 1);
 }
 
+Int TARVANE_CALL append_record(void* user, const char* text, Int length) {
+    static_cast<std::string*>(user)->append(text, static_cast<std::size_t>(length));
+    return 0;
+}
+
+// Line by line what OPENUNIT writes to a file; UNIT_STATUS keeps the line that found no unit.
+TEST_F(Surface, AReportGoesToTheHostAsToAFile) {
+    const std::string path = scratch.file("report.txt");
+    const Int file = 10, host = 11, closed = 12, on = 1;
+    std::string taken;
+    Int status = -1;
+    ::OPENUNIT(&file, path.data(), static_cast<Int>(path.size()), &status);
+    ::OPENHOSTUNIT(&host, append_record, &taken, &status);
+    EXPECT_EQ(status, 0);
+    ::SET_IWRITE(&on);
+    ::SET_IWRTFL(&on);
+    for (const Int unit : {file, host, closed}) {
+        ::SET_IOUT(&unit);
+        ::WRITE_TEXT("a line of the host's", 20, &on);
+        ::CLOSEUNIT(&unit);
+        ::UNIT_STATUS(&unit, &status);
+        EXPECT_EQ(status, unit == closed ? 1 : 0);
+    }
+    EXPECT_NE(taken.find("a line of the host's"), std::string::npos);
+    EXPECT_EQ(taken, scratch.read("report.txt"));
+}
+
 // A length that was never set leads to no more than the longest text there is.
 TEST_F(Surface, OfATextSoManyCharactersAreReadAtMost) {
     const std::string text(5000, 'x');

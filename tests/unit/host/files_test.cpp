@@ -1,5 +1,6 @@
 #include "scratch.h"
 
+#include <csignal>
 #include <vector>
 
 #include <sys/resource.h>
@@ -207,6 +208,123 @@ TEST_F(FileTest, NoUnitKeepsAFileOpenThatItNoLongerHas) {
     ASSERT_TRUE(open_unit_for_writing(20, scratch.file("e.txt")));
     close_unit_and_delete(20);
     EXPECT_EQ(open_files(), before);
+}
+
+// ---- what has got to a unit ----------------------------------------------------------------------
+
+TEST_F(FileTest, TheStatusOfAUnitKeepsWhatWasLost) {
+    // Nothing beyond this size can be written, as on a full disk.
+    struct rlimit limit, kept;
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &kept), 0);
+    limit = kept;
+    limit.rlim_cur = 8;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    Int status = -1;
+    OPENUNIT(20, scratch.file("report.txt"), status);
+    OPENUNIT(21, scratch.file("other.txt"), status);
+    EXPECT_EQ(UNIT_STATUS(20), 0);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const bool first = write_to_unit(20, "12345678", 8), second = write_to_unit(20, "9", 1);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &kept), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_TRUE(first);
+    EXPECT_FALSE(second);
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    EXPECT_TRUE(write_to_unit(20, "10", 2)) << "the report goes on";
+    EXPECT_EQ(UNIT_STATUS(20), 1) << "but what was lost is lost";
+    EXPECT_EQ(UNIT_STATUS(21), 0) << "of another unit";
+    RESET_UNITS();
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    close_unit(20);
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    OPENUNIT(20, scratch.file("report.txt"), status);
+    EXPECT_EQ(UNIT_STATUS(20), 0);
+}
+
+TEST_F(FileTest, AResetForgetsWhatClosedUnitsLost) {
+    EXPECT_FALSE(write_to_unit(20, "x", 1));
+    RESET_UNITS();
+    EXPECT_EQ(UNIT_STATUS(20), 0);
+}
+
+TEST_F(FileTest, TheStatusTellsAUnitThatCannotBeWritten) {
+    EXPECT_FALSE(write_to_unit(20, "x", 1)); // closed
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    Int status = -1;
+    OPENUNIT(20, scratch.file("none/report.txt"), status);
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    for (const Int unit : {-1, 0, 1001, INT32_MAX, INT32_MIN}) {
+        EXPECT_FALSE(write_to_unit(unit, "x", 1));
+        EXPECT_EQ(UNIT_STATUS(unit), 1) << unit;
+    }
+    OPENUNIT(20, scratch.file("report.txt"), status);
+    close_handle(unit_handle(20)); // behind the unit's back: closing it fails
+    EXPECT_EQ(UNIT_STATUS(20), 0);
+    close_unit(20);
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+}
+
+// ---- a unit of the host's ------------------------------------------------------------------------
+
+struct Taken {
+    std::string text;
+    Int answer = 0;
+};
+
+Int take_record(void* user, const char* text, Int length) {
+    Taken& taken = *static_cast<Taken*>(user);
+    taken.text.append(text, static_cast<std::size_t>(length));
+    return taken.answer;
+}
+
+TEST_F(FileTest, AHostUnitHandsOverWhatAFileWouldGet) {
+    Taken taken;
+    Int status = -1, next = 0;
+    ASSERT_TRUE(open_unit_for_writing(10, scratch.file("before.txt")));
+    OPENHOSTUNIT(10, take_record, &taken, status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(unit_handle(10), -1) << "the file that the unit had is closed";
+    GETNEXTUNIT(next);
+    EXPECT_EQ(next, 11);
+    EXPECT_TRUE(write_to_unit(10, "one\n", 4));
+    EXPECT_TRUE(write_to_unit(10, "two\n", 4));
+    EXPECT_EQ(UNIT_STATUS(10), 0);
+    close_unit(10);
+    EXPECT_FALSE(write_to_unit(10, "three\n", 6));
+    EXPECT_EQ(taken.text, "one\ntwo\n");
+    GETNEXTUNIT(next);
+    EXPECT_EQ(next, 10);
+}
+
+TEST_F(FileTest, AHostUnitKeepsThatARecordWasNotTaken) {
+    Taken taken;
+    Int status = -1;
+    OPENHOSTUNIT(20, take_record, &taken, status);
+    taken.answer = 1;
+    EXPECT_FALSE(write_to_unit(20, "x", 1));
+    taken.answer = 0;
+    EXPECT_TRUE(write_to_unit(20, "x", 1));
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    close_unit_and_delete(20); // there is nothing to delete
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    OPENHOSTUNIT(20, take_record, &taken, status);
+    EXPECT_EQ(UNIT_STATUS(20), 0);
+    OPENUNIT(20, scratch.file("report.txt"), status);
+    EXPECT_TRUE(write_to_unit(20, "file", 4));
+    EXPECT_EQ(scratch.read("report.txt"), "file");
+    EXPECT_EQ(taken.text, "xx");
+}
+
+TEST_F(FileTest, AHostUnitNeedsARoutineAndAUnit) {
+    Int status = 0;
+    OPENHOSTUNIT(20, nullptr, nullptr, status);
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(UNIT_STATUS(20), 1);
+    EXPECT_FALSE(write_to_unit(20, "x", 1));
+    for (const Int unit : {-1, 0, 1001}) {
+        OPENHOSTUNIT(unit, take_record, nullptr, status);
+        EXPECT_EQ(status, 1) << unit;
+    }
 }
 
 TEST_F(FileTest, OpenUnitFailsInAFolderThatIsNotThere) {
