@@ -2,7 +2,7 @@
 
 #include "chart_drawing.h"
 #include "data_folder.h"
-#include "files.h"
+#include "output_file.h"
 #include "results.h"
 
 #include "tarvane/tarvane.h"
@@ -155,6 +155,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
         return Status::bad_input;
     };
     if (!options.data.empty()) set_data_folder(options.data);
+    if (!options.svg.empty()) check_output(options.svg, {});
     RESET_ENGINE();
     const UnitSystem& units = options.units;
     const float temperature = units.to_engine(options.temperature, Quantity::temperature);
@@ -176,14 +177,20 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     const ChartCurve curve = read_curve(*name, temperature, yield);
     if (!(curve.E > 0.0f && curve.Amax > 0.0f))
         return refuse("the rows of chart " + *name + " cannot be read");
+    // The drawing comes first, so that a reader who leaves early has it; without it there is the table.
+    Status status = Status::fine;
+    if (!options.svg.empty()) {
+        try {
+            write_whole(options.svg, chart_svg(*name, temperature, yield, options.A, units));
+        } catch (const std::runtime_error& problem) {
+            status = refuse(problem.what());
+        }
+    }
     print_table(options, *name, temperature, curve, out);
     if (is_approximate(CHART_FILE, *name))
         out << "\nApproximate figures: replace " << CHART_FILE
             << " by one made from a licensed copy of the standard.\n";
-    if (options.svg.empty()) return Status::fine;
-
-    write_whole(options.svg, chart_svg(*name, temperature, yield, options.A, units));
-    return Status::fine;
+    return status;
 }
 
 } // namespace tarvane::app

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -46,6 +47,27 @@ void set_data_folder(const std::string& folder) {
 std::string data_folder() {
     if (!chosen.empty()) return chosen;
     return std::filesystem::path(library_file()).parent_path().string();
+}
+
+std::vector<std::string> data_files() {
+    namespace fs = std::filesystem;
+    constexpr std::string_view TEXT_FILES[] = {"ANSIFlangeDimensions.txt",
+                                               "BOLTDATA.TXT",
+                                               "ElastAlp07.txt",
+                                               "ExtChartData.txt",
+                                               "PLWXML.TXT",
+                                               "TableGData.txt",
+                                               "approximate.txt",
+                                               "VIII-1_Matls_By_Table.txt"};
+    std::vector<std::string> paths;
+    std::error_code none;
+    for (const fs::directory_entry& entry : fs::directory_iterator(data_folder(), none)) {
+        const fs::path& path = entry.path();
+        if (path.extension() == ".BIN" || std::find(std::begin(TEXT_FILES), std::end(TEXT_FILES),
+                                                    path.filename()) != std::end(TEXT_FILES))
+            paths.push_back(path.string());
+    }
+    return paths;
 }
 
 std::vector<Section> read_sections(std::string_view file) {

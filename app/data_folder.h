@@ -12,6 +12,9 @@ void set_data_folder(const std::string& folder);
 // The folder that was set, else that of the library.
 std::string data_folder();
 
+// Paths of the data files in the folder.
+std::vector<std::string> data_files();
+
 // A section of a text file of the folder: "[name]" and its lines up to the next section, without
 // blank lines and comments.
 struct Section {

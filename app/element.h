@@ -118,8 +118,8 @@ struct Element {
     virtual std::vector<std::string_view> required(const Reading& reading) const = 0;
 
     // ---- running ----
-    // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when the
-    // report file cannot be opened or read.
+    // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
+    // of the report are lost.
     virtual std::unique_ptr<Outcome> calculate(const InputFile& file) const = 0;
     // `outcome` is what calculate gave.
     virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <random>
-#include <sstream>
+#include <new>
 #include <stdexcept>
 
 namespace tarvane::app {
@@ -43,24 +41,30 @@ Services::Services(Outcome& outcome) {
 
 Services::~Services() { SET_HOST_SERVICES(nullptr); }
 
-// ---- report file -----------------------------------------------------------------------------------
+// ---- report ----------------------------------------------------------------------------------------
+
+namespace {
+
+// An exception must not leave through the engine.
+std::int32_t TARVANE_CALL take_record(void* user, const char* text, std::int32_t length) {
+    try {
+        static_cast<std::string*>(user)->append(text, static_cast<std::size_t>(length));
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return 1;
+    }
+}
+
+} // namespace
 
 ReportUnit::ReportUnit() {
-    std::random_device random;
-    const std::string name = "tarvane-" + std::to_string(random()) + std::to_string(random());
-    path = std::filesystem::temp_directory_path() / name;
     GETNEXTUNIT(&number);
     std::int32_t status = 0;
-    const std::string text = path.string();
-    OPENUNIT(&number, text.data(), static_cast<std::int32_t>(text.size()), &status);
-    if (status != 0) throw std::runtime_error("cannot write the report file " + text);
+    OPENHOSTUNIT(&number, take_record, &records, &status);
+    if (status != 0) throw std::runtime_error("the engine has no unit left for a report");
 }
 
-ReportUnit::~ReportUnit() {
-    CLOSEUNIT(&number);
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-}
+ReportUnit::~ReportUnit() { CLOSEUNIT(&number); }
 
 void ReportUnit::switch_on() const {
     SET_IOUT(&number);
@@ -73,11 +77,10 @@ void ReportUnit::switch_on() const {
 std::string ReportUnit::switch_off_and_read() const {
     SET_IOUT(&OFF);
     CLOSEUNIT(&number);
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream bytes;
-    if (!file || (file.peek() != std::ifstream::traits_type::eof() && !(bytes << file.rdbuf())))
-        throw std::runtime_error("cannot read the report file " + path.string());
-    return bytes.str();
+    std::int32_t lost = 0;
+    UNIT_STATUS(&number, &lost);
+    if (lost != 0) throw std::runtime_error("lines of the report are lost");
+    return records;
 }
 
 // ---- settings --------------------------------------------------------------------------------------

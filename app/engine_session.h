@@ -5,7 +5,6 @@
 #include "input_file.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 
 namespace tarvane::app {
@@ -21,8 +20,8 @@ class Services {
     Services& operator=(const Services&) = delete;
 };
 
-// A report file of its own behind a unit of the engine, gone with the object. Throws
-// std::runtime_error when the file cannot be opened or read.
+// A unit of the engine whose report lines go to the object. Throws std::runtime_error when there is no
+// unit left, and when a line was lost.
 class ReportUnit {
   public:
     ReportUnit();
@@ -30,13 +29,13 @@ class ReportUnit {
     ReportUnit(const ReportUnit&) = delete;
     ReportUnit& operator=(const ReportUnit&) = delete;
 
-    // Report lines go to the file from now on.
+    // Report lines go to the unit from now on.
     void switch_on() const;
     // The records that were written. Report lines go nowhere from now on.
     std::string switch_off_and_read() const;
 
   private:
-    std::filesystem::path path;
+    mutable std::string records; // the engine appends to them while the unit is open
     std::int32_t number = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "materials_command.h"
 #include "mdmt_command.h"
 #include "run.h"
+#include "standard_output.h"
 #include "text.h"
 
 #include <CLI/CLI.hpp>
@@ -15,21 +16,7 @@
 #include <iostream>
 #include <string_view>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace {
-
-bool on_terminal() {
-#ifdef _WIN32
-    return _isatty(_fileno(stdout)) != 0;
-#else
-    return isatty(STDOUT_FILENO) != 0;
-#endif
-}
 
 // Options of `tarvane mdmt` by the key of an [[mdmt]] that each stands for.
 struct MdmtOption {
@@ -67,9 +54,8 @@ tarvane::app::UnitSystem units_named(const std::string& name) {
     return tarvane::app::folded(name) == "si" ? tarvane::app::si_units() : tarvane::app::us_units();
 }
 
-} // namespace
-
-int main(int argc, char** argv) try {
+// The whole command line; its exit status.
+int command(int argc, char** argv, std::ostream& out) {
     using namespace tarvane::app;
     CLI::App app{"Calculations of bolted flanges and flat covers of pressure vessels"};
     app.set_version_flag("--version", TARVANE_VERSION);
@@ -152,26 +138,26 @@ int main(int argc, char** argv) try {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : static_cast<int>(Status::bad_input);
+        return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
     if (keys_command->parsed()) {
-        std::cout << key_table();
+        out << key_table();
         return 0;
     }
     if (materials_command->parsed()) {
         materials.selection.code = folded(materials_code) == "viii2" ? 2 : 1;
         materials.units = units_named(materials_units);
-        return static_cast<int>(list_materials(materials, std::cout, std::cerr));
+        return static_cast<int>(list_materials(materials, out, std::cerr));
     }
     if (flanges_command->parsed()) {
         if (wall_option->count() > 0) flanges.wall = wall;
         flanges.units = units_named(flange_units);
-        return static_cast<int>(list_flanges(flanges, std::cout, std::cerr));
+        return static_cast<int>(list_flanges(flanges, out, std::cerr));
     }
     if (chart_command->parsed()) {
         if (factor_option->count() > 0) chart.A = factor;
         chart.units = units_named(chart_units);
-        return static_cast<int>(show_chart(chart, std::cout, std::cerr));
+        return static_cast<int>(show_chart(chart, out, std::cerr));
     }
     if (mdmt_command->parsed()) {
         // A design temperature that is not given is low enough for UG-20(f).
@@ -190,11 +176,22 @@ int main(int argc, char** argv) try {
         flag("normalized", normalized);
         flag("ug20f", !no_ug20f);
         mdmt.units = units_named(mdmt_units).name;
-        return static_cast<int>(show_mdmt(mdmt, std::cout, std::cerr));
+        return static_cast<int>(show_mdmt(mdmt, out, std::cerr));
     }
-    options.colour = !plain && (colour == "always" || (colour == "auto" && on_terminal()));
-    return static_cast<int>(run(options, std::cout, std::cerr));
-} catch (const std::exception& problem) {
-    std::fprintf(stderr, "tarvane: %s\n", problem.what());
-    return static_cast<int>(tarvane::app::Status::bad_input);
+    options.colour = !plain && (colour == "always" || (colour == "auto" && output_on_terminal()));
+    return static_cast<int>(run(options, out, std::cerr));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    tarvane::app::prepare_standard_streams();
+    tarvane::app::StandardOutput output;
+    int status = static_cast<int>(tarvane::app::Status::bad_input);
+    try {
+        status = command(argc, argv, output.stream());
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "tarvane: %s\n", problem.what());
+    }
+    return output.finish(status);
 }

@@ -4,6 +4,7 @@
 #include "data_folder.h"
 #include "files.h"
 #include "input_file.h"
+#include "output_file.h"
 #include "report_view.h"
 #include "text.h"
 
@@ -47,15 +48,82 @@ std::string approximate_lines(const InputFile& file) {
     return lines;
 }
 
-// "external-2.svg" in the folder: the chart of the second [[external]] with its point.
-void draw_chart_of(const Element& element, const Outcome& outcome, const UnitSystem& units,
-                   const std::string& folder) {
-    const std::optional<ChartPoint> point = element.chart_point(outcome);
-    if (!point) return;
+// "external-2.svg" in the folder: the chart of the second [[external]].
+std::string chart_file(const std::string& folder, const Element& element) {
     const std::string name =
         std::string(element.kind->table) + '-' + std::to_string(element.number) + ".svg";
-    write_whole((std::filesystem::path(folder) / name).string(),
-                chart_svg(point->chart, point->temperature, point->yield, point->A, units));
+    return (std::filesystem::path(folder) / name).string();
+}
+
+// Nothing that is read, and no output twice, is written over.
+void check_outputs(const RunOptions& options, const InputFile& file) {
+    std::vector<FileInUse> in_use{{"the input file", options.input}};
+    if (!options.report.empty()) {
+        check_output(options.report, in_use);
+        in_use.push_back({"the report", options.report});
+    }
+    if (options.charts.empty()) return;
+    for (const auto& element : file.elements)
+        refuse_same_file(chart_file(options.charts, *element), in_use);
+}
+
+// The elements up to the first one that ends the run.
+struct Calculation {
+    std::vector<std::unique_ptr<Outcome>> outcomes;
+    std::vector<Calculated> calculated;
+    std::vector<Verdict> verdicts;
+    Status status = Status::fine;
+    std::vector<std::string> problems; // of the run itself
+    bool complete = true;
+};
+
+Calculation calculate(const InputFile& file) {
+    Calculation c;
+    for (const auto& element : file.elements) {
+        try {
+            c.outcomes.push_back(element->calculate(file));
+        } catch (const std::exception& problem) {
+            c.problems.emplace_back(problem.what());
+            c.status = std::max(c.status, Status::bad_input);
+            c.complete = false;
+            break;
+        }
+        c.calculated.push_back({element.get(), c.outcomes.back().get()});
+        c.verdicts.push_back(element->judge(*c.outcomes.back(), file.units));
+        c.status = std::max(c.status, c.verdicts.back().status);
+        c.complete = c.verdicts.back().status != Status::stopped;
+        if (!c.complete) break;
+    }
+    return c;
+}
+
+// The named files. What can't be written is a problem of its own; the rest is written all the same.
+void write_files(const RunOptions& options, const UnitSystem& units, Calculation& c) {
+    const auto attempt = [&](const auto& write) {
+        try {
+            write();
+        } catch (const std::exception& problem) {
+            c.problems.emplace_back(problem.what());
+            c.status = std::max(c.status, Status::bad_input);
+        }
+    };
+    if (!options.report.empty() && c.complete) {
+        std::string reports;
+        for (const Calculated& each : c.calculated)
+            reports += each.outcome->report;
+        attempt([&] { write_whole(options.report, reports); });
+    }
+    if (options.charts.empty()) return;
+    for (std::size_t i = 0; i < c.calculated.size(); ++i) {
+        if (c.verdicts[i].status == Status::stopped) continue;
+        const auto& [element, outcome] = c.calculated[i];
+        const std::optional<ChartPoint> point = element->chart_point(*outcome);
+        if (!point) continue;
+        attempt([&] {
+            write_whole(chart_file(options.charts, *element),
+                        chart_svg(point->chart, point->temperature, point->yield, point->A, units));
+        });
+    }
 }
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
@@ -66,29 +134,24 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     if (!input.faults.empty()) return Status::bad_input;
 
     const InputFile& file = input.file;
-    std::vector<std::unique_ptr<Outcome>> outcomes;
-    std::vector<Calculated> calculated;
-    std::string reports;
-    Status status = Status::fine;
-    for (const auto& element : file.elements) {
-        outcomes.push_back(element->calculate(file));
-        const Outcome& outcome = *outcomes.back();
-        out << show_report(outcome.report, options.colour) << std::flush;
+    check_outputs(options, file);
+    Calculation c = calculate(file);
+    // The files come first: a reader of standard output who leaves early has them.
+    write_files(options, file.units, c);
+    for (std::size_t i = 0; i < c.calculated.size(); ++i) {
+        const auto& [element, outcome] = c.calculated[i];
+        out << show_report(outcome->report, options.colour) << std::flush;
         const std::string name = name_of(*element);
-        for (const std::string& message : outcome.messages)
+        for (const std::string& message : outcome->messages)
             err << name << ": " << to_utf8(message) << '\n';
-        const Verdict verdict = element->judge(outcome, file.units);
-        for (const std::string& reason : verdict.reasons)
+        for (const std::string& reason : c.verdicts[i].reasons)
             err << name << ": " << reason << '\n';
-        status = std::max(status, verdict.status);
-        if (verdict.status == Status::stopped) return status;
-        reports += outcome.report;
-        if (!options.charts.empty()) draw_chart_of(*element, outcome, file.units, options.charts);
-        calculated.push_back({element.get(), &outcome});
     }
-    if (!options.report.empty()) write_whole(options.report, reports);
-    out << closing_tables(calculated, file.units) << approximate_lines(file) << std::flush;
-    return status;
+    if (c.complete)
+        out << closing_tables(c.calculated, file.units) << approximate_lines(file) << std::flush;
+    for (const std::string& problem : c.problems)
+        err << "tarvane: " << problem << '\n';
+    return c.status;
 }
 
 } // namespace

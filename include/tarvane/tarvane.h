@@ -597,8 +597,8 @@ TARVANE_API void TARVANE_CALL OPENHOSTUNIT(const int32_t* unit, TARVANE_TAKE_REC
 TARVANE_API void TARVANE_CALL CLOSEUNIT(const int32_t* unit);
 /*
 ** UNIT_STATUS - whether all of a report has got to its unit. A record that can't be written is lost, and
-** the report goes on with the next one; the status tells it until the unit is opened again, or RESET_ENGINE finds it closed. After
-** CLOSEUNIT it covers what the system wrote only then.
+** the report goes on with the next one; the status tells it until the unit is opened again, or until
+** RESET_ENGINE finds it closed. After CLOSEUNIT it covers what the system wrote only then.
 **
 ** Given:
 **   unit    1 to 1000

@@ -445,7 +445,8 @@ TEST_F(Chart, PointStandsAtItsPlace) {
 TEST_F(Chart, DrawingIsWrittenWhollyOrNotAtAll) {
     const ProgramRun result = tarvane("chart CS-2 -T 400 --svg " + path("no/such/chart.svg"));
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "tarvane: cannot write " + path("no/such/chart.svg") + '\n');
+    EXPECT_EQ(result.err, "tarvane: cannot write " + path("no/such/chart.svg") +
+                              ": No such file or directory\n");
 }
 
 } // namespace

@@ -191,7 +191,7 @@ TEST_F(Program, ReportFileIsWrittenWhollyOrNotAtAll) {
     const std::string nowhere = path("no/such/folder/report");
     const ProgramRun result = run("run " + file + " --report " + nowhere);
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "tarvane: cannot write " + nowhere + '\n');
+    EXPECT_EQ(result.err, "tarvane: cannot write " + nowhere + ": No such file or directory\n");
 
     write("report", "older");
     EXPECT_EQ(run("run " + file + " --report " + path("report")).status, 0);
