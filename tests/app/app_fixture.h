@@ -101,10 +101,15 @@ class ProgramTest : public testing::Test {
 
     // Arguments as the shell takes them.
     ProgramRun run(const std::string& arguments) const {
-        const std::string command = std::string(TARVANE_PROGRAM) + ' ' + arguments + " >" +
-                                    path("stdout") + " 2>" + path("stderr");
+        return shell(std::string(TARVANE_PROGRAM) + ' ' + arguments);
+    }
+
+    // Commands of the shell, and the status of the last one.
+    ProgramRun shell(const std::string& commands) const {
+        const std::string line =
+            "{ " + commands + "; } >" + path("stdout") + " 2>" + path("stderr");
         ProgramRun result;
-        const int status = std::system(command.c_str());
+        const int status = std::system(line.c_str());
         if (WIFEXITED(status)) result.status = WEXITSTATUS(status);
         result.out = read(path("stdout"));
         result.err = read(path("stderr"));

@@ -32,18 +32,10 @@ class Output : public ProgramTest {
   protected:
     Output() : flange(write("flange.toml", FLANGE_TOML)) {}
 
-    // A line of the shell, in which $P is the program; its standard output and error are files unless the
-    // line says otherwise.
-    ProgramRun shell(const std::string& line) const {
-        const std::string command = "P='" + std::string(TARVANE_PROGRAM) + "'; cd '" +
-                                    folder.string() + "'; { " + line + "; } >" + path("stdout") +
-                                    " 2>" + path("stderr");
-        ProgramRun result;
-        const int status = std::system(command.c_str());
-        if (WIFEXITED(status)) result.status = WEXITSTATUS(status);
-        result.out = read(path("stdout"));
-        result.err = read(path("stderr"));
-        return result;
+    // The same in the folder of the test; $P is the program.
+    ProgramRun shell(const std::string& commands) const {
+        return ProgramTest::shell("P='" + std::string(TARVANE_PROGRAM) + "'; cd '" +
+                                  folder.string() + "'; " + commands);
     }
 
     std::set<std::string> files() const {
