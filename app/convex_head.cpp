@@ -17,37 +17,32 @@ using N = ExternalNumber;
 
 namespace {
 
-constexpr std::string_view THICKNESS_RULE = "UG-33 (a)(1)", PRESSURE_RULE = "UG-33 (a)";
 constexpr float NOMINAL_PRESSURE = 1.0f; // psi
-constexpr float LEAST_YIELD = 1000.0f;   // psi, of Appendix 1-4(f)
+constexpr float LEAST_YIELD = 1000.0f;   // psi, of Appendix 1-4(f), for the message
 constexpr float WITHIN = 0.9999f;        // MAWP and thickness are rounded apart
 
-// "1.67 * P", as the report shows it.
-Formula internal_pressure(const ExternalInput& element) {
-    Symbols symbols;
-    symbols.put("P", element.setting(N::P), TARVANE_AS_PRESSURE);
-    return formula("Internal Pressure to Check the Head with [Pi]:", "1.67 * P", THICKNESS_RULE,
-                   TARVANE_AS_PRESSURE, symbols);
+float external_pressure(const ExternalInput& element) {
+    return element.has_pressure() ? element.setting(N::P) : 0.0f;
 }
 
-Formula external_rating(float mawp) {
-    Symbols symbols;
-    symbols.put("MAWP", mawp, TARVANE_AS_PRESSURE);
-    return formula("Allowable External Pressure by Internal Pressure [MAEPi]:", "MAWP / 1.67",
-                   PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols);
-}
-
-// From 2 S E = 0.2 Pi on the formulas of UG-32 have none.
 bool has_thickness(const ConvexHead& convex) {
-    const float tr = convex.results.rules.thickness.back().value;
-    return tr > 0.0f && std::isfinite(tr) && std::isfinite(convex.results.t_required);
+    return std::isfinite(convex.results.found.t_required);
+}
+
+// The thickness is infinite where none holds.
+void calculate(ConvexHead& convex) {
+    calculate_pressures(convex.head, convex.results);
+    TARVANE_SHELL_RESULTS& found = convex.results.found;
+    const ConvexRating rating = convex_rating({}, found);
+    found.t_required = rating.t_inside;
+    convex.maep = rating.maep_i;
 }
 
 bool holds(const ConvexHead& convex) {
     const ShellOutcome& o = convex.results;
-    return has_thickness(convex) && o.t_required <= convex.head.setting(ShellNumber::t) &&
-           o.mawp >= convex.head.setting(ShellNumber::P) * WITHIN &&
-           o.status_14f != TARVANE_HEAD_FAILED;
+    return has_thickness(convex) && o.found.t_required <= convex.head.setting(ShellNumber::t) &&
+           o.found.mawp >= convex.head.setting(ShellNumber::P) * WITHIN &&
+           o.found.t_status_14f != TARVANE_HEAD_FAILED;
 }
 
 // COMPUTE_FAILURE_CA_DIV1 knows neither the tolerance nor Appendix 1-4(f).
@@ -60,8 +55,8 @@ float failure_corrosion(const ConvexHead& convex) {
         const float c = pass == 0 ? 0.0f : (sound + failed) / 2.0f;
         trial.head.put_setting(ShellNumber::c, c);
         // The modulus is looked up for heads that are thin as they are.
-        if (!convex.results.thin) trial.head.put_setting(ShellNumber::skip_1_4f, 1.0f);
-        calculate_pressures(trial.head, trial.results);
+        if (convex.results.found.thin == 0) trial.head.put_setting(ShellNumber::skip_1_4f, 1.0f);
+        calculate(trial);
         if (holds(trial))
             sound = c;
         else if (pass == 0)
@@ -78,17 +73,25 @@ struct MissingForThinHead {
     bool optional;
 };
 
-MissingForThinHead missing_for_thin_head(const ShellInput& head, const UnitSystem& units) {
+MissingForThinHead missing_for_thin_head(const ConvexHead& convex, const UnitSystem& units) {
+    const ShellInput& head = convex.head;
     const float yield = head.setting(ShellNumber::Sy);
     const bool diameter = head.diameter() > 0.0f;
     if (!(yield > 0.0f)) return {diameter ? "Sy" : "Sy and D or Do", true};
     if (!diameter) return {"D or Do", true};
-    if (!(yield > LEAST_YIELD))
+    if ((convex.results.found.lacks_14f & TARVANE_LACKS_YIELD) != 0)
         return {"Sy above " + shown(LEAST_YIELD, Quantity::stress, units), false};
     return {"the elastic modulus of material_class", false};
 }
 
 } // namespace
+
+ConvexRating convex_rating(const ConvexCheck& chart, const TARVANE_SHELL_RESULTS& found) {
+    ConvexRating r{};
+    CONVEX_HEAD(&chart.P, &chart.maep, &chart.tca, &found.t_req_raw, &found.t_required, &found.mawp,
+                &r.Pi, &r.t_inside, &r.maep_i, &r.maep_g, &r.t_g);
+    return r;
+}
 
 ShellInput internal_head(const ExternalInput& element) {
     using S = ShellNumber;
@@ -116,8 +119,9 @@ ShellInput internal_head(const ExternalInput& element) {
     ShellInput head;
     for (const auto& [theirs, ours] : SHARED)
         head.put_setting(theirs, element.setting(ours));
-    head.put_setting(S::P,
-                     element.has_pressure() ? internal_pressure(element).value : NOMINAL_PRESSURE);
+    head.put_setting(S::P, element.has_pressure()
+                               ? convex_rating({external_pressure(element), 0.0f, 0.0f}, {}).Pi
+                               : NOMINAL_PRESSURE);
     head.put_setting(S::E, 1.0f);
     // A chart asks for no diameter of a torispherical head, Appendix 1-4(f) does.
     if (!(head.diameter() > 0.0f)) head.put_setting(S::skip_1_4f, 1.0f);
@@ -135,20 +139,15 @@ std::string_view missing_for_convex_head(const ExternalInput& element) {
 
 ConvexHead check_convex_head(const ExternalInput& element) {
     ConvexHead convex{internal_head(element), {}};
-    calculate_pressures(convex.head, convex.results);
-    // The report has a P already, the external pressure.
-    for (Formula& f : convex.results.rules.thickness)
-        rename_symbol(f, "P", "Pi");
-    if (!has_thickness(convex)) convex.results.t_required = std::numeric_limits<float>::infinity();
+    calculate(convex);
     if (element.has_pressure()) convex.results.fail_ca = failure_corrosion(convex);
-    convex.maep = external_rating(convex.results.mawp).value;
     return convex;
 }
 
 // ---- report ----------------------------------------------------------------------------------------
 
 void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
-                       const ExternalOutcome& chart, const UnitSystem& units) {
+                       const ExternalOutcome& chart) {
     const ShellOutcome& o = convex.results;
     const bool pressure = element.has_pressure();
     report_line("");
@@ -158,35 +157,12 @@ void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
                      element.outside() ? "Do" : "D", element.diameter(), TARVANE_AS_DIAMETER);
     }
     report_input("Joint Efficiency", "E", 1.0f, TARVANE_AS_FACTOR);
-    write_base_values(o, units);
-    if (pressure) {
-        const Formula Pi = internal_pressure(element);
-        write_formula(Pi, Pi.value, units);
-    }
-    write_factors(o, units);
-    const bool thickness = pressure && has_thickness(convex);
-    if (thickness) write_thickness(convex.head, o, units);
-    write_mawp(convex.head, o, units);
-    write_formula(external_rating(o.mawp), convex.maep, units);
-
-    Symbols symbols;
-    symbols.put("MAEP", chart.maep, TARVANE_AS_PRESSURE);
-    symbols.put("MAEPi", convex.maep, TARVANE_AS_PRESSURE);
-    write_formula(formula("Governing Maximum Allowable External Pressure [MAEPg]:",
-                          "min( MAEP, MAEPi )", PRESSURE_RULE, TARVANE_AS_PRESSURE, symbols),
-                  governing_maep(chart), units);
-    if (thickness) {
-        symbols.put("Tca", chart.tca, TARVANE_AS_THICKNESS);
-        symbols.put("treq", o.t_required, TARVANE_AS_THICKNESS);
-        write_formula(formula("Governing Required Thickness with Allowances [Tg]:",
-                              "max( Tca, treq )", THICKNESS_RULE, TARVANE_AS_THICKNESS, symbols),
-                      governing_thickness(chart), units);
-    }
+    report_convex_check(convex.head, {external_pressure(element), chart.maep, chart.tca});
     if (pressure) {
         report_line("");
         report_column("Corrosion Allowance at Failure by Internal Pressure", o.fail_ca,
                       TARVANE_AS_THICKNESS);
-        if (!thickness) {
+        if (!has_thickness(convex)) {
             report_line("Warning: No Thickness Holds 1.67 Times the Pressure Inside!", ERROR_LINE);
         } else if (is_short_of_thickness(convex.head, o)) {
             report_line("Warning: Required Thickness by UG-33 (a)(1) Exceeds the Given Thickness!",
@@ -220,7 +196,7 @@ void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outc
         fails("UG-33 (a)(1): no thickness holds 1.67 times the pressure inside");
     } else if (element.has_pressure() && is_short_of_thickness(convex.head, o)) {
         fails("the required thickness by UG-33 (a)(1), for 1.67 times the pressure inside, " +
-              shown(o.t_required, Quantity::thickness, units) + " is above the given " +
+              shown(o.found.t_required, Quantity::thickness, units) + " is above the given " +
               shown(element.setting(N::t), Quantity::thickness, units));
     }
     if (element.has_pressure() && is_short_of_pressure(convex.head, o)) {
@@ -228,21 +204,21 @@ void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outc
               " is below the external design pressure " +
               shown(element.setting(N::P), Quantity::pressure, units));
     }
-    if (o.status_14f == TARVANE_HEAD_FAILED)
+    if (o.found.t_status_14f == TARVANE_HEAD_FAILED)
         fails("UG-33 (a)(1): Appendix 1-4(f) has no solution for this geometry");
-    if (o.thin && !o.limits_14f) {
+    if (o.found.thin != 0 && o.found.evaluated_14f == 0) {
         // A note where a key is left out, as for the check as a whole.
         std::string reason =
             "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated";
         Status status = Status::fine;
         if (element.setting(N::skip_1_4f) == 0.0f) {
-            const MissingForThinHead missing = missing_for_thin_head(convex.head, units);
+            const MissingForThinHead missing = missing_for_thin_head(convex, units);
             reason += "; it needs " + missing.what;
             if (!missing.optional) status = Status::fails;
         }
         verdict.say(status, std::move(reason));
     }
-    for (const std::string_view warning : form_warnings(convex.head))
+    for (const std::string_view warning : form_warnings(convex.head, o))
         verdict.say(Status::fine, std::string(warning));
 }
 

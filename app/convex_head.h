@@ -13,6 +13,12 @@ struct ConvexHead {
     float maep = 0.0f; // MAWP of the head / 1.67
 };
 
+// CONVEX_HEAD: of an external pressure, what the chart gives, and what SHLINT found.
+struct ConvexRating {
+    float Pi, t_inside, maep_i, maep_g, t_g;
+};
+ConvexRating convex_rating(const ConvexCheck& chart, const TARVANE_SHELL_RESULTS& found);
+
 // The head as one under internal pressure. Without an external pressure it gets one of 1 psi: the rated
 // pressure does not depend on it, and Appendix 1-4(f) finds no thickness for none.
 ShellInput internal_head(const ExternalInput& element);
@@ -25,7 +31,7 @@ ConvexHead check_convex_head(const ExternalInput& element);
 
 // The lines of the report, behind those of the chart; `chart` has their results.
 void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
-                       const ExternalOutcome& chart, const UnitSystem& units);
+                       const ExternalOutcome& chart);
 
 // What is to be said about the check, whether it was made or not.
 void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outcome,

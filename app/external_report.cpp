@@ -97,8 +97,7 @@ void write_external_inputs(const ExternalInput& element, const UnitSystem& units
     report_line(rules_of(element));
 }
 
-void write_external_results(const ExternalInput& element, const ExternalOutcome& o,
-                            const UnitSystem& units) {
+void write_external_results(const ExternalInput& element, const ExternalOutcome& o) {
     report_line("");
     if (o.no_curve) {
         report_line("ERROR - There is no External Pressure Chart, no calculation was made.",
@@ -138,7 +137,7 @@ void write_external_results(const ExternalInput& element, const ExternalOutcome&
                     ERROR_LINE);
     }
     if (o.convex != nullptr) {
-        write_convex_head(*o.convex, element, o, units);
+        write_convex_head(*o.convex, element, o);
     } else if (element.convex_head()) {
         report_line(
             "Note: UG-33 (a)(1) was not checked for 1.67 times the pressure inside; it needs " +

@@ -7,7 +7,6 @@ namespace tarvane::app {
 
 // Begins the report; behind it follow the lines of the engine.
 void write_external_inputs(const ExternalInput& element, const UnitSystem& units);
-void write_external_results(const ExternalInput& element, const ExternalOutcome& outcome,
-                            const UnitSystem& units);
+void write_external_results(const ExternalInput& element, const ExternalOutcome& outcome);
 
 } // namespace tarvane::app

@@ -15,6 +15,11 @@ namespace {
 
 constexpr float WITHIN = 0.999f, BEYOND = 1.001f; // what falls short by less does not fail
 
+// Of a head with a check by UG-33(a)(1).
+ConvexRating with_chart(const ExternalOutcome& outcome) {
+    return convex_rating({0.0f, outcome.maep, outcome.tca}, outcome.convex->results.found);
+}
+
 } // namespace
 
 bool is_short_of_pressure(const ExternalInput& element, const ExternalOutcome& outcome) {
@@ -26,12 +31,12 @@ bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& 
 }
 
 float governing_maep(const ExternalOutcome& outcome) {
-    return outcome.convex ? std::min(outcome.maep, outcome.convex->maep) : outcome.maep;
+    return outcome.convex ? with_chart(outcome).maep_g : outcome.maep;
 }
 
 float governing_thickness(const ExternalOutcome& outcome) {
     if (!outcome.convex) return outcome.tca;
-    return std::max(outcome.tca, outcome.convex->results.t_required);
+    return with_chart(outcome).t_g;
 }
 
 bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome) {
@@ -92,7 +97,7 @@ struct ExternalResult {
         return outcome->convex ? number(outcome->convex->maep) : std::nullopt;
     }
     std::optional<float> convex_thickness() const {
-        return outcome->convex ? required(outcome->convex->results.t_required) : std::nullopt;
+        return outcome->convex ? required(outcome->convex->results.found.t_required) : std::nullopt;
     }
     std::optional<float> failure_corrosion() const {
         const std::optional<float> chart = required(outcome->fail_ca);

@@ -75,7 +75,7 @@ ExternalOutcome run_external(const ExternalInput& element, const InputFile& file
     report.switch_on();
     write_external_inputs(element, file.units);
     if (!outcome.no_curve) call_shlext(element, outcome);
-    write_external_results(element, outcome, file.units);
+    write_external_results(element, outcome);
     outcome.report = report.switch_off_and_read();
     return outcome;
 }

@@ -18,7 +18,6 @@ using N = ShellNumber;
 namespace {
 
 constexpr std::size_t MOST_SHELLS = 500;
-constexpr float KNUCKLE_ABOVE = 0.001f; // radius and thickness from which a cone has a knuckle
 
 } // namespace
 
@@ -39,11 +38,6 @@ const ElementKind SHELL_KIND{
 
 // ---- reading ---------------------------------------------------------------------------------------
 
-bool ShellInput::knuckle() const {
-    return shape() == TARVANE_CONE && setting(N::r) > KNUCKLE_ABOVE &&
-           setting(N::tk) > KNUCKLE_ABOVE;
-}
-
 void ShellInput::put_number(const Key& key, float value) {
     settings[static_cast<std::size_t>(key.index)] = value;
 }
@@ -56,19 +50,12 @@ bool ShellInput::formed() const {
     return shape() == TARVANE_ELLIPTICAL_HEAD || shape() == TARVANE_TORISPHERICAL_HEAD;
 }
 
-// Where Appendix 1-4(f) applies; the crown radius of an ellipse as SHLINT has it.
-bool ShellInput::thin() const {
-    if (!formed()) return false;
-    const float k = setting(N::k), t = setting(N::t), c = setting(N::c);
-    const float Di = outside() ? diameter() - 2.0f * t : diameter();
-    const float ellipse = (0.31f * k + 0.16f + 0.03f * k * k) * Di;
-    const float L = shape() == TARVANE_ELLIPTICAL_HEAD ? ellipse : setting(N::L);
-    return ((t - c) - setting(N::Ut)) / (L + c) <= 0.002f;
-}
+bool ShellInput::thin() const { return formed() && look_at(*this).thin != 0; }
 
 bool ShellInput::needs_modulus() const {
     if (!formed() || older_division_2()) return formed();
-    return setting(N::Sy) > 1000.0f && !has(N::skip_1_4f) && thin();
+    const TARVANE_SHELL_RESULTS found = look_at(*this);
+    return found.thin != 0 && (found.lacks_14f & ~TARVANE_LACKS_MODULI) == 0;
 }
 
 // ---- material --------------------------------------------------------------------------------------

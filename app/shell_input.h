@@ -23,8 +23,7 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     float diameter() const { return setting(outside() ? ShellNumber::Do : ShellNumber::D); }
     bool older_division_2() const { return whole_setting(ShellNumber::code) == 2; }
     bool formed() const;        // an elliptical or torispherical head
-    bool thin() const;          // a formed head, up to 0.002 of its crown radius
-    bool knuckle() const;       // of a cone
+    bool thin() const;          // a formed head for Appendix 1-4(f)
     bool needs_modulus() const; // of the modulus table
     const std::string& material() const { return text_setting(ShellText::material); }
 

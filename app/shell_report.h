@@ -11,12 +11,7 @@ namespace tarvane::app {
 void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
                         const UnitSystem& units);
 
-// Parts of it, for a head that another check holds against the same rules.
-void write_formula(const Formula& formula, float result, const UnitSystem& units);
-void write_base_values(const ShellOutcome& outcome, const UnitSystem& units);
-void write_factors(const ShellOutcome& outcome, const UnitSystem& units);
-void write_thickness(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units);
-void write_mawp(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units);
+// For a head that another check holds against the same rules, too.
 void write_head_warnings(const ShellInput& shell, const ShellOutcome& outcome);
 
 // Lines of the report by which the verdict goes, in the error style.

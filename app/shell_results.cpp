@@ -20,14 +20,14 @@ constexpr float WITHIN = 0.999f, BEYOND = 1.001f; // what falls short by less do
 
 bool is_short_of_thickness(const ShellInput& shell, const ShellOutcome& outcome) {
     const float t = shell.setting(N::t);
-    return !(outcome.t_required > 0.0f && outcome.t_required <= t * BEYOND);
+    return !(outcome.found.t_required > 0.0f && outcome.found.t_required <= t * BEYOND);
 }
 
 bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome) {
-    return !(outcome.mawp >= shell.setting(N::P) * WITHIN);
+    return !(outcome.found.mawp >= shell.setting(N::P) * WITHIN);
 }
 
-std::vector<std::string_view> form_warnings(const ShellInput& shell) {
+std::vector<std::string_view> form_warnings(const ShellInput& shell, const ShellOutcome& outcome) {
     constexpr float LEAST_KNUCKLE = 0.06f * WITHIN; // of the outside diameter of the skirt
     constexpr float MOST_ANGLE = 30.0f;             // half apex angle without a knuckle, degrees
     std::vector<std::string_view> warnings;
@@ -44,7 +44,7 @@ std::vector<std::string_view> form_warnings(const ShellInput& shell) {
         if (r < 3.0f * t * WITHIN)
             warnings.push_back("The knuckle radius r is below three times the thickness, "
                                "UG-32 (j).");
-    } else if (shell.shape() == TARVANE_CONE && shell.knuckle()) {
+    } else if (shell.shape() == TARVANE_CONE && outcome.found.knuckle != 0) {
         if (r < LEAST_KNUCKLE * Do)
             warnings.push_back("The knuckle radius r is below 6 % of the outside diameter, "
                                "UG-32 (h).");
@@ -67,23 +67,24 @@ Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const 
     }
     const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
     if (is_short_of_thickness(shell, outcome)) {
-        const bool none = !(outcome.t_required > 0.0f && std::isfinite(outcome.t_required));
+        const bool none =
+            !(outcome.found.t_required > 0.0f && std::isfinite(outcome.found.t_required));
         fails(none ? std::string("no thickness holds the design pressure")
                    : "the required thickness " +
-                         shown(outcome.t_required, Quantity::thickness, units) +
+                         shown(outcome.found.t_required, Quantity::thickness, units) +
                          " is above the given " +
                          shown(shell.setting(N::t), Quantity::thickness, units));
     }
     if (is_short_of_pressure(shell, outcome)) {
-        fails("the MAWP " + shown(outcome.mawp, Quantity::pressure, units) +
+        fails("the MAWP " + shown(outcome.found.mawp, Quantity::pressure, units) +
               " is below the design pressure " +
               shown(shell.setting(N::P), Quantity::pressure, units));
     }
-    if (outcome.status_14f == TARVANE_HEAD_FAILED)
+    if (outcome.found.t_status_14f == TARVANE_HEAD_FAILED)
         fails("Appendix 1-4(f) has no solution for this geometry");
-    for (const std::string_view warning : form_warnings(shell))
+    for (const std::string_view warning : form_warnings(shell, outcome))
         verdict.say(Status::fine, std::string(warning));
-    if (outcome.thin && !outcome.limits_14f) {
+    if (outcome.found.thin != 0 && outcome.found.evaluated_14f == 0) {
         verdict.say(shell.has(N::skip_1_4f) ? Status::fine : Status::fails,
                     "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
                     "needs Sy and the elastic modulus of material_class");
@@ -123,23 +124,23 @@ std::string shell_tables(std::span<const Calculated> elements, const UnitSystem&
         {"Given thickness                       t", Quantity::thickness,
          [](const ShellResult& r) { return number(r.shell->setting(N::t)); }},
         {"Required thickness                    tg", Quantity::thickness,
-         [](const ShellResult& r) { return number(r.outcome->t_governing); }},
+         [](const ShellResult& r) { return number(r.outcome->found.t_governing); }},
         {"The same with allowances              treq", Quantity::thickness,
-         [](const ShellResult& r) { return number(r.outcome->t_required); }},
+         [](const ShellResult& r) { return number(r.outcome->found.t_required); }},
         {"Maximum allowable working pressure    MAWP", Quantity::pressure,
-         [](const ShellResult& r) { return number(r.outcome->mawp); }},
+         [](const ShellResult& r) { return number(r.outcome->found.mawp); }},
         {"The same, new and cold                MAPnc", Quantity::pressure,
-         [](const ShellResult& r) { return number(r.outcome->map_nc); }},
+         [](const ShellResult& r) { return number(r.outcome->found.map_nc); }},
         {"Allowable stress                      S", Quantity::stress,
          [](const ShellResult& r) { return number(r.shell->setting(N::S)); }},
         {"Actual stress                         Sact", Quantity::stress,
-         [](const ShellResult& r) { return number(r.outcome->stress); }},
+         [](const ShellResult& r) { return number(r.outcome->found.stress); }},
         {"Corrosion allowance                   c", Quantity::thickness,
          [](const ShellResult& r) { return number(r.shell->setting(N::c)); }},
         {"Corrosion allowance at failure", Quantity::thickness,
          [](const ShellResult& r) -> std::optional<float> {
              const ShellOutcome& o = *r.outcome;
-             if (o.rules.older_division_2) return std::nullopt;
+             if (o.by_older_division_2()) return std::nullopt;
              const bool knuckle = o.fail_ca_knuckle >= 0.0f && o.fail_ca_knuckle < o.fail_ca;
              return number(knuckle ? o.fail_ca_knuckle : o.fail_ca);
          }},

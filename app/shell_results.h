@@ -15,7 +15,7 @@ bool is_short_of_thickness(const ShellInput& shell, const ShellOutcome& outcome)
 bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome);
 
 // Limits of VIII-1 on the form of the element that it does not keep; its formulas do not know them.
-std::vector<std::string_view> form_warnings(const ShellInput& shell);
+std::vector<std::string_view> form_warnings(const ShellInput& shell, const ShellOutcome& outcome);
 
 Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units);
 

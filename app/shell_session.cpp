@@ -13,7 +13,6 @@ using N = ShellNumber;
 
 namespace {
 
-constexpr float THIN = 0.002f; // thickness over crown radius, up to which Appendix 1-4(f) applies
 constexpr float DEGREE = 3.1415927f / 180.0f;
 
 void set_globals(const ShellInput& shell) {
@@ -29,7 +28,7 @@ float ninth_argument(const ShellInput& shell) {
     return shell.setting(shell.shape() == TARVANE_CONE ? N::tk : N::k);
 }
 
-void call_shlint(const ShellInput& shell, ShellOutcome& o) {
+void call_shlint(const ShellInput& shell, TARVANE_SHELL_RESULTS& found) {
     const auto at = [&](N number) -> const float* {
         return &shell.settings[static_cast<std::size_t>(number)];
     };
@@ -39,16 +38,37 @@ void call_shlint(const ShellInput& shell, ShellOutcome& o) {
                        skip = shell.whole_setting(N::skip_1_4f),
                        corroded_k = shell.whole_setting(N::corroded_K);
     const float D = shell.diameter(), k = ninth_argument(shell);
-    o.L = shell.setting(N::L);
-    o.Sy_cold = shell.setting(N::Sy_cold);
-    std::int32_t status = TARVANE_HEAD_NOT_RUN;
-    SHLINT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k, &o.L,
-           at(N::r), at(N::alpha), nullptr, nullptr, at(N::C), at(N::D2), &o.t_req, &o.mawp,
-           &o.map_nc, &o.stress, &reference, at(N::T), &service, &o.t_req_raw, &outside, &o.t_14f,
-           at(N::Sy), &o.mawp_14f, &o.map_nc_14f, &status, &o.Sy_cold, at(N::Ut), &skip, at(N::d1),
-           at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment), &corroded_k,
+    float L = shell.setting(N::L), Sy_cold = shell.setting(N::Sy_cold);
+    float t_req, t_req_raw, mawp, map_nc, stress, t_14f, mawp_14f, map_nc_14f;
+    std::int32_t status;
+    SHLINT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k, &L,
+           at(N::r), at(N::alpha), nullptr, nullptr, at(N::C), at(N::D2), &t_req, &mawp, &map_nc,
+           &stress, &reference, at(N::T), &service, &t_req_raw, &outside, &t_14f, at(N::Sy),
+           &mawp_14f, &map_nc_14f, &status, &Sy_cold, at(N::Ut), &skip, at(N::d1), at(N::d2),
+           at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment), &corroded_k,
            shell.material().data(), static_cast<std::int32_t>(shell.material().size()));
-    o.status_14f = status;
+    found = *GETSHELLRESULTS();
+}
+
+void call_shell_report(const ShellInput& shell, const ConvexCheck* check) {
+    const auto at = [&](N number) -> const float* {
+        return &shell.settings[static_cast<std::size_t>(number)];
+    };
+    const std::int32_t element = shell.shape(), reference = shell.whole_setting(N::material_class),
+                       service = shell.whole_setting(N::service),
+                       outside = shell.outside() ? ON : OFF,
+                       skip = shell.whole_setting(N::skip_1_4f),
+                       corroded_k = shell.whole_setting(N::corroded_K),
+                       convex = check != nullptr ? ON : OFF;
+    const float D = shell.diameter(), k = ninth_argument(shell);
+    const ConvexCheck chart = check != nullptr ? *check : ConvexCheck{};
+    SHELL_REPORT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k,
+                 at(N::L), at(N::r), at(N::alpha), at(N::C), at(N::D2), &reference, at(N::T),
+                 &service, &outside, at(N::Sy), at(N::Sy_cold), at(N::Ut), &skip, at(N::d1),
+                 at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment),
+                 &corroded_k, shell.material().data(),
+                 static_cast<std::int32_t>(shell.material().size()), at(N::temp_limit), &convex,
+                 &chart.P, &chart.maep, &chart.tca);
 }
 
 void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
@@ -60,7 +80,7 @@ void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
                        corroded_k = shell.whole_setting(N::corroded_K);
     // It does not know the tolerance, which comes off the outside.
     const float Ut = shell.setting(N::Ut), t = shell.setting(N::t) - Ut,
-                tk = shell.knuckle() ? shell.setting(N::tk) - Ut : shell.setting(N::tk);
+                tk = o.found.knuckle != 0 ? shell.setting(N::tk) - Ut : shell.setting(N::tk);
     float D = shell.diameter();
     if (shell.outside() && shell.shape() != TARVANE_FLAT_HEAD) {
         const float slope =
@@ -92,45 +112,26 @@ void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
                    &D_blank, at(N::k), at(N::L), &none, &straight);
 }
 
-// Where Appendix 1-4(f) limits the pressures of a formed head.
-void find_thin_head(const ShellInput& shell, ShellOutcome& o) {
-    if (!shell.formed() || o.rules.older_division_2) return;
-    const float t = shell.setting(N::t), c = shell.setting(N::c), Ut = shell.setting(N::Ut);
-    o.thin = ((t - c) - Ut) / (o.L + c) <= THIN;
-    o.thin_new = t / o.L <= THIN;
-    const HeadModuli E = head_moduli(shell);
-    o.limits_14f = shell.setting(N::Sy) > 1000.0f && E.design > 1.0f && E.cold > 1.0f &&
-                   !shell.has(N::skip_1_4f);
-}
-
 } // namespace
 
-OpeningFactors check_openings(const ShellInput& shell) {
-    const auto at = [&](N number) -> const float* {
-        return &shell.settings[static_cast<std::size_t>(number)];
-    };
-    OpeningFactors factors{.C = shell.setting(N::C)};
-    const bool none = !(shell.setting(N::d1) > 0.0f || shell.setting(N::d2) > 0.0f);
-    if (shell.shape() != TARVANE_FLAT_HEAD || none) return factors;
-    const float span = std::max(shell.diameter(), shell.setting(N::D2));
-    const std::int32_t kind = TARVANE_FLAT_HEAD, attachment = shell.whole_setting(N::attachment);
-    std::int32_t flag = 0;
-    PATTERNED_OPENINGS(&kind, &span, at(N::d1), at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch),
-                       &attachment, at(N::C), &factors.F, &factors.C, &flag);
-    return factors;
+TARVANE_SHELL_RESULTS look_at(const ShellInput& shell) {
+    set_globals(shell);
+    SET_IWRITE(&OFF);
+    TARVANE_SHELL_RESULTS found{};
+    call_shlint(shell, found);
+    SET_IWRITE(&OFF); // SHLINT may leave it on
+    return found;
 }
 
 void calculate_pressures(const ShellInput& shell, ShellOutcome& o) {
-    set_globals(shell);
-    SET_IWRITE(&OFF);
-    call_shlint(shell, o);
-    SET_IWRITE(&OFF); // SHLINT may leave it on
-    o.openings = check_openings(shell);
-    o.rules = rules_of(shell, o.openings);
-    find_thin_head(shell, o);
-    o.t_governing = std::max(o.t_req, o.t_14f);
-    o.t_required = o.t_governing + shell.setting(N::c) + shell.setting(N::Ut);
-    if (!o.rules.older_division_2) find_failure_corrosion(shell, o);
+    o.found = look_at(shell);
+    if (!o.by_older_division_2()) find_failure_corrosion(shell, o);
+}
+
+void report_formulas(const ShellInput& shell) { call_shell_report(shell, nullptr); }
+
+void report_convex_check(const ShellInput& head, const ConvexCheck& check) {
+    call_shell_report(head, &check);
 }
 
 void calculate_shell(const ShellInput& shell, ShellOutcome& o) {

@@ -4,31 +4,22 @@
 #include "external_session.h"
 #include "input_file.h"
 #include "shell_input.h"
-#include "shell_rules.h"
+#include "tarvane/tarvane.h"
 
 namespace tarvane::app {
 
 struct ShellOutcome final : Outcome {
     ExternalOutcome external; // of a shell under external pressure too
 
-    // What SHLINT returns.
-    float t_req = 0.0f, t_req_raw = 0.0f, mawp = 0.0f, map_nc = 0.0f, stress = 0.0f;
-    float t_14f = 0.0f, mawp_14f = 0.0f, map_nc_14f = 0.0f;
-    int status_14f = 0; // TARVANE_HEAD_...
-    float L = 0.0f;     // crown radius, of an elliptical head the equivalent one
-    float Sy_cold = 0.0f;
-
-    bool limits_14f = false;  // Appendix 1-4(f) was asked for, and its moduli are known
-    bool thin = false;        // a formed head with (t - c - Ut)/(L + c) up to 0.002
-    bool thin_new = false;    // the same of t/L
-    float t_governing = 0.0f; // with neither allowance
-    float t_required = 0.0f;  // with c and Ut
-    float fail_ca = 0.0f;     // corrosion at failure; not by the older Division 2
+    TARVANE_SHELL_RESULTS found{}; // by SHLINT
+    float fail_ca = 0.0f;          // corrosion at failure; not by the older Division 2
     float fail_ca_knuckle = -1.0f;
     float strain = 0.0f; // of forming, per cent; 0.0: no limit
-    OpeningFactors openings{};
-    ShellRules rules;
+    bool by_older_division_2() const { return found.formula == TARVANE_AD_204; }
 };
+
+// What SHLINT finds of a shell, before anything is reset: for its input is being read.
+TARVANE_SHELL_RESULTS look_at(const ShellInput& shell);
 
 // SHLINT with what belongs to it, without a report: behind RESET_ENGINE and the units.
 void calculate_pressures(const ShellInput& shell, ShellOutcome& outcome);
@@ -39,7 +30,14 @@ void calculate_shell(const ShellInput& shell, ShellOutcome& outcome);
 // Runs a shell of the file. Throws std::runtime_error when the report file cannot be opened or read.
 ShellOutcome run_shell(const ShellInput& shell, const InputFile& file);
 
-// What UG-39 makes of the openings of a flat head, with the lines of the check when the report is on.
-OpeningFactors check_openings(const ShellInput& shell);
+// The formulas in the report, behind calculate_pressures for the same shell.
+void report_formulas(const ShellInput& shell);
+
+// A formed head whose convex side has the pressure, UG-33(a)(1): with that pressure (0: none), and what
+// the chart gives.
+struct ConvexCheck {
+    float P, maep, tca;
+};
+void report_convex_check(const ShellInput& head, const ConvexCheck& check);
 
 } // namespace tarvane::app

@@ -6,10 +6,15 @@
 #include "materials/ucs23_list.h"
 #include "openings/flat_head_openings.h"
 #include "shell/app_1_4f_head.h"
+#include "shell/convex_head.h"
 #include "shell/elements.h"
 #include "shell/failure_corrosion.h"
 #include "shell/forming.h"
+#include "shell/results.h"
+#include "shell/shell_report.h"
 #include "shell/shlint.h"
+
+#include <cstddef>
 
 using tarvane::text_of;
 
@@ -28,6 +33,53 @@ static_assert(same(TARVANE_HEAD_THIN, tarvane::HEAD_THIN));
 static_assert(same(TARVANE_HEAD_VERY_THIN, tarvane::HEAD_VERY_THIN));
 static_assert(same(TARVANE_HEAD_THICK, tarvane::HEAD_THICK));
 static_assert(same(TARVANE_HEAD_FAILED, tarvane::HEAD_FAILED));
+static_assert(same(TARVANE_NO_FORMULA, tarvane::NO_FORMULA));
+static_assert(same(TARVANE_UG_27_C_1, tarvane::UG_27_C_1));
+static_assert(same(TARVANE_APP_1_1_A_1, tarvane::APP_1_1_A_1));
+static_assert(same(TARVANE_APP_1_2_A_1, tarvane::APP_1_2_A_1));
+static_assert(same(TARVANE_UG_27_D, tarvane::UG_27_D));
+static_assert(same(TARVANE_APP_1_1_A_2, tarvane::APP_1_1_A_2));
+static_assert(same(TARVANE_APP_1_3, tarvane::APP_1_3));
+static_assert(same(TARVANE_UG_32_D, tarvane::UG_32_D));
+static_assert(same(TARVANE_APP_1_4_C, tarvane::APP_1_4_C));
+static_assert(same(TARVANE_APP_1_4_D, tarvane::APP_1_4_D));
+static_assert(same(TARVANE_UG_32_G, tarvane::UG_32_G));
+static_assert(same(TARVANE_APP_1_4_E, tarvane::APP_1_4_E));
+static_assert(same(TARVANE_UG_34_C_2, tarvane::UG_34_C_2));
+static_assert(same(TARVANE_UG_34_C_3, tarvane::UG_34_C_3));
+static_assert(same(TARVANE_AD_204, tarvane::AD_204));
+static_assert(same(TARVANE_LACKS_YIELD, tarvane::LACKS_YIELD));
+static_assert(same(TARVANE_LACKS_MODULI, tarvane::LACKS_MODULI));
+static_assert(same(TARVANE_SKIPPED_14F, tarvane::SKIPPED));
+static_assert(same(TARVANE_BY_NOTHING, tarvane::BY_NOTHING));
+static_assert(same(TARVANE_BY_FORMULA, tarvane::BY_FORMULA));
+static_assert(same(TARVANE_BY_KNUCKLE, tarvane::BY_KNUCKLE));
+static_assert(same(TARVANE_BY_APP_1_4F, tarvane::BY_APP_1_4F));
+static_assert(same(TARVANE_BY_LEAST_THICKNESS, tarvane::BY_LEAST_THICKNESS));
+static_assert(same(TARVANE_BY_SERVICE, tarvane::BY_SERVICE));
+
+// The block of results is the engine's own.
+static_assert(TARVANE_SHELL_RESULTS_VERSION == tarvane::SHELL_RESULTS_VERSION);
+static_assert(sizeof(TARVANE_SHELL_RESULTS) == sizeof(tarvane::SHELL_RESULTS));
+#define SAME_PLACE(member)                                                                         \
+    static_assert(offsetof(TARVANE_SHELL_RESULTS, member) ==                                       \
+                  offsetof(tarvane::SHELL_RESULTS, member))
+SAME_PLACE(serial);
+SAME_PLACE(formula);
+SAME_PLACE(openings);
+SAME_PLACE(t_status_14f);
+SAME_PLACE(t_by);
+SAME_PLACE(tc);
+SAME_PLACE(t_req_raw);
+SAME_PLACE(t_required);
+SAME_PLACE(mawp_formula);
+SAME_PLACE(mawp_knuckle);
+SAME_PLACE(mawp_14f);
+SAME_PLACE(t_crown);
+SAME_PLACE(crown_radius);
+SAME_PLACE(modulus_design);
+SAME_PLACE(span);
+#undef SAME_PLACE
 
 extern "C" {
 
@@ -85,6 +137,88 @@ void TARVANE_CALL SHLINT(const float* P, const float* Sa, const float* S, const 
         .MaterialName = text_of(name, name_len),
     };
     tarvane::SHLINT(arguments);
+}
+
+void TARVANE_CALL SHELL_REPORT(
+    const float* P, const float* Sa, const float* S, const float* E, const int32_t* element,
+    const float* D, const float* t, const float* c, const float* k, const float* L, const float* r,
+    const float* alpha, const float* C, const float* D2, const int32_t* material, const float* temp,
+    const int32_t* service, const int32_t* outside, const float* Sy, const float* Sy_cold,
+    const float* Ut, const int32_t* skip14f, const float* d1, const float* d2, const float* edge1,
+    const float* edge2, const float* pitch, const float* opening_material,
+    const int32_t* corroded_k, const char* name, int32_t name_len, const float* temp_limit,
+    const int32_t* convex, const float* P_external, const float* maep, const float* tca) {
+    // What SHLINT returns, for the lines only.
+    float crown = *L, yield = *Sy_cold, t_req = 0.0f, mawp = 0.0f, map_nc = 0.0f, stress = 0.0f,
+          raw = 0.0f, t_14f = 0.0f, mawp_14f = 0.0f, map_nc_14f = 0.0f;
+    int32_t status = 0;
+    tarvane::SHLINT_ARGUMENTS arguments{
+        .P = *P,
+        .Sa = *Sa,
+        .S = *S,
+        .E = *E,
+        .Element = *element,
+        .D = *D,
+        .t = *t,
+        .c = *c,
+        .k = *k,
+        .L = crown,
+        .r = *r,
+        .alpha = *alpha,
+        .C = *C,
+        .D2 = *D2,
+        .Treq = t_req,
+        .MAWP = mawp,
+        .MAPnc = map_nc,
+        .Stress = stress,
+        .Material = *material,
+        .Temp = *temp,
+        .Service = *service,
+        .TreqRaw = raw,
+        .Outside = *outside,
+        .T14f = t_14f,
+        .Sy = *Sy,
+        .MAWP14f = mawp_14f,
+        .MAPnc14f = map_nc_14f,
+        .Status14f = status,
+        .SyCold = yield,
+        .u = *Ut,
+        .Skip14f = *skip14f,
+        .d1 = *d1,
+        .d2 = *d2,
+        .edge1 = *edge1,
+        .edge2 = *edge2,
+        .pitch = *pitch,
+        .openingMaterial = *opening_material,
+        .CorrodedK = *corroded_k,
+        .MaterialName = text_of(name, name_len),
+    };
+    const tarvane::CONVEX_REPORT head{.P = *P_external, .MAEP = *maep, .Tca = *tca};
+    tarvane::SHELL_REPORT(arguments, *temp_limit, *convex == 1 ? &head : nullptr);
+}
+
+void TARVANE_CALL CONVEX_HEAD(const float* P, const float* maep, const float* tca,
+                              const float* t_req_raw, const float* t_required, const float* mawp,
+                              float* Pi, float* t_inside, float* maep_i, float* maep_g,
+                              float* t_g) {
+    tarvane::CONVEX_HEAD_ARGUMENTS arguments{
+        .P = *P,
+        .MAEP = *maep,
+        .Tca = *tca,
+        .TreqRaw = *t_req_raw,
+        .t_required = *t_required,
+        .MAWP = *mawp,
+        .Pi = *Pi,
+        .treq = *t_inside,
+        .MAEPi = *maep_i,
+        .MAEPg = *maep_g,
+        .Tg = *t_g,
+    };
+    tarvane::CONVEX_HEAD(arguments, nullptr);
+}
+
+const TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void) {
+    return reinterpret_cast<const TARVANE_SHELL_RESULTS*>(&tarvane::SHELL);
 }
 
 void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(const float* P, const float* D, const float* E,

@@ -51,9 +51,26 @@ inline Real as_temperature(Real x) {
 
 // Code constants: a dimension of the code's text, or the rounded one of its metric edition, always
 // in inches. All zero until SET_METRIC_CONSTANTS has run.
-extern Real C_ONE_SIXTEENTH, C_ONE_THIRTYSECOND, C_ONE_EIGHTH, C_THREE_EIGHTHS, C_FIVE_EIGHTHS,
-    C_ONE_QUARTER, C_ONE_HALF, C_ONE, C_ONE_AND_QUARTER, C_ONE_AND_HALF, C_THREE_THIRTYSECONDS,
-    C_THREE_QUARTERS, C_FOUR, C_SIX, C_TWENTY, C_THIRTY, C_FORTY, C_SIXTY;
+inline constexpr Int CODE_CONSTANTS = 18;
+extern Real CODE_CONSTANT[CODE_CONSTANTS];
+inline Real& C_ONE_SIXTEENTH = CODE_CONSTANT[0];
+inline Real& C_ONE_THIRTYSECOND = CODE_CONSTANT[1];
+inline Real& C_ONE_EIGHTH = CODE_CONSTANT[2];
+inline Real& C_THREE_EIGHTHS = CODE_CONSTANT[3];
+inline Real& C_FIVE_EIGHTHS = CODE_CONSTANT[4];
+inline Real& C_ONE_QUARTER = CODE_CONSTANT[5];
+inline Real& C_ONE_HALF = CODE_CONSTANT[6];
+inline Real& C_ONE = CODE_CONSTANT[7];
+inline Real& C_ONE_AND_QUARTER = CODE_CONSTANT[8];
+inline Real& C_ONE_AND_HALF = CODE_CONSTANT[9];
+inline Real& C_THREE_THIRTYSECONDS = CODE_CONSTANT[10];
+inline Real& C_THREE_QUARTERS = CODE_CONSTANT[11];
+inline Real& C_FOUR = CODE_CONSTANT[12];
+inline Real& C_SIX = CODE_CONSTANT[13];
+inline Real& C_TWENTY = CODE_CONSTANT[14];
+inline Real& C_THIRTY = CODE_CONSTANT[15];
+inline Real& C_FORTY = CODE_CONSTANT[16];
+inline Real& C_SIXTY = CODE_CONSTANT[17];
 
 // Fills the code constants by the selector METRICCONSTANTS_mp_G_NMETRIC_CONSTANT.
 void SET_METRIC_CONSTANTS();

@@ -30,7 +30,6 @@ constexpr Real K_TABLE[ROWS][K_COLUMNS] = {
 };
 
 constexpr Int LAST_K_RANGE = K_COLUMNS - 2;
-Int kRange = LAST_K_RANGE; // range of r/D, by its lower column; stays when r/D is above the table
 
 // Arguments of the two tables.
 struct PLACE {
@@ -73,6 +72,9 @@ Real interpolated(const Real (&table)[ROWS][COLUMNS], Int column, Real y1, Real 
 
 } // namespace
 
+Int K_COLUMN = LAST_K_RANGE; // range of r/D, by its lower column; stays when r/D is above the table
+Int K_COLUMN_AT_ENTRY = LAST_K_RANGE;
+
 Real DIV2_M_FACTOR(Real D, Real r, Real t, Real L, Real c, Int Element, Real u) {
     const PLACE at = place_of(D, r, t, L, c, Element, u);
     if (at.y >= 0.08f) return 1.0f;
@@ -83,10 +85,13 @@ Real DIV2_M_FACTOR(Real D, Real r, Real t, Real L, Real c, Int Element, Real u) 
 Real DIV2_K_FACTOR(Real D, Real r, Real t, Real L, Real c, Int Element, Real u) {
     const PLACE at = place_of(D, r, t, L, c, Element, u);
     for (Int range = 0; range <= LAST_K_RANGE; ++range)
-        if (at.y >= K_RD[range] && at.y <= K_RD[range + 1]) kRange = range;
-    return interpolated(K_TABLE, kRange, K_RD[kRange], K_RD[kRange + 1], at);
+        if (at.y >= K_RD[range] && at.y <= K_RD[range + 1]) K_COLUMN = range;
+    return interpolated(K_TABLE, K_COLUMN, K_RD[K_COLUMN], K_RD[K_COLUMN + 1], at);
 }
 
-void RESET_SHELLS() { kRange = LAST_K_RANGE; }
+void RESET_SHELLS() {
+    K_COLUMN = K_COLUMN_AT_ENTRY = LAST_K_RANGE;
+    RESET_SHELL_RESULTS();
+}
 
 } // namespace tarvane

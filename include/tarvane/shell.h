@@ -32,7 +32,7 @@ enum {
 /*
 ** SHLINT - a shell or head under internal pressure: required thickness, allowable pressures, stress.
 ** VIII-1 UG-27, UG-32, UG-34, UG-39, Appendices 1-1 to 1-4; formed heads by the older Division 2
-** (AD-204) when the fifth argument of SET_GLOBALS_FROM_TVN is 1. It writes no report.
+** (AD-204) when the fifth argument of SET_GLOBALS_FROM_TVN is 1. It writes no report; SHELL_REPORT does.
 **
 ** Given:
 **   P           design pressure (psi)
@@ -93,6 +93,131 @@ TARVANE_API void TARVANE_CALL SHLINT(
     float* Sy_cold, const float* Ut, const int32_t* skip14f, const float* d1, const float* d2,
     const float* edge1, const float* edge2, const float* pitch, const float* opening_material,
     const int32_t* corroded_k, const char* name, int32_t name_len);
+
+/*
+** SHELL_REPORT - the page of a shell or head: its formulas with the values put in, as SHLINT calculates
+** them, and the lines of UG-39 and Appendix 1-4(f). It runs the stages of SHLINT once more, and fills the
+** results of GETSHELLRESULTS as SHLINT does.
+**
+** Given:
+**   P to name, name_len  as SHLINT; L of a torispherical head
+**   temp_limit  temperature limit of Table 1-4.3 for the material (F), as APP_1_4F_HEAD
+**   convex      1: a formed head with the pressure on its convex side, UG-33(a)(1); P is the pressure
+**               inside by CONVEX_HEAD, E is 1. Then the check is shown, else the whole page
+**   P_external, maep, tca
+**               convex 1: external design pressure (psi), 0.0 for a head that is rated only; allowable
+**               pressure (psi) and required thickness with allowances (in) by the chart
+**
+** Notes:
+**   1) The report must be on (SET_IOUT, SET_IWRITE, SET_IWRTFL), or nothing is done. The gates stay.
+**   2) Input values, further results and CLOSING_NOTE are the host's.
+**   3) The older Division 2 begins from the column of K with which the latest SHLINT began, so that the
+**      page shows what that call gave.
+*/
+TARVANE_API void TARVANE_CALL SHELL_REPORT(
+    const float* P, const float* Sa, const float* S, const float* E, const int32_t* element,
+    const float* D, const float* t, const float* c, const float* k, const float* L, const float* r,
+    const float* alpha, const float* C, const float* D2, const int32_t* material, const float* temp,
+    const int32_t* service, const int32_t* outside, const float* Sy, const float* Sy_cold,
+    const float* Ut, const int32_t* skip14f, const float* d1, const float* d2, const float* edge1,
+    const float* edge2, const float* pitch, const float* opening_material,
+    const int32_t* corroded_k, const char* name, int32_t name_len, const float* temp_limit,
+    const int32_t* convex, const float* P_external, const float* maep, const float* tca);
+
+/*
+** CONVEX_HEAD - a formed head with the pressure on its convex side, UG-33(a)(1): it must hold UG-32, too,
+** for 1.67 times the pressure with a joint efficiency of 1. Pi depends on P alone, maep_i on mawp alone:
+** a host asks for Pi, calls SHLINT with it, and calls once more.
+**
+** Given:
+**   P           external design pressure (psi)
+**   maep, tca   by the chart: allowable pressure (psi), required thickness with allowances (in)
+**   t_req_raw, t_required, mawp
+**               of SHLINT under Pi: t_req_raw, t_required of GETSHELLRESULTS (in), mawp (psi)
+** Returned:
+**   Pi          1.67 P (psi)
+**   t_inside    t_required, or infinity where no thickness holds Pi (in)
+**   maep_i      allowable external pressure by mawp (psi)
+**   maep_g      the lesser one of maep and maep_i (psi)
+**   t_g         the greater one of tca and t_inside (in)
+*/
+TARVANE_API void TARVANE_CALL CONVEX_HEAD(const float* P, const float* maep, const float* tca,
+                                          const float* t_req_raw, const float* t_required,
+                                          const float* mawp, float* Pi, float* t_inside,
+                                          float* maep_i, float* maep_g, float* t_g);
+
+/* The formula by which an element was calculated. */
+enum {
+    TARVANE_NO_FORMULA = 0,
+    TARVANE_UG_27_C_1 = 1,   /* cylinder by its inside radius */
+    TARVANE_APP_1_1_A_1 = 2, /*   by its outside radius */
+    TARVANE_APP_1_2_A_1 = 3, /*   thick */
+    TARVANE_UG_27_D = 4,     /* sphere by its inside radius */
+    TARVANE_APP_1_1_A_2 = 5, /*   by its outside radius */
+    TARVANE_APP_1_3 = 6,     /*   thick */
+    TARVANE_UG_32_D = 7,     /* 2:1 elliptical head by its inside diameter */
+    TARVANE_APP_1_4_C = 8,   /*   any other */
+    TARVANE_APP_1_4_D = 9,   /* torispherical head */
+    TARVANE_UG_32_G = 10,    /* cone by its inside diameter */
+    TARVANE_APP_1_4_E = 11,  /*   by its outside diameter */
+    TARVANE_UG_34_C_2 = 12,  /* circular flat head */
+    TARVANE_UG_34_C_3 = 13,  /*   of two spans */
+    TARVANE_AD_204 = 14      /* formed head by the older Division 2 */
+};
+
+/* What governs a thickness, holds a pressure down or raises a stress. */
+enum {
+    TARVANE_BY_NOTHING = 0,
+    TARVANE_BY_FORMULA = 1,         /* of the shell, the crown or the plate */
+    TARVANE_BY_KNUCKLE = 2,         /* of a cone, or of a head under AD-204 */
+    TARVANE_BY_APP_1_4F = 3,        /* failure of the knuckle of a thin head */
+    TARVANE_BY_LEAST_THICKNESS = 4, /* UG-16(b) */
+    TARVANE_BY_SERVICE = 5          /* least thickness of the service, UG-16(b)(3), (4) */
+};
+
+/* Why Appendix 1-4(f) was not evaluated for a formed head. */
+enum {
+    TARVANE_LACKS_YIELD = 1,  /* Sy is not above 1000 psi */
+    TARVANE_LACKS_MODULI = 2, /* "ElastAlp07.txt" has none for the material */
+    TARVANE_SKIPPED_14F = 4   /* by skip14f */
+};
+
+/*
+** GETSHELLRESULTS - address of what the latest SHLINT (or SHELL_REPORT) found: values of its stages, not of
+** a printed text. Filled alike with the report on and off; writing it changes no other result, gate or
+** state. Zeros but for version and bytes at load and after RESET_ENGINE; begun afresh at each entry.
+** TARVANE_NO_VALUE: the stage did not run. Lengths in., stresses and pressures psi. It grows at its end
+** only: `bytes` tells a host how far it reaches.
+*/
+typedef struct {
+    int32_t version, bytes, serial; /* serial: calculations since RESET_ENGINE */
+    int32_t status;                 /* 0 none, 1 calculated, 2 no such element: nothing was done */
+    int32_t element, outside;       /* as given */
+    int32_t older_division_2;       /* the switch; `formula` tells whether AD-204 held */
+    int32_t formula;                /* TARVANE_UG_27_C_1 and so on */
+    int32_t thick;                  /* logarithmic form: by the wall 1, the pressure 2, both 3 */
+    int32_t knuckle;                /* 1: the knuckle of a cone counted */
+    int32_t openings;               /* UG-39: 0 none, 1 apart, 2 factor taken, 3 violated */
+    int32_t thin, thin_new; /* 1: formed head up to 0.002 of its crown radius; corroded, new */
+    int32_t evaluated_14f;  /* 1: Appendix 1-4(f) was evaluated for a formed head */
+    int32_t lacks_14f;      /*   why not: sum of TARVANE_LACKS_... */
+    int32_t t_status_14f, mawp_status_14f, map_nc_status_14f; /* TARVANE_HEAD_... of each run */
+    int32_t t_by, mawp_by, map_nc_by, stress_by;              /* TARVANE_BY_... */
+    float tc;                               /* thickness less allowances; AD-204: less c */
+    float t_req_raw, t_least, t_req, t_14f; /* t_least: UG-16(b) with the service */
+    float t_governing, t_required;          /* of t_req and t_14f; with c and Ut */
+    float mawp, map_nc, stress;             /* as SHLINT returned them */
+    float mawp_formula, map_nc_formula, stress_formula; /* without knuckle of a cone, 1-4(f) */
+    float mawp_knuckle, map_nc_knuckle, stress_knuckle; /* of a cone */
+    float mawp_14f, map_nc_14f;                         /* limits by Appendix 1-4(f) */
+    float t_crown, t_knuckle;                           /* AD-204, without minima */
+    float crown_radius;                                 /* L, as SHLINT left it */
+    float ratio, ratio_new; /* corroded and new thickness over it, not under AD-204 */
+    float modulus_design, modulus_ambient; /* of a formed head, not under AD-204 */
+    float attachment_factor, spacing_factor, shape_factor, span; /* flat head: C, F, Z, d */
+} TARVANE_SHELL_RESULTS;
+enum { TARVANE_SHELL_RESULTS_VERSION = 1 };
+TARVANE_API const TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void);
 
 /*
 ** COMPUTE_FAILURE_CA_DIV1 - corrosion that an element takes until its working pressure has fallen to

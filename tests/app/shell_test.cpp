@@ -1,10 +1,9 @@
-// [[shell]]: reading, the formulas that the report shows against what SHLINT gives, verdict.
+// [[shell]]: reading, calls, verdict.
 #include "shell_input.h"
 
 #include "app_fixture.h"
 #include "data_folder.h"
 #include "engine_session.h"
-#include "shell_formula.h"
 #include "shell_report.h"
 #include "shell_results.h"
 #include "shell_session.h"
@@ -44,191 +43,11 @@ ShellOutcome results_of(const ShellInput& shell) {
     return outcome;
 }
 
-void expect_near(float formula, float engine, const std::string& what) {
-    EXPECT_NEAR(formula, engine, 3e-6f * std::fabs(engine)) << what;
-}
-
-// What the report shows is what SHLINT calculates.
-void expect_formulas_hold(const ShellInput& shell, const std::string& what) {
-    const ShellOutcome o = results_of(shell);
-    const ShellRules& r = o.rules;
-    if (!r.older_division_2)
-        expect_near(r.thickness.back().value, o.t_req_raw, what + ", thickness");
-    expect_near(std::max(r.thickness.back().value, 0.0625f), o.t_req, what + ", with the minimum");
-    expect_near(r.mawp.back().value, o.mawp, what + ", MAWP");
-    expect_near(r.map_nc.back().value, o.map_nc, what + ", MAPnc");
-    expect_near(r.stress.back().value, o.stress, what + ", stress");
-}
-
-std::string rule_of(const ShellInput& shell) {
-    return results_of(shell).rules.thickness.back().rule;
-}
-
-float above(float value) { return std::nextafter(value, 1.0e30f); }
-
-// ---- formulas --------------------------------------------------------------------------------------
+// ---- calls -------------------------------------------------------------------------------------------
 
 struct Variant {
     std::string name, toml;
 };
-
-TEST(ShellFormulas, GiveWhatTheEngineGives) {
-    const std::string out = "Do = 50\n";
-    const auto outside = [&](const std::string& toml) { return with("D", "", toml) + out; };
-    const Variant variants[] = {
-        {"cylinder", CYLINDER + "c = 0.0625\nUt = 0.01\nE = 0.85\n"},
-        {"cylinder outside", outside(CYLINDER) + "c = 0.0625\nUt = 0.01\nE = 0.85\n"},
-        {"sphere", with("kind", "kind = \"sphere\"", CYLINDER) + "c = 0.0625\nUt = 0.01\n"},
-        {"sphere outside",
-         outside(with("kind", "kind = \"sphere\"", CYLINDER)) + "c = 0.0625\nUt = 0.01\n"},
-        {"ellipse", ELLIPSE + "k = 1.7\n"},
-        {"ellipse corroded", ELLIPSE + "k = 2.2\ncorroded_K = true\n"},
-        {"ellipse outside", outside(ELLIPSE)},
-        {"ellipse outside corroded", outside(ELLIPSE) + "h = 10\ncorroded_K = true\n"},
-        {"torisphere", TORISPHERE},
-        {"torisphere outside", outside(TORISPHERE)},
-        {"cone", CONE},
-        {"cone outside", outside(CONE)},
-        {"cone with knuckle", CONE + "r = 3\ntk = 0.7\n"},
-        {"cone with a stronger knuckle", CONE + "r = 9\ntk = 1.5\n"},
-        {"cone outside with knuckle", outside(CONE) + "r = 3\ntk = 0.7\n"},
-        {"cone at the limit of a knuckle", CONE + "r = 0.001\ntk = 0.7\n"},
-        {"flat", FLAT},
-        {"flat outside", with("D", "Do = 12", FLAT)},
-        {"flat of two spans", FLAT + "D2 = 15\n"},
-        {"flat of two equal spans", FLAT + "D2 = 12\n"},
-        {"flat, long", with("D", "Do = 40", FLAT) + "D2 = 10\n"},
-        {"flat with an opening", FLAT + "d1 = 3\nedge1 = 2\n"},
-        {"flat with two openings",
-         FLAT + "D2 = 14\nd1 = 2\nedge1 = 2\nd2 = 1.5\nedge2 = 2\npitch = 3\nattachment = 7\n"},
-    };
-    for (const Variant& v : variants)
-        expect_formulas_hold(shell_of(v.toml), v.name);
-}
-
-// Thick walls and high pressures from both sides. The two forms differ by more than the tolerance.
-TEST(ShellFormulas, ChangeWhereTheEngineChanges) {
-    struct Switch {
-        std::string name, kind;
-        bool outside;
-        float D, t, P; // the last that is thin
-        const char *thin, *thick;
-    };
-    const float c385 = 0.385f * 20000.0f, c665 = 0.665f * 20000.0f;
-    const Switch switches[] = {
-        {"cylinder", "cylinder", false, 10.0f, 2.5f, 5000.0f, "UG-27 (c)(1)", "App. 1-2 (a)(1)"},
-        {"cylinder, pressure", "cylinder", false, 10.0f, 1.0f, c385, "UG-27 (c)(1)",
-         "App. 1-2 (a)(1)"},
-        // (Do - 2t)/4 = t
-        {"cylinder outside", "cylinder", true, 12.0f, 2.0f, 5000.0f, "App. 1-1 (a)(1)",
-         "App. 1-2 (a)(1)"},
-        {"cylinder outside, pressure", "cylinder", true, 12.0f, 1.0f, c385, "App. 1-1 (a)(1)",
-         "App. 1-2 (a)(1)"},
-        {"sphere", "sphere", false, 10.0f, 0.356f * 5.0f, 5000.0f, "UG-27 (d)", "App. 1-3"},
-        {"sphere, pressure", "sphere", false, 10.0f, 1.0f, c665, "UG-27 (d)", "App. 1-3"},
-        {"sphere outside, pressure", "sphere", true, 12.0f, 1.0f, c665, "App. 1-1 (a)(2)",
-         "App. 1-3"},
-    };
-    for (const Switch& s : switches) {
-        ShellInput shell = shell_of(with("kind", "kind = \"" + s.kind + '"', CYLINDER));
-        shell.put_setting(s.outside ? N::Do : N::D, s.D);
-        shell.put_setting(N::t, s.t);
-        shell.put_setting(N::P, s.P);
-        EXPECT_EQ(rule_of(shell), s.thin) << s.name;
-        expect_formulas_hold(shell, s.name);
-        ShellInput beyond = shell;
-        const bool by_pressure = s.P != 5000.0f;
-        beyond.put_setting(by_pressure ? N::P : N::t, above(by_pressure ? s.P : s.t));
-        EXPECT_EQ(rule_of(beyond), s.thick) << s.name;
-        expect_formulas_hold(beyond, s.name + ", thick");
-    }
-}
-
-TEST(ShellFormulas, OfAThickSphereByOutsideDimensions) {
-    ShellInput shell = shell_of(with("kind", "kind = \"sphere\"", CYLINDER));
-    shell.put_setting(N::Do, 12.0f);
-    for (const float t : {1.5f, 1.6f}) { // 0.356 (Do - 2t)/2 = t at 1.575
-        shell.put_setting(N::t, t);
-        EXPECT_EQ(rule_of(shell), t < 1.55f ? "App. 1-1 (a)(2)" : "App. 1-3");
-        expect_formulas_hold(shell, "sphere outside");
-    }
-}
-
-TEST(ShellFormulas, OfTheOlderDivisionTwo) {
-    const std::string older = "code = \"VIII-2\"\nedition = \"older\"\n";
-    const Variant variants[] = {
-        {"crown", with("r", "r = 7", TORISPHERE) + older + "material_class = 20\n"},
-        {"knuckle", TORISPHERE + older},
-        {"ellipse outside", with("D", "Do = 48", ELLIPSE) + older},
-        {"hot", with("T", "T = 700", TORISPHERE) + older + "material_class = 5\n"},
-    };
-    for (const Variant& v : variants) {
-        const ShellInput shell = shell_of(v.toml);
-        EXPECT_EQ(rule_of(shell), "AD-204") << v.name;
-        expect_formulas_hold(shell, v.name);
-    }
-    // Thickness over crown radius 0.06 ends the tables.
-    for (const float t : {2.8f, 3.0f}) {
-        ShellInput shell = shell_of(with("c", "c = 0", with("Ut", "Ut = 0", TORISPHERE)) + older);
-        shell.put_setting(N::t, t);
-        shell.put_setting(N::P, 900.0f);
-        EXPECT_EQ(rule_of(shell), t < 2.9f ? "AD-204" : "App. 1-4 (d)") << t;
-        expect_formulas_hold(shell, "end of the tables");
-    }
-}
-
-// Thin heads: what Appendix 1-4(f) leaves is the lesser pressure, and SHLINT gives it.
-TEST(ShellFormulas, OfAThinHeadAreLimitedByAppendix14f) {
-    for (const std::string& toml : {TORISPHERE, ELLIPSE}) {
-        ShellInput shell = shell_of(toml);
-        shell.put_setting(N::c, 0.0f);
-        shell.put_setting(N::Ut, 0.0f);
-        shell.put_setting(N::t, 0.07f);
-        shell.put_setting(N::P, 15.0f);
-        const ShellOutcome without = results_of(shell);
-        EXPECT_TRUE(without.thin);
-        EXPECT_FALSE(without.limits_14f);
-        expect_formulas_hold(shell, "without a yield stress");
-        shell.put_setting(N::Sy, 30000.0f);
-        const ShellOutcome o = results_of(shell);
-        EXPECT_TRUE(o.limits_14f);
-        EXPECT_EQ(o.status_14f, TARVANE_HEAD_THIN);
-        EXPECT_GT(o.t_14f, 0.0f);
-        EXPECT_EQ(o.t_governing, std::max(o.t_req, o.t_14f));
-        expect_near(std::min(o.rules.mawp.back().value, o.mawp_14f), o.mawp, "MAWP");
-        expect_near(std::min(o.rules.map_nc.back().value, o.map_nc_14f), o.map_nc, "MAPnc");
-    }
-}
-
-TEST(ShellFormulas, BreakTheNumberLineOfManyValues) {
-    Symbols symbols;
-    for (const char* name : {"a", "b", "d", "e", "f", "g", "h"})
-        symbols.put(name, 2.0f, TARVANE_AS_THICKNESS);
-    const Formula division = formula("", "a * b * d / ( e * f - g / h )", "", 0, symbols);
-    EXPECT_EQ(division.value, 8.0f / 3.0f);
-    std::vector<NumberLine> lines = number_lines(division, false);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0].text, " = @4 * @4 * @4 ");
-    EXPECT_EQ(lines[1].text, "   / ( @4 * @4 - @4 / @4 )");
-    lines = number_lines(formula("", "a * b * sqrt( d * e * f * g / h )", "", 0, symbols), false);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[1].text, "   * sqrt( @4 * @4 * @4 * @4 / @4 )");
-    EXPECT_EQ(lines[1].values.size(), 5u);
-}
-
-TEST(ShellFormulas, ShowStressesInTheUnitOfThePressureThatComesOut) {
-    Symbols symbols;
-    symbols.put("P", 1.0f, TARVANE_AS_PRESSURE);
-    symbols.put("S", 1.0f, TARVANE_AS_STRESS);
-    symbols.put("D", 1.0f, TARVANE_AS_DIAMETER);
-    const auto kinds = [&](int result, bool differs) {
-        return number_lines(formula("", "P * D / S", "", result, symbols), differs)[0].kinds;
-    };
-    const int p = TARVANE_AS_PRESSURE, s = TARVANE_AS_STRESS, t = TARVANE_AS_THICKNESS;
-    EXPECT_EQ(kinds(t, false), (std::vector<int>{p, t, s}));
-    EXPECT_EQ(kinds(t, true), (std::vector<int>{p, t, p}));
-    EXPECT_EQ(kinds(s, true), (std::vector<int>{s, t, s}));
-}
 
 // Two nodes of each table of AD-204, and the column that stays.
 TEST(OlderDivisionTwo, FactorsAtTheNodesOfTheTables) {
@@ -244,20 +63,53 @@ TEST(OlderDivisionTwo, FactorsAtTheNodesOfTheTables) {
     EXPECT_NEAR(factor(DIV2_K_FACTOR, 0.17f, 0.040f), 1.95f, 1e-4f);
 }
 
+// The data of the page and those of the results come from the same call.
+TEST(ShellCalls, TakeTheResultsOfTheElement) {
+    const std::string older = "code = \"VIII-2\"\nedition = \"older\"\n";
+    EXPECT_EQ(results_of(shell_of(CYLINDER)).found.formula, TARVANE_UG_27_C_1);
+    EXPECT_EQ(results_of(shell_of(with("D", "Do = 48", CYLINDER))).found.formula,
+              TARVANE_APP_1_1_A_1);
+    EXPECT_TRUE(results_of(shell_of(TORISPHERE + older)).by_older_division_2());
+    EXPECT_FALSE(results_of(shell_of(TORISPHERE)).by_older_division_2());
+    const ShellOutcome knuckle = results_of(shell_of(CONE + "r = 1\ntk = 0.3\n"));
+    EXPECT_EQ(knuckle.found.knuckle, 1);
+    EXPECT_EQ(knuckle.found.mawp_by, TARVANE_BY_KNUCKLE);
+    EXPECT_EQ(results_of(shell_of(CONE + "r = 0.001\ntk = 0.7\n")).found.knuckle, 0);
+}
+
+// The modulus table is asked for where Appendix 1-4(f) looks at the head, and not elsewhere.
+TEST(ShellCalls, TellThinHeads) {
+    ShellInput head = shell_of(with("c", "", with("Ut", "", TORISPHERE)));
+    const auto at = [&](float t, float Sy) {
+        head.put_setting(N::t, t);
+        head.put_setting(N::Sy, Sy);
+        return head.needs_modulus();
+    };
+    EXPECT_TRUE(at(0.09599f, 30000.0f)); // 0.002 L at 0.096
+    EXPECT_FALSE(at(0.09601f, 30000.0f));
+    EXPECT_FALSE(at(0.096f, 1000.0f));
+    EXPECT_TRUE(head.thin());
+    head.put_setting(N::skip_1_4f, 1.0f);
+    EXPECT_FALSE(at(0.096f, 30000.0f));
+    EXPECT_TRUE(head.thin());
+    head.put_setting(N::t, 0.1f);
+    EXPECT_FALSE(head.thin());
+}
+
 TEST(Openings, GiveTheirFactorsToTheHost) {
     ShellInput shell = shell_of(FLAT + "d1 = 2\nedge1 = 2\nd2 = 2\nedge2 = 2\npitch = 3\n");
-    const OpeningFactors far = results_of(shell_of(FLAT + "d1 = 2\nedge1 = 2\n")).openings;
-    EXPECT_EQ(far.F, 1.0f);
-    EXPECT_EQ(far.C, 0.6f);
-    const OpeningFactors near = results_of(shell).openings;
-    EXPECT_FLOAT_EQ(near.F, std::sqrt(0.5f / (1.0f / 3.0f)));
+    const auto far = results_of(shell_of(FLAT + "d1 = 2\nedge1 = 2\n")).found;
+    EXPECT_EQ(far.spacing_factor, 1.0f);
+    EXPECT_EQ(far.attachment_factor, 0.6f);
+    const auto near = results_of(shell).found;
+    EXPECT_FLOAT_EQ(near.spacing_factor, std::sqrt(0.5f / (1.0f / 3.0f)));
     shell.put_setting(N::attachment, 1.0f);
-    EXPECT_EQ(results_of(shell).openings.C, 0.5f);
+    EXPECT_EQ(results_of(shell).found.attachment_factor, 0.5f);
 }
 
 // With the corrosion at failure the wall is just as thick as it must be: the steps of the search are of
 // 0.001 in.
-TEST(ShellFormulas, CorrosionAtFailureLeavesTheRequiredThickness) {
+TEST(ShellCalls, CorrosionAtFailureLeavesTheRequiredThickness) {
     const auto outside = [](const std::string& toml) { return with("D", "Do = 50", toml); };
     const std::string tolerance = "Ut = 0.02\n";
     const auto bare = [](const std::string& toml) { return with("c", "", with("Ut", "", toml)); };
@@ -281,7 +133,8 @@ TEST(ShellFormulas, CorrosionAtFailureLeavesTheRequiredThickness) {
         ASSERT_GT(as_given.fail_ca, 0.0f) << v.name;
         ShellInput corroded = shell_of(toml);
         corroded.put_setting(N::c, as_given.fail_ca);
-        EXPECT_NEAR(results_of(corroded).t_required, corroded.setting(N::t), 0.0015f) << v.name;
+        EXPECT_NEAR(results_of(corroded).found.t_required, corroded.setting(N::t), 0.0015f)
+            << v.name;
     }
 }
 
@@ -413,7 +266,7 @@ TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
     // A thin head is held against Appendix 1-4(f) then.
     ShellInput thin = shell_of(named);
     thin.put_setting(N::t, 0.15f);
-    EXPECT_TRUE(results_of(thin).limits_14f);
+    EXPECT_TRUE(results_of(thin).found.evaluated_14f);
     // P-No. 1 Group 1 has a limit of its forming strain (UCS-79).
     const ShellOutcome formed = results_of(shell_of(without + "material = \"SA-516 60\"\n"));
     EXPECT_NEAR(formed.strain, 75.0f * 0.75f / (3.0f + 0.375f), 1e-4f);
@@ -431,25 +284,28 @@ TEST(ShellVerdict, ComparesThicknessAndPressure) {
     ShellInput shell = shell_of(CYLINDER);
     ShellOutcome o;
     const auto reasons = [&] { return judge_shell(shell, o, us_units()).reasons; };
-    o.t_required = 0.7f;
-    o.mawp = 120.0f;
+    o.found.t_required = 0.7f;
+    o.found.mawp = 120.0f;
     EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fine);
     EXPECT_TRUE(reasons().empty());
-    o.t_required = 0.76f;
+    o.found.t_required = 0.76f;
     EXPECT_EQ(reasons(), one("the required thickness 0.7600 in. is above the given 0.7500 in."));
-    o.t_required = 0.7505f; // within a thousandth
-    o.mawp = 99.95f;
+    o.found.t_required = 0.7505f; // within a thousandth
+    o.found.mawp = 99.95f;
     EXPECT_TRUE(reasons().empty());
-    o.mawp = 99.8f;
+    o.found.mawp = 99.8f;
     EXPECT_EQ(reasons(), one("the MAWP 99.80 psig is below the design pressure 100.00 psig"));
     EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fails);
-    o.mawp = o.t_required = std::nanf("");
+    o.found.mawp = o.found.t_required = std::nanf("");
     EXPECT_EQ(reasons().size(), 2u);
     EXPECT_EQ(reasons()[0], "no thickness holds the design pressure");
 }
 
 TEST(ShellVerdict, TellsLimitsOfTheForm) {
-    const auto warnings = [](const std::string& toml) { return form_warnings(shell_of(toml)); };
+    const auto warnings = [](const std::string& toml) {
+        const ShellInput shell = shell_of(toml);
+        return form_warnings(shell, results_of(shell));
+    };
     const auto is = [](const std::vector<std::string_view>& found, std::string_view part) {
         return found.size() == 1 && found[0].find(part) != std::string_view::npos;
     };

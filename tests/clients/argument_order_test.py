@@ -14,6 +14,7 @@ LONG_COMMENT = re.compile(r"/\*.*?\*/", re.S)
 
 # Fortran knows no difference between C and c, D2 and d2.
 FORTRAN_NAMES = {("SHLINT", "C"): "cf", ("SHLINT", "d2"): "dd2",
+                 ("SHELL_REPORT", "C"): "cf", ("SHELL_REPORT", "d2"): "dd2",
                  ("COMPUTE_FAILURE_CA_DIV1", "C"): "cf", ("COMPUTE_FAILURE_CA_DIV1", "d2"): "dd2"}  # fmt: skip
 
 # What an argument is called in the Python package.

@@ -7,6 +7,7 @@ set(BLOCKS
     element_row TARVANE_ELEMENT_ROW
     en_record TARVANE_EN_RECORD
     failure_row TARVANE_FAILURE_ROW
+    shell_results TARVANE_SHELL_RESULTS
     foundation_head TARVANE_FOUNDATION_HEAD
     foundation_horizontal "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->horizontal)"
     foundation_vertical "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->vertical)"
