@@ -16,6 +16,16 @@ struct ELEMENT_RESULT {
 // Of SHELL_RESULTS: a thick wall, a high pressure, or both.
 inline Int thick_by(bool wall, bool pressure) { return (wall ? 1 : 0) + (pressure ? 2 : 0); }
 
+// What is in force before the minima: under AD-204 the thickness raw has them already.
+inline Real formula_thickness(const SHLINT_ARGUMENTS& s) {
+    return SHELL.formula == AD_204 ? max(SHELL.t_crown, SHELL.t_knuckle) : s.TreqRaw;
+}
+
+// What the formulas rest on, and the thickness that governs.
+void TRACE_ARGUMENTS(TRACE& trace, const SHLINT_ARGUMENTS& s);
+void TRACE_CORRODED_THICKNESS(TRACE& trace, const SHLINT_ARGUMENTS& s);
+void TRACE_GOVERNING(TRACE& trace, const SHLINT_ARGUMENTS& s, Real TminS);
+
 // The same four as a report shows them.
 struct ELEMENT_TEXTS {
     std::string_view Treq, MAWP, MAPnc, Stress;

@@ -2,43 +2,9 @@
 
 namespace tarvane {
 
-namespace {
+SHELL_RESULTS SHELL = SHELL_RESULTS_AT_LOAD;
 
-constexpr Int BYTES = static_cast<Int>(sizeof(SHELL_RESULTS));
-
-constexpr SHELL_RESULTS at_load() {
-    SHELL_RESULTS r{};
-    r.version = SHELL_RESULTS_VERSION;
-    r.bytes = BYTES;
-    return r;
-}
-
-// No stage has run.
-constexpr SHELL_RESULTS begun() {
-    SHELL_RESULTS r = at_load();
-    r.tc = r.t_req_raw = r.t_least = r.t_req = r.t_14f = r.t_governing = r.t_required = NO_VALUE;
-    r.mawp = r.map_nc = r.stress = NO_VALUE;
-    r.mawp_formula = r.map_nc_formula = r.stress_formula = NO_VALUE;
-    r.mawp_knuckle = r.map_nc_knuckle = r.stress_knuckle = NO_VALUE;
-    r.mawp_14f = r.map_nc_14f = r.t_crown = r.t_knuckle = NO_VALUE;
-    r.crown_radius = r.ratio = r.ratio_new = r.modulus_design = r.modulus_ambient = NO_VALUE;
-    r.attachment_factor = r.spacing_factor = r.shape_factor = r.span = NO_VALUE;
-    return r;
-}
-
-constexpr SHELL_RESULTS AT_LOAD = at_load(), BEGUN = begun();
-
-} // namespace
-
-SHELL_RESULTS SHELL = AT_LOAD;
-
-void BEGIN_SHELL_RESULTS() {
-    const auto serial = static_cast<std::uint32_t>(SHELL.serial) + 1u;
-    SHELL = BEGUN;
-    SHELL.serial = static_cast<Int>(serial);
-}
-
-void RESET_SHELL_RESULTS() { SHELL = AT_LOAD; }
+void RESET_SHELL_RESULTS() { SHELL = SHELL_RESULTS_AT_LOAD; }
 
 std::string_view RULE_OF(Int formula) {
     switch (formula) {

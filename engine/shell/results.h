@@ -74,10 +74,37 @@ struct SHELL_RESULTS {
 };
 inline constexpr Int SHELL_RESULTS_VERSION = 1;
 
+constexpr SHELL_RESULTS shell_results_at_load() {
+    SHELL_RESULTS r{};
+    r.version = SHELL_RESULTS_VERSION;
+    r.bytes = static_cast<Int>(sizeof(SHELL_RESULTS));
+    return r;
+}
+
+// Begun: no stage has run.
+constexpr SHELL_RESULTS shell_results_begun() {
+    SHELL_RESULTS r = shell_results_at_load();
+    r.tc = r.t_req_raw = r.t_least = r.t_req = r.t_14f = r.t_governing = r.t_required = NO_VALUE;
+    r.mawp = r.map_nc = r.stress = NO_VALUE;
+    r.mawp_formula = r.map_nc_formula = r.stress_formula = NO_VALUE;
+    r.mawp_knuckle = r.map_nc_knuckle = r.stress_knuckle = NO_VALUE;
+    r.mawp_14f = r.map_nc_14f = r.t_crown = r.t_knuckle = NO_VALUE;
+    r.crown_radius = r.ratio = r.ratio_new = r.modulus_design = r.modulus_ambient = NO_VALUE;
+    r.attachment_factor = r.spacing_factor = r.shape_factor = r.span = NO_VALUE;
+    return r;
+}
+
+inline constexpr SHELL_RESULTS SHELL_RESULTS_AT_LOAD = shell_results_at_load();
+inline constexpr SHELL_RESULTS SHELL_RESULTS_BEGUN = shell_results_begun();
+
 extern SHELL_RESULTS SHELL;
 
 // A calculation begins: everything but the serial number afresh.
-void BEGIN_SHELL_RESULTS();
+inline void BEGIN_SHELL_RESULTS() {
+    const auto serial = static_cast<std::uint32_t>(SHELL.serial) + 1u;
+    SHELL = SHELL_RESULTS_BEGUN;
+    SHELL.serial = static_cast<Int>(serial);
+}
 void RESET_SHELL_RESULTS();
 
 } // namespace tarvane
