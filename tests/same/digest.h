@@ -7,6 +7,11 @@
 
 namespace same {
 
+// Sign and payload of a not-a-number go with the compiler's order of operands.
+inline std::uint32_t without_payload(std::uint32_t real) {
+    return (real & 0x7fffffffu) > 0x7f800000u ? 0x7fc00000u : real;
+}
+
 class Digest {
   public:
     void add(const void* bytes, std::size_t size) {
@@ -23,6 +28,18 @@ class Digest {
             const std::size_t count = size < 8 ? size : 8;
             state = mixed(state, word(from, count));
             size -= count;
+        }
+    }
+    // Numbers, of which one not-a-number is as good as any other.
+    void add_reals(const void* bytes, std::size_t size) {
+        const char* from = static_cast<const char*>(bytes);
+        std::uint32_t words[256];
+        for (std::size_t count; size > 0; size -= count, from += count) {
+            count = size < sizeof words ? size : sizeof words;
+            std::memcpy(words, from, count);
+            for (std::size_t i = 0; i < count / sizeof *words; ++i)
+                words[i] = without_payload(words[i]);
+            add(words, count);
         }
     }
     void add(std::uint64_t value) { state = mixed(state, value); }
