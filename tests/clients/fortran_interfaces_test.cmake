@@ -100,7 +100,7 @@ foreach(line ${lines})
         endif()
         # An address is an untyped one in Fortran; of two of them gfortran shows one.
         if(gives STREQUAL "void *")
-            string(APPEND code "void *got_${name}(void) { return ${name}()<end> }\n")
+            string(APPEND code "const void *got_${name}(void) { return ${name}()<end> }\n")
         else()
             if(name STREQUAL "SET_HOST_WINDOW")
                 string(REPLACE "const void *" "void *const *" arguments "${arguments}")

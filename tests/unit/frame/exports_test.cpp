@@ -268,7 +268,7 @@ Int TARVANE_CALL append_record(void* user, const char* text, Int length) {
 // Line by line what OPENUNIT writes to a file; UNIT_STATUS keeps the line that found no unit.
 TEST_F(Surface, AReportGoesToTheHostAsToAFile) {
     const std::string path = scratch.file("report.txt");
-    const Int file = 10, host = 11, closed = 12, on = 1;
+    const Int file = 10, host = 11, closed = 12, on = 1, style[6] = {1, 0, 0, 0, 0, 0};
     std::string taken;
     Int status = -1;
     ::OPENUNIT(&file, path.data(), static_cast<Int>(path.size()), &status);
@@ -278,7 +278,7 @@ TEST_F(Surface, AReportGoesToTheHostAsToAFile) {
     ::SET_IWRTFL(&on);
     for (const Int unit : {file, host, closed}) {
         ::SET_IOUT(&unit);
-        ::WRITE_TEXT("a line of the host's", 20, &on);
+        ::WRITE_TEXT("a line of the host's", 20, style);
         ::CLOSEUNIT(&unit);
         ::UNIT_STATUS(&unit, &status);
         EXPECT_EQ(status, unit == closed ? 1 : 0);
