@@ -65,6 +65,8 @@ extern "C" {
 **      and d_o are returned.
 **   5) A search that comes to its end without an answer returns its last value.
 **   6) IWRITE is 1 after the call, but not after one of the kinds of notes 1 and 4.
+**   7) An element outside the five kinds has no formula by buckling stress: maep stays, fha is 0, tca is t
+**      with c and ut.
 */
 TARVANE_API void TARVANE_CALL SHLEXT(
     const float* p, const float* temp, char* chart, int32_t chart_len, const int32_t* element,
@@ -167,7 +169,7 @@ TARVANE_API void TARVANE_CALL CC2286_BENDING(const float* d_o, const float* t, c
 **   ey, fy      modulus and yield stress
 ** Returned:
 **   fva         allowable stress
-**   cv          shear buckling coefficient
+**   cv          shear buckling coefficient; stays when l, t and d_o give no number
 */
 TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, const float* t,
                                            const float* ey, const float* fy, float* fva,

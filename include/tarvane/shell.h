@@ -393,7 +393,8 @@ TARVANE_API void TARVANE_CALL PATTERNED_OPENINGS(const int32_t* kind, const floa
 ** Returned (function value):
 **   the factor
 **
-** Note: above a ratio r/D of 0.20 the table of K ends, and its column of the call before holds.
+** Note: above a ratio r/D of 0.20 the table of K ends, and its column of the call before holds. A ratio
+** t/L that is not a number takes the last row of the tables.
 */
 TARVANE_API float TARVANE_CALL DIV2_M_FACTOR(const float* D, const float* r, const float* t,
                                              const float* L, const float* c, const int32_t* element,
