@@ -116,11 +116,11 @@ void write_files(const RunOptions& options, const UnitSystem& units, Calculation
     if (options.charts.empty()) return;
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         if (c.verdicts[i].status == Status::stopped) continue;
-        const auto& [element, outcome] = c.calculated[i];
-        const std::optional<ChartPoint> point = element->chart_point(*outcome);
+        const Element& element = *c.calculated[i].element;
+        const std::optional<ChartPoint> point = element.chart_point(*c.calculated[i].outcome);
         if (!point) continue;
         attempt([&] {
-            write_whole(chart_file(options.charts, *element),
+            write_whole(chart_file(options.charts, element),
                         chart_svg(point->chart, point->temperature, point->yield, point->A, units));
         });
     }
