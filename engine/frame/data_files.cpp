@@ -189,6 +189,7 @@ bool LineReader::next(char* line, Int width) {
         std::memcpy(line + column, from, static_cast<std::size_t>(kept));
         column += kept;
     };
+    Int length = 0; // of the line, what passes the width too
     bool any = false;
     bool held_return = false; // a carriage return that may belong to the line end
     while (fill()) {
@@ -199,6 +200,12 @@ bool LineReader::next(char* line, Int width) {
         Int count = available;
         if (end != nullptr) count = static_cast<Int>(static_cast<const char*>(end) - from);
         position += end != nullptr ? count + 1 : count;
+        length += count;
+        if (length > LONGEST_LINE) {
+            position = filled = 0;
+            failed = true;
+            break;
+        }
         if (count > 0) {
             if (held_return) put("\r", 1);
             held_return = from[count - 1] == '\r';

@@ -51,7 +51,9 @@ void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len);
 
 // ---- reading -----------------------------------------------------------------------------------
 // A text file, read line by line into a fixed-width buffer. A carriage return before the line end is
-// not part of the line; longer lines are cut to the width, shorter ones blank-padded.
+// not part of the line; longer lines are cut to the width, shorter ones blank-padded. A line of more than
+// LONGEST_LINE characters belongs to no text file and is an error.
+inline constexpr Int LONGEST_LINE = 65536;
 class LineReader {
   public:
     explicit LineReader(Int unit);

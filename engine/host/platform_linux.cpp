@@ -24,7 +24,11 @@ namespace {
 
 using PathName = Terminated<PATH_MAX>;
 
-bool is_folder(const struct stat& status) { return S_ISDIR(status.st_mode); }
+// Offsets within a file are Int. A pipe, a device or a folder is no file: a pipe would hold the host
+// until somebody writes into it, a device need not end.
+bool is_file(const struct stat& status) {
+    return S_ISREG(status.st_mode) && static_cast<std::int64_t>(status.st_size) <= INT32_MAX;
+}
 
 constexpr std::string_view SETTINGS_NAME = "/Settings.ini";
 
@@ -91,10 +95,11 @@ Int opened_for_writing(std::string_view path, int flag) {
 Int open_for_reading(std::string_view path) {
     const PathName name(path);
     if (path.empty() || !name.complete()) return -1;
-    const int handle = open(name.get(), O_RDONLY | O_CLOEXEC);
+    // Nothing waits at the opening of a pipe, nor makes a terminal the program's own.
+    const int handle = open(name.get(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (handle < 0) return -1;
     struct stat status;
-    if (fstat(handle, &status) != 0 || is_folder(status)) {
+    if (fstat(handle, &status) != 0 || !is_file(status)) {
         close(handle);
         return -1;
     }
@@ -150,7 +155,7 @@ void delete_and_close(Int handle) {
 bool file_exists(std::string_view path) {
     const PathName name(path);
     struct stat status;
-    return !path.empty() && name.complete() && stat(name.get(), &status) == 0 && !is_folder(status);
+    return !path.empty() && name.complete() && stat(name.get(), &status) == 0 && is_file(status);
 }
 
 namespace platform {

@@ -71,8 +71,14 @@ bool enter_folder(Text<260>& path, Int& length, std::string_view level) {
 Int open_for_reading(std::string_view path) {
     const PathName name(path);
     if (path.empty() || !name.complete()) return -1;
-    return opened(CreateFileA(name.get(), GENERIC_READ, SHARED, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    const HANDLE handle = CreateFileA(name.get(), GENERIC_READ, SHARED, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    // A pipe or a device ("NUL", "CON") is no file.
+    if (handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_DISK) {
+        CloseHandle(handle);
+        return -1;
+    }
+    return opened(handle);
 }
 
 Int open_for_writing(std::string_view path) { return opened_for_writing(path, CREATE_ALWAYS); }

@@ -10,7 +10,7 @@ namespace tarvane {
 
 // ---- files: plain handles without buffers of their own, so that nothing is allocated -------------
 // A handle is 0 or more; -1 means that the file could not be opened.
-Int open_for_reading(std::string_view path);
+Int open_for_reading(std::string_view path);       // a regular file of less than 2 GB only
 Int open_for_writing(std::string_view path);       // created or emptied
 Int open_for_update(std::string_view path);        // created or as it is
 Int read_bytes(Int handle, char* into, Int count); // bytes read, 0 at the end, -1 on an error
@@ -18,7 +18,7 @@ bool write_bytes(Int handle, const char* from, Int count);
 bool seek_to(Int handle, Int offset); // from the start of the file
 bool close_handle(Int handle); // false when something written before is lost
 void delete_and_close(Int handle);
-bool file_exists(std::string_view path); // a folder is no file
+bool file_exists(std::string_view path); // a folder, a pipe or a device is no file
 
 #ifdef _WIN32
 inline constexpr char SEPARATOR = '\\';

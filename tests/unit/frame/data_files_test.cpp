@@ -57,6 +57,22 @@ TEST_F(DataFileTest, LinesAcrossTheReadersBuffer) {
     }
 }
 
+TEST_F(DataFileTest, ALineBeyondTheLongestIsAnError) {
+    const std::string longest(LONGEST_LINE, 'x');
+    EXPECT_EQ(lines_of("a\n" + longest + "\nb\n", 3), (Lines{"a  ", "xxx", "b  "}));
+    ASSERT_TRUE(open_unit_for_reading(20, scratch.write("long.txt", "a\n" + longest + "x\nb\n")));
+    LineReader reader(20);
+    char line[3];
+    EXPECT_TRUE(reader.next(line, 3));
+    EXPECT_FALSE(reader.broken());
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_FALSE(reader.next(line, 3));
+        EXPECT_EQ(std::string_view(line, 3), "   ");
+        EXPECT_TRUE(reader.broken());
+    }
+    close_unit(20);
+}
+
 TEST_F(DataFileTest, AClosedUnitHasNoLines) {
     LineReader reader(30);
     char line[4];

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace tarvane::host_test {
 namespace {
@@ -21,6 +22,29 @@ TEST_F(FileTest, AFolderIsNoFile) {
     EXPECT_EQ(open_for_reading(scratch.path()), -1);
     EXPECT_EQ(open_for_writing(scratch.path()), -1);
     EXPECT_FALSE(file_exists(scratch.path()));
+}
+
+// The opening of a pipe would wait for a writer, /dev/zero never ends.
+TEST_F(FileTest, APipeOrADeviceIsNoFile) {
+    const std::string pipe = scratch.file("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& path : {pipe, std::string("/dev/zero"), std::string("/dev/null")}) {
+        EXPECT_EQ(open_for_reading(path), -1) << path;
+        EXPECT_FALSE(file_exists(path)) << path;
+    }
+}
+
+// The last byte must be within the reach of an offset.
+TEST_F(FileTest, AFileOfTwoGigabytesIsNoDataFile) {
+    const std::string path = scratch.write("large.bin", "x");
+    std::filesystem::resize_file(path, 2147483647u);
+    const Int handle = open_for_reading(path);
+    EXPECT_GE(handle, 0);
+    close_handle(handle);
+    EXPECT_TRUE(file_exists(path));
+    std::filesystem::resize_file(path, 2147483648u);
+    EXPECT_EQ(open_for_reading(path), -1);
+    EXPECT_FALSE(file_exists(path));
 }
 
 TEST_F(FileTest, APathThatIsTooLongIsNotCutToAnother) {
