@@ -1,12 +1,14 @@
 #include "input_file.h"
 
 #include "text.h"
-
-#include <toml++/toml.h>
+#include "toml_limits.h"
+#include "toml_parser.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <set>
+#include <tuple>
 
 namespace tarvane::app {
 
@@ -59,8 +61,10 @@ class Reader {
         fault(line_of(node), key, std::move(message));
     }
 
-    void unknown_key(const toml::key& key, std::span<const std::string_view> others,
-                     std::span<const ElementKind* const> kinds = {});
+    void unknown_keys(std::vector<const toml::key*> keys, std::span<const std::string_view> others,
+                      std::span<const ElementKind* const> kinds = {});
+    static std::string no_key(std::string_view name, std::span<const std::string_view> others,
+                              std::span<const ElementKind* const> kinds);
     void read_units(const toml::node& node);
     void read_unit(std::string_view name, const toml::node& node, Quantity quantity);
     void read_units_table(const toml::table& table);
@@ -125,6 +129,7 @@ void Reader::read_units_table(const toml::table& table) {
     std::vector<std::string_view> names{"base"};
     for (const UnitName& unit : UNIT_NAMES)
         names.push_back(unit.name);
+    std::vector<const toml::key*> unknown;
     for (const auto& [key, node] : table) {
         const std::string_view name = key.str();
         const auto unit = std::find_if(std::begin(UNIT_NAMES), std::end(UNIT_NAMES),
@@ -132,9 +137,10 @@ void Reader::read_units_table(const toml::table& table) {
         if (unit != std::end(UNIT_NAMES)) {
             read_unit(name, node, unit->quantity);
         } else if (name != "base") {
-            unknown_key(key, names);
+            unknown.push_back(&key);
         }
     }
+    unknown_keys(unknown, names);
 }
 
 void Reader::read_unit(std::string_view name, const toml::node& node, Quantity quantity) {
@@ -158,8 +164,9 @@ void Reader::read_unit(std::string_view name, const toml::node& node, Quantity q
             into = single;
         }
     };
-    const std::array<std::string_view, 3> temperature_keys{"offset", "scale", "label"};
-    const std::array<std::string_view, 2> other_keys{"factor", "label"};
+    constexpr std::string_view TEMPERATURE_KEYS[] = {"offset", "scale", "label"};
+    constexpr std::string_view OTHER_KEYS[] = {"factor", "label"};
+    std::vector<const toml::key*> unknown;
     for (const auto& [key, given] : *table) {
         const std::string inner = full + '.' + std::string(key.str());
         if (key.str() == "label") {
@@ -181,12 +188,12 @@ void Reader::read_unit(std::string_view name, const toml::node& node, Quantity q
         } else if (!temperature && key.str() == "factor") {
             put_factor(quantity == Quantity::density ? units.density_factor : units.factors[place],
                        given, inner, true);
-        } else if (temperature) {
-            unknown_key(key, temperature_keys);
         } else {
-            unknown_key(key, other_keys);
+            unknown.push_back(&key);
         }
     }
+    unknown_keys(unknown,
+                 temperature ? std::span<const std::string_view>(TEMPERATURE_KEYS) : OTHER_KEYS);
 }
 
 // ---- values --------------------------------------------------------------------------------------
@@ -199,9 +206,8 @@ const Key* find_key(std::span<const ElementKind* const> kinds, std::string_view 
     return nullptr;
 }
 
-void Reader::unknown_key(const toml::key& key, std::span<const std::string_view> others,
-                         std::span<const ElementKind* const> kinds) {
-    const std::string_view name = key.str();
+std::string Reader::no_key(std::string_view name, std::span<const std::string_view> others,
+                           std::span<const ElementKind* const> kinds) {
     std::string message = "no key of this place";
     std::string_view near;
     for (const ElementKind* kind : kinds) {
@@ -212,7 +218,22 @@ void Reader::unknown_key(const toml::key& key, std::span<const std::string_view>
         message += "; the nearest is " + std::string(near);
         if (const Key* ours = find_key(kinds, near)) message += ", " + std::string(ours->meaning);
     }
-    fault(static_cast<int>(key.source().begin.line), name, std::move(message));
+    return message;
+}
+
+// Those of one table. The search for the nearest key takes its time, so that it is made only for faults
+// that can be among the lines that are shown.
+void Reader::unknown_keys(std::vector<const toml::key*> keys,
+                          std::span<const std::string_view> others,
+                          std::span<const ElementKind* const> kinds) {
+    std::sort(keys.begin(), keys.end(), [](const toml::key* a, const toml::key* b) {
+        return a->source().begin.line < b->source().begin.line;
+    });
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const std::string_view name = keys[i]->str();
+        fault(static_cast<int>(keys[i]->source().begin.line), name,
+              i < MOST_FAULT_LINES ? no_key(name, others, kinds) : "no key of this place");
+    }
 }
 
 bool Reader::read_flag(const toml::node& node, std::string_view key, bool fallback) {
@@ -322,10 +343,12 @@ bool Reader::check_inner_keys(const toml::key& name, const toml::node& node,
         list += (list.empty() ? "" : ", ") + std::string(inner.back());
     }
     if (const toml::table* table = node.as_table()) {
+        std::vector<const toml::key*> unknown;
         for (const auto& [key, value] : *table) {
             if (std::find(inner.begin(), inner.end(), key.str()) == inner.end())
-                unknown_key(key, inner);
+                unknown.push_back(&key);
         }
+        unknown_keys(unknown, inner);
     } else {
         wrong(node, name.str(), "a table of " + list);
     }
@@ -457,11 +480,13 @@ void Reader::read(const toml::table& root) {
     names.insert(names.end(), {"units", "decimal_comma", "metric_constants"});
     for (const ElementKind* kind : known_kinds)
         names.push_back(kind->table);
+    std::vector<const toml::key*> unknown;
     for (const auto& [key, node] : root) {
         if (std::find(names.begin(), names.end(), key.str()) == names.end() &&
             !check_inner_keys(key, node, kinds))
-            unknown_key(key, names, kinds);
+            unknown.push_back(&key);
     }
+    unknown_keys(unknown, names, kinds);
 
     if (sources.empty() && !faulty) {
         fault(1, known_kinds.front()->table,
@@ -475,11 +500,13 @@ void Reader::read(const toml::table& root) {
         std::vector<std::string_view> own;
         for (const Key& key : source.kind->keys.keys)
             own.push_back(key.name);
+        const std::span kind(&source.kind, 1);
+        std::vector<const toml::key*> strangers;
         for (const auto& [key, value] : *source.table) {
-            const std::span kind(&source.kind, 1);
             if (source.kind->keys.find(key.str()) == nullptr && !check_inner_keys(key, value, kind))
-                unknown_key(key, own, kind);
+                strangers.push_back(&key);
         }
+        unknown_keys(strangers, own, kind);
         read_element(source, root);
     }
 }
@@ -488,6 +515,10 @@ void Reader::read(const toml::table& root) {
 
 ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds) {
     ReadResult result;
+    if (std::optional<Fault> fault = check_limits(toml_text)) {
+        result.faults.push_back(std::move(*fault));
+        return result;
+    }
     try {
         const toml::table root = toml::parse(toml_text);
         Reader(result, kinds).read(root);
@@ -495,20 +526,15 @@ ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* c
         std::string message(error.description());
         std::replace(message.begin(), message.end(), '\n', ' ');
         result.faults.push_back({static_cast<int>(error.source().begin.line), "", message});
+    } catch (const TomlAssertion&) {
+        result.faults.push_back({1, "", "the file cannot be read as TOML"});
     }
-    // A key at the head of the file is read once a flange: its fault counts once.
     std::stable_sort(result.faults.begin(), result.faults.end(),
                      [](const Fault& a, const Fault& b) { return a.line < b.line; });
-    const auto same = [](const Fault& a, const Fault& b) {
-        return a.line == b.line && a.key == b.key && a.message == b.message;
-    };
-    for (std::size_t i = 0; i < result.faults.size(); ++i) {
-        const auto later = result.faults.begin() + static_cast<std::ptrdiff_t>(i) + 1;
-        const Fault kept = result.faults[i];
-        result.faults.erase(std::remove_if(later, result.faults.end(),
-                                           [&](const Fault& f) { return same(kept, f); }),
-                            result.faults.end());
-    }
+    // A key at the head of the file is read once a flange: its fault counts once.
+    std::set<std::tuple<int, std::string, std::string>> known;
+    std::erase_if(result.faults,
+                  [&](const Fault& f) { return !known.emplace(f.line, f.key, f.message).second; });
     if (!result.faults.empty()) result.file.elements.clear();
     return result;
 }
@@ -517,7 +543,17 @@ std::string fault_line(std::string_view path, const Fault& fault) {
     std::string line(path);
     line += ':' + std::to_string(fault.line) + ": ";
     if (!fault.key.empty()) line += fault.key + ": ";
-    return line + fault.message;
+    return printable(line + fault.message);
+}
+
+std::string fault_report(std::string_view path, const std::vector<Fault>& faults) {
+    std::string lines;
+    const std::size_t shown = std::min(faults.size(), MOST_FAULT_LINES);
+    for (std::size_t i = 0; i < shown; ++i)
+        lines += fault_line(path, faults[i]) + '\n';
+    if (faults.size() > shown)
+        lines += "and " + std::to_string(faults.size() - shown) + " more faults\n";
+    return lines;
 }
 
 } // namespace tarvane::app

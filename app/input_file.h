@@ -26,7 +26,11 @@ struct ReadResult {
 ReadResult read_input(std::string_view toml_text,
                       std::span<const ElementKind* const> kinds = element_kinds());
 
-// "FILE:LINE: KEY: message"
+// "FILE:LINE: KEY: message", fit for a terminal.
 std::string fault_line(std::string_view path, const Fault& fault);
+
+// The lines of the first faults, and the number of the others.
+inline constexpr std::size_t MOST_FAULT_LINES = 50;
+std::string fault_report(std::string_view path, const std::vector<Fault>& faults);
 
 } // namespace tarvane::app

@@ -59,7 +59,8 @@ Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& er
         text.append(key).append(" = ").append(value).append("\n");
     const ReadResult input = read_input(text);
     for (const Fault& fault : input.faults)
-        err << "tarvane: " << (fault.key.empty() ? "" : fault.key + ": ") << fault.message << '\n';
+        err << "tarvane: " << printable((fault.key.empty() ? "" : fault.key + ": ") + fault.message)
+            << '\n';
     if (!input.faults.empty()) return Status::bad_input;
 
     const auto& element = static_cast<const MdmtInput&>(*input.file.elements.front());

@@ -1,12 +1,13 @@
 #include "run.h"
 
+#include "bounded_file.h"
 #include "charts.h"
 #include "data_folder.h"
-#include "files.h"
 #include "input_file.h"
 #include "output_file.h"
 #include "report_view.h"
 #include "text.h"
+#include "toml_limits.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -128,9 +129,8 @@ void write_files(const RunOptions& options, const UnitSystem& units, Calculation
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
     if (!options.data.empty()) set_data_folder(options.data);
-    const ReadResult input = read_input(read_whole(options.input));
-    for (const Fault& fault : input.faults)
-        err << fault_line(options.input, fault) << '\n';
+    const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
+    err << fault_report(options.input, input.faults);
     if (!input.faults.empty()) return Status::bad_input;
 
     const InputFile& file = input.file;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
+#include <cstdio>
 #include <numeric>
 #include <vector>
 
@@ -119,6 +121,57 @@ std::vector<std::string> wrapped(std::string_view utf8, std::size_t width) {
     }
     lines.emplace_back(utf8);
     return lines;
+}
+
+namespace {
+
+// Length of the character at the begin of a text, 0 where the bytes are no UTF-8, and its number.
+std::size_t decode(std::string_view utf8, std::uint32_t& code) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
+    const unsigned lead = byte(0);
+    const std::size_t length = lead < 0x80   ? 1
+                               : lead < 0xC2 ? 0
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 0;
+    if (length == 0 || length > utf8.size()) return 0;
+    constexpr std::uint32_t LEAST[] = {0, 0, 0x80, 0x800, 0x10000};
+    code = length == 1 ? lead : lead & (0x7Fu >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0u) != 0x80u) return 0;
+        code = code << 6 | (byte(i) & 0x3Fu);
+    }
+    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+    return code < LEAST[length] || code > 0x10FFFF || surrogate ? 0 : length;
+}
+
+// Those of ASCII and the C1 set, and what turns the direction of a line.
+bool is_control(std::uint32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+} // namespace
+
+std::string printable(std::string_view utf8) {
+    std::string out;
+    for (std::size_t at = 0; at < utf8.size();) {
+        std::uint32_t code = 0;
+        const std::size_t length = decode(utf8.substr(at), code);
+        char number[12] = "";
+        if (length == 0) {
+            std::snprintf(number, sizeof number, "\\x%02X",
+                          static_cast<unsigned>(static_cast<unsigned char>(utf8[at])));
+        } else if (is_control(code)) {
+            std::snprintf(number, sizeof number, "\\u%04X", static_cast<unsigned>(code));
+        } else {
+            out += utf8.substr(at, length);
+        }
+        out += number;
+        at += std::max<std::size_t>(length, 1);
+    }
+    return out;
 }
 
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }

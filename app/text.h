@@ -28,6 +28,9 @@ std::string right_aligned(std::string_view utf8, std::size_t width);
 // Lines of up to `width` columns, broken at blanks, and within a word that is longer. At least one.
 std::vector<std::string> wrapped(std::string_view utf8, std::size_t width);
 
+// As it can go to a terminal: control characters, and bytes that are no UTF-8, by their numbers.
+std::string printable(std::string_view utf8);
+
 std::string quoted(std::string_view text);
 
 } // namespace tarvane::app
