@@ -217,8 +217,8 @@ void TARVANE_CALL CONVEX_HEAD(const float* P, const float* maep, const float* tc
     tarvane::CONVEX_HEAD(arguments, nullptr);
 }
 
-const TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void) {
-    return reinterpret_cast<const TARVANE_SHELL_RESULTS*>(&tarvane::SHELL);
+TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void) {
+    return reinterpret_cast<TARVANE_SHELL_RESULTS*>(&tarvane::SHELL);
 }
 
 void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(const float* P, const float* D, const float* E,

@@ -217,7 +217,7 @@ typedef struct {
     float attachment_factor, spacing_factor, shape_factor, span; /* flat head: C, F, Z, d */
 } TARVANE_SHELL_RESULTS;
 enum { TARVANE_SHELL_RESULTS_VERSION = 1 };
-TARVANE_API const TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void);
+TARVANE_API TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void);
 
 /*
 ** COMPUTE_FAILURE_CA_DIV1 - corrosion that an element takes until its working pressure has fallen to
