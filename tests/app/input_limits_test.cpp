@@ -97,7 +97,7 @@ TEST(InputLimits, WhatTheParserTripsOver) {
 
 TEST(InputLimits, ControlCharactersAreShownByTheirNumbers) {
     EXPECT_EQ(only_fault(with("m", "m = \"\\u001b[2J\\u009b1m\\u007f\\u202e\"")),
-              "f:22: m: a number is expected, not the text \"\\u001B[2J\\u009B1m\\u007F\\u202E\" "
+              "f:24: m: a number is expected, not the text \"\\u001B[2J\\u009B1m\\u007F\\u202E\" "
               "(gasket factor)");
     const std::vector<std::string> lines =
         fault_lines(FLANGE_TOML + "\"\\u001b]0;x\\u0007\" = 1\n");
@@ -129,7 +129,7 @@ TEST(InputLimits, PrintableKeepsEveryOtherCharacter) {
 std::string unknown_keys(std::size_t count) {
     std::string toml;
     for (std::size_t i = 0; i < count; ++i)
-        toml += "Pressure" + std::to_string(count - i) + " = 1\n";
+        toml += "material_reference" + std::to_string(count - i) + " = 1\n";
     return toml;
 }
 
@@ -143,16 +143,18 @@ TEST(InputLimits, FiftyFaultsAndACount) {
     EXPECT_EQ(std::count(more.begin(), more.end(), '\n'), 51);
     EXPECT_TRUE(more.ends_with("\nand 1 more faults\n")) << more;
     // Those of the first lines, each with the key that it may mean.
-    EXPECT_TRUE(more.starts_with("f:27: Pressure51: no key of this place; the nearest is "));
-    const std::size_t last = more.find("f:76: Pressure2: no key of this place; the nearest is ");
+    EXPECT_TRUE(
+        more.starts_with("f:27: material_reference51: no key of this place; the nearest is "));
+    const std::size_t last =
+        more.find("f:76: material_reference2: no key of this place; the nearest is ");
     EXPECT_NE(last, std::string::npos) << more;
 }
 
 // No second is measured: with a search for each of them this takes minutes.
 TEST(InputLimits, ManyUnknownKeys) {
-    const ReadResult result = read_input(FLANGE_TOML + unknown_keys(150000));
-    EXPECT_EQ(result.faults.size(), 150000u);
-    EXPECT_EQ(result.faults.back().line, 150026);
+    const ReadResult result = read_input(FLANGE_TOML + unknown_keys(100000));
+    EXPECT_EQ(result.faults.size(), 100000u);
+    EXPECT_EQ(result.faults.back().line, 100026);
 }
 
 // ---- files -----------------------------------------------------------------------------------------
