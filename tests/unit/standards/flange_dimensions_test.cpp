@@ -241,7 +241,7 @@ TEST_F(FlangeDimensions, ARowOfFewerThan17NumbersIsAnErrorOfTheFile) {
     const auto found = [&](const std::string& rows, Real size = 4.0f) {
         write_file("system", "ANSIFlangeDimensions.txt", "[600]\n" + rows + "[900]\n3 0\n[END]\n");
         const Call c = Call{.size = size, .flange_class = 600}.run();
-        if (c.notfound) EXPECT_TRUE(c.all_absent()) << rows;
+        EXPECT_EQ(c.notfound, c.all_absent()) << rows;
         return !c.notfound;
     };
     EXPECT_TRUE(found(good));
