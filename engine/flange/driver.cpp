@@ -24,7 +24,7 @@ constexpr Real AMBIENT = 70.0f;
 void entry(DRIVER_STATE& d) {
     FLANGE_ARGUMENTS& args = *d.args;
     FLANGE_STATE& s = *d.s;
-    s.looseReverse = s.stopped = false;
+    s.looseReverse = s.stopped = s.moduliHeld = false;
     DECIMAL_COMMA = (*args.decimalComma & 1) != 0;
     OPEN_LINE_STORE();
     s.code = *args.code;

@@ -32,6 +32,7 @@ constexpr Int FATAL_NO_RING = 25; // outside diameter not above the corroded ins
 enum class Next { go_on, to_design_entry, to_closure_entry, leave };
 
 void moduli(FLANGE_STATE& s) {
+    if (s.moduliHeld) return;
     if (s.en_or_pd()) {
         const Real chart_class = CHART_CLASS(s.chartName.columns(1, 5));
         MODULUS(chart_class, s.Ehot, s.Tdesign);

@@ -154,6 +154,7 @@ struct FLANGE_STATE {
 
     // ---- moduli, psi -----------------------------------------------------------------------------------
     Real Ecold = 0, Ehot = 0; // at 70 F and at the design temperature
+    bool moduliHeld = false;  // those of the run before, which had the same material
 
     // ---- stresses ----------------------------------------------------------------------------------------
     Real kf = 1.0f; // factor k of PD 5500 and EN 13445

@@ -691,12 +691,14 @@ TARVANE_API TARVANE_HOST_INPUT* TARVANE_CALL GETHOSTINPUT(void);
 /*
 ** GETFAILURETABLE - address of the failure corrosion table: 500 rows of 80 bytes, one for each
 ** FLANGE_CALC that ran the failure corrosion loop (SET_SWITCHES). FAILURE_ROW_COUNT returns the
-** number of rows in use. Lengths in inches.
+** number of rows in use. Lengths in inches. The search takes steps of a thousandth up to the thickness,
+** 500,000 at most (500 in.): a flange that is thicker and has not failed by then has TARVANE_NO_VALUE
+** in failure_ca and nominal_less_failure, and no line about it in its report.
 */
 typedef struct {
     char description[16];
     float nominal;    /* go, or t of a blind flange */
-    float failure_ca; /* corrosion allowance at failure, looked for up to 40 in. */
+    float failure_ca; /* corrosion allowance at failure */
     float nominal_less_failure;
     float ci; /* the allowance given */
     float nominal_less_ci;

@@ -1,3 +1,4 @@
+#include "flange/blind.h"
 #include "flange/covers.h"
 #include "flange/stresses.h"
 #include "openings/flat_head_openings.h"
@@ -57,6 +58,11 @@ TEST_F(ChannelCoverTest, LimitBySpan) {
     s.G = limit24;
     check();
     EXPECT_EQ(stored(3), "Allowed deflection at center per TEMA formula         0.0300  in.");
+    s.G = std::nextafter(limit24, 30.0f);
+    check();
+    EXPECT_NEAR(s.tChannelMin,
+                std::pow(double(s.G) / ((double(s.G) - 4.0) / 800 / load() * 30e6), 0.333333),
+                1e-5);
     s.G = 30.0f; // 26: above 24
     check();
     EXPECT_NEAR(s.tChannelMin, std::pow(30.0 / (26.0 / 800 / load() * 30e6), 0.333333), 1e-5);
@@ -272,6 +278,42 @@ TEST_F(OpeningsTest, WithALigament) {
     s.coverFactor = call.coverFactor;
     FLANGE_STRESSES(s);
     EXPECT_NEAR(s.STRESS[OPERATING][TANGENTIAL], 3 * double(plain), 1e-5 * double(plain));
+}
+
+// A pitch of 1.5 times the average diameter: e is a third, h 1.2247. The stress takes 2 h^2, the
+// thickness h and the root of 2.
+TEST_F(OpeningsTest, LigamentOfAThirdInStressAndThickness) {
+    call.d1 = 5.0f, call.d2 = 3.0f;
+    call.pitch = 6.0f;
+    lines();
+    EXPECT_NEAR(call.coverFactor, 1.2247449, 1e-6);
+    flat_head();
+    s.Cf = 0.3f;
+    s.jointE = 1.0f;
+    for (const Int code : {1, 2, 3, 4}) {
+        SCOPED_TRACE(code);
+        s.code = code;
+        BLIND_CALL cover{.d = 25.0f,
+                         .Zf = 1.0f,
+                         .P = 100.0f,
+                         .S = 20000.0f,
+                         .W = 100000.0f,
+                         .ca = 0.125f,
+                         .tGiven = 2.0f};
+        s.coverFactor = 1.0f;
+        FLANGE_STRESSES(s);
+        const double stress[] = {double(s.STRESS[OPERATING][TANGENTIAL]),
+                                 double(s.STRESS[SEATING][TANGENTIAL])};
+        BLIND_THICKNESS(s, cover);
+        const double thickness = double(cover.tOut) - 0.125;
+        s.coverFactor = call.coverFactor;
+        BLIND_THICKNESS(s, cover);
+        EXPECT_NEAR(double(cover.tOut) - 0.125, thickness * 1.2247449 * 1.414214,
+                    1e-6 * double(cover.tOut));
+        FLANGE_STRESSES(s);
+        EXPECT_NEAR(s.STRESS[OPERATING][TANGENTIAL], 3.0 * stress[0], 1e-6 * 3.0 * stress[0]);
+        EXPECT_NEAR(s.STRESS[SEATING][TANGENTIAL], 3.0 * stress[1], 1e-6 * 3.0 * stress[1]);
+    }
 }
 
 TEST_F(OpeningsTest, LimitOfTheLigamentRule) {

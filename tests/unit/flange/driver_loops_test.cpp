@@ -477,15 +477,14 @@ TEST_F(Failure, GasketEatenAwayGoesToTheLesserRow) {
     EXPECT_NEAR(last().failureCa, 0.041f, 0.0011f);
 }
 
-// A thickness that is not one, in a ring that nothing overstresses.
-TEST_F(Failure, RoundsHaveALimit) {
+// A ring so wide and strong that neither its gasket nor a stress ends the search.
+TEST_F(Failure, SearchGivesUpAtItsLimit) {
     const Real wide = 100000.0f, strong = 1.0e9f;
     flange.code = EN_13445;
     flange.set({{2, 3.0f},
                 {4, 1.0f},
                 {6, strong},
                 {7, strong},
-                {8, 1000000.0f},
                 {11, 2.0f * wide},
                 {12, wide - 10.0f},
                 {14, wide - 10.0f},
@@ -495,9 +494,51 @@ TEST_F(Failure, RoundsHaveALimit) {
                 {19, strong},
                 {20, strong},
                 {21, wide}});
-    flange.run();
+    const std::string note = "Note: Couldn't determine a limiting rerate corrosion allowance";
+    // 500000 rounds, all of the thickness: the search is at its end and says so.
+    flange.at(8) = 500.0f;
+    while (truncated(flange.at(8) / 0.001f) < 500000)
+        flange.at(8) = std::nextafter(flange.at(8), 1000.0f);
+    ASSERT_EQ(truncated(flange.at(8) / 0.001f), 500000);
+    EXPECT_EQ(governing(), "");
     ASSERT_EQ(FAILURE_ROWS, 1);
-    EXPECT_NEAR(last().failureCa, 40.0f, 0.05f);
+    Real walked_all = 0.01f; // each step rounded
+    for (int i = 0; i < 500000; ++i)
+        walked_all += 0.001f;
+    EXPECT_EQ(last().failureCa, walked_all);
+    EXPECT_EQ(last().nominalLessFailure, last().nominal - last().failureCa);
+    EXPECT_TRUE(has(store_lines(), note));
+    // A round more is not made: no result.
+    while (truncated(flange.at(8) / 0.001f) == 500000)
+        flange.at(8) = std::nextafter(flange.at(8), 1000.0f);
+    EXPECT_EQ(governing(), "");
+    ASSERT_EQ(FAILURE_ROWS, 2);
+    EXPECT_EQ(last().failureCa, NO_VALUE);
+    EXPECT_EQ(last().nominalLessFailure, NO_VALUE);
+    EXPECT_FALSE(has(store_lines(), note));
+    EXPECT_EQ(FLANGE.ci, 0.0f);
+    // Thicker still, but with an end before the limit: its result.
+    flange.set({{8, 600.0f}, {14, flange.at(15) + 0.5f}});
+    EXPECT_NE(governing(), "");
+    EXPECT_NEAR(last().failureCa, 0.501f, 0.0011f);
+}
+
+// The moduli are looked up for the first round only, and for each pass after the search.
+TEST_F(Failure, ModuliAreThoseOfEveryCall) {
+    flange.rigidity = 1;
+    flange.run();
+    const Real failure = last().failureCa, Ehot = FLANGE.Ehot;
+    EXPECT_FALSE(FLANGE.moduliHeld);
+    flange.at(5) = 200.0f; // cooler
+    flange.run();
+    EXPECT_GT(FLANGE.Ehot, Ehot);
+    EXPECT_GT(last().failureCa, failure);
+    EXPECT_EQ(last().failureCa,
+              walked([](const FLANGE_STATE& s) { return s.rigidityOut >= 0.999f; }));
+    FLANGE.moduliHeld = true; // a stop that never came back
+    flange.at(5) = 650.0f;
+    flange.run();
+    EXPECT_EQ(last().failureCa, failure);
 }
 
 TEST_F(Failure, OnlyForTheFlangesItIsFor) {

@@ -345,13 +345,21 @@ TEST_F(GasketWidth, FullFaceOfTheEuropeanCodes) {
                   "Note: The gasket extends beyond the Bolt circle diameter, this flange will\n"
                   "be designed as a full face flange per code rules.\n");
     }
-    FLANGE_STATE inner = full_face(EN_13445);
-    inner.GiC = 18.0f; // now the inner side is the narrower one
-    expect_close(widths(inner).b, 4.0 * std::sqrt(2.0 * 25.4) / 25.4);
-    inner.GiC = 21.0f; // a gasket that begins outside the bolt circle
-    EXPECT_EQ(widths(inner).b, 0.0f);
-    inner.type = LAP_JOINT; // the rule stands above that of the lap joint
-    expect_close(widths(inner).G, 20.0 - 0.875 - 5.0 / 25.4);
+    for (const Int code : {PD_5500, EN_13445}) {
+        FLANGE_STATE inner = full_face(code);
+        inner.GiC = 18.0f; // now the inner side is the narrower one
+        expect_close(widths(inner).b, 4.0 * std::sqrt(2.0 * 25.4) / 25.4);
+        inner.GiC = 21.0f; // a gasket that begins outside the bolt circle
+        take_lines();
+        const GASKET_CALL outside = widths(inner);
+        EXPECT_EQ(outside.b, 0.0f);
+        EXPECT_FALSE(std::signbit(outside.b));
+        const std::string lines = joined(take_lines());
+        EXPECT_NE(lines.find("bo = Min(Go - C, C - Gi)          0.000  in."), lines.npos) << lines;
+        EXPECT_NE(lines.find("b = 4(b'0)                       0.000  in."), lines.npos) << lines;
+        inner.type = LAP_JOINT; // the rule stands above that of the lap joint
+        expect_close(widths(inner).G, 20.0 - 0.875 - 5.0 / 25.4);
+    }
 }
 
 TEST_F(GasketWidth, FullFaceOfAReverseFlangeHasNoReactionDiameter) {

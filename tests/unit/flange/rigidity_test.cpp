@@ -236,6 +236,50 @@ TEST_F(RigidityIndex, lines_of_a_loose_hub_under_the_current_division_2) {
               }));
 }
 
+// The edition of 1998 takes the moments as they are, in every form and condition; the lines show the
+// factor all the same, and the mark of a fault is the fourth.
+TEST_F(RigidityIndex, edition_of_1998_shows_a_correction_factor_that_it_does_not_take) {
+    struct Expected {
+        Int type;
+        const char *seating, *operating, *Js, *J;
+    };
+    const Expected forms[] = {
+        {INTEGRAL_WELD_NECK, " = 52.14 * 17326.9/1.25 * 12.0 * 0.158/( 0.936 * 29400000",
+         " = 52.14 * 17219.2/1.25 * 12.0 * 0.158/( 0.936 * 26000000", " = 0.740 (should be <= 1)",
+         " = 0.832 (should be <= 1)"},
+        {LAP_JOINT, " = 52.14 * 17326.9/1.25 * 12.0 * 0.158/( 0.936 * 29400000",
+         " = 52.14 * 17219.2/1.25 * 12.0 * 0.158/( 0.936 * 26000000",
+         "000100: = 1.110 (should be <= 1)", "000100: = 1.248 (should be <= 1)"},
+        {LOOSE_RING, " = 109.4 * 17326.9/1.25 * 12.0/( 29400000 * 1.438^(3)",
+         " = 109.4 * 17219.2/1.25 * 12.0/( 26000000 * 1.438^(3)",
+         "000100: = 5.787 (should be <= 1)", "000100: = 6.503 (should be <= 1)"}};
+    for (const Expected& form : forms) {
+        SCOPED_TRACE(form.type);
+        FLANGE_STATE s = flange_with_moduli();
+        s.type = form.type;
+        RIGIDITY_CALL call = published_call();
+        CODE_A98_ADDENDA = 0;
+        run(s, call);
+        const Real plain[] = {s.J[0], s.J[1]}; // of a factor of 1
+        call.CF = 1.25f;
+        run(s, call);
+        EXPECT_CLOSE(s.J[0], static_cast<double>(plain[0]) / 1.25, 1e-6);
+        EXPECT_CLOSE(s.J[1], static_cast<double>(plain[1]) / 1.25, 1e-6);
+        CODE_A98_ADDENDA = 1;
+        written();
+        const Real Jmax = run(s, call, RIGIDITY_FULL).Jmax;
+        EXPECT_EQ(s.J[0], plain[0]);
+        EXPECT_EQ(s.J[1], plain[1]);
+        EXPECT_EQ(Jmax, max(plain[0], plain[1]));
+        const Lines lines = written();
+        ASSERT_EQ(lines.size(), 12u);
+        EXPECT_TRUE(lines[2].starts_with(form.seating)) << lines[2];
+        EXPECT_EQ(lines[4], form.Js);
+        EXPECT_TRUE(lines[8].starts_with(form.operating)) << lines[8];
+        EXPECT_EQ(lines[10], form.J);
+    }
+}
+
 TEST_F(RigidityIndex,
        lines_of_a_ring_show_the_thickness_of_each_condition_and_the_overstress_mark) {
     FLANGE_STATE s = flange_with_moduli();
