@@ -1,5 +1,6 @@
 #include "frame/data_files.h"
 
+#include "frame/kept_files.h"
 #include "host/services.h"
 
 #include <cstring>
@@ -17,6 +18,8 @@ struct UNIT {
     bool lost; // something that was written is lost
 };
 UNIT units[LAST_UNIT + 1] = {};
+
+Int TARVANE_HOST_CALL refuse(void*, const char*, Int) { return 1; }
 
 bool is_unit(Int unit) { return unit >= 1 && unit <= LAST_UNIT; }
 
@@ -78,6 +81,13 @@ bool open_unit_for_update(Int unit, std::string_view path) {
     if (!is_unit(unit)) return false;
     close_unit(unit);
     return attach(unit, open_for_update(path));
+}
+
+bool hold_unit(Int unit) {
+    if (!is_unit(unit)) return false;
+    close_unit(unit);
+    units[unit].take = refuse;
+    return true;
 }
 
 Int unit_handle(Int unit) { return is_unit(unit) ? units[unit].handle_and_one - 1 : CLOSED; }
@@ -146,7 +156,10 @@ void MODULE_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name) {
     join(path, path_len, MODULE_DIR.columns(1, MODULE_DIR_LENGTH), trimmed(name));
 }
 
-void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
+namespace {
+
+// True when the file was looked at on the way.
+bool resolve(Text<256>& path, Int& path_len, FILE_IDENTITY& identity) {
     const Text<256> name = path;
     path_len = name.trimmed_length();
     if (MODULE_DIR_LENGTH == 0) {
@@ -154,9 +167,9 @@ void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
         GET_MODULE_DIR();
         GET_SYSTEM_DIR(found);
     }
-    if (MODULE_DIR_LENGTH == 0) return;
+    if (MODULE_DIR_LENGTH == 0) return false;
     join(path, path_len, MODULE_DIR.columns(1, MODULE_DIR_LENGTH), name.trimmed());
-    if (path_len > 0 && file_exists(path.columns(1, path_len))) return;
+    if (path_len > 0 && look_at_file(path.columns(1, path_len), identity)) return true;
 
     Text<260> system_path;
     SYSTEM_FILE_PATH(system_path, path_len, name.trimmed());
@@ -165,6 +178,30 @@ void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
         path_len = 0;
     }
     path = system_path.view();
+    return false;
+}
+
+} // namespace
+
+void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len) {
+    FILE_IDENTITY identity;
+    resolve(path, path_len, identity);
+}
+
+void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len, FILE_IDENTITY& identity) {
+    if (resolve(path, path_len, identity)) return;
+    if (!look_at_file(path.columns(1, path_len), identity)) identity = {};
+}
+
+bool KEPT_FILE::keep(Int unit, std::string_view at, const FILE_IDENTITY& before) {
+    FILE_IDENTITY now;
+    known = at.size() <= static_cast<std::size_t>(path.width()) &&
+            look_at_handle(unit_handle(unit), now) && now == before && is_settled(now);
+    if (!known) return false;
+    path = at;
+    path_len = static_cast<Int>(at.size());
+    identity = now;
+    return true;
 }
 
 LineReader::LineReader(Int unit) : handle(unit_handle(unit)) {}

@@ -3,6 +3,7 @@
 #ifndef _WIN32
 
 #include "frame/data_files.h"
+#include "host/file_identity.h"
 #include "host/platform.h"
 #include "host/services.h"
 
@@ -28,6 +29,23 @@ using PathName = Terminated<PATH_MAX>;
 // until somebody writes into it, a device need not end.
 bool is_file(const struct stat& status) {
     return S_ISREG(status.st_mode) && static_cast<std::int64_t>(status.st_size) <= INT32_MAX;
+}
+
+constexpr std::int64_t NANOSECONDS = 1'000'000'000;
+constexpr std::int64_t SETTLING_TIME = 2 * NANOSECONDS;
+
+std::int64_t nanoseconds(const struct timespec& time) {
+    return static_cast<std::int64_t>(time.tv_sec) * NANOSECONDS + time.tv_nsec;
+}
+
+bool identify(const struct stat& status, FILE_IDENTITY& identity) {
+    if (!is_file(status)) return false;
+    identity = {.device = status.st_dev,
+                .inode = status.st_ino,
+                .size = status.st_size,
+                .modified = nanoseconds(status.st_mtim),
+                .changed = nanoseconds(status.st_ctim)};
+    return true;
 }
 
 constexpr std::string_view SETTINGS_NAME = "/Settings.ini";
@@ -153,9 +171,27 @@ void delete_and_close(Int handle) {
 }
 
 bool file_exists(std::string_view path) {
+    FILE_IDENTITY identity;
+    return look_at_file(path, identity);
+}
+
+bool look_at_file(std::string_view path, FILE_IDENTITY& identity) {
     const PathName name(path);
     struct stat status;
-    return !path.empty() && name.complete() && stat(name.get(), &status) == 0 && is_file(status);
+    return !path.empty() && name.complete() && stat(name.get(), &status) == 0 &&
+           identify(status, identity);
+}
+
+bool look_at_handle(Int handle, FILE_IDENTITY& identity) {
+    struct stat status;
+    return fstat(handle, &status) == 0 && identify(status, identity);
+}
+
+bool is_settled(const FILE_IDENTITY& identity) {
+    struct timespec now;
+    if (clock_gettime(CLOCK_REALTIME, &now) != 0) return false;
+    const std::int64_t latest = nanoseconds(now) - SETTLING_TIME;
+    return identity.modified < latest && identity.changed < latest;
 }
 
 namespace platform {

@@ -1,6 +1,7 @@
 // Files, folders, registry, message box, dialog and programs on Windows.
 #ifdef _WIN32
 
+#include "host/file_identity.h"
 #include "host/platform.h"
 #include "host/services.h"
 
@@ -128,6 +129,19 @@ bool file_exists(std::string_view path) {
     const DWORD attributes = GetFileAttributesA(name.get());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
+
+// Without opening the file the system tells no number of it, nor when its name or rights changed.
+bool look_at_file(std::string_view path, FILE_IDENTITY& identity) {
+    identity = {};
+    return file_exists(path);
+}
+
+bool look_at_handle(Int, FILE_IDENTITY& identity) {
+    identity = {};
+    return true;
+}
+
+bool is_settled(const FILE_IDENTITY&) { return false; }
 
 namespace platform {
 

@@ -1,9 +1,13 @@
-// Modulus of elasticity and coefficient of expansion by the reference tables of the code. The file
-// is opened, read up to the row and closed on each lookup: a lookup runs a few times an element.
+// Modulus of elasticity and coefficient of expansion by the reference tables of the code. A lookup
+// walks the lines of the file as they are at that time; lines that were parsed before are walked in
+// place of a file that has not changed since.
 #include "frame/data_files.h"
+#include "frame/kept_files.h"
 #include "frame/switches.h"
 #include "materials/modulus.h"
 #include "report/lines.h"
+
+#include <limits>
 
 namespace tarvane {
 
@@ -36,6 +40,131 @@ std::string_view columns(std::string_view line, std::size_t first, std::size_t l
     return line.substr(first - 1, last - first + 1);
 }
 
+// ---- lines of the table --------------------------------------------------------------------------
+
+enum class LineKind : char { modulus_mark, coefficient_mark, axis, row, unreadable };
+
+// A line that is no comment.
+struct TABLE_LINE {
+    LineKind kind = LineKind::unreadable;
+    bool coefficients = false; // holds the mark of that section, whatever else
+    Real numbers[2] = {};      // reference and extra of a row
+};
+
+TABLE_LINE classified(std::string_view line) {
+    TABLE_LINE result;
+    result.coefficients = holds(line, "[CoE]");
+    if (holds(line, "[Emod]"))
+        result.kind = LineKind::modulus_mark;
+    else if (result.coefficients)
+        result.kind = LineKind::coefficient_mark;
+    else if (holds(line, "[Temp]"))
+        result.kind = LineKind::axis;
+    else if (PARSE_REALS(columns(line, 1, 19), result.numbers, 2) == 2)
+        result.kind = LineKind::row;
+    return result;
+}
+
+// Where the 36 numbers of a line begin.
+constexpr std::size_t first_column(LineKind kind) { return kind == LineKind::axis ? 10 : 64; }
+
+// A line with its texts and numbers. An item left out stays as it was in the variable that is read,
+// so it is no number here.
+struct PARSED_LINE {
+    TABLE_LINE line;
+    char identifier[7], description[36];
+    Int count = 0; // of the numbers that could be read
+    Real values[PROPERTY_POINTS];
+};
+
+constexpr Int KEPT_LINES = 600;
+PARSED_LINE kept_lines[KEPT_LINES];
+Int kept_count = 0;
+KEPT_FILE kept_file;
+bool kept_whole = false; // the file is no longer than the table, and was read to its end
+
+// The lines of the file that are no comments, one after the other: read now, or as kept.
+class TableLines {
+  public:
+    TableLines(Int unit, bool in_memory) : kept(in_memory), file(unit) {}
+
+    // False at the end of the file, or when a line can't be read.
+    bool next() {
+        if (kept) {
+            if (position == kept_count) return false;
+            line = kept_lines[position++].line;
+            return true;
+        }
+        do
+            if (!file.next(buffer, LINE_WIDTH)) return false;
+        while (is_comment(text()));
+        line = classified(text());
+        return true;
+    }
+    void rewind() {
+        position = 0;
+        if (!kept) file.rewind();
+    }
+    bool broken() const { return file.broken(); }
+
+    std::string_view identifier() const {
+        if (kept) return {parsed().identifier, sizeof parsed().identifier};
+        return columns(text(), 20, 26);
+    }
+    std::string_view description() const {
+        if (kept) return {parsed().description, sizeof parsed().description};
+        return columns(text(), 28, 63);
+    }
+    // How many of the 36 numbers could be read.
+    Int read_numbers(Real* into) const {
+        if (!kept) {
+            const std::size_t first = first_column(line.kind);
+            return PARSE_REALS(columns(text(), first, LINE_WIDTH), into, PROPERTY_POINTS);
+        }
+        for (Int i = 0; i < PROPERTY_POINTS; ++i)
+            if (!std::isnan(parsed().values[i])) into[i] = parsed().values[i];
+        return parsed().count;
+    }
+
+    TABLE_LINE line;
+
+  private:
+    std::string_view text() const { return {buffer, LINE_WIDTH}; }
+    const PARSED_LINE& parsed() const { return kept_lines[position - 1]; }
+
+    bool kept;
+    Int position = 0; // of the next line that is kept
+    LineReader file;
+    char buffer[LINE_WIDTH];
+};
+
+// Parses the whole file behind an open unit, for this lookup and those to come. False when the table
+// can't hold it, or it changes meanwhile; the unit is then at its start again.
+bool KEEP_LINES(Int unit, std::string_view path, const FILE_IDENTITY& identity) {
+    TableLines lines(unit, false);
+    kept_count = 0;
+    kept_whole = true;
+    while (lines.next()) {
+        if (kept_count == KEPT_LINES) {
+            kept_whole = false;
+            break;
+        }
+        PARSED_LINE& parsed = kept_lines[kept_count++];
+        parsed.line = lines.line;
+        lines.identifier().copy(parsed.identifier, sizeof parsed.identifier);
+        lines.description().copy(parsed.description, sizeof parsed.description);
+        for (Real& value : parsed.values)
+            value = std::numeric_limits<Real>::quiet_NaN();
+        parsed.count = lines.read_numbers(parsed.values);
+    }
+    if (lines.broken()) kept_whole = false;
+    if (kept_file.keep(unit, path, identity) && kept_whole) return true;
+    lines.rewind();
+    return false;
+}
+
+// ---- the walk to a row -----------------------------------------------------------------------------
+
 // Where the row of one property goes, and what it must match.
 struct ROW_SEARCH {
     Int reference;
@@ -58,29 +187,29 @@ void hold_to_axis(const Real* axis, bool last_may_be_short, Real& held) {
     if (axis[last] > 1.0f && held > axis[last]) held = axis[last];
 }
 
-// Reads on to the row of the reference. False when the section or the file ends before it, or a
+// Goes on to the row of the reference. False when the section or the file ends before it, or a
 // line can't be read.
-bool find_row(LineReader& file, ROW_SEARCH search) {
-    char buffer[LINE_WIDTH];
-    while (file.next(buffer, LINE_WIDTH)) {
-        const std::string_view line(buffer, LINE_WIDTH);
-        if (is_comment(line) || holds(line, "[Emod]")) continue;
-        if (holds(line, "[CoE]")) return false;
-        if (holds(line, "[Temp]")) {
-            Real* axis = PROPERTIES.axis;
-            if (PARSE_REALS(columns(line, 10, LINE_WIDTH), axis, PROPERTY_POINTS) < PROPERTY_POINTS)
-                return false;
-            hold_to_axis(axis, search.last_may_be_short, search.held);
+bool find_row(TableLines& lines, ROW_SEARCH search) {
+    while (lines.next()) {
+        const TABLE_LINE& line = lines.line;
+        switch (line.kind) {
+        case LineKind::modulus_mark:
             continue;
+        case LineKind::coefficient_mark:
+        case LineKind::unreadable:
+            return false;
+        case LineKind::axis:
+            if (lines.read_numbers(PROPERTIES.axis) < PROPERTY_POINTS) return false;
+            hold_to_axis(PROPERTIES.axis, search.last_may_be_short, search.held);
+            continue;
+        case LineKind::row:
+            break;
         }
-        Real numbers[2] = {}; // reference and extra
-        if (PARSE_REALS(columns(line, 1, 19), numbers, 2) < 2) return false;
-        if (search.extra != nullptr) *search.extra = numbers[1];
-        if (truncated(numbers[0]) != search.reference) continue;
-        search.identifier = columns(line, 20, 26);
-        search.description = columns(line, 28, 63);
-        return PARSE_REALS(columns(line, 64, LINE_WIDTH), search.values, PROPERTY_POINTS) ==
-               PROPERTY_POINTS;
+        if (search.extra != nullptr) *search.extra = line.numbers[1];
+        if (truncated(line.numbers[0]) != search.reference) continue;
+        search.identifier = lines.identifier();
+        search.description = lines.description();
+        return lines.read_numbers(search.values) == PROPERTY_POINTS;
     }
     return false;
 }
@@ -117,12 +246,12 @@ void MODULUS_FROM_CHART(Real temperature, Real& modulus) {
     }
 }
 
-void LOOK_UP_MODULUS(LineReader& file, Int reference, Real temperature, Real& modulus) {
+void LOOK_UP_MODULUS(TableLines& lines, Int reference, Real temperature, Real& modulus) {
     PROPERTY_LOOKUP& p = PROPERTIES;
     if (reference > 0) {
         p.emod_temperature = temperature;
-        if (find_row(file, {reference, true, p.emod_temperature, p.emod_values, p.emod_identifier,
-                            p.emod_description, &p.EMOD_EXTRA}))
+        if (find_row(lines, {reference, true, p.emod_temperature, p.emod_values, p.emod_identifier,
+                             p.emod_description, &p.EMOD_EXTRA}))
             modulus = value_at(p.axis, p.emod_values, p.emod_temperature, 0.0001f, false);
     }
     if (modulus <= 0.0001f) {
@@ -131,27 +260,34 @@ void LOOK_UP_MODULUS(LineReader& file, Int reference, Real temperature, Real& mo
     }
 }
 
-void LOOK_UP_COEFFICIENT(LineReader& file, Int reference, Real temperature, Real& coefficient) {
+void LOOK_UP_COEFFICIENT(TableLines& lines, Int reference, Real temperature, Real& coefficient) {
     PROPERTY_LOOKUP& p = PROPERTIES;
     if (reference > 0) {
         p.coe_temperature = temperature;
-        char buffer[LINE_WIDTH];
         bool section = false;
-        const std::string_view line(buffer, LINE_WIDTH);
-        while (!section && file.next(buffer, LINE_WIDTH))
-            section = !is_comment(line) && holds(line, "[CoE]");
-        if (section && find_row(file, {reference, false, p.coe_temperature, p.coe_values,
-                                       p.coe_identifier, p.coe_description, nullptr}))
+        while (!section && lines.next())
+            section = lines.line.coefficients;
+        if (section && find_row(lines, {reference, false, p.coe_temperature, p.coe_values,
+                                        p.coe_identifier, p.coe_description, nullptr}))
             coefficient = value_at(p.axis, p.coe_values, p.coe_temperature, 0.001f, true);
     }
     if (coefficient < 0.001f) COE_STATUS = FAILED;
 }
 
-bool open_table(Int unit) {
+// The table as the file is now, behind an open unit or in memory, when the unit is only held. False
+// when the file can't be opened.
+bool open_table(Int unit, bool& in_memory) {
     Text<256> path("ElastAlp07.txt");
     Int path_len = path.trimmed_length();
-    RESOLVE_DATA_FILE(path, path_len);
-    return open_unit_for_reading(unit, path.columns(1, path_len));
+    FILE_IDENTITY identity;
+    RESOLVE_DATA_FILE(path, path_len, identity);
+    const std::string_view at = path.columns(1, path_len);
+    const bool known = kept_file.is(at, identity);
+    in_memory = known && kept_whole;
+    if (in_memory) return hold_unit(unit);
+    if (!open_unit_for_reading(unit, at)) return false;
+    if (!known && is_settled(identity)) in_memory = KEEP_LINES(unit, at, identity);
+    return true;
 }
 
 } // namespace
@@ -168,15 +304,16 @@ void READ_ELAST_ALPHA(Int emod_ref, Int coe_ref, Real coe_temperature, Real emod
 
     Int unit = 0;
     GETNEXTUNIT(unit);
-    if (!open_table(unit)) {
+    bool in_memory = false;
+    if (!open_table(unit, in_memory)) {
         EMOD_STATUS = FAILED;
         COE_STATUS = FAILED;
         return;
     }
-    LineReader file(unit);
-    if (emod_ref != SKIPPED) LOOK_UP_MODULUS(file, emod_ref, emod_temperature, emod_out);
-    file.rewind();
-    if (coe_ref != SKIPPED) LOOK_UP_COEFFICIENT(file, coe_ref, coe_temperature, coe_out);
+    TableLines lines(unit, in_memory);
+    if (emod_ref != SKIPPED) LOOK_UP_MODULUS(lines, emod_ref, emod_temperature, emod_out);
+    lines.rewind();
+    if (coe_ref != SKIPPED) LOOK_UP_COEFFICIENT(lines, coe_ref, coe_temperature, coe_out);
     if (coe_ref != SKIPPED) p.expansion = coe_out * 1.0E-6f;
     if (emod_ref != SKIPPED) p.modulus_psi = emod_out * 1.0E+6f;
     close_unit(unit);

@@ -1,0 +1,28 @@
+// What a look at a file, without opening it, says of its content.
+#pragma once
+
+#include "frame/types.h"
+
+#include <string_view>
+
+namespace tarvane {
+
+// A file by where it lies, its size and the times of its last changes. A file with the same identity,
+// last changed some time ago, has the same content.
+struct FILE_IDENTITY {
+    std::uint64_t device = 0, inode = 0;
+    std::int64_t size = 0;
+    std::int64_t modified = 0, changed = 0; // nanoseconds; a change of the rights counts as changed
+
+    friend bool operator==(const FILE_IDENTITY&, const FILE_IDENTITY&) = default;
+};
+
+// As file_exists, and what the file is. A system that can't tell gives none, which is never settled.
+bool look_at_file(std::string_view path, FILE_IDENTITY& identity);
+// The same of the file behind a handle.
+bool look_at_handle(Int handle, FILE_IDENTITY& identity);
+// The file was not changed within the last two seconds (times of files are coarse: two changes may
+// leave the same time), nor in what the clock says is the future.
+bool is_settled(const FILE_IDENTITY& identity);
+
+} // namespace tarvane
