@@ -1,6 +1,7 @@
 #include "charts.h"
 
 #include "chart_drawing.h"
+#include "data_files_check.h"
 #include "data_folder.h"
 #include "output_file.h"
 #include "results.h"
@@ -23,6 +24,8 @@ bool holds(std::string_view text, std::string_view part) {
 
 std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
     if (names.empty()) return std::string(CHART_FILE) + " is missing or holds no charts";
+    if (const auto fault = data_file_fault(CHART_FILE))
+        return std::string(CHART_FILE) + " is " + *fault;
     std::string message = "no chart " + quoted(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);

@@ -1,12 +1,15 @@
 #include "data_folder.h"
 
+#include "bounded_file.h"
+#include "data_files_check.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+#include <sstream>
+#include <stdexcept>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -38,7 +41,19 @@ std::string library_file() {
 
 } // namespace
 
+std::optional<std::string> data_folder_fault(const std::string& folder) {
+    if (folder.size() <= LONGEST_DATA_FOLDER) return std::nullopt;
+    return "out of reach: the path of the data folder has " + std::to_string(folder.size()) +
+           " characters, which is too long; at most " + std::to_string(LONGEST_DATA_FOLDER) +
+           " are expected";
+}
+
 void set_data_folder(const std::string& folder) {
+    if (const auto fault = data_folder_fault(folder))
+        throw std::runtime_error("the data files are " + *fault);
+    std::error_code ignored;
+    if (!folder.empty() && !std::filesystem::is_directory(folder, ignored))
+        throw std::runtime_error("there is no data folder " + folder);
     chosen = folder;
     SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
     SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
@@ -70,9 +85,32 @@ std::vector<std::string> data_files() {
     return paths;
 }
 
+std::string data_file_path(std::string_view name) {
+    namespace fs = std::filesystem;
+    const fs::path beside = fs::path(data_folder()) / name;
+    if (!chosen.empty() || name == TABLE_G_FILE) return beside.string();
+    const bool either = name == MODULUS_FILE || (name.ends_with(".BIN") && name != "ENMATDATA.BIN");
+    std::error_code ignored;
+    if (either && fs::is_regular_file(beside, ignored)) return beside.string();
+
+    // The user's choice of another folder, else that of the library.
+    const std::int32_t common_documents = 270;
+    char folder[260];
+    GET_SYSTEM_PATH(&common_documents, "TARVANE", 7, "2024", 4, folder, sizeof folder);
+    const std::string_view padded(folder, sizeof folder);
+    const std::string_view given = padded.substr(0, padded.find_last_not_of(' ') + 1);
+    return (given.empty() ? beside : fs::path(given) / name).string();
+}
+
 std::vector<Section> read_sections(std::string_view file) {
     std::vector<Section> sections;
-    std::ifstream stream(std::filesystem::path(data_folder()) / file);
+    std::string text;
+    try {
+        text = read_regular(data_file_path(file), LARGEST_DATA_FILE);
+    } catch (const std::runtime_error&) {
+        return sections;
+    }
+    std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {
         const std::size_t first = line.find_first_not_of(" \t\r");
         if (first == std::string::npos || line[first] == ';') continue;
@@ -106,6 +144,7 @@ std::vector<int> modulus_tables() {
 }
 
 bool is_approximate(std::string_view file, std::string_view item) {
+    require_data_file(APPROXIMATE_FILE);
     for (const Section& section : read_sections("approximate.txt")) {
         if (section.name == file &&
             std::find(section.lines.begin(), section.lines.end(), item) != section.lines.end())

@@ -23,8 +23,16 @@ void Reading::fault_at(std::string_view place, std::string_view key, std::string
     faults.push_back({line, std::string(key), std::move(message)});
 }
 
+void Reading::rely_on(std::string_view file) {
+    if (auto fault = data_files.first_fault(file))
+        faults.push_back({table_line, std::string(file), std::move(*fault)});
+}
+
 void Reading::use(const std::string& file, const std::string& item) {
-    if (is_approximate(file, item)) approximate[file].insert(item);
+    rely_on(file);
+    rely_on(APPROXIMATE_FILE);
+    if (data_files.sound(APPROXIMATE_FILE) && is_approximate(file, item))
+        approximate[file].insert(item);
 }
 
 std::string column_heading(const Element& element) {

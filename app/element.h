@@ -3,6 +3,7 @@
 // elements through these alone; element_kinds.cpp lists the kinds.
 #pragma once
 
+#include "data_files_check.h"
 #include "keys.h"
 #include "material_files.h"
 
@@ -52,8 +53,9 @@ using ApproximateUses = std::map<std::string, std::set<std::string>>;
 // The table of one element as it is read: which keys stand in the file, and where faults go.
 class Reading {
   public:
-    Reading(const UnitSystem& file_units, MaterialFiles& files, int line, std::vector<Fault>& into)
-        : units(file_units), materials(files), table_line(line), faults(into) {}
+    Reading(const UnitSystem& file_units, MaterialFiles& files, DataFilesCheck& check, int line,
+            std::vector<Fault>& into)
+        : units(file_units), materials(files), data_files(check), table_line(line), faults(into) {}
 
     const UnitSystem& units;
     MaterialFiles& materials;
@@ -68,7 +70,9 @@ class Reading {
     }
     // The same at the line of another key.
     void fault_at(std::string_view place, std::string_view key, std::string message);
-    // The calculation uses an item of a data file: told at the end when it is approximate.
+    // The calculation goes by a data file: a fault where it is missing or damaged.
+    void rely_on(std::string_view file);
+    // The same by an item of the file: told at the end when it is approximate.
     void use(const std::string& file, const std::string& item);
     // A key that the file leaves out, but whose value comes from elsewhere: it isn't missing then.
     void supply(std::string_view key) { keys[key] = {table_line, true, true}; }
@@ -84,6 +88,7 @@ class Reading {
         bool sound;
         bool supplied = false;
     };
+    DataFilesCheck& data_files;
     int table_line;
     std::vector<Fault>& faults;
     std::map<std::string_view, Place> keys;

@@ -177,6 +177,7 @@ void ExternalInput::take_material(Reading& reading) {
     if (T && (needs_yield() || for_thin_head) && !reading.given("Sy")) {
         const float tensile = found->tensile / 1000.0f;
         float yield = 0.0f;
+        reading.rely_on(YIELD_FILE);
         select_materials(keys.selection);
         READ_YIELD_STRESS(found->name.data(), static_cast<std::int32_t>(found->name.size()),
                           &tensile, &*T, &yield);
@@ -204,7 +205,9 @@ void ExternalInput::find_chart(Reading& reading) {
 // Rows of the text tables that this element will use.
 void ExternalInput::note_tables(Reading& reading) const {
     if (flat_cone()) return;
-    reading.use(std::string(CHART_FILE), chart());
+    if (chart_in_file(to_utf8(chart()))) reading.use(std::string(CHART_FILE), chart());
+    const bool round = shape() == TARVANE_CYLINDER || shape() == TARVANE_CONE;
+    if (round && !by_stress() && setting(N::table_g) != 0.0f) reading.rely_on(TABLE_G_FILE);
     const bool buckling = by_stress() && chart().find("CS") != std::string::npos;
     const bool thin = convex_head() && missing_for_convex_head(*this).empty() &&
                       internal_head(*this).needs_modulus();

@@ -209,6 +209,7 @@ void FlangeInput::take_bolt_material(Reading& reading) {
 
 // Rows of the text tables that this flange will use.
 void FlangeInput::note_tables(Reading& reading) const {
+    if (code() <= 2) reading.rely_on(MODULUS_FILE); // looked up for every flange of these codes
     const bool cover = text[slot::channel_cover] == 'Y' && setting(Setting::cover_modulus) == 0.0f;
     if (code() <= 2 && (cover || setting(Setting::rigidity) != 0.0f))
         reading.use("ElastAlp07.txt", "modulus " + std::to_string(static_cast<int>(record[34])));

@@ -50,6 +50,7 @@ class Reader {
     ReadResult& result;
     std::span<const ElementKind* const> known_kinds;
     MaterialFiles materials;
+    DataFilesCheck data_files;
 
     void fault(int line, std::string_view key, std::string message) {
         result.faults.push_back({line, std::string(key), std::move(message)});
@@ -381,7 +382,7 @@ void Reader::read_element(const Source& source, const toml::table& common) {
     std::unique_ptr<Element> element = source.kind->make();
     element->line = line_of(*source.table);
     element->number = source.number;
-    Reading reading(result.file.units, materials, element->line, result.faults);
+    Reading reading(result.file.units, materials, data_files, element->line, result.faults);
 
     for (const Key& key : table.keys) {
         if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));

@@ -1,5 +1,6 @@
 #include "material_files.h"
 
+#include "data_files_check.h"
 #include "text.h"
 
 #include <algorithm>
@@ -128,6 +129,7 @@ const std::vector<Material>& MaterialFiles::all(const MaterialSelection& selecti
     const std::int32_t code = selection.code;
     select_materials(selection);
     std::vector<Material>& list = files[selection];
+    if (data_file_fault(selection.file())) return list;
     std::int32_t count = 0;
     MATERIAL_COUNT(&code, &count);
     for (std::int32_t number = 1; number <= count; ++number) {
@@ -165,6 +167,11 @@ std::vector<std::string> MaterialFiles::near_names(std::string_view name,
     return near;
 }
 
+std::string no_materials(const MaterialSelection& selection) {
+    const auto fault = data_file_fault(selection.file());
+    return selection.file() + " is " + fault.value_or("missing or empty");
+}
+
 std::string unknown_material(std::string_view name, const MaterialSelection& selection,
                              MaterialFiles& files) {
     if (selection.file_code() != TARVANE_ASME_VIII_1 &&
@@ -172,7 +179,7 @@ std::string unknown_material(std::string_view name, const MaterialSelection& sel
         return "no material " + quoted(name) +
                ": this code has no material file (force_div1 = true takes that of VIII-1)";
     if (files.all(selection).empty())
-        return "no material " + quoted(name) + ": " + selection.file() + " is missing or empty";
+        return "no material " + quoted(name) + ": " + no_materials(selection);
     std::string message = "no material " + quoted(name) + " in " + selection.file();
     const std::vector<std::string> near = files.near_names(name, selection, 3);
     if (!near.empty()) message += near.size() == 1 ? "; the nearest is " : "; the nearest are ";

@@ -82,6 +82,9 @@ class MaterialFiles {
     std::map<MaterialSelection, std::vector<Material>> files;
 };
 
+// "MATFILE1.BIN is missing in the data folder ...": why there are none.
+std::string no_materials(const MaterialSelection& selection);
+
 // "no material "SA-517 70" in MATFILE1.BIN; the nearest are SA-516 70, SA-515 70"
 std::string unknown_material(std::string_view name, const MaterialSelection& selection,
                              MaterialFiles& files);

@@ -188,7 +188,7 @@ Status list_materials(const MaterialsOptions& options, std::ostream& out, std::o
     for (const Material& material : files.all(selection))
         materials.push_back(&material);
     if (materials.empty()) {
-        err << "tarvane: no materials: " << selection.file() << " is missing or empty\n";
+        err << "tarvane: no materials: " << no_materials(selection) << '\n';
         return Status::bad_input;
     }
 

@@ -18,6 +18,7 @@ using N = ShellNumber;
 namespace {
 
 constexpr std::size_t MOST_SHELLS = 500;
+constexpr int SERVICE_AIR_STEAM_WATER = 1;
 
 } // namespace
 
@@ -94,6 +95,7 @@ void ShellInput::take_material(Reading& reading) {
         put_setting(N::material_reference, static_cast<float>(record->reference));
     if (!formed()) return;
     if (!reading.given("Sy") && T) {
+        reading.rely_on(YIELD_FILE);
         const float yield = yield_at(*record, *T);
         put_setting(N::Sy, yield);
         if (yield > 0.0f) reading.use("YIELDSTR.BIN", record->name);
@@ -210,6 +212,8 @@ void ShellInput::complete(Reading& reading) {
     if (needs_modulus())
         reading.use("ElastAlp07.txt",
                     "modulus " + std::to_string(whole_setting(N::material_class)));
+    if (whole_setting(N::service) == SERVICE_AIR_STEAM_WATER && !material().empty())
+        reading.rely_on(UCS_23_FILE);
     checks.all();
     if (has(N::external)) make_external(reading);
 }

@@ -383,6 +383,8 @@ TEST_F(ExternalProgram, ChartFileMissing) {
 
 // A chart of a user's own, of austenitic steel: the factor of safety goes by the tangent modulus.
 TEST_F(ExternalProgram, OtherSteelGoesByItsChart) {
+    std::filesystem::copy_file(std::filesystem::path(TARVANE_DATA_DIR) / "approximate.txt",
+                               folder / "approximate.txt");
     write("ExtChartData.txt",
           "[HA-1]\n 400.0 0 26.5 0.0002 2650.0 0.1 12000.0 11000.0 3000.0 500.0\n\n[END]\n");
     const std::string toml =

@@ -177,9 +177,11 @@ TEST_F(Materials, ThatAreUnknownGiveNearNames) {
 TEST_F(Materials, WithoutAFileAreNone) {
     const ProgramRun result = tarvane("materials --code VIII-2");
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "tarvane: no materials: MatFileD2C1.BIN is missing or empty\n");
+    EXPECT_EQ(result.err, "tarvane: no materials: MatFileD2C1.BIN is missing in the data folder " +
+                              folder.string() + '\n');
     EXPECT_EQ(tarvane("materials --code VIII-2 --class 1").err,
-              "tarvane: no materials: MATFILE2.BIN is missing or empty\n");
+              "tarvane: no materials: MATFILE2.BIN is missing in the data folder " +
+                  folder.string() + '\n');
 }
 
 TEST_F(Materials, OfTheMetricFileStandInTheirUnits) {
