@@ -39,7 +39,8 @@ constexpr Int BLIND = 7;
 constexpr Int REVERSE = 8;
 
 // cF as TEMA, PD 5500 and EN 13445 have it.
-void REPORT_TEMA_FACTOR(const BOLT_SPACING_CALL& call, Real Deltab, Real cfDen) {
+void REPORT_TEMA_FACTOR(const BOLT_SPACING_CALL& call, Real cfDen) {
+    const Real Deltab = call.Deltab;
     HEADING("Bolt Spacing Correction Factor per TEMA, PD:5500 or EN-13445 [cF]:");
     TEXT_LINE(" = max( sqrt( Deltab /(2 * dB + 6 * e / ( m + 0.5 ) ); 1.0 )");
     NUMBER_LINE(
@@ -55,7 +56,8 @@ void REPORT_TEMA_FACTOR(const BOLT_SPACING_CALL& call, Real Deltab, Real cfDen) 
 
 // Bsmax, Bs and Bsc: Appendix 2, 2-5(d) and 2-6, or Table 4.16.11. The multiplier has 2a + t below
 // its root, the largest spacing the form with m.
-void REPORT_ASME_SPACING(const BOLT_SPACING_CALL& call, Real Deltab, Real BsMax) {
+void REPORT_ASME_SPACING(const BOLT_SPACING_CALL& call) {
+    const Real Deltab = call.Deltab, BsMax = call.BsMax;
     const bool division_2 = call.code == ASME_VIII_2;
     const Real t = call.t - call.ct;
 
@@ -226,17 +228,19 @@ void BOLT_SPACING(BOLT_SPACING_CALL& call) {
     const bool correction = call.noCorrection == 0;
     const bool asme = call.code < PD_5500;
     const bool tema_form = asme && CODE_A98_ADDENDA == 1 && correction;
-    Real Deltab = 0.0f, cfDen = 0.0f;
+    Real cfDen = 0.0f;
     call.CF = BOLT_CORRECTION_FACTOR(tema_form ? 3 : call.code, call.C, call.n, call.a, call.t,
-                                     call.ct, call.m, Deltab, cfDen);
-    Real BsMax = cfDen;
+                                     call.ct, call.m, call.Deltab, cfDen);
+    call.BsMax = cfDen;
 
-    if ((!asme || tema_form) && correction) REPORT_TEMA_FACTOR(call, Deltab, cfDen);
+    if ((!asme || tema_form) && correction) REPORT_TEMA_FACTOR(call, cfDen);
     if (asme && !correction) call.CF = 1.0f;
     if (asme && correction && !tema_form) {
-        BsMax = 2.0f * call.a + 6.0f * (call.t - call.ct) / (call.m + 0.5f);
-        REPORT_ASME_SPACING(call, Deltab, BsMax);
+        call.BsMax = 2.0f * call.a + 6.0f * (call.t - call.ct) / (call.m + 0.5f);
+        REPORT_ASME_SPACING(call);
     }
+    call.Ractual = actual_hub_distance(call);
+    call.Eactual = (call.A - 2.0f * call.ce - call.C) / 2.0f;
 
     REPORT_BOLTING_HEADING(call.series, call.code);
     if (call.type == INTEGRAL_RING || (call.type == LOOSE_RING && call.tw > 0.0f))
@@ -245,12 +249,12 @@ void BOLT_SPACING(BOLT_SPACING_CALL& call) {
                        .Am = call.Am,
                        .Ab = call.Ab,
                        .Rmin = call.Rmin,
-                       .Ractual = actual_hub_distance(call),
+                       .Ractual = call.Ractual,
                        .Emin = call.Emin,
-                       .Eactual = (call.A - 2.0f * call.ce - call.C) / 2.0f,
+                       .Eactual = call.Eactual,
                        .Bmin = call.Bmin,
-                       .Deltab = Deltab,
-                       .BsMax = BsMax});
+                       .Deltab = call.Deltab,
+                       .BsMax = call.BsMax});
 }
 
 } // namespace tarvane

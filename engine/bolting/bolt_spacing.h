@@ -18,6 +18,8 @@ struct BOLT_SPACING_CALL {
     Int code;
     // results: bolt area, least spacing, least distances hub to bolt and bolt to edge, correction
     Real Ab = 0.0f, Bmin = 0.0f, Rmin = 0.0f, Emin = 0.0f, CF = 1.0f;
+    // and the actual spacing and distances, with the largest spacing
+    Real Deltab = 0.0f, BsMax = 0.0f, Ractual = 0.0f, Eactual = 0.0f;
 };
 
 // Larger of sqrt(Deltab / cfDen) and 1, Deltab being the actual circumferential spacing. Form 1 (and

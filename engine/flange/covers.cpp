@@ -1,4 +1,6 @@
 #include "flange/covers.h"
+
+#include "flange/results.h"
 #include "report/lines.h"
 
 #include <cmath>
@@ -19,6 +21,7 @@ void TEMA_COVER_CHECK(FLANGE_STATE& s) {
     const Real span = s.G - 4.0f * s.hg;
     Real dLimit = span > 24.0f ? span / 800.0f : 0.03f;
     if (limitGiven) dLimit = s.dfAllow;
+    NOTED.deflectionAllowed = dLimit;
     const bool exceeded = s.dfActual > dLimit;
 
     COLUMN_LINE("Actual deflection at center per TEMA formula   ", s.dfActual, Kind::thickness,

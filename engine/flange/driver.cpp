@@ -7,6 +7,7 @@
 #include "flange/hub.h"
 #include "flange/input_report.h"
 #include "flange/kernel.h"
+#include "flange/results.h"
 #include "flange/shape_factors.h"
 #include "flange/validation.h"
 #include "frame/element_tables.h"
@@ -122,6 +123,7 @@ void patterned_openings(FLANGE_STATE& s) {
                        .material = 10,
                        .Cin = 0.0f};
     PATTERNED_OPENINGS(call);
+    NOTE_OPENINGS(call);
     s.coverFactor = call.coverFactor;
     s.coverFlag = call.coverFlag;
 }
@@ -165,6 +167,12 @@ bool ambient_pass(DRIVER_STATE& d) {
     return true;
 }
 
+// Output 6, one of the two pressures of the latest pass.
+void give_new_and_cold(DRIVER_STATE& d, Real pressure) {
+    *d.args->mapNc = pressure;
+    d.mapNcBy = HELD_BY(*d.s, pressure);
+}
+
 bool new_and_cold_pass(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     REREAD(d);
@@ -172,14 +180,14 @@ bool new_and_cold_pass(DRIVER_STATE& d) {
     ambient_allowables(s);
     s.t = d.tGiven;
     if (!RUN_KERNEL(d)) return false;
-    *d.args->tReqNewCold = s.tOut;
+    *d.args->tReqNewCold = FOUND.t_req_new_cold = s.tOut;
     if (s.type == BLIND && s.standardFlange == 0) {
         if (s.fullFace && s.code >= PD_5500)
-            *d.args->mapNc = s.MAWPseat;
+            give_new_and_cold(d, s.MAWPseat);
         else
             NEW_AND_COLD_ITERATION(d);
     } else {
-        *d.args->mapNc = NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat);
+        give_new_and_cold(d, NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat));
     }
     return !s.stopped;
 }
@@ -189,7 +197,7 @@ bool new_at_design_pass(DRIVER_STATE& d) {
     REREAD(d);
     as_new(*d.s);
     if (!RUN_KERNEL(d)) return false;
-    *d.args->tReqNew = d.s->tRequired;
+    *d.args->tReqNew = FOUND.t_req_new = d.s->tRequired;
     return true;
 }
 
@@ -201,9 +209,10 @@ void internal_pressure_outputs(DRIVER_STATE& d) {
         *args.mawp = min(s.MAWPop, s.MAWPseat);
     else if (s.MAWPseat < 0.01f && s.MAWPop > 0.01f)
         *args.mawp = s.MAWPop;
-    if (*args.mapNc <= 0.0001f) *args.mapNc = min(s.MAWPop, s.MAWPseat);
+    if (*args.mapNc <= 0.0001f) give_new_and_cold(d, min(s.MAWPop, s.MAWPseat));
+    d.mawpBy = d.pHub < *args.mawp ? BY_HUB : HELD_BY(s, *args.mawp);
     *args.mawp = min(*args.mawp, d.pHub);
-    *args.tReq = s.tRequired;
+    *args.tReq = FOUND.t_req = s.tRequired;
 
     record(120) = s.W;
     record(121) = s.Wm1;
@@ -234,13 +243,22 @@ void internal_pressure_outputs(DRIVER_STATE& d) {
     record(145) = s.Gi;
 }
 
+// Its lines go out; what it does not form stays as it was.
+void hub_small_end(DRIVER_STATE& d) {
+    Real required = NO_VALUE;
+    HUB_SMALL_END(*d.s, d.ciGiven, false, required, d.pHub);
+    FOUND.hub_required = required;
+    if (required != NO_VALUE) d.hubRequired = required;
+    if (d.pHub != HUB_NOT_RATED) FOUND.hub_mawp = d.pHub;
+}
+
 // The pass that the engineer reads.
 bool report_pass(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     if (*d.args->writeCase == 1) IWRTFL = 1;
     REREAD_WITH_INPUT_REPORT(d);
     patterned_openings(s);
-    HUB_SMALL_END(s, d.ciGiven, false, d.hubRequired, d.pHub);
+    hub_small_end(d);
     if (d.failureRow >= 0) FAILURE_TABLE[d.failureRow].hubRequired = d.hubRequired;
 
     if (s.Wmo > 1.0f && s.Wmo > s.Wm1 - 0.5f && s.P > 0.001f && d.element1 > 0) {
@@ -250,6 +268,7 @@ bool report_pass(DRIVER_STATE& d) {
         s.matingLoads = "N";
     }
     if (!RUN_KERNEL(d)) return false;
+    KEEP_FINAL_PASS(s);
     internal_pressure_outputs(d);
     return true;
 }
@@ -267,8 +286,10 @@ bool external_pressure(DRIVER_STATE& d) {
     if (*d.args->writeCase == 2) IWRTFL = 1;
     FLANGE_INPUT_REPORT(s);
     if (!RUN_KERNEL(d)) return false;
+    KEEP_FINAL_PASS(s);
     *d.args->mawp = s.MAWPop;
-    *d.args->tReq = s.t;
+    d.mawpBy = HELD_BY(s, s.MAWPop);
+    *d.args->tReq = FOUND.t_req = s.t;
     d.record(123) = s.G;
     LAP_JOINT_THICKNESS(s);
     return true;
@@ -296,6 +317,8 @@ bool calculate(DRIVER_STATE& d) {
     } else {
         RIGIDITY_AND_SHELL_STEPS(d);
     }
+    if (IOUT <= 0 && s.error != BOLT_AREA_SHORT) RIGIDITY_AND_SHELL_VALUES(d);
+    CLOSE_RESULTS(d);
     return !s.stopped;
 }
 
@@ -307,11 +330,13 @@ void flange_steps(FLANGE_ARGUMENTS& arguments) {
     if (is_stand_alone(d)) stand_alone_form(d);
 
     REREAD(d);
+    BEGIN_RESULTS(d);
     s.error = 0;
     IWRTFL = 1;
     d.kindGiven = s.kind;
     CHECK_FLANGE_INPUT(s, s.error);
     IWRTFL = 0;
+    if (s.error != 0) FOUND.status = REFUSED;
     if (s.error == 0 && !calculate(d)) return;
 
     MISSING_CYLINDER_LINES(d);
@@ -362,6 +387,7 @@ void RESET_FLANGE() {
         row = FAILURE_ROW{};
     FAILURE_ROWS = 0;
     UG39_VIOLATION = false;
+    RESET_RESULTS();
     RESET_SHAPE_FACTORS();
     RESET_DRIVER_REPORT();
 }

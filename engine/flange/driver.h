@@ -45,6 +45,7 @@ struct DRIVER_STATE {
     Real mapAmbient = 0;
     Real pHub = 99999.0f, hubRequired = 0;
     bool noCylinder = false;
+    Int mapNcBy = 0, mawpBy = 0; // what held outputs 6 and 9 down
     // failure corrosion
     bool failsAlready = false;
     Real failureCa = 0;

@@ -2,6 +2,7 @@
 
 #include "flange/driver.h"
 #include "flange/hub.h"
+#include "flange/results.h"
 #include "frame/element_tables.h"
 #include "host/services.h"
 #include "report/lines.h"
@@ -49,12 +50,15 @@ void mating_loop(DRIVER_STATE& d, std::string_view caption, bool bothRows) {
     constexpr Real dStep = 20.0f;
     FLANGE_STATE& s = *d.s;
     Real keptOp = 0.0f, keptSeat = 0.0f;
+    Int keptOpBy = HELD_BY_NOTHING, keptSeatBy = HELD_BY_NOTHING;
     for (Int i = 1; i <= MATING_ROUNDS; ++i) {
         progress_text(s, caption, i);
         if (!RUN_KERNEL(d)) return;
         if (i == 1) {
             keptOp = s.MAWPop;
             keptSeat = s.MAWPseat;
+            keptOpBy = s.MAWPopBy;
+            keptSeatBy = s.MAWPseatBy;
         }
         Real r = least(s.RATIO[OPERATING]);
         if (bothRows) r = min(r, least(s.RATIO[SEATING]));
@@ -67,6 +71,8 @@ void mating_loop(DRIVER_STATE& d, std::string_view caption, bool bothRows) {
         if (s.P < 1.0f) {
             s.MAWPop = keptOp;
             s.MAWPseat = keptSeat;
+            s.MAWPopBy = keptOpBy;
+            s.MAWPseatBy = keptSeatBy;
             return;
         }
     }
@@ -83,13 +89,16 @@ bool mating_pressures(DRIVER_STATE& d) {
     mating_loop(d, " MAPnc iteration#: ", true);
     if (s.stopped) return false;
     *d.args->mapNc = NEW_AND_COLD_PRESSURE(s.MAWPop, s.MAWPseat);
+    d.mapNcBy = HELD_BY(s, *d.args->mapNc);
 
     REREAD(d);
     s.kind = ANALYSE;
     mating_loop(d, " MAWP iteration: ", false);
     if (s.stopped) return false;
     s.MAWPopFixed = s.MAWPop;
+    s.MAWPopFixedBy = s.MAWPopBy;
     s.MAWPseatFixed = *d.args->mapNc;
+    s.MAWPseatFixedBy = d.mapNcBy;
     return true;
 }
 
@@ -158,6 +167,22 @@ void add_failure_row(DRIVER_STATE& d) {
     FAILURE_TABLE[d.failureRow] = row;
 }
 
+// ---- covers ---------------------------------------------------------------------------------------------
+
+// The stress or the bolts of a cover that are nearest to their limit.
+Int least_of_cover(const FLANGE_STATE& s) {
+    Real least = s.RATIO[OPERATING][TANGENTIAL];
+    Int by = BY_OPERATING_STRESS + TANGENTIAL;
+    const auto take = [&](Real ratio, Int ratioBy) {
+        if (ratio < least) by = ratioBy;
+        least = min(least, ratio);
+    };
+    take(s.RATIO[SEATING][TANGENTIAL], BY_SEATING_STRESS + TANGENTIAL);
+    take(s.RATIO[OPERATING][BOLTING], BY_BOLTS);
+    take(s.RATIO[SEATING][BOLTING], BY_BOLTS);
+    return by;
+}
+
 } // namespace
 
 void NEW_AND_COLD_ITERATION(DRIVER_STATE& d) {
@@ -174,6 +199,7 @@ void NEW_AND_COLD_ITERATION(DRIVER_STATE& d) {
         if (!RUN_KERNEL(d)) return;
         if (s.error != 0) break;
         *d.args->mapNc = s.P;
+        d.mapNcBy = least_of_cover(s);
         if (met(seatT) || met(opT) || met(seatB) || met(opB)) break;
     }
     s.P = kept;

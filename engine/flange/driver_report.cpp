@@ -2,6 +2,7 @@
 
 #include "bolting/bolt_spacing.h"
 #include "flange/attached_shell.h"
+#include "flange/results.h"
 #include "flange/rigidity.h"
 #include "frame/data_files.h"
 #include "frame/element_tables.h"
@@ -46,41 +47,76 @@ Real rigidity_correction(const DRIVER_STATE& d, Real t) {
     return BOLT_CORRECTION_FACTOR(form, s.C, s.nBolts, s.aNominal, t, s.ct, s.m, Deltab, cfDen);
 }
 
-void rigidity_index(FLANGE_STATE& s, RIGIDITY_CALL call) {
+// The factors of the two blocks.
+RIGIDITY_CALL at_required_thickness(const DRIVER_STATE& d) {
+    const FLANGE_STATE& s = *d.s;
+    return {.Mop = s.Mop,
+            .Matm = s.Matm,
+            .V = s.V,
+            .lambda = s.lambdaReq,
+            .ho = s.ho,
+            .K = s.K,
+            .t = s.t,
+            .CF = rigidity_correction(d, s.t)};
+}
+RIGIDITY_CALL at_given_thickness(const DRIVER_STATE& d) {
+    const FLANGE_STATE& s = *d.s;
+    return {.Mop = s.MopFirst,
+            .Matm = s.MatmFirst,
+            .V = s.V,
+            .lambda = s.lambda,
+            .ho = s.ho,
+            .K = s.K,
+            .t = d.tGiven,
+            .CF = rigidity_correction(d, d.tGiven)};
+}
+
+void keep_indices(const FLANGE_STATE& s, Real (&J)[2]) {
+    if (s.fullFace) return;
+    J[OPERATING] = s.J[1];
+    J[SEATING] = s.J[0];
+}
+
+void rigidity_block(FLANGE_STATE& s, RIGIDITY_CALL call, Real (&J)[2]) {
+    s.CF = call.CF;
     RIGIDITY_INDEX(s, call, RIGIDITY_FULL);
+    keep_indices(s, J);
     if (call.Jmax <= 0.001f && !s.fullFace)
         TEXT_LINE("Warning: No rigidity calculation possible for this geometry. Check hub and "
                   "other dimensions.");
 }
 
+bool rigidity_asked(const DRIVER_STATE& d) {
+    return d.s->type != BLIND && d.rigidityWanted && d.s->standardFlange == 0;
+}
+
 void rigidity_step(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
-    if (s.type == BLIND || !d.rigidityWanted || s.standardFlange != 0) return;
+    if (!rigidity_asked(d)) return;
     rigidity_moduli(s);
     const bool rules = NEW_DIV_2_RULES;
     NEW_DIV_2_RULES = d.rigidityDiv2;
     if (!s.fullFace) HEADING("Flange Rigidity Based on Required Thickness [ASME]:");
-    s.CF = rigidity_correction(d, s.t);
-    rigidity_index(s, {.Mop = s.Mop,
-                       .Matm = s.Matm,
-                       .V = s.V,
-                       .lambda = s.lambdaReq,
-                       .ho = s.ho,
-                       .K = s.K,
-                       .t = s.t,
-                       .CF = s.CF});
+    rigidity_block(s, at_required_thickness(d), FOUND.J_required);
     BLANK_LINE();
     HEADING("Flange Rigidity Based on Given Thickness [ASME]:");
-    s.CF = rigidity_correction(d, d.tGiven);
-    rigidity_index(s, {.Mop = s.MopFirst,
-                       .Matm = s.MatmFirst,
-                       .V = s.V,
-                       .lambda = s.lambda,
-                       .ho = s.ho,
-                       .K = s.K,
-                       .t = d.tGiven,
-                       .CF = s.CF});
+    rigidity_block(s, at_given_thickness(d), FOUND.J_given);
     NEW_DIV_2_RULES = rules;
+}
+
+// The indices with the moduli of the final pass, which are those of the step when code and moduleCode ask
+// the same tables.
+void rigidity_values(const DRIVER_STATE& d) {
+    FLANGE_STATE& s = *d.s;
+    if (!rigidity_asked(d) || (moduleCode < PD_5500) != s.asme()) return;
+    const Real kept[] = {s.J[0], s.J[1]};
+    RIGIDITY_CALL required = at_required_thickness(d), given = at_given_thickness(d);
+    RIGIDITY_INDEX(s, required, RIGIDITY_SILENT);
+    keep_indices(s, FOUND.J_required);
+    RIGIDITY_INDEX(s, given, RIGIDITY_SILENT);
+    keep_indices(s, FOUND.J_given);
+    s.J[0] = kept[0];
+    s.J[1] = kept[1];
 }
 
 // ---- attached shell and toughness --------------------------------------------------------------------
@@ -92,13 +128,15 @@ Real attached_shell_ratio(const DRIVER_STATE& d) {
     if (none || s.element <= 0) return 0.0f;
     const Real E = max(element_row(s.element).joint_efficiency, 0.8f);
     Real shellMAWP = 0.0f;
-    ATTACHED_SHELL_THICKNESS(s.code, *d.args->pOperating, s.Dshell, d.caShell, 0.0f, s.Sna, E, 0,
-                             d.tShell, shellMAWP);
-    return min(*d.args->pOperating / shellMAWP, 1.0f);
+    FOUND.shell_required = ATTACHED_SHELL_THICKNESS(
+        s.code, *d.args->pOperating, s.Dshell, d.caShell, 0.0f, s.Sna, E, 0, d.tShell, shellMAWP);
+    FOUND.shell_mawp = shellMAWP;
+    FOUND.shell_ratio = min(*d.args->pOperating / shellMAWP, 1.0f);
+    return FOUND.shell_ratio;
 }
 
 // Governing thickness for heat treatment; false when there is none to judge by.
-bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
+bool governing_thickness(const DRIVER_STATE& d, Real& thickness, bool& noCylinder) {
     const FLANGE_STATE& s = *d.s;
     const bool attached = s.attachment >= 1 && s.attachment <= 4;
     const Real ring = min(d.tGiven, d.tShell);
@@ -117,7 +155,7 @@ bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
         if (attached)
             return !((s.type == INTEGRAL_RING || s.type == LOOSE_RING) && d.tShell <= d.tGiven);
         if (thickness <= 0.001f) {
-            d.noCylinder = true;
+            noCylinder = true;
             return false;
         }
         return true;
@@ -129,12 +167,21 @@ bool governing_thickness(DRIVER_STATE& d, Real& thickness) {
     }
 }
 
-void toughness_hook(DRIVER_STATE& d, Real shellRatio) {
+// What the hook hands on; false when it ends without.
+bool toughness_values(const DRIVER_STATE& d, Real& thickness, bool& noCylinder) {
     const FLANGE_STATE& s = *d.s;
     if (s.code > ASME_VIII_2 || !(s.P > 0.0f) || !(d.mapAmbient > 0.0f) || s.standardFlange != 0)
-        return;
+        return false;
+    if (!governing_thickness(d, thickness, noCylinder)) return false;
+    FOUND.pwht_thickness = thickness;
+    FOUND.stress_ratio = min(*d.args->pOperating / d.mapAmbient, 1.0f);
+    return true;
+}
+
+void toughness_hook(DRIVER_STATE& d, Real shellRatio) {
+    const FLANGE_STATE& s = *d.s;
     Real thickness;
-    if (!governing_thickness(d, thickness)) return;
+    if (!toughness_values(d, thickness, d.noCylinder)) return;
     if (s.element >= 1 && s.element <= ELEMENT_ROWS) {
         const ELEMENT_ROW& row = element_row(s.element);
         Real number;
@@ -145,7 +192,7 @@ void toughness_hook(DRIVER_STATE& d, Real shellRatio) {
         PWHT_NEEDED(row.material.view(), pNumber, s.code, forced, thickness, FLANGE_PWHT_REQUIRED,
                     FLANGE_P_NUMBER_ONE, preheat, FLANGE_GROUP_CODE);
     }
-    FLANGE_STRESS_RATIO = -min(*d.args->pOperating / d.mapAmbient, 1.0f);
+    FLANGE_STRESS_RATIO = -FOUND.stress_ratio;
     if (shellRatio >= 0.001f && shellRatio <= 1.0f && G_PER_ELEMENT_RATIO == 1)
         FLANGE_SHELL_RATIO = -min(*d.args->pOperating / d.mapAmbient, shellRatio);
 }
@@ -223,6 +270,14 @@ void BOLT_AREA_FAILURE(DRIVER_STATE& d) {
 void RIGIDITY_AND_SHELL_STEPS(DRIVER_STATE& d) {
     rigidity_step(d);
     toughness_hook(d, attached_shell_ratio(d));
+}
+
+void RIGIDITY_AND_SHELL_VALUES(const DRIVER_STATE& d) {
+    rigidity_values(d);
+    attached_shell_ratio(d);
+    Real thickness;
+    bool noCylinder = false;
+    toughness_values(d, thickness, noCylinder);
 }
 
 void MISSING_CYLINDER_LINES(const DRIVER_STATE& d) {

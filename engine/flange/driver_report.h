@@ -10,6 +10,8 @@ namespace tarvane {
 void BOLT_AREA_RESULTS(DRIVER_STATE& d);
 void BOLT_AREA_FAILURE(DRIVER_STATE& d);
 void RIGIDITY_AND_SHELL_STEPS(DRIVER_STATE& d);
+// What these steps find, for the results alone: no line, no file, and the state stays.
+void RIGIDITY_AND_SHELL_VALUES(const DRIVER_STATE& d);
 void MISSING_CYLINDER_LINES(const DRIVER_STATE& d);
 void ATTACHMENT_WELDS(const DRIVER_STATE& d);
 

@@ -1,5 +1,6 @@
 #include "flange/gasket.h"
 
+#include "flange/results.h"
 #include "report/lines.h"
 
 namespace tarvane {
@@ -114,6 +115,7 @@ void common_widths(const FLANGE_STATE& s, GASKET_CALL& call) {
         else
             code_full_face(s, call, bo, b, G);
     }
+    call.bo = bo.value;
     call.b = b.value;
     call.G = G.value;
     if (call.partition) return;
@@ -128,6 +130,7 @@ void reverse_full_face_widths(const FLANGE_STATE& s, GASKET_CALL& call) {
     const bool metric = UNITS.thickness > 2.0f;
     call.N = (s.C - s.GiC) / 2.0f;
     const Real bo = call.N / 2.0f;
+    call.bo = bo;
     call.b = min(bo, 0.5f * std::sqrt(bo));
     const Real bo_outside = s.GoC - s.C;
     call.bPrime = 0.793649971f * std::sqrt(bo_outside);
@@ -183,6 +186,7 @@ void GASKET_WIDTH(const FLANGE_STATE& s, GASKET_CALL& call) {
 
 void MIN_GASKET_WIDTH(const FLANGE_STATE& s) {
     const Real Nmin = s.Ab * s.Sa / (s.y * PI * (s.GoC + s.GiC));
+    NOTED.Nmin = Nmin;
     if (s.code == EN_13445) {
         HEADING("Min. Gasket Contact Width (Brownell Young) [Not an EN 13445 Calc] [Nmin]: ");
         TEXT_LINE("= Ab * fb,a / ( y * Pi * (Go + Gi) )");

@@ -14,6 +14,7 @@ struct GASKET_CALL {
     bool partition; // the partition gasket: no lines, no full face rules
     // results; what a rule does not set stays as the caller has it
     Real b, G, b2, bPrime;
+    Real bo = 0.0f; // basic width
 };
 void GASKET_WIDTH(const FLANGE_STATE& s, GASKET_CALL& call);
 

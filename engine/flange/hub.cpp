@@ -2,6 +2,7 @@
 // code part of the report, and the lap of a lap joint flange.
 #include "flange/hub.h"
 
+#include "flange/results.h"
 #include "report/lines.h"
 
 #include <string_view>
@@ -9,8 +10,6 @@
 namespace tarvane {
 
 namespace {
-
-constexpr Real NOT_RATED = 99999.0f;
 
 void edition_line(Int code) {
     switch (code) {
@@ -112,7 +111,7 @@ void effective_width_lines(const FLANGE_STATE& s) {
 } // namespace
 
 void HUB_SMALL_END(FLANGE_STATE& s, Real ci, bool silent, Real& tHubReq, Real& pHub) {
-    pHub = NOT_RATED;
+    pHub = HUB_NOT_RATED;
     if (s.P < 0.0f) return;
     edition_line(s.code);
 
@@ -134,7 +133,7 @@ void HUB_SMALL_END(FLANGE_STATE& s, Real ci, bool silent, Real& tHubReq, Real& p
         }
         // Only welding neck hubs are rated this way.
         if (s.type != INTEGRAL_WELD_NECK && s.type != REVERSE_WELD_NECK) {
-            pHub = NOT_RATED;
+            pHub = HUB_NOT_RATED;
             return;
         }
         if (s.type == REVERSE_WELD_NECK && !(s.go > 0.001f)) return;
@@ -154,8 +153,9 @@ void LAP_JOINT_THICKNESS(const FLANGE_STATE& s) {
     constexpr Real Pi = 3.14159f;
     HEADING("Required Lap Thickness Calculations for Lap Joint Flanges:");
 
+    Real trlo = NO_VALUE, trla = NO_VALUE;
     if (s.Sn > 0.001f) {
-        const Real trlo = s.Wm1 / (Pi * s.GiC * 0.8f * s.Sn);
+        trlo = s.Wm1 / (Pi * s.GiC * 0.8f * s.Sn);
         HEADING("Required Lap Thickness due to Shear Stress, Operating [trlo]:");
         TEXT_LINE(" = Wm1 / ( pi * Gid * 0.8 * So )");
         NUMBER_LINE(" = @1 / ( pi * @3 * @2 ) #",
@@ -163,13 +163,14 @@ void LAP_JOINT_THICKNESS(const FLANGE_STATE& s) {
         VALUE_LINE(trlo, Kind::thickness, {}, PLAIN, 3);
     }
     if (s.Sna > 0.001f) {
-        const Real trla = s.W / (Pi * s.GiC * 0.8f * s.Sna);
+        trla = s.W / (Pi * s.GiC * 0.8f * s.Sna);
         HEADING("Required Lap Thickness due to Shear Stress, Seating [trla]:");
         TEXT_LINE(" = W / ( pi * Gid * 0.8 * Sa )");
         NUMBER_LINE(" = @1 / ( pi * @3 * @2 ) #",
                     {as_force(s.W), as_diameter(s.GiC), as_stress(0.8f * s.Sna)});
         VALUE_LINE(trla, Kind::thickness, {}, PLAIN, 3);
     }
+    NOTE_LAP(trlo, trla);
 }
 
 } // namespace tarvane

@@ -14,6 +14,7 @@
 #include "flange/kernel_rating.h"
 #include "flange/moment_arms.h"
 #include "flange/moments.h"
+#include "flange/results.h"
 #include "flange/rigidity.h"
 #include "flange/shape_factors.h"
 #include "flange/stresses.h"
@@ -40,7 +41,9 @@ void moduli(FLANGE_STATE& s) {
     } else {
         SET_CHART(s.chartName.columns(1, 12));
         s.Ecold = ASMEMOD(70.0f, s.materialClass, s.code) * 1000000.0f;
+        NOTED.modulusSource = MODULUS_CAME;
         s.Ehot = ASMEMOD(s.Tdesign, s.materialClass, s.code) * 1000000.0f;
+        NOTED.modulusSource = max(NOTED.modulusSource, Int{MODULUS_CAME});
     }
 }
 
@@ -53,6 +56,8 @@ void entry(FLANGE_STATE& s, KERNEL_STATE& k) {
         for (Real& stress : row)
             stress = 0.0f;
     s.MAWPop = s.MAWPseat = NO_VALUE;
+    s.MAWPopBy = s.MAWPseatBy = HELD_BY_NOTHING;
+    NOTED = KERNEL_NOTES{};
 
     moduli(s);
 
@@ -66,7 +71,8 @@ void entry(FLANGE_STATE& s, KERNEL_STATE& k) {
 }
 
 void open_evaluation(FLANGE_STATE& s, KERNEL_STATE& k) {
-    ++k.evaluations;
+    NOTED.evaluations = ++k.evaluations;
+    NOTED.stage = AT_ENTRY;
     IWRITE = s.kind == ANALYSE ? s.reportKernel : 0;
     k.designRounds = 0;
     k.search.thicknessRounds = 0;
@@ -140,6 +146,8 @@ void gasket(FLANGE_STATE& s) {
     s.G = call.G;
     s.b2 = call.b2;
     s.bPrime = call.bPrime;
+    NOTED.N = call.N;
+    NOTED.bo = call.bo;
 }
 
 // External loads as pressure, or, under the current Division 2 rules, as a load term of the stress
@@ -163,6 +171,7 @@ Next design_selection(FLANGE_STATE& s, KERNEL_STATE& k) {
         s.error = DESIGN_GAVE_UP;
         return Next::leave;
     }
+    NOTED.designRounds = k.designRounds;
     const Real saved = s.C;
     IWRITE = 1;
     SELECT_FLANGE_GEOMETRY(s, k.designFlag);
@@ -201,6 +210,12 @@ void bolt_spacing(FLANGE_STATE& s) {
     s.Rmin = call.Rmin;
     s.Emin = call.Emin;
     s.CF = call.CF;
+    NOTED.CF = call.CF;
+    NOTED.Deltab = call.Deltab;
+    NOTED.BsMax = call.BsMax;
+    NOTED.Ractual = call.Ractual;
+    NOTED.Eactual = call.Eactual;
+    NOTED.stage = AT_BOLTING;
 }
 
 // Gasket, loads and arms with the design closure; false when the kernel leaves with an error.
@@ -213,6 +228,7 @@ bool loads_and_arms(FLANGE_STATE& s, KERNEL_STATE& k) {
         equivalent_pressure(s);
         if (s.fullFace && s.code >= PD_5500) MOMENT_ARMS_FULL_FACE(s);
         BOLT_LOADS(s);
+        NOTED.stage = AT_LOADS;
         const Next next = design_selection(s, k);
         if (next == Next::leave) return false;
         if (next == Next::go_on) break;
@@ -227,6 +243,7 @@ bool loads_and_arms(FLANGE_STATE& s, KERNEL_STATE& k) {
     if (s.y > 0.001f && !s.fullFace) MIN_GASKET_WIDTH(s);
     FLANGE_DESIGN_BOLT_LOAD(s);
     if (!(s.fullFace && s.code >= PD_5500)) MOMENT_ARMS(s);
+    NOTED.stage = AT_ARMS;
     return true;
 }
 
@@ -234,6 +251,7 @@ bool loads_and_arms(FLANGE_STATE& s, KERNEL_STATE& k) {
 bool ring_exists(FLANGE_STATE& s) {
     if (!(s.A / s.Bcor <= 1.0f)) return true;
     s.stopped = true;
+    NOTE_STOP(FATAL_NO_RING);
     FATAL_STOP(FATAL_NO_RING);
     return false;
 }
@@ -291,7 +309,10 @@ bool inertias(FLANGE_STATE& s) {
     return formed;
 }
 
-void keep_first_moments(FLANGE_STATE& s, const KERNEL_STATE& k) {
+void keep_moments(FLANGE_STATE& s, const KERNEL_STATE& k) {
+    NOTED.Mop = s.Mop;
+    NOTED.Matm = s.Matm;
+    NOTED.stage = AT_MOMENTS;
     if (k.evaluations != 1) return;
     s.MopFirst = s.Mop;
     s.MatmFirst = s.Matm;
@@ -308,6 +329,8 @@ void keep_first_factors(const FLANGE_STATE& s, KERNEL_STATE& k) {
 }
 
 void stress_pass(FLANGE_STATE& s) {
+    NOTED.t = s.t;
+    NOTED.stage = AT_STRESSES;
     FLANGE_STRESSES(s);
     if (s.kind == ANALYSE) IWRITE = 1;
     STRESS_SUMMARY(s);
@@ -334,6 +357,12 @@ void stress_loop(FLANGE_STATE& s, KERNEL_STATE& k) {
 void turn_to_analysis(FLANGE_STATE& s, const KERNEL_STATE& k) {
     s.tRequired = s.t;
     s.lambdaReq = s.lambda;
+    NOTED.thicknessRounds = k.search.thicknessRounds;
+    if (!k.search.converged)
+        NOTED.converged =
+            k.search.thicknessRounds >= THICKNESS_ROUNDS ? SEARCH_USED_UP : SEARCH_LEFT;
+    NOTED.tStress = k.search.tStress;
+    if (k.search.tRigid > 0.0f) NOTED.tRigid = k.search.tRigid;
     if (s.description(15) == ':' && k.tStart > 0.0f) s.t = k.tStart;
     s.kind = ANALYSE;
 }
@@ -348,7 +377,7 @@ void ANALYZE_FLANGE(FLANGE_STATE& s) {
         if (!loads_and_arms(s, k)) return;
         if (!inertias(s)) return;
         FLANGE_MOMENTS(s);
-        keep_first_moments(s, k);
+        keep_moments(s, k);
         if (s.kind == ANALYSE && s.standardFlange == 1) {
             TEXT_LINE("Note: User choose not to perform Stress Calculations on this Standard "
                       "Flange.");
@@ -357,6 +386,7 @@ void ANALYZE_FLANGE(FLANGE_STATE& s) {
             break;
         }
         if (!shape_factors(s)) return;
+        NOTED.stage = AT_FACTORS;
         if (s.kind == DESIGN) s.kind = THICKNESS;
         stress_loop(s, k);
         if (s.kind != THICKNESS) {
@@ -367,6 +397,7 @@ void ANALYZE_FLANGE(FLANGE_STATE& s) {
         turn_to_analysis(s, k);
     }
     CLOSE_EVALUATION(s, k);
+    NOTED.stage = AT_END;
 }
 
 } // namespace tarvane

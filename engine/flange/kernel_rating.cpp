@@ -2,6 +2,7 @@
 
 #include "flange/blind.h"
 #include "flange/rating.h"
+#include "flange/results.h"
 #include "flange/rigidity.h"
 #include "host/services.h"
 #include "report/lines.h"
@@ -50,9 +51,12 @@ void blind_thickness_lines(FLANGE_STATE& s, KERNEL_STATE& k) {
         BLIND_THICKNESS(s, seating);
         if (operating.tOut > 0.0f) {
             s.tRequired = max(operating.tOut, seating.tOut, s.tMin);
+            NOTED.tCover[OPERATING] = operating.tOut;
+            NOTED.tCover[SEATING] = seating.tOut;
             COLUMN_LINE("Reqd. Blind Flange Thickness at Center       ", s.tRequired,
                         Kind::thickness);
             const Real edge = max(operating.tEdge, seating.tEdge, s.tMin);
+            NOTED.tEdge = edge;
             if (edge > 0.01f && s.code < EN_13445)
                 COLUMN_LINE("Reqd. Blind Flange Thickness at Gasket       ", edge, Kind::thickness);
         }
@@ -77,18 +81,10 @@ void blind_thickness_lines(FLANGE_STATE& s, KERNEL_STATE& k) {
     }
 }
 
-bool overstressed(const FLANGE_STATE& s, Int places, Real tolerance) {
+bool overstressed(const FLANGE_STATE& s, Int places) {
     for (Int row = 0; row < 2; ++row)
         for (Int i = 0; i < places; ++i)
-            if (s.STRESS[row][i] - s.ALLOWED[row][i] > tolerance) return true;
-    return false;
-}
-
-// External pressure: every place, plainly compared.
-bool any_stress_above_its_limit(const FLANGE_STATE& s) {
-    for (Int row = 0; row < 2; ++row)
-        for (Int i = 0; i < PLACES; ++i)
-            if (s.STRESS[row][i] > s.ALLOWED[row][i]) return true;
+            if (STRESS_EXCEEDS(s, row, i)) return true;
     return false;
 }
 
@@ -106,18 +102,31 @@ void operating_mawp_line(const FLANGE_STATE& s) {
     mawp_line("Estimated M.A.W.P. ( Operating )             ", s.MAWPop);
 }
 
+void take_fixed_operating(FLANGE_STATE& s) {
+    s.MAWPop = s.MAWPopFixed;
+    s.MAWPopBy = s.MAWPopFixedBy;
+}
+void take_fixed_seating(FLANGE_STATE& s) {
+    s.MAWPseat = s.MAWPseatFixed;
+    s.MAWPseatBy = s.MAWPseatFixedBy;
+}
+void seating_as_operating(FLANGE_STATE& s) {
+    s.MAWPseat = s.MAWPop;
+    s.MAWPseatBy = s.MAWPopBy;
+}
+
 void mating_load_lines(FLANGE_STATE& s) {
-    if (s.MAWPseatFixed > 0.0f) s.MAWPseat = s.MAWPseatFixed;
+    if (s.MAWPseatFixed > 0.0f) take_fixed_seating(s);
     if (s.MAWPopFixed <= -1.0f) {
         TEXT_LINE("Note: MAWP Cannot be calculated due to Entered Mating Flange Loads.");
     } else {
-        s.MAWPop = s.MAWPopFixed;
+        take_fixed_operating(s);
         operating_mawp_line(s);
     }
 }
 
 void external_pressure_lines(const FLANGE_STATE& s) {
-    if (any_stress_above_its_limit(s)) {
+    if (overstressed(s, PLACES)) {
         overstress_warning(s);
         return;
     }
@@ -128,22 +137,29 @@ void external_pressure_lines(const FLANGE_STATE& s) {
 }
 
 void pressure_lines(FLANGE_STATE& s, const KERNEL_STATE& k) {
-    if (overstressed(s, REVERSE, 0.25f)) overstress_warning(s);
+    if (overstressed(s, REVERSE)) overstress_warning(s); // entries 6 and 7 are not looked at
     if (s.type == BLIND && s.en_or_pd() && k.blindPressure > 0.001f) {
         s.MAWPop = k.blindPressure;
+        s.MAWPopBy = BY_OPERATING_STRESS + TANGENTIAL;
         s.MAWPseat = k.blindSeatingPressure;
+        s.MAWPseatBy = BY_SEATING_STRESS + TANGENTIAL;
     }
-    if (s.MAWPopFixed > 0.0f) s.MAWPop = s.MAWPopFixed;
-    if (s.MAWPseatFixed > 0.0f) s.MAWPseat = s.MAWPseatFixed;
+    if (s.MAWPopFixed > 0.0f) take_fixed_operating(s);
+    if (s.MAWPseatFixed > 0.0f) take_fixed_seating(s);
     operating_mawp_line(s);
     const bool newAndCold = s.type != BLIND && s.Sfo == s.Sfa && s.ci == 0.0f && s.ct == 0.0f;
     if (s.MAWPseat > 0.001f && newAndCold) {
-        if (!(s.MAWPop > 10.0f * s.MAWPseat)) s.MAWPseat = min(s.MAWPop, s.MAWPseat);
+        if (!(s.MAWPop > 10.0f * s.MAWPseat) && !(s.MAWPseat < s.MAWPop)) seating_as_operating(s);
         mawp_line("Estimated M.A.W.P. ( Gasket Seating )        ", s.MAWPseat);
     }
 }
 
 } // namespace
+
+bool STRESS_EXCEEDS(const FLANGE_STATE& s, Int row, Int place) {
+    const Real stress = s.STRESS[row][place], allowed = s.ALLOWED[row][place];
+    return s.P <= -0.001f ? stress > allowed : stress - allowed > 0.25f;
+}
 
 void THICKNESS_LINES(FLANGE_STATE& s, KERNEL_STATE& k) {
     if (s.tRequired > 0.0001f) s.t = s.tRequired;
@@ -173,7 +189,8 @@ void RATE_FLANGE(FLANGE_STATE& s, const KERNEL_STATE& k) {
         s.jOp = s.J[1];
     }
     FLANGE_MAWP(s);
-    if (s.MAWPseat <= 0.0001f && !(s.y > 0.0f)) s.MAWPseat = s.MAWPop;
+    if (s.MAWPseat <= 0.0001f && !(s.y > 0.0f)) seating_as_operating(s);
+    NOTED.rated = true;
 
     const bool mating = s.matingLoads(1) != 'N' && s.matingLoads(1) != 'n';
     if (mating && s.P > -0.001f)

@@ -24,6 +24,9 @@ struct KERNEL_STATE {
 void THICKNESS_LINES(FLANGE_STATE& s, KERNEL_STATE& k);
 // Rigidity at the given thickness, MAWP estimate, overstress and MAWP lines.
 void RATE_FLANGE(FLANGE_STATE& s, const KERNEL_STATE& k);
+// A stress above its limit by more than the tolerance of the overstress warning: 0.25 psi, under external
+// pressure none.
+bool STRESS_EXCEEDS(const FLANGE_STATE& s, Int row, Int place);
 // Weights, and the rigidity index of the final state.
 void CLOSE_EVALUATION(FLANGE_STATE& s, const KERNEL_STATE& k);
 

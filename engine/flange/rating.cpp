@@ -1,9 +1,12 @@
 // Estimated pressures from the stress ratios of one evaluation, and weights. A stress is taken as
 // proportional to pressure; a blind flange has its rating terms instead.
 #include "flange/rating.h"
+
+#include "flange/results.h"
 #include "report/lines.h"
 
 #include <cmath>
+#include <span>
 
 namespace tarvane {
 
@@ -43,62 +46,88 @@ Real bolt_load_per_pressure(const FLANGE_STATE& s) {
     return max(s.hpPerP, 0.0f) + max(s.hpPrimePerP, 0.0f) + max(s.pressureArea, 0.0f);
 }
 
-// Pressure by which the operating stresses, or the stress and bolts of a cover, reach their limits;
-// on the scale of Peq.
-Real operating_limit(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits, Real dP) {
-    const auto pStress = [&](StressPlace place) { return s.Peq * s.RATIO[OPERATING][place]; };
-
-    if (s.type == LOOSE_RING || s.type == LAP_JOINT)
-        return min(pStress(TANGENTIAL), pStress(AVERAGE), pStress(BOLTING), pStress(FULL_FACE),
-                   limits.pJ);
-
-    if (s.type == BLIND) {
-        const Real SPerW = s.Peq < 0.001f ? 0.0f : s.SPerW;
-        const Real top = s.ALLOWED[OPERATING][TANGENTIAL] - s.extLoad * SPerW - s.SPerDP;
-        const Real perP = bolt_load_per_pressure(s);
-        Real x = top / (perP * SPerW + max(s.SPerP, 0.0f));
-        // The deflection in inches stands against the pressure here.
-        if (std::abs(s.dfActual) > 0.001f) x = min(x, s.dfActual);
-        x = min(x, (s.Ab * s.ALLOWED[OPERATING][BOLTING] - s.extLoad) / perP);
-        return x + dP;
+// The least of some pressures, or ratios, and what gave it.
+struct LEAST {
+    Real x;
+    Int by;
+    void of(Real other, Int otherBy) {
+        if (other < x) *this = {other, otherBy};
     }
+};
 
-    return min(pStress(HUB), pStress(RADIAL), pStress(TANGENTIAL), pStress(AVERAGE),
-               pStress(BOLTING), pStress(REVERSE), pStress(FULL_FACE), limits.pJ);
+// The stresses that limit a flange: a ring has neither hub nor radial stress.
+constexpr StressPlace RING_PLACES[] = {TANGENTIAL, AVERAGE, BOLTING, FULL_FACE};
+constexpr StressPlace ALL_PLACES[] = {HUB,     RADIAL,  TANGENTIAL, AVERAGE,
+                                      BOLTING, REVERSE, FULL_FACE};
+constexpr StressPlace SEATING_PLACES[] = {HUB, RADIAL, TANGENTIAL, AVERAGE, BOLTING};
+
+bool ring(const FLANGE_STATE& s) { return s.type == LOOSE_RING || s.type == LAP_JOINT; }
+
+template <class Value>
+LEAST least_of(std::span<const StressPlace> places, Int by, Value value) {
+    LEAST least{value(places[0]), by + places[0]};
+    for (const StressPlace place : places.subspan(1))
+        least.of(value(place), by + place);
+    return least;
 }
 
-Real seating_ratio(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits) {
-    const Real(&ratio)[PLACES] = s.RATIO[SEATING];
-    if (s.type == LOOSE_RING || s.type == LAP_JOINT)
-        return min(ratio[TANGENTIAL], ratio[AVERAGE], ratio[BOLTING], ratio[FULL_FACE], limits.pJs);
-    if (s.type == BLIND) return 0.0f;
-    return min(ratio[HUB], ratio[RADIAL], ratio[TANGENTIAL], ratio[AVERAGE], ratio[BOLTING],
-               limits.pJs);
+// A cover: its stress, its deflection, its bolts.
+LEAST cover_limit(const FLANGE_STATE& s, Real dP) {
+    const Real SPerW = s.Peq < 0.001f ? 0.0f : s.SPerW;
+    const Real top = s.ALLOWED[OPERATING][TANGENTIAL] - s.extLoad * SPerW - s.SPerDP;
+    const Real perP = bolt_load_per_pressure(s);
+    LEAST least{top / (perP * SPerW + max(s.SPerP, 0.0f)), BY_OPERATING_STRESS + TANGENTIAL};
+    // The deflection in inches stands against the pressure here.
+    if (std::abs(s.dfActual) > 0.001f) least.of(s.dfActual, BY_DEFLECTION);
+    least.of((s.Ab * s.ALLOWED[OPERATING][BOLTING] - s.extLoad) / perP, BY_BOLTS);
+    return {least.x + dP, least.by};
+}
+
+// Pressure by which the operating stresses, or the stress and bolts of a cover, reach their limits;
+// on the scale of Peq.
+LEAST operating_limit(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits, Real dP) {
+    if (s.type == BLIND) return cover_limit(s, dP);
+    const auto pStress = [&](StressPlace place) { return s.Peq * s.RATIO[OPERATING][place]; };
+    LEAST least = ring(s) ? least_of(RING_PLACES, BY_OPERATING_STRESS, pStress)
+                          : least_of(ALL_PLACES, BY_OPERATING_STRESS, pStress);
+    least.of(limits.pJ, BY_RIGIDITY);
+    return least;
+}
+
+LEAST seating_ratio(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits) {
+    if (s.type == BLIND) return {0.0f, BY_SEATING_STRESS + TANGENTIAL};
+    const auto ratio = [&](StressPlace place) { return s.RATIO[SEATING][place]; };
+    LEAST least = ring(s) ? least_of(RING_PLACES, BY_SEATING_STRESS, ratio)
+                          : least_of(SEATING_PLACES, BY_SEATING_STRESS, ratio);
+    least.of(limits.pJs, BY_RIGIDITY);
+    return least;
 }
 
 // Pressure at which a line through (pSeat, low) and (Peq, high) reaches its limit.
-Real limit_on_line(const FLANGE_STATE& s, Real pSeat, Real low, Real high, Real limit, Real least) {
+void limit_on_line(const FLANGE_STATE& s, Real pSeat, Real low, Real high, Real limit, LEAST& least,
+                   Int by) {
     const Real slope = (high - low) / (s.Peq - pSeat);
     const Real cut = high - slope * s.Peq;
-    return slope > 0.0f ? min(least, (limit - cut) / slope) : least;
+    if (slope > 0.0f) least.of((limit - cut) / slope, by);
 }
 
 // Beyond pSeat the bolts must be given more than the gasket asks for. The seating stresses grow in
 // proportion to that bolt load, linear in pressure.
-Real seating_limit_beyond(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits, Real pSeat) {
+LEAST seating_limit_beyond(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits, Real pSeat) {
     const Real SbAllow = s.ALLOWED[OPERATING][BOLTING];
     const Real SaAllow = s.ALLOWED[SEATING][BOLTING];
     const Real Wd = SbAllow * (s.Wm2 / SaAllow + s.Ab) / 2.0f;
     const Real Md = Wd * s.CF * split_multiplier(s.nSplits) * (s.C - s.G) / 2.0f;
 
-    Real least = NOT_YET_LIMITED;
+    LEAST least{NOT_YET_LIMITED, HELD_BY_NOTHING};
     for (Int i = HUB; i < PLACES; ++i) {
         const Real sLow = s.STRESS[SEATING][i] * Md / s.Matm;
-        least = limit_on_line(s, pSeat, sLow, s.STRESS[SEATING][i], s.ALLOWED[SEATING][i], least);
+        limit_on_line(s, pSeat, sLow, s.STRESS[SEATING][i], s.ALLOWED[SEATING][i], least,
+                      BY_SEATING_STRESS + i);
     }
     if (std::abs(Md) > 0.0001f && limits.seating) {
         const Real jLow = limits.pJs * s.Matm / Md;
-        least = limit_on_line(s, pSeat, 1.0f / jLow, 1.0f / limits.pJs, 1.0f, least);
+        limit_on_line(s, pSeat, 1.0f / jLow, 1.0f / limits.pJs, 1.0f, least, BY_RIGIDITY);
     }
     return least;
 }
@@ -109,32 +138,41 @@ void FLANGE_MAWP(FLANGE_STATE& s) {
     const Real dP = max(s.Peq - s.P, 0.0f);
     const RIGIDITY_LIMITS limits = rigidity_limits(s);
 
-    s.MAWPop = cut_to_hundredths(max(operating_limit(s, limits, dP) - dP, 0.0f));
+    const LEAST operating = operating_limit(s, limits, dP);
+    s.MAWPop = cut_to_hundredths(max(operating.x - dP, 0.0f));
+    s.MAWPopBy = operating.by;
 
     const Real perP = bolt_load_per_pressure(s);
     if (s.type == BLIND && s.WMaxOp > 0.0f && perP > 0.0f) {
         const Real pSeating = s.Peq < 0.001f ? 0.0f : (s.WMaxOp - s.extLoad) / perP;
         s.MAWPseat = cut_to_hundredths(pSeating);
+        s.MAWPseatBy = s.WMaxOp == s.Ab * s.Sb ? BY_BOLTS : BY_SEATING_STRESS + TANGENTIAL;
         return;
     }
 
     // Where the seating and the operating bolt load meet.
     const Real pSeat = s.Wm2 / (2.0f * s.b * PI * s.G * s.m + PI * square(s.G) / 4.0f);
     if (s.Peq <= pSeat) {
-        const Real rs = seating_ratio(s, limits);
+        const auto [rs, by] = seating_ratio(s, limits);
         s.MAWPseat = rs <= 0.99999f ? 0.0f : rs * pSeat + (rs - 1.0f) * s.Pbolt;
+        s.MAWPseatBy = by;
         return;
     }
     if (s.Matm >= -0.0001f && s.Matm <= 0.0001f) {
         s.MAWPseat = 0.0f;
+        s.MAWPseatBy = HELD_BY_NOTHING;
         TEXT_LINE("Seating M.A.W.P. not Calculable due to 0.0 Gasket Seating Moment.");
         return;
     }
 
-    Real pSeating = seating_limit_beyond(s, limits, pSeat);
+    auto [pSeating, by] = seating_limit_beyond(s, limits, pSeat);
     if (pSeating > 0.001f) pSeating = max(pSeating - dP, 0.0f);
-    if (pSeating > 10000000.0f) pSeating = 0.0f;
+    if (pSeating > 10000000.0f) {
+        pSeating = 0.0f;
+        by = HELD_BY_NOTHING;
+    }
     s.MAWPseat = cut_to_hundredths(pSeating);
+    s.MAWPseatBy = by;
 }
 
 void FLANGE_WEIGHT(Real bore, Real A, Real t, Real g1, Real Pi, Real go, Real h, Real& finished,

@@ -173,7 +173,8 @@ struct FLANGE_STATE {
     // ---- results ---------------------------------------------------------------------------------------------
     Real MAWPop = 0, MAWPseat = 0;
     Real MAWPopFixed = -1.0f, MAWPseatFixed = -1.0f; // of the mating load iterations
-    Real Pbolt = 0;                                  // pressure at which the bolts are used up
+    Int MAWPopBy = 0, MAWPseatBy = 0, MAWPopFixedBy = 0, MAWPseatFixedBy = 0; // what held them down
+    Real Pbolt = 0; // pressure at which the bolts are used up
     Real tChannelMin = 0, dfAllowUsed = 0, dfActual = 0;
     Real weightForging = 0, weightFinished = 0;
     Real tRequired = 0; // found by the current evaluation

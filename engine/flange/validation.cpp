@@ -1,6 +1,7 @@
 // The input tests of a flange. The numerical stages rely on them and guard very little themselves.
 #include "flange/validation.h"
 
+#include "flange/results.h"
 #include "frame/units.h"
 #include "report/lines.h"
 
@@ -157,8 +158,7 @@ struct FAILURE {
     Int message;
     Real value;
 };
-constexpr Int MOST_FAILURES = 50;
-static_assert(std::size(TESTS) == 42);
+static_assert(std::size(TESTS) == 42 && MOST_MESSAGES > 42);
 
 // A blind flange has no hub and no bore, and loads of a mating flange count only when asked for.
 void clear_foreign_input(STATE& s) {
@@ -172,7 +172,7 @@ void CHECK_FLANGE_INPUT(FLANGE_STATE& s, Int& fatalCount) {
     fatalCount = 0;
     clear_foreign_input(s);
 
-    FAILURE failures[MOST_FAILURES];
+    FAILURE failures[MOST_MESSAGES];
     Int count = 0;
     for (const INPUT_TEST& test : TESTS)
         if (test.fires(s)) failures[count++] = {test.message, test.value(s)};
@@ -185,11 +185,13 @@ void CHECK_FLANGE_INPUT(FLANGE_STATE& s, Int& fatalCount) {
 
     Int fatal = 0;
     for (Int i = 0; i < count; ++i) {
+        NOTE_MESSAGE(failures[i].message, failures[i].value);
         FLANGE_MESSAGE(failures[i].message, failures[i].value, fatal, s.element1, s.code);
         fatalCount += fatal;
         if (fatal == 1 && s.element1 < 0) return; // stand-alone form: the first one ends it
     }
     if (fatalCount == 0) return;
+    NOTE_MESSAGE(FATAL_ERROR_COUNT, static_cast<Real>(fatalCount));
     FLANGE_MESSAGE(FATAL_ERROR_COUNT, static_cast<Real>(fatalCount), fatal, s.element1, s.code);
     fatalCount = 1;
 }

@@ -301,6 +301,15 @@ void TARVANE_CALL SET_UNITS(const float* factors, const char* labels, int32_t la
     fields.give(units.weight_label);
 }
 
+void TARVANE_CALL SET_EDITION(const int32_t* new_div2_rules, const int32_t* a98) {
+    if (*new_div2_rules >= 0) tarvane::NEW_DIV_2_RULES = *new_div2_rules != 0;
+    if (*a98 >= 0) tarvane::CODE_A98_ADDENDA = *a98 != 0 ? 1 : 0;
+}
+
+void TARVANE_CALL SET_DECIMAL_COMMA(const int32_t* flag) {
+    tarvane::DECIMAL_COMMA = logical(*flag);
+}
+
 void TARVANE_CALL SET_MODULE_CODE(const int32_t* code) { tarvane::moduleCode = *code; }
 
 void TARVANE_CALL SET_TOUGHNESS_SWITCHES(const int32_t* reductions_allowed,

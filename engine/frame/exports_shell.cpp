@@ -79,6 +79,10 @@ SAME_PLACE(t_crown);
 SAME_PLACE(crown_radius);
 SAME_PLACE(modulus_design);
 SAME_PLACE(span);
+SAME_PLACE(opening_violations);
+SAME_PLACE(opening_rule);
+SAME_PLACE(opening_found);
+SAME_PLACE(opening_limit);
 #undef SAME_PLACE
 
 extern "C" {

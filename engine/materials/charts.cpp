@@ -291,6 +291,7 @@ void RESET_MATERIALS() {
     charts_loaded = false;
     chart_line_count = 0;
     EMOD_STATUS = 0;
+    MODULUS_CAME = OF_TABLE;
     COE_STATUS = 0;
     PROPERTIES = {};
     RESET_TABLE_G();

@@ -13,15 +13,16 @@ namespace tarvane {
 
 Int EMOD_STATUS = 0;
 Int COE_STATUS = 0;
+MODULUS_SOURCE MODULUS_CAME = OF_TABLE;
 PROPERTY_LOOKUP PROPERTIES;
 
 namespace {
 
 enum Status : Int { FINE = 0, FAILED = 1, FROM_CHART = 2, BEYOND_CHART = 3 };
 
-constexpr Int SKIPPED = -1;         // a reference that skips its half
-constexpr Int CARBON_STEEL = 1;     // reference number that stands in for a bad one
-constexpr Int LAST_REFERENCE = 230; // highest reference of the modulus tables
+constexpr Int SKIPPED = -1;           // a reference that skips its half
+constexpr Int REFERENCE_OF_STEEL = 1; // reference number that stands in for a bad one
+constexpr Int LAST_REFERENCE = 230;   // highest reference of the modulus tables
 constexpr Int LINE_WIDTH = 425;
 constexpr std::string_view RULE =
     "--------------------------------------------------------------------";
@@ -358,10 +359,14 @@ Real ASMEMOD(Real temperature, Int reference, Int code) {
     if (code == PD_5500 || code == EN_13445) {
         Real psi = 0.0f;
         MODULUS(CHART_CLASS(CHART_NAME.view()), psi, temperature);
+        MODULUS_CAME = psi > 0.0f ? OF_TABLE : NO_MODULUS;
         return psi / 1.0E+6f;
     }
     Real modulus = 0.0f, coefficient = 0.0f;
     READ_ELAST_ALPHA(reference, SKIPPED, 0.0f, temperature, coefficient, modulus);
+    MODULUS_CAME = EMOD_STATUS == FROM_CHART     ? OF_CHART
+                   : EMOD_STATUS == BEYOND_CHART ? CHART_EXCEEDED
+                                                 : OF_TABLE;
     if (EMOD_STATUS > FINE) PROPERTY_WARNINGS(EMOD_STATUS, COE_STATUS);
     if (EMOD_STATUS == FAILED || reference > LAST_REFERENCE) {
         BLANK_LINE();
@@ -370,8 +375,10 @@ Real ASMEMOD(Real temperature, Int reference, Int code) {
         TEXT_LINE("         Please enter the Elastic Modulus reference # in the Material ",
                   ERROR_STYLE);
         TEXT_LINE("         Properties Dialog. Carbon Steel values will be used.", ERROR_STYLE);
-        READ_ELAST_ALPHA(CARBON_STEEL, SKIPPED, 0.0f, temperature, coefficient, modulus);
+        READ_ELAST_ALPHA(REFERENCE_OF_STEEL, SKIPPED, 0.0f, temperature, coefficient, modulus);
+        MODULUS_CAME = CARBON_STEEL;
     }
+    if (!(modulus > 0.0f)) MODULUS_CAME = NO_MODULUS;
     return modulus;
 }
 

@@ -35,6 +35,16 @@ void PROPERTY_WARNINGS(Int emod_status, Int coe_status);
 // chart's highest temperature passed. COE_STATUS: 0 fine, 1 failed.
 extern Int EMOD_STATUS, COE_STATUS;
 
+// Where the modulus of the latest ASMEMOD came from, numbered as TARVANE_MODULUS_OF_TABLE and its companions.
+enum MODULUS_SOURCE : Int {
+    OF_TABLE = 0,
+    OF_CHART = 2,
+    CHART_EXCEEDED = 3,
+    CARBON_STEEL = 4,
+    NO_MODULUS = 5
+};
+extern MODULUS_SOURCE MODULUS_CAME;
+
 inline constexpr Int PROPERTY_POINTS = 36; // temperatures of an axis
 
 // What the latest lookup read.
@@ -60,8 +70,9 @@ extern PROPERTY_LOOKUP PROPERTIES;
 //   Amax      largest A of the curve, and Bmax the B there (psi)
 //   c0 c1 c2  coefficients of B against log10(A)
 // The charts "CS-3" and "NFA-11" depend on the yield stress (psi).
-void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
-                Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2, Real yield);
+void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E,
+                Real& Aelastic, Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2,
+                Real yield);
 // Twice the B at the end of the chart's curve (psi); 0 where the chart takes the yield as input.
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result);
 

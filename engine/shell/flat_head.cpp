@@ -26,17 +26,12 @@ void openings(const SHLINT_ARGUMENTS& s, Real span, PLATE& plate, TRACE* trace) 
                        .pitch = s.pitch,
                        .material = truncated(s.openingMaterial),
                        .Cin = s.C};
-    const bool violatedBefore = UG39_VIOLATION;
-    UG39_VIOLATION = false;
     IWRITE = trace != nullptr ? trace->gate : 0;
     PATTERNED_OPENINGS(call);
     IWRITE = 1;
     plate.C = call.Cout;
     plate.F = call.coverFactor;
-    SHELL.openings = UG39_VIOLATION        ? OPENINGS_VIOLATED
-                     : call.coverFlag == 1 ? OPENINGS_APART
-                                           : OPENINGS_FACTOR;
-    UG39_VIOLATION = UG39_VIOLATION || violatedBefore;
+    KEEP_OPENINGS(SHELL, call.found);
     if (trace != nullptr) {
         TRACE_COLUMN(*trace, "Attachment Factor, UG-39 (d)(1)", "C", {}, plate.C, Kind::factor);
         TRACE_COLUMN(*trace, "Spacing Factor, UG-39 (e)(2)", "F", {}, plate.F, Kind::factor);
@@ -95,7 +90,7 @@ void trace_plate(TRACE& trace, const SHLINT_ARGUMENTS& s, Real d, const ELEMENT_
         else
             TRACE_SYMBOL(trace, "tw", tc, Kind::thickness, "tc");
     }
-    TRACE_ELEMENT(trace, TEXTS[s.D2 != 0.0f][SHELL.openings != NO_OPENINGS], head);
+    TRACE_ELEMENT(trace, TEXTS[s.D2 != 0.0f][SHELL.openings != OPENINGS_FOUND::NONE], head);
 }
 
 } // namespace

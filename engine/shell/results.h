@@ -3,6 +3,7 @@
 #pragma once
 
 #include "frame/types.h"
+#include "openings/flat_head_openings.h"
 
 #include <string_view>
 
@@ -39,13 +40,6 @@ enum SHELL_LIMIT : Int {
 
 enum SHELL_STATUS : Int { SHELL_NOT_RUN = 0, SHELL_CALCULATED = 1, SHELL_NO_ELEMENT = 2 };
 
-enum SHELL_OPENINGS : Int {
-    NO_OPENINGS = 0,
-    OPENINGS_APART = 1,
-    OPENINGS_FACTOR = 2,
-    OPENINGS_VIOLATED = 3,
-};
-
 // Why Appendix 1-4(f) was not evaluated, added up.
 enum SHELL_LACK : Int { LACKS_YIELD = 1, LACKS_MODULI = 2, SKIPPED = 4 };
 
@@ -71,6 +65,8 @@ struct SHELL_RESULTS {
     Real t_crown, t_knuckle; // AD-204
     Real crown_radius, ratio, ratio_new, modulus_design, modulus_ambient;
     Real attachment_factor, spacing_factor, shape_factor, span; // flat head
+    Int opening_violations, opening_rule[OPENING_RULES];
+    Real opening_found[OPENING_RULES], opening_limit[OPENING_RULES];
 };
 inline constexpr Int SHELL_RESULTS_VERSION = 1;
 
@@ -91,6 +87,8 @@ constexpr SHELL_RESULTS shell_results_begun() {
     r.mawp_14f = r.map_nc_14f = r.t_crown = r.t_knuckle = NO_VALUE;
     r.crown_radius = r.ratio = r.ratio_new = r.modulus_design = r.modulus_ambient = NO_VALUE;
     r.attachment_factor = r.spacing_factor = r.shape_factor = r.span = NO_VALUE;
+    for (Int i = 0; i < OPENING_RULES; ++i)
+        r.opening_found[i] = r.opening_limit[i] = NO_VALUE;
     return r;
 }
 

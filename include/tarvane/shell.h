@@ -5,6 +5,7 @@
 #define TARVANE_SHELL_H
 
 #include "convention.h"
+#include "openings.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -197,7 +198,7 @@ typedef struct {
     int32_t formula;                /* TARVANE_UG_27_C_1 and so on */
     int32_t thick;                  /* logarithmic form: by the wall 1, the pressure 2, both 3 */
     int32_t knuckle;                /* 1: the knuckle of a cone counted */
-    int32_t openings;               /* UG-39: 0 none, 1 apart, 2 factor taken, 3 violated */
+    int32_t openings;               /* TARVANE_OPENINGS_APART and so on */
     int32_t thin, thin_new; /* 1: formed head up to 0.002 of its crown radius; corroded, new */
     int32_t evaluated_14f;  /* 1: Appendix 1-4(f) was evaluated for a formed head */
     int32_t lacks_14f;      /*   why not: sum of TARVANE_LACKS_... */
@@ -215,6 +216,11 @@ typedef struct {
     float ratio, ratio_new; /* corroded and new thickness over it, not under AD-204 */
     float modulus_design, modulus_ambient; /* of a formed head, not under AD-204 */
     float attachment_factor, spacing_factor, shape_factor, span; /* flat head: C, F, Z, d */
+    int32_t opening_violations;
+    int32_t opening_rule
+        [TARVANE_OPENING_RULES]; /* TARVANE_OPENING_D1_LARGE and so on, in their order */
+    float opening_found[TARVANE_OPENING_RULES]; /* the length that breaks the rule */
+    float opening_limit[TARVANE_OPENING_RULES]; /* and its limit */
 } TARVANE_SHELL_RESULTS;
 enum { TARVANE_SHELL_RESULTS_VERSION = 1 };
 TARVANE_API TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void);

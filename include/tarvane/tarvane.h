@@ -486,7 +486,8 @@ TARVANE_API void TARVANE_CALL GETNEXTUNIT(int32_t* unit);
 
 /*
 ** REPLACE_DECIMALS_WITH_COMMAS - decimal commas on a report line: each point between digits, and one
-** before a digit in column 1. Nothing happens unless the latest FLANGE_CALC asked for commas.
+** before a digit in column 1. Nothing happens unless the latest FLANGE_CALC or
+** SET_DECIMAL_COMMA asked for commas.
 **
 ** Given and returned:
 **   text, text_len  the line
@@ -745,6 +746,20 @@ TARVANE_API void TARVANE_CALL SET_MATERIAL_SELECTION(const int32_t* metric,
 TARVANE_API void TARVANE_CALL SET_UNITS(const float* factors, const char* labels,
                                         int32_t labels_len);
 
+/*
+** SET_EDITION - editions of the rules for flanges of a vessel; the stand-alone form of FLANGE_CALC sets them,
+** too, and what it sets stays. A negative value leaves its switch as it is.
+**
+** Given (state at load in brackets):
+**   new_div2_rules  [0] 1: rules and labels of VIII-2 4.16. The older Division 2 is a switch of its own,
+**                   GLOBALS_mp_G_NUSE_OLD_DIV_2
+**   a98             [0] 1: VIII-1 under its 1998 edition, A-98 addenda
+*/
+TARVANE_API void TARVANE_CALL SET_EDITION(const int32_t* new_div2_rules, const int32_t* a98);
+
+/* Logical: decimal commas on report lines; false at load. Each FLANGE_CALC sets it by its last argument. */
+TARVANE_API void TARVANE_CALL SET_DECIMAL_COMMA(const int32_t* flag);
+
 /* Design code of the modulus and rigidity steps of FLANGE_CALC, of LIS_EXEMPT_SS and WRITE_KEYED_LINE; 0
    at load. SHLEXT sets it, too, to element 1 of the setup block. */
 TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
@@ -821,6 +836,7 @@ TARVANE_API void TARVANE_CALL LAUNCH_HELP(const int32_t* topic);
 #include "foundation.h"
 #include "materials.h"
 #include "report.h"
+#include "results.h"
 #include "shell.h"
 #include "standards.h"
 #include "toughness.h"

@@ -8,6 +8,7 @@ set(BLOCKS
     en_record TARVANE_EN_RECORD
     failure_row TARVANE_FAILURE_ROW
     shell_results TARVANE_SHELL_RESULTS
+    flange_results TARVANE_FLANGE_RESULTS
     foundation_head TARVANE_FOUNDATION_HEAD
     foundation_horizontal "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->horizontal)"
     foundation_vertical "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->vertical)"
@@ -16,6 +17,30 @@ set(BLOCKS
     host_services TARVANE_HOST_SERVICES
     material_class_row TARVANE_MATERIAL_CLASS_ROW
     material_record TARVANE_MATERIAL_RECORD)
+
+# Members of flange_results are capitals and small letters in the header, of which Fortran makes no difference:
+# four have names of their own.
+set(ALIASES load_hd Hd load_ht Ht load_hg HG hub_f F)
+file(READ ${SOURCE}/include/tarvane/results.h header)
+string(REGEX MATCH "typedef struct {.*} TARVANE_FLANGE_RESULTS" header "${header}")
+string(REGEX REPLACE "/[*][^*]*[*]/" "" header "${header}")
+string(REGEX MATCHALL "[A-Za-z_][A-Za-z0-9_]*" header_words "${header}")
+list(REMOVE_DUPLICATES header_words)
+set(header_words_lower "${header_words}")
+list(TRANSFORM header_words_lower TOLOWER)
+function(name_in_header member result)
+    list(FIND ALIASES ${member} at)
+    if(NOT at EQUAL -1)
+        math(EXPR at "${at} + 1")
+        list(GET ALIASES ${at} name)
+    elseif(member MATCHES "^(hd|ht|hg|f)$")
+        set(name ${member})
+    else()
+        list(FIND header_words_lower ${member} at)
+        list(GET header_words ${at} name)
+    endif()
+    set(${result} ${name} PARENT_SCOPE)
+endfunction()
 
 file(MAKE_DIRECTORY ${FOLDER})
 execute_process(COMMAND ${FORTRAN} -fc-prototypes -fsyntax-only -J ${FOLDER}
@@ -31,10 +56,10 @@ set(code "#include \"tarvane/tarvane.h\"\n#include <stddef.h>\n")
 
 # ---- blocks --------------------------------------------------------------------------------------------
 string(APPEND code "#define SAME_SIZE(ours, theirs) _Static_assert(sizeof(ours) == sizeof(theirs), #ours);\n"
-    "#define SAME_PLACE(ours, theirs, m) _Static_assert(offsetof(ours, m) == offsetof(theirs, m) && \\\n"
-    "    sizeof(((ours*)0)->m) == sizeof(((theirs*)0)->m), #ours \".\" #m);\n"
-    "#define SAME_TYPE(ours, theirs, m) _Static_assert(__builtin_types_compatible_p( \\\n"
-    "    __typeof__(((ours*)0)->m), __typeof__(((theirs*)0)->m)), #ours \".\" #m);\n")
+    "#define SAME_PLACE(ours, theirs, m, n) _Static_assert(offsetof(ours, m) == offsetof(theirs, n) && \\\n"
+    "    sizeof(((ours*)0)->m) == sizeof(((theirs*)0)->n), #ours \".\" #m);\n"
+    "#define SAME_TYPE(ours, theirs, m, n) _Static_assert(__builtin_types_compatible_p( \\\n"
+    "    __typeof__(((ours*)0)->m), __typeof__(((theirs*)0)->n)), #ours \".\" #m);\n")
 string(REGEX MATCHALL "typedef struct [a-z_]+ {[^}]*} [a-z_]+<end>" types "${made}")
 set(names "")
 foreach(type ${types})
@@ -52,9 +77,18 @@ foreach(type ${types})
     foreach(member ${members})
         string(REGEX MATCH "\n    ([a-z_]+) [(]?[*]?([a-z0-9_]+)" found "${member}")
         set(member_name ${CMAKE_MATCH_2})
-        string(APPEND code "SAME_PLACE(${name}, ${theirs}, ${member_name})\n")
-        if(member MATCHES "^\n    (float|int) [a-z]")
-            string(APPEND code "SAME_TYPE(${name}, ${theirs}, ${member_name})\n")
+        if(name STREQUAL "flange_results")
+            name_in_header(${member_name} in_header)
+        else()
+            set(in_header ${member_name})
+        endif()
+        string(APPEND code "SAME_PLACE(${name}, ${theirs}, ${member_name}, ${in_header})\n")
+        # Tables of two rows are flat in the prototypes.
+        if(member_name MATCHES "^(stress|allowed|ratio|exceeded)$" AND name STREQUAL "flange_results")
+            string(APPEND code "SAME_TYPE(${name}, ${theirs}, ${member_name}<open>0<close>, "
+                               "${in_header}<open>0<close><open>0<close>)\n")
+        elseif(member MATCHES "^\n    (float|int) [a-z]")
+            string(APPEND code "SAME_TYPE(${name}, ${theirs}, ${member_name}, ${in_header})\n")
         endif()
     endforeach()
 endforeach()

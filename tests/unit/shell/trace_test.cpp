@@ -321,9 +321,9 @@ TEST_F(Trace, FlatHeadsWithSpansAndOpenings) {
                 e.d1 = holes > 0 ? 2.0f : 0.0f, e.edge1 = 2.0f;
                 e.d2 = holes > 1 ? 1.5f : 0.0f, e.edge2 = 2.0f, e.pitch = 3.0f;
                 check(e, D2 == 0.0f ? UG_34_C_2 : UG_34_C_3);
-                EXPECT_EQ(SHELL.openings, holes == 0   ? NO_OPENINGS
-                                          : holes == 1 ? OPENINGS_APART
-                                                       : OPENINGS_FACTOR);
+                EXPECT_EQ(SHELL.openings, holes == 0   ? OPENINGS_FOUND::NONE
+                                          : holes == 1 ? OPENINGS_FOUND::APART
+                                                       : OPENINGS_FOUND::BY_FACTOR);
                 const std::string text = text_of(TRACE_GROUP::thickness);
                 EXPECT_EQ(text.find("Z *") != std::string::npos, D2 != 0.0f) << text;
                 EXPECT_EQ(text.find("F *") != std::string::npos, holes > 0) << text;
@@ -331,10 +331,10 @@ TEST_F(Trace, FlatHeadsWithSpansAndOpenings) {
             }
         e.d1 = 2.0f, e.edge1 = 0.1f;
         check(e);
-        EXPECT_EQ(SHELL.openings, OPENINGS_VIOLATED);
+        EXPECT_EQ(SHELL.openings, OPENINGS_FOUND::IN_VIOLATION);
         e.d1 = e.d2 = 0.0f;
         check(e);
-        EXPECT_EQ(SHELL.openings, NO_OPENINGS);
+        EXPECT_EQ(SHELL.openings, OPENINGS_FOUND::NONE);
     });
 }
 
