@@ -90,24 +90,9 @@ void put_blank_padded(char* field, std::size_t width, const std::string& text) {
     std::memcpy(field, text.data(), std::min(width, text.size()));
 }
 
-// FLANGE_CALC alone switches the commas. An empty record in the stand-alone form does: its input is
-// refused behind the switch.
 void set_decimal_comma(const InputFile& file) {
-    if (!file.decimal_comma) return;
-    Outcome unused;
-    const Services services(unused);
-    float record[TARVANE_RECORD_ELEMENTS] = {};
-    TARVANE_AT(record, TARVANE_ELEMENT) = -1.0f;
-    for (int i = TARVANE_UNIT_THICKNESS; i <= TARVANE_UNIT_WEIGHT; ++i)
-        TARVANE_AT(record, i) = 1.0f;
-    const std::string text(TARVANE_TEXT_LENGTH, ' ');
-    const std::int32_t code = TARVANE_ASME_VIII_1;
-    const float efficiency = 1.0f, pressure = 0.0f;
-    float map_nc, t_req_new_cold, t_req_new, mawp, t_req;
-    std::int32_t rigidity = OFF;
-    FLANGE_CALC(record, text.data(), TARVANE_TEXT_LENGTH, &OFF, &OFF, &map_nc, &t_req_new_cold,
-                &t_req_new, &mawp, &t_req, &OFF, &rigidity, &code, &OFF, &OFF, &efficiency, &OFF,
-                &OFF, &pressure, &OFF, &ON);
+    const std::int32_t comma = file.decimal_comma ? ON : OFF;
+    SET_DECIMAL_COMMA(&comma);
 }
 
 void set_units(const InputFile& file) {

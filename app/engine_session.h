@@ -39,8 +39,7 @@ class ReportUnit {
     std::int32_t number = 0;
 };
 
-// Decimal commas of the report, when the file asks for them; for the kinds that do not go through
-// FLANGE_CALC. Behind RESET_ENGINE and before set_units: the call that switches them on sets units too.
+// Decimal commas of the report, when the file asks for them. Behind RESET_ENGINE.
 void set_decimal_comma(const InputFile& file);
 
 // Unit factors and labels of the report, dimensions of the code's metric edition. Behind

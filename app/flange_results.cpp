@@ -1,13 +1,13 @@
 #include "flange_results.h"
 
 #include "flange_checks.h"
-#include "report_view.h"
+#include "openings.h"
 #include "results.h"
 #include "tarvane/tarvane.h"
 #include "text.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <functional>
 #include <optional>
 
 namespace tarvane::app {
@@ -20,51 +20,93 @@ bool is_none(float value) { return value == TARVANE_NO_VALUE; }
 
 // ---- verdict ---------------------------------------------------------------------------------------
 
-// What the report says about one flange.
-struct ReportFindings {
-    bool refused = false; // the input check counted fatal errors
-    bool overstress = false;
-    bool bolt_area = false;
-    bool no_modulus = false; // carbon steel stands in, or none
-    std::vector<std::string> openings;
-    std::optional<float> rigidity_required, rigidity_given; // largest index of each block
-    bool deflection = false;
-};
-
-void take_rigidity(std::string_view line, std::optional<float>& largest) {
-    constexpr std::string_view REMARK = "(should be <= 1)";
-    if (line.find(REMARK) == std::string_view::npos) return;
-    const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos) return;
-    std::string number(line.substr(equals + 1));
-    std::replace(number.begin(), number.end(), ',', '.');
-    const float index = std::strtof(number.c_str(), nullptr);
-    largest = std::max(largest.value_or(0.0f), index);
+std::string_view stress_name(int place) {
+    switch (place) {
+    case TARVANE_HUB_STRESS:
+        return "longitudinal hub stress";
+    case TARVANE_RADIAL_STRESS:
+        return "radial flange stress";
+    case TARVANE_TANGENTIAL_STRESS:
+        return "tangential flange stress";
+    case TARVANE_AVERAGE_STRESS:
+        return "average flange stress";
+    case TARVANE_BOLT_STRESS:
+        return "bolt stress";
+    case TARVANE_REVERSE_STRESS:
+        return "stress at the bore of the reverse flange";
+    default:
+        return "radial stress at the bolt circle";
+    }
 }
 
-ReportFindings findings(const std::string& report) {
-    ReportFindings f;
-    std::optional<float>* rigidity = nullptr;
-    for (const ReportLine& line : report_lines(report)) {
-        const std::string_view text = line.text;
-        if (text.starts_with("Number of fatal errors: ")) f.refused = true;
-        if (text == "Warning: Actual Flange Stress Exceeds Allowable!") f.overstress = true;
-        if (text.starts_with("Flange Bolt Area Problem Encountered for")) f.bolt_area = true;
-        if (text.starts_with(
-                "Warning: Invalid reference # encountered while looking up the Young") ||
-            text.starts_with("Warning: An Error occurred determining the Elastic Modulus"))
-            f.no_modulus = true;
-        if (line.marks[4] == 1) {
-            if (text.find("UG-39") != std::string_view::npos) f.openings.push_back(to_utf8(text));
-            if (text.starts_with("Actual deflection at center")) f.deflection = true;
+std::string_view condition_name(int row) {
+    return row == TARVANE_OPERATING ? "operating" : "gasket seating";
+}
+
+using Fails = std::function<void(std::string)>;
+
+void judge_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
+                    const Fails& fails) {
+    for (const int row : {TARVANE_OPERATING, TARVANE_SEATING}) {
+        for (int place = 0; place < TARVANE_STRESS_PLACES; ++place) {
+            if (found.exceeded[row][place] == 0) continue;
+            fails("the " + std::string(stress_name(place)) + ", " +
+                  std::string(condition_name(row)) + ", " +
+                  shown(found.stress[row][place], Quantity::stress, units) +
+                  ", exceeds its allowable " +
+                  shown(found.allowed[row][place], Quantity::stress, units));
         }
-        if (text.starts_with("Flange Rigidity Based on Required Thickness"))
-            rigidity = &f.rigidity_required;
-        if (text.starts_with("Flange Rigidity Based on Given Thickness"))
-            rigidity = &f.rigidity_given;
-        if (rigidity != nullptr) take_rigidity(text, *rigidity);
     }
-    return f;
+}
+
+// "hub small end as a cylinder": what holds a pressure down, empty when it is not known.
+std::string held_down_by(int by) {
+    const auto stress = [](int first, int number) {
+        return std::string(stress_name(number - first));
+    };
+    if (by >= TARVANE_BY_OPERATING_STRESS &&
+        by < TARVANE_BY_OPERATING_STRESS + TARVANE_STRESS_PLACES)
+        return stress(TARVANE_BY_OPERATING_STRESS, by) + ", operating";
+    if (by >= TARVANE_BY_SEATING_STRESS && by < TARVANE_BY_SEATING_STRESS + TARVANE_STRESS_PLACES)
+        return stress(TARVANE_BY_SEATING_STRESS, by) + ", gasket seating";
+    switch (by) {
+    case TARVANE_BY_RIGIDITY:
+        return "rigidity index";
+    case TARVANE_BY_BOLTS:
+        return "bolts";
+    case TARVANE_BY_HUB:
+        return "hub small end as a cylinder";
+    case TARVANE_BY_DEFLECTION:
+        return "deflection of the cover";
+    default:
+        return "";
+    }
+}
+
+void judge_pressure(const TARVANE_FLANGE_RESULTS& found, float mawp, float P,
+                    const UnitSystem& units, Verdict& verdict) {
+    if (is_none(mawp)) return;
+    const std::string pressure = shown(mawp, Quantity::pressure, units);
+    const std::string by = held_down_by(found.mawp_by);
+    if (P > 0.0f && mawp < WITHIN * P) {
+        verdict.say(Status::fails, "the MAWP " + pressure + " is below the design pressure " +
+                                       shown(P, Quantity::pressure, units) +
+                                       (by.empty() ? "" : ": " + by + ", " + pressure));
+    } else if (found.mawp_by == TARVANE_BY_HUB) {
+        // Not every report shows it.
+        verdict.say(Status::fine, "note: the MAWP is held down by the " + by + ", " + pressure);
+    }
+}
+
+void judge_rigidity(const TARVANE_FLANGE_RESULTS& found, int kind, const Fails& fails) {
+    constexpr float LIMIT = 1.0001f; // as the report marks an index
+    const auto& index = kind == TARVANE_ANALYSE ? found.J_given : found.J_required;
+    for (const int row : {TARVANE_OPERATING, TARVANE_SEATING}) {
+        if (!is_none(index[row]) && index[row] > LIMIT) {
+            fails("the rigidity index, " + std::string(condition_name(row)) + ", " +
+                  number_text(index[row], 4) + ", is above 1");
+        }
+    }
 }
 
 } // namespace
@@ -79,41 +121,33 @@ Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
         verdict.say(Status::stopped, std::move(reason));
         return verdict;
     }
-    const ReportFindings f = findings(outcome.report);
-    if (f.refused) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
+    if (found.status == TARVANE_REFUSED) {
         verdict.say(Status::bad_input,
                     "the input check found fatal errors, no calculation was made");
         check_gasket(flange, outcome, units, verdict);
         return verdict;
     }
 
-    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
-    if (f.overstress) fails("a flange stress exceeds its allowable");
-    const float Ab = outcome.result(TARVANE_Ab), Am = outcome.result(TARVANE_Am);
-    if (f.bolt_area || Ab < Am) {
-        fails(f.bolt_area && !(Ab < Am)
-                  ? std::string("the bolt area is below the required one")
-                  : "the bolt area " + shown(Ab, Quantity::area, units) +
-                        " is below the required " + shown(Am, Quantity::area, units));
+    const Fails fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
+    judge_stresses(found, units, fails);
+    if (found.Ab < found.Am) {
+        fails("the bolt area " + shown(found.Ab, Quantity::area, units) +
+              " is below the required " + shown(found.Am, Quantity::area, units));
     }
     const float P = flange.record[TARVANE_P];
-    if (P > 0.0f && !is_none(outcome.mawp) && outcome.mawp < WITHIN * P) {
-        fails("the MAWP " + shown(outcome.mawp, Quantity::pressure, units) +
-              " is below the design pressure " + shown(P, Quantity::pressure, units));
-    }
+    judge_pressure(found, outcome.mawp, P, units, verdict);
     const float t = flange.record[TARVANE_t];
     const bool cover = flange.type() == TARVANE_BLIND;
     if (flange.analysis() == TARVANE_ANALYSE && cover && P >= 0.0f && WITHIN * outcome.t_req > t) {
         fails("the required thickness " + shown(outcome.t_req, Quantity::thickness, units) +
               " is above the given " + shown(t, Quantity::thickness, units));
     }
-    if (flange.analysis() != TARVANE_ANALYSE && !f.bolt_area && !(outcome.t_req > 0.0f))
+    if (flange.analysis() != TARVANE_ANALYSE && found.status != TARVANE_BOLT_AREA_SHORT &&
+        !(outcome.t_req > 0.0f))
         fails("no required thickness was found");
-    const std::optional<float>& index =
-        flange.analysis() == TARVANE_ANALYSE ? f.rigidity_given : f.rigidity_required;
-    if (index && *index > 1.0f)
-        fails("the rigidity index " + number_text(*index, 3) + " is above 1");
-    if (f.no_modulus) {
+    judge_rigidity(found, flange.analysis(), fails);
+    if (found.modulus_status >= TARVANE_MODULUS_CARBON_STEEL) {
         fails("there is no elastic modulus of table " +
               number_text(flange.record[TARVANE_MATERIAL_CLASS], 0) + " at " +
               shown_degrees(flange.record[TARVANE_T_DESIGN], units));
@@ -121,9 +155,13 @@ Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
     check_bolt_circle(flange, units, verdict);
     check_gasket(flange, outcome, units, verdict);
     check_rating(flange, outcome, units, verdict);
-    if (f.deflection) fails("the deflection of the cover is above the allowed one");
-    for (const std::string& opening : f.openings)
-        fails(opening);
+    if (found.deflection > found.deflection_allowed) {
+        fails("the deflection of the cover, " +
+              shown(found.deflection, Quantity::thickness, units) + ", is above the allowed one, " +
+              shown(found.deflection_allowed, Quantity::thickness, units));
+    }
+    for (const std::string& fault : opening_faults(faults_of(found), units))
+        fails(fault);
     check_bolt_size(flange, units, verdict);
     return verdict;
 }

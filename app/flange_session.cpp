@@ -15,6 +15,10 @@ void set_globals(const FlangeInput& flange) {
     SET_GLOBALS_FROM_TVN(&OFF, &OFF, &old_div_2, &OFF, &OFF, &ON, &OFF);
     const std::int32_t code = flange.code();
     SET_MODULE_CODE(&code);
+    const std::int32_t new_div_2 =
+        code == TARVANE_ASME_VIII_2 && flange.edition() == EDITION_CURRENT ? ON : OFF;
+    const std::int32_t a98 = flange.edition() == EDITION_A98 ? ON : OFF;
+    SET_EDITION(&new_div_2, &a98);
     const float yield = flange.setting(Setting::chart_yield);
     SET_YIELD(&yield);
     const std::int32_t failure = flange.whole_setting(Setting::failure_corrosion);
@@ -67,68 +71,45 @@ void fill_tables(const FlangeInput& flange, int number) {
     SET_MATERIAL_ITEM(&bolt_materials, &at, bolts.data(), static_cast<std::int32_t>(bolts.size()));
 }
 
-// ---- calls -----------------------------------------------------------------------------------------
+} // namespace
 
-struct Call {
-    std::int32_t write_case, code, element, div2_edition = 0, decimal_comma = 0;
-};
+void set_up_flange(const FlangeInput& flange, const InputFile& file) {
+    RESET_ENGINE();
+    set_globals(flange);
+    set_units(file);
+    fill_setup(flange);
+    fill_tables(flange, flange.number);
+}
 
-void calculate(const FlangeInput& flange, const Call& call, FlangeOutcome& outcome) {
+void call_flange(const FlangeInput& flange, const InputFile& file, std::int32_t write_case,
+                 FlangeOutcome& outcome) {
+    outcome.record = flange.record;
+    outcome.record[TARVANE_ELEMENT] = static_cast<float>(flange.number);
     const std::int32_t quiet = flange.whole_setting(Setting::quiet_overstress);
+    const std::int32_t code = flange.code(), row = flange.number;
     const std::int32_t corroded = flange.whole_setting(Setting::corroded_rigidity);
     const std::int32_t standard = flange.whole_setting(Setting::standard_flange);
+    const std::int32_t decimal_comma = file.decimal_comma ? ON : OFF;
     std::int32_t rigidity = flange.whole_setting(Setting::rigidity);
     const float joint_efficiency = flange.setting(Setting::joint_efficiency);
     const float operating = flange.setting(Setting::design_pressure_operating);
     FLANGE_CALC(outcome.record.data() + 1, flange.text.data(),
-                static_cast<std::int32_t>(flange.text.size()), &ON, &call.write_case,
-                &outcome.map_nc, &outcome.t_req_new_cold, &outcome.t_req_new, &outcome.mawp,
-                &outcome.t_req, &quiet, &rigidity, &call.code, &call.element, &call.element,
-                &joint_efficiency, &corroded, &standard, &operating, &call.div2_edition,
-                &call.decimal_comma);
+                static_cast<std::int32_t>(flange.text.size()), &ON, &write_case, &outcome.map_nc,
+                &outcome.t_req_new_cold, &outcome.t_req_new, &outcome.mawp, &outcome.t_req, &quiet,
+                &rigidity, &code, &row, &row, &joint_efficiency, &corroded, &standard, &operating,
+                &OFF, &decimal_comma);
+    outcome.found = *GETFLANGERESULTS();
 }
-
-// The rules of Division 2, 4.16, and the A-98 addenda of Division 1 are switched on by a stand-alone
-// call only, and stay on behind it. An empty record does: its input is refused behind the switches.
-void select_edition(const FlangeInput& flange) {
-    const bool current_div_2 =
-        flange.code() == TARVANE_ASME_VIII_2 && flange.edition() == EDITION_CURRENT;
-    const bool a98 = flange.edition() == EDITION_A98;
-    if (!current_div_2 && !a98) return;
-    FlangeInput empty;
-    FlangeOutcome unused;
-    unused.record[TARVANE_ELEMENT] = -1.0f;
-    for (int i = TARVANE_UNIT_THICKNESS; i <= TARVANE_UNIT_WEIGHT; ++i)
-        unused.record[static_cast<std::size_t>(i)] = 1.0f;
-    calculate(empty, {.write_case = 0, .code = flange.code(), .element = a98 ? 1 : 0}, unused);
-}
-
-} // namespace
 
 FlangeOutcome run_flange(const FlangeInput& flange, const InputFile& file) {
     FlangeOutcome outcome;
     const Services services(outcome);
-
-    RESET_ENGINE();
-    set_globals(flange);
-    select_edition(flange);
-
-    set_globals(flange); // the stand-alone call has set the material selectors
-    set_units(file);
-    fill_setup(flange);
-    fill_tables(flange, flange.number);
+    set_up_flange(flange, file);
 
     const ReportUnit report;
     report.switch_on();
-    outcome.record = flange.record;
-    outcome.record[TARVANE_ELEMENT] = static_cast<float>(flange.number);
-    const bool external = outcome.result(TARVANE_P) < 0.0f;
-    calculate(flange,
-              {.write_case = external ? 2 : 1,
-               .code = flange.code(),
-               .element = flange.number,
-               .decimal_comma = file.decimal_comma ? 1 : 0},
-              outcome);
+    const bool external = flange.record[TARVANE_P] < 0.0f;
+    call_flange(flange, file, external ? 2 : 1, outcome);
     outcome.report = report.switch_off_and_read();
     return outcome;
 }

@@ -4,6 +4,8 @@
 #include "flange_input.h"
 #include "input_file.h"
 
+#include "tarvane/results.h"
+
 #include <array>
 
 namespace tarvane::app {
@@ -15,9 +17,16 @@ struct FlangeOutcome final : Outcome {
     float t_req_new = 0.0f;
     float mawp = 0.0f;
     float t_req = 0.0f;
+    TARVANE_FLANGE_RESULTS found{};
 
     float result(int element) const { return record[static_cast<std::size_t>(element)]; }
 };
+
+// The two halves of run_flange: what the host sets, from RESET_ENGINE on, then the call with the report
+// gates as they stand. write_case as FLANGE_CALC takes it.
+void set_up_flange(const FlangeInput& flange, const InputFile& file);
+void call_flange(const FlangeInput& flange, const InputFile& file, std::int32_t write_case,
+                 FlangeOutcome& outcome);
 
 // Runs a flange of the file in the vessel form. Throws std::runtime_error when the report file cannot
 // be opened or read.

@@ -1,7 +1,7 @@
 #include "shell_results.h"
 
 #include "external_results.h"
-#include "report_view.h"
+#include "openings.h"
 #include "results.h"
 #include "tarvane/tarvane.h"
 
@@ -89,10 +89,8 @@ Verdict judge_shell(const ShellInput& shell, const ShellOutcome& outcome, const 
                     "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
                     "needs Sy and the elastic modulus of material_class");
     }
-    for (const ReportLine& line : report_lines(outcome.report)) {
-        if (line.marks[4] == 1 && line.text.find("UG-39") != std::string_view::npos)
-            fails(to_utf8(line.text));
-    }
+    for (const std::string& fault : opening_faults(faults_of(outcome.found), units))
+        fails(fault);
     return verdict;
 }
 

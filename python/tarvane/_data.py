@@ -67,12 +67,16 @@ def check_modulus(library: Library, name: str, reference: int) -> None:
         raise InputError(f"{name}: {reference} is none of {MODULUS_FILE}: {', '.join(map(str, known))}")
 
 
+_CARBON_STEEL = 4  # of MODULUS_STATUS: it stood in; above: there is no modulus
+
+
 def modulus_at(library: Library, name: str, reference: int, temperature: float, code: int) -> float:
     """ASMEMOD (millions of psi); 0.0 without the modulus file. Raises InputError where the table has no value
-    at the temperature: the engine takes carbon steel then, and tells it in the report only."""
+    at the temperature: the engine takes carbon steel then."""
     library.report_to_store()
     result = float(library.call("ASMEMOD", temperature, reference, code))
-    refused = any("Invalid reference # encountered" in line.text for line in library.report_lines())
-    if refused and library.data_file(MODULUS_FILE, beside_library=True) is not None:
+    status = Integer()
+    library.call("MODULUS_STATUS", status)
+    if status.value >= _CARBON_STEEL and library.data_file(MODULUS_FILE, beside_library=True) is not None:
         raise InputError(f"{name}: table {reference} of {MODULUS_FILE} has no modulus at {temperature:g} F")
     return result

@@ -20,14 +20,14 @@ class JudgeTest : public testing::Test {
         flange.record[TARVANE_THREADS] = TARVANE_TEMA_THREADS;
         flange.record[TARVANE_a] = 0.875f;
         outcome.record = flange.record;
-        outcome.record[TARVANE_Ab] = 5.0f;
-        outcome.record[TARVANE_Am] = 4.0f;
         outcome.mawp = 200.0f;
-    }
-    void report(const std::string& text, const std::string& marks = "") {
-        std::string line = ' ' + text;
-        line.resize(101, ' ');
-        outcome.report += line + marks + '\n';
+        TARVANE_FLANGE_RESULTS& found = outcome.found;
+        found.status = TARVANE_CALCULATED;
+        found.Ab = 5.0f;
+        found.Am = 4.0f;
+        for (auto* index : {found.J_given, found.J_required})
+            index[TARVANE_OPERATING] = index[TARVANE_SEATING] = TARVANE_NO_VALUE;
+        found.deflection = found.deflection_allowed = TARVANE_NO_VALUE;
     }
     Status status() const { return judge_flange(flange, outcome, us_units()).status; }
     std::string reason() const {
@@ -45,16 +45,39 @@ TEST_F(JudgeTest, SoundFlangeIsFine) {
     EXPECT_TRUE(judge_flange(flange, outcome, us_units()).reasons.empty());
 }
 
-TEST_F(JudgeTest, Overstress) {
-    report("Warning: Actual Flange Stress Exceeds Allowable!");
-    EXPECT_EQ(status(), Status::fails);
-    EXPECT_EQ(reason(), "a flange stress exceeds its allowable");
+// Each stress by its name and condition, with both figures: bolts are not a stress of the flange.
+TEST_F(JudgeTest, OverstressNamesTheStress) {
+    const auto exceeds = [&](int row, int place) {
+        outcome.found.stress[row][place] = 26000.0f;
+        outcome.found.allowed[row][place] = 25000.0f;
+        outcome.found.exceeded[row][place] = 1;
+        const std::string told = reason();
+        EXPECT_EQ(status(), Status::fails);
+        outcome.found.exceeded[row][place] = 0;
+        return told;
+    };
+    EXPECT_EQ(exceeds(TARVANE_SEATING, TARVANE_BOLT_STRESS),
+              "the bolt stress, gasket seating, 26000.00 psi, exceeds its allowable 25000.00 psi");
+    const std::pair<int, const char*> names[] = {
+        {TARVANE_HUB_STRESS, "longitudinal hub stress"},
+        {TARVANE_RADIAL_STRESS, "radial flange stress"},
+        {TARVANE_TANGENTIAL_STRESS, "tangential flange stress"},
+        {TARVANE_AVERAGE_STRESS, "average flange stress"},
+        {TARVANE_BOLT_STRESS, "bolt stress"},
+        {TARVANE_REVERSE_STRESS, "stress at the bore of the reverse flange"},
+        {TARVANE_FULL_FACE_STRESS, "radial stress at the bolt circle"}};
+    for (const auto& [place, name] : names) {
+        EXPECT_EQ(exceeds(TARVANE_OPERATING, place),
+                  std::string("the ") + name +
+                      ", operating, 26000.00 psi, exceeds its allowable 25000.00 psi");
+    }
+    EXPECT_EQ(status(), Status::fine);
 }
 
 TEST_F(JudgeTest, BoltAreaBelowTheRequired) {
-    outcome.record[TARVANE_Am] = 5.0f;
+    outcome.found.Am = 5.0f;
     EXPECT_EQ(status(), Status::fine);
-    outcome.record[TARVANE_Am] = 5.001f;
+    outcome.found.Am = 5.001f;
     EXPECT_EQ(reason(), "the bolt area 5.000 in² is below the required 5.001 in²");
 }
 
@@ -67,6 +90,35 @@ TEST_F(JudgeTest, PressureWithinAThousandth) {
     EXPECT_EQ(status(), Status::fine);
 }
 
+TEST_F(JudgeTest, PressureSaysWhatHoldsItDown) {
+    outcome.mawp = 100.0f;
+    const std::pair<int, const char*> limits[] = {
+        {TARVANE_BY_OPERATING_STRESS, "longitudinal hub stress, operating"},
+        {TARVANE_BY_OPERATING_STRESS + 6, "radial stress at the bolt circle, operating"},
+        {TARVANE_BY_SEATING_STRESS, "longitudinal hub stress, gasket seating"},
+        {TARVANE_BY_SEATING_STRESS + 4, "bolt stress, gasket seating"},
+        {TARVANE_BY_RIGIDITY, "rigidity index"},
+        {TARVANE_BY_BOLTS, "bolts"},
+        {TARVANE_BY_HUB, "hub small end as a cylinder"},
+        {TARVANE_BY_DEFLECTION, "deflection of the cover"}};
+    for (const auto& [by, words] : limits) {
+        outcome.found.mawp_by = by;
+        EXPECT_EQ(reason(),
+                  std::string("the MAWP 100.00 psig is below the design pressure 150.00 psig: ") +
+                      words + ", 100.00 psig");
+    }
+}
+
+TEST_F(JudgeTest, HubThatHoldsThePressureDownIsNamedWhereItIsEnough) {
+    outcome.mawp = 780.98f;
+    outcome.found.mawp_by = TARVANE_BY_HUB;
+    EXPECT_EQ(status(), Status::fine);
+    EXPECT_EQ(reason(),
+              "note: the MAWP is held down by the hub small end as a cylinder, 780.98 psig");
+    outcome.found.mawp_by = TARVANE_BY_OPERATING_STRESS;
+    EXPECT_TRUE(judge_flange(flange, outcome, us_units()).reasons.empty());
+}
+
 TEST_F(JudgeTest, ThicknessOfACover) {
     outcome.t_req = 1.6f;
     EXPECT_EQ(status(), Status::fine); // not a cover
@@ -77,14 +129,14 @@ TEST_F(JudgeTest, ThicknessOfACover) {
 }
 
 TEST_F(JudgeTest, RigidityIndexOfTheThicknessInQuestion) {
-    report("Flange Rigidity Based on Required Thickness [ASME]:");
-    report(" = 1.300 (should be <= 1)", " 0 0 0 0 1 0");
-    report("Flange Rigidity Based on Given Thickness [ASME]:");
-    report(" = 0.800 (should be <= 1)", " 0 0 0 0 1 0");
+    outcome.found.J_required[TARVANE_SEATING] = 1.3f;
+    outcome.found.J_given[TARVANE_OPERATING] = 1.0001f; // as far as a search goes
     EXPECT_EQ(status(), Status::fine);
+    outcome.found.J_given[TARVANE_OPERATING] = 1.0003f;
+    EXPECT_EQ(reason(), "the rigidity index, operating, 1.0003, is above 1");
     outcome.t_req = 1.5f;
     flange.record[TARVANE_KIND] = TARVANE_THICKNESS;
-    EXPECT_EQ(reason(), "the rigidity index 1.300 is above 1");
+    EXPECT_EQ(reason(), "the rigidity index, gasket seating, 1.3000, is above 1");
 }
 
 TEST_F(JudgeTest, SearchWithoutAThickness) {
@@ -92,6 +144,18 @@ TEST_F(JudgeTest, SearchWithoutAThickness) {
     EXPECT_EQ(reason(), "no required thickness was found");
     outcome.t_req = 1.0f;
     EXPECT_EQ(status(), Status::fine);
+    outcome.t_req = 0.0f;
+    outcome.found.status = TARVANE_BOLT_AREA_SHORT; // that is said by the areas
+    outcome.found.Am = 6.0f;
+    EXPECT_EQ(reason(), "the bolt area 5.000 in² is below the required 6.000 in²");
+}
+
+TEST_F(JudgeTest, DeflectionOfACover) {
+    outcome.found.deflection = outcome.found.deflection_allowed = 0.03f;
+    EXPECT_EQ(status(), Status::fine);
+    outcome.found.deflection = 0.04f;
+    EXPECT_EQ(reason(),
+              "the deflection of the cover, 0.0400 in., is above the allowed one, 0.0300 in.");
 }
 
 TEST_F(JudgeTest, BoltCircleBetweenGasketAndRim) {
@@ -117,18 +181,51 @@ TEST_F(JudgeTest, BoltCircleBetweenGasketAndRim) {
 TEST_F(JudgeTest, ModulusOfAnotherMaterial) {
     flange.record[TARVANE_MATERIAL_CLASS] = 77.0f;
     flange.record[TARVANE_T_DESIGN] = 300.0f;
-    report("Warning: Invalid reference # encountered while looking up the Young's Modulus!");
+    outcome.found.modulus_status = TARVANE_MODULUS_BEYOND_CHART;
+    EXPECT_EQ(status(), Status::fine);
+    outcome.found.modulus_status = TARVANE_NO_MODULUS;
+    EXPECT_EQ(status(), Status::fails);
+    outcome.found.modulus_status = TARVANE_MODULUS_CARBON_STEEL;
     EXPECT_EQ(reason(), "there is no elastic modulus of table 77 at 300 °F");
 }
 
 TEST_F(JudgeTest, OpeningsOfACover) {
-    report("UG-39(e)(4) Ligament 0.60 should be >= Min. dia./4, 0.75 in.", " 0 0 0 0 1 0");
-    report("UG-39(e)(2) Spacing 6.00 is < 2*Avg. dia. 7.00 in."); // what holds, no violation
-    EXPECT_EQ(reason(), "UG-39(e)(4) Ligament 0.60 should be >= Min. dia./4, 0.75 in.");
+    outcome.found.openings = TARVANE_OPENINGS_IN_VIOLATION;
+    outcome.found.opening_violations = 1;
+    const auto fault = [&](int rule) {
+        outcome.found.opening_rule[0] = rule;
+        outcome.found.opening_found[0] = 0.6f;
+        outcome.found.opening_limit[0] = 0.75f;
+        return reason();
+    };
+    EXPECT_EQ(
+        fault(TARVANE_OPENING_D1_LARGE),
+        "UG-39: the opening d1, 0.600 in., is above half the diameter of the head, 0.750 in.");
+    EXPECT_EQ(
+        fault(TARVANE_OPENING_D2_LARGE),
+        "UG-39: the opening d2, 0.600 in., is above half the diameter of the head, 0.750 in.");
+    EXPECT_EQ(
+        fault(TARVANE_OPENINGS_LARGE),
+        "UG-39(e): the average diameter of the openings, 0.600 in., is above a quarter of the "
+        "diameter of the head, 0.750 in.");
+    EXPECT_EQ(
+        fault(TARVANE_OPENINGS_NEAR),
+        "UG-39(e)(3): the pitch of the openings, 0.600 in., is below 1.25 times their average "
+        "diameter, 0.750 in.");
+    EXPECT_EQ(
+        fault(TARVANE_OPENING_LIGAMENT),
+        "UG-39(e)(4): the ligament between the openings, 0.600 in., is below a quarter of the "
+        "lesser diameter, 0.750 in.");
+    EXPECT_EQ(fault(TARVANE_OPENING_D1_AT_EDGE),
+              "UG-39(e)(5): the distance of the opening d1 to the edge, 0.600 in., is below a "
+              "quarter of d1, 0.750 in.");
+    EXPECT_EQ(fault(TARVANE_OPENING_D2_AT_EDGE),
+              "UG-39(e)(5): the distance of the opening d2 to the edge, 0.600 in., is below a "
+              "quarter of d2, 0.750 in.");
 }
 
 TEST_F(JudgeTest, RefusedInputIsBad) {
-    report("Number of fatal errors: 1. Analysis of this Flange will be ended.", " 0 0 0 0 0 1");
+    outcome.found.status = TARVANE_REFUSED;
     EXPECT_EQ(status(), Status::bad_input);
 }
 

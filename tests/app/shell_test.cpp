@@ -367,7 +367,10 @@ TEST_F(ShellProgram, FailsAnOpeningThatViolatesTheRules) {
     const std::string file = write("flat.toml", with("t", "t = 3", FLAT) + "d1 = 3\nedge1 = 0.5\n");
     const ProgramRun fails = run(ON_DATA + file);
     EXPECT_EQ(fails.status, 1);
-    EXPECT_EQ(fails.err, "shell 1: UG-39(e)(5) Dist. to edge 0.50 should be >= d1/4, 0.75 in.\n");
+    EXPECT_EQ(
+        fails.err,
+        "shell 1: UG-39(e)(5): the distance of the opening d1 to the edge, 0.500 in., is below a "
+        "quarter of d1, 0.750 in.\n");
 }
 
 TEST_F(ShellProgram, StandsBesideFlanges) {
