@@ -183,10 +183,11 @@ float* Call::reals() {
             else if (is_edge(chance, noise) && chance.one_in(8))
                 value = edge_real(chance, values);
         }
-        if (manner.most_thickness > 0.0f)
-            for (const int element : {TARVANE_t, TARVANE_go, TARVANE_g1})
-                if (float& value = TARVANE_AT(values, element); value > manner.most_thickness)
-                    value = chance.between(0.1f, manner.most_thickness);
+        if (const float t = TARVANE_AT(values, TARVANE_t);
+            manner.most_thickness > 0.0f && t > manner.most_thickness) {
+            scale_flange(values, manner.most_thickness / t);
+            TARVANE_AT(values, TARVANE_t) = manner.most_thickness;
+        }
         if (manner.trace)
             for (const float value : values)
                 std::fprintf(stderr, " %.9g", static_cast<double>(value));

@@ -42,7 +42,7 @@ struct Manner {
     bool trace = false;
     bool own_clock = false;      // the host always has a clock
     std::int32_t code = 0;       // not 0: the design code, unless garbage takes its place
-    float most_thickness = 0.0f; // not 0: t and go of a flange are not above it
+    float most_thickness = 0.0f; // not 0: a thicker flange is made smaller
     Witness* witness = nullptr;
 };
 

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <tuple>
 #include <type_traits>
 
@@ -33,7 +34,20 @@ void use(Chance& chance, Noise noise, TARVANE_SETUP_ELEMENT* setup) {
         setup[element - 1].real = static_cast<float>(chance.between(0, 1));
 }
 void use(Chance& chance, Noise noise, TARVANE_ELEMENT_ROW* rows) {
-    fill(chance, noise, rows, TARVANE_ELEMENT_ROWS);
+    for (int i = 0; i < 40; ++i) {
+        TARVANE_ELEMENT_ROW& row = rows[i];
+        std::memcpy(row.description, "Shell of a vessel", sizeof row.description);
+        std::memcpy(row.material, "SA-516 70       ", sizeof row.material);
+        std::memcpy(row.heat_treatment, "1       1       ", sizeof row.heat_treatment);
+        row.heat_treatment[8] = chance.of({'1', '3', '4', '5', '8'});
+        row.first_flag = chance.of({'0', '1', '1'});
+        row.second_flag = chance.of({'0', '1'});
+        row.joint_efficiency = chance.of({0.7f, 0.85f, 1.0f});
+        row.first_inspection = chance.between(0.0f, 1.0f);
+        row.second_inspection = chance.between(0.0f, 1.0f);
+        row.value = chance.between(0.0f, 100.0f);
+    }
+    if (noise != Noise::none) fill(chance, noise, rows, TARVANE_ELEMENT_ROWS);
 }
 // Texts in the fields that are numbers and switches, then garbage here and there.
 void use(Chance& chance, Noise noise, TARVANE_HOST_INPUT* input) {
@@ -69,8 +83,12 @@ void use(Chance& chance, Noise noise, TARVANE_FOUNDATION_RECORDS* records) {
 
 // ---- the call ------------------------------------------------------------------------------------
 
-// Of what a routine returns; an address has none that mean something.
-std::uint32_t bits_of(float result) { return std::bit_cast<std::uint32_t>(result); }
+// Of what a routine returns: of one that is not a number always the same; an address has none that mean
+// something.
+std::uint32_t bits_of(float result) {
+    constexpr float ANY = std::numeric_limits<float>::quiet_NaN();
+    return std::bit_cast<std::uint32_t>(result == result ? result : ANY);
+}
 std::uint32_t bits_of(std::int32_t result) { return static_cast<std::uint32_t>(result); }
 std::uint32_t bits_of(const void*) { return 0; }
 

@@ -67,6 +67,12 @@ constexpr WholeRange WHOLES[] = {
 constexpr int FLANGE_CLASSES[] = {0,   2,   6,   10,  16,  25,  40,  63,  75,   100,
                                   150, 160, 250, 300, 320, 400, 600, 900, 1500, 2500};
 
+// Inches, and millimetres of the metric classes.
+constexpr float FLANGE_SIZES[] = {0.5f,  0.75f,  1.0f,   1.5f,   2.0f,   3.0f,   4.0f,
+                                  6.0f,  8.0f,   12.0f,  16.0f,  20.0f,  24.0f,  26.0f,
+                                  30.0f, 36.0f,  48.0f,  60.0f,  15.0f,  25.0f,  50.0f,
+                                  80.0f, 100.0f, 150.0f, 300.0f, 600.0f, 1000.0f};
+
 struct Material {
     std::string_view name;
     std::int32_t reference;
@@ -252,6 +258,10 @@ std::int32_t reference_of(std::string_view name) {
 }
 
 bool sensible_real(Chance& chance, std::string_view word, float& value) {
+    if (word == "size" && !chance.one_in(3)) {
+        value = chance.of(FLANGE_SIZES);
+        return true;
+    }
     for (const RealRange& range : REALS) {
         if (range.word != word) continue;
         value = chance.one_in(3) ? range.often : chance.between(range.first, range.last);
@@ -390,17 +400,33 @@ void sensible_flange(Chance& chance, float* record) {
     at(TARVANE_MATERIAL_METRIC) = whole(0, 1);
     at(TARVANE_MATERIAL_DIV1) = whole(0, 1);
     at(TARVANE_MATERIAL_CLASS_D2) = whole(0, 1);
-    if (chance.one_in(300)) // of a size that walks in fixed steps can't get through
+    if (chance.one_in(3)) { // amply strong, so that it has something to corrode
+        at(TARVANE_P) = chance.between(5.0f, 60.0f);
+        at(TARVANE_t) = 0.12f * B + 0.5f;
+        at(TARVANE_go) = at(TARVANE_SHELL_THICKNESS) = 0.03f * B + 0.25f;
+        at(TARVANE_g1) = chance.between(1.0f, 4.0f) * at(TARVANE_go);
+        at(TARVANE_h) = chance.between(0.2f, 6.0f) * at(TARVANE_go);
+        at(TARVANE_m) = chance.between(0.5f, 2.0f);
+        at(TARVANE_y) = chance.between(0.0f, 1000.0f);
         for (const int element :
-             {TARVANE_t, TARVANE_B, TARVANE_A, TARVANE_Fod, TARVANE_Fid, TARVANE_Go, TARVANE_Gi,
-              TARVANE_go, TARVANE_g1, TARVANE_h, TARVANE_C, TARVANE_a, TARVANE_D, TARVANE_d,
-              TARVANE_SHELL_ID, TARVANE_SHELL_THICKNESS})
-            at(element) *= 10000.0f;
+             {TARVANE_MATING_OPERATING, TARVANE_MATING_SEATING, TARVANE_MATING_DESIGN,
+              TARVANE_AXIAL_FORCE, TARVANE_BENDING_MOMENT})
+            at(element) *= 0.001f;
+    }
+    if (chance.one_in(300)) // of a size that walks in fixed steps can't get through
+        scale_flange(record, 10000.0f);
     const float metric = chance.one_in(2) ? 25.4f : 1.0f;
     for (int element = TARVANE_UNIT_THICKNESS; element <= TARVANE_UNIT_WEIGHT; ++element)
         at(element) = 1.0f;
     at(TARVANE_UNIT_THICKNESS) = at(TARVANE_UNIT_DIAMETER) = metric;
     at(TARVANE_UNIT_TEMPERATURE_OFFSET) = 0.0f;
+}
+
+void scale_flange(float* record, float factor) {
+    for (const int element : {TARVANE_t, TARVANE_B, TARVANE_A, TARVANE_Fod, TARVANE_Fid, TARVANE_Go,
+                              TARVANE_Gi, TARVANE_go, TARVANE_g1, TARVANE_h, TARVANE_C, TARVANE_a,
+                              TARVANE_D, TARVANE_d, TARVANE_SHELL_ID, TARVANE_SHELL_THICKNESS})
+        TARVANE_AT(record, element) *= factor;
 }
 
 std::string sensible_slots(Chance& chance) {

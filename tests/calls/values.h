@@ -36,6 +36,8 @@ std::int32_t reference_of(std::string_view name);
 
 // A flange record and its text slots (200 reals, 435 characters).
 void sensible_flange(Chance& chance, float* record);
+// All lengths of a flange times a factor.
+void scale_flange(float* record, float factor);
 std::string sensible_slots(Chance& chance);
 
 } // namespace calls

@@ -10,9 +10,9 @@
 // own; everything in it is lost, and the files to replay a difference are left there. --limit is the time
 // of the processor that a call may take. Status 0: the same; 1: there are differences.
 //
-// All is compared as it is, the bits of what is not a number among them. Addresses are not compared; the
-// clock is the host's and stands still. A part of what a call leaves (settings, line store, tables, files)
-// counts as different where it was the same before the call.
+// All is compared as it is, but for the sign and the payload of a real that is not a number: they go with
+// the compiler. Addresses are not compared; the clock is the host's and stands still. A part of what a call
+// leaves (settings, line store, tables, files) counts as different where it was the same before the call.
 #include "folders.h"
 #include "sequence.h"
 

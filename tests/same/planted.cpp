@@ -29,6 +29,13 @@ void FACTOR_B(const float* A, const float* E, const float* A1, const float* A2, 
         *B = std::bit_cast<float>(std::bit_cast<std::uint32_t>(*B) ^ 1);
 }
 
+// No fault: another sign of what is not a number.
+void CC2286_BENDING(const float* Do, const float* t, const float* Ey, const float* Fy,
+                    const float* FS, const float* S, float* F) {
+    REAL(CC2286_BENDING)(Do, t, Ey, Fy, FS, S, F);
+    if (*F != *F) *F = -*F;
+}
+
 // A fault of memory.
 void UG84_REDUCTION(float* reduction, const float* yield) {
     if (*yield > 109.0f) std::raise(SIGSEGV);

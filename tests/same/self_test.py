@@ -76,6 +76,13 @@ def faults():
         check(text in shown[routine], text, "is missing in", shown[routine])
 
 
+def not_a_number():
+    """Its sign is no difference."""
+    done, rows = run(LIBRARY, PLANTED, "--calls", "400", "--only", "CC2286_BENDING")
+    check(rows["CC2286_BENDING"][3] == "0", rows["CC2286_BENDING"][0])
+    check(int(rows["CC2286_BENDING"][2]) >= 400, rows["CC2286_BENDING"][0])
+
+
 def figure():
     """One figure of the data files."""
     other = SCRATCH / "other data"
@@ -94,6 +101,7 @@ def figure():
 SCRATCH.mkdir(parents=True, exist_ok=True)
 itself()
 faults()
+not_a_number()
 figure()
 shutil.rmtree(SCRATCH)
 sys.exit(1 if failures else 0)

@@ -17,7 +17,7 @@ using calls::Noise;
 namespace {
 
 // The rounds of the failure corrosion loop go with the thickness: thick plates are rare.
-constexpr std::size_t LOOP_ONE_IN = 40, TO_TEN_INCHES_ONE_IN = 10, ABOVE_ONE_IN = 25;
+constexpr std::size_t LOOP_ONE_IN = 20, TO_TEN_INCHES_ONE_IN = 10, ABOVE_ONE_IN = 50;
 static_assert(LOOP_ONE_IN * ABOVE_ONE_IN >= 1000, "plates above 10 in.: once in 1,000 calls");
 
 std::uint64_t number_of(std::string_view name) {
@@ -67,7 +67,10 @@ void write_arguments(std::FILE* out, const calls::Call& call) {
 std::uint64_t digest_of(const calls::Call& call, std::uint32_t result) {
     Digest digest;
     for (const Block& block : call.arguments())
-        if (block.kind != Block::Kind::addresses) digest.add(block.content, block.size);
+        if (block.kind == Block::Kind::reals)
+            digest.add_reals(block.content, block.size);
+        else if (block.kind != Block::Kind::addresses)
+            digest.add(block.content, block.size);
     digest.add(result);
     digest.add(call.blocks_intact() ? 1 : 0);
     return digest.value();
@@ -159,7 +162,17 @@ void Sequence::start() {
     const float yield = chance.between(20000.0f, 60000.0f);
     call_if_there(library.SET_YIELD, &yield);
     call_if_there(library.SET_IWRTCA, chance.one_in(2) ? &on : &off);
+    host_blocks();
     report();
+}
+
+// What a vessel's host gives beside the arguments.
+void Sequence::host_blocks() {
+    for (const std::string_view name : {"GETELEMENTTABLES", "GETHOSTINPUT", "READ_IMPACT_TABLE"}) {
+        const calls::Routine& routine = calls::routines()[calls::routine_number(name)];
+        if (routine.exported(library) && !chance.one_in(3))
+            routine.call(library, chance, Noise::none, calls::Manner(), routine.recipe);
+    }
 }
 
 // The data files, seldom others: damaged, or none. The library's own folder is not one of them.

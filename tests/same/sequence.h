@@ -46,6 +46,7 @@ class Sequence final : calls::Witness {
     void report();
     void clear_lines();
     void folders();
+    void host_blocks();
     void call(std::size_t routine);
     void prepare_flange();
     void given(const calls::Call& call) override;

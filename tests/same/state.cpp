@@ -74,6 +74,7 @@ void write_content(std::FILE* out, const std::string& name, Form form, const cha
         if (bits == 0 && size > row) continue;
         float real = 0.0f;
         std::int32_t whole = 0;
+        if (form == Form::reals) bits = without_payload(bits);
         std::memcpy(&real, &bits, sizeof real);
         std::memcpy(&whole, &bits, sizeof whole);
         if (form == Form::reals)
@@ -92,29 +93,31 @@ State::State(const calls::Library& the_library) : library(the_library) {
 #undef TARVANE_VARIABLE
     if (library.GETSETUP != nullptr)
         add("setup", SETTINGS, Form::reals, library.GETSETUP(),
-            TARVANE_SETUP_ELEMENTS * sizeof(TARVANE_SETUP_ELEMENT), sizeof(float));
+            TARVANE_SETUP_ELEMENTS * sizeof(TARVANE_SETUP_ELEMENT), sizeof(float), true);
     if (library.GETLINESCOMFLG != nullptr)
         add("line", LINES, Form::text, library.GETLINESCOMFLG(),
             std::size_t{TARVANE_STORE_RECORDS} * TARVANE_STORE_WIDTH, TARVANE_STORE_WIDTH);
-    const auto rows = [&](std::string name, auto routine, std::size_t count, bool of_host) {
+    const auto rows = [&](std::string name, auto routine, std::size_t count, bool numbers,
+                          bool of_host) {
         if (routine == nullptr) return;
         auto* const block = routine();
         add(std::move(name), TABLES, Form::record, block, count * sizeof *block, sizeof *block,
-            of_host);
+            numbers, of_host);
     };
-    rows("element table", library.GETELEMENTTABLES, TARVANE_ELEMENT_ROWS, true);
-    rows("host input", library.GETHOSTINPUT, 1, true);
-    rows("failure table", library.GETFAILURETABLE, TARVANE_ELEMENT_ROWS, false);
-    rows("material classes", library.GETMATERIALCLASSNAMES, TARVANE_MATERIAL_CLASS_ROWS, false);
-    rows("foundation", library.GETFOUNDATION, 1, false);
+    rows("element table", library.GETELEMENTTABLES, TARVANE_ELEMENT_ROWS, false, true);
+    rows("host input", library.GETHOSTINPUT, 1, false, true);
+    rows("failure table", library.GETFAILURETABLE, TARVANE_ELEMENT_ROWS, true, false);
+    rows("material classes", library.GETMATERIALCLASSNAMES, TARVANE_MATERIAL_CLASS_ROWS, false,
+         false);
+    rows("foundation", library.GETFOUNDATION, 1, false, false);
 }
 
 void State::add(std::string name, Part part, Form form, void* bytes, std::size_t size,
-                std::size_t row, bool of_host) {
+                std::size_t row, bool numbers, bool of_host) {
     if (bytes == nullptr) return;
     char* const from = static_cast<char*>(bytes);
     regions.push_back(
-        {std::move(name), part, form, from, size, row, of_host, std::string(from, size)});
+        {std::move(name), part, form, from, size, row, numbers, of_host, std::string(from, size)});
 }
 
 void State::restore_host_blocks() const {
@@ -137,7 +140,10 @@ std::int32_t State::failure_rows() const {
 void State::digest(std::uint64_t* parts) const {
     Digest digests[PARTS];
     for (const Region& region : regions)
-        digests[region.part].add(region.bytes, region.size);
+        if (region.numbers)
+            digests[region.part].add_reals(region.bytes, region.size);
+        else
+            digests[region.part].add(region.bytes, region.size);
     digests[LINES].add(static_cast<std::uint64_t>(lines_in_use()));
     digests[TABLES].add(static_cast<std::uint64_t>(failure_rows()));
     for (const fs::path& file : files_of_working_folder()) {

@@ -37,12 +37,12 @@ class State {
         Form form;
         char* bytes;
         std::size_t size, row;
-        bool of_host;
+        bool numbers, of_host;
         std::string at_load;
     };
 
     void add(std::string name, Part part, Form form, void* bytes, std::size_t size, std::size_t row,
-             bool of_host = false);
+             bool numbers = false, bool of_host = false);
     std::int32_t lines_in_use() const;
     std::int32_t failure_rows() const;
 
