@@ -4,6 +4,8 @@
 
 #include "tarvane/tarvane.h"
 
+#include <cstddef>
+
 namespace calls {
 
 struct Library {
@@ -18,5 +20,13 @@ struct Library {
 const Library& linked_library();
 // That of a file; ends the program when there is none (loaded.cpp).
 Library loaded_library(const char* path);
+
+// Which names of the export list a library has, and a library without those that another lacks.
+inline constexpr std::size_t MOST_NAMES = 1000;
+struct Names {
+    bool there[MOST_NAMES];
+};
+Names names_of(const Library& library);
+void keep(Library& library, const Names& names);
 
 } // namespace calls

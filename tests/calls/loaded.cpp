@@ -24,4 +24,26 @@ Library loaded_library(const char* path) {
     return library;
 }
 
+Names names_of(const Library& library) {
+    Names names = {};
+    std::size_t number = 0;
+#define TARVANE_ROUTINE(name, words, decorated) names.there[number++] = library.name != nullptr;
+#define TARVANE_VARIABLE(name) names.there[number++] = library.name != nullptr;
+#include TARVANE_EXPORT_LIST
+#undef TARVANE_ROUTINE
+#undef TARVANE_VARIABLE
+    return names;
+}
+
+void keep(Library& library, const Names& names) {
+    std::size_t number = 0;
+#define TARVANE_ROUTINE(name, words, decorated)                                                    \
+    if (!names.there[number++]) library.name = nullptr;
+#define TARVANE_VARIABLE(name)                                                                     \
+    if (!names.there[number++]) library.name = nullptr;
+#include TARVANE_EXPORT_LIST
+#undef TARVANE_ROUTINE
+#undef TARVANE_VARIABLE
+}
+
 } // namespace calls

@@ -81,6 +81,8 @@ T* shared_memory() {
 
 // What the processes of one library tell.
 struct Told {
+    calls::Names names;
+    std::size_t shell_results; // bytes
     bool exported[MOST_ROUTINES];
     int sequence; // of the block
     Progress sequences[SEQUENCES];
@@ -104,7 +106,8 @@ class Side {
         if (process < 0) std::abort();
         if (process > 0) return;
         fs::current_path(folders.working_folder());
-        const calls::Library loaded = calls::loaded_library(library.c_str());
+        calls::Library loaded = calls::loaded_library(library.c_str());
+        if (kept != nullptr) calls::keep(loaded, *kept);
         work(loaded);
         std::fflush(nullptr);
         _exit(0);
@@ -116,8 +119,13 @@ class Side {
         return status;
     }
 
+    // Told in the order of the routines, too.
     void find_exports() {
         begin([&](const calls::Library& loaded) {
+            told.names = calls::names_of(loaded);
+            told.shell_results = loaded.GETSHELLRESULTS == nullptr
+                                     ? 0
+                                     : static_cast<std::size_t>(loaded.GETSHELLRESULTS()->bytes);
             for (std::size_t i = 0; i < calls::routines().size(); ++i)
                 told.exported[i] = calls::routines()[i].exported(loaded);
         });
@@ -132,7 +140,7 @@ class Side {
             progress.calls = 0;
         begin([&, shown, file](const calls::Library& loaded) {
             std::FILE* const out = file == nullptr ? nullptr : std::fopen(file, "w");
-            State state(loaded);
+            State state(loaded, shell_results);
             for (long number = first; number < last; ++number) {
                 told.sequence = static_cast<int>(number - first);
                 Progress& progress = told.sequences[told.sequence];
@@ -149,12 +157,20 @@ class Side {
         return {true, status, first + told.sequence, told.sequences[told.sequence].calls};
     }
 
+    // Calls and looks at nothing else from now on.
+    void keep(const calls::Names& names, std::size_t bytes) {
+        kept = &names;
+        shell_results = bytes;
+    }
+
     const fs::path library;
     const calls::Folders folders;
     Told& told;
 
   private:
     pid_t process = 0;
+    const calls::Names* kept = nullptr;
+    std::size_t shell_results = 0; // bytes that both libraries have
 };
 
 // ---- comparing -----------------------------------------------------------------------------------------
@@ -182,6 +198,10 @@ class Comparison {
         for (std::size_t i = 0; i < calls::routines().size(); ++i)
             exported[i] = sides[0].told.exported[i] && sides[1].told.exported[i];
         exported[BEGINNING] = true;
+        for (std::size_t i = 0; i < calls::MOST_NAMES; ++i)
+            names.there[i] = sides[0].told.names.there[i] && sides[1].told.names.there[i];
+        for (Side& side : sides)
+            side.keep(names, std::min(sides[0].told.shell_results, sides[1].told.shell_results));
     }
 
     int run() {
@@ -321,6 +341,7 @@ class Comparison {
     const Options options;
     Side sides[SIDES];
     bool exported[MOST_ROUTINES] = {};
+    calls::Names names = {};
     std::vector<Count> counts;
     std::vector<Difference> differences;
     std::map<std::string, int> kinds;

@@ -84,7 +84,7 @@ void write_content(std::FILE* out, const std::string& name, Form form, const cha
     }
 }
 
-State::State(const calls::Library& the_library) : library(the_library) {
+State::State(const calls::Library& the_library, std::size_t shell_results) : library(the_library) {
 #define TARVANE_ROUTINE(name, words, decorated)
 #define TARVANE_VARIABLE(name)                                                                     \
     add(#name, SETTINGS, Form::wholes, library.name, sizeof(std::int32_t), sizeof(std::int32_t));
@@ -110,6 +110,13 @@ State::State(const calls::Library& the_library) : library(the_library) {
     rows("material classes", library.GETMATERIALCLASSNAMES, TARVANE_MATERIAL_CLASS_ROWS, false,
          false);
     rows("foundation", library.GETFOUNDATION, 1, false, false);
+    // Version and size at its head grow with the library.
+    constexpr std::size_t HEAD = 2 * sizeof(std::int32_t);
+    if (library.GETSHELLRESULTS != nullptr && shell_results > HEAD)
+        add("shell results", TABLES, Form::reals,
+            reinterpret_cast<char*>(const_cast<TARVANE_SHELL_RESULTS*>(library.GETSHELLRESULTS())) +
+                HEAD,
+            shell_results - HEAD, sizeof(float), true);
 }
 
 void State::add(std::string name, Part part, Form form, void* bytes, std::size_t size,

@@ -23,7 +23,7 @@ void write_content(std::FILE* out, const std::string& name, Form form, const cha
 
 class State {
   public:
-    explicit State(const calls::Library& the_library);
+    State(const calls::Library& the_library, std::size_t shell_results);
 
     // The blocks that RESET_ENGINE leaves to the host, as they were at load.
     void restore_host_blocks() const;
