@@ -26,7 +26,7 @@ std::string no_chart(std::string_view given, const std::vector<std::string>& nam
     if (names.empty()) return std::string(CHART_FILE) + " is missing or holds no charts";
     if (const auto fault = data_file_fault(CHART_FILE))
         return std::string(CHART_FILE) + " is " + *fault;
-    std::string message = "no chart " + quoted(given) + " in " + std::string(CHART_FILE);
+    std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);
     // The chart of another family of materials would be no help.
@@ -140,6 +140,12 @@ std::optional<std::string> chart_in_file(std::string_view given) {
 
 std::string unknown_chart(std::string_view given) { return no_chart(given, chart_names()); }
 
+std::string missing_chart(std::string_view material, std::string_view chart) {
+    if (chart_names().empty()) return unknown_chart(chart);
+    return std::string(material) + " belongs to external pressure chart " + std::string(chart) +
+           ", which " + std::string(CHART_FILE) + " does not have";
+}
+
 bool needs_yield(std::string_view chart) {
     return holds(chart, "CS-3") || chart.starts_with("NFA-11");
 }
@@ -165,6 +171,9 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     const float yield = units.to_engine(options.yield, Quantity::stress);
     if (!std::isfinite(temperature) || !std::isfinite(yield))
         return refuse("a temperature and a yield stress are numbers");
+    if (below_absolute_zero(temperature))
+        return refuse("a temperature from absolute zero on, " +
+                      shown(ABSOLUTE_ZERO, Quantity::temperature, units) + ", is expected");
     if (options.A && !(*options.A > 0.0f && std::isfinite(*options.A)))
         return refuse("a factor A is a number above 0");
 

@@ -31,6 +31,8 @@ inline constexpr std::string_view CHART_FILE = "ExtChartData.txt";
 std::optional<std::string> chart_in_file(std::string_view given);
 // What there is to say about a name without a chart: the nearest one, or that the file is missing.
 std::string unknown_chart(std::string_view given);
+// The same about the chart that the record of a material names.
+std::string missing_chart(std::string_view material, std::string_view chart);
 // A chart whose one curve depends on the yield stress.
 bool needs_yield(std::string_view chart);
 

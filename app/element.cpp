@@ -35,6 +35,11 @@ void Reading::use(const std::string& file, const std::string& item) {
         approximate[file].insert(item);
 }
 
+void Reading::tell(std::string note) {
+    if (std::find(notes.begin(), notes.end(), note) == notes.end())
+        notes.push_back(std::move(note));
+}
+
 std::string column_heading(const Element& element) {
     const std::string description = element.description();
     if (!description.empty() || element.kind == nullptr) return description;

@@ -60,7 +60,10 @@ class Reading {
     const UnitSystem& units;
     MaterialFiles& materials;
     ApproximateUses approximate;
+    std::vector<std::string> notes; // UTF-8
 
+    // Something that the user should know, once.
+    void tell(std::string note);
     bool given(std::string_view key) const { return keys.contains(key); }
     // Given with a value that can be used, too.
     bool sound(std::string_view key) const;
@@ -106,6 +109,7 @@ struct Element {
     int line = 0;   // of its table
     int number = 1; // among the elements of its kind
     ApproximateUses approximate;
+    std::vector<std::string> notes; // of the reading, UTF-8
 
     virtual ~Element() = default;
 

@@ -152,11 +152,12 @@ bool ExternalInput::is_thin_head() const { return convex_head() && internal_head
 
 // Each of its own keys in the file comes before what the record says.
 void ExternalInput::take_material(Reading& reading) {
-    const MaterialKeys keys{.name_key = "material",
-                            .reference_key = "material_reference",
-                            .name = material(),
-                            .reference = whole_setting(N::material_reference),
-                            .selection = {.code = code()}};
+    MaterialKeys keys{.name_key = "material",
+                      .reference_key = "material_reference",
+                      .name = material(),
+                      .reference = whole_setting(N::material_reference),
+                      .selection = {.code = code()}};
+    if (reading.sound("t")) keys.thickness = setting(N::t);
     const Material* found = needs_stress() ? find_material(reading, keys, {"S", "chart"})
                                            : find_material(reading, keys, {"chart"});
     if (found == nullptr) return;
@@ -182,6 +183,7 @@ void ExternalInput::take_material(Reading& reading) {
         READ_YIELD_STRESS(found->name.data(), static_cast<std::int32_t>(found->name.size()),
                           &tensile, &*T, &yield);
         if (!(yield > 0.0f)) return;
+        note_cold(reading, *found, "YIELDSTR.BIN", *T);
         put_setting(N::Sy, yield * 1000.0f);
         reading.supply("Sy");
         if (found->approximate) reading.approximate["YIELDSTR.BIN"].insert(found->name);
@@ -195,11 +197,15 @@ void ExternalInput::find_chart(Reading& reading) {
             reading.fault("chart", "the name of a chart is expected, not an empty text");
         return;
     }
-    if (const auto name = chart_in_file(to_utf8(chart())))
+    const std::string given = to_utf8(chart());
+    if (const auto name = chart_in_file(given)) {
         texts[static_cast<std::size_t>(ExternalText::chart)] = *name;
-    else
-        reading.fault_at(reading.supplied("chart") ? "material" : "chart", "chart",
-                         unknown_chart(to_utf8(chart())));
+    } else if (!reading.supplied("chart")) {
+        reading.fault("chart", unknown_chart(given));
+    } else {
+        reading.fault_at("material", "chart", missing_chart(to_utf8(material()), given));
+        if (!reading.given("Sy")) reading.supply("Sy"); // of a chart that is not there
+    }
 }
 
 // Rows of the text tables that this element will use.

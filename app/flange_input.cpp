@@ -170,14 +170,17 @@ MaterialSelection FlangeInput::material_selection() const {
 
 // Each of its own keys in the file comes before what the record says.
 void FlangeInput::take_material(Reading& reading) {
-    const MaterialKeys keys{.name_key = "material",
-                            .reference_key = "material_reference",
-                            .name = text.substr(slot::flange_material, 15),
-                            .reference = whole_setting(Setting::material_reference),
-                            .selection = material_selection()};
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    MaterialKeys keys{.name_key = "material",
+                      .reference_key = "material_reference",
+                      .name = text.substr(slot::flange_material, 15),
+                      .reference = whole_setting(Setting::material_reference),
+                      .selection = material_selection(),
+                      .temperature = design_temperature};
+    if (reading.sound("t")) keys.thickness = record[8];
     const Material* material = find_material(reading, keys, {"Sfo", "Sfa"});
     if (material == nullptr) return;
-    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    if (!reading.given("Sfo") || !reading.given("Sfa")) sized_material = *material;
     if (const auto stress = supply_stress(reading, keys, *material, "Sfo", design_temperature))
         record[6] = *stress;
     if (const auto stress = supply_stress(reading, keys, *material, "Sfa", AMBIENT))
@@ -196,10 +199,11 @@ void FlangeInput::take_bolt_material(Reading& reading) {
                       .name = text.substr(slot::bolt_material, 15),
                       .reference = static_cast<int>(record[75]),
                       .selection = material_selection()};
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    keys.temperature = design_temperature;
     if (reading.sound("a")) keys.size = record[22];
     const Material* material = find_material(reading, keys, {"Sb", "Sa"});
     if (material == nullptr) return;
-    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
     if (const auto stress = supply_stress(reading, keys, *material, "Sb", design_temperature))
         record[19] = *stress;
     if (const auto stress = supply_stress(reading, keys, *material, "Sa", AMBIENT))
@@ -311,7 +315,10 @@ std::vector<std::string_view> FlangeInput::required(const Reading& reading) cons
     if (has("type") && type() != 7) also({"B"});
     if (analysis() == 1) also({"t"});
     if (analysis() != 3) also({"A", "C", "a", "n"});
-    const bool hub = type() == 1 || type() == 8 || has("g0") || has("g1") || has("h");
+    // g0, g1 or h of 0 says that there is no hub.
+    const bool hub = type() == 1 || type() == 8 || (has("g0") && record[TARVANE_go] != 0.0f) ||
+                     (has("g1") && record[TARVANE_g1] != 0.0f) ||
+                     (has("h") && record[TARVANE_h] != 0.0f);
     if (hub && type() != 7 && type() != 9) also({"g0", "g1", "h"});
     if (analysis() == 3 && type() == 8) also({"A"});
     if (type() == 6) also({"LjID", "LjOD"});
@@ -338,7 +345,17 @@ std::unique_ptr<Outcome> FlangeInput::calculate(const InputFile& file) const {
 }
 
 Verdict FlangeInput::judge(const Outcome& outcome, const UnitSystem& units) const {
-    return judge_flange(*this, static_cast<const FlangeOutcome&>(outcome), units);
+    const auto& own = static_cast<const FlangeOutcome&>(outcome);
+    Verdict verdict = judge_flange(*this, own, units);
+    // A thickness that was found can be above the size that the stresses hold up to.
+    const float most = sized_material ? sized_material->size_to : 0.0f;
+    if (most > 0.0f && own.t_req > most) {
+        verdict.say(Status::fails, "the stresses of " + sized_material->name + ", reference " +
+                                       std::to_string(sized_material->reference) + ", hold up to " +
+                                       shown(most, Quantity::thickness, units) + ", not for the " +
+                                       shown(own.t_req, Quantity::thickness, units) + " found");
+    }
+    return verdict;
 }
 
 std::vector<const FlangeInput*> flanges_of(const InputFile& file) {

@@ -37,6 +37,8 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
 
   private:
+    std::optional<Material> sized_material; // that stresses were taken of
+
     void write_description();
     void check_bolt_size(Reading& reading) const;
     void check_values(Reading& reading) const;

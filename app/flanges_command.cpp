@@ -150,7 +150,7 @@ Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostre
         return refuse("only a weld neck takes its bore from the wall of the pipe");
     if (wall) wall = options.units.to_engine(*wall, Quantity::thickness);
     const std::optional<float> size = nominal_size(options.size);
-    if (!size) return refuse("a nominal size is expected, not " + quoted(options.size));
+    if (!size) return refuse("a nominal size is expected, not " + echoed(options.size));
     const FlangeLookup found = look_up_flange(*flanges, *size, form, wall);
     if (!found.fault.empty()) return refuse(found.fault);
     print_flange(*flanges, *size, form, found, options.units, out);

@@ -1,5 +1,7 @@
 #include "input_file.h"
 
+#include "results.h"
+#include "syntax_message.h"
 #include "text.h"
 #include "toml_limits.h"
 #include "toml_parser.h"
@@ -20,7 +22,7 @@ int line_of(const toml::node& node) { return static_cast<int>(node.source().begi
 
 // What stands in the file, for the end of a message.
 std::string found(const toml::node& node) {
-    if (const auto* s = node.as_string()) return "the text " + quoted(s->get());
+    if (const auto* s = node.as_string()) return "the text " + echoed(s->get());
     if (const auto* b = node.as_boolean()) return b->get() ? "true" : "false";
     if (const auto* i = node.as_integer()) return std::to_string(i->get());
     if (const auto* f = node.as_floating_point()) {
@@ -281,6 +283,13 @@ std::optional<float> Reader::read_number(const toml::node& node, const Key& key)
         wrong(node, key.name, wanted, key.meaning);
         return std::nullopt;
     }
+    if (key.quantity == Quantity::temperature && below_absolute_zero(single)) {
+        wrong(node, key.name,
+              "a temperature from absolute zero on, " +
+                  shown(ABSOLUTE_ZERO, Quantity::temperature, units) + ',',
+              key.meaning);
+        return std::nullopt;
+    }
     return single;
 }
 
@@ -413,6 +422,7 @@ void Reader::read_element(const Source& source, const toml::table& common) {
                                 std::string(key.meaning) + ")");
     }
     element->approximate = std::move(reading.approximate);
+    element->notes = std::move(reading.notes);
     result.file.elements.push_back(std::move(element));
 }
 
@@ -524,9 +534,8 @@ ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* c
         const toml::table root = toml::parse(toml_text);
         Reader(result, kinds).read(root);
     } catch (const toml::parse_error& error) {
-        std::string message(error.description());
-        std::replace(message.begin(), message.end(), '\n', ' ');
-        result.faults.push_back({static_cast<int>(error.source().begin.line), "", message});
+        result.faults.push_back(syntax_fault(toml_text, static_cast<int>(error.source().begin.line),
+                                             error.description()));
     } catch (const TomlAssertion&) {
         result.faults.push_back({1, "", "the file cannot be read as TOML"});
     }

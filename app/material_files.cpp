@@ -1,6 +1,7 @@
 #include "material_files.h"
 
 #include "data_files_check.h"
+#include "results.h"
 #include "text.h"
 
 #include <algorithm>
@@ -95,9 +96,19 @@ bool Material::has_allowable_at(float temperature) const {
     return !allowables().empty() && !(temperature > last_temperature() + 0.01f);
 }
 
-bool Material::takes_size(float diameter) const {
-    return (size_above <= 0.0f || diameter > size_above) &&
-           (size_to <= 0.0f || diameter <= size_to);
+bool Material::takes_size(float size) const {
+    constexpr float ROUNDING = 1.0e-4f; // of a size in other units
+    return (size_above <= 0.0f || size > size_above + ROUNDING) &&
+           (size_to <= 0.0f || size <= size_to + ROUNDING);
+}
+
+std::string size_range(const Material& m, const UnitSystem& units) {
+    std::string text;
+    if (m.size_above > 0.0f) text = "above " + shown(m.size_above, Quantity::thickness, units);
+    if (m.size_to > 0.0f)
+        text +=
+            (text.empty() ? "up to " : ", up to ") + shown(m.size_to, Quantity::thickness, units);
+    return text;
 }
 
 std::string_view curve_name(int curve) {
@@ -174,13 +185,9 @@ std::string no_materials(const MaterialSelection& selection) {
 
 std::string unknown_material(std::string_view name, const MaterialSelection& selection,
                              MaterialFiles& files) {
-    if (selection.file_code() != TARVANE_ASME_VIII_1 &&
-        selection.file_code() != TARVANE_ASME_VIII_2)
-        return "no material " + quoted(name) +
-               ": this code has no material file (force_div1 = true takes that of VIII-1)";
     if (files.all(selection).empty())
-        return "no material " + quoted(name) + ": " + no_materials(selection);
-    std::string message = "no material " + quoted(name) + " in " + selection.file();
+        return "no material " + echoed(name) + ": " + no_materials(selection);
+    std::string message = "no material " + echoed(name) + " in " + selection.file();
     const std::vector<std::string> near = files.near_names(name, selection, 3);
     if (!near.empty()) message += near.size() == 1 ? "; the nearest is " : "; the nearest are ";
     for (std::size_t i = 0; i < near.size(); ++i)

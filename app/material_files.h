@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tarvane/tarvane.h"
+#include "units.h"
 
 #include <compare>
 #include <map>
@@ -57,9 +58,15 @@ struct Material {
     // the last one.
     float allowable_at(float temperature) const;
     bool has_allowable_at(float temperature) const;
-    // A bolt of this size belongs to this record, as far as it has limits.
-    bool takes_size(float diameter) const;
+    // The first stress holds down to this temperature: the head of the first column of the tables.
+    float coldest() const { return selection.metric ? -22.0f : -20.0f; }
+    // A bolt of this size, or another product of this thickness, belongs to this record, as far as it has
+    // limits.
+    bool takes_size(float size) const;
 };
+
+// "above 2.5000 in., up to 4.0000 in."; empty without limits.
+std::string size_range(const Material& material, const UnitSystem& units);
 
 // "A" to "D", "impact" (tested by its specification), "exempt"; empty without a curve.
 std::string_view curve_name(int curve);

@@ -16,6 +16,9 @@ struct MaterialKeys {
     int reference = 0; // 0: not given
     MaterialSelection selection;
     std::optional<float> size = {}; // of a bolt, which can tell records apart
+    // Of the wall: a record of another thickness is none, whoever names it.
+    std::optional<float> thickness = {};
+    std::optional<float> temperature = {}; // design temperature, for messages
 };
 
 // The record. A null pointer without one: with a fault when the element needs it, that is when the
@@ -30,6 +33,10 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
                                    std::optional<float> temperature);
 
 inline constexpr float AMBIENT = 70.0f; // degrees F
+
+// A note where a temperature is below those that the first figure of a record holds for.
+void note_cold(Reading& reading, const Material& material, std::string_view file,
+               float temperature);
 
 // "9A" is 9; 0 without a number.
 int p_number_of(const Material& material);

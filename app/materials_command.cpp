@@ -50,15 +50,6 @@ std::string last_temperature(const Material& m, const UnitSystem& units) {
     return temperature_text(m.last_temperature(), units);
 }
 
-std::string size_range(const Material& m, const UnitSystem& units) {
-    std::string text;
-    if (m.size_above > 0.0f) text = "above " + shown(m.size_above, Quantity::thickness, units);
-    if (m.size_to > 0.0f)
-        text +=
-            (text.empty() ? "up to " : ", up to ") + shown(m.size_to, Quantity::thickness, units);
-    return text;
-}
-
 // ---- list ------------------------------------------------------------------------------------------
 
 struct Column {
@@ -145,7 +136,7 @@ void print_record(const Material& m, const UnitSystem& units, std::ostream& out)
     line("Expansion coefficient table", number(m.expansion));
     if (m.thickness_limit > 0.0f)
         line("Thickness limit", shown(m.thickness_limit, Quantity::thickness, units));
-    line("Bolt size", size_range(m, units));
+    line(m.form == "Bolting" ? "Bolt size" : "Thickness", size_range(m, units));
     if (m.impact_temperature < 1)
         line("Impact tested at",
              shown(static_cast<float>(m.impact_temperature), Quantity::temperature, units));

@@ -144,6 +144,8 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
         const std::string name = name_of(*element);
         for (const std::string& message : outcome->messages)
             err << name << ": " << to_utf8(message) << '\n';
+        for (const std::string& note : element->notes)
+            err << name << ": note: " << note << '\n';
         for (const std::string& reason : c.verdicts[i].reasons)
             err << name << ": " << reason << '\n';
     }

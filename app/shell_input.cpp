@@ -77,11 +77,12 @@ float yield_at(const Material& material, float temperature) {
 
 // Each of its own keys in the file comes before what the record says.
 void ShellInput::take_material(Reading& reading) {
-    const MaterialKeys keys{.name_key = "material",
-                            .reference_key = "material_reference",
-                            .name = material(),
-                            .reference = whole_setting(N::material_reference),
-                            .selection = {.code = whole_setting(N::code)}};
+    MaterialKeys keys{.name_key = "material",
+                      .reference_key = "material_reference",
+                      .name = material(),
+                      .reference = whole_setting(N::material_reference),
+                      .selection = {.code = whole_setting(N::code)}};
+    if (reading.sound("t")) keys.thickness = setting(N::t);
     const Material* record = find_material(reading, keys, {"S", "Sa"});
     if (record == nullptr) return;
     const auto T = reading.sound("T") ? std::optional(setting(N::T)) : std::nullopt;
@@ -98,7 +99,10 @@ void ShellInput::take_material(Reading& reading) {
         reading.rely_on(YIELD_FILE);
         const float yield = yield_at(*record, *T);
         put_setting(N::Sy, yield);
-        if (yield > 0.0f) reading.use("YIELDSTR.BIN", record->name);
+        if (yield > 0.0f) {
+            note_cold(reading, *record, "YIELDSTR.BIN", *T);
+            reading.use("YIELDSTR.BIN", record->name);
+        }
     }
     if (!reading.given("Sy_cold")) put_setting(N::Sy_cold, record->yield);
 }

@@ -108,7 +108,7 @@ const FlangeClass* find_class(const std::vector<FlangeClass>& classes, std::stri
 std::string unknown_class(std::string_view name, const std::vector<FlangeClass>& classes) {
     const std::string file(STANDARD_FLANGE_FILE);
     if (classes.empty()) return file + " is missing or empty";
-    return "no class " + quoted(name) + " in " + file + "; there are " + names_of(classes);
+    return "no class " + echoed(name) + " in " + file + "; there are " + names_of(classes);
 }
 
 std::optional<float> nominal_size(std::string_view text) {

@@ -176,4 +176,16 @@ std::string printable(std::string_view utf8) {
 
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
+std::string cut(std::string_view utf8) {
+    constexpr std::size_t LONGEST = 60;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const bool begins = (static_cast<unsigned char>(utf8[i]) & 0xC0u) != 0x80u;
+        if (begins && count++ == LONGEST) return std::string(utf8.substr(0, i)) + "...";
+    }
+    return std::string(utf8);
+}
+
+std::string echoed(std::string_view utf8) { return quoted(cut(utf8)); }
+
 } // namespace tarvane::app

@@ -33,4 +33,8 @@ std::string printable(std::string_view utf8);
 
 std::string quoted(std::string_view text);
 
+// What a user wrote as messages repeat it: cut after 60 characters, and the same in quotation marks.
+std::string cut(std::string_view utf8);
+std::string echoed(std::string_view utf8);
+
 } // namespace tarvane::app

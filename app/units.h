@@ -51,6 +51,10 @@ struct UnitSystem {
     float to_file(float value, Quantity quantity) const;
 };
 
+// Degrees F. A temperature of a file reaches it in single precision.
+inline constexpr float ABSOLUTE_ZERO = -459.67f;
+constexpr bool below_absolute_zero(float fahrenheit) { return fahrenheit < ABSOLUTE_ZERO - 0.001f; }
+
 UnitSystem us_units();
 UnitSystem si_units();
 

@@ -284,8 +284,9 @@ TEST_F(MaterialKey, ThatIsUnknownIsAFaultWhereItIsNeeded) {
                                                "MATFILE1.BIN; the nearest is SA-516 70"});
     EXPECT_EQ(
         fault_lines(flange({"Sfa"}, "code = 4\nmaterial = \"SA-516 70\"\n")),
-        std::vector<std::string>{"f:27: material: no material \"SA-516 70\": this code has no "
-                                 "material file (force_div1 = true takes that of VIII-1)"});
+        std::vector<std::string>{
+            "f:27: material: EN 13445 takes no allowable stress from a material file: Sfa is to be "
+            "given (force_div1 = true takes those of VIII-1)"});
     EXPECT_TRUE(fault_lines(flange({"Sfa"}, "code = 4\nmaterial = \"SA-516 70\"\n"
                                             "force_div1 = true\n"))
                     .empty());
