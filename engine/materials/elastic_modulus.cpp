@@ -7,6 +7,7 @@
 #include "materials/modulus.h"
 #include "report/lines.h"
 
+#include <cstring>
 #include <limits>
 
 namespace tarvane {
@@ -43,7 +44,7 @@ std::string_view columns(std::string_view line, std::size_t first, std::size_t l
 
 // ---- lines of the table --------------------------------------------------------------------------
 
-enum class LineKind : char { modulus_mark, coefficient_mark, axis, row, unreadable };
+enum class LineKind : char { unreadable, modulus_mark, coefficient_mark, axis, row };
 
 // A line that is no comment.
 struct TABLE_LINE {
@@ -292,6 +293,13 @@ bool open_table(Int unit, bool& in_memory) {
 }
 
 } // namespace
+
+void RESET_MODULUS_TABLE() {
+    std::memset(static_cast<void*>(kept_lines), 0, sizeof kept_lines);
+    kept_count = 0;
+    kept_file = KEPT_FILE{};
+    kept_whole = false;
+}
 
 void READ_ELAST_ALPHA(Int emod_ref, Int coe_ref, Real coe_temperature, Real emod_temperature,
                       Real& coe_out, Real& emod_out) {

@@ -77,6 +77,8 @@ void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, 
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result);
 
 // Working axis, chart table, lookup state, Table G and class names back to their state at load.
+// The kept content of "ElastAlp07.txt" is forgotten; RESET_MATERIALS calls it.
+void RESET_MODULUS_TABLE();
 void RESET_MATERIALS();
 
 } // namespace tarvane

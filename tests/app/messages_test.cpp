@@ -77,7 +77,7 @@ TEST_F(Messages, RepeatSixtyCharactersOfAValue) {
 
     const std::string value(5000, 'x'), start(60, 'x');
     for (const std::string& line : {"P = " + value, "P = \"" + value + '"', "P = 10 " + value,
-                                    "description = \"" + value, value, "type = \"" + value + '"'}) {
+                                    "description = \"" + value, "type = \"" + value + '"'}) {
         const auto faults = fault_lines("[[flange]]\n" + line + '\n');
         bool cut_off = false;
         for (const std::string& fault : faults) {
