@@ -39,6 +39,8 @@ namespace fs = std::filesystem;
 
 constexpr int SIDES = 2, SEQUENCES = 16; // of a process
 constexpr std::size_t MOST_ROUTINES = 1000, MOST_REPLAYS = 4;
+// Seconds after which a sequence is taken for blocked, however busy the machine is.
+constexpr long BLOCKED = 600;
 // What ends between two calls ends there.
 const std::size_t BEGINNING = calls::routines().size();
 
@@ -145,7 +147,7 @@ class Side {
                 told.sequence = static_cast<int>(number - first);
                 Progress& progress = told.sequences[told.sequence];
                 progress.in_call = false;
-                alarm(static_cast<unsigned>(plan.limit * MOST_CALLS));
+                alarm(static_cast<unsigned>(BLOCKED + plan.limit * MOST_CALLS));
                 Sequence(plan, number, loaded, state, progress)
                     .run(number == last - 1 ? shown : -1, out);
             }
