@@ -165,10 +165,14 @@ void check_gasket(const FlangeInput& flange, const FlangeOutcome& outcome, const
     check_partition(flange, units, verdict);
     const std::optional<Face> face = face_of(flange, outcome);
     if (!face) {
-        if (given(flange, TARVANE_P) < 0.0f) {
-            verdict.say(Status::fine,
-                        "note: the contact width of the gasket was not checked: under "
-                        "external pressure a design does not give back its face");
+        // The face of such a design is not given back; the width that was taken is.
+        const float N = outcome.found.N;
+        if (given(flange, TARVANE_P) < 0.0f && outcome.found.status != TARVANE_REFUSED &&
+            !(N > 0.0f)) {
+            verdict.say(Status::fails, N == TARVANE_NO_VALUE
+                                           ? "the contact width of the gasket was not checked"
+                                           : "the gasket has no contact width: N " +
+                                                 shown(N, Quantity::diameter, units));
         }
         return;
     }

@@ -150,13 +150,16 @@ TEST(Gasket, WithoutContactFailsOfADesignedFlangeToo) {
     EXPECT_EQ(sound.verdict.status, Status::fine) << sound.verdict.reasons.front();
 }
 
-TEST(Gasket, OfADesignUnderExternalPressureIsNotChecked) {
+TEST(Gasket, OfADesignUnderExternalPressureIsCheckedByItsWidth) {
     const FlangeRun run = calculate(with("P", "P = -15", WITHOUT_FACE));
     EXPECT_EQ(run.outcome.result(TARVANE_DESIGNED_C), 0.0f);
     ASSERT_FALSE(run.verdict.reasons.empty());
-    EXPECT_EQ(run.verdict.reasons.back(),
-              "note: the contact width of the gasket was not checked: under external pressure a "
-              "design does not give back its face");
+    EXPECT_EQ(run.verdict.status, Status::fails);
+    EXPECT_EQ(run.verdict.reasons.back(), "the gasket has no contact width: N 0.000 in.");
+    const FlangeRun sound = calculate(with("P", "P = -15", with("Gi", "Gi = 30", WITHOUT_FACE)));
+    EXPECT_GT(sound.outcome.found.N, 0.0f);
+    for (const std::string& reason : sound.verdict.reasons)
+        EXPECT_EQ(reason.find("contact width"), std::string::npos) << reason;
 }
 
 TEST(Gasket, WithoutContactHasItsFiguresWhenTheEngineRefusesIt) {
