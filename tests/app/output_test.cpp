@@ -93,7 +93,8 @@ TEST_F(Output, AReportThatHasNoRoomLeavesTheOldOne) {
 }
 
 TEST_F(Output, ALineThatIsLostIsAnError) {
-    const auto line = [] { WRITE_TEXT("a line", 6, &ON); };
+    const std::int32_t plain[6] = {};
+    const auto line = [&plain] { WRITE_TEXT("a line", 6, plain); };
     RESET_ENGINE();
     ReportUnit whole;
     whole.switch_on();

@@ -125,7 +125,7 @@ TEST_F(KeptModuli, AnOldFileIsReadOnceAndANewOneEachTime) {
     EXPECT_EQ(modulus_without_files(), 29.0f);
     EXPECT_EQ(EMOD_STATUS, 0);
     RESET_MATERIALS();
-    EXPECT_EQ(modulus_without_files(), 29.0f);
+    EXPECT_EQ(modulus_without_files(), 0.0f);
 }
 
 // Each text in a file that is read and one that is kept.
