@@ -5,7 +5,7 @@
 #include "frame/text.h"
 #include "frame/types.h"
 
-// Exported variables, one name each.
+// Exported variables, one name each; frame/exports defines them.
 extern "C" {
 extern std::int32_t FLAGS_mp_IINOSPECIAL;                  // 1: report in plain characters
 extern std::int32_t FLAGS_mp_LBSAREA;                      // kept for the host

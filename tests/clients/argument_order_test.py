@@ -101,9 +101,9 @@ def python_calls():
 
 
 header = routines(sorted((ROOT / "include/tarvane").glob("*.h")), ";")
-engine = routines(sorted((ROOT / "engine/frame").glob("exports*.cpp")), r"\{", keep_comments=True)
+engine = routines(sorted((ROOT / "engine/frame/exports").glob("*.cpp")), r"\{", keep_comments=True)
 fortran = fortran_interfaces()
-listed = re.findall(r"^TARVANE_ROUTINE\((\w+),", (ROOT / "engine/frame/exports.def.inc").read_text(), re.M)
+listed = re.findall(r"^TARVANE_ROUTINE\((\w+),", (ROOT / "engine/frame/exports/exports.def.inc").read_text(), re.M)
 check(len(listed) > 90, len(listed), "routines in the list")
 
 for name in listed:

@@ -106,7 +106,7 @@ foreach(at RANGE 0 ${count} 2)
 endforeach()
 
 # ---- routines and variables ----------------------------------------------------------------------------
-file(STRINGS ${SOURCE}/engine/frame/exports.def.inc lines REGEX "^TARVANE_(ROUTINE|VARIABLE)\\(")
+file(STRINGS ${SOURCE}/engine/frame/exports/exports.def.inc lines REGEX "^TARVANE_(ROUTINE|VARIABLE)\\(")
 file(STRINGS ${SOURCE}/fortran/win32/stdcall.inc stdcall REGEX "^ *!GCC")
 list(TRANSFORM stdcall REPLACE "^ *!GCC\\$ ATTRIBUTES STDCALL :: ([a-z0-9_]+)$" "\\1")
 set(routines 0)

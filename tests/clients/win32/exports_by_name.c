@@ -12,7 +12,7 @@ static const struct {
 } NAMES[] = {
 #define TARVANE_ROUTINE(name, words, number) {#name, "_" #name "@" #number},
 #define TARVANE_VARIABLE(name) {#name, NULL},
-#include "frame/exports.def.inc"
+#include "frame/exports/exports.def.inc"
 };
 
 static DWORD exported_names(HMODULE library) {

@@ -13,7 +13,7 @@
 
 #define TARVANE_ROUTINE(name, words, number) static __typeof__(name)* by_name_##name;
 #define TARVANE_VARIABLE(name) static int32_t* by_name_##name;
-#include "frame/exports.def.inc"
+#include "frame/exports/exports.def.inc"
 #undef TARVANE_ROUTINE
 #undef TARVANE_VARIABLE
 
@@ -41,7 +41,7 @@ static void take_all(HMODULE library, int decorated) {
         by_name_##name = (__typeof__(name)*)(void*)(decorated ? with_number : plain);              \
     }
 #define TARVANE_VARIABLE(name) by_name_##name = (int32_t*)(void*)find(library, #name);
-#include "frame/exports.def.inc"
+#include "frame/exports/exports.def.inc"
 #undef TARVANE_ROUTINE
 #undef TARVANE_VARIABLE
 }

@@ -2,11 +2,10 @@
 
 #include "bolting/bolt_spacing.h"
 #include "frame/element_tables.h"
-#include "frame/export_arguments.h"
+#include "frame/exports/exports.h"
 #include "frame/switches.h"
 #include "frame/units.h"
 #include "report/channel.h"
-#include "tarvane/tarvane.h"
 
 #include <algorithm>
 #include <cstring>
@@ -26,7 +25,7 @@ constexpr int argument_words(Result(TARVANE_CALL*)(Arguments...)) {
     static_assert(argument_words(&::name) == words, #name);                                        \
     static_assert(number == 4 * words, #name);
 #define TARVANE_VARIABLE(name) static_assert(std::is_same_v<decltype(::name), std::int32_t>, #name);
-#include "frame/exports.def.inc"
+#include "frame/exports/exports.def.inc"
 #undef TARVANE_ROUTINE
 #undef TARVANE_VARIABLE
 

@@ -1,11 +1,9 @@
 // The exported routines of external: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
 #include "external/chart_method.h"
 #include "external/members.h"
 #include "external/shlext.h"
-#include "frame/export_arguments.h"
 #include "frame/text.h"
 
 extern "C" {

@@ -1,6 +1,5 @@
 // The exported blocks of results.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
 #include "flange/results.h"
 #include "materials/modulus.h"
@@ -76,6 +75,6 @@ SAME(opening_found) SAME(opening_limit)
         return reinterpret_cast<TARVANE_FLANGE_RESULTS*>(&tarvane::FOUND);
     }
 
-void TARVANE_CALL MODULUS_STATUS(int32_t* status) { *status = tarvane::MODULUS_CAME; }
+    void TARVANE_CALL MODULUS_STATUS(int32_t * status) { *status = tarvane::MODULUS_CAME; }
 
 } // extern "C"

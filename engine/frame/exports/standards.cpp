@@ -1,8 +1,6 @@
 // The exported routines of standard flanges: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
-#include "frame/export_arguments.h"
 #include "standards/flange_dimensions.h"
 
 extern "C" {

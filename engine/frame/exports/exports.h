@@ -1,5 +1,9 @@
-// Arguments as they come over the C surface.
+// The surface as the exported routines see it: the public headers, and arguments as they come over them.
+// The files of this folder alone see the public headers and every other folder; none of those sees this one.
 #pragma once
+
+#define TARVANE_BUILD
+#include "tarvane/tarvane.h"
 
 #include "frame/types.h"
 

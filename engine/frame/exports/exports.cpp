@@ -1,6 +1,5 @@
 // The exported routines: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
 #include "bolting/bolt_material.h"
 #include "bolting/bolt_tables.h"
@@ -9,7 +8,6 @@
 #include "foundation/foundation_files.h"
 #include "frame/data_files.h"
 #include "frame/element_tables.h"
-#include "frame/export_arguments.h"
 #include "frame/switches.h"
 #include "frame/units.h"
 #include "host/install_paths.h"

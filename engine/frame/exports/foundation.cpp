@@ -1,9 +1,7 @@
 // The exported routines of the foundation files: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
 #include "foundation/foundation_files.h"
-#include "frame/export_arguments.h"
 
 #include <cstddef>
 

@@ -1,8 +1,6 @@
 // The exported routines of materials: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
-#include "frame/export_arguments.h"
 #include "materials/class_names.h"
 #include "materials/material_record.h"
 #include "materials/modulus.h"

@@ -1,8 +1,6 @@
 // The exported routines that write report lines for a host.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
-#include "frame/export_arguments.h"
 #include "report/channel.h"
 #include "report/furniture.h"
 #include "report/keyed_text.h"

@@ -1,8 +1,6 @@
 // The exported routines of shell: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
-#include "frame/export_arguments.h"
 #include "materials/ucs23_list.h"
 #include "openings/flat_head_openings.h"
 #include "shell/app_1_4f_head.h"

@@ -1,8 +1,6 @@
 // The exported routines of toughness: they unpack their arguments and call.
-#define TARVANE_BUILD
-#include "tarvane/tarvane.h"
+#include "frame/exports/exports.h"
 
-#include "frame/export_arguments.h"
 #include "toughness/impact_table.h"
 #include "toughness/material_notes.h"
 #include "toughness/mdmt.h"
