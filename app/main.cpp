@@ -1,11 +1,11 @@
 // The command line of the host.
-#include "charts.h"
-#include "flanges_command.h"
-#include "materials_command.h"
-#include "mdmt_command.h"
-#include "run.h"
-#include "standard_output.h"
-#include "text.h"
+#include "commands/chart_command.h"
+#include "commands/flanges_command.h"
+#include "commands/materials_command.h"
+#include "commands/mdmt_command.h"
+#include "commands/run.h"
+#include "terminal/standard_output.h"
+#include "values/text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -50,13 +50,15 @@ std::string plain_number(const std::string& text) {
 }
 
 // The unit system of --units.
-tarvane::app::UnitSystem units_named(const std::string& name) {
-    return tarvane::app::folded(name) == "si" ? tarvane::app::si_units() : tarvane::app::us_units();
+tarvane::vessel::UnitSystem units_named(const std::string& name) {
+    return tarvane::vessel::folded(name) == "si" ? tarvane::vessel::si_units()
+                                                 : tarvane::vessel::us_units();
 }
 
 // The whole command line; its exit status.
 int command(int argc, char** argv, std::ostream& out) {
     using namespace tarvane::app;
+    using namespace tarvane::vessel;
     CLI::App app{"Calculations of bolted flanges and flat covers of pressure vessels"};
     app.set_version_flag("--version", TARVANE_VERSION);
     app.require_subcommand(1);
@@ -165,7 +167,7 @@ int command(int argc, char** argv, std::ostream& out) {
         for (std::size_t i = 0; i < mdmt_values.size(); ++i) {
             if (mdmt_values[i].empty()) continue;
             const auto& [option, key, help, text] = MDMT_OPTIONS[i];
-            mdmt.keys.emplace_back(key, text ? tarvane::app::quoted(mdmt_values[i])
+            mdmt.keys.emplace_back(key, text ? tarvane::vessel::quoted(mdmt_values[i])
                                              : plain_number(mdmt_values[i]));
         }
         const auto flag = [&](const char* key, bool on) {
@@ -187,7 +189,7 @@ int command(int argc, char** argv, std::ostream& out) {
 int main(int argc, char** argv) {
     tarvane::app::prepare_standard_streams();
     tarvane::app::StandardOutput output;
-    int status = static_cast<int>(tarvane::app::Status::bad_input);
+    int status = static_cast<int>(tarvane::vessel::Status::bad_input);
     try {
         status = command(argc, argv, output.stream());
     } catch (const std::exception& problem) {

@@ -1,8 +1,8 @@
 #include "cases_routines.h"
 
-#include "data_folder.h"
-#include "flange_results.h"
-#include "report_view.h"
+#include "catalogue/data_folder.h"
+#include "components/flange_results.h"
+#include "document/report_view.h"
 #include "tarvane/tarvane.h"
 
 #include "bolting/bolt_spacing.h"
@@ -482,9 +482,11 @@ const Routine ROUTINES[] = {
      {"kind", "headDia", "d1", "d2", "edge1", "edge2", "pitch", "material", "Cin"},
      patterned_openings},
     {"SHLINT",
-     {"Element", "P", "Sa", "S", "E", "D", "t", "c", "k", "L", "r", "alpha", "C", "D2", "Material",
-      "Temp", "Service", "Outside", "Sy", "SyCold", "Ut", "Skip14f", "d1", "d2", "edge1", "edge2",
-      "pitch", "openingMaterial", "CorrodedK", "MaterialName"},
+     {"Element",   "P",           "Sa",      "S",       "E",     "D",      "t",
+      "c",         "k",           "L",       "r",       "alpha", "C",      "D2",
+      "Material",  "Temp",        "Service", "Outside", "Sy",    "SyCold", "Ut",
+      "Skip14f",   "d1",          "d2",      "edge1",   "edge2", "pitch",  "openingMaterial",
+      "CorrodedK", "MaterialName"},
      run_shlint},
     {"RIGIDITY_INDEX", {"rigidityPrint"}, rigidity_index},
     {"FLANGE_WEIGHT", {"bore", "A", "t", "g1", "go", "h", "density"}, flange_weight},
@@ -563,7 +565,7 @@ bool get_member(const std::string& name, Value& value) {
 
 namespace {
 
-void set_units(const app::UnitSystem& units) {
+void set_units(const vessel::UnitSystem& units) {
     std::string labels;
     for (std::string label : units.labels) {
         label.resize(10, ' ');
@@ -576,7 +578,7 @@ void set_units(const app::UnitSystem& units) {
 
 void prepare(bool si) {
     ::RESET_ENGINE();
-    set_units(si ? app::si_units() : app::us_units());
+    set_units(si ? vessel::si_units() : vessel::us_units());
     METRICCONSTANTS_mp_G_NMETRIC_CONSTANT = si ? 1 : 0;
     tarvane::SET_METRIC_CONSTANTS();
     OPEN_LINE_STORE();
@@ -606,14 +608,14 @@ std::vector<Line> stored_lines() {
 // ---- the host ----------------------------------------------------------------------------------------
 
 void run_host(const std::string& toml, Values& values, std::vector<Line>& lines) {
-    const app::ReadResult input = app::read_input(toml);
+    const vessel::ReadResult input = app::read_input(toml);
     if (!input.faults.empty())
         throw CaseError(input.faults.front().key + ": " + input.faults.front().message);
-    const app::FlangeInput& flange = *app::flanges_of(input.file).at(0);
-    const app::FlangeOutcome outcome = app::run_flange(flange, input.file);
-    for (const app::ReportLine& line : app::report_lines(outcome.report))
+    const vessel::FlangeInput& flange = *vessel::flanges_of(input.request).at(0);
+    const vessel::FlangeOutcome outcome = vessel::run_flange(flange, input.request);
+    for (const vessel::ReportLine& line : vessel::report_lines(outcome.report))
         lines.push_back({line.text, line.marks});
-    const auto status = app::judge_flange(flange, outcome, input.file.units).status;
+    const auto status = vessel::judge_flange(flange, outcome, input.request.units).status;
     values.set("mawp", static_cast<double>(outcome.mawp));
     values.set("map_nc", static_cast<double>(outcome.map_nc));
     values.set("t_req", static_cast<double>(outcome.t_req));
@@ -628,6 +630,6 @@ void run_host(const std::string& toml, Values& values, std::vector<Line>& lines)
         values.set("message(" + std::to_string(k + 1) + ")", outcome.messages[k]);
 }
 
-void use_data_folder(const std::string& folder) { app::set_data_folder(folder); }
+void use_data_folder(const std::string& folder) { vessel::set_data_folder(folder); }
 
 } // namespace cases

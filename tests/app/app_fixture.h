@@ -1,8 +1,8 @@
 // Input texts for the tests of the host, and its program run on files of a folder of the test's own.
 #pragma once
 
-#include "flange_input.h"
-#include "input_file.h"
+#include "components/flange_input.h"
+#include "input/input_file.h"
 #include "test_paths.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +16,8 @@
 #include <sys/wait.h>
 
 namespace tarvane::app {
+
+using namespace vessel;
 
 // A complete flange; each test changes what it is about.
 inline const std::string FLANGE_TOML = R"([[flange]]
@@ -66,7 +68,7 @@ inline std::vector<std::string> fault_lines(const std::string& toml) {
 inline FlangeInput flange_of(const std::string& toml) {
     const ReadResult result = read_input(toml);
     EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
-    const auto flanges = flanges_of(result.file);
+    const auto flanges = flanges_of(result.request);
     return flanges.empty() ? FlangeInput{} : *flanges.front();
 }
 

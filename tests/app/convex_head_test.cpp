@@ -1,14 +1,16 @@
 // UG-33(a)(1): heads with the pressure on their convex side, held against UG-32 for 1.67 P too.
-#include "convex_head.h"
+#include "components/convex_head.h"
 
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "external_results.h"
+#include "catalogue/data_folder.h"
+#include "components/external_results.h"
 #include "tarvane/tarvane.h"
 
 #include <cmath>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 using N = ExternalNumber;
@@ -53,9 +55,9 @@ struct ConvexRun {
     ReadResult input;
     ExternalOutcome outcome;
     const ExternalInput& element() const {
-        return static_cast<const ExternalInput&>(*input.file.elements.at(0));
+        return static_cast<const ExternalInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_external(element(), outcome, input.file.units); }
+    Verdict verdict() const { return judge_external(element(), outcome, input.request.units); }
     const ShellOutcome& head() const { return outcome.convex->results; }
     bool tells(std::string_view text) const {
         return outcome.report.find(text) != std::string::npos;
@@ -65,7 +67,8 @@ struct ConvexRun {
 ConvexRun calculate(const std::string& toml) {
     ConvexRun run{read_input(toml), {}};
     EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
-    if (!run.input.file.elements.empty()) run.outcome = run_external(run.element(), run.input.file);
+    if (!run.input.request.elements.empty())
+        run.outcome = run_external(run.element(), run.input.request);
     return run;
 }
 
@@ -157,7 +160,7 @@ TEST_F(ConvexHeads, AreShellsUnderInternalPressure) {
         text.replace(text.find("[[external]]"), 12, "[[shell]]");
         const ReadResult input = read_input(text + "Sa = 20000\n");
         ASSERT_TRUE(input.faults.empty()) << fault_line("f", input.faults.front());
-        const auto outcome = input.file.elements.at(0)->calculate(input.file);
+        const auto outcome = input.request.elements.at(0)->calculate(input.request);
         const auto& shell = static_cast<const ShellOutcome&>(*outcome);
         expect_near(head.head().found.t_required, static_cast<double>(shell.found.t_required));
         expect_near(head.head().found.mawp, static_cast<double>(shell.found.mawp));
@@ -393,15 +396,15 @@ TEST_F(ConvexHeads, OfAShellGetTheSame) {
     text.replace(text.find("[[external]]"), 12, "[[shell]]");
     const ReadResult input = read_input(text);
     ASSERT_TRUE(input.faults.empty()) << fault_line("f", input.faults.front());
-    const Element& shell = *input.file.elements.at(0);
-    const auto outcome = shell.calculate(input.file);
+    const Element& shell = *input.request.elements.at(0);
+    const auto outcome = shell.calculate(input.request);
     const std::string_view title = " Results for Maximum Allowable External Pressure";
     const std::size_t at = outcome->report.find(title);
     ASSERT_NE(at, std::string::npos);
     EXPECT_EQ(outcome->report.substr(at),
               same.outcome.report.substr(same.outcome.report.find(title)));
     // What holds for both is told once.
-    const Verdict verdict = shell.judge(*outcome, input.file.units);
+    const Verdict verdict = shell.judge(*outcome, input.request.units);
     EXPECT_EQ(verdict.status, Status::fine);
     EXPECT_EQ(verdict.reasons, same.verdict().reasons);
     EXPECT_EQ(verdict.reasons.size(), 1u);

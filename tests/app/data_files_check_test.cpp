@@ -1,7 +1,7 @@
 // Data files that are missing or damaged: named, and the end of a run whose result they decide.
 #include "app_fixture.h"
-#include "data_files_check.h"
-#include "data_folder.h"
+#include "catalogue/data_files_check.h"
+#include "catalogue/data_folder.h"
 
 #include <cstring>
 #include <functional>
@@ -9,6 +9,8 @@
 #include <sys/stat.h>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 const std::string UNDER_VACUUM = R"([[external]]

@@ -2,6 +2,8 @@
 #include "app_fixture.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 enum class PegNumber { length, shape, painted, coats, places, count };
@@ -32,7 +34,7 @@ struct Peg final : Element, Settings<PegNumber, PegText> {
         if (whole_setting(PegNumber::shape) == 1) reading.supply("length");
     }
     std::vector<std::string_view> required(const Reading&) const override { return {"length"}; }
-    std::unique_ptr<Outcome> calculate(const InputFile&) const override {
+    std::unique_ptr<Outcome> calculate(const Request&) const override {
         return std::make_unique<Outcome>();
     }
     Verdict judge(const Outcome&, const UnitSystem&) const override { return {}; }
@@ -72,21 +74,21 @@ TEST(Kinds, StandInTheOrderOfTheFileAndCountByThemselves) {
         read_input(PEG_TOML + FLANGE_TOML + PEG_TOML + "description = \"oak\"\n", LISTS);
     ASSERT_TRUE(result.faults.empty()) << fault_line("f", result.faults[0]);
     std::vector<std::string> names;
-    for (const auto& element : result.file.elements)
+    for (const auto& element : result.request.elements)
         names.push_back(name_of(*element));
     EXPECT_EQ(names, (std::vector<std::string>{"peg 1", "flange 1 (test flange)", "peg 2 (oak)"}));
-    EXPECT_EQ(flanges_of(result.file).size(), 1u);
-    EXPECT_EQ(result.file.elements[2]->line, 29);
+    EXPECT_EQ(flanges_of(result.request).size(), 1u);
+    EXPECT_EQ(result.request.elements[2]->line, 29);
 }
 
 // Lists in lines stand in their columns.
 TEST(Kinds, OfOneLineStandInTheOrderOfTheirColumns) {
     const ReadResult result =
         read_input("peg = [{length = 2}, {length = 1}, {length = 3}]\n", LISTS);
-    ASSERT_EQ(result.file.elements.size(), 3u);
+    ASSERT_EQ(result.request.elements.size(), 3u);
     const float lengths[] = {2.0f, 1.0f, 3.0f};
     for (std::size_t i = 0; i < 3; ++i) {
-        const auto& peg = static_cast<const Peg&>(*result.file.elements[i]);
+        const auto& peg = static_cast<const Peg&>(*result.request.elements[i]);
         EXPECT_EQ(peg.setting(PegNumber::length), lengths[i]);
         EXPECT_EQ(peg.number, static_cast<int>(i) + 1);
     }
@@ -95,8 +97,8 @@ TEST(Kinds, OfOneLineStandInTheOrderOfTheirColumns) {
 TEST(Kinds, TakeUnitsChoicesAndFlagsOfTheirKeys) {
     const ReadResult result =
         read_input("units = \"SI\"\n[[peg]]\nlength = 25.4\ncoats = 2\nshape = \"ROUND\"\n", LISTS);
-    ASSERT_EQ(result.file.elements.size(), 1u);
-    const auto& peg = static_cast<const Peg&>(*result.file.elements[0]);
+    ASSERT_EQ(result.request.elements.size(), 1u);
+    const auto& peg = static_cast<const Peg&>(*result.request.elements[0]);
     EXPECT_EQ(peg.setting(PegNumber::length), 1.0f);
     EXPECT_EQ(peg.whole_setting(PegNumber::shape), 1);
     EXPECT_EQ(peg.whole_setting(PegNumber::painted), 1);
@@ -104,8 +106,8 @@ TEST(Kinds, TakeUnitsChoicesAndFlagsOfTheirKeys) {
 
 TEST(Kinds, OneTableDoesWhereTheKindSaysSo) {
     const std::string single = "[peg]\nlength = 3\n";
-    EXPECT_EQ(read_input(single, SINGLES).file.elements.size(), 1u);
-    EXPECT_EQ(read_input(PEG_TOML + PEG_TOML, SINGLES).file.elements.size(), 2u);
+    EXPECT_EQ(read_input(single, SINGLES).request.elements.size(), 1u);
+    EXPECT_EQ(read_input(PEG_TOML + PEG_TOML, SINGLES).request.elements.size(), 2u);
     EXPECT_EQ(faults_of(single),
               one("f:1: peg: a list of [[peg]] tables is expected, not a table"));
 }
@@ -141,7 +143,7 @@ TEST(Kinds, AreNamedWhereAFileHasNone) {
 }
 
 TEST(Kinds, FaultOfOneElementClearsThemAll) {
-    EXPECT_TRUE(read_input(FLANGE_TOML + "[[peg]]\n", LISTS).file.elements.empty());
+    EXPECT_TRUE(read_input(FLANGE_TOML + "[[peg]]\n", LISTS).request.elements.empty());
 }
 
 } // namespace

@@ -1,12 +1,14 @@
 // [[external]]: what the file gives, published examples, verdicts, drawings.
-#include "external_session.h"
+#include "components/external_session.h"
 
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "external_results.h"
+#include "catalogue/data_folder.h"
+#include "components/external_results.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 const std::string CYLINDER_TOML = R"([[external]]
@@ -35,16 +37,17 @@ struct ExternalRun {
     ReadResult input;
     ExternalOutcome outcome;
     const ExternalInput& element() const {
-        return static_cast<const ExternalInput&>(*input.file.elements.at(0));
+        return static_cast<const ExternalInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_external(element(), outcome, input.file.units); }
+    Verdict verdict() const { return judge_external(element(), outcome, input.request.units); }
 };
 
 ExternalRun calculate(const std::string& toml) {
     set_data_folder(TARVANE_DATA_DIR);
     ExternalRun run{read_input(toml), {}};
     EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
-    if (!run.input.file.elements.empty()) run.outcome = run_external(run.element(), run.input.file);
+    if (!run.input.request.elements.empty())
+        run.outcome = run_external(run.element(), run.input.request);
     return run;
 }
 
@@ -300,9 +303,9 @@ chart = "CS-2"
 )";
     const ReadResult input = read_input(toml);
     ASSERT_TRUE(input.faults.empty()) << fault_line("f", input.faults.front());
-    const Element& shell = *input.file.elements.at(0);
-    const auto outcome = shell.calculate(input.file);
-    EXPECT_EQ(shell.judge(*outcome, input.file.units).status, Status::fine);
+    const Element& shell = *input.request.elements.at(0);
+    const auto outcome = shell.calculate(input.request);
+    EXPECT_EQ(shell.judge(*outcome, input.request.units).status, Status::fine);
     const ExternalRun same = calculate(CYLINDER_TOML);
     const std::size_t at = outcome->report.find(" External Pressure Results:");
     ASSERT_NE(at, std::string::npos);
@@ -313,8 +316,8 @@ chart = "CS-2"
     EXPECT_EQ(point->A, same.outcome.factor_a);
 
     const ReadResult weak = read_input(with("P_external", "P_external = 150", toml));
-    const auto crushed = weak.file.elements.at(0)->calculate(weak.file);
-    const Verdict verdict = weak.file.elements.at(0)->judge(*crushed, weak.file.units);
+    const auto crushed = weak.request.elements.at(0)->calculate(weak.request);
+    const Verdict verdict = weak.request.elements.at(0)->judge(*crushed, weak.request.units);
     EXPECT_EQ(verdict.status, Status::fails);
     ASSERT_FALSE(verdict.reasons.empty());
     EXPECT_EQ(verdict.reasons[0],
@@ -329,7 +332,7 @@ TEST(ExternalShell, StandsBesideElementsUnderExternalPressure) {
         "\nD = 60\nt = 0.5\n";
     const ReadResult both = read_input(CYLINDER_TOML + shell);
     ASSERT_TRUE(both.faults.empty()) << fault_line("f", both.faults.front());
-    EXPECT_EQ(both.file.elements.size(), 2u);
+    EXPECT_EQ(both.request.elements.size(), 2u);
     EXPECT_EQ(only_fault("external = true\n" + CYLINDER_TOML + shell).substr(0, 4), "f:2:");
 }
 

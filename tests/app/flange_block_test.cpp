@@ -1,13 +1,13 @@
 // The block of GETFLANGERESULTS as a host sees it: against the lines of the golden reports, with the report on
 // and off, and as what the verdicts rest on.
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "engine_session.h"
-#include "flange_results.h"
-#include "flange_session.h"
-#include "report_view.h"
+#include "catalogue/data_folder.h"
+#include "components/engine_session.h"
+#include "components/flange_results.h"
+#include "components/flange_session.h"
+#include "document/report_view.h"
 #include "tarvane/tarvane.h"
-#include "text.h"
+#include "values/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,15 +16,17 @@
 #include <optional>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 namespace fs = std::filesystem;
 using Found = TARVANE_FLANGE_RESULTS;
 
 // The input files of the golden reports by name, read.
-std::map<std::string, InputFile> golden_inputs() {
+std::map<std::string, Request> golden_inputs() {
     set_data_folder(TARVANE_DATA_DIR);
-    std::map<std::string, InputFile> inputs;
+    std::map<std::string, Request> inputs;
     for (const auto& entry :
          fs::directory_iterator(fs::path(TARVANE_SOURCE_DIR) / "tests/golden")) {
         if (entry.path().extension() != ".toml") continue;
@@ -33,7 +35,7 @@ std::map<std::string, InputFile> golden_inputs() {
         bytes << file.rdbuf();
         ReadResult read = read_input(bytes.str());
         EXPECT_TRUE(read.faults.empty()) << entry.path();
-        inputs.emplace(entry.path().stem().string(), std::move(read.file));
+        inputs.emplace(entry.path().stem().string(), std::move(read.request));
     }
     EXPECT_GT(inputs.size(), 60u);
     return inputs;
@@ -370,7 +372,7 @@ TEST(FlangeBlock, HoldsWhatTheGoldenReportsShow) {
 // ---- the report on and off -----------------------------------------------------------------------------
 
 // The flange once more, with another report: the block must not show the difference.
-Found found_with(const FlangeInput& flange, const InputFile& file, std::int32_t unit,
+Found found_with(const FlangeInput& flange, const Request& file, std::int32_t unit,
                  std::int32_t write_case) {
     FlangeOutcome outcome;
     const Services services(outcome);
@@ -392,7 +394,7 @@ void expect_alike(const std::string& name, const Found& on, const Found& off) {
 }
 
 void expect_alike_whatever_the_report(const std::string& name, const FlangeInput& flange,
-                                      const InputFile& file) {
+                                      const Request& file) {
     const Found on = run_flange(flange, file).found;
     expect_alike(name + ", off", on, found_with(flange, file, 0, 0));
     expect_alike(name + ", line store", on, found_with(flange, file, -1, on.external != 0 ? 2 : 1));
@@ -411,9 +413,9 @@ Found ended(const std::string& toml) {
     set_data_folder(TARVANE_DATA_DIR);
     const ReadResult read = read_input(toml);
     EXPECT_TRUE(read.faults.empty()) << fault_line("f", read.faults.front());
-    const FlangeInput& flange = *flanges_of(read.file).at(0);
-    expect_alike_whatever_the_report("ended", flange, read.file);
-    return run_flange(flange, read.file).found;
+    const FlangeInput& flange = *flanges_of(read.request).at(0);
+    expect_alike_whatever_the_report("ended", flange, read.request);
+    return run_flange(flange, read.request).found;
 }
 
 TEST(FlangeBlock, RefusedInputLeavesItsMessages) {
@@ -476,12 +478,12 @@ TEST(FlangeBlock, ZerosButVersionAndBytesAfterReset) {
 
 TEST(FlangeBlock, CountsTheCalculations) {
     const ReadResult read = read_input(FLANGE_TOML);
-    const FlangeInput& flange = *flanges_of(read.file).at(0);
+    const FlangeInput& flange = *flanges_of(read.request).at(0);
     FlangeOutcome outcome;
     const Services services(outcome);
-    set_up_flange(flange, read.file);
+    set_up_flange(flange, read.request);
     for (int i = 1; i <= 3; ++i) {
-        call_flange(flange, read.file, 0, outcome);
+        call_flange(flange, read.request, 0, outcome);
         EXPECT_EQ(outcome.found.serial, i);
     }
 }

@@ -1,17 +1,19 @@
 // What the host checks of a flange beyond the engine: pressure rating, gasket, bolt size, columns.
-#include "flange_checks.h"
+#include "components/flange_checks.h"
 
 #include "app_fixture.h"
-#include "bolt_sizes.h"
-#include "data_folder.h"
-#include "flange_results.h"
-#include "report_view.h"
+#include "catalogue/bolt_sizes.h"
+#include "catalogue/data_folder.h"
+#include "components/flange_results.h"
+#include "document/report_view.h"
 #include "tarvane/tarvane.h"
-#include "text.h"
+#include "values/text.h"
 
 #include <cmath>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -21,7 +23,7 @@ struct FlangeRun {
     FlangeOutcome outcome;
     Verdict verdict;
 
-    const FlangeInput& flange() const { return *flanges_of(input.file).at(0); }
+    const FlangeInput& flange() const { return *flanges_of(input.request).at(0); }
     // Whether the report has a line that begins so, and the number behind it.
     std::optional<float> report_number(std::string_view beginning) const {
         for (const ReportLine& line : report_lines(outcome.report)) {
@@ -39,9 +41,9 @@ FlangeRun calculate(const std::string& toml) {
     set_data_folder(TARVANE_DATA_DIR);
     FlangeRun run{read_input(toml), {}, {}};
     EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
-    if (run.input.file.elements.empty()) return run;
-    run.outcome = run_flange(run.flange(), run.input.file);
-    run.verdict = judge_flange(run.flange(), run.outcome, run.input.file.units);
+    if (run.input.request.elements.empty()) return run;
+    run.outcome = run_flange(run.flange(), run.input.request);
+    run.verdict = judge_flange(run.flange(), run.outcome, run.input.request.units);
     return run;
 }
 
@@ -355,11 +357,11 @@ TEST(BoltSize, TakenIsThatOfTheEngine) {
             return -1.0f;
         };
         ReadResult input = read_input(FLANGE_TOML);
-        FlangeInput flange = *flanges_of(input.file).at(0);
+        FlangeInput flange = *flanges_of(input.request).at(0);
         flange.record[TARVANE_THREADS] = static_cast<float>(series);
         for (float a = 0.3f; a < 1.4f; a += 0.0437f) {
             flange.record[TARVANE_a] = a;
-            const FlangeOutcome outcome = run_flange(flange, input.file);
+            const FlangeOutcome outcome = run_flange(flange, input.request);
             const float Ab = outcome.result(TARVANE_Ab);
             if (Ab == 0.0f) continue; // refused: too many bolts
             EXPECT_NEAR(12.0f * area_of(sizes.taken(a)) / Ab, 1.0f, 1e-5f) << series << ' ' << a;

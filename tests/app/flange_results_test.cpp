@@ -1,9 +1,11 @@
-#include "flange_results.h"
+#include "components/flange_results.h"
 
 #include "app_fixture.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 class JudgeTest : public testing::Test {

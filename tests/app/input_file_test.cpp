@@ -1,13 +1,15 @@
-#include "input_file.h"
+#include "input/input_file.h"
 
 #include "app_fixture.h"
 #include "tarvane/tarvane.h"
-#include "text.h"
+#include "values/text.h"
 
 #include <cmath>
 #include <set>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 // ---- every key ---------------------------------------------------------------------------------------
@@ -28,7 +30,7 @@ Sample sample(const Key& key, const UnitSystem& units) {
         return {"3", 3.0f};
     case Quantity::choice: {
         const Choice& last = key.choices.back();
-        return {app::quoted(last.name), static_cast<float>(last.number)};
+        return {vessel::quoted(last.name), static_cast<float>(last.number)};
     }
     case Quantity::temperature:
         return {"175.5", 175.5f * units.factors[9] + units.factors[8]};
@@ -82,14 +84,15 @@ TEST_P(EveryKey, ReachesItsPlace) {
             continue; // they need each other and a file of dimensions
         if (key.quantity == Quantity::text) {
             const std::string longest(static_cast<std::size_t>(key.width), 'x');
-            const FlangeInput flange = flange_of(with(name, name + " = " + app::quoted(longest)));
+            const FlangeInput flange =
+                flange_of(with(name, name + " = " + vessel::quoted(longest)));
             if (key.place == Place::slot) {
                 EXPECT_EQ(flange.text.substr(static_cast<std::size_t>(key.index), longest.size()),
                           longest);
             } else {
                 EXPECT_EQ(flange.texts[static_cast<std::size_t>(key.index)], longest);
             }
-            EXPECT_EQ(fault_lines(with(name, name + " = " + app::quoted(longest + 'x'))).size(),
+            EXPECT_EQ(fault_lines(with(name, name + " = " + vessel::quoted(longest + 'x'))).size(),
                       1u);
             continue;
         }
@@ -205,7 +208,7 @@ TEST(Head, HoldsForEveryFlange) {
     const std::string own = with("P", "", with("T", "", FLANGE_TOML));
     const ReadResult result = read_input("P = 80\nT = 120\n" + own + own + "P = 90\n");
     ASSERT_TRUE(result.faults.empty());
-    const auto flanges = flanges_of(result.file);
+    const auto flanges = flanges_of(result.request);
     ASSERT_EQ(flanges.size(), 2u);
     EXPECT_EQ(flanges[0]->record[4], 80.0f);
     EXPECT_EQ(flanges[1]->record[4], 90.0f);

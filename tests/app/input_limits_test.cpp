@@ -1,12 +1,14 @@
 // What is refused of an input file by its form: size, keys, nesting, characters; and how many faults show.
 #include "app_fixture.h"
-#include "bounded_file.h"
-#include "text.h"
-#include "toml_limits.h"
+#include "input/toml_limits.h"
+#include "values/bounded_file.h"
+#include "values/text.h"
 
 #include <sys/stat.h>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 std::string repeated(const std::string& piece, std::size_t count) {
@@ -31,7 +33,7 @@ const std::string TOO_LONG = "a key of at most 100 characters is expected";
 
 TEST(InputLimits, PartsOfAKey) {
     const std::string ten = "a" + repeated(".a", 9);
-    for (const std::string& form : {"%", "[%]", "[[%]]", "b = { % = 1 }", "b = { c = 1, % = 1 }"}) {
+    for (const std::string form : {"%", "[%]", "[[%]]", "b = { % = 1 }", "b = { c = 1, % = 1 }"}) {
         const auto with_key = [&](const std::string& key) {
             std::string toml = "units = \"US\"\n" + form;
             toml.replace(toml.find('%'), 1, form == "%" ? key + " = 1" : key);

@@ -1,15 +1,17 @@
 // Materials and charts of data files: the commands, and what `material` fills in an input file. The
 // material files and charts of these tests are the tests' own.
 #include "app_fixture.h"
-#include "charts.h"
-#include "data_folder.h"
-#include "material_files.h"
-#include "materials_command.h"
+#include "catalogue/charts.h"
+#include "catalogue/data_folder.h"
+#include "catalogue/material_files.h"
+#include "commands/materials_command.h"
 
 #include <cmath>
 #include <cstring>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 template <std::size_t N>

@@ -1,21 +1,23 @@
 // [[mdmt]] and `tarvane mdmt`: what the file gives, published figures, verdicts.
-#include "mdmt_session.h"
+#include "components/mdmt_session.h"
 
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "mdmt_results.h"
+#include "catalogue/data_folder.h"
+#include "components/mdmt_results.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 struct MdmtRun {
     ReadResult input;
     MdmtOutcome outcome;
     const MdmtInput& element() const {
-        return static_cast<const MdmtInput&>(*input.file.elements.at(0));
+        return static_cast<const MdmtInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_mdmt(element(), outcome, input.file.units); }
+    Verdict verdict() const { return judge_mdmt(element(), outcome, input.request.units); }
 };
 
 MdmtRun calculate(const std::string& keys, const std::string& head = "") {
@@ -23,7 +25,8 @@ MdmtRun calculate(const std::string& keys, const std::string& head = "") {
     const std::string toml = head + "[mdmt]\n" + keys;
     MdmtRun run{read_input(toml), {}};
     EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
-    if (!run.input.file.elements.empty()) run.outcome = run_mdmt(run.element(), run.input.file);
+    if (!run.input.request.elements.empty())
+        run.outcome = run_mdmt(run.element(), run.input.request);
     return run;
 }
 

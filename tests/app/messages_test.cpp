@@ -1,11 +1,13 @@
 // What the host says about lines that are no TOML, values too long to repeat, temperatures that cannot be,
 // and materials that do not fit: on the shipped data files.
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "syntax_message.h"
-#include "text.h"
+#include "catalogue/data_folder.h"
+#include "input/syntax_message.h"
+#include "values/text.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 class Messages : public testing::Test {
@@ -173,7 +175,7 @@ TEST_F(Messages, TellATemperatureBelowThoseOfTheData) {
     const auto notes = [](const std::string& toml) {
         const ReadResult result = read_input(toml);
         EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
-        return result.file.elements.at(0)->notes;
+        return result.request.elements.at(0)->notes;
     };
     EXPECT_TRUE(notes(with_material("T = 70")).empty());
     EXPECT_TRUE(notes(with_material("T = -20")).empty());

@@ -2,6 +2,8 @@
 #include "app_fixture.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 using MovedTree = ProgramTest;

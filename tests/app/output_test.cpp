@@ -1,7 +1,7 @@
 // What the program writes: standard output, and the files that are named to it.
 #include "app_fixture.h"
-#include "engine_session.h"
-#include "output_file.h"
+#include "components/engine_session.h"
+#include "terminal/output_file.h"
 
 #include "tarvane/tarvane.h"
 
@@ -13,6 +13,8 @@
 #include <unistd.h>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 namespace fs = std::filesystem;

@@ -1,13 +1,15 @@
 // The program itself, as a user runs it.
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "flange_session.h"
-#include "report_view.h"
-#include "run.h"
+#include "catalogue/data_folder.h"
+#include "commands/run.h"
+#include "components/flange_session.h"
+#include "document/report_view.h"
 
 #include <set>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 using Program = ProgramTest;
@@ -42,7 +44,7 @@ TEST_F(Program, UnitsDoNotChangeTheResults) {
     si << "units = \"SI\"\n[[flange]]\n";
     for (const Key& key : flange_keys().keys) {
         if (key.place != Place::record || key.index == 53) continue;
-        const float value = flanges_of(us.file)[0]->record[static_cast<std::size_t>(key.index)];
+        const float value = flanges_of(us.request)[0]->record[static_cast<std::size_t>(key.index)];
         if (key.quantity == Quantity::flag || !key.group.empty()) continue;
         if (key.quantity == Quantity::choice || key.quantity == Quantity::whole) {
             if (value != 0.0f) si << key.name << " = " << static_cast<int>(value) << '\n';
@@ -54,8 +56,8 @@ TEST_F(Program, UnitsDoNotChangeTheResults) {
     const ReadResult metric = read_input(si.str());
     ASSERT_TRUE(metric.faults.empty()) << fault_line("f", metric.faults[0]) << si.str();
     set_data_folder(TARVANE_DATA_DIR);
-    const FlangeOutcome a = run_flange(*flanges_of(us.file)[0], us.file),
-                        b = run_flange(*flanges_of(metric.file)[0], metric.file);
+    const FlangeOutcome a = run_flange(*flanges_of(us.request)[0], us.request),
+                        b = run_flange(*flanges_of(metric.request)[0], metric.request);
     EXPECT_GT(a.mawp, 0.0f);
     EXPECT_NEAR(b.mawp / a.mawp, 1.0f, 1e-4f);
     for (int element = 120; element <= 128; ++element)
@@ -269,8 +271,8 @@ TEST_F(Program, ListsEveryKey) {
 std::string reports(const std::string& toml) {
     const ReadResult input = read_input(toml);
     std::string all;
-    for (const auto& element : input.file.elements)
-        all += element->calculate(input.file)->report;
+    for (const auto& element : input.request.elements)
+        all += element->calculate(input.request)->report;
     return all;
 }
 

@@ -1,8 +1,10 @@
-#include "report_view.h"
+#include "document/report_view.h"
 
 #include "app_fixture.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 // A record as the engine writes it.

@@ -1,18 +1,20 @@
 // [[shell]]: reading, calls, verdict.
-#include "shell_input.h"
+#include "components/shell_input.h"
 
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "engine_session.h"
-#include "shell_report.h"
-#include "shell_results.h"
-#include "shell_session.h"
+#include "catalogue/data_folder.h"
+#include "components/engine_session.h"
+#include "components/shell_report.h"
+#include "components/shell_results.h"
+#include "components/shell_session.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 using N = ShellNumber;
@@ -29,8 +31,8 @@ const std::string FLAT = HEAD + "kind = \"flat\"\nD = 12\nC = 0.3\nc = 0.0625\nU
 ShellInput shell_of(const std::string& toml) {
     const ReadResult result = read_input(toml);
     EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
-    if (result.file.elements.empty()) return {};
-    return static_cast<const ShellInput&>(*result.file.elements.front());
+    if (result.request.elements.empty()) return {};
+    return static_cast<const ShellInput&>(*result.request.elements.front());
 }
 
 ShellOutcome results_of(const ShellInput& shell) {
@@ -38,7 +40,7 @@ ShellOutcome results_of(const ShellInput& shell) {
     set_data_folder(TARVANE_DATA_DIR);
     const Services services(outcome);
     RESET_ENGINE();
-    set_units(InputFile{});
+    set_units(Request{});
     calculate_shell(shell, outcome);
     return outcome;
 }
@@ -145,14 +147,15 @@ TEST(ShellReport, ShowsThePublishedResult) {
                              "Sa = 20000\nD = 90\nt = 1.125\nc = 0.125\n";
     set_data_folder(TARVANE_DATA_DIR);
     const ReadResult input = read_input(E431);
-    const std::string report = input.file.elements.at(0)->calculate(input.file)->report;
+    const std::string report = input.request.elements.at(0)->calculate(input.request)->report;
     EXPECT_NE(report.find(" = P * R / ( S * E - 0.6 * P ) per UG-27 (c)(1)"), std::string::npos);
     EXPECT_NE(report.find(" = 0.8119 in."), std::string::npos);
     EXPECT_NE(report.find(" = 0.9369 in."), std::string::npos); // with the allowance
     EXPECT_EQ(report.find("Warning"), std::string::npos);
 
     const ReadResult commas = read_input("decimal_comma = true\n" + E431);
-    const std::string with_commas = commas.file.elements.at(0)->calculate(commas.file)->report;
+    const std::string with_commas =
+        commas.request.elements.at(0)->calculate(commas.request)->report;
     EXPECT_NE(with_commas.find(" = 0,8119 in."), std::string::npos);
     EXPECT_EQ(std::count(with_commas.begin(), with_commas.end(), '\n'),
               std::count(report.begin(), report.end(), '\n'));

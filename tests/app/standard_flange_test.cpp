@@ -1,12 +1,14 @@
 // Standard flanges: `tarvane flanges`, and what `standard` fills in an input file. The dimension file of
 // these tests is the tests' own, but for those on the shipped one.
 #include "app_fixture.h"
-#include "data_folder.h"
-#include "flange_results.h"
-#include "flange_session.h"
-#include "standard_flanges.h"
+#include "catalogue/data_folder.h"
+#include "catalogue/standard_flanges.h"
+#include "components/flange_results.h"
+#include "components/flange_session.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 // Columns: size, series, outside, thickness, blind, length, hub, neck, bolt circle, hole, bolts, bolt,
@@ -240,8 +242,8 @@ TEST_F(Standard, HoldsForEveryFlangeFromTheHead) {
                                     "standard.size = 6\n");
     const ReadResult result = read_input(two);
     ASSERT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
-    EXPECT_EQ(flanges_of(result.file)[0]->record[11], 19.0f);
-    EXPECT_EQ(flanges_of(result.file)[1]->record[11], 14.0f);
+    EXPECT_EQ(flanges_of(result.request)[0]->record[11], 19.0f);
+    EXPECT_EQ(flanges_of(result.request)[1]->record[11], 14.0f);
 }
 
 TEST_F(Standard, FaultsNameClassAndSizeAndNothingElse) {
@@ -288,7 +290,7 @@ TEST_F(Standard, TellsTheApproximateFiguresThatWereUsed) {
     const auto approximate = [](const std::string& toml) {
         const FlangeInput f = flange_of(toml);
         ReadResult result = read_input(toml);
-        return result.file.elements.at(0)->approximate["ANSIFlangeDimensions.txt"];
+        return result.request.elements.at(0)->approximate["ANSIFlangeDimensions.txt"];
     };
     using Items = std::set<std::string>;
     EXPECT_EQ(approximate(by_name("standard = { class = 150, size = 12 }\n")), Items{});
@@ -317,8 +319,8 @@ TEST(ShippedStandard, FlangeByNameIsTheFlangeByItsDimensions) {
         const ReadResult a = read_input(printed), b = read_input(named);
         ASSERT_TRUE(a.faults.empty()) << fault_line("f", a.faults[0]);
         ASSERT_TRUE(b.faults.empty()) << fault_line("f", b.faults[0]);
-        const FlangeOutcome by_figures = run_flange(*flanges_of(a.file)[0], a.file),
-                            by_class = run_flange(*flanges_of(b.file)[0], b.file);
+        const FlangeOutcome by_figures = run_flange(*flanges_of(a.request)[0], a.request),
+                            by_class = run_flange(*flanges_of(b.request)[0], b.request);
         EXPECT_GT(by_class.mawp, 0.0f);
         EXPECT_NEAR(by_class.mawp / by_figures.mawp, 1.0f, 1.0e-5f);
         EXPECT_NE(by_class.report.find("Flange Stress Analysis Results"), std::string::npos);

@@ -1,10 +1,12 @@
-#include "text.h"
+#include "values/text.h"
 
 #include "app_fixture.h"
 
 #include <array>
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 TEST(WesternText, GoesBothWays) {

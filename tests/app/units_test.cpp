@@ -1,8 +1,10 @@
-#include "units.h"
+#include "catalogue/units.h"
 
 #include "app_fixture.h"
 
 namespace tarvane::app {
+
+using namespace vessel;
 namespace {
 
 // SI value of one engine unit, from the definitions of inch, pound and gravity.
@@ -65,7 +67,7 @@ weight = { factor = 0.00045359237, label = "t" }
 density = { factor = 27.6799047, label = "g/cm³" }
 )") + FLANGE_TOML + "bolt_size = \"nearest\"\n");
     ASSERT_TRUE(result.faults.empty());
-    const UnitSystem& units = result.file.units;
+    const UnitSystem& units = result.request.units;
     EXPECT_EQ(units.factor(Quantity::pressure), 0.0689475729f);
     EXPECT_EQ(units.label(Quantity::pressure), "bar");
     EXPECT_EQ(units.factor(Quantity::stress), si_units().factor(Quantity::stress));
@@ -75,8 +77,8 @@ density = { factor = 27.6799047, label = "g/cm³" }
     EXPECT_EQ(units.label(Quantity::weight), "t");
     EXPECT_EQ(units.factor(Quantity::weight), 0.00045359237f);
     EXPECT_EQ(units.label(Quantity::density), "g/cm\xB3");
-    EXPECT_EQ(flanges_of(result.file)[0]->record[4], 150.0f / 0.0689475729f);
-    EXPECT_TRUE(result.file.metric_constants);
+    EXPECT_EQ(flanges_of(result.request)[0]->record[4], 150.0f / 0.0689475729f);
+    EXPECT_TRUE(result.request.metric_constants);
 }
 
 TEST(UnitsTable, NamesItsFaults) {

@@ -2,8 +2,8 @@
 // by a fixed seed; the run ends after a number of files or of seconds, whichever comes first.
 //
 //   input_fuzz DATA_FOLDER FOLDER_OF_EXAMPLES [FILES [SEED]]
-#include "data_folder.h"
-#include "input_file.h"
+#include "catalogue/data_folder.h"
+#include "input/input_file.h"
 
 #include <algorithm>
 #include <chrono>
@@ -19,6 +19,7 @@
 namespace {
 
 using namespace tarvane::app;
+using namespace tarvane::vessel;
 
 constexpr std::chrono::seconds LONGEST_RUN{20};
 
@@ -164,7 +165,7 @@ int main(int argc, char** argv) {
         const std::string lines = fault_report("f", result.faults);
         read += result.faults.empty();
         const bool assertion = lines.find("cannot be read as TOML") != std::string::npos;
-        const bool sound = result.faults.empty() != result.file.elements.empty();
+        const bool sound = result.faults.empty() != result.request.elements.empty();
         if (!sound || assertion || !is_fit_for_a_terminal(lines)) {
             std::printf("file %zu of seed %u, in input_fuzz.last.toml:\n%s", files + 1, seed,
                         lines.c_str());

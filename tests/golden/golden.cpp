@@ -5,9 +5,9 @@
 //   tarvane_golden --write OUTPUT_FOLDER GOLDEN_FOLDER DATA_FOLDER [NAME...]
 //
 // The second form compares nothing and writes the reports into another folder.
-#include "data_folder.h"
-#include "input_file.h"
-#include "text.h"
+#include "catalogue/data_folder.h"
+#include "input/input_file.h"
+#include "values/text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -22,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace tarvane::app;
+using namespace tarvane::vessel;
 
 constexpr std::size_t SHOWN_DIFFERENCES = 5;
 
@@ -38,8 +39,8 @@ std::string report_of(const fs::path& toml) {
     if (!input.faults.empty())
         throw std::runtime_error(fault_line(toml.string(), input.faults.front()));
     std::string report;
-    for (const auto& element : input.file.elements)
-        report += element->calculate(input.file)->report;
+    for (const auto& element : input.request.elements)
+        report += element->calculate(input.request)->report;
     return report;
 }
 

@@ -1,0 +1,220 @@
+#include "commands/run.h"
+
+#include "catalogue/charts.h"
+#include "catalogue/data_folder.h"
+#include "document/report_view.h"
+#include "input/input_file.h"
+#include "input/toml_limits.h"
+#include "terminal/output_file.h"
+#include "values/bounded_file.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <ostream>
+#include <vector>
+
+namespace tarvane::app {
+
+using namespace vessel;
+
+namespace {
+
+// The closing tables of all kinds; `calculated` holds the elements in the order of the file.
+std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
+    std::string tables;
+    for (const ElementKind* kind : element_kinds()) {
+        std::vector<Calculated> own;
+        std::copy_if(calculated.begin(), calculated.end(), std::back_inserter(own),
+                     [kind](const Calculated& c) { return c.element->kind == kind; });
+        if (!own.empty()) tables += kind->tables(own, units);
+    }
+    return tables;
+}
+
+// One line for each data file of which approximate rows were used.
+std::string approximate_lines(const Request& file) {
+    ApproximateUses uses;
+    for (const auto& element : file.elements) {
+        for (const auto& [data_file, items] : element->approximate)
+            uses[data_file].insert(items.begin(), items.end());
+    }
+    std::string lines;
+    for (const auto& [data_file, items] : uses) {
+        lines += "\nApproximate figures of " + data_file + " were used (";
+        for (const std::string& item : items)
+            lines += (item == *items.begin() ? "" : ", ") + item;
+        lines += "): replace the file by one made from a licensed copy of the standard.\n";
+    }
+    return lines;
+}
+
+// "external-2.svg" in the folder: the chart of the second [[external]].
+std::string chart_file(const std::string& folder, const Element& element) {
+    const std::string name =
+        std::string(element.kind->table) + '-' + std::to_string(element.number) + ".svg";
+    return (std::filesystem::path(folder) / name).string();
+}
+
+// Nothing that is read, and no output twice, is written over.
+void check_outputs(const RunOptions& options, const Request& file) {
+    std::vector<FileInUse> in_use{{"the input file", options.input}};
+    if (!options.report.empty()) {
+        check_output(options.report, in_use);
+        in_use.push_back({"the report", options.report});
+    }
+    if (options.charts.empty()) return;
+    for (const auto& element : file.elements)
+        refuse_same_file(chart_file(options.charts, *element), in_use);
+}
+
+// The elements up to the first one that ends the run.
+struct Calculation {
+    std::vector<std::unique_ptr<Outcome>> outcomes;
+    std::vector<Calculated> calculated;
+    std::vector<Verdict> verdicts;
+    Status status = Status::fine;
+    std::vector<std::string> problems; // of the run itself
+    bool complete = true;
+};
+
+Calculation calculate(const Request& file) {
+    Calculation c;
+    for (const auto& element : file.elements) {
+        try {
+            c.outcomes.push_back(element->calculate(file));
+        } catch (const std::exception& problem) {
+            c.problems.emplace_back(problem.what());
+            c.status = std::max(c.status, Status::bad_input);
+            c.complete = false;
+            break;
+        }
+        c.calculated.push_back({element.get(), c.outcomes.back().get()});
+        c.verdicts.push_back(element->judge(*c.outcomes.back(), file.units));
+        c.status = std::max(c.status, c.verdicts.back().status);
+        c.complete = c.verdicts.back().status != Status::stopped;
+        if (!c.complete) break;
+    }
+    return c;
+}
+
+// The named files. What can't be written is a problem of its own; the rest is written all the same.
+void write_files(const RunOptions& options, const UnitSystem& units, Calculation& c) {
+    const auto attempt = [&](const auto& write) {
+        try {
+            write();
+        } catch (const std::exception& problem) {
+            c.problems.emplace_back(problem.what());
+            c.status = std::max(c.status, Status::bad_input);
+        }
+    };
+    if (!options.report.empty() && c.complete) {
+        std::string reports;
+        for (const Calculated& each : c.calculated)
+            reports += each.outcome->report;
+        attempt([&] { write_whole(options.report, reports); });
+    }
+    if (options.charts.empty()) return;
+    for (std::size_t i = 0; i < c.calculated.size(); ++i) {
+        if (c.verdicts[i].status == Status::stopped) continue;
+        const Element& element = *c.calculated[i].element;
+        const std::optional<ChartPoint> point = element.chart_point(*c.calculated[i].outcome);
+        if (!point) continue;
+        attempt([&] {
+            write_whole(chart_file(options.charts, element),
+                        chart_svg(point->chart, point->temperature, point->yield, point->A, units));
+        });
+    }
+}
+
+Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
+    if (!options.data.empty()) set_data_folder(options.data);
+    const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
+    err << fault_report(options.input, input.faults);
+    if (!input.faults.empty()) return Status::bad_input;
+
+    const Request& file = input.request;
+    check_outputs(options, file);
+    Calculation c = calculate(file);
+    // The files come first: a reader of standard output who leaves early has them.
+    write_files(options, file.units, c);
+    for (std::size_t i = 0; i < c.calculated.size(); ++i) {
+        const auto& [element, outcome] = c.calculated[i];
+        out << show_report(outcome->report, options.colour) << std::flush;
+        const std::string name = name_of(*element);
+        for (const std::string& message : outcome->messages)
+            err << name << ": " << to_utf8(message) << '\n';
+        for (const std::string& note : element->notes)
+            err << name << ": note: " << note << '\n';
+        for (const std::string& reason : c.verdicts[i].reasons)
+            err << name << ": " << reason << '\n';
+    }
+    if (c.complete)
+        out << closing_tables(c.calculated, file.units) << approximate_lines(file) << std::flush;
+    for (const std::string& problem : c.problems)
+        err << "tarvane: " << problem << '\n';
+    return c.status;
+}
+
+} // namespace
+
+Status run(const RunOptions& options, std::ostream& out, std::ostream& err) {
+    try {
+        return run_file(options, out, err);
+    } catch (const std::exception& problem) {
+        err << "tarvane: " << problem.what() << '\n';
+        return Status::bad_input;
+    }
+}
+
+namespace {
+
+// "in., mm": what stands behind a key.
+std::string unit_of(const Key& key) {
+    const UnitSystem us = us_units(), si = si_units();
+    switch (key.quantity) {
+    case Quantity::flag:
+        return "true, false";
+    case Quantity::text:
+        return "text, " + std::to_string(key.width);
+    case Quantity::designation:
+        return "number, text";
+    case Quantity::whole:
+        return "whole number";
+    case Quantity::choice:
+        return "name, number";
+    default: {
+        std::string unit = to_utf8(us.label(key.quantity));
+        if (us.label(key.quantity) != si.label(key.quantity))
+            unit += ", " + to_utf8(si.label(key.quantity));
+        return unit;
+    }
+    }
+}
+
+} // namespace
+
+std::string key_table() {
+    std::string table;
+    for (const ElementKind* kind : element_kinds()) {
+        const std::string name(kind->table);
+        table.append("Keys of a [[").append(name);
+        table.append("]]; at the head of a file they hold for every ").append(name);
+        table.append(" without its own.\n\n");
+        for (const Key& key : kind->keys.keys) {
+            // A name or unit of more than its column keeps one blank behind it.
+            table += padded(std::string(key.name) + ' ', 20) + padded(unit_of(key) + ' ', 18) +
+                     std::string(key.meaning) + '\n';
+            if (!key.choices.empty())
+                table += std::string(38, ' ') + choice_names(key.choices) + '\n';
+        }
+        table += '\n';
+    }
+    table += "Keys of the file: units = \"US\", \"SI\" or a [units] table; decimal_comma; "
+             "metric_constants.\n";
+    return table;
+}
+
+} // namespace tarvane::app

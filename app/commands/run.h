@@ -1,0 +1,27 @@
+// `tarvane run`: an input file becomes reports, tables and an exit status.
+#pragma once
+
+#include "components/element.h"
+
+#include <iosfwd>
+#include <string>
+
+namespace tarvane::app {
+
+using namespace vessel;
+
+struct RunOptions {
+    std::string input;
+    std::string report; // raw report file; empty: none
+    std::string data;   // folder of the data files; empty: beside the library
+    std::string
+        charts; // folder for drawings of the charts, with the points of the elements; empty: none
+    bool colour = false;
+};
+
+Status run(const RunOptions& options, std::ostream& out, std::ostream& err);
+
+// Table of the keys of an input file, kind by kind.
+std::string key_table();
+
+} // namespace tarvane::app

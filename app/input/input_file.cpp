@@ -1,0 +1,82 @@
+#include "input/input_file.h"
+
+#include "input/syntax_message.h"
+#include "input/toml_limits.h"
+#include "input/toml_parser.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tarvane::app {
+
+using namespace vessel;
+
+namespace {
+
+Position position_of(const toml::source_region& source) {
+    return {static_cast<int>(source.begin.line), static_cast<int>(source.begin.column)};
+}
+
+Value value_of(const toml::node& node);
+
+Table table_of(const toml::table& table) {
+    Table values;
+    for (const auto& [key, node] : table)
+        values.put(std::string(key.str()), value_of(node), position_of(key.source()));
+    return values;
+}
+
+List list_of(const toml::array& array) {
+    List values;
+    for (const toml::node& node : array)
+        values.push_back(value_of(node));
+    return values;
+}
+
+Value value_of(const toml::node& node) {
+    Value value = Foreign{"a date or time"};
+    if (const auto* text = node.as_string()) value = text->get();
+    if (const auto* flag = node.as_boolean()) value = flag->get();
+    if (const auto* whole = node.as_integer()) value = whole->get();
+    if (const auto* number = node.as_floating_point()) value = number->get();
+    if (const auto* array = node.as_array()) value = list_of(*array);
+    if (const auto* table = node.as_table()) value = table_of(*table);
+    value.at = position_of(node.source());
+    return value;
+}
+
+ReadResult refused(Fault fault) { return {{}, {std::move(fault)}}; }
+
+} // namespace
+
+ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds) {
+    if (std::optional<Fault> fault = check_limits(toml_text)) return refused(std::move(*fault));
+    try {
+        return read_request(table_of(toml::parse(toml_text)), kinds);
+    } catch (const toml::parse_error& error) {
+        return refused(syntax_fault(toml_text, static_cast<int>(error.source().begin.line),
+                                    error.description()));
+    } catch (const TomlAssertion&) {
+        return refused({.line = 1, .message = "the file cannot be read as TOML"});
+    }
+}
+
+std::string fault_line(std::string_view path, const Fault& fault) {
+    std::string line(path);
+    line += ':' + std::to_string(fault.line) + ": ";
+    if (!fault.key.empty()) line += fault.key + ": ";
+    return printable(line + fault.message);
+}
+
+std::string fault_report(std::string_view path, const Faults& faults) {
+    std::string lines;
+    const std::size_t shown = std::min(faults.size(), MOST_FAULT_LINES);
+    for (std::size_t i = 0; i < shown; ++i)
+        lines += fault_line(path, faults[i]) + '\n';
+    if (faults.size() > shown)
+        lines += "and " + std::to_string(faults.size() - shown) + " more faults\n";
+    return lines;
+}
+
+} // namespace tarvane::app

@@ -1,0 +1,23 @@
+// What is refused of a text before it goes to the parser: what would exhaust it or trip it up, and what only
+// a file that describes no vessel has.
+#pragma once
+
+#include "components/element.h"
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+
+namespace tarvane::app {
+
+using namespace vessel;
+
+inline constexpr std::size_t LARGEST_INPUT = 4 * 1024 * 1024;
+inline constexpr std::size_t LONGEST_KEY = 100; // with its parts and points
+inline constexpr int MOST_KEY_PARTS = 10;
+inline constexpr int DEEPEST_NESTING = 20;
+
+// The first fault of the text. What it leaves is for the parser to judge.
+std::optional<Fault> check_limits(std::string_view toml_text);
+
+} // namespace tarvane::app

@@ -1,0 +1,26 @@
+// The sizes of a thread series, as the bolt data file lists them.
+#pragma once
+
+#include <vector>
+
+namespace tarvane::vessel {
+
+class BoltSizes {
+  public:
+    // None for a series without sizes of its own ("special"), and for one that the data do not have.
+    explicit BoltSizes(int series);
+
+    bool empty() const { return sizes.empty(); }
+    // Whether a diameter (in.) is one of the sizes, as near as the engine looks.
+    bool lists(float diameter) const;
+    // The size (in.) that the engine takes for it: the size itself, the next smaller one, or the smallest.
+    float taken(float diameter) const;
+    // The sizes (in.) next to it on both sides; one where the series ends.
+    std::vector<float> neighbours(float diameter) const;
+
+  private:
+    std::vector<float> sizes; // in the unit of the section, ascending
+    float scale = 1.0f;       // of an inch in that unit
+};
+
+} // namespace tarvane::vessel

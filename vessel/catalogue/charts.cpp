@@ -1,0 +1,95 @@
+#include "catalogue/charts.h"
+
+#include "catalogue/data_files_check.h"
+#include "catalogue/data_folder.h"
+#include "drawing/chart_drawing.h"
+
+#include "tarvane/tarvane.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace tarvane::vessel {
+
+namespace {
+
+bool holds(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
+std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
+    if (names.empty()) return std::string(CHART_FILE) + " is missing or holds no charts";
+    if (const auto fault = data_file_fault(CHART_FILE))
+        return std::string(CHART_FILE) + " is " + *fault;
+    std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
+    const std::vector<std::string_view> candidates(names.begin(), names.end());
+    const std::string_view near = nearest(given, candidates);
+    // The chart of another family of materials would be no help.
+    if (!near.empty() && folded(near).substr(0, 2) == folded(given).substr(0, 2))
+        message += "; the nearest is " + std::string(near);
+    return message;
+}
+
+} // namespace
+
+float ChartCurve::B(float A) const {
+    float result = 0.0f;
+    FACTOR_B(&A, &E, &Aelastic, &Amax, &Bmax, &c0, &c1, &c2, &result);
+    return result;
+}
+
+ChartCurve read_curve(const std::string& name, float temperature, float yield) {
+    ChartCurve c;
+    float second = 0.0f;
+    READ_CHART(name.data(), static_cast<std::int32_t>(name.size()), &temperature, &c.temperature,
+               &c.E, &c.Aelastic, &second, &c.Amax, &c.Bmax, &c.c0, &c.c1, &c.c2, &yield);
+    return c;
+}
+
+std::vector<std::string> chart_names() {
+    std::vector<std::string> names;
+    for (const Section& section : read_sections(CHART_FILE))
+        names.push_back(section.name);
+    return names;
+}
+
+std::vector<float> chart_temperatures(std::string_view name) {
+    std::vector<float> temperatures;
+    if (needs_yield(name)) return temperatures;
+    for (const Section& section : read_sections(CHART_FILE)) {
+        if (section.name != name) continue;
+        for (const std::string& row : section.lines)
+            temperatures.push_back(std::strtof(row.c_str(), nullptr));
+    }
+    return temperatures;
+}
+
+std::optional<std::string> chart_in_file(std::string_view given) {
+    for (std::string& name : chart_names()) {
+        if (folded(name) == folded(given)) return std::move(name);
+    }
+    return std::nullopt;
+}
+
+std::string unknown_chart(std::string_view given) { return no_chart(given, chart_names()); }
+
+std::string missing_chart(std::string_view material, std::string_view chart) {
+    if (chart_names().empty()) return unknown_chart(chart);
+    return std::string(material) + " belongs to external pressure chart " + std::string(chart) +
+           ", which " + std::string(CHART_FILE) + " does not have";
+}
+
+bool needs_yield(std::string_view chart) {
+    return holds(chart, "CS-3") || chart.starts_with("NFA-11");
+}
+
+std::string chart_svg(const std::string& name, float temperature, float yield,
+                      std::optional<float> A, const UnitSystem& units) {
+    ChartDrawing drawing{name, {}, read_curve(name, temperature, yield), A, units};
+    for (const float row : chart_temperatures(name))
+        drawing.curves.push_back(read_curve(name, row, yield));
+    return draw_chart(drawing);
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,42 @@
+// Whether a data file is there and has the form that the engine reads. The engine answers a file that is
+// missing or damaged by a fallback or by zeros; a host that lets it decide a result asks here first.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarvane::vessel {
+
+inline constexpr std::string_view APPROXIMATE_FILE = "approximate.txt", BOLT_FILE = "BOLTDATA.TXT",
+                                  MODULUS_FILE = "ElastAlp07.txt", TABLE_G_FILE = "TableGData.txt",
+                                  YIELD_FILE = "YIELDSTR.BIN",
+                                  UCS_23_FILE = "VIII-1_Matls_By_Table.txt";
+
+// What is wrong with a file of the data folder, "missing in FOLDER" for instance; nothing when it is sound, or
+// a file of which only its readers know the form.
+std::optional<std::string> data_file_fault(std::string_view name);
+
+// Throws std::runtime_error with the name of the file and its fault.
+void require_data_file(std::string_view name);
+
+// The same for many elements of one input file: each data file is read once.
+class DataFilesCheck {
+  public:
+    // The fault of a file when it is asked for the first time; nothing later, as nobody needs it told twice.
+    std::optional<std::string> first_fault(std::string_view name);
+
+    bool sound(std::string_view name);
+
+  private:
+    struct Answer {
+        std::optional<std::string> fault;
+        bool told = false;
+    };
+    std::map<std::string, Answer, std::less<>> answers;
+
+    Answer& answer(std::string_view name);
+};
+
+} // namespace tarvane::vessel

@@ -1,0 +1,46 @@
+// The folder of the data files, and the text files in it that the host reads itself.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+// The engine holds 260 characters of a path, 256 for what may lie beside the library: a longer folder would
+// hide some of its files.
+inline constexpr std::size_t LONGEST_DATA_FOLDER = 234;
+inline constexpr std::size_t LARGEST_DATA_FILE = 64 * 1024 * 1024;
+
+// Folder of the data files in place of the library's own; empty: the library's own again. Throws
+// std::runtime_error for a folder that is not there or whose path is too long.
+void set_data_folder(const std::string& folder);
+// The folder that was set, else that of the library.
+std::string data_folder();
+// Where the engine looks for a data file.
+std::string data_file_path(std::string_view name);
+// What keeps a folder from being one of data files: "..., which is too long".
+std::optional<std::string> data_folder_fault(const std::string& folder);
+
+// Paths of the data files in the folder.
+std::vector<std::string> data_files();
+
+// A section of a text file of the folder: "[name]" and its lines up to the next section, without
+// blank lines and comments.
+struct Section {
+    std::string name;
+    std::vector<std::string> lines;
+};
+// Up to "[END]"; none when the file cannot be read.
+std::vector<Section> read_sections(std::string_view file);
+
+// Reference numbers of the moduli of "ElastAlp07.txt".
+std::vector<int> modulus_tables();
+
+// What the data files hold as approximate: "modulus 5" of ElastAlp07.txt, say. Material records carry a
+// mark of their own. Throws std::runtime_error where "approximate.txt" is missing or damaged.
+bool is_approximate(std::string_view file, std::string_view item);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,197 @@
+#include "catalogue/standard_flanges.h"
+
+#include "catalogue/data_folder.h"
+#include "document/results.h"
+#include "values/text.h"
+
+#include "tarvane/tarvane.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace tarvane::vessel {
+
+namespace {
+
+using Column = FlangeColumn;
+
+constexpr std::size_t RESULTS = 14;
+// Places of the engine's result.
+enum Result { THICKNESS = 1, HOLE = 3, BOLTS, BOLT, CIRCLE, OUTSIDE = 8, G0, G1, HUB, FACE, NEXT };
+
+constexpr std::int32_t STRAIGHT_HUB = 2; // of a slip on flange
+
+std::string short_text(float value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
+    return text;
+}
+
+// The number of a class as the engine takes it: that of "PN2.5" is 2.
+std::int32_t number_of(const FlangeClass& flanges) {
+    return std::atoi(flanges.name.c_str() + (flanges.metric() ? 2 : 0));
+}
+
+std::string names_of(const std::vector<FlangeClass>& classes) {
+    std::string names;
+    for (const FlangeClass& c : classes)
+        names += (names.empty() ? "" : ", ") + c.name;
+    return names;
+}
+
+FlangeRow row_of(const std::string& line) {
+    FlangeRow row;
+    const char* at = line.c_str();
+    for (float& number : row.numbers) {
+        char* end = nullptr;
+        number = std::strtof(at, &end);
+        at = end;
+    }
+    return row;
+}
+
+std::optional<float> known(float value) {
+    return value > 0.0f ? std::optional(value) : std::nullopt;
+}
+
+// The standard wall, from the neck and its bore, to a ten-thousandth.
+std::optional<float> standard_wall(const FlangeClass& flanges, const FlangeRow& row) {
+    const float neck = flanges.inches(row[Column::neck]), bore = flanges.inches(row[Column::bore]);
+    if (!(bore > 0.0f) || !(neck > bore)) return std::nullopt;
+    return std::round((neck - bore) * 0.5e4f) / 1.0e4f;
+}
+
+std::optional<float> number_at(std::string_view text) {
+    float value = 0.0f;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size() || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+// "12", "0.5", "1/2"
+std::optional<float> number_or_fraction(std::string_view text) {
+    const std::size_t slash = text.find('/');
+    if (slash == std::string_view::npos) return number_at(text);
+    const auto over = number_at(text.substr(0, slash)), under = number_at(text.substr(slash + 1));
+    if (!over || !under || !(*under > 0.0f)) return std::nullopt;
+    return *over / *under;
+}
+
+} // namespace
+
+std::string FlangeClass::size_text(float size) const {
+    return (metric() ? "DN " : "NPS ") + short_text(size);
+}
+
+std::vector<FlangeClass> flange_classes() {
+    std::vector<FlangeClass> classes;
+    for (const Section& section : read_sections(STANDARD_FLANGE_FILE)) {
+        classes.push_back({section.name, {}});
+        for (const std::string& line : section.lines)
+            classes.back().rows.push_back(row_of(line));
+    }
+    return classes;
+}
+
+const FlangeClass* find_class(const std::vector<FlangeClass>& classes, std::string_view name) {
+    std::string wanted = folded(name);
+    if (wanted.starts_with("class")) wanted.erase(0, 5);
+    const auto found = std::find_if(classes.begin(), classes.end(),
+                                    [&](const FlangeClass& c) { return folded(c.name) == wanted; });
+    return found == classes.end() ? nullptr : &*found;
+}
+
+std::string unknown_class(std::string_view name, const std::vector<FlangeClass>& classes) {
+    const std::string file(STANDARD_FLANGE_FILE);
+    if (classes.empty()) return file + " is missing or empty";
+    return "no class " + echoed(name) + " in " + file + "; there are " + names_of(classes);
+}
+
+std::optional<float> nominal_size(std::string_view text) {
+    std::string words;
+    for (const char c : text)
+        words += c == '-' ? ' ' : c; // "1-1/2"
+    float size = 0.0f;
+    bool any = false;
+    for (std::size_t at = 0; at < words.size();) {
+        const std::size_t end = std::min(words.find(' ', at), words.size());
+        const std::string word = words.substr(at, end - at);
+        at = end + 1;
+        if (word.empty() || (!any && (folded(word) == "nps" || folded(word) == "dn"))) continue;
+        const std::optional<float> value = number_or_fraction(word);
+        if (!value || !(*value > 0.0f)) return std::nullopt;
+        size += *value;
+        any = true;
+    }
+    return any ? std::optional(size) : std::nullopt;
+}
+
+FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm form,
+                            std::optional<float> wall) {
+    FlangeLookup found;
+    const auto row = std::find_if(flanges.rows.begin(), flanges.rows.end(),
+                                  [&](const FlangeRow& r) { return r.size() == size; });
+    if (row != flanges.rows.end() && !wall && form == FlangeForm::weld_neck)
+        wall = standard_wall(flanges, *row);
+
+    float nominal = size, engine_wall = wall.value_or(0.0f), result[RESULTS] = {};
+    std::int32_t notfound = 0, series = 0;
+    const std::int32_t number = number_of(flanges), blind = form == FlangeForm::blind,
+                       slip_on = form == FlangeForm::slip_on, pn = flanges.metric();
+    GET_FLANGE_DIMENSIONS(&nominal, &number, result, &notfound, &series, &engine_wall, &blind,
+                          &slip_on, &STRAIGHT_HUB, &pn);
+    const std::string name = "class " + flanges.name;
+    if ((notfound & 1) != 0 || row == flanges.rows.end()) {
+        found.fault = "no size " + flanges.size_text(size) + " in " + name;
+        if (result[NEXT] > 0.0f) {
+            found.fault += "; the next is " + flanges.size_text(result[NEXT]);
+        } else if (!flanges.rows.empty()) {
+            found.fault += "; the largest is " + flanges.size_text(flanges.rows.back().size());
+        }
+        return found;
+    }
+    found.items.push_back(name + " size " + short_text(size));
+
+    FlangeDimensions& f = found.flange;
+    f.A = result[OUTSIDE];
+    f.C = result[CIRCLE];
+    f.n = result[BOLTS];
+    f.a = result[BOLT];
+    f.hole = result[HOLE];
+    f.t = known(result[THICKNESS]);
+    f.Fod = known(result[FACE]);
+    if (f.Fod) found.items.push_back(name + " raised face");
+    if (form == FlangeForm::slip_on) {
+        if (!((*row)[Column::slip_on_bore] > 0.0f)) {
+            found.fault = "no slip on flange " + flanges.size_text(size) + " in " + name;
+            return found;
+        }
+        found.items.push_back(name + " slip on");
+        f.B = flanges.inches((*row)[Column::slip_on_bore]);
+        f.g0 = result[G0];
+        f.g1 = result[G1];
+        f.h = result[HUB];
+    } else if (form == FlangeForm::weld_neck) {
+        if ((*row)[Column::length] > 0.0f) f.h = result[HUB];
+        const float neck = flanges.inches((*row)[Column::neck]);
+        if (wall && neck > 0.0f) {
+            if (!(*wall > 0.0f) || !(neck - 2.0f * *wall > 0.0f)) {
+                found.fault = "a wall that leaves a bore in the neck is expected";
+                found.wall_at_fault = true;
+                return found;
+            }
+            // The engine forms a bore of its own with the nominal size; the neck has that of the pipe.
+            f.wall = wall;
+            f.B = neck - 2.0f * *wall;
+            f.g0 = result[G0];
+            f.g1 = result[G1];
+        }
+    }
+    return found;
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,82 @@
+// Standard flanges of the data files: classes, sizes and the dimensions that a flange takes from them.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+inline constexpr std::string_view STANDARD_FLANGE_FILE = "ANSIFlangeDimensions.txt";
+
+// Places of a row, in the unit of its class; 0: not known.
+enum class FlangeColumn {
+    size,
+    series,
+    outside,
+    thickness,
+    blind,
+    length,
+    hub,
+    neck,
+    bolt_circle,
+    hole,
+    bolts,
+    bolt,
+    bore,
+    slip_on_length,
+    slip_on_bore,
+    raised_face,
+    unused,
+    count
+};
+
+struct FlangeRow {
+    std::array<float, static_cast<std::size_t>(FlangeColumn::count)> numbers{};
+
+    float operator[](FlangeColumn c) const { return numbers[static_cast<std::size_t>(c)]; }
+    float size() const { return numbers[0]; }
+};
+
+struct FlangeClass {
+    std::string name; // "150", "PN16"
+    std::vector<FlangeRow> rows;
+
+    bool metric() const { return name.starts_with("PN"); } // millimetres and DN
+    std::string_view standard() const { return metric() ? "EN 1092-1" : "ASME B16.5"; }
+    std::string size_text(float size) const; // "NPS 0.5", "DN 300"
+    float inches(float value) const { return metric() ? value / 25.4f : value; }
+};
+
+// The classes of the file in its order; none without the file.
+std::vector<FlangeClass> flange_classes();
+// "150", "class 150", "pn 16"; a null pointer without such a class.
+const FlangeClass* find_class(const std::vector<FlangeClass>& classes, std::string_view name);
+std::string unknown_class(std::string_view name, const std::vector<FlangeClass>& classes);
+
+// "12", "0.5", "1/2", "1 1/2", "NPS 12", "DN 300": nothing for another text.
+std::optional<float> nominal_size(std::string_view text);
+
+enum class FlangeForm { weld_neck, slip_on, blind };
+
+// Inches. What the file doesn't know, or the form doesn't have, is left open.
+struct FlangeDimensions {
+    float A = 0.0f, C = 0.0f, n = 0.0f, a = 0.0f, hole = 0.0f;
+    std::optional<float> B, t, g0, g1, h, Fod;
+    std::optional<float> wall; // of the pipe at a weld neck
+};
+
+struct FlangeLookup {
+    std::string fault; // empty: found
+    bool wall_at_fault = false;
+    FlangeDimensions flange;
+    std::vector<std::string> items; // of the data file, for what may be approximate
+};
+
+// `wall` in inches; without one that of standard pipe.
+FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm form,
+                            std::optional<float> wall);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,69 @@
+#include "components/element.h"
+
+#include "catalogue/data_folder.h"
+#include "values/text.h"
+
+#include <algorithm>
+
+namespace tarvane::vessel {
+
+void Verdict::say(Status grave, std::string reason) {
+    status = std::max(status, grave);
+    reasons.push_back(std::move(reason));
+}
+
+bool Reading::sound(std::string_view key) const {
+    const auto place = keys.find(key);
+    return place != keys.end() && place->second.sound;
+}
+
+void Reading::fault_at(std::string_view place, std::string_view key, std::string message) {
+    Fault fault{.line = table_line,
+                .key = std::string(key),
+                .message = std::move(message),
+                .path = table_path + '.' + std::string(key)};
+    if (const auto found = keys.find(place); found != keys.end()) {
+        fault.line = found->second.line;
+        if (place == key && !found->second.path.empty()) fault.path = found->second.path;
+    }
+    if (const auto origin = origins.find(place); origin != origins.end()) {
+        const Value& given = origin->second.given;
+        if (!given.null()) fault.value = given.shown();
+    }
+    faults.push_back(std::move(fault));
+}
+
+void Reading::rely_on(std::string_view file) {
+    if (auto fault = data_files.first_fault(file))
+        faults.push_back({.line = table_line,
+                          .key = std::string(file),
+                          .message = std::move(*fault),
+                          .path = table_path});
+}
+
+void Reading::use(const std::string& file, const std::string& item) {
+    rely_on(file);
+    rely_on(APPROXIMATE_FILE);
+    if (data_files.sound(APPROXIMATE_FILE) && is_approximate(file, item))
+        approximate[file].insert(item);
+}
+
+void Reading::tell(std::string note) {
+    if (std::find(notes.begin(), notes.end(), note) == notes.end())
+        notes.push_back(std::move(note));
+}
+
+std::string column_heading(const Element& element) {
+    const std::string description = element.description();
+    if (!description.empty() || element.kind == nullptr) return description;
+    return std::string(element.kind->table) + ' ' + std::to_string(element.number);
+}
+
+std::string name_of(const Element& element) {
+    std::string name = std::string(element.kind->table) + ' ' + std::to_string(element.number);
+    const std::string description = element.description();
+    if (!description.empty()) name += " (" + to_utf8(description) + ')';
+    return name;
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,182 @@
+// The components of a request, and what a kind of component brings along: its table of keys, its
+// checks, its calculation, its verdict and its closing tables. The reader and whoever calculates know
+// components through these alone; element_kinds.cpp lists the kinds.
+#pragma once
+
+#include "catalogue/data_files_check.h"
+#include "catalogue/material_files.h"
+#include "fields/keys.h"
+#include "values/fault.h"
+#include "values/value.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+struct ElementKind;
+struct Request;
+
+// Exit statuses of `tarvane run`, the graver the higher.
+enum class Status { fine = 0, fails = 1, bad_input = 2, stopped = 3 };
+
+struct Verdict {
+    Status status = Status::fine;
+    std::vector<std::string> reasons; // one line each, UTF-8
+
+    void say(Status grave, std::string reason);
+};
+
+// What a calculation gives. A kind adds the results of its own.
+struct Outcome {
+    std::string report;                // the report file: records with marks, Western characters
+    std::vector<std::string> messages; // text of each message box, once each
+    bool stopped = false;              // the engine asked for the end of the run
+    int fatal_code = 0;                // and said why
+
+    virtual ~Outcome() = default;
+};
+
+// What a calculation takes from approximate rows of the data files: by file, the items.
+using ApproximateUses = std::map<std::string, std::set<std::string>>;
+
+// Where the value of a key comes from.
+struct Origin {
+    Value given;      // as it is written; null: it isn't
+    std::string from; // "file", "default", "material SA-105"
+};
+using Origins = std::map<std::string_view, Origin>;
+
+// The table of one component as it is read: which keys are given, and where faults go.
+class Reading {
+  public:
+    // `line` and `path` ("flange[0]") are those of the table.
+    Reading(const UnitSystem& file_units, MaterialFiles& files, DataFilesCheck& check, int line,
+            std::string path, Faults& into)
+        : units(file_units), materials(files), data_files(check), table_line(line),
+          table_path(std::move(path)), faults(into) {}
+
+    const UnitSystem& units;
+    MaterialFiles& materials;
+    ApproximateUses approximate;
+    std::vector<std::string> notes; // UTF-8
+
+    // Something that the user should know, once.
+    void tell(std::string note);
+    bool given(std::string_view key) const { return keys.contains(key); }
+    // Given with a value that can be used, too.
+    bool sound(std::string_view key) const;
+    // A fault at the line of a key; at that of the table for a key that is not given.
+    void fault(std::string_view key, std::string message) {
+        fault_at(key, key, std::move(message));
+    }
+    // The same at the line of another key.
+    void fault_at(std::string_view place, std::string_view key, std::string message);
+    // The calculation goes by a data file: a fault where it is missing or damaged.
+    void rely_on(std::string_view file);
+    // The same by an item of the file: told at the end when it is approximate.
+    void use(const std::string& file, const std::string& item);
+    // A key that isn't given, but whose value comes from elsewhere: it isn't missing then.
+    void supply(std::string_view key, std::string from = {}) {
+        keys[key] = {.line = table_line, .sound = true, .supplied = true};
+        origins[key] = {{}, std::move(from)};
+    }
+    bool supplied(std::string_view key) const {
+        const auto at = keys.find(key);
+        return at != keys.end() && at->second.supplied;
+    }
+    // A key that is given, at `path`.
+    void note(std::string_view key, const Value& value, std::string path, bool is_sound) {
+        keys[key] = {.line = value.at.line, .sound = is_sound, .path = std::move(path)};
+        origins[key] = {value, "file"};
+    }
+    Origins take_origins() { return std::move(origins); }
+
+  private:
+    struct Place {
+        int line;
+        bool sound;
+        bool supplied = false;
+        std::string path = {};
+    };
+    DataFilesCheck& data_files;
+    int table_line;
+    std::string table_path;
+    Faults& faults;
+    std::map<std::string_view, Place> keys;
+    Origins origins;
+};
+
+// A point of an external pressure chart: what a result went by.
+struct ChartPoint {
+    std::string chart;
+    float temperature, yield; // F, psi
+    float A;
+};
+
+struct Element {
+    const ElementKind* kind = nullptr;
+    int line = 0;   // of its table
+    int number = 1; // among the elements of its kind
+    ApproximateUses approximate;
+    std::vector<std::string> notes; // of the reading, UTF-8
+    Origins origins;
+
+    virtual ~Element() = default;
+
+    // Trimmed, Western; empty when the file gives none.
+    virtual std::string description() const = 0;
+
+    // ---- reading, in this order ----
+    // The fallback of each key, then its value when the file gives one, in the engine's units.
+    virtual void put_number(const Key& key, float value) = 0;
+    virtual void put_text(const Key& key, const std::string& western) = 0;
+    // Values that follow from others, and checks over several keys. A key whose value is at fault
+    // still has its fallback here.
+    virtual void complete(Reading& reading) = 0;
+    // The keys that this element cannot do without. The reader tells those that are missing.
+    virtual std::vector<std::string_view> required(const Reading& reading) const = 0;
+
+    // ---- running ----
+    // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
+    // of the report are lost.
+    virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
+    // `outcome` is what calculate gave.
+    virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;
+    // The point of a chart that a drawing can mark.
+    virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
+};
+
+// An element with its outcome, for the tables that close the output.
+struct Calculated {
+    const Element* element;
+    const Outcome* outcome;
+};
+
+struct ElementKind {
+    std::string_view table;  // [[table]] in the file, "table 2" in messages
+    std::string_view plural; // in messages
+    const KeyTable& keys;
+    std::size_t most; // elements of this kind in a file
+    bool single;      // a [table] will do for one of them
+    std::unique_ptr<Element> (*make)();
+    // The closing tables of the elements of this kind, UTF-8; never called for none.
+    std::string (*tables)(std::span<const Calculated> elements, const UnitSystem& units);
+};
+
+// All kinds, in the order of their closing tables.
+std::span<const ElementKind* const> element_kinds();
+
+// Heading of its column in the closing tables, Western: its description or "flange 2".
+std::string column_heading(const Element& element);
+
+// "flange 2 (cover)", UTF-8.
+std::string name_of(const Element& element);
+
+} // namespace tarvane::vessel

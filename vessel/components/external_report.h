@@ -1,0 +1,12 @@
+// What the host writes around the engine's tables in the report of an element under external pressure.
+#pragma once
+
+#include "components/external_session.h"
+
+namespace tarvane::vessel {
+
+// Begins the report; behind it follow the lines of the engine.
+void write_external_inputs(const ExternalInput& element, const UnitSystem& units);
+void write_external_results(const ExternalInput& element, const ExternalOutcome& outcome);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,21 @@
+// Verdict and closing table of elements under external pressure.
+#pragma once
+
+#include "components/external_session.h"
+
+namespace tarvane::vessel {
+
+bool is_short_of_pressure(const ExternalInput& element, const ExternalOutcome& outcome);
+bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& outcome);
+// By the chart and, of a head, by UG-33(a)(1).
+float governing_maep(const ExternalOutcome& outcome);
+float governing_thickness(const ExternalOutcome& outcome);
+// The search for the longest stiffened length goes up to a limit: a length beyond it may hold too.
+bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome);
+
+Verdict judge_external(const ExternalInput& element, const ExternalOutcome& outcome,
+                       const UnitSystem& units);
+
+std::string external_tables(std::span<const Calculated> elements, const UnitSystem& units);
+
+} // namespace tarvane::vessel

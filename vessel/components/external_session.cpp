@@ -1,0 +1,83 @@
+#include "components/external_session.h"
+
+#include "components/convex_head.h"
+#include "components/engine_session.h"
+#include "components/external_report.h"
+#include "tarvane/tarvane.h"
+
+namespace tarvane::vessel {
+
+using N = ExternalNumber;
+
+namespace {
+
+constexpr std::int32_t CHART_WIDTH = 12;
+
+void set_globals(const ExternalInput& element) {
+    const std::int32_t table_g = element.whole_setting(N::table_g);
+    const std::int32_t older = element.older() ? ON : OFF;
+    const std::int32_t stress = element.by_stress() ? ON : OFF;
+    SET_GLOBALS_FROM_TVN(&table_g, &OFF, &older, &stress, &OFF, &ON, &OFF);
+    const std::int32_t code = element.code();
+    SET_MODULE_CODE(&code);
+    const float yield = element.setting(N::Sy);
+    SET_YIELD(&yield);
+    TARVANE_SETUP_ELEMENT* setup = GETSETUP();
+    setup[TARVANE_SETUP_CODE - 1].whole = code;
+    setup[TARVANE_SETUP_PRINT_EXTERNAL - 1].real = 1.0f;
+}
+
+// The curve that SHLEXT will take, before it does: zeros of its numbers say that there is none.
+void look_for_curve(const ExternalInput& element, ExternalOutcome& o) {
+    char chart[CHART_WIDTH];
+    put_blank_padded(chart, sizeof chart, element.chart());
+    const float T = element.setting(N::T), Sy = element.setting(N::Sy);
+    float E = 0.0f, a_elastic = 0.0f, second = 0.0f, a_max = 0.0f, b_max = 0.0f;
+    float c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
+    READ_CHART(chart, CHART_WIDTH, &T, &o.chart_maximum, &E, &a_elastic, &second, &a_max, &b_max,
+               &c0, &c1, &c2, &Sy);
+    o.no_curve = !(E > 0.0f && b_max > 0.0f);
+    o.above_chart = !o.no_curve && T > o.chart_maximum;
+}
+
+void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
+    const auto at = [&](N number) -> const float* {
+        return &element.settings[static_cast<std::size_t>(number)];
+    };
+    char chart[CHART_WIDTH];
+    put_blank_padded(chart, sizeof chart, element.chart());
+    const std::int32_t shape = element.shape(), print = ON,
+                       // D of a torispherical head is no measure of its crown
+        outside = element.outside() && shape != TARVANE_TORISPHERICAL_HEAD ? ON : OFF,
+                       modulus = element.whole_setting(N::material_class),
+                       service = element.whole_setting(N::service);
+    const float D = element.diameter();
+    SHLEXT(at(N::P), at(N::T), chart, CHART_WIDTH, &shape, &D, at(N::t), at(N::c), at(N::k),
+           at(N::L), at(N::alpha), at(N::length), &o.maep, &o.tca, &o.slen, &o.d_o, &o.factor_a,
+           &o.factor_b, &print, at(N::Dsmall), at(N::cone_length), &outside, at(N::S), at(N::Ut),
+           at(N::Sy), &modulus, &o.fha, &o.fail_ca, &service);
+}
+
+} // namespace
+
+ExternalOutcome run_external(const ExternalInput& element, const Request& file) {
+    ExternalOutcome outcome;
+    RESET_ENGINE();
+    set_decimal_comma(file);
+    const Services services(outcome);
+    set_units(file);
+    if (element.convex_head() && missing_for_convex_head(element).empty())
+        outcome.convex = std::make_shared<ConvexHead>(check_convex_head(element));
+    set_globals(element); // behind the check of a head, which has others
+    look_for_curve(element, outcome);
+
+    const ReportUnit report;
+    report.switch_on();
+    write_external_inputs(element, file.units);
+    if (!outcome.no_curve) call_shlext(element, outcome);
+    write_external_results(element, outcome);
+    outcome.report = report.switch_off_and_read();
+    return outcome;
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,28 @@
+// The calls of one element under external pressure: what the host sets, SHLEXT, and what comes back.
+#pragma once
+
+#include "components/external_input.h"
+#include "components/request.h"
+
+#include <memory>
+
+namespace tarvane::vessel {
+
+struct ConvexHead;
+
+struct ExternalOutcome final : Outcome {
+    bool no_curve = false;      // there is no chart to calculate with
+    float chart_maximum = 0.0f; // last temperature of the chart, when T is above it (F)
+    bool above_chart = false;   // and that it is
+    float maep = 0.0f, tca = 0.0f, slen = 0.0f;
+    float d_o = 0.0f;                         // outside diameter, or crown radius, used
+    float factor_a = 0.0f, factor_b = 0.0f;   // 0: not by the charts
+    float fha = 0.0f;                         // 0: by the charts
+    float fail_ca = 0.0f;                     // TARVANE_NO_VALUE: none
+    std::shared_ptr<const ConvexHead> convex; // none: no such head, or keys are missing
+};
+
+// Runs an element of the file. Throws std::runtime_error when the report file cannot be opened or read.
+ExternalOutcome run_external(const ExternalInput& element, const Request& file);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,370 @@
+#include "components/flange_input.h"
+
+#include "catalogue/bolt_sizes.h"
+#include "catalogue/standard_flanges.h"
+#include "components/flange_results.h"
+#include "components/flange_session.h"
+#include "components/material_keys.h"
+#include "components/request.h"
+#include "document/results.h"
+#include "values/text.h"
+
+namespace tarvane::vessel {
+
+const ElementKind FLANGE_KIND{
+    .table = "flange",
+    .plural = "flanges",
+    .keys = flange_keys(),
+    .most = MOST_FLANGES,
+    .single = false,
+    .make =
+        [] {
+            auto flange = std::make_unique<FlangeInput>();
+            flange->kind = &FLANGE_KIND;
+            return std::unique_ptr<Element>(std::move(flange));
+        },
+    .tables = flange_tables,
+};
+
+// ---- reading ---------------------------------------------------------------------------------------
+
+std::string FlangeInput::description() const {
+    std::string name = text_setting(TextSetting::description);
+    name.erase(name.find_last_not_of(' ') + 1);
+    return name;
+}
+
+// The report has room for the first characters. A colon in the last column is no text: the engine rates
+// the flange at its given thickness then.
+void FlangeInput::write_description() {
+    write_slot(slot::description, 15, description());
+    char& last = text[slot::description + 14];
+    if (setting(Setting::keep_thickness) != 0.0f)
+        last = ':';
+    else if (last == ':')
+        last = ' ';
+}
+
+bool FlangeInput::takes_bolt_size() const {
+    return analysis() != 3 && static_cast<int>(record[23]) != 3;
+}
+
+void FlangeInput::write_slot(int offset, std::size_t width, std::string_view western) {
+    std::string padded(western.substr(0, width));
+    padded.resize(width, ' ');
+    text.replace(static_cast<std::size_t>(offset), width, padded);
+}
+
+void FlangeInput::put_number(const Key& key, float value) {
+    const auto index = static_cast<std::size_t>(key.index);
+    if (key.place == Place::record) {
+        record[index] = value;
+    } else if (key.place == Place::setting) {
+        settings[index] = value;
+    } else if (key.place == Place::slot_flag) {
+        write_slot(key.index, 15, value != 0.0f ? "Y" : "N");
+    }
+}
+
+void FlangeInput::put_text(const Key& key, const std::string& western) {
+    if (key.place == Place::slot) {
+        write_slot(key.index, 15, western);
+    } else {
+        texts[static_cast<std::size_t>(key.index)] = western;
+    }
+}
+
+// ---- standard flange ----------------------------------------------------------------------------------
+
+namespace {
+
+std::optional<FlangeForm> form_of(int type) {
+    switch (type) {
+    case 1:
+        return FlangeForm::weld_neck;
+    case 2:
+    case 4:
+        return FlangeForm::slip_on;
+    case 7:
+        return FlangeForm::blind;
+    default:
+        return std::nullopt;
+    }
+}
+
+struct StandardKey {
+    std::string_view name;
+    std::size_t element;
+    std::optional<float> (*value)(const FlangeDimensions&);
+};
+using F = const FlangeDimensions&;
+constexpr StandardKey STANDARD_KEYS[] = {{"B", 10, [](F f) { return f.B; }},
+                                         {"A", 11, [](F f) { return std::optional(f.A); }},
+                                         {"t", 8, [](F f) { return f.t; }},
+                                         {"g0", 16, [](F f) { return f.g0; }},
+                                         {"g1", 17, [](F f) { return f.g1; }},
+                                         {"h", 18, [](F f) { return f.h; }},
+                                         {"C", 21, [](F f) { return std::optional(f.C); }},
+                                         {"a", 22, [](F f) { return std::optional(f.a); }},
+                                         {"n", 24, [](F f) { return std::optional(f.n); }},
+                                         {"Fod", 12, [](F f) { return f.Fod; }}};
+
+} // namespace
+
+// Each of its own keys in the file comes before the dimension of the standard.
+void FlangeInput::take_standard(Reading& reading) {
+    constexpr std::string_view CLASS = "standard.class", SIZE = "standard.size",
+                               WALL = "standard.wall";
+    if (!reading.given(CLASS) && !reading.given(SIZE) && !reading.given(WALL)) return;
+    // What a faulty table would have given isn't missing on top of it.
+    const auto refuse = [&](std::string_view key, std::string message) {
+        if (!message.empty()) reading.fault(key, std::move(message));
+        for (const StandardKey& filled : STANDARD_KEYS)
+            if (!reading.given(filled.name)) reading.supply(filled.name);
+    };
+    if (!reading.sound(CLASS) || !reading.sound(SIZE)) return refuse(CLASS, "");
+    if (reading.given(WALL) && !reading.sound(WALL)) return refuse(WALL, "");
+    if (!reading.sound("type")) return refuse("type", "");
+    const std::optional<FlangeForm> form = form_of(type());
+    if (!form)
+        return refuse(CLASS, "a flange of this type has no standard dimensions; a weld neck, slip "
+                             "on or blind flange has");
+    if (reading.given(WALL) && form != FlangeForm::weld_neck)
+        return refuse(WALL, "only a weld neck takes its bore from the wall of the pipe");
+
+    const std::vector<FlangeClass> classes = flange_classes();
+    const std::string& name = text_setting(TextSetting::standard_class);
+    const FlangeClass* flanges = find_class(classes, name);
+    if (flanges == nullptr) return refuse(CLASS, unknown_class(to_utf8(name), classes));
+    const std::string& size_text = text_setting(TextSetting::standard_size);
+    const std::optional<float> size = nominal_size(size_text);
+    if (!size) return refuse(SIZE, "a nominal size is expected, not " + quoted(to_utf8(size_text)));
+    const std::optional<float> wall =
+        reading.given(WALL) ? std::optional(setting(Setting::standard_wall)) : std::nullopt;
+    const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
+    if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
+
+    bool face = false;
+    for (const StandardKey& key : STANDARD_KEYS) {
+        const std::optional<float> value = key.value(found.flange);
+        if (!value || reading.given(key.name)) continue;
+        record[key.element] = *value;
+        reading.supply(key.name);
+        face = face || key.name == "Fod";
+    }
+    for (const std::string& item : found.items) {
+        if (face || !item.ends_with("raised face"))
+            reading.use(std::string(STANDARD_FLANGE_FILE), item);
+    }
+}
+
+// ---- materials ---------------------------------------------------------------------------------------
+
+MaterialSelection FlangeInput::material_selection() const {
+    return {.code = code(),
+            .metric = whole_setting(Setting::material_metric) == 1,
+            .force_div1 = whole_setting(Setting::force_div1) == 1,
+            .d2_class = whole_setting(Setting::d2_class),
+            .year = whole_setting(Setting::material_year)};
+}
+
+// Each of its own keys in the file comes before what the record says.
+void FlangeInput::take_material(Reading& reading) {
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    MaterialKeys keys{.name_key = "material",
+                      .reference_key = "material_reference",
+                      .name = text.substr(slot::flange_material, 15),
+                      .reference = whole_setting(Setting::material_reference),
+                      .selection = material_selection(),
+                      .temperature = design_temperature};
+    if (reading.sound("t")) keys.thickness = record[8];
+    const Material* material = find_material(reading, keys, {"Sfo", "Sfa"});
+    if (material == nullptr) return;
+    if (!reading.given("Sfo") || !reading.given("Sfa")) sized_material = *material;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sfo", design_temperature))
+        record[6] = *stress;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sfa", AMBIENT))
+        record[7] = *stress;
+    if (!reading.given("material_class") && material->modulus > 0)
+        record[34] = static_cast<float>(material->modulus);
+    if (!reading.given("chart")) write_slot(slot::chart, 15, material->chart);
+    if (!reading.given("chart_yield")) put_setting(Setting::chart_yield, material->yield);
+    if (!reading.given("p_number"))
+        put_setting(Setting::p_number, static_cast<float>(p_number_of(*material)));
+}
+
+void FlangeInput::take_bolt_material(Reading& reading) {
+    MaterialKeys keys{.name_key = "bolt_material",
+                      .reference_key = "bolt_reference",
+                      .name = text.substr(slot::bolt_material, 15),
+                      .reference = static_cast<int>(record[75]),
+                      .selection = material_selection()};
+    const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
+    keys.temperature = design_temperature;
+    if (reading.sound("a")) keys.size = record[22];
+    const Material* material = find_material(reading, keys, {"Sb", "Sa"});
+    if (material == nullptr) return;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sb", design_temperature))
+        record[19] = *stress;
+    if (const auto stress = supply_stress(reading, keys, *material, "Sa", AMBIENT))
+        record[20] = *stress;
+    if (!reading.given("bolt_reference")) record[75] = static_cast<float>(material->reference);
+}
+
+// Rows of the text tables that this flange will use.
+void FlangeInput::note_tables(Reading& reading) const {
+    if (code() <= 2) reading.rely_on(MODULUS_FILE); // looked up for every flange of these codes
+    const bool cover = text[slot::channel_cover] == 'Y' && setting(Setting::cover_modulus) == 0.0f;
+    if (code() <= 2 && (cover || setting(Setting::rigidity) != 0.0f))
+        reading.use("ElastAlp07.txt", "modulus " + std::to_string(static_cast<int>(record[34])));
+    for (const Choice& series : flange_keys().find("bolting")->choices) {
+        if (series.number != static_cast<int>(record[23])) continue;
+        reading.use("BOLTDATA.TXT", std::string(series.name));
+    }
+}
+
+// ---- checks -----------------------------------------------------------------------------------------
+
+// Values that the engine would take as they are, or read as something else: a thickness that is not above
+// 0 counts as 2 inches.
+void FlangeInput::check_values(Reading& reading) const {
+    const auto value = [&](std::string_view name) {
+        const Key& key = *flange_keys().find(name);
+        const auto index = static_cast<std::size_t>(key.index);
+        return key.place == Place::record ? record[index] : settings[index];
+    };
+    for (const std::string_view key : {"t", "E"}) {
+        if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
+    }
+    for (const std::string_view key : {"ci", "ce", "tg", "y"}) {
+        if (reading.sound(key) && !(value(key) >= 0.0f))
+            reading.fault(key, "it must not be below 0");
+    }
+    if (reading.sound("rating") && !(value("rating") > 0.0f))
+        reading.fault("rating", "it must be above 0");
+    if (reading.sound("E") && value("E") > 1.0f)
+        reading.fault("E", "a joint efficiency up to 1 is expected");
+}
+
+// The engine would take the next smaller size, or the smallest.
+void FlangeInput::check_bolt_size(Reading& reading) const {
+    const float a = record[22];
+    const bool known = reading.sound("a") && reading.sound("bolting") &&
+                       (reading.sound("kind") || !reading.given("kind")) &&
+                       (a != 0.0f || !reading.supplied("a"));
+    if (!known || !takes_bolt_size()) return;
+    const int threads = static_cast<int>(record[23]);
+    std::string series;
+    for (const Choice& choice : flange_keys().find("bolting")->choices) {
+        if (choice.number == threads && series.empty()) series = quoted(choice.name);
+    }
+    const BoltSizes sizes(threads);
+    if (sizes.empty())
+        return reading.fault("bolting", "BOLTDATA.TXT has no bolts of the thread series " + series);
+    if (sizes.lists(a) || whole_setting(Setting::bolt_size) == BOLT_NEAREST) return;
+    std::string nearest;
+    for (const float size : sizes.neighbours(a)) {
+        nearest +=
+            (nearest.empty() ? "" : " and ") + shown(size, Quantity::diameter, reading.units);
+    }
+    reading.fault("a", "the thread series " + series + " has no bolt of " +
+                           shown(a, Quantity::diameter, reading.units) + "; the nearest are of " +
+                           nearest + ", and bolt_size = \"nearest\" takes " +
+                           shown(sizes.taken(a), Quantity::diameter, reading.units));
+}
+
+void FlangeInput::complete(Reading& reading) {
+    check_values(reading);
+    take_standard(reading);
+    check_bolt_size(reading);
+    take_material(reading);
+    take_bolt_material(reading);
+    note_tables(reading);
+    if (!reading.given("P_operating")) put_setting(Setting::design_pressure_operating, record[4]);
+
+    write_description();
+    const bool edition_fits =
+        edition() == EDITION_CURRENT || code() == (edition() == EDITION_OLDER ? 2 : 1);
+    if (!edition_fits) {
+        reading.fault("edition", edition() == EDITION_OLDER
+                                     ? "\"older\" is an edition of code VIII-2 only"
+                                     : "\"A98\" is an edition of code VIII-1 only");
+    }
+    if (text[slot::channel_cover] == 'Y') {
+        if (type() != 7) {
+            reading.fault("channel_cover", "only a blind flange is one");
+        } else if (reading.given("B")) {
+            reading.fault("B", "a channel cover has no inside diameter");
+        }
+        record[10] = setting(Setting::cover_modulus);
+    }
+}
+
+// By type and kind.
+std::vector<std::string_view> FlangeInput::required(const Reading& reading) const {
+    const auto has = [&](std::string_view key) { return reading.given(key); };
+    std::vector<std::string_view> keys{"type", "P",   "T",  "Sfo", "Sfa", "bolting", "Sb",    "Sa",
+                                       "Fod",  "Fid", "Go", "Gi",  "m",   "y",       "facing"};
+    // Where the type or the kind is at fault, what it needs is not known.
+    for (const std::string_view key : {"type", "kind"}) {
+        if (has(key) && !reading.sound(key)) return keys;
+    }
+    const auto also = [&](std::initializer_list<std::string_view> more) {
+        keys.insert(keys.end(), more);
+    };
+    if (has("type") && type() != 7) also({"B"});
+    if (analysis() == 1) also({"t"});
+    if (analysis() != 3) also({"A", "C", "a", "n"});
+    // g0, g1 or h of 0 says that there is no hub.
+    const bool hub = type() == 1 || type() == 8 || (has("g0") && record[TARVANE_go] != 0.0f) ||
+                     (has("g1") && record[TARVANE_g1] != 0.0f) ||
+                     (has("h") && record[TARVANE_h] != 0.0f);
+    if (hub && type() != 7 && type() != 9) also({"g0", "g1", "h"});
+    if (analysis() == 3 && type() == 8) also({"A"});
+    if (type() == 6) also({"LjID", "LjOD"});
+    if (type() == 9) also({"tShell"});
+    if (has("standard.class") || has("standard.size") || has("standard.wall"))
+        also({"standard.class", "standard.size"});
+    if (has("D") || has("d")) also({"D", "d"});
+    if (static_cast<int>(record[23]) == 3) also({"root_area"});
+    if (columns_differ(static_cast<int>(record[27]))) also({"column"});
+    if (text[slot::mating_loads] == 'Y')
+        also({"mating_operating", "mating_seating", "mating_design"});
+    if (text[slot::partition_gasket] == 'Y') {
+        also({"lp", "tp", "mPart", "yPart"});
+        if (columns_differ(static_cast<int>(record[57]))) also({"column_part"});
+    }
+    if (record[69] == 1.0f) also({"D1"});
+    return keys;
+}
+
+// ---- running ---------------------------------------------------------------------------------------
+
+std::unique_ptr<Outcome> FlangeInput::calculate(const Request& file) const {
+    return std::make_unique<FlangeOutcome>(run_flange(*this, file));
+}
+
+Verdict FlangeInput::judge(const Outcome& outcome, const UnitSystem& units) const {
+    const auto& own = static_cast<const FlangeOutcome&>(outcome);
+    Verdict verdict = judge_flange(*this, own, units);
+    // A thickness that was found can be above the size that the stresses hold up to.
+    const float most = sized_material ? sized_material->size_to : 0.0f;
+    if (most > 0.0f && own.t_req > most) {
+        verdict.say(Status::fails, "the stresses of " + sized_material->name + ", reference " +
+                                       std::to_string(sized_material->reference) + ", hold up to " +
+                                       shown(most, Quantity::thickness, units) + ", not for the " +
+                                       shown(own.t_req, Quantity::thickness, units) + " found");
+    }
+    return verdict;
+}
+
+std::vector<const FlangeInput*> flanges_of(const Request& file) {
+    std::vector<const FlangeInput*> flanges;
+    for (const auto& element : file.elements) {
+        if (element->kind == &FLANGE_KIND)
+            flanges.push_back(static_cast<const FlangeInput*>(element.get()));
+    }
+    return flanges;
+}
+
+} // namespace tarvane::vessel

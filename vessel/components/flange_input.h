@@ -1,0 +1,55 @@
+// A [[flange]] of an input file, in the engine's units.
+#pragma once
+
+#include "components/element.h"
+#include "fields/flange_keys.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+inline constexpr int RECORD_ELEMENTS = 200;
+inline constexpr std::size_t TEXT_LENGTH = 435;  // the last label of the flange text ends here
+inline constexpr std::size_t MOST_FLANGES = 500; // rows of the element tables
+
+extern const ElementKind FLANGE_KIND;
+
+struct FlangeInput final : Element, Settings<Setting, TextSetting> {
+    std::array<float, RECORD_ELEMENTS + 1> record{};  // one-based; the engine's units
+    std::string text = std::string(TEXT_LENGTH, ' '); // slots of 15 Western characters
+
+    int code() const { return whole_setting(Setting::code); }
+    int edition() const { return whole_setting(Setting::edition); }
+    int type() const { return static_cast<int>(record[2]); }
+    int analysis() const { return static_cast<int>(record[3]); }
+    bool takes_bolt_size() const; // the given one is neither selected nor that of a root area
+    void write_slot(int offset, std::size_t width, std::string_view western);
+
+    std::string description() const override;
+    void put_number(const Key& key, float value) override;
+    void put_text(const Key& key, const std::string& western) override;
+    void complete(Reading& reading) override;
+    std::vector<std::string_view> required(const Reading& reading) const override;
+    std::unique_ptr<Outcome> calculate(const Request& file) const override;
+    Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+
+  private:
+    std::optional<Material> sized_material; // that stresses were taken of
+
+    void write_description();
+    void check_bolt_size(Reading& reading) const;
+    void check_values(Reading& reading) const;
+    void take_standard(Reading& reading);
+    MaterialSelection material_selection() const;
+    void take_material(Reading& reading);
+    void take_bolt_material(Reading& reading);
+    void note_tables(Reading& reading) const;
+};
+
+// The flanges of a file in their order.
+std::vector<const FlangeInput*> flanges_of(const Request& file);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,35 @@
+// The calls of one flange: what the host sets, FLANGE_CALC, and what comes back.
+#pragma once
+
+#include "components/flange_input.h"
+#include "components/request.h"
+
+#include "tarvane/results.h"
+
+#include <array>
+
+namespace tarvane::vessel {
+
+struct FlangeOutcome final : Outcome {
+    std::array<float, RECORD_ELEMENTS + 1> record{}; // one-based, as the call left it
+    float map_nc = 0.0f;
+    float t_req_new_cold = 0.0f;
+    float t_req_new = 0.0f;
+    float mawp = 0.0f;
+    float t_req = 0.0f;
+    TARVANE_FLANGE_RESULTS found{};
+
+    float result(int element) const { return record[static_cast<std::size_t>(element)]; }
+};
+
+// The two halves of run_flange: what the host sets, from RESET_ENGINE on, then the call with the report
+// gates as they stand. write_case as FLANGE_CALC takes it.
+void set_up_flange(const FlangeInput& flange, const Request& file);
+void call_flange(const FlangeInput& flange, const Request& file, std::int32_t write_case,
+                 FlangeOutcome& outcome);
+
+// Runs a flange of the file in the vessel form. Throws std::runtime_error when the report file cannot
+// be opened or read.
+FlangeOutcome run_flange(const FlangeInput& flange, const Request& file);
+
+} // namespace tarvane::vessel

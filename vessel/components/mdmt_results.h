@@ -1,0 +1,24 @@
+// Verdict and closing table of metal temperatures.
+#pragma once
+
+#include "components/mdmt_session.h"
+
+#include <optional>
+
+namespace tarvane::vessel {
+
+// Nothing where the engine found none.
+std::optional<float> curve_temperature(const MdmtOutcome& outcome);
+std::optional<float> reduced_temperature(const MdmtOutcome& outcome);
+std::optional<float> reduction_of(const MdmtOutcome& outcome);
+std::optional<float> ug20f_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
+// The lowest of them: down to it the element may run as it is.
+std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
+// The temperature that the file asks for is not reached.
+bool falls_short(const MdmtInput& element, const MdmtOutcome& outcome);
+
+Verdict judge_mdmt(const MdmtInput& element, const MdmtOutcome& outcome, const UnitSystem& units);
+
+std::string mdmt_tables(std::span<const Calculated> elements, const UnitSystem& units);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,30 @@
+// The openings of a flat head or cover that break a rule of UG-39, in words.
+#pragma once
+
+#include "catalogue/units.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tarvane::vessel {
+
+// As GETFLANGERESULTS and GETSHELLRESULTS tell them: the rule, the length that breaks it, its limit.
+struct OpeningFaults {
+    std::span<const std::int32_t> rules;
+    std::span<const float> found, limits;
+};
+
+template <class Results>
+OpeningFaults faults_of(const Results& results) {
+    const auto count = static_cast<std::size_t>(results.opening_violations);
+    return {{results.opening_rule, count},
+            {results.opening_found, count},
+            {results.opening_limit, count}};
+}
+
+// One line each.
+std::vector<std::string> opening_faults(const OpeningFaults& faults, const UnitSystem& units);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,92 @@
+#include "components/read_value.h"
+
+#include "document/results.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr double LARGEST_WHOLE = 16777216.0; // the engine's record holds whole numbers as singles
+
+Taken<float> wrong(const Value& value, const Key& key, const std::string& wanted) {
+    return {std::nullopt, not_expected(value, wanted, key.meaning)};
+}
+
+Taken<float> take_choice(const Value& value, const Key& key, const UnitSystem& units) {
+    if (const std::string* text = value.text()) {
+        const std::string name = folded(*text);
+        for (const Choice& c : key.choices) {
+            if (folded(c.name) == name) return {static_cast<float>(c.number), {}};
+        }
+    } else if (const std::int64_t* number = value.whole()) {
+        for (const Choice& c : key.choices) {
+            if (c.number == *number) return {static_cast<float>(c.number), {}};
+        }
+    }
+    const auto [low, high] =
+        std::minmax_element(key.choices.begin(), key.choices.end(),
+                            [](const Choice& a, const Choice& b) { return a.number < b.number; });
+    return wrong(value, key,
+                 expected(key, units) + " or " + std::to_string(low->number) + " to " +
+                     std::to_string(high->number));
+}
+
+// 150, 0.5: a number as a text.
+std::optional<std::string> designation(const Value& value) {
+    const std::optional<double> number = value.number();
+    if (!number || !std::isfinite(*number)) return std::nullopt;
+    char text[40];
+    std::snprintf(text, sizeof text, "%.9g", *number);
+    return text;
+}
+
+} // namespace
+
+std::string not_expected(const Value& value, const std::string& wanted, std::string_view meaning) {
+    std::string message = wanted + " is expected, not " + value.shown();
+    if (!meaning.empty()) message += " (" + std::string(meaning) + ')';
+    return message;
+}
+
+bool is_text(const Key& key) {
+    return key.quantity == Quantity::text || key.quantity == Quantity::designation;
+}
+
+Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& units) {
+    if (key.quantity == Quantity::choice) return take_choice(value, key, units);
+    const std::string wanted = expected(key, units);
+    if (key.quantity == Quantity::flag) {
+        if (const bool* flag = value.flag()) return {*flag ? 1.0f : 0.0f, {}};
+        return wrong(value, key, wanted);
+    }
+    const std::optional<double> number = value.number();
+    if (!number) return wrong(value, key, wanted);
+    if (key.quantity == Quantity::whole &&
+        (*number != std::floor(*number) || std::fabs(*number) > LARGEST_WHOLE))
+        return wrong(value, key, wanted);
+    const float single = units.to_engine(static_cast<float>(*number), key.quantity);
+    if (!std::isfinite(single)) return wrong(value, key, wanted);
+    if (key.quantity == Quantity::temperature && below_absolute_zero(single)) {
+        return wrong(value, key,
+                     "a temperature from absolute zero on, " +
+                         shown(ABSOLUTE_ZERO, Quantity::temperature, units) + ',');
+    }
+    return {single, {}};
+}
+
+Taken<std::string> take_text(const Value& value, const Key& key, const UnitSystem& units) {
+    const std::string* text = value.text();
+    std::optional<std::string> western = text ? to_western(*text) : std::nullopt;
+    if (key.quantity == Quantity::designation && !text) western = designation(value);
+    if (western && western->size() <= static_cast<std::size_t>(key.width)) return {western, {}};
+    std::string wanted = expected(key, units);
+    if (text != nullptr && !western) wanted += " of the Western alphabet";
+    return {std::nullopt, not_expected(value, wanted, key.meaning)};
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,32 @@
+// One value of a request as its key takes it.
+#pragma once
+
+#include "fields/keys.h"
+#include "values/value.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarvane::vessel {
+
+// A value, or why there is none.
+template <class T>
+struct Taken {
+    std::optional<T> value;
+    std::string fault;
+};
+
+// In the engine's units: a number is parsed as double and rounded once, and the unit's factor is applied
+// in single precision.
+Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& units);
+// In the engine's Western characters.
+Taken<std::string> take_text(const Value& value, const Key& key, const UnitSystem& units);
+
+bool is_text(const Key& key);
+
+// "a number in mm is expected, not the text "ten" (meaning)".
+std::string not_expected(const Value& value, const std::string& wanted,
+                         std::string_view meaning = {});
+
+} // namespace tarvane::vessel

@@ -1,0 +1,403 @@
+#include "components/reader.h"
+
+#include "components/fault_list.h"
+#include "components/read_units.h"
+#include "components/read_value.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace tarvane::vessel {
+
+namespace {
+
+using Kinds = std::span<const ElementKind* const>;
+
+constexpr std::string_view FILE_KEYS[] = {"tarvane", "units", "decimal_comma", "metric_constants",
+                                          "vessel"};
+constexpr std::int64_t NEWEST_FORM = 1;
+
+// A table whose keys hold for every component that doesn't give them.
+struct CommonTable {
+    const Table& table;
+    std::string prefix; // of paths: "vessel."
+    bool newer;         // by the one vocabulary
+};
+
+class Reader {
+  public:
+    Reader(ReadResult& into, Kinds kinds)
+        : result(into), request(into.request), faults(into.faults), known_kinds(kinds) {}
+
+    void read(const Table& root);
+
+  private:
+    ReadResult& result;
+    Request& request;
+    FaultList faults;
+    Kinds known_kinds;
+    MaterialFiles materials;
+    DataFilesCheck data_files;
+
+    // A table that describes a component.
+    struct Source {
+        const ElementKind* kind;
+        const Value* value;
+        int number;
+
+        const Table& table() const { return *value->table(); }
+        std::string path() const {
+            return std::string(kind->table) + '[' + std::to_string(number - 1) + ']';
+        }
+    };
+    // A value with the name under which it is written.
+    struct Written {
+        const Value* value;
+        std::string name;
+    };
+
+    bool read_flag(const Table& root, std::string_view key, bool fallback);
+    void read_file_keys(const Table& root);
+    std::vector<CommonTable> common_tables(const Table& root, Kinds kinds);
+    void check_names(const Table& table, std::string_view prefix, Kinds kinds,
+                     std::span<const std::string_view> others);
+    bool check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds kinds);
+    std::vector<Source> find_components(const Table& root, const ElementKind& kind);
+    Written find_own(const Table& table, const KeyTable& keys, const Key& key,
+                     const std::string& path);
+    Written find_common(const CommonTable& common, const KeyTable& keys, const Key& key) const;
+    void read_key(const Written& written, const Key& key, const std::string& path, Element& element,
+                  Reading& reading);
+    void read_component(const Source& source, std::span<const CommonTable> common);
+};
+
+// ---- names ---------------------------------------------------------------------------------------------
+
+std::string nearest_key(std::string_view name, std::span<const std::string_view> others,
+                        Kinds kinds) {
+    std::string_view near;
+    for (const ElementKind* kind : kinds) {
+        if (near.empty()) near = kind->keys.synonym(name);
+    }
+    std::string message =
+        near.empty() ? nearest_name(name, others) : "; the nearest is " + std::string(near);
+    if (message.empty()) return message;
+    // The first of several kinds that knows the key gives its meaning.
+    near = std::string_view(message).substr(std::string_view("; the nearest is ").size());
+    for (const ElementKind* kind : kinds) {
+        if (const Key* key = kind->keys.find(near))
+            return message + ", " + std::string(key->meaning);
+    }
+    return message;
+}
+
+// Keys that the table doesn't have.
+void Reader::check_names(const Table& table, std::string_view prefix, Kinds kinds,
+                         std::span<const std::string_view> others) {
+    std::vector<std::string_view> names;
+    for (const ElementKind* kind : kinds) {
+        for (const Key& key : kind->keys.keys)
+            names.push_back(key.name);
+    }
+    names.insert(names.end(), others.begin(), others.end());
+    const auto knows = [&](const std::string& name) {
+        return std::find(others.begin(), others.end(), name) != others.end() ||
+               std::any_of(kinds.begin(), kinds.end(), [&](const ElementKind* kind) {
+                   return kind->keys.resolve(name) != nullptr;
+               });
+    };
+    std::vector<const Table::Entry*> unknown;
+    for (const Table::Entry& entry : table) {
+        if (!knows(entry.key) && !check_inner_table(entry, prefix, kinds))
+            unknown.push_back(&entry);
+    }
+    faults.unknown(std::move(unknown), prefix,
+                   [&](std::string_view name) { return nearest_key(name, names, kinds); });
+}
+
+// Faults of a table of keys. False for a name that is no such table.
+bool Reader::check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds kinds) {
+    std::vector<std::string_view> names;
+    for (const ElementKind* kind : kinds) {
+        if (names.empty()) names = kind->keys.names_in(entry.key);
+    }
+    if (names.empty()) return false;
+    const Table* table = entry.value.table();
+    if (table == nullptr) {
+        std::string list;
+        for (const std::string_view name : names)
+            list += (list.empty() ? "" : ", ") + std::string(name);
+        faults.wrong(entry.value, entry.key, "a table of " + list);
+        return true;
+    }
+    std::vector<const Table::Entry*> unknown;
+    for (const Table::Entry& inner : *table) {
+        if (std::find(names.begin(), names.end(), inner.key) == names.end())
+            unknown.push_back(&inner);
+    }
+    std::string path(prefix);
+    if (!path.empty()) path += '.';
+    faults.unknown(std::move(unknown), path + entry.key,
+                   [&](std::string_view name) { return nearest_name(name, names); });
+    return true;
+}
+
+// ---- components -------------------------------------------------------------------------------------------
+
+// The value of a name, which may stand in a table of its own; a null pointer without one.
+const Value* find_value(const Table& table, std::string_view name) {
+    const std::size_t point = name.find('.');
+    const Value* value = table.find(name.substr(0, point));
+    if (value == nullptr || point == std::string_view::npos) return value;
+    const Table* inner = value->table();
+    return inner == nullptr ? nullptr : inner->find(name.substr(point + 1));
+}
+
+// The names of a key, its own first.
+std::vector<std::string> names_of(const KeyTable& keys, const Key& key) {
+    std::vector<std::string> names{std::string(key.name)};
+    for (const Alias& alias : keys.aliases) {
+        if (alias.ours == key.name) names.emplace_back(alias.other);
+    }
+    for (const InnerTable& inner : keys.tables) {
+        if (std::find(inner.keys.begin(), inner.keys.end(), key.name) != inner.keys.end())
+            names.push_back(std::string(inner.name) + '.' + std::string(key.name));
+    }
+    return names;
+}
+
+Reader::Written Reader::find_own(const Table& table, const KeyTable& keys, const Key& key,
+                                 const std::string& path) {
+    Written found{nullptr, {}};
+    for (std::string& name : names_of(keys, key)) {
+        const Value* value = find_value(table, name);
+        if (value == nullptr) continue;
+        if (found.value == nullptr) {
+            found = {value, std::move(name)};
+            continue;
+        }
+        faults.add(value->at, name, "given as " + found.name + ", too; one of them is expected");
+        faults.list().back().path = path + '.' + name;
+        faults.list().back().value = value->shown();
+    }
+    return found;
+}
+
+Reader::Written Reader::find_common(const CommonTable& common, const KeyTable& keys,
+                                    const Key& key) const {
+    if (common.newer && key.name == "description") return {nullptr, {}};
+    for (std::string& name : names_of(keys, key)) {
+        // The list of [[external]] is no value for the key `external` of a shell.
+        const bool is_list = std::any_of(known_kinds.begin(), known_kinds.end(),
+                                         [&](const ElementKind* k) { return k->table == name; });
+        const Value* value = find_value(common.table, name);
+        if (value == nullptr || (is_list && value->list() != nullptr)) continue;
+        const bool shared =
+            std::none_of(keys.aliases.begin(), keys.aliases.end(), [&](const Alias& alias) {
+                const Shared which = common.newer ? alias.in_newer_files : alias.in_older_files;
+                return (which == Shared::ours && alias.other == name) ||
+                       (which == Shared::other && alias.ours == name);
+            });
+        if (shared) return {value, std::move(name)};
+    }
+    return {nullptr, {}};
+}
+
+void Reader::read_key(const Written& written, const Key& key, const std::string& path,
+                      Element& element, Reading& reading) {
+    std::string fault;
+    if (is_text(key)) {
+        Taken<std::string> text = take_text(*written.value, key, request.units);
+        if (text.value) element.put_text(key, *text.value);
+        fault = std::move(text.fault);
+    } else {
+        Taken<float> number = take_number(*written.value, key, request.units);
+        if (number.value) element.put_number(key, *number.value);
+        fault = std::move(number.fault);
+    }
+    reading.note(key.name, *written.value, path, fault.empty());
+    if (fault.empty()) return;
+    faults.add(written.value->at, written.name, std::move(fault));
+    faults.list().back().path = path;
+    faults.list().back().value = written.value->shown();
+}
+
+void Reader::read_component(const Source& source, std::span<const CommonTable> common) {
+    const KeyTable& keys = source.kind->keys;
+    std::unique_ptr<Element> element = source.kind->make();
+    element->line = source.value->at.line;
+    element->number = source.number;
+    const std::string path = source.path();
+    Reading reading(request.units, materials, data_files, element->line, path, faults.list());
+
+    for (const Key& key : keys.keys) {
+        if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));
+        Written written = find_own(source.table(), keys, key, path);
+        std::string place = path + '.' + written.name;
+        for (const CommonTable& table : common) {
+            if (written.value != nullptr) break;
+            written = find_common(table, keys, key);
+            place = table.prefix + written.name;
+        }
+        if (written.value != nullptr) read_key(written, key, place, *element, reading);
+    }
+
+    // A flag that is left open is on when one of the keys that belong to it is given.
+    for (const Key& key : keys.keys) {
+        if (!key.group.empty() && reading.given(key.name) && !reading.given(key.group))
+            element->put_number(*keys.find(key.group), 1.0f);
+    }
+
+    element->complete(reading);
+
+    std::vector<std::string_view> missing;
+    for (const std::string_view name : element->required(reading)) {
+        if (reading.given(name)) continue;
+        if (std::find(missing.begin(), missing.end(), name) != missing.end()) continue;
+        missing.push_back(name);
+        const Key& key = *keys.find(name);
+        reading.fault(name, "missing in " + std::string(source.kind->table) + ' ' +
+                                std::to_string(source.number) + "; " +
+                                expected(key, request.units) + " is expected (" +
+                                std::string(key.meaning) + ")");
+    }
+    element->approximate = std::move(reading.approximate);
+    element->notes = std::move(reading.notes);
+    element->origins = reading.take_origins();
+    request.elements.push_back(std::move(element));
+}
+
+// "[[flange]], [[shell]]" for the messages.
+std::string table_names(Kinds kinds) {
+    std::string names;
+    for (const ElementKind* kind : kinds)
+        names += (names.empty() ? "[[" : ", [[") + std::string(kind->table) + "]]";
+    return names;
+}
+
+// The tables of one kind in their order; none where there are none, or where they are at fault.
+std::vector<Reader::Source> Reader::find_components(const Table& root, const ElementKind& kind) {
+    const Value* value = root.find(kind.table);
+    if (value == nullptr) return {};
+    if (kind.single && value->table() != nullptr) return {{&kind, value, 1}};
+    const List* list = value->list();
+    if (list != nullptr && list->empty()) return {};
+    const std::string name(kind.table);
+    const bool tables =
+        list != nullptr && std::all_of(list->begin(), list->end(),
+                                       [](const Value& v) { return v.table() != nullptr; });
+    if (!tables) {
+        faults.wrong(*value, name, "a list of [[" + name + "]] tables");
+        return {};
+    }
+    if (list->size() > kind.most) {
+        faults.add(value->at, name,
+                   "at most " + std::to_string(kind.most) + ' ' + std::string(kind.plural) +
+                       " are expected, not " + std::to_string(list->size()));
+        return {};
+    }
+    std::vector<Source> sources;
+    for (const Value& component : *list)
+        sources.push_back({&kind, &component, static_cast<int>(sources.size()) + 1});
+    return sources;
+}
+
+// ---- the whole -----------------------------------------------------------------------------------------
+
+bool Reader::read_flag(const Table& root, std::string_view key, bool fallback) {
+    const Value* value = root.find(key);
+    if (value == nullptr) return fallback;
+    if (const bool* flag = value->flag()) return *flag;
+    faults.wrong(*value, key, "true or false");
+    return fallback;
+}
+
+void Reader::read_file_keys(const Table& root) {
+    if (const Value* units = root.find("units")) request.units = read_units(*units, faults);
+    request.decimal_comma = read_flag(root, "decimal_comma", false);
+    request.metric_constants = read_flag(root, "metric_constants", request.units.metric());
+    const Value* form = root.find("tarvane");
+    if (form != nullptr && (form->whole() == nullptr || *form->whole() != NEWEST_FORM))
+        faults.wrong(*form, "tarvane", "1, the form of the file,");
+}
+
+// The head of the file and [vessel] are one thing: a key in both is a fault.
+std::vector<CommonTable> Reader::common_tables(const Table& root, Kinds kinds) {
+    std::vector<CommonTable> tables{{root, "", root.find("tarvane") != nullptr}};
+    const Value* vessel = root.find("vessel");
+    if (vessel == nullptr) return tables;
+    if (vessel->table() == nullptr) {
+        faults.wrong(*vessel, "vessel", "a table of keys that hold for every component");
+        return tables;
+    }
+    constexpr std::string_view OWN[] = {"description"};
+    check_names(*vessel->table(), "vessel", kinds, OWN);
+    for (const Table::Entry& entry : *vessel->table()) {
+        if (root.find(entry.key) == nullptr) continue;
+        faults.add(entry.at, entry.key,
+                   "given at the head of the file, too; one of them is expected");
+        faults.list().back().path = "vessel." + entry.key;
+        faults.list().back().value = entry.value.shown();
+    }
+    tables.push_back({*vessel->table(), "vessel.", true});
+    return tables;
+}
+
+void Reader::read(const Table& root) {
+    read_file_keys(root);
+
+    std::vector<Source> sources;
+    std::vector<const ElementKind*> kinds; // that the request has
+    bool faulty = false;
+    for (const ElementKind* kind : known_kinds) {
+        const std::size_t before = faults.size();
+        const std::vector<Source> found = find_components(root, *kind);
+        faulty = faulty || faults.size() > before;
+        if (root.find(kind->table) != nullptr) kinds.push_back(kind);
+        sources.insert(sources.end(), found.begin(), found.end());
+    }
+    if (kinds.empty()) kinds.assign(known_kinds.begin(), known_kinds.end());
+
+    std::vector<std::string_view> others(std::begin(FILE_KEYS), std::end(FILE_KEYS));
+    for (const ElementKind* kind : known_kinds)
+        others.push_back(kind->table);
+    check_names(root, "", kinds, others);
+    const std::vector<CommonTable> common = common_tables(root, kinds);
+
+    if (sources.empty() && !faulty) {
+        faults.add({.line = 1}, known_kinds.front()->table,
+                   "missing; one or more " + table_names(known_kinds) + " tables are expected");
+    }
+    std::stable_sort(sources.begin(), sources.end(), [](const Source& a, const Source& b) {
+        const Position &p = a.value->at, &q = b.value->at;
+        return p.line != q.line ? p.line < q.line : p.column < q.column;
+    });
+    for (const Source& source : sources) {
+        check_names(source.table(), source.path(), Kinds(&source.kind, 1), {});
+        read_component(source, common);
+    }
+}
+
+} // namespace
+
+ReadResult read_request(const Table& root, Kinds kinds) {
+    ReadResult result;
+    Reader(result, kinds).read(root);
+    sort_faults(result.faults);
+    if (!result.faults.empty()) result.request.elements.clear();
+    return result;
+}
+
+void sort_faults(Faults& faults) {
+    std::stable_sort(faults.begin(), faults.end(),
+                     [](const Fault& a, const Fault& b) { return a.line < b.line; });
+    std::set<std::tuple<int, std::string, std::string>> known;
+    std::erase_if(faults, [&](const Fault& f) {
+        // Without lines the same words may be said of two components.
+        const std::string& place = f.line == 0 ? f.path : f.key;
+        return !known.emplace(f.line, place, f.message).second;
+    });
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,25 @@
+// A request as the library calculates it: components in the engine's units.
+#pragma once
+
+#include "catalogue/units.h"
+#include "components/element.h"
+#include "values/fault.h"
+
+#include <memory>
+#include <vector>
+
+namespace tarvane::vessel {
+
+struct Request {
+    UnitSystem units = us_units();
+    bool decimal_comma = false;
+    bool metric_constants = false;                  // the code's dimensions of its metric edition
+    std::vector<std::unique_ptr<Element>> elements; // in the order in which they are written
+};
+
+struct ReadResult {
+    Request request;
+    Faults faults; // in the order of the lines; the request has no elements when there are any
+};
+
+} // namespace tarvane::vessel

@@ -1,0 +1,76 @@
+#include "document/report_view.h"
+
+#include "values/text.h"
+
+#include <cstdlib>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr std::size_t LINE_COLUMNS = 101; // one blank and the line
+constexpr std::size_t MARK_COLUMNS = 2;
+
+constexpr std::string_view RESET = "\033[0m";
+
+// The marks by their rank: what a reader must not miss comes first.
+std::string_view look(const std::array<int, 6>& marks) {
+    if (marks[4] != 0) return "\033[1;31m";   // error, overstress, failure: bold red
+    if (marks[0] != 0) return "\033[1;7;33m"; // highlighted warning: bold, reverse
+    if (marks[2] != 0) return "\033[33m";     // warning: yellow
+    if (marks[3] != 0) return "\033[36m";     // note, remark: cyan
+    if (marks[1] != 0) return "\033[1;4m";    // underlined heading
+    if (marks[5] == 2) return "\033[1;34m";   // heading of a calculation: bold blue
+    if (marks[5] != 0) return "\033[1m";      // message
+    return {};
+}
+
+// The drawing of the flange type is a keyword for a graphical viewer; a text shows its name.
+std::string drawing(const std::string& line) {
+    constexpr std::string_view OPEN = "</Image=", CLOSE = "/>";
+    if (!line.starts_with(OPEN) || !line.ends_with(CLOSE)) return line;
+    const std::size_t name = line.find_last_of('\\') + 1;
+    const std::size_t end = line.find_last_of('.');
+    if (name <= OPEN.size() || end == std::string::npos || end < name) return line;
+    return "[Drawing: " + line.substr(name, end - name) + ']';
+}
+
+} // namespace
+
+std::vector<ReportLine> report_lines(std::string_view report) {
+    std::vector<ReportLine> lines;
+    while (!report.empty()) {
+        const std::size_t end = std::min(report.find('\n'), report.size());
+        std::string_view record = report.substr(0, end);
+        report.remove_prefix(std::min(end + 1, report.size()));
+        if (record.ends_with('\r')) record.remove_suffix(1);
+        ReportLine line;
+        if (record.size() > LINE_COLUMNS) {
+            std::string_view marks = record.substr(LINE_COLUMNS);
+            for (int& mark : line.marks) {
+                mark = std::atoi(std::string(marks.substr(0, MARK_COLUMNS)).c_str());
+                marks.remove_prefix(std::min(MARK_COLUMNS, marks.size()));
+            }
+            record = record.substr(0, LINE_COLUMNS);
+        }
+        if (!record.empty()) record.remove_prefix(1);
+        line.text = record.substr(0, record.find_last_not_of(' ') + 1);
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+std::string show_report(std::string_view report, bool colour) {
+    std::string out;
+    for (const ReportLine& line : report_lines(report)) {
+        const std::string text = to_utf8(drawing(line.text));
+        const std::string_view style = colour && !text.empty() ? look(line.marks) : "";
+        out += style;
+        out += text;
+        if (!style.empty()) out += RESET;
+        out += '\n';
+    }
+    return out;
+}
+
+} // namespace tarvane::vessel

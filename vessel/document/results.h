@@ -1,0 +1,71 @@
+// Numbers as a reader sees them, and tables with the results of several elements side by side.
+#pragma once
+
+#include "catalogue/units.h"
+#include "values/text.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+std::string number_text(float value, int decimals);
+
+// Decimals that show about six figures whatever the unit.
+int decimals_of(Quantity quantity, const UnitSystem& units);
+
+// "150.00 psig": a value in the engine's units as the file's, UTF-8.
+std::string shown(float value, Quantity quantity, const UnitSystem& units);
+
+// "-20 °F": a temperature as a whole number.
+std::string shown_degrees(float value, const UnitSystem& units);
+
+// ---- tables ----------------------------------------------------------------------------------------
+
+// One line of a table as text: label, unit, and a value for each element.
+struct TextRow {
+    std::string label;
+    std::string unit; // UTF-8
+    std::vector<std::string> values;
+};
+
+// Three elements abreast, further ones in further blocks. All texts are UTF-8.
+std::string text_table(std::string_view title, std::span<const std::string> headings,
+                       std::span<const TextRow> rows);
+
+// The value of a row as the table shows it; "none" without one.
+std::string value_text(std::optional<float> value, Quantity quantity, const UnitSystem& units);
+
+// A row of a table over results of one kind: nothing where an element has no such result.
+template <class Result>
+struct Row {
+    std::string_view label;
+    Quantity quantity;
+    std::function<std::optional<float>(const Result&)> value;
+};
+
+// `heading` gives the description of an element in Western characters.
+template <class Result>
+std::string table(std::string_view title, std::span<const Row<Result>> rows,
+                  const std::vector<Result>& results, std::string (*heading)(const Result&),
+                  const UnitSystem& units) {
+    std::vector<std::string> headings;
+    headings.reserve(results.size());
+    for (const Result& result : results)
+        headings.push_back(to_utf8(heading(result)));
+    std::vector<TextRow> texts;
+    for (const Row<Result>& row : rows) {
+        TextRow text{std::string(row.label), to_utf8(units.label(row.quantity)), {}};
+        text.values.reserve(results.size());
+        for (const Result& result : results)
+            text.values.push_back(value_text(row.value(result), row.quantity, units));
+        texts.push_back(std::move(text));
+    }
+    return text_table(title, headings, texts);
+}
+
+} // namespace tarvane::vessel

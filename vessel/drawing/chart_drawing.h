@@ -1,0 +1,23 @@
+// A chart drawn like the figures of the code: stress B over factor A, both logarithmic.
+#pragma once
+
+#include "catalogue/charts.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvane::vessel {
+
+struct ChartDrawing {
+    std::string name;
+    std::vector<ChartCurve> curves; // those of the chart, by rising temperature
+    ChartCurve asked;               // drawn in colour
+    std::optional<float> A;         // a point of the asked curve
+    UnitSystem units;
+};
+
+// An SVG document.
+std::string draw_chart(const ChartDrawing& chart);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,52 @@
+// The keys of an [[external]] and where their values stand.
+#pragma once
+
+#include "fields/keys.h"
+
+namespace tarvane::vessel {
+
+enum class ExternalNumber {
+    kind,
+    code,
+    edition,
+    method,
+    table_g,
+    P,
+    T,
+    c,
+    Ut,
+    service,
+    S,
+    Sy,
+    material_class,
+    material_reference,
+    D,
+    Do,
+    t,
+    length,
+    k,
+    h,
+    corroded_K,
+    L,
+    r,
+    skip_1_4f,
+    temp_limit,
+    alpha,
+    Dsmall,
+    cone_length,
+    count
+};
+
+enum class ExternalText { description, material, chart, count };
+
+inline constexpr int EXTERNAL_EDITION_CURRENT = 0, EXTERNAL_EDITION_OLDER = 1;
+inline constexpr int METHOD_OF_THE_CODE = 0, METHOD_CHART = 1, METHOD_STRESS = 2;
+
+inline constexpr Choice EXTERNAL_METHODS[] = {
+    {"code", METHOD_OF_THE_CODE},      {"chart", METHOD_CHART},
+    {"stress", METHOD_STRESS},         {"charts", METHOD_CHART},
+    {"Code Case 2286", METHOD_STRESS}, {"buckling stress", METHOD_STRESS}};
+
+const KeyTable& external_keys();
+
+} // namespace tarvane::vessel

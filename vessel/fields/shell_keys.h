@@ -1,0 +1,62 @@
+// The keys of a [[shell]] and where their values stand.
+#pragma once
+
+#include "fields/keys.h"
+
+namespace tarvane::vessel {
+
+enum class ShellNumber {
+    kind,
+    code,
+    edition,
+    P,
+    T,
+    E,
+    S,
+    Sa,
+    material_class,
+    Sy,
+    Sy_cold,
+    temp_limit,
+    skip_1_4f,
+    D,
+    Do,
+    t,
+    c,
+    Ut,
+    service,
+    k,
+    h,
+    corroded_K,
+    L,
+    r,
+    straight,
+    alpha,
+    tk,
+    C,
+    D2,
+    openings,
+    d1,
+    d2,
+    edge1,
+    edge2,
+    pitch,
+    attachment,
+    material_reference,
+    D_small,
+    external,
+    P_external,
+    method,
+    table_g,
+    length,
+    cone_length,
+    count
+};
+
+enum class ShellText { description, material, chart, count };
+
+inline constexpr int SHELL_EDITION_CURRENT = 0, SHELL_EDITION_OLDER = 1;
+
+const KeyTable& shell_keys();
+
+} // namespace tarvane::vessel
