@@ -29,7 +29,7 @@ constexpr MdmtOption MDMT_OPTIONS[] = {
     {"--thickness,-t", "tg", "Governing thickness", false},
     {"--ratio", "ratio", "Stress or pressure ratio", false},
     {"--tr", "tr", "Required thickness, in place of the ratio", false},
-    {"--corrosion,-c", "c", "Corrosion allowance", false},
+    {"--corrosion,-c", "ci", "Corrosion allowance", false},
     {"--efficiency,-E", "E", "Joint efficiency", false},
     {"--material", "material", "Material of the data files", true},
     {"--reference", "material_reference", "Its reference number", false},

@@ -134,7 +134,7 @@ TEST(ShellCalls, CorrosionAtFailureLeavesTheRequiredThickness) {
         const ShellOutcome as_given = results_of(shell_of(toml));
         ASSERT_GT(as_given.fail_ca, 0.0f) << v.name;
         ShellInput corroded = shell_of(toml);
-        corroded.put_setting(N::c, as_given.fail_ca);
+        corroded.put_setting(N::ci, as_given.fail_ca);
         EXPECT_NEAR(results_of(corroded).found.t_required, corroded.setting(N::t), 0.0015f)
             << v.name;
     }

@@ -53,7 +53,7 @@ float failure_corrosion(const ConvexHead& convex) {
     for (int pass = 0; pass < PASSES; ++pass) {
         ConvexHead trial{given, {}};
         const float c = pass == 0 ? 0.0f : (sound + failed) / 2.0f;
-        trial.head.put_setting(ShellNumber::c, c);
+        trial.head.put_setting(ShellNumber::ci, c);
         // The modulus is looked up for heads that are thin as they are.
         if (convex.results.found.thin == 0) trial.head.put_setting(ShellNumber::skip_1_4f, 1.0f);
         calculate(trial);
@@ -99,7 +99,7 @@ ShellInput internal_head(const ExternalInput& element) {
         {S::kind, N::kind},
         {S::code, N::code},
         {S::T, N::T},
-        {S::c, N::c},
+        {S::ci, N::ci},
         {S::Ut, N::Ut},
         {S::service, N::service},
         {S::S, N::S},

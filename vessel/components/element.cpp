@@ -24,7 +24,10 @@ void Reading::fault_at(std::string_view place, std::string_view key, std::string
                 .path = table_path + '.' + std::string(key)};
     if (const auto found = keys.find(place); found != keys.end()) {
         fault.line = found->second.line;
-        if (place == key && !found->second.path.empty()) fault.path = found->second.path;
+        if (place == key && !found->second.path.empty()) {
+            fault.key = found->second.written;
+            fault.path = found->second.path;
+        }
     }
     if (const auto origin = origins.find(place); origin != origins.end()) {
         const Value& given = origin->second.given;

@@ -91,9 +91,13 @@ class Reading {
         const auto at = keys.find(key);
         return at != keys.end() && at->second.supplied;
     }
-    // A key that is given, at `path`.
-    void note(std::string_view key, const Value& value, std::string path, bool is_sound) {
-        keys[key] = {.line = value.at.line, .sound = is_sound, .path = std::move(path)};
+    // A key that is given, under a name and at a path.
+    void note(std::string_view key, const Value& value, std::string written, std::string path,
+              bool is_sound) {
+        keys[key] = {.line = value.at.line,
+                     .sound = is_sound,
+                     .written = std::move(written),
+                     .path = std::move(path)};
         origins[key] = {value, "file"};
     }
     Origins take_origins() { return std::move(origins); }
@@ -103,6 +107,7 @@ class Reading {
         int line;
         bool sound;
         bool supplied = false;
+        std::string written = {}; // the name: that of an alias, perhaps
         std::string path = {};
     };
     DataFilesCheck& data_files;

@@ -74,7 +74,7 @@ namespace {
 void check_wall(const KeyChecks& checks) {
     const float t = checks.value("t");
     if (!checks.sound("t") || !(t > 0.0f)) return;
-    if (!((t - checks.value("c")) - checks.value("Ut") > 0.0f))
+    if (!((t - checks.value("ci")) - checks.value("Ut") > 0.0f))
         checks.fault("t", "nothing is left of it behind the corrosion allowance and the tolerance");
     if (checks.sound("Do") && checks.value("Do") > 0.0f && !(checks.value("Do") > 2.0f * t))
         checks.fault("Do", "it must be above twice the thickness t");
@@ -246,7 +246,7 @@ void ExternalInput::complete(Reading& reading) {
         put_setting(N::length, cone_equivalent_length(*this));
     }
     checks.above_zero({"t", "D", "Do"});
-    checks.at_least_zero({"P", "c", "Ut"});
+    checks.at_least_zero({"P_external", "ci", "Ut"});
     checks.either("D", "Do");
     check_wall(checks);
     check_code(*this, checks);
@@ -255,7 +255,7 @@ void ExternalInput::complete(Reading& reading) {
 
 // By kind and method.
 std::vector<std::string_view> ExternalInput::required(const Reading& reading) const {
-    std::vector<std::string_view> keys{"kind", "P", "T", "t", "chart"};
+    std::vector<std::string_view> keys{"kind", "P_external", "T", "t", "chart"};
     const auto has = [&](std::string_view key) { return reading.given(key); };
     if (!reading.sound("kind")) return keys;
     const auto also = [&](std::initializer_list<std::string_view> more) {

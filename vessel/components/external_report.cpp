@@ -87,7 +87,7 @@ void write_external_inputs(const ExternalInput& element, const UnitSystem& units
     report_temperature("Design Temperature", element.setting(N::T), units);
     if (!element.material().empty()) report_value("Material", element.material());
     report_value("External Pressure Chart", element.chart());
-    input("Corrosion Allowance", "c", N::c, THICKNESS);
+    input("Corrosion Allowance", "c", N::ci, THICKNESS);
     if (element.setting(N::Ut) != 0.0f) input("Mill Under-Tolerance", "Ut", N::Ut, THICKNESS);
     if (element.setting(N::S) > 0.0f) input("Allowable Stress At Temperature", "S", N::S, STRESS);
     if (element.setting(N::Sy) > 0.0f) input("Yield Stress At Temperature", "Sy", N::Sy, STRESS);
@@ -107,7 +107,7 @@ void write_external_results(const ExternalInput& element, const ExternalOutcome&
     }
     report_heading("External Pressure Results:");
     report_input("Thickness less Allowances", "tc",
-                 (element.setting(N::t) - element.setting(N::c)) - element.setting(N::Ut),
+                 (element.setting(N::t) - element.setting(N::ci)) - element.setting(N::Ut),
                  THICKNESS);
     const bool torisphere = element.shape() == TARVANE_TORISPHERICAL_HEAD;
     report_input(torisphere ? "Outside Crown Radius used" : "Outside Diameter used",

@@ -152,7 +152,7 @@ std::string external_tables(std::span<const Calculated> elements, const UnitSyst
                                                                       : std::nullopt;
          }},
         {"Corrosion allowance                   c", Quantity::thickness,
-         [](const R& r) -> std::optional<float> { return r.element->setting(N::c); }},
+         [](const R& r) -> std::optional<float> { return r.element->setting(N::ci); }},
         {"Corrosion allowance at failure", Quantity::thickness,
          [](const R& r) { return r.failure_corrosion(); }},
     };

@@ -52,7 +52,7 @@ void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
                        modulus = element.whole_setting(N::material_class),
                        service = element.whole_setting(N::service);
     const float D = element.diameter();
-    SHLEXT(at(N::P), at(N::T), chart, CHART_WIDTH, &shape, &D, at(N::t), at(N::c), at(N::k),
+    SHLEXT(at(N::P), at(N::T), chart, CHART_WIDTH, &shape, &D, at(N::t), at(N::ci), at(N::k),
            at(N::L), at(N::alpha), at(N::length), &o.maep, &o.tca, &o.slen, &o.d_o, &o.factor_a,
            &o.factor_b, &print, at(N::Dsmall), at(N::cone_length), &outside, at(N::S), at(N::Ut),
            at(N::Sy), &modulus, &o.fha, &o.fail_ca, &service);

@@ -102,12 +102,12 @@ void MdmtInput::complete(Reading& reading) {
 
     const KeyChecks checks(mdmt_keys(), settings, reading);
     checks.above_zero({"tg", "tg_sr", "tr", "E", "Sy"});
-    checks.at_least_zero({"c", "ce", "ratio", "pad_ratio", "pad_reduction"});
+    checks.at_least_zero({"ci", "ce", "ratio", "pad_ratio", "pad_reduction"});
     checks.either("tr", "ratio");
     if (setting(N::E) > 1.0f) checks.fault("E", "a joint efficiency up to 1 is expected");
     for (const std::string_view key : {"tg", "tg_sr"}) {
         const bool positive = checks.sound(key) && checks.value(key) > 0.0f;
-        if (positive && !((checks.value(key) - setting(N::c)) - setting(N::ce) > 0.0f))
+        if (positive && !((checks.value(key) - setting(N::ci)) - setting(N::ce) > 0.0f))
             checks.fault(key, "nothing is left of it behind the corrosion allowances");
     }
     check_rules(*this, checks);

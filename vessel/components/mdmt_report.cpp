@@ -39,7 +39,7 @@ void write_thicknesses(const MdmtInput& element) {
     input("Governing Thickness", "tg", N::tg, THICKNESS);
     if (element.setting(N::tg_sr) > 0.0f)
         input("Thickness for the Ratio", "tg_sr", N::tg_sr, THICKNESS);
-    input("Corrosion Allowance", "c", N::c, THICKNESS);
+    input("Corrosion Allowance", "c", N::ci, THICKNESS);
     input("External Corrosion Allowance", "ce", N::ce, THICKNESS);
     input("Joint Efficiency", "E", N::E, FACTOR);
     if (element.setting(N::tr) > 0.0f)

@@ -88,7 +88,7 @@ Verdict judge_mdmt(const MdmtInput& element, const MdmtOutcome& outcome, const U
     // The engine counts such a ratio as 1.
     const float sr = element.setting(N::tg_sr), tr = element.setting(N::tr);
     const float left =
-        (sr > 0.0f ? sr : element.setting(N::tg)) - element.setting(N::c) - element.setting(N::ce);
+        (sr > 0.0f ? sr : element.setting(N::tg)) - element.setting(N::ci) - element.setting(N::ce);
     if (!element.has(N::pad) && (tr > left * 1.001f || element.setting(N::ratio) > 1.001f)) {
         fails(tr > left ? "the required thickness " + shown(tr, Quantity::thickness, units) +
                               " is above the thickness less corrosion allowances " +

@@ -27,16 +27,16 @@ struct CommonTable {
 
 class Reader {
   public:
-    Reader(ReadResult& into, Kinds kinds)
-        : result(into), request(into.request), faults(into.faults), known_kinds(kinds) {}
+    Reader(ReadResult& into, Kinds of_requests)
+        : request(into.request), faults(into.faults), known_kinds(of_requests) {}
 
     void read(const Table& root);
 
   private:
-    ReadResult& result;
     Request& request;
     FaultList faults;
     Kinds known_kinds;
+    std::vector<const ElementKind*> kinds; // that the request has
     MaterialFiles materials;
     DataFilesCheck data_files;
 
@@ -59,13 +59,14 @@ class Reader {
 
     bool read_flag(const Table& root, std::string_view key, bool fallback);
     void read_file_keys(const Table& root);
-    std::vector<CommonTable> common_tables(const Table& root, Kinds kinds);
-    void check_names(const Table& table, std::string_view prefix, Kinds kinds,
+    std::vector<CommonTable> common_tables(const Table& root);
+    void check_names(const Table& table, std::string_view prefix, Kinds of,
                      std::span<const std::string_view> others);
-    bool check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds kinds);
+    bool check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds of);
     std::vector<Source> find_components(const Table& root, const ElementKind& kind);
     Written find_own(const Table& table, const KeyTable& keys, const Key& key,
                      const std::string& path);
+    bool has_owner(std::string_view name) const;
     Written find_common(const CommonTable& common, const KeyTable& keys, const Key& key) const;
     void read_key(const Written& written, const Key& key, const std::string& path, Element& element,
                   Reading& reading);
@@ -93,33 +94,33 @@ std::string nearest_key(std::string_view name, std::span<const std::string_view>
 }
 
 // Keys that the table doesn't have.
-void Reader::check_names(const Table& table, std::string_view prefix, Kinds kinds,
+void Reader::check_names(const Table& table, std::string_view prefix, Kinds of,
                          std::span<const std::string_view> others) {
     std::vector<std::string_view> names;
-    for (const ElementKind* kind : kinds) {
+    for (const ElementKind* kind : of) {
         for (const Key& key : kind->keys.keys)
             names.push_back(key.name);
     }
     names.insert(names.end(), others.begin(), others.end());
     const auto knows = [&](const std::string& name) {
         return std::find(others.begin(), others.end(), name) != others.end() ||
-               std::any_of(kinds.begin(), kinds.end(), [&](const ElementKind* kind) {
+               std::any_of(of.begin(), of.end(), [&](const ElementKind* kind) {
                    return kind->keys.resolve(name) != nullptr;
                });
     };
     std::vector<const Table::Entry*> unknown;
     for (const Table::Entry& entry : table) {
-        if (!knows(entry.key) && !check_inner_table(entry, prefix, kinds))
+        if (!knows(entry.key) && !check_inner_table(entry, prefix, of))
             unknown.push_back(&entry);
     }
     faults.unknown(std::move(unknown), prefix,
-                   [&](std::string_view name) { return nearest_key(name, names, kinds); });
+                   [&](std::string_view name) { return nearest_key(name, names, of); });
 }
 
 // Faults of a table of keys. False for a name that is no such table.
-bool Reader::check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds kinds) {
+bool Reader::check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds of) {
     std::vector<std::string_view> names;
-    for (const ElementKind* kind : kinds) {
+    for (const ElementKind* kind : of) {
         if (names.empty()) names = kind->keys.names_in(entry.key);
     }
     if (names.empty()) return false;
@@ -197,11 +198,22 @@ Reader::Written Reader::find_common(const CommonTable& common, const KeyTable& k
             std::none_of(keys.aliases.begin(), keys.aliases.end(), [&](const Alias& alias) {
                 const Shared which = common.newer ? alias.in_newer_files : alias.in_older_files;
                 return (which == Shared::ours && alias.other == name) ||
-                       (which == Shared::other && alias.ours == name);
+                       (which == Shared::other && alias.ours == name && has_owner(name));
             });
         if (shared) return {value, std::move(name)};
     }
     return {nullptr, {}};
+}
+
+// Whether a component of the request has the name as its own, not as the newer one of an alias.
+bool Reader::has_owner(std::string_view name) const {
+    return std::any_of(kinds.begin(), kinds.end(), [name](const ElementKind* kind) {
+        const auto& aliases = kind->keys.aliases;
+        return kind->keys.find(name) != nullptr &&
+               std::none_of(aliases.begin(), aliases.end(), [name](const Alias& alias) {
+                   return alias.ours == name && alias.in_older_files == Shared::other;
+               });
+    });
 }
 
 void Reader::read_key(const Written& written, const Key& key, const std::string& path,
@@ -216,7 +228,7 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
         if (number.value) element.put_number(key, *number.value);
         fault = std::move(number.fault);
     }
-    reading.note(key.name, *written.value, path, fault.empty());
+    reading.note(key.name, *written.value, written.name, path, fault.empty());
     if (fault.empty()) return;
     faults.add(written.value->at, written.name, std::move(fault));
     faults.list().back().path = path;
@@ -323,7 +335,7 @@ void Reader::read_file_keys(const Table& root) {
 }
 
 // The head of the file and [vessel] are one thing: a key in both is a fault.
-std::vector<CommonTable> Reader::common_tables(const Table& root, Kinds kinds) {
+std::vector<CommonTable> Reader::common_tables(const Table& root) {
     std::vector<CommonTable> tables{{root, "", root.find("tarvane") != nullptr}};
     const Value* vessel = root.find("vessel");
     if (vessel == nullptr) return tables;
@@ -348,7 +360,6 @@ void Reader::read(const Table& root) {
     read_file_keys(root);
 
     std::vector<Source> sources;
-    std::vector<const ElementKind*> kinds; // that the request has
     bool faulty = false;
     for (const ElementKind* kind : known_kinds) {
         const std::size_t before = faults.size();
@@ -363,7 +374,7 @@ void Reader::read(const Table& root) {
     for (const ElementKind* kind : known_kinds)
         others.push_back(kind->table);
     check_names(root, "", kinds, others);
-    const std::vector<CommonTable> common = common_tables(root, kinds);
+    const std::vector<CommonTable> common = common_tables(root);
 
     if (sources.empty() && !faulty) {
         faults.add({.line = 1}, known_kinds.front()->table,

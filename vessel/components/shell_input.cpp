@@ -121,7 +121,7 @@ class Checks : KeyChecks {
 
     void all() {
         above_zero({"P", "t", "D", "Do", "E"});
-        at_least_zero({"c", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch"});
+        at_least_zero({"ci", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch"});
         if (value("E") > 1.0f) fault("E", "a joint efficiency up to 1 is expected");
         either("D", "Do");
         wall();
@@ -147,7 +147,7 @@ class Checks : KeyChecks {
     void wall() {
         const float t = value("t");
         if (!sound("t") || !(t > 0.0f)) return;
-        if (!((t - value("c")) - value("Ut") > 0.0f))
+        if (!((t - value("ci")) - value("Ut") > 0.0f))
             fault("t", "nothing is left of it behind the corrosion allowance and the tolerance");
         const bool round = shell.shape() != TARVANE_FLAT_HEAD;
         if (round && sound("Do") && value("Do") > 0.0f && !(value("Do") > 2.0f * t))
@@ -188,7 +188,7 @@ class Checks : KeyChecks {
         if (sound("alpha") && !(value("alpha") > 0.0f && value("alpha") < 90.0f))
             fault("alpha", "an angle above 0 and below 90 degrees is expected");
         at_least_zero({"r", "tk"});
-        if (given("tk") && sound("tk") && !((value("tk") - value("c")) - value("Ut") > 0.0f)) {
+        if (given("tk") && sound("tk") && !((value("tk") - value("ci")) - value("Ut") > 0.0f)) {
             fault("tk", "nothing is left of it behind the corrosion allowance and the tolerance");
         }
     }
@@ -238,7 +238,7 @@ void ShellInput::make_external(Reading& reading) {
                                           {X::method, N::method},
                                           {X::table_g, N::table_g},
                                           {X::T, N::T},
-                                          {X::c, N::c},
+                                          {X::ci, N::ci},
                                           {X::Ut, N::Ut},
                                           {X::service, N::service},
                                           {X::S, N::S},

@@ -74,7 +74,7 @@ void Writer::input_values() const {
     report_name("Description of Geometry (Type)", type_name(shell.shape()));
     report_input("Design Pressure", "P", value(N::P), PRESSURE);
     report_temperature("Design Temperature", value(N::T), units);
-    report_input("Corrosion Allowance", "c", value(N::c), THICKNESS);
+    report_input("Corrosion Allowance", "c", value(N::ci), THICKNESS);
     if (value(N::Ut) != 0.0f) report_input("Mill Under-Tolerance", "Ut", value(N::Ut), THICKNESS);
     report_input("Joint Efficiency", "E", value(N::E), FACTOR);
     if (!shell.material().empty()) report_value("Material", shell.material());

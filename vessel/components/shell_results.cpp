@@ -134,7 +134,7 @@ std::string shell_tables(std::span<const Calculated> elements, const UnitSystem&
         {"Actual stress                         Sact", Quantity::stress,
          [](const ShellResult& r) { return number(r.outcome->found.stress); }},
         {"Corrosion allowance                   c", Quantity::thickness,
-         [](const ShellResult& r) { return number(r.shell->setting(N::c)); }},
+         [](const ShellResult& r) { return number(r.shell->setting(N::ci)); }},
         {"Corrosion allowance at failure", Quantity::thickness,
          [](const ShellResult& r) -> std::optional<float> {
              const ShellOutcome& o = *r.outcome;

@@ -41,7 +41,7 @@ void call_shlint(const ShellInput& shell, TARVANE_SHELL_RESULTS& found) {
     float L = shell.setting(N::L), Sy_cold = shell.setting(N::Sy_cold);
     float t_req, t_req_raw, mawp, map_nc, stress, t_14f, mawp_14f, map_nc_14f;
     std::int32_t status;
-    SHLINT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k, &L,
+    SHLINT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::ci), &k, &L,
            at(N::r), at(N::alpha), nullptr, nullptr, at(N::C), at(N::D2), &t_req, &mawp, &map_nc,
            &stress, &reference, at(N::T), &service, &t_req_raw, &outside, &t_14f, at(N::Sy),
            &mawp_14f, &map_nc_14f, &status, &Sy_cold, at(N::Ut), &skip, at(N::d1), at(N::d2),
@@ -62,7 +62,7 @@ void call_shell_report(const ShellInput& shell, const ConvexCheck* check) {
                        convex = check != nullptr ? ON : OFF;
     const float D = shell.diameter(), k = ninth_argument(shell);
     const ConvexCheck chart = check != nullptr ? *check : ConvexCheck{};
-    SHELL_REPORT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::c), &k,
+    SHELL_REPORT(at(N::P), at(N::Sa), at(N::S), at(N::E), &element, &D, at(N::t), at(N::ci), &k,
                  at(N::L), at(N::r), at(N::alpha), at(N::C), at(N::D2), &reference, at(N::T),
                  &service, &outside, at(N::Sy), at(N::Sy_cold), at(N::Ut), &skip, at(N::d1),
                  at(N::d2), at(N::edge1), at(N::edge2), at(N::pitch), at(N::attachment),

@@ -50,10 +50,10 @@ constexpr Key KEYS[] = {
     {"table_g", NUMBER, at(N::table_g), flag,
      "factor A of a cylinder or cone from Table G, where the data files have it"},
     // ---- design conditions -------------------------------------------------------------------
-    {"P", NUMBER, at(N::P), pressure,
+    {"P_external", NUMBER, at(N::P), pressure,
      "external design pressure; 0 asks for the allowable one only"},
     {"T", NUMBER, at(N::T), temperature, "design temperature"},
-    {"c", NUMBER, at(N::c), thickness, "corrosion allowance"},
+    {"ci", NUMBER, at(N::ci), thickness, "internal corrosion allowance"},
     {"Ut", NUMBER, at(N::Ut), thickness, "mill under-tolerance"},
     {"service", NUMBER, at(N::service), choice, "service, for the minimum thickness of UG-16(b)",
      SERVICES},
@@ -112,8 +112,7 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"type", "kind"},
                                 {"e", "t"},
                                 {"tn", "t"},
-                                {"ca", "c"},
-                                {"ci", "c"},
+                                {"ca", "ci"},
                                 {"Di", "D"},
                                 {"ID", "D"},
                                 {"OD", "Do"},
@@ -135,7 +134,10 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"Le", "length"},
                                 {"Lc", "cone_length"}};
 
-constexpr KeyTable TABLE{KEYS, SYNONYMS};
+constexpr Alias ALIASES[] = {{"c", "ci", Shared::other, Shared::both},
+                             {"P", "P_external", Shared::other, Shared::ours}};
+
+constexpr KeyTable TABLE{KEYS, SYNONYMS, ALIASES};
 
 } // namespace
 

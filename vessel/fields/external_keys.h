@@ -13,7 +13,7 @@ enum class ExternalNumber {
     table_g,
     P,
     T,
-    c,
+    ci,
     Ut,
     service,
     S,

@@ -360,7 +360,13 @@ constexpr Synonym SYNONYMS[] = {{"go", "g0"},
                                 {"ns", "splits"},
                                 {"tn", "tShell"}};
 
-constexpr KeyTable TABLE{KEYS, SYNONYMS};
+constexpr Alias ALIASES[] = {{"c", "ci", Shared::ours, Shared::both}};
+
+constexpr std::string_view GASKET_KEYS[] = {"Go",     "Gi", "m", "y", "facing",
+                                            "column", "tg", "w"};
+constexpr InnerTable TABLES[] = {{"gasket", GASKET_KEYS}};
+
+constexpr KeyTable TABLE{KEYS, SYNONYMS, ALIASES, TABLES};
 
 } // namespace
 

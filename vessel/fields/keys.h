@@ -49,7 +49,8 @@ struct Synonym {
     std::string_view other, ours;
 };
 
-// Which of the two names of an alias holds for every component that doesn't give either.
+// Which of the two names of an alias holds for every component that doesn't give either. `other`: ours, too,
+// where no component of another kind has it as its own.
 enum class Shared { both, other, ours };
 
 // A second name that is taken for one of ours. Files without a number of their form have the names that

@@ -65,7 +65,7 @@ constexpr Key KEYS[] = {
     {"tg", NUMBER, at(N::tg), thickness, "governing thickness"},
     {"tg_sr", NUMBER, at(N::tg_sr), thickness,
      "thickness for the ratio, where it is not the governing one"},
-    {"c", NUMBER, at(N::c), thickness, "corrosion allowance"},
+    {"ci", NUMBER, at(N::ci), thickness, "internal corrosion allowance"},
     {"ce", NUMBER, at(N::ce), thickness, "external corrosion allowance"},
     {"E", NUMBER, at(N::E), number, "joint efficiency; E* of the ratio is 0.8 or more", {}, 0, 1},
     {"tr", NUMBER, at(N::tr), thickness, "required thickness, without corrosion allowance"},
@@ -122,8 +122,7 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"Tmin", "MDMT"},
                                 {"thickness", "tg"},
                                 {"t", "tg"},
-                                {"ca", "c"},
-                                {"ci", "c"},
+                                {"ca", "ci"},
                                 {"Estar", "E"},
                                 {"E_star", "E"},
                                 {"treq", "tr"},
@@ -133,7 +132,9 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"ug_20_f", "ug20f"},
                                 {"reference", "material_reference"}};
 
-constexpr KeyTable TABLE{KEYS, SYNONYMS};
+constexpr Alias ALIASES[] = {{"c", "ci", Shared::other, Shared::both}};
+
+constexpr KeyTable TABLE{KEYS, SYNONYMS, ALIASES};
 
 } // namespace
 

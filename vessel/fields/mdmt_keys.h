@@ -15,7 +15,7 @@ enum class MdmtNumber {
     required,
     tg,
     tg_sr,
-    c,
+    ci,
     ce,
     E,
     tr,

@@ -50,7 +50,7 @@ constexpr Key KEYS[] = {
     // ---- design conditions -------------------------------------------------------------------
     {"P", NUMBER, at(N::P), pressure, "internal design pressure"},
     {"T", NUMBER, at(N::T), temperature, "design temperature"},
-    {"c", NUMBER, at(N::c), thickness, "corrosion allowance"},
+    {"ci", NUMBER, at(N::ci), thickness, "internal corrosion allowance"},
     {"Ut", NUMBER, at(N::Ut), thickness, "mill under-tolerance"},
     {"E", NUMBER, at(N::E), number, "joint efficiency", {}, 0, 1},
     {"service", NUMBER, at(N::service), choice, "service, for the minimum thickness of UG-16(b)",
@@ -165,8 +165,7 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"type", "kind"},
                                 {"e", "t"},
                                 {"tn", "t"},
-                                {"ca", "c"},
-                                {"ci", "c"},
+                                {"ca", "ci"},
                                 {"Di", "D"},
                                 {"ID", "D"},
                                 {"OD", "Do"},
@@ -184,7 +183,9 @@ constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"joint_efficiency", "E"},
                                 {"modulus", "material_class"}};
 
-constexpr KeyTable TABLE{KEYS, SYNONYMS};
+constexpr Alias ALIASES[] = {{"c", "ci", Shared::other, Shared::both}};
+
+constexpr KeyTable TABLE{KEYS, SYNONYMS, ALIASES};
 
 } // namespace
 

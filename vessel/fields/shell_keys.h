@@ -22,7 +22,7 @@ enum class ShellNumber {
     D,
     Do,
     t,
-    c,
+    ci,
     Ut,
     service,
     k,
