@@ -5,6 +5,7 @@
 
 #include "catalogue/data_files_check.h"
 #include "catalogue/material_files.h"
+#include "components/check.h"
 #include "fields/keys.h"
 #include "values/fault.h"
 #include "values/value.h"
@@ -154,6 +155,9 @@ struct Element {
     virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
     // `outcome` is what calculate gave.
     virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;
+    // Results in the order of the kind's table, and checks in any order, of what calculate gave.
+    virtual std::vector<Result> results(const Outcome&) const { return {}; }
+    virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
     // The point of a chart that a drawing can mark.
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };
@@ -173,6 +177,8 @@ struct ElementKind {
     std::unique_ptr<Element> (*make)();
     // The closing tables of the elements of this kind, UTF-8; never called for none.
     std::string (*tables)(std::span<const Calculated> elements, const UnitSystem& units);
+    std::span<const ResultField> results = {};
+    std::span<const CheckField> checks = {};
 };
 
 // All kinds, in the order of their closing tables.
