@@ -111,9 +111,9 @@ void ShellInput::take_material(Reading& reading) {
 
 namespace {
 
-class Checks : KeyChecks {
+class ShellKeyChecks : KeyChecks {
   public:
-    Checks(const ShellInput& element, Reading& into)
+    ShellKeyChecks(const ShellInput& element, Reading& into)
         : KeyChecks(shell_keys(), element.settings, into), shell(element) {}
 
     // Those of the file, before a material fills them.
@@ -204,8 +204,8 @@ class Checks : KeyChecks {
 } // namespace
 
 void ShellInput::complete(Reading& reading) {
-    Checks checks(*this, reading);
-    checks.stresses();
+    ShellKeyChecks key_checks(*this, reading);
+    key_checks.stresses();
     take_material(reading);
     if (!(setting(N::Sy_cold) > 0.0f)) put_setting(N::Sy_cold, setting(N::Sy));
     const float h = setting(N::h);
@@ -218,7 +218,7 @@ void ShellInput::complete(Reading& reading) {
                     "modulus " + std::to_string(whole_setting(N::material_class)));
     if (whole_setting(N::service) == SERVICE_AIR_STEAM_WATER && !material().empty())
         reading.rely_on(UCS_23_FILE);
-    checks.all();
+    key_checks.all();
     if (has(N::external)) make_external(reading);
 }
 
