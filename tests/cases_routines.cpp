@@ -23,7 +23,7 @@
 #include "flange/rigidity.h"
 #include "flange/shape_factors.h"
 #include "flange/stresses.h"
-#include "frame/data_files.h"
+#include "frame/numbers.h"
 #include "frame/units.h"
 #include "materials/modulus.h"
 #include "openings/flat_head_openings.h"

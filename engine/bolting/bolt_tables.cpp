@@ -1,7 +1,8 @@
 #include "bolting/bolt_tables.h"
 
 #include "bolting/bolt_spacing.h"
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
 #include "report/lines.h"
 
 #include <cstring>

@@ -1,7 +1,9 @@
 #include "foundation/foundation_files.h"
 
-#include "frame/data_files.h"
 #include "frame/element_tables.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
+#include "host/file_units.h"
 #include "host/services.h"
 #include "report/renderer.h"
 #include "report/work_file.h"

@@ -1,5 +1,4 @@
-// Numbers in free form, and the small numeric helpers that go with table data.
-#include "frame/data_files.h"
+#include "frame/numbers.h"
 
 #include <charconv>
 #include <cmath>

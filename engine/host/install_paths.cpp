@@ -1,6 +1,7 @@
 #include "host/install_paths.h"
 
-#include "frame/data_files.h"
+#include "frame/numbers.h"
+#include "host/file_units.h"
 #include "host/platform.h"
 #include "host/services.h"
 

@@ -2,8 +2,8 @@
 // gave no service for goes nowhere.
 #ifndef _WIN32
 
-#include "frame/data_files.h"
 #include "host/file_identity.h"
+#include "host/file_units.h"
 #include "host/platform.h"
 #include "host/services.h"
 

@@ -1,7 +1,9 @@
 // External pressure charts (Section II Part D, Subpart 3): one row of numbers for each chart and
 // temperature, and the modulus tables of the codes that do without the charts.
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
 #include "frame/switches.h"
+#include "host/file_units.h"
 #include "materials/class_names.h"
 #include "materials/modulus.h"
 #include "materials/table_g.h"
@@ -221,8 +223,9 @@ void MODULUS(Real chart_class, Real& result, Real temperature) {
     result = result * MPA_TO_PSI;
 }
 
-void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E, Real& Aelastic,
-                Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2, Real yield) {
+void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E,
+                Real& Aelastic, Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2,
+                Real yield) {
     Text<12> given;
     for (Int column = 1; column <= min(name_len, 8); ++column)
         given(column) = name[column - 1];

@@ -1,9 +1,11 @@
 // Modulus of elasticity and coefficient of expansion by the reference tables of the code. A lookup
 // walks the lines of the file as they are at that time; lines that were parsed before are walked in
 // place of a file that has not changed since.
-#include "frame/data_files.h"
-#include "frame/kept_files.h"
+#include "frame/files/data_files.h"
+#include "frame/files/kept_files.h"
+#include "frame/numbers.h"
 #include "frame/switches.h"
+#include "host/file_units.h"
 #include "materials/modulus.h"
 #include "report/lines.h"
 

@@ -2,9 +2,10 @@
 // the number of the records that follow.
 #pragma once
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
 #include "frame/text.h"
 #include "frame/types.h"
+#include "host/file_units.h"
 #include "host/services.h"
 #include "materials/material_record.h"
 

@@ -1,6 +1,9 @@
 #include "materials/stress_tables.h"
 
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
 #include "frame/switches.h"
+#include "host/file_units.h"
 #include "materials/record_file.h"
 
 #include <cmath>

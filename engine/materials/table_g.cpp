@@ -1,6 +1,8 @@
 #include "materials/table_g.h"
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
+#include "host/file_units.h"
 
 #include <cstring>
 

@@ -1,6 +1,7 @@
 #include "materials/ucs23_list.h"
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "host/file_units.h"
 
 namespace tarvane {
 

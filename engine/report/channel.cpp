@@ -1,7 +1,7 @@
 #include "report/channel.h"
 
-#include "frame/data_files.h"
 #include "frame/switches.h"
+#include "host/file_units.h"
 #include "report/renderer.h"
 #include "report/text_edit.h"
 

@@ -1,6 +1,6 @@
 #include "report/keyed_text.h"
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
 #include "frame/switches.h"
 #include "host/services.h"
 #include "report/text_edit.h"

@@ -1,6 +1,6 @@
 #include "report/work_file.h"
 
-#include "frame/data_files.h"
+#include "host/file_units.h"
 #include "host/services.h"
 #include "report/channel.h"
 #include "report/text_edit.h"

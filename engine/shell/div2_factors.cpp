@@ -1,6 +1,6 @@
 // Factors M and K of the older Division 2, AD-204: M for the membrane stress of the crown, K for the
 // bending in the knuckle, by thickness over crown radius and knuckle radius over diameter.
-#include "frame/data_files.h"
+#include "frame/numbers.h"
 #include "shell/elements.h"
 
 namespace tarvane {

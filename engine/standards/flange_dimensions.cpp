@@ -1,7 +1,9 @@
 #include "standards/flange_dimensions.h"
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
 #include "frame/text.h"
+#include "host/file_units.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "toughness/impact_table.h"
 
-#include "frame/data_files.h"
 #include "frame/element_tables.h"
+#include "frame/numbers.h"
 
 namespace tarvane {
 

@@ -1,8 +1,8 @@
 // MDMT_ELEMENT: the required temperature, the limit of thickness, and which rules apply.
 #include "toughness/mdmt_stages.h"
 
-#include "frame/data_files.h"
 #include "frame/element_tables.h"
+#include "frame/numbers.h"
 #include "frame/switches.h"
 #include "toughness/impact_table.h"
 #include "toughness/mdmt_div2.h"

@@ -1,6 +1,6 @@
 #include "toughness/ucs66_curves.h"
 
-#include "frame/data_files.h"
+#include "frame/numbers.h"
 
 namespace tarvane {
 

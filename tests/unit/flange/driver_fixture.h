@@ -3,7 +3,7 @@
 #pragma once
 
 #include "flange/kernel.h"
-#include "frame/data_files.h"
+#include "host/file_units.h"
 #include "sample_flange.h"
 
 #include <gtest/gtest.h>

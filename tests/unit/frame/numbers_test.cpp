@@ -1,4 +1,4 @@
-#include "frame/data_files.h"
+#include "frame/numbers.h"
 
 #include <gtest/gtest.h>
 

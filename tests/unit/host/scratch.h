@@ -1,7 +1,9 @@
 // A folder of the test's own, and the engine's folders and services put back when a test ends.
 #pragma once
 
-#include "frame/data_files.h"
+#include "frame/files/data_files.h"
+#include "frame/numbers.h"
+#include "host/file_units.h"
 #include "host/services.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // What is kept of ElastAlp07.txt: a lookup gives the same as one that reads the file, and nothing of a
 // file that is no longer there.
-#include "frame/data_files.h"
+#include "host/file_units.h"
 #include "materials/modulus.h"
 
 #include "../data_folder.h"

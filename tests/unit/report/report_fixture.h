@@ -2,9 +2,9 @@
 // what came out of the line store or a file.
 #pragma once
 
-#include "frame/data_files.h"
 #include "frame/switches.h"
 #include "frame/units.h"
+#include "host/file_units.h"
 #include "report/channel.h"
 #include "report/lines.h"
 #include "report/renderer.h"

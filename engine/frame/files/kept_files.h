@@ -28,9 +28,6 @@ class KEPT_FILE {
     FILE_IDENTITY identity;
 };
 
-// Makes a unit count as open, in place of the file that it would read. False for what is no unit.
-bool hold_unit(Int unit);
-
 // RESOLVE_DATA_FILE with a look at the file that it finds; nothing is known of one that is not there.
 void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len, FILE_IDENTITY& identity);
 
