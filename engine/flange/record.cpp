@@ -12,6 +12,11 @@ namespace {
 // "Nothing given", by its bits, becomes 0.0 in the host's own record.
 void clear_sentinels(const FLANGE_RECORD& record) {
     constexpr auto none = std::bit_cast<std::uint32_t>(NO_VALUE);
+    Int found =
+        0; // counted first: a record is read several times, and has them the first time only
+    for (Int i = 1; i <= RECORD_ELEMENTS; ++i)
+        found += std::bit_cast<std::uint32_t>(record(i)) == none ? 1 : 0;
+    if (found == 0) return;
     for (Int i = 1; i <= RECORD_ELEMENTS; ++i)
         if (std::bit_cast<std::uint32_t>(record(i)) == none) record(i) = 0.0f;
 }

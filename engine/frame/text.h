@@ -3,8 +3,10 @@
 
 #include "frame/types.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace tarvane {
@@ -18,7 +20,8 @@ struct TextArg {
 // Columns up to the last one that is not blank; 0 for an all-blank text.
 constexpr Int trimmed_length(std::string_view text) {
     std::size_t n = text.size();
-    while (n > 0 && text[n - 1] == ' ') --n;
+    while (n > 0 && text[n - 1] == ' ')
+        --n;
     return static_cast<Int>(n);
 }
 
@@ -30,7 +33,8 @@ constexpr std::string_view trimmed(std::string_view text) {
 // The text without its leading blanks.
 constexpr std::string_view left_justified(std::string_view text) {
     std::size_t i = 0;
-    while (i < text.size() && text[i] == ' ') ++i;
+    while (i < text.size() && text[i] == ' ')
+        ++i;
     return text.substr(i);
 }
 
@@ -39,12 +43,19 @@ constexpr bool equal_padded(std::string_view a, std::string_view b) {
     return trimmed(a) == trimmed(b);
 }
 
+struct Unfilled {};
+
 template <std::size_t N>
 class Text {
   public:
     constexpr Text() { chars.fill(' '); }
+    constexpr explicit Text(Unfilled) {} // for what is cleared before it is read
     // Blank-padded copy; what passes column N is cut. Assignment goes through these, too.
-    constexpr Text(std::string_view text) : Text() { put(1, text); } // NOLINT(google-explicit-constructor)
+    constexpr Text(std::string_view text) { // NOLINT(google-explicit-constructor)
+        const std::size_t length = std::min(text.size(), N);
+        std::copy_n(text.data(), length, chars.data());
+        std::fill_n(chars.data() + length, N - length, ' ');
+    }
     constexpr Text(const char* text) : Text(std::string_view(text)) {} // NOLINT
 
     static constexpr Int width() { return static_cast<Int>(N); }
@@ -59,16 +70,20 @@ class Text {
         if (first < 1) first = 1;
         if (last > width()) last = width();
         if (last < first) return {};
-        return std::string_view(chars.data() + (first - 1), static_cast<std::size_t>(last - first + 1));
+        return std::string_view(chars.data() + (first - 1),
+                                static_cast<std::size_t>(last - first + 1));
     }
 
     // Writes text from a column on; what passes column N, or stands before column 1, is lost.
     constexpr void put(Int column, std::string_view text) {
-        for (const char c : text) {
-            if (column > width()) return;
-            if (column >= 1) (*this)(column) = c;
-            ++column;
+        if (column > width()) return;
+        if (column < 1) {
+            text.remove_prefix(
+                std::min(text.size(), static_cast<std::size_t>(1 - std::int64_t{column})));
+            column = 1;
         }
+        const std::size_t first = static_cast<std::size_t>(column - 1);
+        std::copy_n(text.data(), std::min(text.size(), N - first), chars.data() + first);
     }
 
     constexpr void clear() { chars.fill(' '); }

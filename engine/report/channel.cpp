@@ -1,6 +1,5 @@
 #include "report/channel.h"
 
-#include "frame/switches.h"
 #include "host/file_units.h"
 #include "report/renderer.h"
 #include "report/text_edit.h"
@@ -24,6 +23,9 @@ bool DECIMAL_COMMA = false;
 
 Int WRITE_STATUS = 0;
 
+bool LINE_BEGUN = false;
+Int SPECIAL_LATCH = 0;
+
 namespace {
 
 constexpr Int LINE_WIDTH = 100;
@@ -34,7 +36,6 @@ constexpr Int BLANKED_AT_ENTRY = 500; // record that FLANGE_CALC blanks
 
 Style marks = PLAIN;
 bool underline = false;
-Int special_latch = 0;
 
 void blank_store() { std::memset(LINESCOM, ' ', sizeof LINESCOM); }
 [[maybe_unused]] const bool blank_at_load = (blank_store(), true);
@@ -114,7 +115,7 @@ void WRITE_LINE(char* text, Int len) {
         return;
     }
     const Int n = min(len, LINE_WIDTH);
-    if (special_latch == 1) EXPAND_SPECIAL_CHARS(text, len);
+    if (SPECIAL_LATCH == 1) EXPAND_SPECIAL_CHARS(text, len);
     if (IWRITE == 1 && IWRTFL == 1 && IOUT < 0) {
         store_line(text, n);
         clear_style();
@@ -141,7 +142,8 @@ void WRITE_UNDERLINED(char* text, Int len) {
 }
 
 void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6) {
-    special_latch = FLAGS_mp_IINOSPECIAL;
+    SPECIAL_LATCH = FLAGS_mp_IINOSPECIAL;
+    LINE_BEGUN = true;
     if (STYLE_ENABLED) {
         marks = {m1, m2, m3, m4, m5, m6};
         return;
@@ -150,10 +152,10 @@ void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6) {
     if (m2 != 0) underline = true;
 }
 
-void SKIP_LINE(const Style& style) {
-    if (style != PLAIN) special_latch = FLAGS_mp_IINOSPECIAL;
+void DROP_LINE() {
     clear_style();
     OUTLINE.clear();
+    LINE_BEGUN = false;
 }
 
 void FIT_TO_LINE(char* source, Int source_len, char* target, Int target_len, Int mode) {
@@ -207,7 +209,8 @@ void RESET_REPORT() {
     DECIMAL_COMMA = false;
     G_NSIGDIGITS = 0;
     clear_style();
-    special_latch = 0;
+    SPECIAL_LATCH = 0;
+    LINE_BEGUN = false;
     WRITE_STATUS = 0;
 }
 

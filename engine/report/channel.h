@@ -2,6 +2,7 @@
 // host's file unit, to the line store, or nowhere.
 #pragma once
 
+#include "frame/switches.h"
 #include "frame/text.h"
 #include "frame/types.h"
 
@@ -67,9 +68,16 @@ void FIT_TO_LINE(char* source, Int source_len, char* target, Int target_len, Int
 void NUL_TO_BLANK(char* text, Int len);
 void TO_UPPER(char* text, Int len);
 
-// What a line leaves behind that goes nowhere: no marks, no underline flag, OUTLINE blank. A style
-// that would have been set counts as set.
-void SKIP_LINE(const Style& style);
+// A line is begun when it has marks, an underline flag or a text in OUTLINE, until it is written.
+extern bool LINE_BEGUN;
+extern Int SPECIAL_LATCH; // the wish for plain characters, as of the latest style
+void DROP_LINE();         // no marks, no underline flag, OUTLINE blank
+
+// What a line leaves behind that goes nowhere. A style that would have been set counts as set.
+inline void SKIP_LINE(const Style& style) {
+    if (style != PLAIN) SPECIAL_LATCH = FLAGS_mp_IINOSPECIAL;
+    if (LINE_BEGUN) DROP_LINE();
+}
 
 // Entry of FLANGE_CALC: style-enabled flag true, line count 0, record 500 blank.
 void OPEN_LINE_STORE();

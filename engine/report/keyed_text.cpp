@@ -54,6 +54,7 @@ void GET_KEYED_TEXT(std::string_view key, char* text, Int len) {
 void WRITE_KEYED_LINE(std::string_view key, const Style& style) {
     Text<KEY_WIDTH> own(key);
     own(3) = moduleCode == ASME_VIII_1 ? '1' : '2';
+    LINE_BEGUN = true;
     if (reporting()) GET_KEYED_TEXT(own.view(), OUTLINE.data(), OUTLINE.width());
     SET_LINE_STYLE(style.m1, style.m2, style.m3, style.m4, style.m5, style.m6);
     WRITE_LINE(OUTLINE.data(), OUTLINE.width());

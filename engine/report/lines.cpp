@@ -45,6 +45,12 @@ void set_style(const Style& style) {
     }
 }
 
+// OUTLINE, for a text to be put into it.
+Text<100>& begun_line() {
+    LINE_BEGUN = true;
+    return OUTLINE;
+}
+
 void write_outline(const Style& style) {
     set_style(style);
     WRITE_LINE(OUTLINE.data(), OUTLINE.width());
@@ -100,38 +106,29 @@ std::string_view unit_label(Kind kind) {
     return {};
 }
 
-void TEXT_LINE(std::string_view text, const Style& style) {
-    if (!reporting()) return SKIP_LINE(style);
-    OUTLINE = text;
+void WRITE_TEXT(std::string_view text, const Style& style) {
+    begun_line() = text;
     write_outline(style);
 }
 
-void BLANK_LINE() { WRITE_BLANK_LINE(OUTLINE.data(), OUTLINE.width()); }
-
-void HEADING(std::string_view text) { TEXT_LINE(text, HEADING_STYLE); }
-
-void UNDERLINED_LINE(std::string_view text, const Style& style) {
-    if (!reporting()) return SKIP_LINE(style);
-    OUTLINE = text;
+void WRITE_UNDERLINED_TEXT(std::string_view text, const Style& style) {
+    begun_line() = text;
     set_style(style);
     WRITE_UNDERLINED(OUTLINE.data(), OUTLINE.width());
 }
 
-void COLUMN_LINE(std::string_view label, Real value, Kind kind, const Style& style, Int decimals) {
-    if (!reporting()) return SKIP_LINE(style);
+void WRITE_COLUMN(std::string_view label, Real value, Kind kind, const Style& style, Int decimals) {
     if (decimals == HOUSE_DECIMALS) decimals = form(kind).column_decimals;
-    COLUMN_LINE_IN(label, shown(value, kind), decimals, unit_label(kind), style);
+    WRITE_COLUMN_IN(label, shown(value, kind), decimals, unit_label(kind), style);
 }
 
-void VALUE_LINE(Real value, Kind kind, std::string_view remark, const Style& style, Int decimals) {
-    if (!reporting()) return SKIP_LINE(style);
+void WRITE_VALUE(Real value, Kind kind, std::string_view remark, const Style& style, Int decimals) {
     if (decimals == HOUSE_DECIMALS) decimals = form(kind).value_decimals;
-    VALUE_LINE_IN(shown(value, kind), decimals, unit_label(kind), remark, style);
+    WRITE_VALUE_IN(shown(value, kind), decimals, unit_label(kind), remark, style);
 }
 
-void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std::string_view unit,
-                    const Style& style) {
-    if (!reporting()) return SKIP_LINE(style);
+void WRITE_COLUMN_IN(std::string_view label, Real value, Int decimals, std::string_view unit,
+                     const Style& style) {
     LinePieces line;
     line.text(label);
     const Int left = VALUE_END - static_cast<Int>(line.view().size());
@@ -139,9 +136,8 @@ void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std::strin
     line.write(style);
 }
 
-void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit, std::string_view remark,
-                   const Style& style) {
-    if (!reporting()) return SKIP_LINE(style);
+void WRITE_VALUE_IN(Real value, Int decimals, std::string_view unit, std::string_view remark,
+                    const Style& style) {
     LinePieces line;
     line.text(" = ").bare(value, decimals);
     unit = trimmed(unit);
@@ -150,9 +146,8 @@ void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit, std::string_
     line.text(remark).write(style);
 }
 
-void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int mode,
-                 std::string_view unit, const Style& style) {
-    if (!reporting()) return SKIP_LINE(style);
+void WRITE_NUMBERS(std::string_view text, std::initializer_list<Real> values, Int mode,
+                   std::string_view unit, const Style& style) {
     unit = trimmed(unit);
     if (unit.empty()) {
         TEMPLATE = text;
@@ -164,63 +159,31 @@ void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int 
     Real v[6] = {};
     std::copy_n(values.begin(), std::min<std::size_t>(values.size(), 6), v);
     FILL_TEMPLATE(TEMPLATE, v[0], v[1], v[2], v[3], v[4], v[5]);
-    FIT_TO_LINE(TEMPLATE.data(), TEMPLATE.width(), OUTLINE.data(), OUTLINE.width(), mode);
+    Text<100>& line = begun_line();
+    FIT_TO_LINE(TEMPLATE.data(), TEMPLATE.width(), line.data(), line.width(), mode);
     write_outline(style);
 }
 
-LinePieces& LinePieces::text(std::string_view piece) {
-    if (!active) return *this;
+void LinePieces::put(std::string_view piece) {
     line.put(cursor + 1, piece);
     cursor +=
         static_cast<Int>(std::min(piece.size(), static_cast<std::size_t>(line.width() - cursor)));
-    return *this;
 }
 
-LinePieces& LinePieces::blanks(Int count) {
-    if (!active) return *this;
+void LinePieces::put_blanks(Int count) {
     cursor += min(not_negative(count), line.width() - cursor); // nothing stands behind the cursor
-    return *this;
 }
 
-LinePieces& LinePieces::padded(std::string_view piece, Int width) {
-    if (!active) return *this;
+void LinePieces::put_padded(std::string_view piece, Int width) {
     const Int end = min(not_negative(width), line.width() - cursor) + cursor;
-    text(piece.substr(0, static_cast<std::size_t>(end - cursor)));
-    return blanks(end - cursor);
+    put(piece.substr(0, static_cast<std::size_t>(end - cursor)));
+    put_blanks(end - cursor);
 }
 
-LinePieces& LinePieces::fixed(Real value, Int width, Int decimals) {
-    return active ? text(fixed_number(value, width, decimals).view()) : *this;
-}
-
-LinePieces& LinePieces::pointed(Real value, Int width) {
-    return active ? text(pointed_number(value, width).view()) : *this;
-}
-
-LinePieces& LinePieces::exponent(Real value, Int width, Int decimals) {
-    return active ? text(exponent_number(value, width, decimals).view()) : *this;
-}
-
-LinePieces& LinePieces::bare(Real value, Int decimals) {
-    return active ? text(bare_number(value, decimals).view()) : *this;
-}
-
-LinePieces& LinePieces::whole(Int value, Int width) {
-    return active ? text(whole_number(value, width).view()) : *this;
-}
-
-LinePieces& LinePieces::to_column(Int column) {
-    if (!active) return *this;
+void LinePieces::put_to_column(Int column) {
     const Int before = max(min(column, line.width() + 1), 1) - 1;
     if (before < cursor) fill_blank(&line(before + 1), cursor - before);
     cursor = before;
-    return *this;
-}
-
-void LinePieces::write(const Style& style) const {
-    if (!reporting()) return SKIP_LINE(style);
-    OUTLINE = line.view();
-    write_outline(style);
 }
 
 } // namespace tarvane
