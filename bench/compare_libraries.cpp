@@ -137,6 +137,16 @@ struct Times {
     }
 };
 
+// The host tells where the data lie: beside each library. Where it does not, RESET_ENGINE forgets the
+// folders that were looked up.
+void give_folders(const Library& library, std::string folder) {
+    const std::size_t slash = folder.rfind('/');
+    folder = slash == std::string::npos ? "." : folder.substr(0, slash);
+    const auto length = static_cast<std::int32_t>(folder.size());
+    library.SET_MODULE_DIR(folder.c_str(), length);
+    library.SET_SYSTEM_DIR(folder.c_str(), length);
+}
+
 bool all_agree = true;
 
 Times times_of(const Library (&libraries)[SIDES], const Case& c) {
@@ -176,6 +186,8 @@ int main(int count, char** arguments) {
     }
     const Library libraries[SIDES] = {calls::loaded_library(arguments[1]),
                                       calls::loaded_library(arguments[2])};
+    for (int side = 0; side < SIDES; ++side)
+        give_folders(libraries[side], arguments[1 + side]);
     std::printf("microseconds a call         silent                      reported"
                 "                RESET_ENGINE + silent\n"
                 "code type        old       new   ratio       old       new   ratio"

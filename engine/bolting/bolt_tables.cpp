@@ -2,6 +2,7 @@
 
 #include "bolting/bolt_spacing.h"
 #include "frame/files/data_files.h"
+#include "frame/files/kept_files.h"
 #include "frame/numbers.h"
 #include "report/lines.h"
 
@@ -40,18 +41,31 @@ struct BOLT_TABLE {
     Real square_inches(Real area) const { return metric() ? area / MM2 : area; }
 };
 
+// Lines and tables count from their loading until RESET_BOLTING. What is in them then is still of use
+// when the file is the same at the next loading.
 char file_lines[FILE_LINES][LINE_WIDTH];
 Int file_line_count = 0;
 bool file_loaded = false;
+KEPT_FILE kept_file; // that the lines are of
 
 BOLT_TABLE tables[SERIES];
 bool tables_filled = false;
+bool tables_of_lines = false; // filled from the lines as they are
 
 constexpr Int known_series(Int series) {
     return series >= 1 && series <= SERIES ? series : Int{TEMA_IMPERIAL};
 }
 
 std::string_view file_line(Int index) { return {file_lines[index], LINE_WIDTH}; }
+
+void forget_file() {
+    std::memset(file_lines, 0, sizeof file_lines);
+    file_line_count = 0;
+    kept_file = KEPT_FILE{};
+    for (BOLT_TABLE& table : tables)
+        table = {};
+    tables_of_lines = false;
+}
 
 // Walks the data rows of a section.
 class SectionRows {
@@ -145,16 +159,20 @@ BOLT_ROW SPECIAL_BOLT_ROW(Real a, Int type, Real areaGiven, Int n) {
 
 void LOAD_BOLT_FILE() {
     if (file_loaded) return;
-    file_loaded =
-        READ_TEXT_TABLE("BOLTDATA.TXT", &file_lines[0][0], LINE_WIDTH, FILE_LINES, file_line_count);
+    bool same = false;
+    file_loaded = READ_KEPT_TABLE("BOLTDATA.TXT", &file_lines[0][0], LINE_WIDTH, FILE_LINES,
+                                  file_line_count, kept_file, same);
+    if (!same) tables_of_lines = false;
 }
 
 void LOAD_BOLT_TABLES(Int force) {
     if (tables_filled && force != 1) return;
-    for (BOLT_TABLE& table : tables)
-        table = {};
     LOAD_BOLT_FILE();
     tables_filled = file_loaded;
+    if (tables_of_lines && force != 1) return;
+    tables_of_lines = file_loaded;
+    for (BOLT_TABLE& table : tables)
+        table = {};
     if (!file_loaded) return;
     for (Int series = 1; series <= SERIES; ++series) {
         if (series == SPECIAL_ROOT_AREA) continue;
@@ -248,13 +266,11 @@ BOLT_ROW BOLT_SIZE_FOR_AREA(Int series, Real area, Int type) {
     return row;
 }
 
+// What is kept of the file stays: the next loading sees whether it still is that of the file.
 void RESET_BOLTING() {
-    std::memset(file_lines, 0, sizeof file_lines);
     file_loaded = false;
-    file_line_count = 0;
     tables_filled = false;
-    for (BOLT_TABLE& table : tables)
-        table = {};
+    if (!kept_file.is_known()) forget_file();
     QUIET_BOLT_AREA = QUIET_BOLT_DISTANCES = 0;
 }
 

@@ -12,6 +12,7 @@
 #include "flange/validation.h"
 #include "frame/element_tables.h"
 #include "frame/units.h"
+#include "host/file_identity.h"
 #include "openings/flat_head_openings.h"
 #include "report/furniture.h"
 #include "report/lines.h"
@@ -376,6 +377,7 @@ Real NEW_AND_COLD_PRESSURE(Real MAWPop, Real MAWPseat) {
 
 void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
     const Int gates[] = {IWRITE, IOUT};
+    const LOOKS_ARE for_all_passes(Looks::shared);
     flange_steps(arguments);
     IWRITE = gates[0];
     IOUT = gates[1];
@@ -383,8 +385,8 @@ void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
 
 void RESET_FLANGE() {
     FLANGE = FLANGE_STATE{};
-    for (FAILURE_ROW& row : FAILURE_TABLE)
-        row = FAILURE_ROW{};
+    for (Int i = 0; i < FAILURE_ROWS; ++i)
+        FAILURE_TABLE[i] = FAILURE_ROW{};
     FAILURE_ROWS = 0;
     UG39_VIOLATION = false;
     RESET_RESULTS();

@@ -25,4 +25,24 @@ bool look_at_handle(Int handle, FILE_IDENTITY& identity);
 // leave the same time), nor in what the clock says is the future.
 bool is_settled(const FILE_IDENTITY& identity);
 
+// Lookups of one calculation share a look at a file: they give what they would give had they all come at
+// the moment of the first. A look serves until the calculation ends, or the engine calls its host or opens
+// or writes a file meanwhile: whoever ran then may have changed the file, and knows it.
+enum class Looks { own, shared };
+class LOOKS_ARE {
+  public:
+    explicit LOOKS_ARE(Looks looks);
+    ~LOOKS_ARE();
+    LOOKS_ARE(const LOOKS_ARE&) = delete;
+    LOOKS_ARE& operator=(const LOOKS_ARE&) = delete;
+
+  private:
+    Looks before;
+};
+// The latest look found the content of this table to be that of its file.
+void NOTE_LOOK(const void* table);
+// And it still serves.
+bool LOOK_SERVES(const void* table);
+void LOOK_AGAIN();
+
 } // namespace tarvane

@@ -8,6 +8,8 @@ namespace {
 
 constexpr Int CLOSED = -1;
 
+bool any_lost = false; // of the units
+
 struct UNIT {
     Int handle_and_one; // one higher than the handle, so that a unit is closed at load
     TAKE_RECORD take;   // of a unit whose records go to the host
@@ -24,7 +26,10 @@ bool is_open(Int unit) {
     return is_unit(unit) && (units[unit].handle_and_one != 0 || units[unit].take != nullptr);
 }
 
+void note_lost(UNIT& unit) { unit.lost = any_lost = true; }
+
 bool attach(Int unit, Int handle) {
+    LOOK_AGAIN();
     if (handle == CLOSED) return false;
     units[unit].handle_and_one = handle + 1;
     return true;
@@ -75,7 +80,7 @@ Int unit_handle(Int unit) { return is_unit(unit) ? units[unit].handle_and_one - 
 void close_unit(Int unit) {
     if (!is_open(unit)) return;
     UNIT& open = units[unit];
-    if (unit_handle(unit) != CLOSED && !close_handle(unit_handle(unit))) open.lost = true;
+    if (unit_handle(unit) != CLOSED && !close_handle(unit_handle(unit))) note_lost(open);
     open = {.handle_and_one = 0, .take = nullptr, .user = nullptr, .lost = open.lost};
 }
 
@@ -91,7 +96,9 @@ void close_unit_and_delete(Int unit) {
 
 void OPENUNIT(Int unit, std::string_view path, Int& status) {
     status = open_unit_for_writing(unit, trimmed(path)) ? 0 : 1;
-    if (is_unit(unit)) units[unit].lost = status != 0;
+    if (!is_unit(unit)) return;
+    units[unit].lost = false;
+    if (status != 0) note_lost(units[unit]);
 }
 
 void OPENHOSTUNIT(Int unit, TAKE_RECORD take, void* user, Int& status) {
@@ -99,24 +106,30 @@ void OPENHOSTUNIT(Int unit, TAKE_RECORD take, void* user, Int& status) {
     if (!is_unit(unit)) return;
     close_unit(unit);
     if (take != nullptr) status = 0;
-    units[unit] = {.handle_and_one = 0, .take = take, .user = user, .lost = status != 0};
+    units[unit] = {.handle_and_one = 0, .take = take, .user = user, .lost = false};
+    if (status != 0) note_lost(units[unit]);
 }
 
 bool write_to_unit(Int unit, const char* from, Int count) {
     if (!is_unit(unit)) return false;
+    const LOOKS_ARE meanwhile(Looks::own);
     UNIT& to = units[unit];
     const bool written =
         to.take != nullptr ? to.take(to.user, from, count) == 0
                            : to.handle_and_one != 0 && write_bytes(unit_handle(unit), from, count);
-    if (!written) to.lost = true;
+    if (!written) note_lost(to);
     return written;
 }
 
 Int UNIT_STATUS(Int unit) { return is_unit(unit) && !units[unit].lost ? 0 : 1; }
 
 void RESET_UNITS() {
-    for (Int unit = 1; unit <= LAST_UNIT; ++unit)
+    if (!any_lost) return;
+    any_lost = false;
+    for (Int unit = 1; unit <= LAST_UNIT; ++unit) {
         if (!is_open(unit)) units[unit].lost = false;
+        if (units[unit].lost) any_lost = true;
+    }
 }
 
 LineReader::LineReader(Int unit) : handle(unit_handle(unit)) {}
@@ -188,6 +201,7 @@ bool READ_RECORD(Int unit, Int record, char* into, Int length) {
 }
 
 bool WRITE_RECORD(Int unit, Int record, const char* from, Int length) {
+    LOOK_AGAIN();
     const Int handle = unit_handle(unit);
     return at_record(handle, record, length) && write_bytes(handle, from, length);
 }

@@ -1,6 +1,7 @@
 #include "host/install_paths.h"
 
 #include "frame/numbers.h"
+#include "host/file_identity.h"
 #include "host/file_units.h"
 #include "host/platform.h"
 #include "host/services.h"
@@ -130,6 +131,7 @@ Int FATAL_COMMAND(Int code, Text<600>& command) {
 }
 
 void REPORT_FATAL(Int code) {
+    const LOOKS_ARE meanwhile(Looks::own);
     if (SERVICES.report_fatal != nullptr) {
         SERVICES.report_fatal(SERVICES.user, code);
         return;
@@ -152,6 +154,7 @@ void FATAL_STOP(Int code) {
 }
 
 void STOP_HOST(Int status) {
+    const LOOKS_ARE meanwhile(Looks::own);
     if (SERVICES.stop == nullptr) std::exit(status);
     SERVICES.stop(SERVICES.user, status);
 }

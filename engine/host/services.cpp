@@ -1,5 +1,6 @@
 #include "host/services.h"
 
+#include "host/file_identity.h"
 #include "host/install_paths.h"
 #include "host/platform.h"
 
@@ -21,6 +22,9 @@ bool no_dialog = false;
 // Selector of the folder that the engine's own data lie in.
 constexpr Int COMMON_DOCUMENTS = 270;
 
+Looks looks = Looks::own;
+const void* looked_at = nullptr;
+
 // Without trailing blanks and NULs.
 std::string_view without_padding(std::string_view path) {
     while (!path.empty() && (path.back() == ' ' || path.back() == '\0'))
@@ -29,6 +33,19 @@ std::string_view without_padding(std::string_view path) {
 }
 
 } // namespace
+
+LOOKS_ARE::LOOKS_ARE(Looks now) : before(looks) {
+    looks = now;
+    LOOK_AGAIN();
+}
+LOOKS_ARE::~LOOKS_ARE() {
+    looks = before;
+    LOOK_AGAIN();
+}
+
+void NOTE_LOOK(const void* table) { looked_at = looks == Looks::shared ? table : nullptr; }
+bool LOOK_SERVES(const void* table) { return looked_at == table; }
+void LOOK_AGAIN() { looked_at = nullptr; }
 
 void GET_MODULE_DIR() {
     if (MODULE_DIR_GIVEN) return;
@@ -75,6 +92,7 @@ bool DIALOGS_OFF() { return no_dialog; }
 
 void MESSAGE_BOX(std::string_view text, std::string_view title) {
     if (no_dialog) return;
+    const LOOKS_ARE meanwhile(Looks::own);
     const Terminated<1024> message(text);
     const Terminated<128> caption(title);
     if (SERVICES.message_box != nullptr)
@@ -84,6 +102,7 @@ void MESSAGE_BOX(std::string_view text, std::string_view title) {
 }
 
 void SET_DIALOG_TEXT(Int control, std::string_view text) {
+    const LOOKS_ARE meanwhile(Looks::own);
     const Terminated<256> line(text);
     if (SERVICES.dialog_text != nullptr)
         SERVICES.dialog_text(SERVICES.user, control, line.get());
@@ -92,6 +111,7 @@ void SET_DIALOG_TEXT(Int control, std::string_view text) {
 }
 
 void END_DIALOG() {
+    const LOOKS_ARE meanwhile(Looks::own);
     if (SERVICES.end_dialog != nullptr)
         SERVICES.end_dialog(SERVICES.user);
     else
@@ -99,6 +119,7 @@ void END_DIALOG() {
 }
 
 void HOST_CLOCK(Int& year, Int& month, Int& day, Int& hour, Int& minute) {
+    const LOOKS_ARE meanwhile(Looks::own);
     if (SERVICES.clock != nullptr)
         SERVICES.clock(SERVICES.user, &year, &month, &day, &hour, &minute);
     else

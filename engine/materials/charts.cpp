@@ -62,6 +62,7 @@ constexpr Int SECTION_ROWS = 10;
 char chart_lines[FILE_LINES][LINE_WIDTH];
 Int chart_line_count = 0;
 bool charts_loaded = false;
+bool charts_read = false; // loaded or not
 
 struct CHART_ROW {
     Real temperature, E, Aelastic, second, Amax, Bmax, c0, c1, c2;
@@ -82,6 +83,7 @@ constexpr bool holds(std::string_view text, std::string_view part) {
 void LOAD_CHARTS() {
     if (charts_loaded) return;
     chart_line_count = 0;
+    charts_read = true;
     Text<260> path;
     Int path_len = 0, unit = 0;
     SYSTEM_FILE_PATH(path, path_len, "ExtChartData.txt");
@@ -288,7 +290,8 @@ void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& 
 
 void RESET_MATERIALS() {
     working_axis = AXIS;
-    std::memset(chart_lines, 0, sizeof chart_lines);
+    if (charts_read) std::memset(chart_lines, 0, sizeof chart_lines);
+    charts_read = false;
     for (CHART_ROW& row : rows)
         row = {};
     charts_loaded = false;

@@ -142,11 +142,19 @@ class TableLines {
     char buffer[LINE_WIDTH];
 };
 
+void forget_lines() {
+    const auto used = static_cast<std::size_t>(kept_count);
+    std::memset(static_cast<void*>(kept_lines), 0, used * sizeof kept_lines[0]);
+    kept_count = 0;
+    kept_file = KEPT_FILE{};
+    kept_whole = false;
+}
+
 // Parses the whole file behind an open unit, for this lookup and those to come. False when the table
 // can't hold it, or it changes meanwhile; the unit is then at its start again.
 bool KEEP_LINES(Int unit, std::string_view path, const FILE_IDENTITY& identity) {
     TableLines lines(unit, false);
-    kept_count = 0;
+    forget_lines();
     kept_whole = true;
     while (lines.next()) {
         if (kept_count == KEPT_LINES) {
@@ -281,6 +289,10 @@ void LOOK_UP_COEFFICIENT(TableLines& lines, Int reference, Real temperature, Rea
 // The table as the file is now, behind an open unit or in memory, when the unit is only held. False
 // when the file can't be opened.
 bool open_table(Int unit, bool& in_memory) {
+    if (LOOK_SERVES(kept_lines)) {
+        in_memory = true;
+        return hold_unit(unit);
+    }
     Text<256> path("ElastAlp07.txt");
     Int path_len = path.trimmed_length();
     FILE_IDENTITY identity;
@@ -288,19 +300,24 @@ bool open_table(Int unit, bool& in_memory) {
     const std::string_view at = path.columns(1, path_len);
     const bool known = kept_file.is(at, identity);
     in_memory = known && kept_whole;
-    if (in_memory) return hold_unit(unit);
-    if (!open_unit_for_reading(unit, at)) return false;
+    if (in_memory) {
+        NOTE_LOOK(kept_lines);
+        return hold_unit(unit);
+    }
+    if (!open_unit_for_reading(unit, at)) {
+        kept_file.forget();
+        return false;
+    }
     if (!known && is_settled(identity)) in_memory = KEEP_LINES(unit, at, identity);
+    if (in_memory) NOTE_LOOK(kept_lines);
     return true;
 }
 
 } // namespace
 
+// What is kept of a file stays: the next lookup sees whether it still is that of the file.
 void RESET_MODULUS_TABLE() {
-    std::memset(static_cast<void*>(kept_lines), 0, sizeof kept_lines);
-    kept_count = 0;
-    kept_file = KEPT_FILE{};
-    kept_whole = false;
+    if (!kept_file.is_known()) forget_lines();
 }
 
 void READ_ELAST_ALPHA(Int emod_ref, Int coe_ref, Real coe_temperature, Real emod_temperature,

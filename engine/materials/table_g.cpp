@@ -22,12 +22,14 @@ constexpr Real D_OVER_T[KEYS] = {4.0f,   5.0f,   6.0f,   8.0f,   10.0f,  15.0f, 
 char table_lines[FILE_LINES][LINE_WIDTH];
 Int line_count = 0;
 bool loaded = false;
+bool was_read = false; // loaded or not
 
 // Reads the file beside the library. A table that is not complete serves this lookup, and the next
 // one reads it again.
 void LOAD_TABLE() {
     if (loaded) return;
     line_count = 0;
+    was_read = true;
     Text<260> path;
     Int path_len = 0, unit = 0;
     MODULE_FILE_PATH(path, path_len, "TableGData.txt");
@@ -118,7 +120,8 @@ void TABLE_G_FACTOR_A(Real dt, Real ld, Real& a) {
 }
 
 void RESET_TABLE_G() {
-    std::memset(table_lines, 0, sizeof table_lines);
+    if (was_read) std::memset(table_lines, 0, sizeof table_lines);
+    was_read = false;
     line_count = 0;
     loaded = false;
 }

@@ -37,7 +37,12 @@ constexpr Int BLANKED_AT_ENTRY = 500; // record that FLANGE_CALC blanks
 Style marks = PLAIN;
 bool underline = false;
 
-void blank_store() { std::memset(LINESCOM, ' ', sizeof LINESCOM); }
+Int records_used = STORE_RECORDS; // since the store was blank
+
+void blank_store() {
+    std::memset(LINESCOM, ' ', static_cast<std::size_t>(records_used) * STORE_WIDTH);
+    records_used = 0;
+}
 [[maybe_unused]] const bool blank_at_load = (blank_store(), true);
 
 void clear_style() {
@@ -63,6 +68,7 @@ void put_marks(char* columns) {
 
 void store_line(const char* text, Int n) {
     if (LINE_COUNT < STORE_RECORDS) ++LINE_COUNT; // a full store keeps the latest line
+    records_used = max(records_used, LINE_COUNT);
     char* const record = LINESCOM[LINE_COUNT - 1];
     fill_blank(record, STORE_WIDTH);
     char* to = record + STORE_INDENT;

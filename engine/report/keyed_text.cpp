@@ -21,6 +21,7 @@ constexpr std::size_t KEY_WIDTH = 6, TEXT_FROM = 8; // columns 1 to 6, and 9 on
 char file_lines[FILE_LINES][LINE_WIDTH];
 Int line_count = 0;
 bool file_loaded = false;
+bool file_read = false; // loaded or not
 
 constexpr std::string_view SUFFIXES[] = {"_Eng.txt", "_Por.txt", "_Spa.txt", "_Fre.txt",
                                          "_Ger.txt", "_Ita.txt", "_Rus.txt"};
@@ -28,6 +29,7 @@ constexpr Int LANGUAGES = static_cast<Int>(std::size(SUFFIXES));
 
 void load() {
     if (file_loaded) return;
+    file_read = true;
     file_loaded =
         READ_TEXT_TABLE("iotext.txt", &file_lines[0][0], LINE_WIDTH, FILE_LINES, line_count);
 }
@@ -85,7 +87,8 @@ void LANGUAGE_FILE_PATH(char* path, Int len) {
 void RESET_KEYED_TEXT() {
     file_loaded = false;
     line_count = 0;
-    std::memset(file_lines, 0, sizeof file_lines);
+    if (file_read) std::memset(file_lines, 0, sizeof file_lines);
+    file_read = false;
     LANG_INDEX = 0;
 }
 

@@ -1,22 +1,33 @@
-// Nothing is allocated inside the engine: this program counts every call of the allocation functions
+// Nothing is allocated inside the engine, and a call that finds the tables read and their files unchanged
+// opens no file: this program counts every call of the allocation functions and every opening of a file
 // while a call of the library runs, from the first call after load on.
 #include "tarvane/tarvane.h"
 
+#include <cstdarg>
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <new>
+#include <string>
 
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 // ---- the counters ------------------------------------------------------------------------------
 
 namespace {
 bool counting = false;
-int allocations = 0;
+int allocations = 0, files_opened = 0;
 
 void note() {
     if (counting) ++allocations;
+}
+
+int opened(const char* path, int flags, mode_t mode) {
+    if (counting) ++files_opened;
+    return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 } // namespace
 
@@ -51,6 +62,22 @@ int posix_memalign(void** block, std::size_t alignment, std::size_t size) {
 void free(void* block) {
     if (block != nullptr) note();
     __libc_free(block);
+}
+
+// The engine opens files by these, and passes the rights with every one that it may create.
+int open(const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return opened(path, flags, mode);
+}
+int open64(const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+    va_end(rest);
+    return opened(path, flags, mode);
 }
 }
 
@@ -147,7 +174,7 @@ void check(bool fine, const char* where, const char* what) {
 
 template <typename Call>
 void expect_none(const char* what, Call call) {
-    allocations = 0;
+    allocations = files_opened = 0;
     counting = true;
     call();
     counting = false;
@@ -203,6 +230,34 @@ void to_file(const char* what, int type, int kind, int32_t code) {
     check(size > 50 * 102, what, "the file holds no report");
 }
 
+// The same record under all codes, with nothing to read any more.
+void warm_calls(const char* what) {
+    for (int32_t code = TARVANE_ASME_VIII_1; code <= TARVANE_EN_13445; ++code) {
+        for (int type = TARVANE_INTEGRAL_WELD_NECK; type <= TARVANE_LOOSE_REVERSE; ++type) {
+            for (int kind = TARVANE_ANALYSE; kind <= TARVANE_DESIGN; ++kind) {
+                for (const float element : {-1.0f, 1.0f}) {
+                    Flange flange(element, type, kind);
+                    flange.put(TARVANE_TEXT_BOLT_MATERIAL, "               ");
+                    expect_none(what, [&] {
+                        SET_MODULE_CODE(&code);
+                        report_to(element < 0.0f ? -1 : 0);
+                        flange.calculate(code);
+                    });
+                    check(files_opened == 0, what, "a file was opened");
+                }
+            }
+        }
+    }
+}
+
+// Where the engine's data lie: beside the library.
+std::string data_folder() {
+    Dl_info info;
+    if (dladdr(reinterpret_cast<void*>(&FLANGE_CALC), &info) == 0) return {};
+    const std::string file = info.dli_fname;
+    return file.substr(0, file.rfind('/'));
+}
+
 } // namespace
 
 int main() {
@@ -210,17 +265,26 @@ int main() {
     counting = true;
     void* volatile block = malloc(1);
     int* volatile number = new int(1);
+    const int null = open("/dev/null", O_RDONLY);
     counting = false;
-    check(allocations == 2, "counters", "they do not count");
+    check(allocations == 2 && files_opened == 1, "counters", "they do not count");
     free(block);
     delete number;
+    close(null);
 
     using Kind = int;
     constexpr Kind ANALYSE = TARVANE_ANALYSE, THICKNESS = TARVANE_THICKNESS,
                    DESIGN = TARVANE_DESIGN;
 
     to_store("the first call after load", TARVANE_INTEGRAL_WELD_NECK, ANALYSE, 1);
+    check(files_opened > 0, "the first call after load", "it read nothing");
     to_store("the second call", TARVANE_INTEGRAL_WELD_NECK, ANALYSE, 1);
+    // A data file that was made just now is read each time.
+    for (int tries = 0; files_opened > 0 && tries < 40; ++tries) {
+        usleep(100'000);
+        to_store("a later call", TARVANE_INTEGRAL_WELD_NECK, ANALYSE, 1);
+    }
+    warm_calls("a warm call");
     expect_none("RESET_ENGINE", [] { RESET_ENGINE(); });
     to_store("the first call after RESET_ENGINE", TARVANE_INTEGRAL_WELD_NECK, THICKNESS, 1);
     to_store("Division 2", TARVANE_INTEGRAL_WELD_NECK, THICKNESS, 2);
@@ -236,6 +300,14 @@ int main() {
     to_file("a report to a file, Division 2", TARVANE_INTEGRAL_WELD_NECK, THICKNESS, 2);
     to_file("a report to a file, EN 13445", TARVANE_INTEGRAL_WELD_NECK, THICKNESS, 4);
     to_file("a report of a blind flange to a file", TARVANE_BLIND, THICKNESS, 1);
+
+    // After RESET_ENGINE too, where the host tells where the files are.
+    const std::string folder = data_folder();
+    const auto length = static_cast<int32_t>(folder.size());
+    SET_MODULE_DIR(folder.c_str(), length);
+    SET_SYSTEM_DIR(folder.c_str(), length);
+    expect_none("RESET_ENGINE", [] { RESET_ENGINE(); });
+    warm_calls("a call after RESET_ENGINE");
 
     expect_none("the data routines", [] {
         RESET_ENGINE();

@@ -7,7 +7,9 @@
 #include "materials/modulus.h"
 #include "report/report_fixture.h"
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 namespace tarvane::data_test {
 
@@ -29,6 +31,9 @@ struct Line {
         *out << '"' << line.text << "\" marked" << line.marks();
     }
 };
+
+// Until files that were written just now are old enough to be kept.
+inline void wait_until_settled() { std::this_thread::sleep_for(std::chrono::milliseconds(2200)); }
 
 class DataTest : public report_test::ReportTest {
   protected:

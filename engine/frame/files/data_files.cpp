@@ -24,7 +24,7 @@ void join(Text<N>& path, Int& path_len, std::string_view folder, std::string_vie
     path.put(1, folder);
     if (gap != 0) path(static_cast<Int>(folder.size()) + 1) = SEPARATOR;
     path.put(static_cast<Int>(folder.size() + gap) + 1, name);
-    path_len = path.trimmed_length();
+    path_len = trimmed_length(path.columns(1, static_cast<Int>(folder.size() + gap + name.size())));
 }
 
 } // namespace
@@ -95,14 +95,29 @@ bool KEPT_FILE::keep(Int unit, std::string_view at, const FILE_IDENTITY& before)
 }
 
 bool READ_TEXT_TABLE(std::string_view name, char* table, Int width, Int limit, Int& lines) {
-    lines = 0;
+    KEPT_FILE unknown;
+    bool same = false;
+    return READ_KEPT_TABLE(name, table, width, limit, lines, unknown, same);
+}
+
+bool READ_KEPT_TABLE(std::string_view name, char* table, Int width, Int limit, Int& lines,
+                     KEPT_FILE& kept, bool& same) {
     Int unit = 0;
     GETNEXTUNIT(unit);
     Text<260> path;
     Int path_len = 0;
     SYSTEM_FILE_PATH(path, path_len, name);
+    const std::string_view at = path.columns(1, path_len);
+    FILE_IDENTITY identity;
+    const bool known = look_at_file(at, identity);
+    same = known && unit <= LAST_UNIT && kept.is(at, identity);
+    if (same) return true;
+
+    kept.forget();
+    lines = 0;
     bool loaded = false;
-    if (open_unit_for_reading(unit, path.columns(1, path_len))) {
+    if (open_unit_for_reading(unit, at)) {
+        const bool settled = known && is_settled(identity);
         LineReader reader(unit);
         char* line = table;
         while (!loaded && lines < limit && reader.next(line, width)) {
@@ -111,6 +126,7 @@ bool READ_TEXT_TABLE(std::string_view name, char* table, Int width, Int limit, I
             loaded = text.find("[END]") != std::string_view::npos;
             line += width;
         }
+        if (loaded && settled) kept.keep(unit, at, identity);
         close_unit(unit);
     }
     if (loaded) return true;

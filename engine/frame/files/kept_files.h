@@ -20,6 +20,9 @@ class KEPT_FILE {
     // The content that was read from an open unit is that of the file looked at before.
     // True when it will be taken for that.
     bool keep(Int unit, std::string_view at, const FILE_IDENTITY& before);
+    // Nothing is known of a content that is in memory.
+    void forget() { known = false; }
+    bool is_known() const { return known; }
 
   private:
     bool known = false;
@@ -30,5 +33,10 @@ class KEPT_FILE {
 
 // RESOLVE_DATA_FILE with a look at the file that it finds; nothing is known of one that is not there.
 void RESOLVE_DATA_FILE(Text<256>& path, Int& path_len, FILE_IDENTITY& identity);
+
+// READ_TEXT_TABLE into a table that holds what was read last, with its lines counted: nothing is read
+// (`same`) of a file that is kept there.
+bool READ_KEPT_TABLE(std::string_view name, char* table, Int width, Int limit, Int& lines,
+                     KEPT_FILE& kept, bool& same);
 
 } // namespace tarvane

@@ -1,38 +1,21 @@
 // What is kept of ElastAlp07.txt: a lookup gives the same as one that reads the file, and nothing of a
 // file that is no longer there.
+#include "host/file_identity.h"
 #include "host/file_units.h"
+#include "host/install_paths.h"
 #include "materials/modulus.h"
 
 #include "../data_folder.h"
-
-#include <chrono>
-#include <thread>
+#include "../no_files.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace tarvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-// While it lasts, no file can be opened: a lookup that succeeds has opened none.
-class NoFiles {
-  public:
-    NoFiles() {
-        getrlimit(RLIMIT_NOFILE, &before);
-        struct rlimit none = before;
-        none.rlim_cur = 0;
-        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-    }
-    ~NoFiles() { setrlimit(RLIMIT_NOFILE, &before); }
-    NoFiles(const NoFiles&) = delete;
-    NoFiles& operator=(const NoFiles&) = delete;
-
-  private:
-    struct rlimit before = {};
-};
+using data_test::NoFiles;
 
 // Everything that a lookup leaves, as bytes.
 std::string lookup(Int emod_reference, Int coe_reference, Real T) {
@@ -96,11 +79,12 @@ std::string table(const std::string& modulus = "29.0") {
 }
 
 class KeptModuli : public data_test::DataTest {
+  public:
+    fs::path file() const { return folder / "system" / NAME; }
+
   protected:
     void use(const std::string& text) { write_file("system", NAME, text); }
-    fs::path file() const { return folder / "system" / NAME; }
-    // Until the files are old enough to be kept.
-    static void wait() { std::this_thread::sleep_for(std::chrono::milliseconds(2200)); }
+    static void wait() { data_test::wait_until_settled(); }
     static Real modulus(Int reference = 1) {
         Real alpha = -1.0f, E = -1.0f;
         READ_ELAST_ALPHA(reference, -1, 0.0f, 100.0f, alpha, E);
@@ -125,7 +109,122 @@ TEST_F(KeptModuli, AnOldFileIsReadOnceAndANewOneEachTime) {
     EXPECT_EQ(modulus_without_files(), 29.0f);
     EXPECT_EQ(EMOD_STATUS, 0);
     RESET_MATERIALS();
+    EXPECT_EQ(modulus_without_files(), 29.0f);
+    EXPECT_EQ(EMOD_STATUS, 0);
+}
+
+// What changes while the tables are reset is as for a fresh process.
+TEST_F(KeptModuli, AResetKeepsNothingOfAFileThatIsNoLongerTheSame) {
+    const auto reset = [&](const std::string& text) {
+        use(text);
+        wait();
+        EXPECT_GT(modulus(), 0.0f);
+        RESET_MATERIALS();
+    };
+    reset(table());
+    use(table("28.0"));
+    EXPECT_EQ(modulus(), 28.0f);
+
+    reset(table());
+    fs::resize_file(file(), 20);
+    EXPECT_EQ(modulus(), 0.0f);
+    EXPECT_EQ(COE_STATUS, 0);
+
+    reset(table());
+    fs::remove(file());
+    EXPECT_EQ(modulus(), 0.0f);
+    EXPECT_EQ(COE_STATUS, 1);
+
+    reset(table());
+    fs::permissions(file(), fs::perms::none);
     EXPECT_EQ(modulus_without_files(), 0.0f);
+    EXPECT_EQ(COE_STATUS, 1);
+}
+
+// The lookups of a calculation see the file as it was at the first of them, until the host has its turn.
+TEST_F(KeptModuli, ACalculationLooksOnce) {
+    use(table());
+    wait();
+    EXPECT_EQ(modulus(), 29.0f);
+    {
+        const LOOKS_ARE of_a_calculation(Looks::shared);
+        EXPECT_EQ(modulus(), 29.0f);
+        fs::remove(file());
+        EXPECT_EQ(modulus(), 29.0f);
+        LOOK_AGAIN();
+        EXPECT_EQ(modulus(), 0.0f);
+    }
+    use(table());
+    wait();
+    const LOOKS_ARE of_a_calculation(Looks::shared);
+    EXPECT_EQ(modulus(), 29.0f);
+    {
+        const LOOKS_ARE of_the_host(Looks::own);
+        EXPECT_EQ(modulus(), 29.0f);
+        use(table("28.0"));
+        EXPECT_EQ(modulus(), 28.0f); // a lookup of the host's own, as any
+        fs::remove(file());
+        EXPECT_EQ(modulus(), 0.0f);
+        use(table("27.0"));
+    }
+    EXPECT_EQ(modulus(), 27.0f);
+    wait();
+    EXPECT_EQ(modulus(), 27.0f);
+    EXPECT_EQ(modulus_without_files(), 27.0f);
+    fs::remove(file());
+    EXPECT_EQ(modulus(), 27.0f);
+}
+
+// Each way from the engine to its host, and each file that it opens or writes, ends a look.
+TEST_F(KeptModuli, ALookEndsWhereOthersMayRun) {
+    use(table());
+    wait();
+    EXPECT_EQ(modulus(), 29.0f);
+    static const KeptModuli* test;
+    test = this;
+    HOST_SERVICES services;
+    services.version = HOST_SERVICES_VERSION;
+    services.message_box = [](void*, const char*, const char*) { fs::remove(test->file()); };
+    services.dialog_text = [](void*, Int, const char*) { fs::remove(test->file()); };
+    services.end_dialog = [](void*) { fs::remove(test->file()); };
+    services.report_fatal = [](void*, Int) { fs::remove(test->file()); };
+    services.stop = [](void*, Int) { fs::remove(test->file()); };
+    services.clock = [](void*, Int*, Int*, Int*, Int*, Int*) { fs::remove(test->file()); };
+    const TAKE_RECORD take = [](void*, const char*, Int) -> Int {
+        fs::remove(test->file());
+        return 0;
+    };
+    const std::pair<const char*, void (*)()> ways[] = {
+        {"message box", [] { MESSAGE_BOX("text", "title"); }},
+        {"dialog", [] { SET_DIALOG_TEXT(1, "text"); }},
+        {"end of the dialog", [] { END_DIALOG(); }},
+        {"fatal", [] { FATAL_STOP(25); }},
+        {"stop", [] { STOP_HOST(1); }},
+        {"clock",
+         [] {
+             Int now[5];
+             HOST_CLOCK(now[0], now[1], now[2], now[3], now[4]);
+         }},
+        {"record", [] { write_to_unit(21, "text", 4); }},
+        {"file",
+         [] {
+             fs::remove(test->file());
+             open_unit_for_reading(22, "/dev/null");
+         }},
+    };
+    Int status = 1;
+    OPENHOSTUNIT(21, take, nullptr, status);
+    SET_HOST_SERVICES(&services);
+    for (const auto& [name, way] : ways) {
+        use(table());
+        wait();
+        const LOOKS_ARE of_a_calculation(Looks::shared);
+        EXPECT_EQ(modulus(), 29.0f) << name;
+        way();
+        EXPECT_EQ(modulus(), 0.0f) << name;
+    }
+    SET_HOST_SERVICES(nullptr);
+    close_unit(21);
 }
 
 // Each text in a file that is read and one that is kept.
