@@ -385,7 +385,8 @@ void FLANGE_CALC(FLANGE_ARGUMENTS& arguments) {
 
 void RESET_FLANGE() {
     FLANGE = FLANGE_STATE{};
-    for (Int i = 0; i < FAILURE_ROWS; ++i)
+    const Int rows = FAILURE_TABLE_GIVEN ? ELEMENT_ROWS : FAILURE_ROWS;
+    for (Int i = 0; i < rows; ++i)
         FAILURE_TABLE[i] = FAILURE_ROW{};
     FAILURE_ROWS = 0;
     UG39_VIOLATION = false;

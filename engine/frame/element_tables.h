@@ -67,6 +67,7 @@ struct FAILURE_ROW {
 };
 static_assert(sizeof(FAILURE_ROW) == 80);
 extern FAILURE_ROW FAILURE_TABLE[ELEMENT_ROWS];
-extern Int FAILURE_ROWS; // rows in use
+extern Int FAILURE_ROWS;         // rows in use
+extern bool FAILURE_TABLE_GIVEN; // the host has its address, and may write anywhere in it
 
 } // namespace tarvane

@@ -1,5 +1,7 @@
 #include "host/file_units.h"
 
+#include "host/file_identity.h"
+
 #include <cstring>
 
 namespace tarvane {

@@ -17,6 +17,7 @@ Text<120> TEMPLATE;
 
 char LINESCOM[STORE_RECORDS][STORE_WIDTH];
 Int LINE_COUNT = 0;
+bool LINE_STORE_GIVEN = false;
 
 bool STYLE_ENABLED = false;
 bool DECIMAL_COMMA = false;
@@ -40,7 +41,8 @@ bool underline = false;
 Int records_used = STORE_RECORDS; // since the store was blank
 
 void blank_store() {
-    std::memset(LINESCOM, ' ', static_cast<std::size_t>(records_used) * STORE_WIDTH);
+    const Int records = LINE_STORE_GIVEN ? STORE_RECORDS : records_used;
+    std::memset(LINESCOM, ' ', static_cast<std::size_t>(records) * STORE_WIDTH);
     records_used = 0;
 }
 [[maybe_unused]] const bool blank_at_load = (blank_store(), true);

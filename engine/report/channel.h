@@ -38,6 +38,7 @@ inline constexpr Int STORE_RECORDS = 750;
 inline constexpr Int STORE_WIDTH = 125;
 extern char LINESCOM[STORE_RECORDS][STORE_WIDTH];
 extern Int LINE_COUNT;
+extern bool LINE_STORE_GIVEN; // the host has its address, and may write anywhere in it
 
 extern bool STYLE_ENABLED; // set by FLANGE_CALC, cleared by RESET_REPORT only
 extern bool DECIMAL_COMMA; // last argument of the latest FLANGE_CALC

@@ -189,7 +189,10 @@ TARVANE_SETUP_ELEMENT* TARVANE_CALL GETSETUP(void) {
     return reinterpret_cast<TARVANE_SETUP_ELEMENT*>(tarvane::SETUP);
 }
 
-char* TARVANE_CALL GETLINESCOMFLG(void) { return &tarvane::LINESCOM[0][0]; }
+char* TARVANE_CALL GETLINESCOMFLG(void) {
+    tarvane::LINE_STORE_GIVEN = true;
+    return &tarvane::LINESCOM[0][0];
+}
 
 // ---- host side ---------------------------------------------------------------------------------
 
@@ -250,6 +253,7 @@ TARVANE_HOST_INPUT* TARVANE_CALL GETHOSTINPUT(void) {
 }
 
 TARVANE_FAILURE_ROW* TARVANE_CALL GETFAILURETABLE(void) {
+    tarvane::FAILURE_TABLE_GIVEN = true;
     return reinterpret_cast<TARVANE_FAILURE_ROW*>(tarvane::FAILURE_TABLE);
 }
 
