@@ -186,7 +186,7 @@ void DISTANCE_ROW(std::string_view label, Real least, Real actual) {
 
 Real BOLT_CORRECTION_FACTOR(Int form, Real C, Int n, Real a, Real t, Real cTotal, Real m,
                             Real& Deltab, Real& cfDen) {
-    Deltab = C * sin(3.1415927f / static_cast<Real>(n));
+    Deltab = C * sin(PI / static_cast<Real>(n));
     if (form < 3)
         cfDen = 2.0f * a + (t - cTotal);
     else

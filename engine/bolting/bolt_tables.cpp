@@ -20,7 +20,6 @@ constexpr Int SPECIAL_LAST_ROW = 21; // series 3 looks at the TEMA sizes only
 constexpr Int INTEGRAL_RING = 3; // the ring flanges
 constexpr Int LOOSE_RING = 5;
 
-constexpr Real MM = 25.4f;
 constexpr Real MM2 = 645.16f;
 
 constexpr std::string_view SECTION_NAMES[SERIES] = {"[TEMA IMPERIAL]", "[UNC]",       "[Unused]",
@@ -36,7 +35,7 @@ struct BOLT_TABLE {
     Real at(Int row, Column column) const { return numbers[row * BOLT_COLUMNS + column]; }
     bool metric() const { return at(0, DIA) > 0.001f; }
     Real inches(Int row, Column column) const {
-        return metric() ? at(row, column) / MM : at(row, column);
+        return metric() ? at(row, column) / MM_PER_INCH : at(row, column);
     }
     Real square_inches(Real area) const { return metric() ? area / MM2 : area; }
 };
@@ -215,7 +214,7 @@ BOLT_ROW BOLT_TABLE_ROW(Real& a, Int type, Int series, Real areaGiven, Int n) {
     if (last == 0) return row;
 
     const Real given = a;
-    const Real x = table.metric() ? a * MM : a;
+    const Real x = table.metric() ? a * MM_PER_INCH : a;
     const Real smallest = table.at(1, DIA);
     const Real largest = table.at(last, DIA);
     Int i = 1;

@@ -3,19 +3,9 @@
 #pragma once
 
 #include "frame/types.h"
+#include "materials/modulus.h"
 
 namespace tarvane {
-
-// A chart's curve at one temperature, as READ_CHART gives it: a straight line up to Aelastic, then a
-// quadratic in log10(A) up to Amax.
-struct CHART_CURVE {
-    Real t_used = 0.0f; // temperature of the curve: the one asked for, at most the chart's highest
-    Real E = 0.0f;      // modulus, millions of psi
-    Real Aelastic = 0.0f; // end of the straight line
-    Real second = 0.0f;   // not used
-    Real Amax = 0.0f, Bmax = 0.0f;
-    Real c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
-};
 
 // Factor A of an element, from Table G where the switch asks for it and the table has it, else by
 // formula. D/t and L/D come back as they went in: L/D of a cylinder or cone held to 0.05 and 50.

@@ -26,11 +26,9 @@ void PREPARE_CHART(const SHLEXT_CALL& s) {
     std::fill_n(s.Chart + 8, 4, ' '); // in the caller's own field
     x.Temp = s.Temp;
     x.S = s.S;
-    CHART_CURVE& curve = x.curve;
-    READ_CHART(x.chart.data(), x.chart.width(), s.Temp, curve.t_used, curve.E, curve.Aelastic,
-               curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2, s.Fy);
+    READ_CHART(x.chart.view(), s.Temp, x.curve, s.Fy);
     x.CarbonChart = x.chart.view().find("CS") != std::string_view::npos ? 1 : 0;
-    x.Emod = curve.E * 1.0E+6f;
+    x.Emod = x.curve.E * 1.0E+6f;
 }
 
 void temperature_warning() {

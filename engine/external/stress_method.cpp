@@ -36,9 +36,7 @@ void TANGENT_MODULUS_FIC(Real F, Real& Fic, Real Fy) {
     factor_line(A, 7);
 
     CHART_CURVE curve = EXTERNAL.curve;
-    READ_CHART(EXTERNAL.chart.data(), EXTERNAL.chart.width(), EXTERNAL.Temp, curve.t_used, curve.E,
-               curve.Aelastic, curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2,
-               Fy);
+    READ_CHART(EXTERNAL.chart.view(), EXTERNAL.Temp, curve, Fy);
     const Real B = FACTOR_B(A, curve);
     LinePieces()
         .text("From the External Pressure Chart ")

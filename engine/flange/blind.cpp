@@ -31,7 +31,7 @@ void BLIND_THICKNESS(const FLANGE_STATE& s, BLIND_CALL& call) {
                 0.309375f * square(d) + 3.0f * s.CF * (d / 4.0f + 2.0f * s.b * s.m) * (s.C - d);
             // W keeps its sign here, unlike in bt.
             const Real tBolt =
-                std::sqrt(s.CF * 3.0f * (s.C - d) * W / s.Sa / (3.14159012f * d)) + ca;
+                std::sqrt(s.CF * 3.0f * (s.C - d) * W / s.Sa / (PI_IN_FIVE_DECIMALS * d)) + ca;
             const Real tPress = std::sqrt((Pa / Se) * A2) + ca;
             tOut = max(tBolt, tPress);
             pOut = square(tn) * Se / A2;

@@ -7,8 +7,6 @@ namespace tarvane {
 
 namespace {
 
-constexpr Real QUARTER_PI = PI / 4.0f;
-
 constexpr Int CONTINUED = 4; // fitting mode of a line that goes on with a formula
 
 void load_line(Real load, std::string_view remark = {}) { VALUE_LINE(load, Kind::force, remark); }
@@ -124,7 +122,7 @@ void bore_end_load(FLANGE_STATE& s) {
     const Real Dhyd = s.type > BLIND ? reverse_shell_diameter(s) : corroded_bore(s);
     HEADING("Hydrostatic End Load at Flange ID [Hd]:");
     if (s.reverseFullFace()) {
-        s.Hd = PI / 4.0f * s.P * square(Dhyd);
+        s.Hd = QUARTER_PI * s.P * square(Dhyd);
         TEXT_LINE(" = 0.785 * P * D^(2)");
         NUMBER_LINE(" = 0.785 * @3 * @3^(2) #", {as_pressure(s.P), as_diameter(Dhyd)});
     } else {

@@ -123,15 +123,8 @@ void scale_moments(FLANGE_STATE& s, Real CF) {
 }
 
 // The larger rigidity index at the thickness in hand, with the given factors.
-Real rigidity_at(FLANGE_STATE& s, Real V, Real lambda, Real ho, Real K) {
-    RIGIDITY_CALL call{.Mop = s.Mop,
-                       .Matm = s.Matm,
-                       .V = V,
-                       .lambda = lambda,
-                       .ho = ho,
-                       .K = K,
-                       .t = s.t,
-                       .CF = s.CF};
+Real rigidity_with(FLANGE_STATE& s, const RIGIDITY_FACTORS& factors) {
+    RIGIDITY_CALL call = RIGIDITY_ARGUMENTS(s, factors, s.t, s.CF);
     RIGIDITY_INDEX(s, call, RIGIDITY_SILENT);
     return call.Jmax;
 }
@@ -142,10 +135,7 @@ void enter_rigidity_stage(FLANGE_STATE& s, THICKNESS_SEARCH& search) {
     s.t = ROUND_UP_DECIMALS(s.t, 3);
     search.tStress = s.t;
     search.rigidityStage = true;
-    search.V = s.V;
-    search.lambda = s.lambda;
-    search.ho = s.ho;
-    search.K = s.K;
+    search.factors = FACTORS_IN_HAND(s);
 }
 
 // One step of t towards an index of 1; the step shrinks whenever the index passes 1.
@@ -172,8 +162,7 @@ void rigidity_round(FLANGE_STATE& s, THICKNESS_SEARCH& search, Real J) {
     if (s.t < search.tStress) {
         s.t = search.tStress;
         RESCALE_FIRST_MOMENTS(s, s.t);
-        if (rigidity_at(s, search.V, search.lambda, search.ho, search.K) <= 0.99995f)
-            search.converged = true;
+        if (rigidity_with(s, search.factors) <= 0.99995f) search.converged = true;
     }
 }
 
@@ -244,7 +233,7 @@ void THICKNESS_ROUND(FLANGE_STATE& s, THICKNESS_SEARCH& search) {
         if (stressesMet) enter_rigidity_stage(s, search);
     }
     RESCALE_FIRST_MOMENTS(s, s.t);
-    const Real J = rigidity_at(s, s.V, s.lambda, s.ho, s.K);
+    const Real J = rigidity_with(s, FACTORS_IN_HAND(s));
     if (search.rigidityStage) rigidity_round(s, search, J);
     if (search.converged) return;
 

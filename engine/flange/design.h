@@ -1,6 +1,7 @@
 // Design mode: selection of the geometry, search for the thickness.
 #pragma once
 
+#include "flange/rigidity.h"
 #include "flange/state.h"
 
 namespace tarvane {
@@ -25,7 +26,7 @@ struct THICKNESS_SEARCH {
     Real step = 0.3125f; // rigidity increment
     Real previousJ = 0.0f;
     Real tStress = 0.0f, tRigid = 0.0f;
-    Real V = 0, lambda = 0, ho = 0, K = 0; // factors where the stress search converged
+    RIGIDITY_FACTORS factors; // where the stress search converged
 };
 // One round of the search, under kind 2 while not converged, on the stress ratios of thickness t. When
 // it has not converged, t, Mop, Matm and CF are those for the next stresses, and the report is shut.

@@ -13,6 +13,7 @@
 #include "frame/element_tables.h"
 #include "frame/units.h"
 #include "host/file_identity.h"
+#include "materials/modulus.h"
 #include "openings/flat_head_openings.h"
 #include "report/furniture.h"
 #include "report/lines.h"
@@ -20,8 +21,6 @@
 namespace tarvane {
 
 namespace {
-
-constexpr Real AMBIENT = 70.0f;
 
 void entry(DRIVER_STATE& d) {
     FLANGE_ARGUMENTS& args = *d.args;

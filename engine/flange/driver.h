@@ -1,6 +1,7 @@
 // FLANGE_CALC: the driver of one bolted flange or flat cover.
 #pragma once
 
+#include "flange/hub.h"
 #include "flange/record.h"
 #include "flange/state.h"
 
@@ -43,7 +44,7 @@ struct DRIVER_STATE {
     bool rigidityDiv2 = false; // NEW_DIV_2_RULES of the rigidity step
     Int setupNoCorrection = 0;
     Real mapAmbient = 0;
-    Real pHub = 99999.0f, hubRequired = 0;
+    Real pHub = HUB_NOT_RATED, hubRequired = 0;
     bool noCylinder = false;
     Int mapNcBy = 0, mawpBy = 0; // what held outputs 6 and 9 down
     // failure corrosion

@@ -29,11 +29,11 @@ void area_line(std::string_view before, std::string_view behind, Real area) {
 void rigidity_moduli(FLANGE_STATE& s) {
     if (moduleCode < PD_5500) {
         SET_CHART(s.chartName.columns(1, 12));
-        s.Ecold = ASMEMOD(70.0f, s.materialClass, moduleCode) * 1000000.0f;
+        s.Ecold = ASMEMOD(AMBIENT, s.materialClass, moduleCode) * 1000000.0f;
         s.Ehot = ASMEMOD(s.Tdesign, s.materialClass, moduleCode) * 1000000.0f;
     } else {
         const Real chart_class = CHART_CLASS(s.chartName.columns(1, 5));
-        MODULUS(chart_class, s.Ecold, 70.0f);
+        MODULUS(chart_class, s.Ecold, AMBIENT);
         MODULUS(chart_class, s.Ehot, s.Tdesign);
     }
 }
@@ -50,25 +50,17 @@ Real rigidity_correction(const DRIVER_STATE& d, Real t) {
 // The factors of the two blocks.
 RIGIDITY_CALL at_required_thickness(const DRIVER_STATE& d) {
     const FLANGE_STATE& s = *d.s;
-    return {.Mop = s.Mop,
-            .Matm = s.Matm,
-            .V = s.V,
-            .lambda = s.lambdaReq,
-            .ho = s.ho,
-            .K = s.K,
-            .t = s.t,
-            .CF = rigidity_correction(d, s.t)};
+    RIGIDITY_FACTORS factors = FACTORS_IN_HAND(s);
+    factors.lambda = s.lambdaReq;
+    return RIGIDITY_ARGUMENTS(s, factors, s.t, rigidity_correction(d, s.t));
 }
 RIGIDITY_CALL at_given_thickness(const DRIVER_STATE& d) {
     const FLANGE_STATE& s = *d.s;
-    return {.Mop = s.MopFirst,
-            .Matm = s.MatmFirst,
-            .V = s.V,
-            .lambda = s.lambda,
-            .ho = s.ho,
-            .K = s.K,
-            .t = d.tGiven,
-            .CF = rigidity_correction(d, d.tGiven)};
+    RIGIDITY_CALL call =
+        RIGIDITY_ARGUMENTS(s, FACTORS_IN_HAND(s), d.tGiven, rigidity_correction(d, d.tGiven));
+    call.Mop = s.MopFirst;
+    call.Matm = s.MatmFirst;
+    return call;
 }
 
 void keep_indices(const FLANGE_STATE& s, Real (&J)[2]) {

@@ -7,9 +7,6 @@ namespace tarvane {
 
 namespace {
 
-constexpr Real FIVE_MM = 0.196850389f;             // 5 mm in inches
-constexpr Real MILLIMETRES_PER_INCH = 25.3999996f; // of the full face rule
-
 // A width with the text that tells where it comes from.
 struct Width {
     Real value;
@@ -96,7 +93,7 @@ void taylor_forge_full_face(const FLANGE_STATE& s, Width& bo, Width& b, Width& G
 // Full face gasket of a forward flange, EN 13445-3 11.6.
 void code_full_face(const FLANGE_STATE& s, GASKET_CALL& call, Width& bo, Width& b, Width& G) {
     bo = {max(min(s.GoC - s.C, s.C - s.GiC), 0.0f), "Min(Go - C, C - Gi)"};
-    b = {4.0f * std::sqrt(bo.value * MILLIMETRES_PER_INCH) / MILLIMETRES_PER_INCH, "4(b'0)"};
+    b = {4.0f * std::sqrt(bo.value * MM_PER_INCH) / MM_PER_INCH, "4(b'0)"};
     G = {s.C - s.dh - FIVE_MM, "C - dh - 5mm"};
     call.b2 = FIVE_MM;
 }

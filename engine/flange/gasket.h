@@ -5,6 +5,9 @@
 
 namespace tarvane {
 
+inline constexpr Real FIVE_MM =
+    0.196850389f; // effective gasket width 2b" of EN 13445-3 11.6, in inches
+
 struct GASKET_CALL {
     // given
     Int sketch;

@@ -85,7 +85,7 @@ void augmentation_lines(Int code, Real Bi) {
         TEXT_LINE("Because the Flange ID is >= 2000 mm, k = 1.333");
     } else {
         TEXT_LINE(" = (2/3)(1 + B/2000)    Because 1000 mm < Flange ID < 2000 mm:");
-        NUMBER_LINE(" = (2/3)(1 + @3/@0)", {Bi * 25.4f, 2000.0f});
+        NUMBER_LINE(" = (2/3)(1 + @3/@0)", {Bi * MM_PER_INCH, 2000.0f});
         VALUE_LINE(0.6666667f * (Bi / 78.74016f + 1.0f), Kind::factor, {}, PLAIN, 3);
     }
     TEXT_LINE("Note: For Evaluation of 'k', Metric dimensions are employed.", NOTE_STYLE);
@@ -150,12 +150,11 @@ void HUB_SMALL_END(FLANGE_STATE& s, Real ci, bool silent, Real& tHubReq, Real& p
 
 void LAP_JOINT_THICKNESS(const FLANGE_STATE& s) {
     if (s.type != LAP_JOINT) return;
-    constexpr Real Pi = 3.14159f;
     HEADING("Required Lap Thickness Calculations for Lap Joint Flanges:");
 
     Real trlo = NO_VALUE, trla = NO_VALUE;
     if (s.Sn > 0.001f) {
-        trlo = s.Wm1 / (Pi * s.GiC * 0.8f * s.Sn);
+        trlo = s.Wm1 / (PI_IN_FIVE_DECIMALS * s.GiC * 0.8f * s.Sn);
         HEADING("Required Lap Thickness due to Shear Stress, Operating [trlo]:");
         TEXT_LINE(" = Wm1 / ( pi * Gid * 0.8 * So )");
         NUMBER_LINE(" = @1 / ( pi * @3 * @2 ) #",
@@ -163,7 +162,7 @@ void LAP_JOINT_THICKNESS(const FLANGE_STATE& s) {
         VALUE_LINE(trlo, Kind::thickness, {}, PLAIN, 3);
     }
     if (s.Sna > 0.001f) {
-        trla = s.W / (Pi * s.GiC * 0.8f * s.Sna);
+        trla = s.W / (PI_IN_FIVE_DECIMALS * s.GiC * 0.8f * s.Sna);
         HEADING("Required Lap Thickness due to Shear Stress, Seating [trla]:");
         TEXT_LINE(" = W / ( pi * Gid * 0.8 * Sa )");
         NUMBER_LINE(" = @1 / ( pi * @3 * @2 ) #",

@@ -37,10 +37,10 @@ void moduli(FLANGE_STATE& s) {
     if (s.en_or_pd()) {
         const Real chart_class = CHART_CLASS(s.chartName.columns(1, 5));
         MODULUS(chart_class, s.Ehot, s.Tdesign);
-        MODULUS(chart_class, s.Ecold, 70.0f);
+        MODULUS(chart_class, s.Ecold, AMBIENT);
     } else {
         SET_CHART(s.chartName.columns(1, 12));
-        s.Ecold = ASMEMOD(70.0f, s.materialClass, s.code) * 1000000.0f;
+        s.Ecold = ASMEMOD(AMBIENT, s.materialClass, s.code) * 1000000.0f;
         NOTED.modulusSource = MODULUS_CAME;
         s.Ehot = ASMEMOD(s.Tdesign, s.materialClass, s.code) * 1000000.0f;
         NOTED.modulusSource = max(NOTED.modulusSource, Int{MODULUS_CAME});
@@ -321,10 +321,7 @@ void keep_moments(FLANGE_STATE& s, const KERNEL_STATE& k) {
 
 void keep_first_factors(const FLANGE_STATE& s, KERNEL_STATE& k) {
     if (k.firstFactorsKept) return;
-    k.lambdaFirst = s.lambda;
-    k.VFirst = s.V;
-    k.hoFirst = s.ho;
-    k.KFirst = s.K;
+    k.firstFactors = FACTORS_IN_HAND(s);
     k.firstFactorsKept = true;
 }
 

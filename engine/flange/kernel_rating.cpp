@@ -170,20 +170,13 @@ void THICKNESS_LINES(FLANGE_STATE& s, KERNEL_STATE& k) {
     else if (!k.kindIsAnalysis)
         required_thickness_line(s, k);
     // Bolts just used up: Ab Sb = H + Hp at this pressure.
-    s.Pbolt = s.Ab * s.Sb / (0.785398185f * square(s.G) + 2.0f * s.b * PI * s.G * s.m);
+    s.Pbolt = s.Ab * s.Sb / (QUARTER_PI * square(s.G) + 2.0f * s.b * PI * s.G * s.m);
 }
 
 void RATE_FLANGE(FLANGE_STATE& s, const KERNEL_STATE& k) {
     if (k.tStart > 0.001f && s.rigidity == 1) {
         RESCALE_FIRST_MOMENTS(s, s.t);
-        RIGIDITY_CALL given{.Mop = s.Mop,
-                            .Matm = s.Matm,
-                            .V = k.VFirst,
-                            .lambda = k.lambdaFirst,
-                            .ho = k.hoFirst,
-                            .K = k.KFirst,
-                            .t = k.tStart,
-                            .CF = s.CF};
+        RIGIDITY_CALL given = RIGIDITY_ARGUMENTS(s, k.firstFactors, k.tStart, s.CF);
         RIGIDITY_INDEX(s, given, RIGIDITY_SILENT);
         s.jSeat = s.J[0];
         s.jOp = s.J[1];
@@ -213,14 +206,7 @@ void CLOSE_EVALUATION(FLANGE_STATE& s, const KERNEL_STATE& k) {
                     Kind::weight);
     }
     if (s.rigidity == 1) {
-        RIGIDITY_CALL now{.Mop = s.Mop,
-                          .Matm = s.Matm,
-                          .V = s.V,
-                          .lambda = s.lambda,
-                          .ho = s.ho,
-                          .K = s.K,
-                          .t = s.t,
-                          .CF = s.CF};
+        RIGIDITY_CALL now = RIGIDITY_ARGUMENTS(s, FACTORS_IN_HAND(s), s.t, s.CF);
         RIGIDITY_INDEX(s, now, RIGIDITY_SILENT);
         s.rigidityOut = now.Jmax;
     }

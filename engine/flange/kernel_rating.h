@@ -15,7 +15,7 @@ struct KERNEL_STATE {
     Int designRounds = 0;
     Int designFlag = -1;
     bool firstFactorsKept = false;
-    Real lambdaFirst = 0, VFirst = 0, hoFirst = 0, KFirst = 0; // of the first evaluation
+    RIGIDITY_FACTORS firstFactors; // of the first evaluation
     THICKNESS_SEARCH search;
     Real blindPressure = 0.0f, blindSeatingPressure = 0.0f; // of the bare blind flange
 };

@@ -1,13 +1,12 @@
 #include "flange/moment_arms.h"
 
+#include "flange/gasket.h"
 #include "flange/geometry.h"
 #include "report/lines.h"
 
 namespace tarvane {
 
 namespace {
-
-constexpr Real FIVE_MM = 0.196850389f; // effective gasket width 2b" of EN 13445-3 11.6
 
 constexpr std::string_view GASKET_ARM = "Distance to Gasket Load Reaction [hg]:";
 constexpr std::string_view FACE_ARM = "Distance to Face Pressure Reaction [ht]:";

@@ -119,7 +119,7 @@ void derive(FLANGE_STATE& s) {
 
     // Series 3 gives the root area of its bolt; it alters the working diameter only.
     if (s.series <= 2) s.rootGiven = 0.0f;
-    if (s.series == 3) s.dh = 2.0f * std::sqrt(s.rootGiven / 3.14159012f);
+    if (s.series == 3) s.dh = 2.0f * std::sqrt(s.rootGiven / PI_IN_FIVE_DECIMALS);
 
     if (s.dfAllow <= 0.00001f) s.dfAllow = s.C <= 24.0f ? 0.03f : s.C / 800.0f;
 

@@ -85,6 +85,20 @@ void write_condition(const RIGIDITY_CALL& call, RigidityForm form, Real goc, con
 
 } // namespace
 
+RIGIDITY_FACTORS FACTORS_IN_HAND(const FLANGE_STATE& s) { return {s.V, s.lambda, s.ho, s.K}; }
+
+RIGIDITY_CALL RIGIDITY_ARGUMENTS(const FLANGE_STATE& s, const RIGIDITY_FACTORS& factors, Real t,
+                                 Real CF) {
+    return {.Mop = s.Mop,
+            .Matm = s.Matm,
+            .V = factors.V,
+            .lambda = factors.lambda,
+            .ho = factors.ho,
+            .K = factors.K,
+            .t = t,
+            .CF = CF};
+}
+
 void RIGIDITY_INDEX(FLANGE_STATE& s, RIGIDITY_CALL& call, Int rigidityPrint) {
     const Real Bs = CODE_A98_ADDENDA == 1 ? 1.0f : call.CF;
     call.Jmax = 0.0f;

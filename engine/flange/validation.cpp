@@ -130,7 +130,7 @@ constexpr INPUT_TEST TESTS[] = {
          [](const STATE& s) { return as_diameter(contact_inside(s) - contact_outside(s)); }},
     {39, [](const STATE& s) {
              return not_design(s) &&
-                    1.1f * s.dh * static_cast<Real>(s.nBolts) > 3.14159012f * s.C;
+                    1.1f * s.dh * static_cast<Real>(s.nBolts) > PI_IN_FIVE_DECIMALS * s.C;
          },
          [](const STATE& s) { return static_cast<Real>(s.nBolts); }},
     {41, [](const STATE& s) { return s.C > s.A; },

@@ -14,6 +14,11 @@ using Int = std::int32_t;
 static_assert(sizeof(Real) == 4, "REAL is IEEE single precision");
 
 inline constexpr Real PI = 3.14159274f;
+inline constexpr Real QUARTER_PI = PI / 4.0f;
+// The single next to 3.14159, which some formulas take.
+inline constexpr Real PI_IN_FIVE_DECIMALS = 3.14159012f;
+
+inline constexpr Real MM_PER_INCH = 25.4f;
 
 // "No value": in a record element on input, in a pressure on output.
 inline constexpr Real NO_VALUE = -1.0101f;

@@ -64,15 +64,7 @@ Int chart_line_count = 0;
 bool charts_loaded = false;
 bool charts_read = false; // loaded or not
 
-struct CHART_ROW {
-    Real temperature, E, Aelastic, second, Amax, Bmax, c0, c1, c2;
-};
-CHART_ROW rows[SECTION_ROWS];
-
-// Outputs of READ_CHART.
-struct CHART_RESULT {
-    Real &t_used, &E, &Aelastic, &second, &Amax, &Bmax, &c0, &c1, &c2;
-};
+CHART_CURVE rows[SECTION_ROWS]; // of the section in hand, each under its own temperature
 
 constexpr bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
@@ -100,27 +92,15 @@ void LOAD_CHARTS() {
 
 std::string_view chart_line(Int index) { return left_justified({chart_lines[index], LINE_WIDTH}); }
 
-bool read_row(std::string_view line, CHART_ROW& row) {
+bool read_row(std::string_view line, CHART_CURVE& row) {
     Real x[ROW_NUMBERS] = {}; // the second number has no use
     if (PARSE_REALS(line, x, ROW_NUMBERS) < ROW_NUMBERS) return false;
     row = {x[0], x[2], x[3], x[4], x[5], x[6], x[7], x[8], x[9]};
     return true;
 }
 
-void take_row(const CHART_ROW& row, Real t_used, CHART_RESULT& out) {
-    out.t_used = t_used;
-    out.E = row.E;
-    out.Aelastic = row.Aelastic;
-    out.second = row.second;
-    out.Amax = row.Amax;
-    out.Bmax = row.Bmax;
-    out.c0 = row.c0;
-    out.c1 = row.c1;
-    out.c2 = row.c2;
-}
-
-CHART_ROW between(const CHART_ROW& a, const CHART_ROW& b, Real T) {
-    const Real r = (T - a.temperature) / (b.temperature - a.temperature);
+CHART_CURVE between(const CHART_CURVE& a, const CHART_CURVE& b, Real T) {
+    const Real r = (T - a.t_used) / (b.t_used - a.t_used);
     const auto at = [r](Real from, Real to) { return from + r * (to - from); };
     return {T,
             at(a.E, b.E),
@@ -133,33 +113,36 @@ CHART_ROW between(const CHART_ROW& a, const CHART_ROW& b, Real T) {
             at(a.c2, b.c2)};
 }
 
-// The rows of a section, from line `index` on. False when the walk goes on behind it: ten rows
-// without one for T. A chart whose rows end below T gives its last row.
-bool READ_SECTION(Int& index, Real T, CHART_RESULT& out) {
+// What a section gave.
+enum class Section { curve, nothing, to_be_continued };
+
+// The rows of a section, from line `index` on. The walk goes on after ten rows without one for T. A chart
+// whose rows end below T gives its last row, and a row that can't be read ends the walk.
+Section READ_SECTION(Int& index, Real T, CHART_CURVE& curve) {
     Int count = 0;
     while (index < chart_line_count && count < SECTION_ROWS) {
         const std::string_view line = chart_line(index++);
         if (line.starts_with(';')) continue;
         if (trimmed(line).empty()) {
             if (count == 0) continue;
-            const CHART_ROW& last = rows[count - 1];
-            take_row(last, last.temperature, out);
-            return true;
+            curve = rows[count - 1];
+            return Section::curve;
         }
-        CHART_ROW& row = rows[count];
-        if (!read_row(line, row)) return true;
+        CHART_CURVE& row = rows[count];
+        if (!read_row(line, row)) return Section::nothing;
         ++count;
-        if (T <= row.temperature) {
-            take_row(count == 1 ? row : between(rows[count - 2], row, T), T, out);
-            return true;
+        if (T <= row.t_used) {
+            curve = count == 1 ? row : between(rows[count - 2], row, T);
+            curve.t_used = T;
+            return Section::curve;
         }
     }
-    return false;
+    return Section::to_be_continued;
 }
 
-// The walk through the file to the section of a chart. A chart that the file does not have is
-// replaced by CS-2.
-void FIND_CHART(Text<12> work, Real T, CHART_RESULT& out) {
+// The walk through the file to the section of a chart; false when it found no curve. A chart that the file
+// does not have is replaced by CS-2.
+bool FIND_CHART(Text<12> work, Real T, CHART_CURVE& curve) {
     Int index = 0;
     while (index < chart_line_count) {
         const std::string_view line = chart_line(index++);
@@ -170,13 +153,15 @@ void FIND_CHART(Text<12> work, Real T, CHART_RESULT& out) {
         if (close == std::string_view::npos) continue;
         const std::string_view name = line.substr(open + 1, close - open - 1);
         if (equal_padded(name, "END")) {
-            if (work == "CS-2") return;
+            if (work == "CS-2") return false;
             work = "CS-2";
             index = 0;
-        } else if (work == name && READ_SECTION(index, T, out)) {
-            return;
+        } else if (work == name) {
+            const Section section = READ_SECTION(index, T, curve);
+            if (section != Section::to_be_continued) return section == Section::curve;
         }
     }
+    return false;
 }
 
 void WARN_OF_BLANK_NAME() {
@@ -266,14 +251,30 @@ void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, 
     }
 
     LOAD_CHARTS();
-    for (CHART_ROW& row : rows)
+    for (CHART_CURVE& row : rows)
         row = {};
-    CHART_RESULT out{t_used, E, Aelastic, second, Amax, Bmax, c0, c1, c2};
-    FIND_CHART(work, T, out);
+    CHART_CURVE curve;
+    if (FIND_CHART(work, T, curve)) {
+        t_used = curve.t_used;
+        E = curve.E;
+        Aelastic = curve.Aelastic;
+        second = curve.second;
+        Amax = curve.Amax;
+        Bmax = curve.Bmax;
+        c0 = curve.c0;
+        c1 = curve.c1;
+        c2 = curve.c2;
+    }
 
     // The caller compares t_used with its own temperature.
     if (by_yield_CS_3 && temperature <= 300.0f) t_used = temperature;
     if (holds(given.view(), "NFA-11")) t_used = min(temperature, 150.0f);
+}
+
+void READ_CHART(std::string_view name, Real temperature, CHART_CURVE& curve, Real yield) {
+    READ_CHART(name.data(), static_cast<Int>(name.size()), temperature, curve.t_used, curve.E,
+               curve.Aelastic, curve.second, curve.Amax, curve.Bmax, curve.c0, curve.c1, curve.c2,
+               yield);
 }
 
 void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& result) {
@@ -281,18 +282,16 @@ void GET_YIELD_STRESS_FROM_CHART(std::string_view name, Real temperature, Real& 
     Text<12> chart(name);
     if (chart == "CS-3" && temperature <= 300.0f) return;
     if (chart == "NFA-11" && temperature <= 150.0f) return;
-    Real t_used = 0.0f, E = 0.0f, Aelastic = 0.0f, second = 0.0f, Amax = 0.0f, Bmax = 0.0f;
-    Real c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
-    READ_CHART(chart.data(), chart.width(), temperature, t_used, E, Aelastic, second, Amax, Bmax,
-               c0, c1, c2, 0.0f);
-    result = 2.0f * Bmax;
+    CHART_CURVE curve;
+    READ_CHART(chart.view(), temperature, curve, 0.0f);
+    result = 2.0f * curve.Bmax;
 }
 
 void RESET_MATERIALS() {
     working_axis = AXIS;
     if (charts_read) std::memset(chart_lines, 0, sizeof chart_lines);
     charts_read = false;
-    for (CHART_ROW& row : rows)
+    for (CHART_CURVE& row : rows)
         row = {};
     charts_loaded = false;
     chart_line_count = 0;

@@ -244,12 +244,10 @@ Real value_at(const Real* axis, const Real* values, Real T, Real tolerance, bool
 void MODULUS_FROM_CHART(Real temperature, Real& modulus) {
     if (CHART_NAME.blank()) return;
     Text<12> name(CHART_NAME.view());
-    Real t_used = 0.0f;
-    Real Aelastic = 0.0f, second = 0.0f, Amax = 0.0f, Bmax = 0.0f;
-    Real c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
-    READ_CHART(name.data(), name.width(), temperature, t_used, modulus, Aelastic, second, Amax,
-               Bmax, c0, c1, c2, CHART_YIELD);
-    if (truncated(temperature) == truncated(t_used)) {
+    CHART_CURVE curve{.E = modulus};
+    READ_CHART(name.view(), temperature, curve, CHART_YIELD);
+    modulus = curve.E;
+    if (truncated(temperature) == truncated(curve.t_used)) {
         EMOD_STATUS = FROM_CHART;
         PROPERTIES.emod_identifier = CHART_NAME.view();
         PROPERTIES.emod_description = "External Pressure used (Sec. II d).";

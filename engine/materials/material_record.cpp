@@ -78,9 +78,9 @@ void convert_metric(MATERIAL_RECORD& r) {
         stress *= MPA_TO_KSI;
     r.tensile *= MPA_TO_KSI;
     r.yield *= MPA_TO_KSI;
-    r.thicknessLimit /= 25.4f;
-    if (r.minDia != -1.0f) r.minDia /= 25.4f;
-    if (r.maxDia != -1.0f) r.maxDia /= 25.4f;
+    r.thicknessLimit /= MM_PER_INCH;
+    if (r.minDia != -1.0f) r.minDia /= MM_PER_INCH;
+    if (r.maxDia != -1.0f) r.maxDia /= MM_PER_INCH;
 }
 
 void unpack(const char* bytes, MATERIAL_RECORD& record) {

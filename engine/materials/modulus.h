@@ -9,6 +9,8 @@
 
 namespace tarvane {
 
+inline constexpr Real AMBIENT = 70.0f; // degrees Fahrenheit of a modulus new and cold
+
 // Stores the chart name, cut at 8 characters or blank-padded.
 void SET_CHART(std::string_view name);
 
@@ -62,14 +64,22 @@ struct PROPERTY_LOOKUP {
 };
 extern PROPERTY_LOOKUP PROPERTIES;
 
-// Chart row at a temperature (Section II Part D, Subpart 3). `name` is a field of 12 characters:
-// of which 8 count. Outputs that the lookup does not reach stay as they were passed in.
-//   t_used    temperature of the row: the one given, or the chart's highest when that is passed
-//   E         modulus, millions of psi
-//   Aelastic  A at the end of the straight line; second: the other value of that point
-//   Amax      largest A of the curve, and Bmax the B there (psi)
-//   c0 c1 c2  coefficients of B against log10(A)
-// The charts "CS-3" and "NFA-11" depend on the yield stress (psi).
+// A chart's curve at one temperature: a straight line up to Aelastic, then a quadratic in log10(A) up to
+// Amax.
+struct CHART_CURVE {
+    Real t_used = 0.0f; // temperature of the curve: the one asked for, at most the chart's highest
+    Real E = 0.0f;      // modulus, millions of psi
+    Real Aelastic = 0.0f;                 // A at the end of the straight line
+    Real second = 0.0f;                   // the other value of that point, not used
+    Real Amax = 0.0f;                     // largest A of the curve
+    Real Bmax = 0.0f;                     // B there, psi
+    Real c0 = 0.0f, c1 = 0.0f, c2 = 0.0f; // coefficients of B against log10(A)
+};
+
+// Chart row at a temperature (Section II Part D, Subpart 3). `name` is a field of 12 characters, of which
+// 8 count. Outputs that the lookup does not reach stay as they were passed in. The charts "CS-3" and
+// "NFA-11" depend on the yield stress (psi).
+void READ_CHART(std::string_view name, Real temperature, CHART_CURVE& curve, Real yield);
 void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E,
                 Real& Aelastic, Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2,
                 Real yield);

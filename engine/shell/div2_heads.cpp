@@ -26,7 +26,7 @@ bool limit_by_modulus(Int Material) {
 
 DIV2_HEAD start(const SHLINT_ARGUMENTS& s) {
     DIV2_HEAD h{};
-    h.Eamb = ASMEMOD(70.0f, s.Material, 1);
+    h.Eamb = ASMEMOD(AMBIENT, s.Material, 1);
     h.Et = ASMEMOD(s.Temp, s.Material, 1);
     h.Limit = limit_by_modulus(s.Material) ? h.Eamb * BASIC_STRESS / 30.0f : BASIC_STRESS;
     return h;

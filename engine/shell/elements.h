@@ -41,7 +41,7 @@ inline Real corroded_thickness(const SHLINT_ARGUMENTS& s) { return (s.t - s.c) -
 // Outside diameter less the tolerance on both sides, for the outside forms.
 inline Real reduced_outside_diameter(const SHLINT_ARGUMENTS& s) { return s.D - 2.0f * s.u; }
 
-inline Real cosine_of_degrees(Real alpha) { return cos(alpha * 3.1415927f / 180.0f); }
+inline Real cosine_of_degrees(Real alpha) { return cos(alpha * PI / 180.0f); }
 
 // K of an elliptical head by its aspect ratio D/2h, and M of a torispherical head or a knuckle by
 // the ratio of its radii (Appendix 1-4(c), (d)).

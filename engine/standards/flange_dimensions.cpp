@@ -16,7 +16,6 @@ constexpr Int LINE_WIDTH = 254;
 constexpr Int LIST_WIDTH = FLANGE_SIZE_WIDTH; // the list of sizes looks at the first columns only
 constexpr Int ROW_NUMBERS = 17;
 
-constexpr Real MM = 25.4f;
 constexpr Real TAN_7_DEGREES = 0.12278456f;
 constexpr Real SERIES_FROM = 26.0f;   // smallest size with a choice of series
 constexpr Real BORE_TABLE_TO = 14.0f; // sizes below it take the bore of the standard wall
@@ -63,7 +62,7 @@ class ROW {
     Int series() const { return truncated(numbers[1]); }
     void from_millimetres() {
         for (Int column = 3; column <= ROW_NUMBERS; ++column)
-            if (column != NUMBER_OF_BOLTS) numbers[column - 1] /= MM;
+            if (column != NUMBER_OF_BOLTS) numbers[column - 1] /= MM_PER_INCH;
     }
 
   private:
@@ -238,7 +237,7 @@ void GET_FLANGE_DIMENSIONS(Real& size, Int flange_class, Real* result, bool& not
 
     if (metric) {
         row.from_millimetres();
-        size /= MM;
+        size /= MM_PER_INCH;
     }
     if (wall <= 0.0001f) wall = STANDARD_WALL;
 

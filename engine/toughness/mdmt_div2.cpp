@@ -1,6 +1,7 @@
 #include "toughness/mdmt_div2.h"
 
 #include "frame/switches.h"
+#include "toughness/mdmt.h"
 #include "toughness/temperature_lines.h"
 #include "toughness/ucs66_curves.h"
 
@@ -186,7 +187,7 @@ Real FIGURE_3_8(Int Curve, Real t) { return figure(HEAT_TREATED, Curve, t); }
 
 void MDMT_DIV2_FIGURES(MDMT_DIV2_CALL& call) {
     MDMT_DIV2_CALL& a = call;
-    a.Tcurve = a.Mdmt = 1.0101f;
+    a.Tcurve = a.Mdmt = NO_TEMPERATURE;
     a.Sr = -1.0f;
     if (a.Curve < 1) {
         TEXT_LINE("This is not a Carbon Steel - No MDMT Calculation Required");

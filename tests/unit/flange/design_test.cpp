@@ -390,7 +390,7 @@ THICKNESS_SEARCH staged(Ring& ring, Real J, Real previousJ) {
     search.firstRigidityRound = false;
     search.previousJ = previousJ;
     search.tStress = 1.0f;
-    search.K = ring.s.K;
+    search.factors.K = ring.s.K;
     return search;
 }
 
@@ -450,7 +450,7 @@ TEST_F(DesignThicknessSearch, BelowTheStressThicknessTheKeptFactorsDecide) {
     // With the factors kept where the stresses were met it would have been fine.
     Ring kept(1.2f);
     search = staged(kept, 0.9f, 0.95f);
-    search.K = 2.0f; // a stiffer ring: ln 2
+    search.factors.K = 2.0f; // a stiffer ring: ln 2
     THICKNESS_ROUND(kept.s, search);
     EXPECT_EQ(kept.s.t, 1.0f);
     EXPECT_TRUE(search.converged);
@@ -462,7 +462,8 @@ TEST_F(DesignThicknessSearch, KeptFactorsMustGiveLessThanTheLimit) {
     for (const auto& [J, converged] : {std::pair{0.9998, true}, std::pair{1.0005, false}}) {
         Ring ring(1.2f);
         THICKNESS_SEARCH search = staged(ring, 0.9f, 0.95f);
-        search.K = static_cast<Real>(std::exp(std::log(18.0 / 14.0) * 0.9 * 1.2 * 1.2 * 1.2 / J));
+        search.factors.K =
+            static_cast<Real>(std::exp(std::log(18.0 / 14.0) * 0.9 * 1.2 * 1.2 * 1.2 / J));
         THICKNESS_ROUND(ring.s, search);
         EXPECT_EQ(ring.s.t, 1.0f);
         EXPECT_EQ(search.converged, converged) << J;
@@ -470,7 +471,7 @@ TEST_F(DesignThicknessSearch, KeptFactorsMustGiveLessThanTheLimit) {
     // A step that ends on the stress thickness itself is not looked at.
     Ring ring(1.3125f);
     THICKNESS_SEARCH search = staged(ring, 0.9f, 0.95f);
-    search.K = 9.0f;
+    search.factors.K = 9.0f;
     THICKNESS_ROUND(ring.s, search);
     EXPECT_EQ(ring.s.t, 1.0f);
     EXPECT_FALSE(search.converged);
@@ -481,7 +482,7 @@ TEST_F(DesignThicknessSearch, MomentsOfTheStressThicknessAreThoseOfItsSpacing) {
     ring.s.nBolts = 8;
     ring.s.CFFirst = 2.0f;
     THICKNESS_SEARCH search = staged(ring, 0.5f, 0.95f);
-    search.K = 9.0f;
+    search.factors.K = 9.0f;
     THICKNESS_ROUND(ring.s, search);
     EXPECT_EQ(ring.s.t, 1.0f);
     EXPECT_TRUE(search.converged);
@@ -533,10 +534,10 @@ TEST_F(DesignThicknessSearch, KeepsTheFactorsWhereTheStressesWereMet) {
     ring.stresses();
     THICKNESS_ROUND(ring.s, search);
     EXPECT_TRUE(search.rigidityStage);
-    EXPECT_EQ(search.V, 0.25f);
-    EXPECT_EQ(search.lambda, 1.5f);
-    EXPECT_EQ(search.ho, 2.5f);
-    EXPECT_EQ(search.K, ring.s.K);
+    EXPECT_EQ(search.factors.V, 0.25f);
+    EXPECT_EQ(search.factors.lambda, 1.5f);
+    EXPECT_EQ(search.factors.ho, 2.5f);
+    EXPECT_EQ(search.factors.K, ring.s.K);
 }
 
 TEST_F(DesignThicknessSearch, EndsAfterTwoHundredRounds) {

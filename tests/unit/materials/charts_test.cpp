@@ -177,9 +177,8 @@ constexpr const char* CHARTS = "; charts of the test [CS-2]\n"
                                "100 9 31.0 7 7 7 30000 7 7 7\n"
                                "[END]\n";
 
-struct Chart {
-    Real t_used = -1, E = -2, Aelastic = -3, second = -4, Amax = -5, Bmax = -6, c0 = -7, c1 = -8,
-         c2 = -9;
+struct Chart : CHART_CURVE {
+    Chart() : CHART_CURVE{-1, -2, -3, -4, -5, -6, -7, -8, -9} {}
     bool untouched() const {
         return t_used == -1 && E == -2 && Aelastic == -3 && second == -4 && Amax == -5 &&
                Bmax == -6 && c0 == -7 && c1 == -8 && c2 == -9;
@@ -294,6 +293,19 @@ TEST_F(Charts, OnlyEightColumnsOfTheNameCountAndTheFieldStays) {
     EXPECT_EQ(look_up("ABCDEFGHIJKL", 100.0f).E, 32.0f);
     EXPECT_EQ(look_up("NFA-11-X", 100.0f).t_used, 100.0f); // one of the charts of the yield
     EXPECT_EQ(look_up("NFA-11-X", 190.0f).t_used, 150.0f);
+}
+
+TEST_F(Charts, ACurveIsReadAsItsNumbersAre) {
+    for (const Real T : {20.0f, 350.0f, 800.0f}) {
+        const Chart numbers = look_up("CS-2", T);
+        Chart curve;
+        READ_CHART("CS-2", T, curve, 0.0f);
+        EXPECT_FALSE(curve.untouched());
+        EXPECT_EQ(std::memcmp(&curve, &numbers, sizeof curve), 0) << T;
+    }
+    Chart broken;
+    READ_CHART("BAD", 50.0f, broken, 0.0f);
+    EXPECT_TRUE(broken.untouched());
 }
 
 TEST_F(Charts, AShorterFieldIsReadAsFarAsItGoes) {
