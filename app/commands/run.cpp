@@ -2,6 +2,7 @@
 
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
+#include "components/calculation.h"
 #include "document/report_view.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
@@ -11,8 +12,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
-#include <memory>
 #include <ostream>
 #include <vector>
 
@@ -21,35 +20,6 @@ namespace tarvane::app {
 using namespace vessel;
 
 namespace {
-
-// The closing tables of all kinds; `calculated` holds the elements in the order of the file.
-std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
-    std::string tables;
-    for (const ElementKind* kind : element_kinds()) {
-        std::vector<Calculated> own;
-        std::copy_if(calculated.begin(), calculated.end(), std::back_inserter(own),
-                     [kind](const Calculated& c) { return c.element->kind == kind; });
-        if (!own.empty()) tables += kind->tables(own, units);
-    }
-    return tables;
-}
-
-// One line for each data file of which approximate rows were used.
-std::string approximate_lines(const Request& file) {
-    ApproximateUses uses;
-    for (const auto& element : file.elements) {
-        for (const auto& [data_file, items] : element->approximate)
-            uses[data_file].insert(items.begin(), items.end());
-    }
-    std::string lines;
-    for (const auto& [data_file, items] : uses) {
-        lines += "\nApproximate figures of " + data_file + " were used (";
-        for (const std::string& item : items)
-            lines += (item == *items.begin() ? "" : ", ") + item;
-        lines += "): replace the file by one made from a licensed copy of the standard.\n";
-    }
-    return lines;
-}
 
 // "external-2.svg" in the folder: the chart of the second [[external]].
 std::string chart_file(const std::string& folder, const Element& element) {
@@ -68,36 +38,6 @@ void check_outputs(const RunOptions& options, const Request& file) {
     if (options.charts.empty()) return;
     for (const auto& element : file.elements)
         refuse_same_file(chart_file(options.charts, *element), in_use);
-}
-
-// The elements up to the first one that ends the run.
-struct Calculation {
-    std::vector<std::unique_ptr<Outcome>> outcomes;
-    std::vector<Calculated> calculated;
-    std::vector<Verdict> verdicts;
-    Status status = Status::fine;
-    std::vector<std::string> problems; // of the run itself
-    bool complete = true;
-};
-
-Calculation calculate(const Request& file) {
-    Calculation c;
-    for (const auto& element : file.elements) {
-        try {
-            c.outcomes.push_back(element->calculate(file));
-        } catch (const std::exception& problem) {
-            c.problems.emplace_back(problem.what());
-            c.status = std::max(c.status, Status::bad_input);
-            c.complete = false;
-            break;
-        }
-        c.calculated.push_back({element.get(), c.outcomes.back().get()});
-        c.verdicts.push_back(element->judge(*c.outcomes.back(), file.units));
-        c.status = std::max(c.status, c.verdicts.back().status);
-        c.complete = c.verdicts.back().status != Status::stopped;
-        if (!c.complete) break;
-    }
-    return c;
 }
 
 // The named files. What can't be written is a problem of its own; the rest is written all the same.

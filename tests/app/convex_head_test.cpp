@@ -357,11 +357,11 @@ TEST_F(ConvexHeads, TakeStressesOfTheMaterial) {
     EXPECT_EQ(head.element().setting(N::S), 20000.0f);
     EXPECT_GT(head.element().setting(N::Sy), 30000.0f);
     EXPECT_TRUE(head.head().found.evaluated_14f);
-    EXPECT_EQ(head.element().approximate.count("YIELDSTR.BIN"), 1u);
+    EXPECT_EQ(head.element().data.count("YIELDSTR.BIN"), 1u);
     // Nor a modulus table; modulus 2 is approximate in the shipped file.
     const std::string table = "Sy = 34800\nmaterial_class = 2\n";
-    EXPECT_EQ(calculate(THIN + table).element().approximate.count("ElastAlp07.txt"), 1u);
-    EXPECT_EQ(calculate(ELLIPSE + table).element().approximate.count("ElastAlp07.txt"), 0u);
+    EXPECT_EQ(calculate(THIN + table).element().data.count("ElastAlp07.txt"), 1u);
+    EXPECT_EQ(calculate(ELLIPSE + table).element().data.count("ElastAlp07.txt"), 0u);
     // No yield stress where nothing asks for it.
     EXPECT_EQ(calculate(with("t", "t = 0.5", named)).element().setting(N::Sy), 0.0f);
     // A temperature without an allowable stress is no fault: the chart does without.

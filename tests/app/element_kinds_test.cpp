@@ -28,6 +28,8 @@ struct Peg final : Element, Settings<PegNumber, PegText> {
     void put_text(const Key& key, const std::string& western) override {
         texts[static_cast<std::size_t>(key.index)] = western;
     }
+    float number_of(const Key& key) const override { return number_at(key.index); }
+    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override {
         if (reading.sound("coats") && whole_setting(PegNumber::coats) > 2)
             reading.fault("coats", "at most 2 coats dry");

@@ -224,7 +224,7 @@ TEST_F(MaterialKey, ComesBehindItsOwnKeys) {
     EXPECT_EQ(f.text.substr(slot::chart, 8), "HA-1    ");
     EXPECT_EQ(f.whole_setting(Setting::p_number), 8);
     EXPECT_EQ(f.setting(Setting::chart_yield), 1000.0f);
-    EXPECT_EQ(f.approximate.count("MATFILE1.BIN"), 0u); // no stress was taken
+    EXPECT_EQ(f.data.count("MATFILE1.BIN"), 0u); // no stress was taken
     const FlangeInput half = flange_of(flange({"Sfa"}, "material = \"SA-516 70\"\n"));
     EXPECT_EQ(half.record[6], 20000.0f);
     EXPECT_FLOAT_EQ(half.record[7], 20000.0f);

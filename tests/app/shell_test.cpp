@@ -264,8 +264,8 @@ TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
     EXPECT_EQ(own.setting(N::Sy), 23456.0f);
     EXPECT_EQ(own.setting(N::Sy_cold), 34567.0f);
     // The lookup of a yield strength has no mark of its own.
-    EXPECT_EQ(shell.approximate.count("YIELDSTR.BIN"), 1u);
-    EXPECT_EQ(own.approximate.count("YIELDSTR.BIN"), 0u);
+    EXPECT_EQ(shell.data.count("YIELDSTR.BIN"), 1u);
+    EXPECT_EQ(own.data.count("YIELDSTR.BIN"), 0u);
     // A thin head is held against Appendix 1-4(f) then.
     ShellInput thin = shell_of(named);
     thin.put_setting(N::t, 0.15f);

@@ -271,19 +271,29 @@ constexpr KnownFile KNOWN[] = {
 
 constexpr std::size_t LONGEST_LINE = 65536; // of the engine's reader
 
-} // namespace
-
-std::optional<std::string> data_file_fault(std::string_view name) {
+const KnownFile* find_file(std::string_view name) {
     const auto* known = std::find_if(std::begin(KNOWN), std::end(KNOWN),
                                      [&](const KnownFile& file) { return file.name == name; });
-    if (known == std::end(KNOWN)) return std::nullopt;
-    const std::filesystem::path path = data_file_path(name);
-    if (const auto fault = data_folder_fault(path.parent_path().string())) return fault;
+    return known == std::end(KNOWN) ? nullptr : known;
+}
+
+// Why there is nothing to be read.
+Fault absence(const std::filesystem::path& path) {
+    if (auto fault = data_folder_fault(path.parent_path().string())) return fault;
     std::error_code ignored;
     const auto status = std::filesystem::status(path, ignored);
     if (!std::filesystem::exists(status))
         return "missing in the data folder " + path.parent_path().string();
-    if (!std::filesystem::is_regular_file(status)) return "no regular file";
+    return std::filesystem::is_regular_file(status) ? Fault() : "no regular file";
+}
+
+} // namespace
+
+std::optional<std::string> data_file_fault(std::string_view name) {
+    const KnownFile* known = find_file(name);
+    if (known == nullptr) return std::nullopt;
+    const std::filesystem::path path = data_file_path(name);
+    if (const auto fault = absence(path)) return fault;
     std::string bytes;
     try {
         bytes = read_regular(path.string(), LARGEST_DATA_FILE);
@@ -298,6 +308,17 @@ std::optional<std::string> data_file_fault(std::string_view name) {
         }
     }
     return known->check(bytes);
+}
+
+bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
+
+std::vector<std::string> missing_data_files() {
+    std::vector<std::string> faults;
+    for (const KnownFile& file : KNOWN) {
+        if (const auto fault = absence(data_file_path(file.name)))
+            faults.push_back(std::string(file.name) + " is " + *fault);
+    }
+    return faults;
 }
 
 void require_data_file(std::string_view name) {

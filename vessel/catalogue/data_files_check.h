@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvane::vessel {
 
@@ -17,6 +18,12 @@ inline constexpr std::string_view APPROXIMATE_FILE = "approximate.txt", BOLT_FIL
 // What is wrong with a file of the data folder, "missing in FOLDER" for instance; nothing when it is sound, or
 // a file of which only its readers know the form.
 std::optional<std::string> data_file_fault(std::string_view name);
+
+// Whether a text is the name of a file whose form is known.
+bool is_data_file(std::string_view name);
+
+// "BOLTDATA.TXT is missing in the data folder FOLDER", for each of these files that is not there.
+std::vector<std::string> missing_data_files();
 
 // Throws std::runtime_error with the name of the file and its fault.
 void require_data_file(std::string_view name);

@@ -37,6 +37,7 @@ void Reading::fault_at(std::string_view place, std::string_view key, std::string
 }
 
 void Reading::rely_on(std::string_view file) {
+    if (file != APPROXIMATE_FILE) data[std::string(file)];
     if (auto fault = data_files.first_fault(file))
         faults.push_back({.line = table_line,
                           .key = std::string(file),
@@ -47,8 +48,7 @@ void Reading::rely_on(std::string_view file) {
 void Reading::use(const std::string& file, const std::string& item) {
     rely_on(file);
     rely_on(APPROXIMATE_FILE);
-    if (data_files.sound(APPROXIMATE_FILE) && is_approximate(file, item))
-        approximate[file].insert(item);
+    if (data_files.sound(APPROXIMATE_FILE)) use(file, item, is_approximate(file, item));
 }
 
 void Reading::tell(std::string note) {

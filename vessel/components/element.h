@@ -13,7 +13,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -44,8 +43,8 @@ struct Outcome {
     virtual ~Outcome() = default;
 };
 
-// What a calculation takes from approximate rows of the data files: by file, the items.
-using ApproximateUses = std::map<std::string, std::set<std::string>>;
+// What a calculation takes from the data files: by file, the items, and whether they are approximate.
+using DataUses = std::map<std::string, std::map<std::string, bool>>;
 
 // Where the value of a key comes from.
 struct Origin {
@@ -65,7 +64,7 @@ class Reading {
 
     const UnitSystem& units;
     MaterialFiles& materials;
-    ApproximateUses approximate;
+    DataUses data;
     std::vector<std::string> notes; // UTF-8
 
     // Something that the user should know, once.
@@ -83,6 +82,10 @@ class Reading {
     void rely_on(std::string_view file);
     // The same by an item of the file: told at the end when it is approximate.
     void use(const std::string& file, const std::string& item);
+    // The same of a record that says itself whether it is approximate.
+    void use(const std::string& file, const std::string& record, bool approximate) {
+        data[file][record] = approximate;
+    }
     // A key that isn't given, but whose value comes from elsewhere: it isn't missing then.
     void supply(std::string_view key, std::string from = {}) {
         keys[key] = {.line = table_line, .sound = true, .supplied = true};
@@ -130,7 +133,7 @@ struct Element {
     const ElementKind* kind = nullptr;
     int line = 0;   // of its table
     int number = 1; // among the elements of its kind
-    ApproximateUses approximate;
+    DataUses data;
     std::vector<std::string> notes; // of the reading, UTF-8
     Origins origins;
 
@@ -143,6 +146,9 @@ struct Element {
     // The fallback of each key, then its value when the file gives one, in the engine's units.
     virtual void put_number(const Key& key, float value) = 0;
     virtual void put_text(const Key& key, const std::string& western) = 0;
+    // What a key holds now: what was put, or what followed from other values.
+    virtual float number_of(const Key& key) const = 0;
+    virtual std::string text_of(const Key& key) const = 0;
     // Values that follow from others, and checks over several keys. A key whose value is at fault
     // still has its fallback here.
     virtual void complete(Reading& reading) = 0;

@@ -57,16 +57,20 @@ std::int32_t TARVANE_CALL take_record(void* user, const char* text, std::int32_t
 
 } // namespace
 
-ReportUnit::ReportUnit() {
+ReportUnit::ReportUnit(bool wanted) {
+    if (!wanted) return;
     GETNEXTUNIT(&number);
     std::int32_t status = 0;
     OPENHOSTUNIT(&number, take_record, &records, &status);
     if (status != 0) throw std::runtime_error("the engine has no unit left for a report");
 }
 
-ReportUnit::~ReportUnit() { CLOSEUNIT(&number); }
+ReportUnit::~ReportUnit() {
+    if (number != 0) CLOSEUNIT(&number);
+}
 
 void ReportUnit::switch_on() const {
+    if (number == 0) return;
     SET_IOUT(&number);
     SET_IWRITE(&ON);
     SET_IWRTFL(&ON);
@@ -75,6 +79,7 @@ void ReportUnit::switch_on() const {
 }
 
 std::string ReportUnit::switch_off_and_read() const {
+    if (number == 0) return {};
     SET_IOUT(&OFF);
     CLOSEUNIT(&number);
     std::int32_t lost = 0;

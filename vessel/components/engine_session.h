@@ -24,7 +24,8 @@ class Services {
 // unit left, and when a line was lost.
 class ReportUnit {
   public:
-    ReportUnit();
+    // Without a report nothing is opened and nothing written.
+    explicit ReportUnit(bool wanted = true);
     ~ReportUnit();
     ReportUnit(const ReportUnit&) = delete;
     ReportUnit& operator=(const ReportUnit&) = delete;
@@ -36,7 +37,7 @@ class ReportUnit {
 
   private:
     mutable std::string records; // the engine appends to them while the unit is open
-    std::int32_t number = 0;
+    std::int32_t number = 0;     // 0: none
 };
 
 // Decimal commas of the report, when the file asks for them. Behind RESET_ENGINE.

@@ -186,7 +186,7 @@ void ExternalInput::take_material(Reading& reading) {
         note_cold(reading, *found, "YIELDSTR.BIN", *T);
         put_setting(N::Sy, yield * 1000.0f);
         reading.supply("Sy");
-        if (found->approximate) reading.approximate["YIELDSTR.BIN"].insert(found->name);
+        reading.use("YIELDSTR.BIN", found->name, found->approximate);
     }
 }
 

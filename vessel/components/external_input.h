@@ -32,6 +32,8 @@ struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
     std::string description() const override { return text_setting(ExternalText::description); }
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;
+    float number_of(const Key& key) const override { return number_at(key.index); }
+    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override;
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;

@@ -71,7 +71,7 @@ ExternalOutcome run_external(const ExternalInput& element, const Request& file) 
     set_globals(element); // behind the check of a head, which has others
     look_for_curve(element, outcome);
 
-    const ReportUnit report;
+    const ReportUnit report(file.report);
     report.switch_on();
     write_external_inputs(element, file.units);
     if (!outcome.no_curve) call_shlext(element, outcome);

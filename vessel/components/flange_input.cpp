@@ -74,6 +74,19 @@ void FlangeInput::put_text(const Key& key, const std::string& western) {
     }
 }
 
+float FlangeInput::number_of(const Key& key) const {
+    if (key.place == Place::record) return record[static_cast<std::size_t>(key.index)];
+    if (key.place == Place::setting) return number_at(key.index);
+    return text[static_cast<std::size_t>(key.index)] == 'Y' ? 1.0f : 0.0f;
+}
+
+std::string FlangeInput::text_of(const Key& key) const {
+    if (key.place != Place::slot) return text_at(key.index);
+    std::string slot = text.substr(static_cast<std::size_t>(key.index), 15);
+    slot.erase(slot.find_last_not_of(' ') + 1);
+    return slot;
+}
+
 // ---- standard flange ----------------------------------------------------------------------------------
 
 namespace {

@@ -31,6 +31,8 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     std::string description() const override;
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;
+    float number_of(const Key& key) const override;
+    std::string text_of(const Key& key) const override;
     void complete(Reading& reading) override;
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;

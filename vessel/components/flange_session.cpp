@@ -106,7 +106,7 @@ FlangeOutcome run_flange(const FlangeInput& flange, const Request& file) {
     const Services services(outcome);
     set_up_flange(flange, file);
 
-    const ReportUnit report;
+    const ReportUnit report(file.report);
     report.switch_on();
     const bool external = flange.record[TARVANE_P] < 0.0f;
     call_flange(flange, file, external ? 2 : 1, outcome);

@@ -70,7 +70,7 @@ void MdmtInput::take_material(Reading& reading) {
         put_setting(N::curve, static_cast<float>(curve));
         reading.supply("curve");
     }
-    if (found->approximate) reading.approximate[keys.selection.file()].insert(found->name);
+    reading.use(keys.selection.file(), found->name, found->approximate);
 }
 
 namespace {

@@ -86,8 +86,8 @@ void call_mdmt_element(const MdmtInput& element, MdmtOutcome& o) {
     std::int32_t warnings = 0;
     o.ratio = element.setting(N::pad_ratio);
     o.reduction = element.setting(N::pad_reduction);
-    MDMT_ELEMENT(&curve, at(N::tg), &o.t_min, &o.mdmt, &o.t_ug20, at(N::E), at(N::ci), at(N::T), &tr,
-                 &warnings, &code, &o.ratio, &pwht, &credit, at(N::ce), &ug20f, at(N::Sy),
+    MDMT_ELEMENT(&curve, at(N::tg), &o.t_min, &o.mdmt, &o.t_ug20, at(N::E), at(N::ci), at(N::T),
+                 &tr, &warnings, &code, &o.ratio, &pwht, &credit, at(N::ce), &ug20f, at(N::Sy),
                  &o.estar_used, name.data(), static_cast<std::int32_t>(name.size()), &index,
                  &SINGLE_NAME, &o.reduction, &pad, at(N::tg_sr), &number);
     // What Division 2 took off.
@@ -105,7 +105,7 @@ MdmtOutcome run_mdmt(const MdmtInput& element, const Request& file) {
     set_units(file);
     fill_host_input(element);
 
-    const ReportUnit report;
+    const ReportUnit report(file.report);
     report.switch_on();
     write_mdmt_inputs(element, file.units);
     outcome.exempt_stainless = note_of_stainless(element, outcome);

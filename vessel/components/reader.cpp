@@ -110,8 +110,7 @@ void Reader::check_names(const Table& table, std::string_view prefix, Kinds of,
     };
     std::vector<const Table::Entry*> unknown;
     for (const Table::Entry& entry : table) {
-        if (!knows(entry.key) && !check_inner_table(entry, prefix, of))
-            unknown.push_back(&entry);
+        if (!knows(entry.key) && !check_inner_table(entry, prefix, of)) unknown.push_back(&entry);
     }
     faults.unknown(std::move(unknown), prefix,
                    [&](std::string_view name) { return nearest_key(name, names, of); });
@@ -274,7 +273,7 @@ void Reader::read_component(const Source& source, std::span<const CommonTable> c
                                 expected(key, request.units) + " is expected (" +
                                 std::string(key.meaning) + ")");
     }
-    element->approximate = std::move(reading.approximate);
+    element->data = std::move(reading.data);
     element->notes = std::move(reading.notes);
     element->origins = reading.take_origins();
     request.elements.push_back(std::move(element));

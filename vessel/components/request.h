@@ -13,7 +13,8 @@ namespace tarvane::vessel {
 struct Request {
     UnitSystem units = us_units();
     bool decimal_comma = false;
-    bool metric_constants = false;                  // the code's dimensions of its metric edition
+    bool metric_constants = false; // the code's dimensions of its metric edition
+    bool report = true;            // its calculation writes the lines of the report
     std::vector<std::unique_ptr<Element>> elements; // in the order in which they are written
 };
 

@@ -30,6 +30,8 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     std::string description() const override { return text_setting(ShellText::description); }
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;
+    float number_of(const Key& key) const override { return number_at(key.index); }
+    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override;
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;

@@ -145,10 +145,10 @@ ShellOutcome run_shell(const ShellInput& shell, const Request& file) {
     RESET_ENGINE();
     set_decimal_comma(file);
     set_units(file);
-    const ReportUnit report;
+    const ReportUnit report(file.report);
     calculate_shell(shell, outcome);
     report.switch_on();
-    write_shell_report(shell, outcome, file.units);
+    if (file.report) write_shell_report(shell, outcome, file.units);
     outcome.report = report.switch_off_and_read();
     return outcome;
 }

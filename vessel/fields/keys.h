@@ -90,6 +90,9 @@ struct Settings {
     int whole_setting(Number s) const { return static_cast<int>(setting(s)); }
     void put_setting(Number s, float value) { settings[static_cast<std::size_t>(s)] = value; }
     const std::string& text_setting(Text s) const { return texts[static_cast<std::size_t>(s)]; }
+    // By the index of a key.
+    float number_at(int index) const { return settings[static_cast<std::size_t>(index)]; }
+    const std::string& text_at(int index) const { return texts[static_cast<std::size_t>(index)]; }
 };
 
 // "a number in mm", "true or false", "one of ...": what belongs behind a key.

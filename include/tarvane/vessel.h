@@ -1,0 +1,132 @@
+/*
+** vessel.h - the C surface of the vessel library: a request in, its result out. It needs no other header of
+** tarvane, and its library holds an engine of its own: a process may drive libtarvane beside it, and neither
+** changes anything of the other.
+**
+** Texts
+**   UTF-8, ending in a NUL; a null pointer is no text. A text that comes back belongs to the handle, or to the
+**   library where there is no handle, and lives until the next call with that handle; one for a null handle,
+**   until the next failed tarvane_open of the thread. tarvane_close ends all texts of its handle.
+**
+** Threads
+**   Any thread may call, with one handle or with several. The calculations take turns, as there is one engine.
+**   Threads that share a handle must agree among themselves how long each of them reads a text of it.
+**
+** Errors
+**   No exception leaves the library, and nothing in it ends the process. A call that fails says why in
+**   tarvane_last_error; a call that succeeds empties it.
+**
+** Units
+**   Those of the request: "units" is "US" (in., psig, psi, lbf, ft-lbs, sq in., degrees F, lbm, lbm per cu in.),
+**   "SI" (mm, MPa gauge, MPa, N, N-m, sq mm, degrees C, kg, kg per cu m) or an object of units. A number of a
+**   request is read as a double and rounded once to a single, then its unit's factor is applied, in single
+**   precision. A number of a result is the shortest decimal that reads back to the same single.
+*/
+#ifndef TARVANE_VESSEL_H
+#define TARVANE_VESSEL_H
+
+#include <stdint.h>
+
+#if defined(_WIN32) && defined(TARVANE_VESSEL_BUILD)
+#define TARVANE_VESSEL_API __declspec(dllexport)
+#elif defined(_WIN32) && !defined(TARVANE_VESSEL_STATIC)
+#define TARVANE_VESSEL_API __declspec(dllimport)
+#elif defined(__GNUC__)
+#define TARVANE_VESSEL_API __attribute__((visibility("default")))
+#else
+#define TARVANE_VESSEL_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* The number of this header, which tarvane_open holds against that of the library. */
+enum { TARVANE_VESSEL_ABI = 1 };
+
+/* A folder of data files, and the latest texts. */
+typedef struct TARVANE_VESSEL TARVANE_VESSEL;
+
+/* What a call returns. */
+enum {
+    TARVANE_OK = 0, /* calculated; whether it passes is in the result */
+    TARVANE_FAULTY =
+        1, /* the request has faults, all of them in tarvane_last_error; nothing was calculated */
+    TARVANE_ENGINE_STOPPED =
+        2, /* the engine stopped; its code is the value in tarvane_last_error */
+    TARVANE_NO_DATA =
+        3, /* the folder of the data files, or a file in it, is missing or unreadable */
+    TARVANE_INTERNAL = 4 /* no memory, a null pointer, a header of another number */
+};
+
+/* What a result has besides verdicts and inputs; bits of `want`, added. Other bits are faults. */
+enum {
+    TARVANE_WANT_RESULTS = 1, /* results and checks of each component */
+    TARVANE_WANT_REPORT = 2,  /* the lines of its report */
+    TARVANE_WANT_DRAWINGS = 8 /* the chart of a component under external pressure, as SVG */
+};
+
+/*
+** tarvane_open - a handle, for the other calls.
+**   abi          TARVANE_VESSEL_ABI
+**   data_folder  of the data files; a null pointer or an empty text: the library looks for it
+**   vessel       receives the handle, to be closed by tarvane_close
+** Returns TARVANE_OK; TARVANE_NO_DATA where the folder, or data files in it, are missing, with a handle that
+** calculates whatever asks for none of them; TARVANE_INTERNAL, and a null pointer as handle. tarvane_last_error
+** tells with the handle, and with a null pointer in the same thread, what is wrong.
+*/
+TARVANE_VESSEL_API int32_t tarvane_open(int32_t abi, const char* data_folder,
+                                        TARVANE_VESSEL** vessel);
+
+/* tarvane_close - ends a handle and its texts. No call with it may be under way. A null pointer does nothing. */
+TARVANE_VESSEL_API void tarvane_close(TARVANE_VESSEL* vessel);
+
+/* tarvane_version - of the product, "1.0.0". It lives as long as the library. */
+TARVANE_VESSEL_API const char* tarvane_version(void);
+
+/*
+** tarvane_last_error - why the latest call with a handle failed; with a null pointer, why the latest tarvane_open
+** of this thread did. A JSON array of faults, in the order of the request, "[]" after a call that succeeded:
+**   [{"path": "flange[0].P", "value": "the text \"ten\"", "reason": "a number in psig is expected, ..."}]
+** "path" is empty for the request as a whole, "value" empty where none was given. Looking at it is no call that
+** ends other texts.
+*/
+TARVANE_VESSEL_API const char* tarvane_last_error(const TARVANE_VESSEL* vessel);
+
+/*
+** tarvane_calculate - a request calculated.
+**   request  JSON: at most 64 levels deep, each key once in an object; the components by kind, "flange", "shell",
+**            "external", "mdmt", each a list of objects; what holds for all of them in "vessel" or at the head
+**   want     bits of TARVANE_WANT_RESULTS and so on; 0: verdicts and inputs
+**   result   receives the result, JSON; a null pointer unless TARVANE_OK
+** Returns TARVANE_OK, TARVANE_FAULTY, TARVANE_ENGINE_STOPPED, TARVANE_NO_DATA or TARVANE_INTERNAL.
+**
+** Members of the result:
+**   tarvane     1, the number of its form
+**   program     tarvane_version
+**   units       name of the unit system
+**   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
+**   governing   component and check that are nearest to their limit or furthest beyond; null without checks
+**   data        files that were used, and of the items in them the status, "approximate" or "published"
+**   not_covered what the design code asks of such a vessel and tarvane does not look at
+**   flange and so on: lists of the components in the order of the request, each with
+**     description
+**     verdict   as above
+**     inputs    by key the value that was taken, as it was given, and where it comes from
+**     results   by name; null where there is no value or none that is finite
+**     why       of each result without a value, the reason
+**     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state
+**               and a reason in words
+**     messages  of the engine
+**     notes     on what was taken, and reasons of the verdict
+**     report    lines: text, and the six style marks
+**     drawings  name and SVG
+*/
+TARVANE_VESSEL_API int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request,
+                                             int32_t want, const char** result);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

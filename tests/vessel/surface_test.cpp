@@ -1,0 +1,359 @@
+// What a host may do with the surface, and what it may do wrong.
+#include "vessel_fixture.h"
+
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+namespace tarvane::vessel {
+
+namespace {
+
+// ---- open and close ------------------------------------------------------------------------------------
+
+TEST(Open, FindsTheDataFilesBesideTheLibrary) {
+    TARVANE_VESSEL* vessel = nullptr;
+    ASSERT_EQ(tarvane_open(TARVANE_VESSEL_ABI, nullptr, &vessel), TARVANE_OK);
+    EXPECT_STREQ(tarvane_last_error(vessel), "[]");
+    const char* result = nullptr;
+    EXPECT_EQ(tarvane_calculate(vessel, request_of(flange_json()).c_str(), 0, &result), TARVANE_OK);
+    tarvane_close(vessel);
+    ASSERT_EQ(tarvane_open(TARVANE_VESSEL_ABI, "", &vessel), TARVANE_OK);
+    tarvane_close(vessel);
+    tarvane_close(nullptr);
+}
+
+TEST(Open, RefusesAHeaderOfAnotherNumber) {
+    for (const std::int32_t abi : {TARVANE_VESSEL_ABI - 1, TARVANE_VESSEL_ABI + 1}) {
+        TARVANE_VESSEL* vessel = Handle().get(); // no null pointer
+        EXPECT_EQ(tarvane_open(abi, TARVANE_DATA_DIR, &vessel), TARVANE_INTERNAL);
+        EXPECT_EQ(vessel, nullptr);
+        const Value error = parsed(tarvane_last_error(nullptr));
+        EXPECT_EQ(text_at(error, "[0].path"), "abi");
+        EXPECT_EQ(text_at(error, "[0].value"), std::to_string(abi));
+        EXPECT_EQ(text_at(error, "[0].reason"), "the library is of ABI 1");
+    }
+}
+
+TEST(Open, TellsTheThreadThatFailedAndNoOther) {
+    EXPECT_EQ(tarvane_open(TARVANE_VESSEL_ABI, nullptr, nullptr), TARVANE_INTERNAL);
+    EXPECT_EQ(text_at(parsed(tarvane_last_error(nullptr)), "[0].reason"),
+              "a place for the handle is expected");
+    std::string other;
+    std::thread([&] { other = tarvane_last_error(nullptr); }).join();
+    EXPECT_EQ(other, "[]");
+    // What another one opens leaves the text alone.
+    const Handle handle;
+    EXPECT_EQ(handle.opened, TARVANE_OK);
+    EXPECT_NE(std::string(tarvane_last_error(nullptr)), "[]");
+}
+
+TEST(Open, GivesAHandleWithoutData) {
+    const Handle handle("/no/such/folder");
+    EXPECT_EQ(handle.opened, TARVANE_NO_DATA);
+    ASSERT_NE(handle.get(), nullptr);
+    EXPECT_EQ(text_at(parsed(tarvane_last_error(handle.get())), "[0].reason"),
+              "there is no data folder /no/such/folder");
+    EXPECT_STREQ(tarvane_last_error(nullptr), tarvane_last_error(handle.get()));
+    EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_NO_DATA);
+}
+
+class Folder {
+  public:
+    explicit Folder(const std::string& name)
+        : path(std::filesystem::temp_directory_path() /
+               (name + '_' + std::to_string(reinterpret_cast<std::uintptr_t>(this)))) {
+        std::filesystem::create_directories(path);
+        for (const auto& entry : std::filesystem::directory_iterator(TARVANE_DATA_DIR)) {
+            const std::string extension = entry.path().extension().string();
+            if (extension == ".txt" || extension == ".TXT" || extension == ".BIN")
+                std::filesystem::copy(entry.path(), path / entry.path().filename());
+        }
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::filesystem::path path;
+};
+
+TEST(Open, NamesEveryMissingFileAndCalculatesWithoutIt) {
+    const Folder folder("tarvane_missing");
+    std::filesystem::remove(folder.path / "ExtChartData.txt");
+    std::filesystem::remove(folder.path / "BOLTDATA.TXT");
+    const Handle handle(folder.path.string());
+    EXPECT_EQ(handle.opened, TARVANE_NO_DATA);
+    const Value error = parsed(tarvane_last_error(handle.get()));
+    ASSERT_EQ(error.list()->size(), 2u);
+    EXPECT_EQ(text_at(error, "[0].reason"),
+              "BOLTDATA.TXT is missing in the data folder " + folder.path.string());
+    // A flange goes by the one, a shell by neither.
+    const Answer flange = handle.calculate(request_of(flange_json()));
+    EXPECT_NE(flange.status, TARVANE_OK);
+    EXPECT_EQ(
+        handle
+            .calculate(R"({"shell": [{"kind": "cylinder", "P": 100, "T": 300, "D": 48, "t": 0.5, )"
+                       R"("S": 20000, "Sa": 20000, "E": 0.85}]})")
+            .status,
+        TARVANE_OK);
+}
+
+// ---- data folders ----------------------------------------------------------------------------------------
+
+TEST(Folders, OfTwoHandlesAreKeptApart) {
+    const Folder folder("tarvane_moduli");
+    // Moduli of another file: every 2 of theirs becomes a 3.
+    std::string text;
+    {
+        std::ifstream in(folder.path / "ElastAlp07.txt", std::ios::binary);
+        text.assign(std::istreambuf_iterator<char>(in), {});
+    }
+    const std::size_t begin = text.find("[Emod]"), end = text.find("[CoE]");
+    ASSERT_LT(begin, end);
+    for (std::size_t i = begin; i < end; ++i)
+        if (text[i] == '2' && text[i + 1] != ' ' && text[i - 1] == ' ') text[i] = '3';
+    std::ofstream(folder.path / "ElastAlp07.txt", std::ios::binary) << text;
+
+    const std::string request = request_of(flange_json(R"(, "rigidity": true)"));
+    const auto report = [&](const Handle& handle) {
+        const Answer answer = handle.calculate(request, TARVANE_WANT_REPORT);
+        EXPECT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+        return answer.text;
+    };
+    const Handle shipped, other(folder.path.string());
+    const std::string first = report(shipped), second = report(other);
+    EXPECT_NE(first, second);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(report(shipped), first);
+        EXPECT_EQ(report(other), second);
+    }
+}
+
+TEST(Folders, StayWhereTheyAreWhenTheWorkingFolderChanges) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(TARVANE_DATA_DIR);
+    const Handle handle(".");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(handle.opened, TARVANE_OK);
+    EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_OK);
+}
+
+// ---- results -----------------------------------------------------------------------------------------------
+
+TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
+    const Handle handle;
+    const Answer answer = handle.calculate(
+        request_of(flange_json(R"(, "ci": 1.5875)"), R"("units": {"base": "US", "thickness":
+            {"factor": 25.4, "label": "mm"}}, "vessel": {"ce": 0.1}, )"));
+    ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+    EXPECT_EQ(*at(answer.result, "tarvane").whole(), 1);
+    EXPECT_EQ(text_at(answer.result, "program"), tarvane_version());
+    EXPECT_EQ(text_at(answer.result, "flange[0].description"), "N1");
+    EXPECT_EQ(*at(answer.result, "flange[0].inputs.ci.value").number(), 1.5875);
+    EXPECT_EQ(*at(answer.result, "flange[0].inputs.ci.given").number(), 1.5875);
+    EXPECT_EQ(text_at(answer.result, "flange[0].inputs.ci.from"), "file");
+    EXPECT_EQ(text_at(answer.result, "flange[0].inputs.type.value"), "weld neck");
+    EXPECT_EQ(*at(answer.result, "flange[0].inputs.n.value").whole(), 12);
+    EXPECT_EQ(text_at(answer.result, "data[0].file"), "BOLTDATA.TXT");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "published");
+    EXPECT_TRUE(at(answer.result, "flange[0].report").null());
+}
+
+TEST(Calculate, WritesNoReportThatNobodyWants) {
+    const Handle handle;
+    const std::string request = request_of(flange_json());
+    const Answer silent = handle.calculate(request, 0);
+    EXPECT_TRUE(at(silent.result, "flange[0].results").null());
+    EXPECT_TRUE(at(silent.result, "flange[0].report").null());
+    const Answer report = handle.calculate(request, TARVANE_WANT_REPORT);
+    ASSERT_NE(at(report.result, "flange[0].report").list(), nullptr);
+    EXPECT_GT(at(report.result, "flange[0].report").list()->size(), 100u);
+    EXPECT_EQ(at(report.result, "flange[0].report[0].marks").list()->size(), 6u);
+    EXPECT_NE(report.text.find("Flange Input Data Values"), std::string::npos);
+    // Degrees and squares come as UTF-8.
+    EXPECT_NE(report.text.find("in\xC2\xB2"), std::string::npos);
+}
+
+TEST(Calculate, DrawsTheChartOfWhatWentByOne) {
+    const Handle handle;
+    const std::string request =
+        R"({"external": [{"kind": "cylinder", "P": 15, "T": 300, "D": 60, "t": 0.5, "chart": "CS-2",
+            "length": 150, "S": 20000}], "shell": [{"kind": "cylinder", "P": 100, "T": 300, "D": 48, "t": 0.5,
+            "S": 20000, "Sa": 20000, "E": 0.85}]})";
+    const Answer answer = handle.calculate(request, TARVANE_WANT_DRAWINGS);
+    ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+    EXPECT_EQ(text_at(answer.result, "external[0].drawings[0].name"), "chart");
+    EXPECT_NE(text_at(answer.result, "external[0].drawings[0].svg").find("<svg"),
+              std::string::npos);
+    EXPECT_TRUE(at(answer.result, "shell[0].drawings").list()->empty());
+    EXPECT_TRUE(at(handle.calculate(request).result, "external[0].drawings").null());
+}
+
+// ---- faults ------------------------------------------------------------------------------------------------
+
+TEST(Faults, ComeAllWithPathValueAndReason) {
+    const Handle handle;
+    const Answer answer = handle.calculate(
+        request_of(flange_json(R"(, "ci": "ten", "facings": 1)") + R"(, {"type": "blind"})"));
+    EXPECT_EQ(answer.status, TARVANE_FAULTY);
+    bool ci = false, facings = false, second = false;
+    for (std::size_t i = 0; i < answer.faults(); ++i) {
+        const std::string place = '[' + std::to_string(i) + ']';
+        const std::string path = text_at(answer.error, place + ".path"),
+                          reason = text_at(answer.error, place + ".reason");
+        if (path == "flange[0].ci") {
+            ci = true;
+            EXPECT_EQ(text_at(answer.error, place + ".value"), "the text \"ten\"");
+            EXPECT_EQ(reason.find("a number in in. is expected"), 0u) << reason;
+        }
+        facings = facings || (path == "flange[0].facings" && reason.find("facing") != reason.npos);
+        second = second || path == "flange[1].P";
+    }
+    EXPECT_TRUE(ci && facings && second) << answer.faults();
+}
+
+TEST(Faults, EndWithTheNextCallThatSucceeds) {
+    const Handle handle;
+    EXPECT_EQ(handle.calculate("{}").faults(), 1u);
+    EXPECT_STREQ(tarvane_last_error(handle.get()), tarvane_last_error(handle.get()));
+    EXPECT_EQ(handle.calculate(request_of(flange_json())).faults(), 0u);
+}
+
+std::string reason_of(const std::string& request, std::int32_t want = 0) {
+    const Handle handle;
+    const Answer answer = handle.calculate(request, want);
+    EXPECT_EQ(answer.status, TARVANE_FAULTY) << request;
+    return text_at(answer.error, "[0].reason");
+}
+
+TEST(Faults, OfTheText) {
+    EXPECT_NE(reason_of("").find("no JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of("{").find("no JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of("{} {}").find("no JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of(R"({"flange": [NaN]})").find("no JSON"), std::string::npos);
+    EXPECT_NE(reason_of(R"({"a": 1e999})").find("no JSON"), std::string::npos);
+    EXPECT_NE(reason_of("{\"description\": \"\xE9\"}").find("no JSON"), std::string::npos);
+    EXPECT_EQ(reason_of("[1]"), "a JSON object is expected, not a list");
+    EXPECT_EQ(reason_of("null").find("a JSON object is expected"), 0u);
+    EXPECT_EQ(reason_of(R"({"P": 1, "P": 2})"), "the key \"P\" is given twice");
+    EXPECT_EQ(reason_of(R"({"flange": [{"P": 1, "T": 2, "P": 1}]})"),
+              "the key \"P\" is given twice");
+}
+
+TEST(Faults, BeginBelowSixtyFourLevels) {
+    const auto nested = [](std::size_t levels) {
+        return R"({"x": )" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + '}';
+    };
+    EXPECT_EQ(reason_of(nested(64)).find("nests"), std::string::npos);
+    EXPECT_EQ(reason_of(nested(65)), "it nests deeper than 64");
+    EXPECT_EQ(reason_of(nested(200000)), "it nests deeper than 64");
+}
+
+TEST(Faults, OfWhatIsWanted) {
+    const std::string request = request_of(flange_json());
+    for (const std::int32_t want : {4, 16, -1, 1 << 30}) {
+        EXPECT_EQ(reason_of(request, want),
+                  "bits of TARVANE_WANT_RESULTS and its kin are expected");
+    }
+}
+
+TEST(Faults, NumbersOutOfRangeAreOfTheirKey) {
+    const Handle handle;
+    for (const char* number :
+         {"1e39", "-1e39", "1e300", "123456789012345678901234567890123456789012"}) {
+        const Answer answer =
+            handle.calculate(request_of(flange_json(std::string(R"(, "ci": )") + number)));
+        EXPECT_EQ(answer.status, TARVANE_FAULTY) << number;
+        EXPECT_EQ(text_at(answer.error, "[0].path"), "flange[0].ci") << number;
+    }
+}
+
+TEST(NullPointers, AreRefused) {
+    const char* result = "";
+    const std::string request = request_of(flange_json());
+    EXPECT_EQ(tarvane_calculate(nullptr, request.c_str(), 0, &result), TARVANE_INTERNAL);
+    EXPECT_EQ(result, nullptr);
+    const Handle handle;
+    result = "";
+    EXPECT_EQ(tarvane_calculate(handle.get(), nullptr, 0, &result), TARVANE_INTERNAL);
+    EXPECT_EQ(result, nullptr);
+    EXPECT_EQ(text_at(parsed(tarvane_last_error(handle.get())), "[0].reason"),
+              "a request is expected");
+    EXPECT_EQ(tarvane_calculate(handle.get(), request.c_str(), 0, nullptr), TARVANE_INTERNAL);
+    EXPECT_EQ(text_at(parsed(tarvane_last_error(handle.get())), "[0].reason"),
+              "a place for the result is expected");
+    EXPECT_EQ(tarvane_calculate(nullptr, nullptr, 0, nullptr), TARVANE_INTERNAL);
+}
+
+// A ring whose corroded bore grows over its outside diameter ends the run in the engine; the library goes on.
+TEST(Stopped, IsAStatusWithTheCode) {
+    const Handle handle;
+    const std::string ring =
+        R"({"type": "loose ring", "P": 150, "T": 300, "B": 12.0, "A": 19.0, "t": 1.19, "ci": 3.6,
+            "Sfo": 20000, "Sfa": 20000, "bolting": "TEMA", "C": 17.0, "n": 12, "a": 0.875, "Sb": 25000,
+            "Sa": 25000, "Fod": 15.0, "Fid": 7, "Go": 14.75, "Gi": 14.0, "m": 3, "y": 10000,
+            "facing": "1a"})";
+    const Answer answer = handle.calculate(request_of(flange_json() + ", " + ring),
+                                           TARVANE_WANT_RESULTS | TARVANE_WANT_REPORT);
+    ASSERT_EQ(answer.status, TARVANE_ENGINE_STOPPED) << answer.text;
+    EXPECT_EQ(text_at(answer.error, "[0].path"), "flange[1]");
+    EXPECT_EQ(text_at(answer.error, "[0].reason").find("the engine stopped with code 25"), 0u);
+    EXPECT_EQ(text_at(answer.error, "[0].value"), "25");
+    EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_OK);
+}
+
+// ---- threads -------------------------------------------------------------------------------------------------
+
+TEST(Threads, WithHandlesOfTheirOwnFindTheSameAsOne) {
+    constexpr int THREADS = 4, CALLS = 5;
+    const Handle one;
+    std::vector<std::string> requests, wanted;
+    for (int i = 0; i < THREADS; ++i) {
+        requests.push_back(
+            request_of(flange_json(R"(, "ci": 0.0)" + std::to_string(i)),
+                       i % 2 == 0 ? R"("units": "US", )" : R"("decimal_comma": true, )"));
+        wanted.push_back(one.calculate(requests.back(), TARVANE_WANT_REPORT).text);
+    }
+    int differences[THREADS] = {};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < THREADS; ++i) {
+        threads.emplace_back([&, i] {
+            const auto place = static_cast<std::size_t>(i);
+            for (int call = 0; call < CALLS; ++call) {
+                const Handle own;
+                differences[i] +=
+                    own.calculate(requests[place], TARVANE_WANT_REPORT).text != wanted[place];
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const int count : differences)
+        EXPECT_EQ(count, 0);
+}
+
+TEST(Threads, MayShareAHandle) {
+    const Handle shared;
+    const std::string sound = request_of(flange_json()), faulty = "{}";
+    const std::string wanted = shared.calculate(sound).text;
+    std::vector<std::thread> threads;
+    int wrong[4] = {};
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&, i] {
+            for (int call = 0; call < 10; ++call) {
+                const char* result = nullptr;
+                const std::int32_t status = tarvane_calculate(
+                    shared.get(), i % 2 == 0 ? sound.c_str() : faulty.c_str(), 1, &result);
+                wrong[i] += status != (i % 2 == 0 ? TARVANE_OK : TARVANE_FAULTY);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const int count : wrong)
+        EXPECT_EQ(count, 0);
+    EXPECT_EQ(shared.calculate(sound).text, wanted);
+}
+
+} // namespace
+} // namespace tarvane::vessel

@@ -1,0 +1,63 @@
+#include "components/calculation.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+
+namespace tarvane::vessel {
+
+Calculation calculate(const Request& request) {
+    Calculation c;
+    for (const auto& element : request.elements) {
+        try {
+            c.outcomes.push_back(element->calculate(request));
+        } catch (const std::exception& problem) {
+            c.problems.emplace_back(problem.what());
+            c.status = std::max(c.status, Status::bad_input);
+            c.complete = false;
+            break;
+        }
+        c.calculated.push_back({element.get(), c.outcomes.back().get()});
+        c.verdicts.push_back(element->judge(*c.outcomes.back(), request.units));
+        c.status = std::max(c.status, c.verdicts.back().status);
+        c.complete = c.verdicts.back().status != Status::stopped;
+        if (!c.complete) break;
+    }
+    return c;
+}
+
+std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
+    std::string tables;
+    for (const ElementKind* kind : element_kinds()) {
+        std::vector<Calculated> own;
+        std::copy_if(calculated.begin(), calculated.end(), std::back_inserter(own),
+                     [kind](const Calculated& c) { return c.element->kind == kind; });
+        if (!own.empty()) tables += kind->tables(own, units);
+    }
+    return tables;
+}
+
+DataUses data_used(const Request& request) {
+    DataUses all;
+    for (const auto& element : request.elements) {
+        for (const auto& [file, items] : element->data)
+            all[file].insert(items.begin(), items.end());
+    }
+    return all;
+}
+
+std::string approximate_lines(const Request& request) {
+    std::string lines;
+    for (const auto& [file, items] : data_used(request)) {
+        std::string list;
+        for (const auto& [item, approximate] : items) {
+            if (approximate) list += (list.empty() ? "" : ", ") + item;
+        }
+        if (list.empty()) continue;
+        lines += "\nApproximate figures of " + file + " were used (" + list +
+                 "): replace the file by one made from a licensed copy of the standard.\n";
+    }
+    return lines;
+}
+
+} // namespace tarvane::vessel

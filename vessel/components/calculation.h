@@ -1,0 +1,33 @@
+// A request calculated: its components in their order, up to the first one that ends the run.
+#pragma once
+
+#include "components/request.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvane::vessel {
+
+struct Calculation {
+    std::vector<std::unique_ptr<Outcome>> outcomes;
+    std::vector<Calculated> calculated;
+    std::vector<Verdict> verdicts;
+    Status status = Status::fine;
+    std::vector<std::string> problems; // of the run itself
+    bool complete = true;
+};
+
+// The request must live as long as the calculation.
+Calculation calculate(const Request& request);
+
+// The closing tables of all kinds, in the order of the kinds.
+std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units);
+
+// What the components take from the files: of a file without items, nothing that has a status.
+DataUses data_used(const Request& request);
+
+// One line for each data file of which approximate rows were used.
+std::string approximate_lines(const Request& request);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,311 @@
+#include "surface/result_json.h"
+
+#include "catalogue/charts.h"
+#include "components/not_covered.h"
+#include "components/read_value.h"
+#include "document/report_view.h"
+#include "values/json.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr int FORM = 1; // of a result
+constexpr std::string_view NOT_FINITE = "not finite";
+
+// A component with what was found of it.
+struct Found {
+    const Element* element;
+    const Outcome* outcome;
+    const Verdict* verdict;
+    Checks checks; // the worst first
+};
+
+std::string_view verdict_of(const Found& found) {
+    const auto any = [&](State state) {
+        return std::any_of(found.checks.begin(), found.checks.end(),
+                           [state](const Check& check) { return check.state() == state; });
+    };
+    if (found.verdict->status == Status::fails || any(State::fail)) return FAIL;
+    return found.verdict->status != Status::fine || any(State::not_made) ? NOT_MADE : PASS;
+}
+
+// The worst of all.
+std::string_view verdict_of(const std::vector<Found>& components) {
+    std::string_view worst = PASS;
+    for (const Found& found : components) {
+        const std::string_view verdict = verdict_of(found);
+        if (verdict == FAIL) return FAIL;
+        if (verdict == NOT_MADE) worst = NOT_MADE;
+    }
+    return worst;
+}
+
+class Writer {
+  public:
+    Writer(const Request& of, Wanted members) : request(of), wanted(members) {}
+
+    std::string write(const std::vector<Found>& components);
+
+  private:
+    const Request& request;
+    Wanted wanted;
+    JsonWriter json;
+
+    void text(std::string_view name, std::string_view utf8) { json.key(name).text(utf8); }
+    void value(float engine, Quantity quantity) {
+        json.single(request.units.to_file(engine, quantity));
+    }
+    void optional_value(std::string_view name, std::optional<float> engine, Quantity quantity) {
+        json.key(name);
+        if (engine)
+            value(*engine, quantity);
+        else
+            json.null();
+    }
+    void write_governing(const std::vector<Found>& components);
+    void write_data();
+    void write_number(const Key& key, float engine, const Value& given);
+    void write_inputs(const Element& element);
+    void write_results(const Found& found);
+    void write_check(const Check& check);
+    void write_report(const Outcome& outcome);
+    void write_drawings(const Found& found);
+    void write_component(const Found& found);
+};
+
+// ---- of the whole request ------------------------------------------------------------------------------
+
+void Writer::write_governing(const std::vector<Found>& components) {
+    Checks all;
+    std::vector<const Element*> of;
+    for (const Found& found : components) {
+        all.insert(all.end(), found.checks.begin(), found.checks.end());
+        of.insert(of.end(), found.checks.size(), found.element);
+    }
+    json.key("governing");
+    const Check* worst = governing(all);
+    if (worst == nullptr) {
+        json.null();
+        return;
+    }
+    json.begin_object();
+    text("component", path_of(*of[static_cast<std::size_t>(worst - all.data())]));
+    text("check", worst->field().id);
+    json.end_object();
+}
+
+void Writer::write_data() {
+    json.key("data").begin_list();
+    for (const auto& [file, items] : data_used(request)) {
+        json.begin_object();
+        text("file", file);
+        json.key("used").begin_list();
+        for (const auto& [item, approximate] : items) {
+            json.begin_object();
+            text("item", to_utf8(item));
+            text("status", approximate ? "approximate" : "published");
+            json.end_object();
+        }
+        json.end_list().end_object();
+    }
+    json.end_list();
+}
+
+// ---- of a component ------------------------------------------------------------------------------------
+
+// What was given goes out as it came in: the factor of a unit there and back can cost its last bit.
+void Writer::write_number(const Key& key, float engine, const Value& given) {
+    if (key.quantity == Quantity::flag) {
+        json.flag(engine != 0.0f);
+        return;
+    }
+    if (key.quantity == Quantity::choice) {
+        for (const Choice& choice : key.choices) {
+            if (static_cast<float>(choice.number) != engine) continue;
+            json.text(choice.name);
+            return;
+        }
+    }
+    if (const std::optional<double> number = given.number()) {
+        const auto single = static_cast<float>(*number);
+        if (request.units.to_engine(single, key.quantity) == engine) {
+            json.single(single);
+            return;
+        }
+    }
+    value(engine, key.quantity);
+}
+
+void Writer::write_inputs(const Element& element) {
+    json.key("inputs").begin_object();
+    for (const Key& key : element.kind->keys.keys) {
+        const auto origin = element.origins.find(key.name);
+        if (origin == element.origins.end()) continue;
+        json.key(key.name).begin_object().key("value");
+        if (is_text(key))
+            json.text(to_utf8(element.text_of(key)));
+        else
+            write_number(key, element.number_of(key), origin->second.given);
+        if (!origin->second.given.null()) json.key("given").value(origin->second.given);
+        text("from", origin->second.from);
+        json.end_object();
+    }
+    json.end_object();
+}
+
+void Writer::write_results(const Found& found) {
+    const std::vector<Result> results = found.element->results(*found.outcome);
+    json.key("results").begin_object();
+    const auto converted = [&](const Result& result) -> std::optional<float> {
+        if (!result.value) return std::nullopt;
+        const float value = request.units.to_file(*result.value, result.field->quantity);
+        return std::isfinite(value) ? std::optional(value) : std::nullopt;
+    };
+    for (const Result& result : results) {
+        json.key(result.field->name);
+        const std::optional<float> value = converted(result);
+        if (!value)
+            json.null();
+        else if (result.field->quantity == Quantity::flag)
+            json.flag(*value != 0.0f);
+        else
+            json.single(*value);
+    }
+    json.end_object().key("why").begin_object();
+    for (const Result& result : results) {
+        if (!converted(result)) text(result.field->name, result.value ? NOT_FINITE : result.why);
+    }
+    json.end_object();
+}
+
+void Writer::write_check(const Check& check) {
+    const CheckField& field = check.field();
+    json.begin_object();
+    text("id", field.id);
+    text("paragraph", field.paragraph);
+    if (check.ratio()) {
+        optional_value("demand", check.demand(), field.quantity);
+        text("operator", field.at_least ? ">=" : "<=");
+        optional_value("limit", check.limit(), field.quantity);
+        text("unit", to_utf8(request.units.label(field.quantity)));
+        json.key("ratio").single(*check.ratio());
+    }
+    text("state", state_name(check.state()));
+    if (!check.reason().empty()) text("reason", check.reason());
+    json.end_object();
+}
+
+void Writer::write_report(const Outcome& outcome) {
+    json.key("report").begin_list();
+    for (const ReportLine& line : report_lines(outcome.report)) {
+        json.begin_object();
+        text("text", to_utf8(line.text));
+        json.key("marks").begin_list();
+        for (const int mark : line.marks)
+            json.whole(mark);
+        json.end_list().end_object();
+    }
+    json.end_list();
+}
+
+void Writer::write_drawings(const Found& found) {
+    json.key("drawings").begin_list();
+    if (const auto point = found.element->chart_point(*found.outcome)) {
+        json.begin_object();
+        text("name", "chart");
+        text("svg",
+             chart_svg(point->chart, point->temperature, point->yield, point->A, request.units));
+        json.end_object();
+    }
+    json.end_list();
+}
+
+void Writer::write_component(const Found& found) {
+    json.begin_object();
+    text("description", to_utf8(found.element->description()));
+    text("verdict", verdict_of(found));
+    write_inputs(*found.element);
+    if (wanted.results) {
+        write_results(found);
+        json.key("checks").begin_list();
+        for (const Check& check : found.checks)
+            write_check(check);
+        json.end_list();
+    }
+    json.key("messages").begin_list();
+    for (const std::string& message : found.outcome->messages)
+        json.text(to_utf8(message));
+    json.end_list().key("notes").begin_list();
+    for (const std::string& note : found.element->notes)
+        json.text(note);
+    for (const std::string& reason : found.verdict->reasons)
+        json.text(reason);
+    json.end_list();
+    if (wanted.report) write_report(*found.outcome);
+    if (wanted.drawings) write_drawings(found);
+    json.end_object();
+}
+
+std::string Writer::write(const std::vector<Found>& components) {
+    json.begin_object().key("tarvane").whole(FORM);
+    text("program", TARVANE_VERSION);
+    text("units", request.units.name);
+    text("verdict", verdict_of(components));
+    write_governing(components);
+    write_data();
+    json.key("not_covered").begin_list();
+    for (const std::string_view words : not_covered(request))
+        json.text(words);
+    json.end_list();
+    for (const ElementKind* kind : element_kinds()) {
+        bool any = false;
+        for (const Found& found : components) {
+            if (found.element->kind != kind) continue;
+            if (!any) json.key(kind->table).begin_list();
+            any = true;
+            write_component(found);
+        }
+        if (any) json.end_list();
+    }
+    json.end_object();
+    return json.take();
+}
+
+} // namespace
+
+std::string path_of(const Element& element) {
+    return std::string(element.kind->table) + '[' + std::to_string(element.number - 1) + ']';
+}
+
+std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted) {
+    std::vector<Found> components;
+    for (std::size_t i = 0; i < calculation.calculated.size(); ++i) {
+        const auto& [element, outcome] = calculation.calculated[i];
+        Checks checks = element->checks(*outcome, request.units);
+        sort_worst_first(checks);
+        components.push_back({element, outcome, &calculation.verdicts[i], std::move(checks)});
+    }
+    return Writer(request, wanted).write(components);
+}
+
+std::string faults_json(const Faults& faults) {
+    JsonWriter json;
+    json.begin_list();
+    for (const Fault& fault : faults) {
+        json.begin_object();
+        // Bytes of a request that is no UTF-8, or of a path, go out by their numbers.
+        json.key("path").text(printable(fault.path));
+        json.key("value").text(printable(fault.value));
+        json.key("reason").text(printable(fault.message));
+        json.end_object();
+    }
+    json.end_list();
+    return json.take();
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,228 @@
+// The C surface: handles, their texts, and what becomes of exceptions.
+#include "tarvane/vessel.h"
+
+#include "catalogue/data_files_check.h"
+#include "components/calculation.h"
+#include "components/engine_session.h"
+#include "components/reader.h"
+#include "surface/engine_turn.h"
+#include "surface/result_json.h"
+#include "values/json.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <mutex>
+#include <new>
+#include <string>
+
+using namespace tarvane::vessel;
+
+struct TARVANE_VESSEL {
+    std::string data_folder;  // a whole path, whatever becomes of the working directory
+    mutable std::mutex texts; // the following ones are changed and looked at by many threads
+    std::string result, error;
+    const char* last_error = "[]";
+};
+
+namespace {
+
+constexpr char NO_MEMORY[] = R"([{"path":"","value":"","reason":"there is no memory left"}])";
+constexpr std::int32_t KNOWN_WANTS =
+    TARVANE_WANT_RESULTS | TARVANE_WANT_REPORT | TARVANE_WANT_DRAWINGS;
+
+// Why the latest open of this thread failed.
+struct FailedOpen {
+    std::string error;
+    const char* last_error = "[]";
+};
+FailedOpen& failed_open() {
+    thread_local FailedOpen failed;
+    return failed;
+}
+
+// How a call ended.
+struct Ended {
+    std::int32_t status = TARVANE_OK;
+    Faults faults = {};
+};
+
+Ended ended(std::int32_t status, std::string reason) {
+    return {status, {{.message = std::move(reason)}}};
+}
+
+// Of a handle, or of a failed open.
+template <class Texts>
+void put_error(Texts& texts, const Faults& faults) {
+    texts.last_error = NO_MEMORY; // in case the next line finds none
+    texts.error = faults_json(faults);
+    texts.last_error = texts.error.c_str();
+}
+
+// What the work returns, or what its exception says.
+template <class Work>
+Ended guarded(const Work& work) {
+    try {
+        return work();
+    } catch (const NoData& problem) {
+        return ended(TARVANE_NO_DATA, problem.what());
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& problem) {
+        return ended(TARVANE_INTERNAL, problem.what());
+    } catch (...) {
+        return ended(TARVANE_INTERNAL, "an error of an unknown kind");
+    }
+}
+
+// One call with a handle: its work puts the text of the result, its end goes to the texts of the handle.
+template <class Work>
+std::int32_t call(TARVANE_VESSEL& vessel, const Work& work) noexcept {
+    std::int32_t status = TARVANE_INTERNAL;
+    try {
+        const Ended end = guarded(work);
+        status = end.status;
+        const std::lock_guard<std::mutex> lock(vessel.texts);
+        put_error(vessel, end.faults);
+    } catch (...) { // no memory left, for the work or for its faults
+        const std::lock_guard<std::mutex> lock(vessel.texts);
+        vessel.last_error = NO_MEMORY;
+        if (status == TARVANE_OK) status = TARVANE_INTERNAL;
+    }
+    return status;
+}
+
+bool is_of_data(const Fault& fault) { return is_data_file(fault.key); }
+
+// The faults of a request that was refused.
+Ended refused(Faults faults) {
+    const bool data = std::all_of(faults.begin(), faults.end(), is_of_data);
+    return {data ? TARVANE_NO_DATA : TARVANE_FAULTY, std::move(faults)};
+}
+
+Ended read(const char* text, ReadResult& into) {
+    Faults faults;
+    const std::optional<Value> tree = read_json(text, faults);
+    if (!tree) return refused(std::move(faults));
+    if (tree->table() == nullptr)
+        return ended(TARVANE_FAULTY, "a JSON object is expected, not " + tree->shown());
+    Outcome reading; // of what the engine is asked on the way
+    {
+        const Services services(reading);
+        into = read_request(*tree->table());
+    }
+    if (reading.stopped)
+        return {TARVANE_ENGINE_STOPPED,
+                {{.message = "the engine stopped as the request was read",
+                  .value = std::to_string(reading.fatal_code)}}};
+    return into.faults.empty() ? Ended{} : refused(std::move(into.faults));
+}
+
+// What ended a calculation before all of it was made.
+Ended broken_off(const Calculation& calculation) {
+    if (!calculation.problems.empty()) return ended(TARVANE_INTERNAL, calculation.problems.front());
+    const Calculated& last = calculation.calculated.back();
+    std::string reason;
+    for (const std::string& words : calculation.verdicts.back().reasons)
+        reason += (reason.empty() ? "" : "; ") + words;
+    return {TARVANE_ENGINE_STOPPED,
+            {{.message = std::move(reason),
+              .path = path_of(*last.element),
+              .value = std::to_string(last.outcome->fatal_code)}}};
+}
+
+Ended calculated(const TARVANE_VESSEL& vessel, const char* text, std::int32_t want,
+                 std::string& into) {
+    if ((want & ~KNOWN_WANTS) != 0)
+        return {TARVANE_FAULTY,
+                {{.message = "bits of TARVANE_WANT_RESULTS and its kin are expected",
+                  .path = "want",
+                  .value = std::to_string(want)}}};
+    const EngineTurn turn(vessel.data_folder);
+    ReadResult input;
+    Ended end = read(text, input);
+    if (end.status != TARVANE_OK) return end;
+    input.request.report = (want & TARVANE_WANT_REPORT) != 0;
+    const Calculation calculation = calculate(input.request);
+    if (!calculation.complete) return broken_off(calculation);
+    into = result_json(input.request, calculation,
+                       {.results = (want & TARVANE_WANT_RESULTS) != 0,
+                        .report = input.request.report,
+                        .drawings = (want & TARVANE_WANT_DRAWINGS) != 0});
+    return end;
+}
+
+// Files of the folder that are missing, with NO_DATA; the engine is free.
+Ended look_into(const std::string& folder) {
+    const EngineTurn turn(folder);
+    Ended end;
+    for (const std::string& fault : missing_data_files())
+        end.faults.push_back({.message = fault});
+    if (!end.faults.empty()) end.status = TARVANE_NO_DATA;
+    return end;
+}
+
+Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
+    if (abi != TARVANE_VESSEL_ABI)
+        return {TARVANE_INTERNAL,
+                {{.message = "the library is of ABI " + std::to_string(TARVANE_VESSEL_ABI),
+                  .path = "abi",
+                  .value = std::to_string(abi)}}};
+    auto vessel = std::make_unique<TARVANE_VESSEL>();
+    const bool given = data_folder != nullptr && *data_folder != '\0';
+    vessel->data_folder =
+        given ? std::filesystem::absolute(data_folder).string() : found_data_folder();
+    const Ended end = guarded([&] { return look_into(vessel->data_folder); });
+    if (end.status != TARVANE_OK) put_error(*vessel, end.faults);
+    if (end.status == TARVANE_OK || end.status == TARVANE_NO_DATA) into = vessel.release();
+    return end;
+}
+
+} // namespace
+
+int32_t tarvane_open(int32_t abi, const char* data_folder, TARVANE_VESSEL** vessel) {
+    FailedOpen& failed = failed_open();
+    std::int32_t status = TARVANE_INTERNAL;
+    TARVANE_VESSEL* handle = nullptr;
+    try {
+        const Ended end = guarded([&] {
+            if (vessel == nullptr)
+                return ended(TARVANE_INTERNAL, "a place for the handle is expected");
+            *vessel = nullptr;
+            return opened(abi, data_folder, handle);
+        });
+        status = end.status;
+        if (status != TARVANE_OK) put_error(failed, end.faults);
+    } catch (...) { // no memory left
+        failed.last_error = NO_MEMORY;
+        if (handle == nullptr) status = TARVANE_INTERNAL;
+    }
+    if (vessel != nullptr) *vessel = handle;
+    return status;
+}
+
+void tarvane_close(TARVANE_VESSEL* vessel) { delete vessel; }
+
+const char* tarvane_version(void) { return TARVANE_VERSION; }
+
+const char* tarvane_last_error(const TARVANE_VESSEL* vessel) {
+    if (vessel == nullptr) return failed_open().last_error;
+    const std::lock_guard<std::mutex> lock(vessel->texts);
+    return vessel->last_error;
+}
+
+int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request, int32_t want,
+                          const char** result) {
+    if (result != nullptr) *result = nullptr;
+    if (vessel == nullptr) return TARVANE_INTERNAL;
+    std::string text;
+    const std::int32_t status = call(*vessel, [&] {
+        if (request == nullptr) return ended(TARVANE_INTERNAL, "a request is expected");
+        if (result == nullptr) return ended(TARVANE_INTERNAL, "a place for the result is expected");
+        return calculated(*vessel, request, want, text);
+    });
+    const std::lock_guard<std::mutex> lock(vessel->texts);
+    vessel->result = std::move(text);
+    if (status == TARVANE_OK) *result = vessel->result.c_str();
+    return status;
+}
