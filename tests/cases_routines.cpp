@@ -615,7 +615,7 @@ void run_host(const std::string& toml, Values& values, std::vector<Line>& lines)
     const vessel::FlangeOutcome outcome = vessel::run_flange(flange, input.request);
     for (const vessel::ReportLine& line : vessel::report_lines(outcome.report))
         lines.push_back({line.text, line.marks});
-    const auto status = vessel::judge_flange(flange, outcome, input.request.units).status;
+    const auto status = flange.judge(outcome, input.request.units).status;
     values.set("mawp", static_cast<double>(outcome.mawp));
     values.set("map_nc", static_cast<double>(outcome.map_nc));
     values.set("t_req", static_cast<double>(outcome.t_req));

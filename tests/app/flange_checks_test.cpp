@@ -43,7 +43,7 @@ FlangeRun calculate(const std::string& toml) {
     EXPECT_TRUE(run.input.faults.empty()) << fault_line("f", run.input.faults.front()) << toml;
     if (run.input.request.elements.empty()) return run;
     run.outcome = run_flange(run.flange(), run.input.request);
-    run.verdict = judge_flange(run.flange(), run.outcome, run.input.request.units);
+    run.verdict = run.flange().judge(run.outcome, run.input.request.units);
     return run;
 }
 

@@ -9,7 +9,7 @@ namespace tarvane::vessel {
 namespace {
 
 constexpr float NO_LIMIT = std::numeric_limits<float>::infinity();
-constexpr float LAST_PASSED = 1.00005f; // shown as 1.0000
+constexpr double FIRST_FAILED = 1.00005; // shown as 1.0001; no single lies on it
 
 // Demand over limit, the other way round for "at least". Signs take part: what a negative limit allows is
 // below it.
@@ -17,7 +17,8 @@ float ratio_of(float upper, float lower) {
     if (std::isnan(upper) || std::isnan(lower)) return NO_LIMIT;
     if (upper <= 0.0f && lower >= 0.0f) return 0.0f;
     if (lower <= 0.0f) return upper <= lower ? 1.0f : NO_LIMIT;
-    return upper / lower;
+    const float ratio = upper / lower;
+    return std::isnan(ratio) ? NO_LIMIT : ratio;
 }
 
 } // namespace
@@ -39,8 +40,11 @@ std::string_view state_name(State state) {
 }
 
 Check Check::compared(const CheckField& field, float demand, float limit) {
-    const float ratio = field.at_least ? ratio_of(limit, demand) : ratio_of(demand, limit);
-    Check check(field, ratio < LAST_PASSED ? State::pass : State::fail);
+    const float zero = field.quantity == Quantity::temperature ? ABSOLUTE_ZERO : 0.0f;
+    const float upper = (field.at_least ? limit : demand) - zero;
+    const float lower = (field.at_least ? demand : limit) - zero;
+    const float ratio = ratio_of(upper, lower);
+    Check check(field, static_cast<double>(ratio) < FIRST_FAILED ? State::pass : State::fail);
     check.asked = demand;
     check.allowed = limit;
     check.used = ratio;
@@ -67,7 +71,7 @@ Check Check::not_made(const CheckField& field, std::string reason) {
 
 Check Check::waived() const {
     Check check = *this;
-    if (blocks()) check.is = State::waived;
+    if (falls_short()) check.is = State::waived;
     return check;
 }
 
@@ -76,22 +80,34 @@ Check& Check::because(std::string sentence) {
     return *this;
 }
 
+Check& Check::marked(bool by_engine) {
+    engine_marks = by_engine;
+    return *this;
+}
+
+std::string_view Check::remark() const { return passes() && engine_marks ? "within 0.005 %" : ""; }
+
+bool Check::told() const {
+    return !words.empty() && is != State::not_asked &&
+           !(falls_short() && described->force == Force::advises);
+}
+
 namespace {
 
 int rank(const Check& check) {
     switch (check.state()) {
     case State::fail:
-        return 0;
+        return check.blocks() ? 0 : 2;
     case State::not_made:
-        return 1;
+        return check.blocks() ? 1 : 2;
     case State::pass:
-        return 2;
-    case State::waived:
         return 3;
+    case State::waived:
+        return 4;
     case State::not_asked:
         break;
     }
-    return 4;
+    return 5;
 }
 
 // Among rows of one rank. A failed finding without figures comes first, a passed one last.
@@ -110,7 +126,8 @@ void sort_worst_first(Checks& checks) {
 const Check* governing(const Checks& checks) {
     const Check* first = nullptr;
     for (const Check& check : checks) {
-        if (check.state() == State::not_asked || check.state() == State::waived) continue;
+        if (!check.passes() && !check.blocks()) continue;
+        if (check.field().force != Force::decides) continue;
         const bool worse = first == nullptr || rank(check) < rank(*first) ||
                            (rank(check) == rank(*first) && weight(check) > weight(*first));
         if (worse) first = &check;

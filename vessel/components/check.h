@@ -1,4 +1,4 @@
-// What was found of a component: values by the names of its kind, and checks with their states.
+// Checks of a component with their states, and the order of the table that shows them.
 #pragma once
 
 #include "fields/results.h"
@@ -9,13 +9,6 @@
 #include <vector>
 
 namespace tarvane::vessel {
-
-// A result, in the engine's units; nothing, and why, where there is none.
-struct Result {
-    const ResultField* field;
-    std::optional<float> value;
-    std::string_view why = {};
-};
 
 enum class State {
     pass,
@@ -31,7 +24,8 @@ std::string_view state_name(State state); // "pass", "not made"
 // decimals that are shown, up to 1.0000 passes.
 class Check {
   public:
-    // Demand against limit, in the engine's units. What isn't finite fails.
+    // Demand against limit, in the engine's units. What isn't a number fails. Temperatures are compared
+    // from absolute zero.
     static Check compared(const CheckField& field, float demand, float limit);
     // A finding without figures of its own.
     static Check found(const CheckField& field, bool sound, std::string reason = {});
@@ -39,8 +33,10 @@ class Check {
     static Check not_made(const CheckField& field, std::string reason);
     // The same row, waived by the user; a row that passes stays as it is.
     Check waived() const;
-    // A sentence beside the row, for people; the figures stay the row's.
+    // A sentence for people; the figures stay the row's.
     Check& because(std::string words);
+    // The engine's own warning or mark, which knows another tolerance.
+    Check& marked(bool by_engine);
 
     const CheckField& field() const { return *described; }
     State state() const { return is; }
@@ -49,9 +45,14 @@ class Check {
     // At most 1 when passed, for "at least", too. Nothing without figures.
     std::optional<float> ratio() const { return used; }
     const std::string& reason() const { return words; }
+    // Beside a row that passes although the engine marks it; else empty.
+    std::string_view remark() const;
     bool passes() const { return is == State::pass; }
+    bool falls_short() const { return is == State::fail || is == State::not_made; }
     // It keeps its component from passing.
-    bool blocks() const { return is == State::fail || is == State::not_made; }
+    bool blocks() const { return falls_short() && described->force == Force::decides; }
+    // Its reason is a line of the verdict.
+    bool told() const;
 
   private:
     Check(const CheckField& field, State state) : described(&field), is(state) {}
@@ -60,16 +61,18 @@ class Check {
     State is;
     std::optional<float> asked, allowed, used;
     std::string words;
+    bool engine_marks = false;
 };
 
 using Checks = std::vector<Check>;
 
-// The worst first: failed and not made ones by falling ratio, passed ones by falling ratio, waived ones, those
-// that nobody asked for.
+// The worst first: failed and not made ones by falling ratio, those of them that only warn or advise, passed
+// ones by falling ratio, waived ones, those that nobody asked for.
 void sort_worst_first(Checks& checks);
 
-// The check that governs: the first of the sorted ones that was asked; a null pointer without any.
+// The check that governs: the worst one that decides and was asked; a null pointer without any.
 const Check* governing(const Checks& checks);
+// None keeps its component from passing.
 bool all_pass(const Checks& checks);
 
 } // namespace tarvane::vessel

@@ -1,6 +1,7 @@
 #include "components/element.h"
 
 #include "catalogue/data_folder.h"
+#include "document/results.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -10,6 +11,35 @@ namespace tarvane::vessel {
 void Verdict::say(Status grave, std::string reason) {
     status = std::max(status, grave);
     reasons.push_back(std::move(reason));
+}
+
+namespace {
+
+// Of a check that blocks and has no words of its own.
+std::string words_of(const Check& check, const UnitSystem& units) {
+    const CheckField& field = check.field();
+    std::string words = "the check of the " + std::string(field.label);
+    if (check.demand())
+        words += ", " + shown(*check.demand(), field.quantity, units) + " against " +
+                 shown(*check.limit(), field.quantity, units) + ',';
+    return words + (check.state() == State::fail ? " fails" : " was not made");
+}
+
+} // namespace
+
+Verdict Element::judge(const Outcome& outcome, const UnitSystem& units) const {
+    Verdict verdict;
+    if (outcome.refused()) verdict.status = Status::bad_input;
+    if (outcome.stopped) verdict.status = Status::stopped;
+    for (const Check& check : checks(outcome, units)) {
+        if (!check.told() && !check.blocks()) continue;
+        std::string reason = check.told() ? check.reason() : words_of(check, units);
+        // Limits on the form hold for internal and external pressure.
+        if (std::find(verdict.reasons.begin(), verdict.reasons.end(), reason) ==
+            verdict.reasons.end())
+            verdict.say(check.blocks() ? Status::fails : Status::fine, std::move(reason));
+    }
+    return verdict;
 }
 
 bool Reading::sound(std::string_view key) const {
@@ -54,6 +84,19 @@ void Reading::use(const std::string& file, const std::string& item) {
 void Reading::tell(std::string note) {
     if (std::find(notes.begin(), notes.end(), note) == notes.end())
         notes.push_back(std::move(note));
+}
+
+std::string stop_reason(const Outcome& outcome) {
+    return "the engine stopped with code " + std::to_string(outcome.fatal_code);
+}
+
+std::string closing_table(std::string_view title, std::span<const Calculated> elements,
+                          const UnitSystem& units) {
+    std::vector<ResultColumn> columns;
+    columns.reserve(elements.size());
+    for (const Calculated& c : elements)
+        columns.push_back({to_utf8(column_heading(*c.element)), c.element->results(*c.outcome)});
+    return result_table(title, columns, units);
 }
 
 std::string column_heading(const Element& element) {

@@ -41,6 +41,8 @@ struct Outcome {
     int fatal_code = 0;                // and said why
 
     virtual ~Outcome() = default;
+    // The input can't be calculated.
+    virtual bool refused() const { return false; }
 };
 
 // What a calculation takes from the data files: by file, the items, and whether they are approximate.
@@ -159,11 +161,11 @@ struct Element {
     // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
     // of the report are lost.
     virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
-    // `outcome` is what calculate gave.
-    virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const = 0;
-    // Results in the order of the kind's table, and checks in any order, of what calculate gave.
+    // Of what calculate gave: results in the order of the kind's table, checks in the order of theirs.
     virtual std::vector<Result> results(const Outcome&) const { return {}; }
     virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
+    // By the checks alone: those that keep it from passing, and what others have to say.
+    virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
     // The point of a chart that a drawing can mark.
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };
@@ -189,6 +191,14 @@ struct ElementKind {
 
 // All kinds, in the order of their closing tables.
 std::span<const ElementKind* const> element_kinds();
+
+// A closing table: the rows of the results that it lists by its title, beside each other for the elements;
+// empty without any.
+std::string closing_table(std::string_view title, std::span<const Calculated> elements,
+                          const UnitSystem& units);
+
+// "the engine stopped with code 25"
+std::string stop_reason(const Outcome& outcome);
 
 // Heading of its column in the closing tables, Western: its description or "flange 2".
 std::string column_heading(const Element& element);

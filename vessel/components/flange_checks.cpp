@@ -1,7 +1,10 @@
 #include "components/flange_checks.h"
 
 #include "catalogue/bolt_sizes.h"
+#include "components/flange_results.h"
+#include "components/openings.h"
 #include "document/results.h"
+#include "fields/flange_checks.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -18,6 +21,10 @@ constexpr float PI = 3.14159265f;
 constexpr float GIVEN = 0.001f;         // a gasket factor or seating stress above it counts
 constexpr float BEYOND_BOLTS = 0.0001f; // a gasket that reaches as far beyond is a full face one
 
+consteval const CheckField& field(std::string_view id) { return field_of(FLANGE_CHECKS, id); }
+
+bool is_none(float value) { return value == TARVANE_NO_VALUE; }
+
 float given(const FlangeInput& flange, int element) {
     return flange.record[static_cast<std::size_t>(element)];
 }
@@ -33,39 +40,151 @@ std::string joined(const std::vector<std::string>& parts) {
     return text;
 }
 
-} // namespace
+// ---- what the engine found -------------------------------------------------------------------------
+
+void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
+    const CheckField* stress_field = &field("SHo");
+    for (const int row : {TARVANE_OPERATING, TARVANE_SEATING}) {
+        for (int place = 0; place < TARVANE_STRESS_PLACES; ++place, ++stress_field) {
+            const float stress = found.stress[row][place], allowed = found.allowed[row][place];
+            const bool marked = found.exceeded[row][place] != 0;
+            // A place that this type doesn't have is 0.0.
+            if (!marked && (is_none(stress) || stress == 0.0f)) continue;
+            Check check = Check::compared(*stress_field, stress, allowed).marked(marked);
+            if (check.falls_short()) {
+                check.because("the " + std::string(stress_field->label) + ", " +
+                              shown(stress, Quantity::stress, units) + ", exceeds its allowable " +
+                              shown(allowed, Quantity::stress, units));
+            }
+            checks.push_back(std::move(check));
+        }
+    }
+}
+
+void check_bolt_area(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
+    if (is_none(found.Ab) || is_none(found.Am)) return;
+    Check check = Check::compared(field("bolt_area"), found.Ab, found.Am);
+    if (check.falls_short()) {
+        check.because("the bolt area " + shown(found.Ab, Quantity::area, units) +
+                      " is below the required " + shown(found.Am, Quantity::area, units));
+    }
+    checks.push_back(std::move(check));
+}
+
+void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& units,
+                    Checks& checks) {
+    if (is_none(outcome.mawp)) return;
+    const bool by_hub = outcome.found.mawp_by == TARVANE_BY_HUB;
+    if (!(P > 0.0f) && !by_hub) return;
+    const std::string pressure = shown(outcome.mawp, Quantity::pressure, units);
+    const std::string by(held_down_by(outcome.found.mawp_by));
+    Check check = Check::compared(field("mawp"), outcome.mawp, P);
+    if (check.falls_short()) {
+        check.because("the MAWP " + pressure + " is below the design pressure " +
+                      shown(P, Quantity::pressure, units) +
+                      (by.empty() ? "" : ": " + by + ", " + pressure));
+    } else if (by_hub) {
+        // Not every report shows it.
+        check.because("note: the MAWP is held down by the " + by + ", " + pressure);
+    }
+    checks.push_back(std::move(check));
+}
+
+void check_thickness(const FlangeInput& flange, const FlangeOutcome& outcome,
+                     const UnitSystem& units, Checks& checks) {
+    const float P = given(flange, TARVANE_P), t = given(flange, TARVANE_t);
+    const bool analyse = flange.analysis() == TARVANE_ANALYSE;
+    if (analyse && flange.type() == TARVANE_BLIND && P >= 0.0f && !(outcome.t_req <= 0.0f)) {
+        Check check = Check::compared(field("required_thickness"), outcome.t_req, t);
+        if (check.falls_short()) {
+            check.because("the required thickness " +
+                          shown(outcome.t_req, Quantity::thickness, units) +
+                          " is above the given " + shown(t, Quantity::thickness, units));
+        }
+        checks.push_back(std::move(check));
+    }
+    if (!analyse && outcome.found.status != TARVANE_BOLT_AREA_SHORT) {
+        const bool found = outcome.t_req > 0.0f;
+        checks.push_back(
+            Check::found(field("search"), found, found ? "" : "no required thickness was found"));
+    }
+}
+
+void check_rigidity(const TARVANE_FLANGE_RESULTS& found, int kind, Checks& checks) {
+    const auto& index = kind == TARVANE_ANALYSE ? found.J_given : found.J_required;
+    for (const CheckField* row : {&field("J_operating"), &field("J_seating")}) {
+        const float J = index[row == &field("J_seating") ? TARVANE_SEATING : TARVANE_OPERATING];
+        if (is_none(J) || J == 0.0f) continue;
+        Check check = Check::compared(*row, J, 1.0f);
+        if (check.falls_short())
+            check.because("the " + std::string(row->label) + ", " + number_text(J, 4) +
+                          ", is above 1");
+        checks.push_back(std::move(check));
+    }
+}
+
+void check_modulus(const FlangeInput& flange, const TARVANE_FLANGE_RESULTS& found,
+                   const UnitSystem& units, Checks& checks) {
+    const bool missing = found.modulus_status >= TARVANE_MODULUS_CARBON_STEEL;
+    if (!missing && !(found.E_hot > 0.0f)) return;
+    std::string reason;
+    if (missing) {
+        reason = "there is no elastic modulus of table " +
+                 number_text(given(flange, TARVANE_MATERIAL_CLASS), 0) + " at " +
+                 shown_degrees(given(flange, TARVANE_T_DESIGN), units);
+    }
+    checks.push_back(Check::found(field("modulus"), !missing, std::move(reason)));
+}
+
+void check_deflection(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
+                      Checks& checks) {
+    if (is_none(found.deflection) || is_none(found.deflection_allowed)) return;
+    Check check = Check::compared(field("deflection"), found.deflection, found.deflection_allowed);
+    if (check.falls_short()) {
+        check.because("the deflection of the cover, " +
+                      shown(found.deflection, Quantity::thickness, units) +
+                      ", is above the allowed one, " +
+                      shown(found.deflection_allowed, Quantity::thickness, units));
+    }
+    checks.push_back(std::move(check));
+}
 
 // ---- bolts -----------------------------------------------------------------------------------------
 
-// Appendix 2 and its like are for a gasket within the bolt circle, on a flange that reaches beyond it.
-void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Verdict& verdict) {
+// Appendix 2 and its like are for a gasket within the bolt circle, on a flange that reaches beyond it;
+// the engine calculates with any bolt circle.
+void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     const bool circular = !(given(flange, TARVANE_D) > 0.0f || given(flange, TARVANE_d) > 0.0f);
     if (flange.analysis() == TARVANE_DESIGN || !circular) return;
     const float C = given(flange, TARVANE_C), A = given(flange, TARVANE_A);
     if (!(C > 0.0f)) return;
-    const auto bolts = [&](const char* where) {
-        verdict.say(Status::fails,
-                    "the bolt circle " + shown(C, Quantity::diameter, units) + ' ' + where);
-    };
+    std::string where;
     if (C >= A)
-        bolts("is not below the outside diameter of the flange");
+        where = "is not below the outside diameter of the flange";
     else if (C <= (given(flange, TARVANE_Go) + given(flange, TARVANE_Gi)) / 2.0f)
-        bolts("lies within the gasket");
+        where = "lies within the gasket";
+    checks.push_back(Check::found(
+        field("bolt_circle"), where.empty(),
+        where.empty() ? ""
+                      : "the bolt circle " + shown(C, Quantity::diameter, units) + ' ' + where));
 }
 
-void check_bolt_size(const FlangeInput& flange, const UnitSystem& units, Verdict& verdict) {
+// The engine takes another size where the thread series does not have the given one.
+void check_bolt_size(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     if (!flange.takes_bolt_size()) return;
     const BoltSizes sizes(static_cast<int>(given(flange, TARVANE_THREADS)));
     const float a = given(flange, TARVANE_a);
-    if (sizes.empty() || sizes.lists(a)) return;
-    verdict.say(Status::fine, "note: the thread series has no bolt of " +
-                                  shown(a, Quantity::diameter, units) + "; the bolt of " +
-                                  shown(sizes.taken(a), Quantity::diameter, units) + " was taken");
+    if (sizes.empty()) return;
+    const bool listed = sizes.lists(a);
+    std::string note;
+    if (!listed) {
+        note = "note: the thread series has no bolt of " + shown(a, Quantity::diameter, units) +
+               "; the bolt of " + shown(sizes.taken(a), Quantity::diameter, units) + " was taken";
+    }
+    checks.push_back(Check::found(field("bolt_size"), listed, std::move(note)));
 }
 
 // ---- gasket ----------------------------------------------------------------------------------------
-
-namespace {
 
 // Diameters of face, gasket and bolt circle: those given, or those that a design selected.
 struct Face {
@@ -148,69 +267,82 @@ bool counts(const FlangeInput& flange, int factor, int seating_stress) {
     return given(flange, factor) >= GIVEN || given(flange, seating_stress) >= GIVEN;
 }
 
-void check_partition(const FlangeInput& flange, const UnitSystem& units, Verdict& verdict) {
+void check_partition(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     if (flange.text[slot::partition_gasket] != 'Y') return;
     if (!counts(flange, TARVANE_mPart, TARVANE_yPart)) return;
     const float tp = given(flange, TARVANE_tp);
-    if (!(tp > 0.0f)) {
-        verdict.say(Status::fails, "the partition gasket has no contact width: tp " +
-                                       shown(tp, Quantity::thickness, units));
-    }
+    const bool bears = tp > 0.0f;
+    checks.push_back(Check::found(field("partition_width"), bears,
+                                  bears ? ""
+                                        : "the partition gasket has no contact width: tp " +
+                                              shown(tp, Quantity::thickness, units)));
 }
 
-} // namespace
+// The face of such a design is not given back; the width that was taken is.
+void check_taken_width(const FlangeInput& flange, float N, const UnitSystem& units,
+                       Checks& checks) {
+    if (!(given(flange, TARVANE_P) < 0.0f)) return;
+    const CheckField& width = field("gasket_width");
+    if (N == TARVANE_NO_VALUE) {
+        checks.push_back(Check::not_made(width, "the contact width of the gasket was not checked"));
+        return;
+    }
+    const bool bears = N > 0.0f;
+    checks.push_back(Check::found(
+        width, bears,
+        bears ? "" : "the gasket has no contact width: N " + shown(N, Quantity::diameter, units)));
+}
 
-void check_gasket(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units,
-                  Verdict& verdict) {
-    check_partition(flange, units, verdict);
-    const std::optional<Face> face = face_of(flange, outcome);
-    if (!face) {
-        // The face of such a design is not given back; the width that was taken is.
-        const float N = outcome.found.N;
-        if (given(flange, TARVANE_P) < 0.0f && outcome.found.status != TARVANE_REFUSED &&
-            !(N > 0.0f)) {
-            verdict.say(Status::fails, N == TARVANE_NO_VALUE
-                                           ? "the contact width of the gasket was not checked"
-                                           : "the gasket has no contact width: N " +
-                                                 shown(N, Quantity::diameter, units));
-        }
-        return;
-    }
-    const Contact contact = contact_of(flange, *face);
-    const bool ring_joint = static_cast<int>(given(flange, TARVANE_SKETCH)) == TARVANE_SKETCH_6;
-    if (!ring_joint && !(contact.width > 0.0f)) {
-        verdict.say(Status::fails,
-                    "the gasket has no contact width: " + contact_text(contact, units));
-        return;
-    }
-    const std::string missing = missing_width(flange, units);
-    if (!missing.empty() && counts(flange, TARVANE_m, TARVANE_y)) {
-        verdict.say(Status::fails, "the gasket has no contact width: " + missing);
-        return;
-    }
-
+// Gasket diameters beyond the face, the lap or the bolt circle: "Go 14.750 in. above Fod 14.500 in.".
+std::vector<std::string> reaches_beyond(const FlangeInput& flange, const Face& face,
+                                        const UnitSystem& units) {
     std::vector<std::string> beyond;
     const auto compare = [&](Limit gasket, const char* word, Limit limit) {
         beyond.push_back(diameter(gasket.name, gasket.diameter, units) + ' ' + word + ' ' +
                          diameter(limit.name, limit.diameter, units));
     };
-    const Limit Go{"Go", face->Go}, Gi{"Gi", face->Gi};
-    if (face->Go > face->Fod) compare(Go, "above", {"Fod", face->Fod});
-    if (flange.type() == TARVANE_LAP_JOINT && face->Go > given(flange, TARVANE_LjOD))
+    const Limit Go{"Go", face.Go}, Gi{"Gi", face.Gi};
+    if (face.Go > face.Fod) compare(Go, "above", {"Fod", face.Fod});
+    if (flange.type() == TARVANE_LAP_JOINT && face.Go > given(flange, TARVANE_LjOD))
         compare(Go, "above", {"LjOD", given(flange, TARVANE_LjOD)});
-    if (face->C > 0.0f && face->Go > face->C + BEYOND_BOLTS) compare(Go, "above", {"C", face->C});
-    if (face->Gi < face->Fid) compare(Gi, "below", {"Fid", face->Fid});
-    if (beyond.empty()) return;
-    verdict.say(Status::fine, "note: the gasket reaches beyond its face or the bolt circle (" +
-                                  joined(beyond) + "); the contact width taken is " +
-                                  (ring_joint ? "w, " + shown(given(flange, TARVANE_w),
-                                                              Quantity::thickness, units)
-                                              : contact_text(contact, units)));
+    if (face.C > 0.0f && face.Go > face.C + BEYOND_BOLTS) compare(Go, "above", {"C", face.C});
+    if (face.Gi < face.Fid) compare(Gi, "below", {"Fid", face.Fid});
+    return beyond;
+}
+
+// The engine calculates without a contact width, and with a gasket that its face does not carry as a whole.
+void check_gasket(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units,
+                  Checks& checks) {
+    check_partition(flange, units, checks);
+    const std::optional<Face> face = face_of(flange, outcome);
+    if (!face) {
+        if (!outcome.refused()) check_taken_width(flange, outcome.found.N, units, checks);
+        return;
+    }
+    const Contact contact = contact_of(flange, *face);
+    const bool ring_joint = static_cast<int>(given(flange, TARVANE_SKETCH)) == TARVANE_SKETCH_6;
+    std::string lacking;
+    if (!ring_joint && !(contact.width > 0.0f))
+        lacking = contact_text(contact, units);
+    else if (counts(flange, TARVANE_m, TARVANE_y))
+        lacking = missing_width(flange, units);
+    const bool bears = lacking.empty();
+    checks.push_back(Check::found(field("gasket_width"), bears,
+                                  bears ? "" : "the gasket has no contact width: " + lacking));
+    if (!bears) return;
+
+    const std::vector<std::string> beyond = reaches_beyond(flange, *face, units);
+    std::string note;
+    if (!beyond.empty()) {
+        note = "note: the gasket reaches beyond its face or the bolt circle (" + joined(beyond) +
+               "); the contact width taken is " +
+               (ring_joint ? "w, " + shown(given(flange, TARVANE_w), Quantity::thickness, units)
+                           : contact_text(contact, units));
+    }
+    checks.push_back(Check::found(field("gasket_place"), beyond.empty(), std::move(note)));
 }
 
 // ---- standard flange -------------------------------------------------------------------------------
-
-namespace {
 
 // External loads as pressure (NC-3658.1, VIII-2 4.1.11): what the engine added, or, where it has them as
 // loads or not at all, the same by its own formula.
@@ -226,24 +358,91 @@ float added_pressure(const FlangeInput& flange, const FlangeOutcome& outcome) {
            16.0f * std::fabs(M) * 12.0f / (PI * G * G * G);
 }
 
-} // namespace
-
+// Of a standard flange the engine makes no stress calculation: the pressure rating decides.
 void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units,
-                  Verdict& verdict) {
+                  Checks& checks) {
+    const CheckField& row = field("rating");
     const float rating = flange.setting(Setting::rating);
     if (!(rating > 0.0f)) {
-        if (flange.whole_setting(Setting::standard_flange) == 0) return;
-        verdict.say(Status::fails,
-                    "the check against the pressure rating was not made: give rating, "
-                    "the rated pressure of the standard flange at the design "
-                    "temperature");
+        checks.push_back(flange.whole_setting(Setting::standard_flange) == 0
+                             ? Check::not_asked(row, "rating is not given")
+                             : Check::not_made(row, "the check against the pressure rating was not "
+                                                    "made: give rating, the rated pressure of the "
+                                                    "standard flange at the design temperature"));
         return;
     }
     const float equivalent = std::fabs(given(flange, TARVANE_P)) + added_pressure(flange, outcome);
-    if (equivalent <= rating) return;
-    verdict.say(Status::fails,
-                "the equivalent pressure " + shown(equivalent, Quantity::pressure, units) +
-                    " is above the rating " + shown(rating, Quantity::pressure, units));
+    Check check = Check::compared(row, equivalent, rating);
+    if (check.falls_short()) {
+        check.because("the equivalent pressure " + shown(equivalent, Quantity::pressure, units) +
+                      " is above the rating " + shown(rating, Quantity::pressure, units));
+    }
+    checks.push_back(std::move(check));
+}
+
+// ---- what the verdict does not judge -----------------------------------------------------------------
+
+void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
+    // A limit of 0.0 is none: the thread series doesn't have it.
+    const auto row = [&](const CheckField& described, float demand, float limit) {
+        if (!is_none(demand) && !is_none(limit) && limit > 0.0001f)
+            checks.push_back(Check::compared(described, demand, limit));
+    };
+    row(field("bolt_spacing_min"), found.bolt_spacing, found.bolt_spacing_min);
+    row(field("bolt_spacing_max"), found.bolt_spacing, found.bolt_spacing_max);
+    row(field("radial_distance"), found.radial, found.radial_min);
+    row(field("edge_distance"), found.edge, found.edge_min);
+    row(field("gasket_width_min"), found.N, found.N_min);
+    row(field("full_face_thickness"), found.t_used, found.t_min);
+    row(field("hub_cylinder"), found.hub_mawp, given(flange, TARVANE_P));
+    row(field("attached_shell"), found.shell_mawp,
+        flange.setting(Setting::design_pressure_operating));
+
+    const CheckField& treatment = field("heat_treatment");
+    if (flange.whole_setting(Setting::p_number) == 0)
+        checks.push_back(Check::not_asked(treatment, "p_number is not given"));
+    else if (outcome.pwht_required == 1)
+        checks.push_back(Check::not_made(treatment, "heat treatment is required; whether it is "
+                                                    "done is not known"));
+    else if (outcome.pwht_required == 0)
+        checks.push_back(Check::found(treatment, true));
+}
+
+} // namespace
+
+Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
+                     const UnitSystem& units) {
+    Checks checks;
+    if (outcome.stopped) {
+        std::string reason = stop_reason(outcome);
+        if (outcome.fatal_code == 25)
+            reason += ": the outside diameter is not above the corroded inside diameter";
+        checks.push_back(Check::not_made(field("calculation"), std::move(reason)));
+        return checks;
+    }
+    if (outcome.refused()) {
+        checks.push_back(Check::not_made(
+            field("calculation"), "the input check found fatal errors, no calculation was made"));
+        check_gasket(flange, outcome, units, checks);
+        return checks;
+    }
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
+    check_stresses(found, units, checks);
+    check_bolt_area(found, units, checks);
+    check_pressure(outcome, given(flange, TARVANE_P), units, checks);
+    check_thickness(flange, outcome, units, checks);
+    check_rigidity(found, flange.analysis(), checks);
+    check_modulus(flange, found, units, checks);
+    check_bolt_circle(flange, units, checks);
+    check_gasket(flange, outcome, units, checks);
+    check_rating(flange, outcome, units, checks);
+    check_deflection(found, units, checks);
+    if (found.openings != 0)
+        check_openings(faults_of(found), &field("opening_d1"), field("openings"), units, checks);
+    check_bolt_size(flange, units, checks);
+    advise(flange, outcome, checks);
+    return checks;
 }
 
 } // namespace tarvane::vessel

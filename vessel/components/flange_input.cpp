@@ -2,11 +2,13 @@
 
 #include "catalogue/bolt_sizes.h"
 #include "catalogue/standard_flanges.h"
+#include "components/flange_checks.h"
 #include "components/flange_results.h"
 #include "components/flange_session.h"
 #include "components/material_keys.h"
 #include "components/request.h"
 #include "document/results.h"
+#include "fields/flange_checks.h"
 #include "values/text.h"
 
 namespace tarvane::vessel {
@@ -24,6 +26,8 @@ const ElementKind FLANGE_KIND{
             return std::unique_ptr<Element>(std::move(flange));
         },
     .tables = flange_tables,
+    .results = flange_result_fields(),
+    .checks = FLANGE_CHECKS,
 };
 
 // ---- reading ---------------------------------------------------------------------------------------
@@ -202,6 +206,8 @@ void FlangeInput::take_material(Reading& reading) {
         record[34] = static_cast<float>(material->modulus);
     if (!reading.given("chart")) write_slot(slot::chart, 15, material->chart);
     if (!reading.given("chart_yield")) put_setting(Setting::chart_yield, material->yield);
+    if (!reading.given("material_reference"))
+        put_setting(Setting::material_reference, static_cast<float>(material->reference));
     if (!reading.given("p_number"))
         put_setting(Setting::p_number, static_cast<float>(p_number_of(*material)));
 }
@@ -357,18 +363,26 @@ std::unique_ptr<Outcome> FlangeInput::calculate(const Request& file) const {
     return std::make_unique<FlangeOutcome>(run_flange(*this, file));
 }
 
-Verdict FlangeInput::judge(const Outcome& outcome, const UnitSystem& units) const {
+std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
+    return flange_results(found_of(*this, static_cast<const FlangeOutcome&>(outcome)));
+}
+
+Checks FlangeInput::checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const FlangeOutcome&>(outcome);
-    Verdict verdict = judge_flange(*this, own, units);
+    Checks checks = flange_checks(*this, own, units);
     // A thickness that was found can be above the size that the stresses hold up to.
     const float most = sized_material ? sized_material->size_to : 0.0f;
-    if (most > 0.0f && own.t_req > most) {
-        verdict.say(Status::fails, "the stresses of " + sized_material->name + ", reference " +
-                                       std::to_string(sized_material->reference) + ", hold up to " +
-                                       shown(most, Quantity::thickness, units) + ", not for the " +
-                                       shown(own.t_req, Quantity::thickness, units) + " found");
+    if (most > 0.0f && own.t_req > 0.0f && !own.stopped && !own.refused()) {
+        Check check = Check::compared(field_of(FLANGE_CHECKS, "material_size"), own.t_req, most);
+        if (check.falls_short()) {
+            check.because("the stresses of " + sized_material->name + ", reference " +
+                          std::to_string(sized_material->reference) + ", hold up to " +
+                          shown(most, Quantity::thickness, units) + ", not for the " +
+                          shown(own.t_req, Quantity::thickness, units) + " found");
+        }
+        checks.push_back(std::move(check));
     }
-    return verdict;
+    return checks;
 }
 
 std::vector<const FlangeInput*> flanges_of(const Request& file) {

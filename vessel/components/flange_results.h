@@ -1,28 +1,18 @@
-// Verdict on a flange, and the tables of the flanges that close the output.
+// Results of a flange, and the tables of the flanges that close the output.
 #pragma once
 
 #include "components/flange_session.h"
+#include "fields/flange_results.h"
 
 #include <span>
 #include <string>
-#include <vector>
 
 namespace tarvane::vessel {
 
-Verdict judge_flange(const FlangeInput& flange, const FlangeOutcome& outcome,
-                     const UnitSystem& units);
+FlangeFound found_of(const FlangeInput& flange, const FlangeOutcome& outcome);
 
-struct FlangeResult {
-    const FlangeInput* flange;
-    const FlangeOutcome* outcome;
-};
-
-// Results side by side in the units of the file, UTF-8; "none" where there is none.
-std::string results_table(const std::vector<FlangeResult>& results, const UnitSystem& units);
-// The geometry that was selected, of the flanges of kind design; empty when there are none.
-std::string design_table(const std::vector<FlangeResult>& results, const UnitSystem& units);
-
-// Both tables.
+// Results side by side in the units of the file, UTF-8; "none" where there is none. Behind them the geometry
+// that was selected, of the flanges of kind design.
 std::string flange_tables(std::span<const Calculated> elements, const UnitSystem& units);
 
 } // namespace tarvane::vessel

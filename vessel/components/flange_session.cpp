@@ -71,6 +71,20 @@ void fill_tables(const FlangeInput& flange, int number) {
     SET_MATERIAL_ITEM(&bolt_materials, &at, bolts.data(), static_cast<std::int32_t>(bolts.size()));
 }
 
+// What UCS-56 asks for a material whose P-number is known.
+int heat_treatment(const FlangeInput& flange, float thickness) {
+    const std::string material = flange.text.substr(slot::flange_material, 15);
+    const bool named = material.find_first_not_of(' ') != std::string::npos;
+    if (!named || flange.whole_setting(Setting::p_number) == 0 || thickness == TARVANE_NO_VALUE)
+        return -1;
+    const std::int32_t reference = flange.whole_setting(Setting::material_reference),
+                       code = flange.code();
+    std::int32_t required = -1, p_number_one = 0, group = 0;
+    PWHT_NEEDED(material.data(), static_cast<std::int32_t>(material.size()), &reference, &code,
+                &OFF, &thickness, &required, &p_number_one, &OFF, &group);
+    return required;
+}
+
 } // namespace
 
 void set_up_flange(const FlangeInput& flange, const Request& file) {
@@ -111,6 +125,7 @@ FlangeOutcome run_flange(const FlangeInput& flange, const Request& file) {
     const bool external = flange.record[TARVANE_P] < 0.0f;
     call_flange(flange, file, external ? 2 : 1, outcome);
     outcome.report = report.switch_off_and_read();
+    outcome.pwht_required = heat_treatment(flange, outcome.found.pwht_thickness);
     return outcome;
 }
 

@@ -18,7 +18,9 @@ struct FlangeOutcome final : Outcome {
     float mawp = 0.0f;
     float t_req = 0.0f;
     TARVANE_FLANGE_RESULTS found{};
+    int pwht_required = -1; // heat treatment: 1, 0; -1 nobody knows
 
+    bool refused() const override { return found.status == TARVANE_REFUSED; }
     float result(int element) const { return record[static_cast<std::size_t>(element)]; }
 };
 

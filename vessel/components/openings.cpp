@@ -49,4 +49,21 @@ std::vector<std::string> opening_faults(const OpeningFaults& faults, const UnitS
     return lines;
 }
 
+void check_openings(const OpeningFaults& faults, const CheckField* rules, const CheckField& sound,
+                    const UnitSystem& units, Checks& checks) {
+    if (faults.rules.empty()) checks.push_back(Check::found(sound, true));
+    for (std::size_t i = 0; i < faults.rules.size(); ++i) {
+        const CheckField& rule = rules[faults.rules[i] - TARVANE_OPENING_D1_LARGE];
+        Check check = Check::compared(rule, faults.found[i], faults.limits[i]).marked(true);
+        if (check.falls_short()) {
+            const Words words = words_of(faults.rules[i]);
+            check.because(std::string(words.what) + ", " +
+                          shown(faults.found[i], Quantity::diameter, units) + ", " +
+                          std::string(words.relation) + ", " +
+                          shown(faults.limits[i], Quantity::diameter, units));
+        }
+        checks.push_back(std::move(check));
+    }
+}
+
 } // namespace tarvane::vessel

@@ -1,7 +1,8 @@
-// The openings of a flat head or cover that break a rule of UG-39, in words.
+// The openings of a flat head or cover by UG-39, as checks.
 #pragma once
 
 #include "catalogue/units.h"
+#include "components/check.h"
 
 #include <cstdint>
 #include <span>
@@ -23,6 +24,11 @@ OpeningFaults faults_of(const Results& results) {
             {results.opening_found, count},
             {results.opening_limit, count}};
 }
+
+// A row for each rule that is broken, by the fields from `rules` on, in the order of TARVANE_OPENING_D1_LARGE
+// and its companions; one of `sound` without any.
+void check_openings(const OpeningFaults& faults, const CheckField* rules, const CheckField& sound,
+                    const UnitSystem& units, Checks& checks);
 
 // One line each.
 std::vector<std::string> opening_faults(const OpeningFaults& faults, const UnitSystem& units);

@@ -86,4 +86,26 @@ std::string text_table(std::string_view title, std::span<const std::string> head
     return out;
 }
 
+std::string result_table(std::string_view title, std::span<const ResultColumn> columns,
+                         const UnitSystem& units) {
+    constexpr std::size_t SYMBOL = 38;
+    if (columns.empty()) return "";
+    std::vector<std::string> headings;
+    headings.reserve(columns.size());
+    for (const ResultColumn& column : columns)
+        headings.push_back(column.heading);
+    std::vector<TextRow> rows;
+    for (std::size_t i = 0; i < columns[0].results.size(); ++i) {
+        const ResultField& field = *columns[0].results[i].field;
+        if (field.table != title) continue;
+        TextRow row{std::string(field.label), to_utf8(units.label(field.quantity)), {}};
+        if (!field.symbol.empty())
+            row.label = padded(field.label, SYMBOL) + std::string(field.symbol);
+        for (const ResultColumn& column : columns)
+            row.values.push_back(value_text(column.results[i].value, field.quantity, units));
+        rows.push_back(std::move(row));
+    }
+    return text_table(title, headings, rows);
+}
+
 } // namespace tarvane::vessel

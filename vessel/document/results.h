@@ -2,6 +2,7 @@
 #pragma once
 
 #include "catalogue/units.h"
+#include "fields/results.h"
 #include "values/text.h"
 
 #include <functional>
@@ -39,6 +40,16 @@ std::string text_table(std::string_view title, std::span<const std::string> head
 
 // The value of a row as the table shows it; "none" without one.
 std::string value_text(std::optional<float> value, Quantity quantity, const UnitSystem& units);
+
+// The results of one element, all of them in the order of its kind's table.
+struct ResultColumn {
+    std::string heading; // UTF-8
+    std::vector<Result> results;
+};
+
+// Those that the table of this title lists; empty without columns.
+std::string result_table(std::string_view title, std::span<const ResultColumn> columns,
+                         const UnitSystem& units);
 
 // A row of a table over results of one kind: nothing where an element has no such result.
 template <class Result>

@@ -2,9 +2,15 @@
 // The result of a request, the closing tables, the schema and `tarvane keys` share them.
 #pragma once
 
-#include "catalogue/units.h"
+#include "fields/keys.h"
 
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <span>
 #include <string_view>
+#include <vector>
 
 namespace tarvane::vessel {
 
@@ -12,18 +18,90 @@ struct ResultField {
     std::string_view name;   // "mawp", unique among the results of the kind
     std::string_view symbol; // of the report; may be empty
     Quantity quantity;
-    std::string_view label; // "Maximum allowable working pressure": a row of the closing table
-    std::string_view meaning = {}; // what the label leaves open
-    bool listed = true;            // in the closing table
+    std::string_view label;               // "Maximum allowable working pressure"
+    std::string_view table = {};          // title of the closing table that lists it; none: empty
+    std::string_view meaning = {};        // what the label leaves open
+    std::span<const Choice> choices = {}; // what the numbers of a choice stand for
+};
+
+// A result, in the engine's units; nothing, and why, where there is none.
+struct Result {
+    const ResultField* field;
+    std::optional<float> value;
+    std::string_view why = {};
+};
+
+// What a row of a kind's table finds: a value or why there is none. What isn't finite is no value.
+struct Got {
+    std::optional<float> value;
+    std::string_view why = {};
+
+    Got(float number) {
+        if (std::isfinite(number))
+            value = number;
+        else
+            why = "not a finite number";
+    }
+    static Got none(std::string_view why) {
+        Got got(0.0f);
+        got.value.reset();
+        got.why = why;
+        return got;
+    }
+};
+
+// A row of the table of results of a kind, with the way from what was found to its value.
+template <class Found>
+struct ResultRow {
+    ResultField field;
+    Got (*value)(const Found& found);
+};
+
+template <class Found, std::size_t COUNT>
+constexpr std::array<ResultField, COUNT> fields_of(const ResultRow<Found> (&rows)[COUNT]) {
+    std::array<ResultField, COUNT> fields{};
+    for (std::size_t i = 0; i < COUNT; ++i)
+        fields[i] = rows[i].field;
+    return fields;
+}
+
+// One a row; `fields` are those of the rows.
+template <class Found, std::size_t COUNT>
+std::vector<Result> results_of(const ResultRow<Found> (&rows)[COUNT],
+                               const std::array<ResultField, COUNT>& fields, const Found& found) {
+    std::vector<Result> results;
+    results.reserve(COUNT);
+    for (std::size_t i = 0; i < COUNT; ++i) {
+        const Got got = rows[i].value(found);
+        results.push_back({&fields[i], got.value, got.why});
+    }
+    return results;
+}
+
+// What it means for the component that a check fails or could not be made.
+enum class Force {
+    decides, // it can't pass
+    warns,   // it passes, with a line that says so
+    advises  // it passes: the row shows it, nothing more
 };
 
 struct CheckField {
-    std::string_view id;         // "bolt_area", unique among the checks of the kind
-    std::string_view paragraph;  // of the code: "2-5", "UG-27 (c)(1)"
-    std::string_view label;      // "bolt area": what is compared
-    Quantity quantity;           // of demand and limit
-    bool at_least = false;       // the demand must not be below the limit; else not above it
+    std::string_view id;        // "bolt_area", unique among the checks of the kind
+    std::string_view paragraph; // of the code: "2-5", "UG-27 (c)(1)"; "TEMA" where no code asks
+    std::string_view label;     // "bolt area": what is compared
+    Quantity quantity;          // of demand and limit
+    bool at_least = false;      // the demand must not be below the limit; else not above it
+    Force force = Force::decides;
     std::string_view asked = {}; // the condition under which the code asks; empty: always
+    bool waivable = false;       // by the user
 };
+
+// The field of an id, looked up when the program is compiled: an id that isn't there does not compile.
+template <std::size_t COUNT>
+consteval const CheckField& field_of(const CheckField (&fields)[COUNT], std::string_view id) {
+    for (const CheckField& field : fields)
+        if (field.id == id) return field;
+    throw "no such check";
+}
 
 } // namespace tarvane::vessel
