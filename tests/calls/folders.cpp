@@ -14,16 +14,17 @@ namespace {
 
 constexpr int DAMAGED = 4;
 
+void write(const fs::path& file, const std::string& content) {
+    std::ofstream(file, std::ios::binary) << content;
+}
+
+} // namespace
+
 std::string content_of(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-void write(const fs::path& file, const std::string& content) {
-    std::ofstream(file, std::ios::binary) << content;
-}
-
-// One damage after the other.
 std::string damaged(Chance& chance, std::string content) {
     static constexpr std::string_view NUMBERS[] = {
         "nan",         "1e39", "-1e39", "0", "-1",    "99999999999", "1e-44", "inf",
@@ -72,8 +73,6 @@ std::string damaged(Chance& chance, std::string content) {
     }
     return content;
 }
-
-} // namespace
 
 Folders::Folders(const fs::path& data, const fs::path& scratch)
     : root(fs::absolute(scratch)), real(root / "real"), work(root / "work") {

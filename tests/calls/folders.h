@@ -4,8 +4,13 @@
 #include "chance.h"
 
 #include <filesystem>
+#include <string>
 
 namespace calls {
+
+// The content of a data file with one to four damages.
+std::string damaged(Chance& chance, std::string content);
+std::string content_of(const std::filesystem::path& file);
 
 class Folders {
   public:
@@ -16,6 +21,8 @@ class Folders {
     void damage(Chance chance) const;
     // An empty working folder, for a process to enter.
     void empty_working_folder() const;
+    // The folder of the data files as they are.
+    const std::filesystem::path& data_folder() const { return real; }
     // Nothing but the working folder was written to.
     bool untouched() const;
 

@@ -4,6 +4,7 @@
 //   input_fuzz DATA_FOLDER FOLDER_OF_EXAMPLES [FILES [SEED]]
 #include "catalogue/data_folder.h"
 #include "input/input_file.h"
+#include "input_text.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,7 +12,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,107 +20,9 @@ namespace {
 
 using namespace tarvane::app;
 using namespace tarvane::vessel;
+using namespace fuzz;
 
 constexpr std::chrono::seconds LONGEST_RUN{20};
-
-// What turns one thing of a file into another.
-const std::string PIECES[] = {"[",
-                              "]",
-                              "[[",
-                              "]]",
-                              "{",
-                              "}",
-                              "#",
-                              "%",
-                              "=",
-                              ".",
-                              ",",
-                              "\"",
-                              "'",
-                              "'''",
-                              "\"\"\"",
-                              "\\",
-                              "\n",
-                              "\r",
-                              "\t",
-                              "\xCF\xBF",
-                              "\xEF\xBB\xBF",
-                              "\xFF",
-                              "\x1b",
-                              "\x7f",
-                              "\xC2\x85",
-                              "0x",
-                              "1e9",
-                              "1e999",
-                              "-",
-                              "+",
-                              "_",
-                              "inf",
-                              "nan",
-                              "true",
-                              "1979-05-27T07:32:00Z",
-                              "07:32:00.5",
-                              "99999999999999999999",
-                              "\\u0000",
-                              "\\U0010FFFF",
-                              "\\ud800",
-                              "[#",
-                              "[%",
-                              "a = \xCF\xBF"
-                              "100",
-                              "[a.",
-                              "{a.",
-                              "units.",
-                              "standard.",
-                              std::string(1, '\0'),
-                              std::string(300, '['),
-                              std::string(300, 'k'),
-                              "\xE2\x80\xA8"};
-
-class Damage {
-  public:
-    explicit Damage(unsigned seed) : random(seed) {}
-
-    std::string of(std::string text, const std::string& other) {
-        for (std::size_t changes = 1 + below(6); changes > 0; --changes)
-            change(text, other);
-        return text;
-    }
-
-    std::size_t below(std::size_t count) { return random() % count; }
-
-  private:
-    std::mt19937 random;
-
-    void change(std::string& text, const std::string& other) {
-        const std::size_t at = below(text.size() + 1);
-        const std::size_t some = below(below(40) + 1);
-        switch (below(7)) {
-        case 0:
-            text.insert(at, PIECES[below(std::size(PIECES))]);
-            return;
-        case 1:
-            text.replace(at, std::min(some, text.size() - at), PIECES[below(std::size(PIECES))]);
-            return;
-        case 2:
-            text.erase(at, some);
-            return;
-        case 3:
-            if (at < text.size()) text[at] = static_cast<char>(random());
-            return;
-        case 4:
-            if (at < text.size()) text[at] = static_cast<char>(text[at] ^ (1 << below(8)));
-            return;
-        case 5: {
-            const std::size_t from = below(other.size());
-            text.insert(at, other.substr(from, some));
-            return;
-        }
-        default:
-            text.resize(at);
-        }
-    }
-};
 
 std::vector<std::string> examples(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
@@ -135,13 +37,6 @@ std::vector<std::string> examples(const std::filesystem::path& folder) {
         texts.push_back(bytes.str());
     }
     return texts;
-}
-
-bool is_fit_for_a_terminal(const std::string& lines) {
-    return std::none_of(lines.begin(), lines.end(), [](char c) {
-        const auto code = static_cast<unsigned char>(c);
-        return (code < 0x20 && c != '\n') || code == 0x7F;
-    });
 }
 
 } // namespace
@@ -162,13 +57,10 @@ int main(int argc, char** argv) {
         std::ofstream("input_fuzz.last.toml", std::ios::binary)
             << text; // for a fault that ends the run
         const ReadResult result = read_input(text);
-        const std::string lines = fault_report("f", result.faults);
         read += result.faults.empty();
-        const bool assertion = lines.find("cannot be read as TOML") != std::string::npos;
-        const bool sound = result.faults.empty() != result.request.elements.empty();
-        if (!sound || assertion || !is_fit_for_a_terminal(lines)) {
+        if (!is_sound(result)) {
             std::printf("file %zu of seed %u, in input_fuzz.last.toml:\n%s", files + 1, seed,
-                        lines.c_str());
+                        fault_report("f", result.faults).c_str());
             return 1;
         }
     }

@@ -2,6 +2,7 @@
 // drawn from the seed, the name of the routine and the number of the sequence.
 #pragma once
 
+#include "host.h"
 #include "routines.h"
 #include "state.h"
 
@@ -42,13 +43,7 @@ class Sequence final : calls::Witness {
     void run(int shown = -1, std::FILE* out = nullptr);
 
   private:
-    void start();
-    void report();
-    void clear_lines();
-    void folders();
-    void host_blocks();
     void call(std::size_t routine);
-    void prepare_flange();
     void given(const calls::Call& call) override;
     void returned(const calls::Call& call, std::uint32_t result) override;
 
@@ -57,9 +52,9 @@ class Sequence final : calls::Witness {
     State& state;
     Progress& progress;
     calls::Chance chance;
+    calls::Host host;
     calls::Manner manner;
     calls::Noise noise = calls::Noise::none;
-    std::int32_t old_division_2 = 0;
     std::FILE* out = nullptr; // for the call that is shown
     bool writing = false;
 };

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -87,14 +88,14 @@ struct Rows {
 
 Fault check_rows(const Lines& lines, const Rows& rows, const std::string& wanted) {
     bool section = false;
-    double before = -INFINITY;
+    double before = -std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view line = lines[i];
         if (holds(line, "[END]")) return section ? Fault() : "damaged: it has no sections";
         if (line.empty() || holds(line, ";")) continue;
         if (line.front() == '[') {
             section = true;
-            before = -INFINITY;
+            before = -std::numeric_limits<double>::infinity();
             continue;
         }
         const Numbers numbers = numbers_of(line);
