@@ -26,14 +26,22 @@ using List = std::vector<Value>;
 class Table {
   public:
     struct Entry;
+    using Iterator = std::vector<Entry>::const_iterator;
+
+    Table();
+    Table(const Table& other);
+    Table(Table&& other) noexcept;
+    Table& operator=(const Table& other);
+    Table& operator=(Table&& other) noexcept;
+    ~Table();
 
     const Entry* entry(std::string_view key) const; // none: a null pointer
     const Value* find(std::string_view key) const;  // the same
     Value& put(std::string key, Value value, Position at = {});
-    bool empty() const { return entries.empty(); }
-    std::size_t size() const { return entries.size(); }
-    auto begin() const { return entries.begin(); }
-    auto end() const { return entries.end(); }
+    bool empty() const;
+    std::size_t size() const;
+    Iterator begin() const;
+    Iterator end() const;
 
   private:
     std::vector<Entry> entries;
@@ -82,5 +90,17 @@ struct Table::Entry {
     Value value;
     Position at; // of the key
 };
+
+// What uses the entries waits until they are complete.
+inline Table::Table() = default;
+inline Table::Table(const Table& other) = default;
+inline Table::Table(Table&& other) noexcept = default;
+inline Table& Table::operator=(const Table& other) = default;
+inline Table& Table::operator=(Table&& other) noexcept = default;
+inline Table::~Table() = default;
+inline bool Table::empty() const { return entries.empty(); }
+inline std::size_t Table::size() const { return entries.size(); }
+inline Table::Iterator Table::begin() const { return entries.begin(); }
+inline Table::Iterator Table::end() const { return entries.end(); }
 
 } // namespace tarvane::vessel
