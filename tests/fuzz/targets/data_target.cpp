@@ -52,24 +52,30 @@ void show_charts(std::ostream& out) {
 }
 
 void list_flanges(std::ostream& out) {
-    for (const char* const size : {"", "12", "DN 50"})
-        for (const char* const name : {"", "150", "600", "PN16"}) {
-            app::FlangesOptions options;
-            options.name = name;
-            options.size = size;
-            options.slip_on = options.name == "600";
-            app::list_flanges(options, out, out);
-        }
+    constexpr struct {
+        const char *name, *size;
+        bool slip_on;
+    } ASKED[] = {{"", "", false}, {"600", "12", true}, {"PN16", "DN 50", false}};
+    for (const auto& [name, size, slip_on] : ASKED) {
+        app::FlangesOptions options;
+        options.name = name;
+        options.size = size;
+        options.slip_on = slip_on;
+        app::list_flanges(options, out, out);
+    }
 }
 
 void list_materials(std::ostream& out) {
-    for (const char* const name : {"", "SA-516 70", "SA-182 F304", "SA-193 B7"})
-        for (const bool metric : {false, true}) {
-            app::MaterialsOptions options;
-            options.name = name;
-            options.selection.metric = metric;
-            app::list_materials(options, out, out);
-        }
+    constexpr struct {
+        const char* name;
+        bool metric;
+    } ASKED[] = {{"", false}, {"SA-516 70", true}, {"SA-193 B7", false}};
+    for (const auto& [name, metric] : ASKED) {
+        app::MaterialsOptions options;
+        options.name = name;
+        options.selection.metric = metric;
+        app::list_materials(options, out, out);
+    }
 }
 
 void read_moduli(std::ostream&) { vessel::modulus_tables(); }
