@@ -97,15 +97,20 @@ constexpr ENTRY ENTRIES[] = {
 };
 static_assert(std::size(ENTRIES) == MATERIAL_CLASSES);
 
+bool names_set = false;
+
 } // namespace
 
 void SET_MATERIAL_CLASS_NAMES() {
+    names_set = true;
     MATERIAL_CLASS* row = MATERIAL_CLASS_NAMES;
     for (const ENTRY& entry : ENTRIES)
         *row++ = {entry.name, entry.number};
 }
 
 void RESET_MATERIAL_CLASS_NAMES() {
+    if (!names_set) return;
+    names_set = false;
     for (MATERIAL_CLASS& row : MATERIAL_CLASS_NAMES)
         row = {};
 }

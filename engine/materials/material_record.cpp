@@ -1,5 +1,6 @@
 #include "materials/material_record.h"
 
+#include "frame/files/kept_files.h"
 #include "frame/switches.h"
 #include "materials/record_file.h"
 #include "report/channel.h"
@@ -88,6 +89,61 @@ void unpack(const char* bytes, MATERIAL_RECORD& record) {
     if (G_MATL_METRIC == 1) convert_metric(record);
 }
 
+// ---- lookups that are kept -----------------------------------------------------------------------------
+
+// What a lookup found in its file, for as long as a look shows the file unchanged.
+struct KEPT_LOOKUP {
+    KEPT_FILE file;
+    Text<16> key;
+    Int reference = 0;
+    bool found = false;
+    char bytes[RECORD_BYTES] = {}; // as in the file
+};
+constexpr Int KEPT_LOOKUPS = 4; // of one flange: its bolts, and its element in the vessel
+KEPT_LOOKUP kept_lookups[KEPT_LOOKUPS];
+Int oldest_lookup = 0;
+
+void forget_lookups() {
+    for (KEPT_LOOKUP& kept : kept_lookups)
+        kept = {};
+    oldest_lookup = 0;
+}
+
+// The lookup in the file as it is now.
+void look_up(std::string_view file, KEPT_LOOKUP& lookup) {
+    if (file.empty()) return;
+    Text<256> path = file;
+    Int path_len = 0, unit = 0;
+    FILE_IDENTITY identity;
+    RESOLVE_DATA_FILE(path, path_len, identity);
+    GETNEXTUNIT(unit);
+    for (const KEPT_LOOKUP& kept : kept_lookups) {
+        if (kept.reference != lookup.reference || !(kept.key == lookup.key.view())) continue;
+        if (unit > LAST_UNIT || !kept.file.is(path.columns(1, path_len), identity)) continue;
+        lookup = kept;
+        return;
+    }
+    bool walked = false;
+    walk_records<RECORD_BYTES>(
+        file,
+        [&](const char* bytes) {
+            Int number;
+            take(bytes, 32, number);
+            if (number != lookup.reference) return false;
+            if (!(name_key({bytes + 16, 16}) == lookup.key.view())) return false;
+            std::memcpy(lookup.bytes, bytes, RECORD_BYTES);
+            lookup.found = true;
+            return true;
+        },
+        [&](Int open_unit, std::string_view at) {
+            walked = true;
+            if (!lookup.file.keep(open_unit, at, identity)) return;
+            kept_lookups[oldest_lookup] = lookup;
+            oldest_lookup = (oldest_lookup + 1) % KEPT_LOOKUPS;
+        });
+    if (!walked) forget_lookups();
+}
+
 Int present_code(Int code) { return G_FORCE_DIV1 == 1 ? ASME_VIII_1 : code; }
 
 } // namespace
@@ -115,20 +171,15 @@ void CLEAR_MATERIAL(MATERIAL_RECORD& record) { record = MATERIAL_RECORD{}; }
 void READ_MATERIAL(Int code, std::string_view name, Int reference, Int& status,
                    MATERIAL_RECORD& record) {
     status = 1;
-    const Text<16> key = name_key(name);
-    if (key.blank()) return;
-    const bool found =
-        walk_records<RECORD_BYTES>(material_file(present_code(code)), [&](const char* bytes) {
-            Int number;
-            take(bytes, 32, number);
-            if (number != reference || !(name_key({bytes + 16, 16}) == key.view())) return false;
-            unpack(bytes, record);
-            return true;
-        });
-    if (found)
-        status = 0;
-    else
+    KEPT_LOOKUP lookup{.file = {}, .key = name_key(name), .reference = reference};
+    if (lookup.key.blank()) return;
+    look_up(material_file(present_code(code)), lookup);
+    if (!lookup.found) {
         CLEAR_MATERIAL(record);
+        return;
+    }
+    unpack(lookup.bytes, record);
+    status = 0;
 }
 
 void MATERIAL_COUNT(Int code, Int& count) {

@@ -31,11 +31,12 @@ inline std::int64_t told_records(const char* first_record) {
 }
 
 // Whole records from the file, as many as are there.
-inline Int read_records(Int handle, char* into, Int count, Int bytes) {
+inline Int read_records(Int handle, char* into, Int count, Int bytes, bool& broken) {
     Int filled = 0;
     const Int wanted = count * bytes;
     while (filled < wanted) {
         const Int got = read_bytes(handle, into + filled, wanted - filled);
+        if (got < 0) broken = true;
         if (got <= 0) break;
         filled += got;
     }
@@ -43,9 +44,10 @@ inline Int read_records(Int handle, char* into, Int count, Int bytes) {
 }
 
 // Offers the records of a file to `wanted`, which gets the bytes of each and answers whether it is
-// the one. False when it took none, and without a file. The file may end before its counts do.
-template <Int BYTES, typename Wanted>
-bool walk_records(std::string_view file, Wanted wanted) {
+// the one. False when it took none, and without a file. The file may end before its counts do. When
+// the walk is over without an error, `done` gets the unit, which is still open, and the path.
+template <Int BYTES, typename Wanted, typename Done>
+bool walk_records(std::string_view file, Wanted wanted, Done done) {
     if (file.empty()) return false;
     Text<256> path = file;
     Int path_len = 0, unit = 0;
@@ -55,17 +57,24 @@ bool walk_records(std::string_view file, Wanted wanted) {
 
     const Int handle = unit_handle(unit);
     char block[BLOCK_RECORDS * BYTES];
-    std::int64_t left = read_records(handle, block, 1, BYTES) == 1 ? told_records(block) : 0;
-    bool found = false;
+    bool found = false, broken = false;
+    std::int64_t left =
+        read_records(handle, block, 1, BYTES, broken) == 1 ? told_records(block) : 0;
     while (!found && left > 0) {
         const Int size = static_cast<Int>(left < BLOCK_RECORDS ? left : BLOCK_RECORDS);
-        const Int got = read_records(handle, block, size, BYTES);
+        const Int got = read_records(handle, block, size, BYTES, broken);
         for (Int i = 0; i < got && !found; ++i)
             found = wanted(block + i * BYTES);
         left = got < size ? 0 : left - got;
     }
+    if (!broken) done(unit, path.columns(1, path_len));
     close_unit(unit);
     return found;
+}
+
+template <Int BYTES, typename Wanted>
+bool walk_records(std::string_view file, Wanted wanted) {
+    return walk_records<BYTES>(file, wanted, [](Int, std::string_view) {});
 }
 
 // A material name as the files are searched for it: the first 16 characters, normalized, upper case.

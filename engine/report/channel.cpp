@@ -62,8 +62,12 @@ bool marks_sum_to_zero() {
 
 void put_marks(char* columns) {
     for (const Int mark : {marks.m1, marks.m2, marks.m3, marks.m4, marks.m5, marks.m6}) {
-        const NumberText number = whole_number(mark, 2);
-        std::memcpy(columns, number.chars, 2);
+        if (mark >= 0 && mark <= 9) {
+            columns[0] = ' ';
+            columns[1] = static_cast<char>('0' + mark);
+        } else {
+            std::memcpy(columns, whole_number(mark, 2).chars, 2);
+        }
         columns += 2;
     }
 }

@@ -281,14 +281,17 @@ class Links {
 
 // The lookups find no file any more.
 void find_nothing(const Links& links) {
-    fs::remove(links.folder / "ElastAlp07.txt");
-    fs::remove(links.folder / "BOLTDATA.TXT");
+    for (const char* const name : {"ElastAlp07.txt", "BOLTDATA.TXT", "MATFILE1.BIN"})
+        fs::remove(links.folder / name);
     const float warm = 250.0f, dia = 0.875f;
-    const int32_t reference = 1, asme = 1, series = 1;
-    float row[9];
+    const int32_t reference = 1, asme = 1, series = 1, inch = 0;
+    float row[9], limits[2];
     int32_t found = 0;
     ENGINE(ASMEMOD)(&warm, &reference, &asme);
     ENGINE(GETBOLTDATA)(&dia, &series, row, &found);
+    ENGINE(CHECK_BOLT_MATL_VS_DIAMETER)
+    ("SA-193 B7", 9, &reference, &limits[0], &limits[1], &found, &dia, &inch, &asme, &inch, &inch,
+     &inch);
 }
 
 std::size_t differences(const Storage& storage, const std::vector<char>& at_load) {
