@@ -382,6 +382,11 @@ void patterned_openings(Values& v) {
     v.set("Cout", static_cast<double>(call.Cout));
 }
 
+// Of the hub that the case was last asked about.
+HUB_SOLUTION hub_solution;
+void hub_coefficients(Values&) { HUB_COEFFICIENTS(FLANGE, hub_solution); }
+void figure_factors(Values&) { FIGURE_FACTORS(FLANGE, hub_solution); }
+
 void rigidity_index(Values& v) {
     RIGIDITY_CALL call{FLANGE.Mop, FLANGE.Matm, FLANGE.V, FLANGE.lambda,
                        FLANGE.ho,  FLANGE.K,    FLANGE.t, FLANGE.CF};
@@ -447,8 +452,8 @@ const Routine ROUTINES[] = {
     STAGE(MOMENT_ARMS_FULL_FACE),
     STAGE(FLANGE_MOMENTS),
     STAGE(FLANGE_HUB_RATIOS),
-    STAGE(HUB_COEFFICIENTS),
-    STAGE(FIGURE_FACTORS),
+    {"HUB_COEFFICIENTS", {}, hub_coefficients},
+    {"FIGURE_FACTORS", {}, figure_factors},
     STAGE(TABLE_4164_FACTORS),
     STAGE(FLANGE_FACTORS),
     STAGE(REVERSE_FLANGE_FACTORS),

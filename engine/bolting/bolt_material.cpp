@@ -18,7 +18,7 @@ void CHECK_BOLT_MATL_VS_DIAMETER(std::string_view name, Int reference, Real& min
                                  Int& ok, Real dia, Int printFlag, Int code, Int metric,
                                  Int forceDiv1, Int d2Class) {
     minDia = maxDia = -1.0f;
-    if (code >= PD_5500) return;
+    if (from_pd_5500(code)) return;
     store_selector(metric, G_MATL_METRIC);
     store_selector(forceDiv1, G_FORCE_DIV1);
     store_selector(d2Class, G_D2_CLASS);

@@ -226,8 +226,8 @@ void BOLT_SPACING(BOLT_SPACING_CALL& call) {
     call.Rmin = bolt.Rmin;
 
     const bool correction = call.noCorrection == 0;
-    const bool asme = call.code < PD_5500;
-    const bool tema_form = asme && CODE_A98_ADDENDA == 1 && correction;
+    const bool asme = up_to_asme_viii(call.code);
+    const bool tema_form = asme && a98_addenda() && correction;
     Real cfDen = 0.0f;
     call.CF = BOLT_CORRECTION_FACTOR(tema_form ? 3 : call.code, call.C, call.n, call.a, call.t,
                                      call.ct, call.m, call.Deltab, cfDen);

@@ -16,7 +16,7 @@ namespace {
 bool USE_CHARTS(Real Fy) {
     if (Fy <= 0.001f) return true; // the stresses are measured by the yield
     if (GLOBALS_mp_G_NUSE_CASE2286 == 1) return false;
-    return moduleCode == ASME_VIII_1 || G_NUSE_OLD_DIV_2 != 0;
+    return moduleCode == ASME_VIII_1 || !present_division_2();
 }
 
 // Chart and curve of this element. Without a chart file the curve of the last call stands.
@@ -247,7 +247,7 @@ void SHLEXT(SHLEXT_CALL& s) {
     s.FailCA = NO_VALUE;
     s.Fha = 0.0f;
     PREPARE_CHART(s);
-    if (moduleCode > ASME_VIII_2) return;
+    if (from_pd_5500(moduleCode)) return;
     if (s.Temp > EXTERNAL.curve.t_used) temperature_warning();
 
     const WALL w = MEASURE_WALL(s);

@@ -33,7 +33,7 @@ Real ATTACHED_SHELL_THICKNESS(Int code, Real P, Real D, Real ca, Real ce, Real S
         return P * R / (S * E - 0.6f * P) + ce + ca;
     }
     case ASME_VIII_2:
-        if (G_NUSE_OLD_DIV_2 == 1) {
+        if (older_division_2()) {
             mawpOut = S * tc / (R + 0.5f * tc);
             return P * R / (S - 0.5f * P) + ca + ce;
         }

@@ -236,7 +236,7 @@ void seating_bolt_load(FLANGE_STATE& s) {
 
 // Required bolt area Am, 2-5(d); the bolts of 4.16.6 carry the external loads too.
 void required_bolt_area(FLANGE_STATE& s) {
-    if (s.code == ASME_VIII_2 && G_NUSE_OLD_DIV_2 == 0)
+    if (s.code == ASME_VIII_2 && present_division_2())
         s.Am1 = (s.Wm1 + max(s.Faxial, 0.0f) + 4.0f * s.Mbend * 12.0f / s.G) / s.Sb;
     else
         s.Am1 = s.Wm1 / s.Sb;

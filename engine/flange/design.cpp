@@ -109,7 +109,7 @@ struct SPACING {
     bool exceeded;
 };
 SPACING spacing_at(const FLANGE_STATE& s, Real t) {
-    const Int form = s.asme() && CODE_A98_ADDENDA == 1 ? PD_5500 : s.code;
+    const Int form = s.asme() && a98_addenda() ? PD_5500 : s.code;
     Real Deltab = 0.0f, cfDen = 0.0f;
     const Real CF =
         BOLT_CORRECTION_FACTOR(form, s.C, s.nBolts, s.aNominal, t, s.ct, s.m, Deltab, cfDen);

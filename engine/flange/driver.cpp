@@ -4,6 +4,7 @@
 
 #include "flange/driver_loops.h"
 #include "flange/driver_report.h"
+#include "flange/geometry.h"
 #include "flange/hub.h"
 #include "flange/input_report.h"
 #include "flange/kernel.h"
@@ -29,10 +30,10 @@ void entry(DRIVER_STATE& d) {
     DECIMAL_COMMA = (*args.decimalComma & 1) != 0;
     OPEN_LINE_STORE();
     s.code = *args.code;
-    G_CURRENT_DIV_2 = s.code == ASME_VIII_2 && G_NUSE_OLD_DIV_2 == 0;
+    G_CURRENT_DIV_2 = s.code == ASME_VIII_2 && present_division_2();
     s.MAWPopFixed = s.MAWPseatFixed = -1.0f;
     d.setupNoCorrection = setup_truncated(43);
-    d.rigidityDiv2 = moduleCode == ASME_VIII_2 && G_NUSE_OLD_DIV_2 == 0;
+    d.rigidityDiv2 = moduleCode == ASME_VIII_2 && present_division_2();
 
     d.element1 = d.record.whole(1);
     d.ciGiven = d.record(9);
@@ -182,7 +183,7 @@ bool new_and_cold_pass(DRIVER_STATE& d) {
     if (!RUN_KERNEL(d)) return false;
     *d.args->tReqNewCold = FOUND.t_req_new_cold = s.tOut;
     if (s.type == BLIND && s.standardFlange == 0) {
-        if (s.fullFace && s.code >= PD_5500)
+        if (s.fullFace && from_pd_5500(s.code))
             give_new_and_cold(d, s.MAWPseat);
         else
             NEW_AND_COLD_ITERATION(d);
@@ -285,6 +286,7 @@ bool external_pressure(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     if (*d.args->writeCase == 2) IWRTFL = 1;
     FLANGE_INPUT_REPORT(s);
+    SETTLE_ALLOWANCES(s);
     if (!RUN_KERNEL(d)) return false;
     KEEP_FINAL_PASS(s);
     *d.args->mawp = s.MAWPop;
@@ -358,6 +360,7 @@ void REREAD(DRIVER_STATE& d) {
 void REREAD_WITH_INPUT_REPORT(DRIVER_STATE& d) {
     READ_FLANGE_RECORD(*d.s, d.record, d.args->text, TEXT_SLOT);
     FLANGE_INPUT_REPORT(*d.s);
+    SETTLE_ALLOWANCES(*d.s);
     REWRITE_LOOSE_REVERSE(*d.s);
 }
 
@@ -390,7 +393,6 @@ void RESET_FLANGE() {
     FAILURE_ROWS = 0;
     UG39_VIOLATION = false;
     RESET_RESULTS();
-    RESET_SHAPE_FACTORS();
     RESET_DRIVER_REPORT();
 }
 

@@ -57,7 +57,8 @@ struct DRIVER_STATE {
 
 // READ_FLANGE_RECORD and the rewrite of a loose reverse flange.
 void REREAD(DRIVER_STATE& d);
-// The same with FLANGE_INPUT_REPORT between the two, so that the report shows the record's own type.
+// The same with FLANGE_INPUT_REPORT and SETTLE_ALLOWANCES between the two, so that the report shows the
+// record's own type.
 void REREAD_WITH_INPUT_REPORT(DRIVER_STATE& d);
 // A kernel run; false after a fatal stop that came back.
 bool RUN_KERNEL(DRIVER_STATE& d);

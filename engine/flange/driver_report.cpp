@@ -27,7 +27,7 @@ void area_line(std::string_view before, std::string_view behind, Real area) {
 // ---- rigidity --------------------------------------------------------------------------------------
 
 void rigidity_moduli(FLANGE_STATE& s) {
-    if (moduleCode < PD_5500) {
+    if (up_to_asme_viii(moduleCode)) {
         SET_CHART(s.chartName.columns(1, 12));
         s.Ecold = ASMEMOD(AMBIENT, s.materialClass, moduleCode) * 1000000.0f;
         s.Ehot = ASMEMOD(s.Tdesign, s.materialClass, moduleCode) * 1000000.0f;
@@ -40,9 +40,8 @@ void rigidity_moduli(FLANGE_STATE& s) {
 
 Real rigidity_correction(const DRIVER_STATE& d, Real t) {
     const FLANGE_STATE& s = *d.s;
-    const bool asme = moduleCode == ASME_VIII_1 || moduleCode == ASME_VIII_2;
-    if (asme && d.setupNoCorrection == 1) return 1.0f;
-    const Int form = CODE_A98_ADDENDA == 1 && d.setupNoCorrection == 0 ? PD_5500 : moduleCode;
+    if (asme_viii(moduleCode) && d.setupNoCorrection == 1) return 1.0f;
+    const Int form = a98_addenda() && d.setupNoCorrection == 0 ? PD_5500 : moduleCode;
     Real Deltab, cfDen;
     return BOLT_CORRECTION_FACTOR(form, s.C, s.nBolts, s.aNominal, t, s.ct, s.m, Deltab, cfDen);
 }
@@ -100,7 +99,7 @@ void rigidity_step(DRIVER_STATE& d) {
 // the same tables.
 void rigidity_values(const DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
-    if (!rigidity_asked(d) || (moduleCode < PD_5500) != s.asme()) return;
+    if (!rigidity_asked(d) || up_to_asme_viii(moduleCode) != s.asme()) return;
     const Real kept[] = {s.J[0], s.J[1]};
     RIGIDITY_CALL required = at_required_thickness(d), given = at_given_thickness(d);
     RIGIDITY_INDEX(s, required, RIGIDITY_SILENT);
@@ -162,7 +161,7 @@ bool governing_thickness(const DRIVER_STATE& d, Real& thickness, bool& noCylinde
 // What the hook hands on; false when it ends without.
 bool toughness_values(const DRIVER_STATE& d, Real& thickness, bool& noCylinder) {
     const FLANGE_STATE& s = *d.s;
-    if (s.code > ASME_VIII_2 || !(s.P > 0.0f) || !(d.mapAmbient > 0.0f) || s.standardFlange != 0)
+    if (from_pd_5500(s.code) || !(s.P > 0.0f) || !(d.mapAmbient > 0.0f) || s.standardFlange != 0)
         return false;
     if (!governing_thickness(d, thickness, noCylinder)) return false;
     FOUND.pwht_thickness = thickness;
@@ -273,7 +272,7 @@ void RIGIDITY_AND_SHELL_VALUES(const DRIVER_STATE& d) {
 }
 
 void MISSING_CYLINDER_LINES(const DRIVER_STATE& d) {
-    if (!d.noCylinder || moduleCode >= PD_5500) return;
+    if (!d.noCylinder || from_pd_5500(moduleCode)) return;
     TEXT_LINE("Could not determine the MDMT for this flange, because an");
     TEXT_LINE("adjoining cylinder was not attached. The MDMT calculation");
     TEXT_LINE("depends on the attached cylinder, please add one.");

@@ -106,7 +106,7 @@ void write_message(Int number, Int code, const Text<120>& line) {
                   WARNING_STYLE);
         return;
     }
-    if ((number == HUB_TAPER || number == HUB_LENGTH) && code <= ASME_VIII_2) {
+    if ((number == HUB_TAPER || number == HUB_LENGTH) && up_to_asme_viii(code)) {
         TEXT_LINE(line.view(), NOTE_STYLE);
         TEXT_LINE("This warning should not be considered for Standard Flanges as permitted by ");
         TEXT_LINE(code == ASME_VIII_1 ? "ASME VIII-1 in Table U-3 or for non-Code vessels."

@@ -196,7 +196,7 @@ void MIN_GASKET_WIDTH(const FLANGE_STATE& s) {
     minimum_width_line(s, Nmin);
 
     const Real recommended = MIN_GASKET_WIDTH_TABLE(s.B);
-    if (recommended > 0.001f && s.code < PD_5500) {
+    if (recommended > 0.001f && up_to_asme_viii(s.code)) {
         TEXT_LINE("Note: Recommended Min. Width for Sheet and Composite Gaskets per table 2-4 :");
         minimum_width_line(s, recommended);
     }

@@ -32,13 +32,18 @@ void hub_dimensions(const FLANGE_STATE& s) {
 
 } // namespace
 
+void SETTLE_ALLOWANCES(FLANGE_STATE& s) {
+    s.ct = thickness_allowance(s);
+    if (s.type >= LOOSE_SLIP_ON && s.type <= LAP_JOINT) s.ci = 0.0f;
+    if (s.type == LAP_JOINT) s.ct = 0.0f;
+}
+
 void CORRODED_DIMENSIONS(const FLANGE_STATE& s) {
     if (s.type == BLIND) {
         BLANK_LINE();
         return;
     }
-    const bool corrodes = s.useCorrosion(1) == 'y' || s.useCorrosion(1) == 'Y';
-    if (s.ct > 0.0f && corrodes)
+    if (s.ct > 0.0f && s.thicknessCorrodes())
         dimension_line("Corroded Flange Thickness, tc = ", "T-ci", s.t - s.ct, Kind::thickness);
 
     const bool ring = s.type >= LOOSE_SLIP_ON && s.type <= LAP_JOINT;

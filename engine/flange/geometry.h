@@ -5,6 +5,11 @@
 
 namespace tarvane {
 
+// What the allowances take of the flange's thickness.
+inline Real thickness_allowance(const FLANGE_STATE& s) {
+    return s.thicknessCorrodes() ? s.ci + 2.0f * s.ce : 0.0f;
+}
+
 // Corroded bore, B + 2 ci.
 inline Real corroded_bore(const FLANGE_STATE& s) { return s.B + 2.0f * s.ci; }
 
@@ -24,6 +29,10 @@ inline Real reverse_shell_diameter(const FLANGE_STATE& s) {
     if (s.go > s.ci) return s.A - 2.0f * s.ce - 2.0f * s.go + 2.0f * s.ci;
     return s.A - 2.0f * s.ce;
 }
+
+// ct anew from the allowances of the record. Loose flanges and lap joints are analysed without the hub
+// side's allowance: types 4 to 6 lose ci, and type 6 loses ct.
+void SETTLE_ALLOWANCES(FLANGE_STATE& s);
 
 // The block of corroded dimensions; it has no results.
 void CORRODED_DIMENSIONS(const FLANGE_STATE& s);

@@ -14,9 +14,8 @@ namespace {
 void edition_line(Int code) {
     switch (code) {
     case ASME_VIII_1:
-        TEXT_LINE(CODE_A98_ADDENDA == 1
-                      ? "ASME Code, Section VIII Division 1, 1998, Code A-98 Addenda"
-                      : "ASME Code, Section VIII Division 1, 2017");
+        TEXT_LINE(a98_addenda() ? "ASME Code, Section VIII Division 1, 1998, Code A-98 Addenda"
+                                : "ASME Code, Section VIII Division 1, 2017");
         break;
     case ASME_VIII_2:
         TEXT_LINE(NEW_DIV_2_RULES ? "ASME Code, Section VIII Division 2, 2017"

@@ -11,14 +11,6 @@ namespace tarvane {
 
 namespace {
 
-// Kept between HUB_COEFFICIENTS and FIGURE_FACTORS; C[1] to C[37] and E[1] to E[6] as numbered.
-struct HUB_SOLUTION {
-    Real Ah = 0.0f, Ch = 0.0f;
-    Real C[38] = {};
-    Real E[7] = {};
-};
-HUB_SOLUTION HUB_KEPT;
-
 Real fourth_root(Real x) { return std::sqrt(std::sqrt(x)); }
 
 // Names of the three factors and the blanks that follow them.
@@ -41,9 +33,7 @@ void factor_line(std::string_view name, Int blanks, Real value) {
 
 } // namespace
 
-void RESET_SHAPE_FACTORS() { HUB_KEPT = HUB_SOLUTION{}; }
-
-void HUB_COEFFICIENTS(FLANGE_STATE& s) {
+void HUB_COEFFICIENTS(FLANGE_STATE& s, HUB_SOLUTION& hub) {
     if (s.hRatio < 0.015f) s.hRatio = 0.015f;
     if (s.gRatio < 1.0f) s.gRatio = 1.0f;
 
@@ -51,10 +41,10 @@ void HUB_COEFFICIENTS(FLANGE_STATE& s) {
     const Real Ch = 43.68f * fourth(s.hRatio);
     const Real Ah2 = square(Ah);
     const Real Ah3 = cube(Ah);
-    HUB_KEPT.Ah = Ah;
-    HUB_KEPT.Ch = Ch;
-    auto& C = HUB_KEPT.C;
-    auto& E = HUB_KEPT.E;
+    hub.Ah = Ah;
+    hub.Ch = Ch;
+    auto& C = hub.C;
+    auto& E = hub.E;
 
     C[1] = 0.33333334f + Ah / 12.0f;
     C[2] = 0.11904762f + 17.0f * Ah / 336.0f;
@@ -138,11 +128,11 @@ void HUB_COEFFICIENTS(FLANGE_STATE& s) {
            C[37] * (Ah / 120.0f + 0.016666668f + 1.0f / Ch);
 }
 
-void FIGURE_FACTORS(FLANGE_STATE& s) {
-    const Real Ah = HUB_KEPT.Ah;
-    const Real Ch = HUB_KEPT.Ch;
-    const auto& C = HUB_KEPT.C;
-    const auto& E = HUB_KEPT.E;
+void FIGURE_FACTORS(FLANGE_STATE& s, const HUB_SOLUTION& hub) {
+    const Real Ah = hub.Ah;
+    const Real Ch = hub.Ch;
+    const auto& C = hub.C;
+    const auto& E = hub.E;
 
     const Real g = 1.0f + Ah;
     const Real c = cube(g);

@@ -57,7 +57,7 @@ std::string_view yes_or_no(bool yes) { return yes ? "Yes" : "No"; }
 
 using STATE = FLANGE_STATE;
 
-bool use_corrosion(const STATE& s) { return s.useCorrosion(1) == 'Y' || s.useCorrosion(1) == 'y'; }
+bool use_corrosion(const STATE& s) { return s.thicknessCorrodes(); }
 bool channel_cover(const STATE& s) { return s.channelCover(1) == 'Y'; }
 
 bool always(const STATE&) { return true; }
@@ -70,7 +70,7 @@ bool hub_given(const STATE& s) { return s.h != 0.0f && not_design(s); }
 bool ring(const STATE& s) { return s.type == INTEGRAL_RING || s.type == LOOSE_RING; }
 bool lap_joint(const STATE& s) { return s.type == LAP_JOINT; }
 bool blind(const STATE& s) { return s.type == BLIND; }
-bool bolt_hole(const STATE& s) { return s.code > ASME_VIII_2 && not_design(s); }
+bool bolt_hole(const STATE& s) { return from_pd_5500(s.code) && not_design(s); }
 bool root_area(const STATE& s) { return s.series == SPECIAL_ROOT_AREA; }
 bool gasket_thickness(const STATE& s) { return s.tg != 0.0f; }
 bool nubbin(const STATE& s) { return s.w != 0.0f; }
@@ -288,7 +288,7 @@ void write_echo(const STATE& s) {
 
 // The warning of a bolt material outside its range of diameters is all that is wanted here.
 void check_bolt_material(const STATE& s) {
-    if (s.code > ASME_VIII_2 || s.series == SPECIAL_ROOT_AREA) return;
+    if (from_pd_5500(s.code) || s.series == SPECIAL_ROOT_AREA) return;
     Real minDia = 0.0f, maxDia = 0.0f;
     Int ok = 0;
     CHECK_BOLT_MATL_VS_DIAMETER(s.boltMaterial.view(), s.boltReference, minDia, maxDia, ok,
@@ -312,22 +312,17 @@ void write_class(const STATE& s) {
 }
 
 bool rigidity_turned_off(const STATE& s) {
-    return CODE_A98_ADDENDA == 0 && s.rigidity != 1 && s.code <= ASME_VIII_2 && s.type != BLIND &&
+    return !a98_addenda() && s.rigidity != 1 && up_to_asme_viii(s.code) && s.type != BLIND &&
            s.Go < s.C;
 }
 
 } // namespace
 
-void FLANGE_INPUT_REPORT(FLANGE_STATE& s) {
+void FLANGE_INPUT_REPORT(const FLANGE_STATE& s) {
     BLANK_LINE();
     write_echo(s);
     check_bolt_material(s);
     write_class(s);
-
-    // Loose flanges and lap joints are analysed without the hub side's allowance.
-    s.ct = use_corrosion(s) ? s.ci + 2.0f * s.ce : 0.0f;
-    if (s.type >= LOOSE_SLIP_ON && s.type <= LAP_JOINT) s.ci = 0.0f;
-    if (s.type == LAP_JOINT) s.ct = 0.0f;
 
     if (const FLANGE_NAME* entry = type_entry(s)) TEXT_LINE(entry->image);
 

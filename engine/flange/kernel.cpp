@@ -156,7 +156,7 @@ void equivalent_pressure(FLANGE_STATE& s) {
     s.Peq = s.P;
     s.Wext = 0.0f;
     if (s.external_loads()) {
-        if (s.code == ASME_VIII_2 && G_NUSE_OLD_DIV_2 != 1)
+        if (s.code == ASME_VIII_2 && !older_division_2())
             s.Wext = 4.0f * std::fabs(12.0f * s.Mbend) / s.G;
         else
             EQUIVALENT_PRESSURE(s.Faxial, s.Mbend, s.G, PI, s.P, s.Peq);
@@ -226,7 +226,7 @@ bool loads_and_arms(FLANGE_STATE& s, KERNEL_STATE& k) {
         partition_gasket(s);
         gasket(s);
         equivalent_pressure(s);
-        if (s.fullFace && s.code >= PD_5500) MOMENT_ARMS_FULL_FACE(s);
+        if (s.fullFace && from_pd_5500(s.code)) MOMENT_ARMS_FULL_FACE(s);
         BOLT_LOADS(s);
         NOTED.stage = AT_LOADS;
         const Next next = design_selection(s, k);
@@ -242,7 +242,7 @@ bool loads_and_arms(FLANGE_STATE& s, KERNEL_STATE& k) {
     }
     if (s.y > 0.001f && !s.fullFace) MIN_GASKET_WIDTH(s);
     FLANGE_DESIGN_BOLT_LOAD(s);
-    if (!(s.fullFace && s.code >= PD_5500)) MOMENT_ARMS(s);
+    if (!(s.fullFace && from_pd_5500(s.code))) MOMENT_ARMS(s);
     NOTED.stage = AT_ARMS;
     return true;
 }
@@ -261,11 +261,12 @@ bool shape_factors(FLANGE_STATE& s) {
     FLANGE_HUB_RATIOS(s);
     const bool hub = s.gRatio > 0.0f && s.type != LOOSE_RING;
     if (hub) {
-        HUB_COEFFICIENTS(s);
+        HUB_SOLUTION solution;
+        HUB_COEFFICIENTS(s, solution);
         if (NEW_DIV_2_RULES)
             TABLE_4164_FACTORS(s);
         else
-            FIGURE_FACTORS(s);
+            FIGURE_FACTORS(s, solution);
     } else {
         s.F = s.V = s.f = 0.0f;
     }

@@ -1,5 +1,6 @@
 #include "flange/record.h"
 
+#include "flange/geometry.h"
 #include "materials/modulus.h"
 #include "report/channel.h"
 
@@ -126,8 +127,7 @@ void derive(FLANGE_STATE& s) {
     if (!s.external_loads()) s.Faxial = s.Mbend = 0.0f;
     if (s.partitionGasket(1) != 'Y') s.tp = s.lp = s.mPart = s.yPart = 0.0f;
 
-    const bool corroded = s.useCorrosion(1) == 'Y' || s.useCorrosion(1) == 'y';
-    s.ct = corroded ? s.ci + 2.0f * s.ce : 0.0f;
+    s.ct = thickness_allowance(s);
 
     if (s.type != BLIND) {
         s.D1 = s.D2 = s.edge1 = s.edge2 = s.pitch = 0.0f;

@@ -78,7 +78,7 @@ void write_condition(const RIGIDITY_CALL& call, RigidityForm form, Real goc, con
                     4);
     }
     Style mark = PLAIN;
-    if (c.J > 1.0001f) mark = CODE_A98_ADDENDA == 1 ? NOTE_STYLE : ERROR_STYLE;
+    if (c.J > 1.0001f) mark = a98_addenda() ? NOTE_STYLE : ERROR_STYLE;
     VALUE_LINE_IN(c.J, 3, "(should be <= 1)", {}, mark);
     BLANK_LINE();
 }
@@ -100,7 +100,7 @@ RIGIDITY_CALL RIGIDITY_ARGUMENTS(const FLANGE_STATE& s, const RIGIDITY_FACTORS& 
 }
 
 void RIGIDITY_INDEX(FLANGE_STATE& s, RIGIDITY_CALL& call, Int rigidityPrint) {
-    const Real Bs = CODE_A98_ADDENDA == 1 ? 1.0f : call.CF;
+    const Real Bs = a98_addenda() ? 1.0f : call.CF;
     call.Jmax = 0.0f;
     const Real Mo = std::fabs(call.Mop) / Bs;
     const Real Ma = std::fabs(call.Matm) / Bs;

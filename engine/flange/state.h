@@ -184,11 +184,13 @@ struct FLANGE_STATE {
     bool stopped = false; // a fatal stop whose host service came back
 
     // Conditions that several stages ask for.
-    bool en_or_pd() const { return code == PD_5500 || code == EN_13445; }
-    bool asme() const { return code == ASME_VIII_1 || code == ASME_VIII_2; }
+    bool en_or_pd() const { return pd_or_en(code); }
+    bool asme() const { return asme_viii(code); }
     // Full face gasket of a reverse flange under PD 5500 and EN 13445: the balancing arm.
-    bool reverseFullFace() const { return code >= PD_5500 && type > BLIND && fullFace; }
+    bool reverseFullFace() const { return from_pd_5500(code) && type > BLIND && fullFace; }
     bool nonCircular() const { return type == BLIND && dS >= 0.001f && D > 0.001f; }
+    // The allowances count at the flange's thickness too.
+    bool thicknessCorrodes() const { return useCorrosion(1) == 'Y' || useCorrosion(1) == 'y'; }
     // External loads are in force: "Y" and 14 blanks.
     bool external_loads() const { return externalLoads == "Y"; }
     bool loose() const { return type >= LOOSE_SLIP_ON && type != REVERSE_WELD_NECK; }

@@ -20,10 +20,9 @@ bool blind(const STATE& s) { return s.type == BLIND; }
 // A flange whose face may end inside the bore's diameter: loose ring, lap joint.
 bool free_of_bore(const STATE& s) { return s.type == LOOSE_RING || s.type == LAP_JOINT; }
 bool mating_loads(const STATE& s) { return s.matingLoads(1) == 'Y'; }
-bool asme(const STATE& s) { return s.code <= ASME_VIII_2; }
 // The hub proportions are looked at under ASME, and not of a standard flange.
 bool hub_proportions_count(const STATE& s) {
-    return s.type == INTEGRAL_WELD_NECK && asme(s) && s.standardFlange == 0;
+    return s.type == INTEGRAL_WELD_NECK && up_to_asme_viii(s.code) && s.standardFlange == 0;
 }
 
 // Corroded contact diameters of the gasket.
@@ -147,7 +146,7 @@ constexpr INPUT_TEST TESTS[] = {
          },
          [](const STATE& s) { return as_thickness(least_hub_length(s)); }},
     {45, [](const STATE& s) {
-             return asme(s) && (s.type < LOOSE_SLIP_ON || s.type > BLIND) &&
+             return up_to_asme_viii(s.code) && (s.type < LOOSE_SLIP_ON || s.type > BLIND) &&
                     s.go > s.tShell + 0.00001f && s.tShell > 0.0001f;
          },
          none},

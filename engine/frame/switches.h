@@ -25,7 +25,17 @@ inline constexpr Int ASME_VIII_2 = 2;
 inline constexpr Int PD_5500 = 3;
 inline constexpr Int EN_13445 = 4;
 
+// Views of a design code. A host may pass any number: here one outside 1 to 4 is none of them,
+constexpr bool asme_viii(Int code) { return code == ASME_VIII_1 || code == ASME_VIII_2; }
+constexpr bool pd_or_en(Int code) { return code == PD_5500 || code == EN_13445; }
+// and here it goes with its neighbours.
+constexpr bool up_to_asme_viii(Int code) { return code <= ASME_VIII_2; }
+constexpr bool from_pd_5500(Int code) { return code >= PD_5500; }
+
 inline Int& G_NUSE_OLD_DIV_2 = GLOBALS_mp_G_NUSE_OLD_DIV_2;
+// Views of it. Another number than 0 and 1 is neither.
+inline bool older_division_2() { return G_NUSE_OLD_DIV_2 == 1; }
+inline bool present_division_2() { return G_NUSE_OLD_DIV_2 == 0; }
 
 extern Int G_USE_A5; // read by SHLINT
 extern Int G_USE_A6; // 1: the toughness routines may reduce the temperature, Fig. UCS-66.1
@@ -33,7 +43,7 @@ extern Int G_USE_A7; // not read
 
 extern Int moduleCode;          // design code that the modulus and rigidity steps read
 extern bool NEW_DIV_2_RULES;    // Division 2, 4.16 rules and labels
-extern Int CODE_A98_ADDENDA;    // 1: Division 1 under its 1998 edition, A-98 addenda
+extern Int CODE_A98_ADDENDA;    // 1: Division 1 under its 1998 edition, A-98 addenda; else 0
 extern Int G_FAILURE_CORROSION; // 1: run the failure corrosion loop
 extern Int G_PER_ELEMENT_RATIO; // 1: stress ratio of the attached shell counts too
 extern Int G_MATL_METRIC;       // material selectors: metric files,
@@ -54,6 +64,7 @@ struct TOUGHNESS_SWITCHES {
 };
 extern TOUGHNESS_SWITCHES G_TOUGHNESS;
 
+inline bool a98_addenda() { return CODE_A98_ADDENDA == 1; }
 inline bool ReductionsAllowed() { return G_USE_A6 == 1; }
 
 extern Text<8> CHART_NAME; // SET_CHART

@@ -217,7 +217,7 @@ void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, 
     for (Int column = 1; column <= min(name_len, 8); ++column)
         given(column) = name[column - 1];
 
-    if (setup_design_code() > ASME_VIII_2) {
+    if (from_pd_5500(setup_design_code())) {
         Real psi = 0.0f;
         MODULUS(CHART_CLASS(given.view()), psi, temperature);
         E = psi / 1.0E+6f;

@@ -381,7 +381,7 @@ void PROPERTY_WARNINGS(Int emod_status, Int coe_status) {
 }
 
 Real ASMEMOD(Real temperature, Int reference, Int code) {
-    if (code == PD_5500 || code == EN_13445) {
+    if (pd_or_en(code)) {
         Real psi = 0.0f;
         MODULUS(CHART_CLASS(CHART_NAME.view()), psi, temperature);
         MODULUS_CAME = psi > 0.0f ? OF_TABLE : NO_MODULUS;

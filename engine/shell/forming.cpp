@@ -94,7 +94,7 @@ void HEAD_SURFACE_AREA(HEAD_AREA_ARGUMENTS& h) {
 void FORMING_STRAIN(FORMING_ARGUMENTS& f) {
     f.Strain = 0.0f;
     f.Thinning = 0.0f;
-    if (f.Code >= PD_5500) return;
+    if (from_pd_5500(f.Code)) return;
     MATERIAL_RECORD material;
     Int status = 0;
     READ_MATERIAL(f.Code, f.Material, f.Reference, status, material);

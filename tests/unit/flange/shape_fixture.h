@@ -22,8 +22,6 @@ inline testing::AssertionResult close_to(const char* actual_text, const char*, c
 
 class ShapeTest : public stage_test::StageTest {
   protected:
-    ShapeTest() { RESET_SHAPE_FACTORS(); }
-
     static void open_report() {
         report_to_store();
         LINE_COUNT = 0;
@@ -75,10 +73,12 @@ inline FLANGE_STATE example_flange() {
     return s;
 }
 
-inline void through_figures(FLANGE_STATE& s) {
+inline HUB_SOLUTION through_figures(FLANGE_STATE& s) {
+    HUB_SOLUTION hub;
     FLANGE_HUB_RATIOS(s);
-    HUB_COEFFICIENTS(s);
-    FIGURE_FACTORS(s);
+    HUB_COEFFICIENTS(s, hub);
+    FIGURE_FACTORS(s, hub);
+    return hub;
 }
 
 } // namespace tarvane::shape_test
