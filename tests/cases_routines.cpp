@@ -3,6 +3,7 @@
 #include "catalogue/data_folder.h"
 #include "components/flange_results.h"
 #include "document/report_view.h"
+#include "input/input_file.h"
 #include "tarvane/tarvane.h"
 
 #include "bolting/bolt_spacing.h"
