@@ -94,6 +94,15 @@ TARVANE_VESSEL_API const char* tarvane_version(void);
 TARVANE_VESSEL_API const char* tarvane_last_error(const TARVANE_VESSEL* vessel);
 
 /*
+** tarvane_schema - the vocabulary for other programs.
+**   what  "input" or "result": JSON Schema, draft 2020-12, of a request or of a result, as editors take it. A request
+**         that it accepts can still have faults: what several keys have to do with one another is not in it.
+**         "keys": JSON, for each kind of component all that its tables say of keys, results and checks
+** Returns a text of the handle, or a null pointer with the reason in tarvane_last_error.
+*/
+TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char* what);
+
+/*
 ** tarvane_calculate - a request calculated.
 **   request  JSON: at most 64 levels deep, each key once in an object; the components by kind, "flange", "shell",
 **            "external", "mdmt", each a list of objects; what holds for all of them in "vessel" or at the head
@@ -117,7 +126,7 @@ TARVANE_VESSEL_API const char* tarvane_last_error(const TARVANE_VESSEL* vessel);
 **     why       of each result without a value, the reason
 **     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state
 **               and a reason in words
-**     messages  of the engine
+**     messages  of the engine; one or another belongs to the report and is not there without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks
 **     drawings  name and SVG

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <thread>
 
 namespace tarvane::vessel {
@@ -187,6 +188,41 @@ TEST(Calculate, DrawsTheChartOfWhatWentByOne) {
               std::string::npos);
     EXPECT_TRUE(at(answer.result, "shell[0].drawings").list()->empty());
     EXPECT_TRUE(at(handle.calculate(request).result, "external[0].drawings").null());
+}
+
+// ---- schema ------------------------------------------------------------------------------------------------
+
+TEST(Schema, TellsTheTablesOfEveryKind) {
+    const Handle handle;
+    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
+    ASSERT_EQ(at(keys, "kinds").list()->size(), 4u);
+    const Value kinds = at(keys, "kinds");
+    for (const Value& kind : *kinds.list()) {
+        for (const char* table : {"keys", "results", "checks"}) {
+            std::set<std::string> names;
+            const Value rows = at(kind, table);
+            for (const Value& row : *rows.list()) {
+                const std::string name =
+                    text_at(row, table == std::string_view("checks") ? "id" : "name");
+                EXPECT_TRUE(names.insert(name).second)
+                    << text_at(kind, "name") << ' ' << table << ' ' << name;
+            }
+        }
+    }
+    EXPECT_EQ(text_at(keys, "kinds[0].name"), "flange");
+    EXPECT_EQ(text_at(keys, "kinds[0].keys[0].name"), "description");
+}
+
+TEST(Schema, OfAnotherNameIsRefused) {
+    const Handle handle;
+    for (const char* what : {"", "Input", "keys ", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(tarvane_schema(handle.get(), what), nullptr);
+        EXPECT_EQ(text_at(parsed(tarvane_last_error(handle.get())), "[0].reason"),
+                  "\"input\", \"result\" or \"keys\" is expected");
+    }
+    EXPECT_EQ(tarvane_schema(nullptr, "keys"), nullptr);
+    EXPECT_NE(tarvane_schema(handle.get(), "input"), nullptr);
+    EXPECT_STREQ(tarvane_last_error(handle.get()), "[]");
 }
 
 // ---- faults ------------------------------------------------------------------------------------------------

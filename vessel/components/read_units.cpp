@@ -11,10 +11,6 @@ namespace tarvane::vessel {
 
 namespace {
 
-struct UnitName {
-    std::string_view name;
-    Quantity quantity;
-};
 constexpr UnitName UNIT_NAMES[] = {
     {"thickness", Quantity::thickness}, {"pressure", Quantity::pressure},
     {"diameter", Quantity::diameter},   {"stress", Quantity::stress},
@@ -99,6 +95,8 @@ void read_unit(std::string_view name, const Value& value, Quantity quantity, Uni
 }
 
 } // namespace
+
+std::span<const UnitName> unit_names() { return UNIT_NAMES; }
 
 UnitSystem read_units(const Value& value, FaultList& faults) {
     UnitSystem units = us_units();

@@ -2,6 +2,8 @@
 
 #include "catalogue/data_folder.h"
 
+#include "tarvane/tarvane.h"
+
 #include <filesystem>
 
 namespace tarvane::vessel {
@@ -16,6 +18,7 @@ std::mutex& the_engine() {
 } // namespace
 
 EngineTurn::EngineTurn(const std::string& data_folder) : lock(the_engine()) {
+    RESET_ENGINE(); // what others left would show where a request is read
     try {
         set_data_folder(data_folder);
     } catch (const std::runtime_error& problem) {

@@ -7,6 +7,7 @@
 #include "components/reader.h"
 #include "surface/engine_turn.h"
 #include "surface/result_json.h"
+#include "surface/schema.h"
 #include "values/json.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ using namespace tarvane::vessel;
 struct TARVANE_VESSEL {
     std::string data_folder;  // a whole path, whatever becomes of the working directory
     mutable std::mutex texts; // the following ones are changed and looked at by many threads
-    std::string result, error;
+    std::string result, schema, error;
     const char* last_error = "[]";
 };
 
@@ -152,6 +153,22 @@ Ended calculated(const TARVANE_VESSEL& vessel, const char* text, std::int32_t wa
     return end;
 }
 
+Ended described(const char* what, std::string& into) {
+    const std::string_view name = what != nullptr ? what : "";
+    if (name == "input")
+        into = input_schema();
+    else if (name == "result")
+        into = result_schema();
+    else if (name == "keys")
+        into = vocabulary();
+    else
+        return {TARVANE_FAULTY,
+                {{.message = R"("input", "result" or "keys" is expected)",
+                  .path = "what",
+                  .value = std::string(name)}}};
+    return {};
+}
+
 // Files of the folder that are missing, with NO_DATA; the engine is free.
 Ended look_into(const std::string& folder) {
     const EngineTurn turn(folder);
@@ -209,6 +226,15 @@ const char* tarvane_last_error(const TARVANE_VESSEL* vessel) {
     if (vessel == nullptr) return failed_open().last_error;
     const std::lock_guard<std::mutex> lock(vessel->texts);
     return vessel->last_error;
+}
+
+const char* tarvane_schema(TARVANE_VESSEL* vessel, const char* what) {
+    if (vessel == nullptr) return nullptr;
+    std::string text;
+    const std::int32_t status = call(*vessel, [&] { return described(what, text); });
+    const std::lock_guard<std::mutex> lock(vessel->texts);
+    vessel->schema = std::move(text);
+    return status == TARVANE_OK ? vessel->schema.c_str() : nullptr;
 }
 
 int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request, int32_t want,

@@ -1,0 +1,499 @@
+#include "surface/schema.h"
+
+#include "components/element.h"
+#include "components/read_units.h"
+#include "values/json.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <set>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr std::string_view DRAFT = "https://json-schema.org/draft/2020-12/schema";
+
+// A schema as a text, built of others.
+std::string object_of(std::initializer_list<std::pair<std::string_view, std::string>> members) {
+    JsonWriter json;
+    json.begin_object();
+    for (const auto& [name, member] : members)
+        json.key(name).raw(member);
+    json.end_object();
+    return json.take();
+}
+
+std::string text(std::string_view utf8) {
+    JsonWriter json;
+    json.text(utf8);
+    return json.take();
+}
+
+std::string list_of(const std::vector<std::string>& items) {
+    JsonWriter json;
+    json.begin_list();
+    for (const std::string& item : items)
+        json.raw(item);
+    json.end_list();
+    return json.take();
+}
+
+std::string texts(std::span<const std::string_view> words) {
+    std::vector<std::string> items;
+    for (const std::string_view word : words)
+        items.push_back(text(word));
+    return list_of(items);
+}
+
+std::string of_type(std::string_view type) { return object_of({{"type", text(type)}}); }
+std::string reference(std::string_view to) {
+    return object_of({{"$ref", text("#/$defs/" + std::string(to))}});
+}
+std::string list_schema(std::string item) {
+    return object_of({{"type", text("array")}, {"items", std::move(item)}});
+}
+std::string nullable(std::string_view type) {
+    const std::string_view types[] = {type, "null"};
+    return object_of({{"type", texts(types)}});
+}
+
+// ---- properties ----------------------------------------------------------------------------------------
+
+// Properties in their order; what one name may be in several places is any of it.
+class Properties {
+  public:
+    void put(std::string_view name, std::string schema) {
+        auto at = std::find_if(all.begin(), all.end(),
+                               [name](const auto& property) { return property.first == name; });
+        if (at == all.end()) at = all.insert(at, {std::string(name), {}});
+        if (std::find(at->second.begin(), at->second.end(), schema) == at->second.end())
+            at->second.push_back(std::move(schema));
+    }
+    void put_all(const Properties& other) {
+        for (const auto& [name, schemas] : other.all) {
+            for (const std::string& schema : schemas)
+                put(name, schema);
+        }
+    }
+    // The members of an object that has no others.
+    std::string object(std::span<const std::string_view> required = {}) const {
+        JsonWriter json;
+        json.begin_object().key("type").text("object").key("properties").begin_object();
+        for (const auto& [name, schemas] : all) {
+            json.key(name);
+            if (schemas.size() == 1)
+                json.raw(schemas.front());
+            else
+                json.begin_object().key("anyOf").raw(list_of(schemas)).end_object();
+        }
+        json.end_object();
+        if (!required.empty()) json.key("required").raw(texts(required));
+        json.key("additionalProperties").flag(false).end_object();
+        return json.take();
+    }
+
+  private:
+    std::vector<std::pair<std::string, std::vector<std::string>>> all;
+};
+
+// ---- requests ------------------------------------------------------------------------------------------
+
+// The first names of the numbers of a choice, then the others.
+std::vector<std::string> choice_values(const Key& key) {
+    std::vector<std::string> values;
+    std::set<int> numbers;
+    for (const Choice& choice : key.choices)
+        values.push_back(text(choice.name));
+    for (const Choice& choice : key.choices) {
+        if (numbers.insert(choice.number).second) values.push_back(std::to_string(choice.number));
+    }
+    return values;
+}
+
+std::string meaning_of(const Key& key) {
+    const UnitSystem us = us_units(), si = si_units();
+    const std::string unit = to_utf8(us.label(key.quantity)),
+                      other = to_utf8(si.label(key.quantity));
+    std::string words(key.meaning);
+    if (!unit.empty()) words += ", " + unit + (unit == other ? "" : " or " + other);
+    return words;
+}
+
+std::string key_schema(const Key& key) {
+    JsonWriter json;
+    json.begin_object().key("description").text(meaning_of(key));
+    switch (key.quantity) {
+    case Quantity::flag:
+        json.key("type").text("boolean");
+        break;
+    case Quantity::choice:
+        json.key("enum").raw(list_of(choice_values(key)));
+        break;
+    case Quantity::whole:
+        json.key("type").text("integer");
+        break;
+    case Quantity::text:
+        json.key("type").text("string").key("maxLength").whole(key.width);
+        break;
+    case Quantity::designation:
+        json.key("type").begin_list().text("string").text("number").end_list();
+        break;
+    default:
+        json.key("type").text("number");
+    }
+    json.end_object();
+    return json.take();
+}
+
+// All that a component of the kind may hold.
+Properties keys_of(const ElementKind& kind) {
+    const KeyTable& table = kind.keys;
+    Properties properties;
+    std::vector<std::pair<std::string, Properties>> inner; // tables within
+    const auto inner_of = [&inner](std::string_view name) -> Properties& {
+        for (auto& [known, members] : inner) {
+            if (known == name) return members;
+        }
+        return inner.emplace_back(std::string(name), Properties()).second;
+    };
+    for (const Key& key : table.keys) {
+        const std::size_t point = key.name.find('.');
+        if (point == std::string_view::npos)
+            properties.put(key.name, key_schema(key));
+        else
+            inner_of(key.name.substr(0, point)).put(key.name.substr(point + 1), key_schema(key));
+    }
+    for (const Alias& alias : table.aliases)
+        properties.put(alias.other, key_schema(*table.find(alias.ours)));
+    for (const InnerTable& own : table.tables) {
+        for (const std::string_view name : own.keys)
+            inner_of(own.name).put(name, key_schema(*table.find(name)));
+    }
+    for (const auto& [name, members] : inner)
+        properties.put(name, members.object());
+    return properties;
+}
+
+std::string units_schema() {
+    const auto factor = [](bool positive) {
+        return positive ? object_of({{"type", text("number")}, {"exclusiveMinimum", "0"}})
+                        : of_type("number");
+    };
+    const std::string_view systems[] = {"US", "SI"};
+    const std::string system = object_of({{"enum", texts(systems)}});
+    Properties units;
+    units.put("base", system);
+    for (const UnitName& unit : unit_names()) {
+        Properties members;
+        if (unit.quantity == Quantity::temperature) {
+            members.put("offset", factor(false));
+            members.put("scale", factor(true));
+        } else {
+            members.put("factor", factor(true));
+        }
+        members.put("label", of_type("string"));
+        units.put(unit.name, members.object());
+    }
+    return object_of({{"anyOf", list_of({system, units.object()})}});
+}
+
+} // namespace
+
+std::string input_schema() {
+    Properties head, common, definitions;
+    head.put("tarvane", object_of({{"const", "1"}, {"description", text("form of the request")}}));
+    head.put("units", units_schema());
+    for (const std::string_view flag : {"decimal_comma", "metric_constants"})
+        head.put(flag, of_type("boolean"));
+    JsonWriter definitions_json;
+    definitions_json.begin_object();
+    for (const ElementKind* kind : element_kinds()) {
+        const Properties keys = keys_of(*kind);
+        definitions_json.key(kind->table).raw(keys.object());
+        common.put_all(keys);
+        JsonWriter list;
+        list.begin_object().key("type").text("array").key("maxItems");
+        list.whole(static_cast<std::int64_t>(kind->most));
+        list.key("items").raw(reference(kind->table)).end_object();
+        head.put(kind->table, list.take());
+        if (kind->single) head.put(kind->table, reference(kind->table));
+    }
+    definitions_json.key("vessel").raw(common.object()).end_object();
+    head.put("vessel", reference("vessel"));
+    head.put_all(common);
+
+    JsonWriter json;
+    json.begin_object().key("$schema").text(DRAFT).key("title").text("Request of tarvane");
+    json.key("$defs").raw(definitions_json.str());
+    // The members of the head in the same object.
+    const std::string members = head.object();
+    json.raw(std::string_view(members).substr(1, members.size() - 2)).end_object();
+    return json.take();
+}
+
+// ---- results -------------------------------------------------------------------------------------------
+
+namespace {
+
+std::string inputs_schema(const ElementKind& kind) {
+    Properties input;
+    const std::string_view types[] = {"number", "string", "boolean", "null"};
+    input.put("value", object_of({{"type", texts(types)}}));
+    input.put("given", "true");
+    input.put("from", of_type("string"));
+    const std::string_view required[] = {"value", "from"};
+    const std::string schema = input.object(required);
+    Properties inputs;
+    for (const Key& key : kind.keys.keys)
+        inputs.put(key.name, schema);
+    return inputs.object();
+}
+
+std::string results_schema(const ElementKind& kind) {
+    Properties results;
+    std::vector<std::string_view> names;
+    for (const ResultField& field : kind.results) {
+        names.push_back(field.name);
+        const std::string_view types[] = {field.quantity == Quantity::flag ? "boolean" : "number",
+                                          "null"};
+        results.put(field.name,
+                    object_of({{"description", text(field.label)}, {"type", texts(types)}}));
+    }
+    return results.object(names);
+}
+
+std::string check_schema(const ElementKind& kind) {
+    Properties check;
+    std::vector<std::string_view> ids;
+    for (const CheckField& field : kind.checks)
+        ids.push_back(field.id);
+    check.put("id", ids.empty() ? "false" : object_of({{"enum", texts(ids)}}));
+    check.put("paragraph", of_type("string"));
+    const std::string_view operators[] = {"<=", ">="};
+    const std::string_view states[] = {"pass", "fail", "not asked", "not made", "waived"};
+    check.put("demand", nullable("number"));
+    check.put("operator", object_of({{"enum", texts(operators)}}));
+    check.put("limit", nullable("number"));
+    check.put("unit", of_type("string"));
+    check.put("ratio", nullable("number"));
+    check.put("state", object_of({{"enum", texts(states)}}));
+    check.put("reason", of_type("string"));
+    const std::string_view required[] = {"id", "paragraph", "state"};
+    return check.object(required);
+}
+
+std::string component_schema(const ElementKind& kind) {
+    Properties why, line, drawing, component;
+    for (const ResultField& field : kind.results)
+        why.put(field.name, of_type("string"));
+    line.put("text", of_type("string"));
+    line.put("marks", object_of({{"type", text("array")},
+                                 {"items", of_type("integer")},
+                                 {"minItems", "6"},
+                                 {"maxItems", "6"}}));
+    drawing.put("name", of_type("string"));
+    drawing.put("svg", of_type("string"));
+    component.put("description", of_type("string"));
+    component.put("verdict", reference("verdict"));
+    component.put("inputs", inputs_schema(kind));
+    component.put("results", results_schema(kind));
+    component.put("why", why.object());
+    component.put("checks", list_schema(check_schema(kind)));
+    for (const std::string_view words : {"messages", "notes"})
+        component.put(words, list_schema(of_type("string")));
+    const std::string_view line_members[] = {"text", "marks"}, drawing_members[] = {"name", "svg"};
+    component.put("report", list_schema(line.object(line_members)));
+    component.put("drawings", list_schema(drawing.object(drawing_members)));
+    const std::string_view required[] = {"description", "verdict", "inputs", "messages", "notes"};
+    return component.object(required);
+}
+
+} // namespace
+
+std::string result_schema() {
+    const std::string_view verdicts[] = {"pass", "fail", "not made"};
+    const std::string_view statuses[] = {"approximate", "published"};
+    Properties governing, item, file, result;
+    const std::string_view governing_members[] = {"component", "check"};
+    for (const std::string_view member : governing_members)
+        governing.put(member, of_type("string"));
+    item.put("item", of_type("string"));
+    item.put("status", object_of({{"enum", texts(statuses)}}));
+    const std::string_view item_members[] = {"item", "status"}, file_members[] = {"file", "used"};
+    file.put("file", of_type("string"));
+    file.put("used", list_schema(item.object(item_members)));
+
+    JsonWriter definitions;
+    definitions.begin_object();
+    definitions.key("verdict").raw(object_of({{"enum", texts(verdicts)}}));
+    result.put("tarvane", object_of({{"const", "1"}}));
+    result.put("program", of_type("string"));
+    result.put("units", of_type("string"));
+    result.put("verdict", reference("verdict"));
+    result.put("governing", of_type("null"));
+    result.put("governing", governing.object(governing_members));
+    result.put("data", list_schema(file.object(file_members)));
+    result.put("not_covered", list_schema(of_type("string")));
+    for (const ElementKind* kind : element_kinds()) {
+        definitions.key(kind->table).raw(component_schema(*kind));
+        result.put(kind->table, list_schema(reference(kind->table)));
+    }
+    definitions.end_object();
+    const std::string_view required[] = {"tarvane",   "program", "units",      "verdict",
+                                         "governing", "data",    "not_covered"};
+    JsonWriter json;
+    json.begin_object().key("$schema").text(DRAFT).key("title").text("Result of tarvane");
+    json.key("$defs").raw(definitions.str());
+    const std::string members = result.object(required);
+    json.raw(std::string_view(members).substr(1, members.size() - 2)).end_object();
+    return json.take();
+}
+
+// ---- the tables ----------------------------------------------------------------------------------------
+
+namespace {
+
+std::string_view quantity_name(Quantity quantity) {
+    switch (quantity) {
+    case Quantity::thickness:
+        return "thickness";
+    case Quantity::pressure:
+        return "pressure";
+    case Quantity::diameter:
+        return "diameter";
+    case Quantity::stress:
+        return "stress";
+    case Quantity::further:
+        return "further";
+    case Quantity::force:
+        return "force";
+    case Quantity::moment:
+        return "moment";
+    case Quantity::area:
+        return "area";
+    case Quantity::temperature:
+        return "temperature";
+    case Quantity::temperature_scale:
+        return "temperature difference";
+    case Quantity::weight:
+        return "weight";
+    case Quantity::density:
+        return "density";
+    case Quantity::number:
+        return "number";
+    case Quantity::whole:
+        return "whole number";
+    case Quantity::choice:
+        return "choice";
+    case Quantity::flag:
+        return "flag";
+    case Quantity::text:
+        return "text";
+    case Quantity::designation:
+        break;
+    }
+    return "designation";
+}
+
+class Vocabulary {
+  public:
+    std::string write() {
+        json.begin_object().key("tarvane").whole(1).key("kinds").begin_list();
+        for (const ElementKind* kind : element_kinds())
+            write_kind(*kind);
+        json.end_list().end_object();
+        return json.take();
+    }
+
+  private:
+    JsonWriter json;
+
+    void put(std::string_view name, std::string_view words) {
+        if (!words.empty()) json.key(name).text(words);
+    }
+    void write_quantity(Quantity quantity) {
+        put("quantity", quantity_name(quantity));
+        const std::string us = to_utf8(us_units().label(quantity));
+        if (us.empty()) return;
+        json.key("units").begin_object();
+        put("US", us);
+        put("SI", to_utf8(si_units().label(quantity)));
+        json.end_object();
+    }
+    void write_key(const Key& key) {
+        json.begin_object();
+        put("name", key.name);
+        write_quantity(key.quantity);
+        put("meaning", key.meaning);
+        if (!key.choices.empty()) {
+            json.key("choices").begin_list();
+            for (const Choice& choice : key.choices) {
+                json.begin_object().key("name").text(choice.name);
+                json.key("number").whole(choice.number).end_object();
+            }
+            json.end_list();
+        }
+        if (key.width > 0) json.key("width").whole(key.width);
+        // In the units of the engine, as the tables have it.
+        json.key("default").single(static_cast<float>(key.fallback));
+        put("group", key.group);
+        json.end_object();
+    }
+    void write_kind(const ElementKind& kind) {
+        json.begin_object();
+        put("name", kind.table);
+        put("plural", kind.plural);
+        json.key("most").whole(static_cast<std::int64_t>(kind.most));
+        json.key("keys").begin_list();
+        for (const Key& key : kind.keys.keys)
+            write_key(key);
+        json.end_list().key("second_names").begin_list();
+        for (const Alias& alias : kind.keys.aliases)
+            json.begin_object()
+                .key("name")
+                .text(alias.other)
+                .key("key")
+                .text(alias.ours)
+                .end_object();
+        json.end_list().key("tables").begin_list();
+        for (const InnerTable& inner : kind.keys.tables)
+            json.begin_object()
+                .key("name")
+                .text(inner.name)
+                .key("keys")
+                .raw(texts(inner.keys))
+                .end_object();
+        json.end_list().key("results").begin_list();
+        for (const ResultField& field : kind.results) {
+            json.begin_object();
+            put("name", field.name);
+            put("symbol", field.symbol);
+            write_quantity(field.quantity);
+            put("label", field.label);
+            put("meaning", field.meaning);
+            json.end_object();
+        }
+        json.end_list().key("checks").begin_list();
+        for (const CheckField& field : kind.checks) {
+            json.begin_object();
+            put("id", field.id);
+            put("paragraph", field.paragraph);
+            put("label", field.label);
+            write_quantity(field.quantity);
+            json.key("operator").text(field.at_least ? ">=" : "<=");
+            put("asked", field.asked);
+            json.end_object();
+        }
+        json.end_list().end_object();
+    }
+};
+
+} // namespace
+
+std::string vocabulary() { return Vocabulary().write(); }
+
+} // namespace tarvane::vessel
