@@ -6,6 +6,7 @@
 namespace tarvane {
 
 MATERIAL_CLASS MATERIAL_CLASS_NAMES[MATERIAL_CLASSES];
+bool MATERIAL_CLASS_NAMES_GIVEN = false;
 
 namespace {
 
@@ -109,7 +110,7 @@ void SET_MATERIAL_CLASS_NAMES() {
 }
 
 void RESET_MATERIAL_CLASS_NAMES() {
-    if (!names_set) return;
+    if (!names_set && !MATERIAL_CLASS_NAMES_GIVEN) return;
     names_set = false;
     for (MATERIAL_CLASS& row : MATERIAL_CLASS_NAMES)
         row = {};

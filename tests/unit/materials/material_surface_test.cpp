@@ -214,7 +214,7 @@ TEST_F(MaterialSurface, YieldEnMaterialAndTableGByTheirArguments) {
 // ---- class names -------------------------------------------------------------------------------------
 
 TEST_F(MaterialSurface, ClassNamesAreBlankUntilTheyAreFilledAndAfterAReset) {
-    const TARVANE_MATERIAL_CLASS_ROW* const rows = ::GETMATERIALCLASSNAMES();
+    TARVANE_MATERIAL_CLASS_ROW* const rows = ::GETMATERIALCLASSNAMES();
     const auto blank = [rows] {
         for (int k = 0; k < TARVANE_MATERIAL_CLASS_ROWS; ++k)
             if (!text(rows[k].name, 40).empty() || rows[k].number != 0) return false;
@@ -223,6 +223,9 @@ TEST_F(MaterialSurface, ClassNamesAreBlankUntilTheyAreFilledAndAfterAReset) {
     EXPECT_TRUE(blank());
     ::SET_MATERIAL_CLASS_NAMES();
     EXPECT_FALSE(blank());
+    RESET_MATERIALS();
+    EXPECT_TRUE(blank());
+    rows[TARVANE_MATERIAL_CLASS_ROWS - 1].number = 7; // by the host itself
     RESET_MATERIALS();
     EXPECT_TRUE(blank());
 }
