@@ -90,7 +90,7 @@ void select_bolt_circle(FLANGE_STATE& s, const BOLT_ROW& bolt) {
         s.C = max(Chub, Cgasket, Cspace);
 }
 
-void report_selection(const FLANGE_STATE& s) {
+void report_selection(const FLANGE_GIVEN& s) {
     LinePieces().text("Number of Bolts Selected for Flange          ").whole(s.nBolts, 15).write();
     COLUMN_LINE("Diameter of Bolts Selected for Flange        ", s.dh, Kind::diameter);
     COLUMN_LINE("Bolt Circle Diameter Selected for Flange     ", s.C, Kind::diameter);

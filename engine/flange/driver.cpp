@@ -105,14 +105,14 @@ void stand_alone_form(DRIVER_STATE& d) {
     G_D2_CLASS = d.record.whole(78);
 }
 
-void ambient_allowables(FLANGE_STATE& s) {
+void ambient_allowables(FLANGE_GIVEN& s) {
     s.Sfo = s.Sfa;
     s.Sb = s.Sa;
 }
 
-void as_new(FLANGE_STATE& s) { s.ci = s.ct = 0.0f; }
+void as_new(FLANGE_GIVEN& s) { s.ci = s.ct = 0.0f; }
 
-void patterned_openings(FLANGE_STATE& s) {
+void patterned_openings(FLANGE_GIVEN& s) {
     if (s.type != BLIND || s.patternedHoles != 1) return;
     OPENINGS_CALL call{.kind = BLIND_COVER,
                        .headDia = s.C,

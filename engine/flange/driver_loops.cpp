@@ -28,7 +28,7 @@ Real least(const Real (&row)[PLACES]) {
 
 // ---- mating loads ------------------------------------------------------------------------------------
 
-void progress_text(const FLANGE_STATE& s, std::string_view caption, Int round) {
+void progress_text(const FLANGE_GIVEN& s, std::string_view caption, Int round) {
     Text<120> text;
     Int column = 1;
     const auto put = [&](std::string_view piece) {
@@ -170,7 +170,7 @@ void add_failure_row(DRIVER_STATE& d) {
 // ---- covers ---------------------------------------------------------------------------------------------
 
 // The stress or the bolts of a cover that are nearest to their limit.
-Int least_of_cover(const FLANGE_STATE& s) {
+Int least_of_cover(const STRESS_STATE& s) {
     Real least = s.RATIO[OPERATING][TANGENTIAL];
     Int by = BY_OPERATING_STRESS + TANGENTIAL;
     const auto take = [&](Real ratio, Int ratioBy) {

@@ -200,7 +200,7 @@ void leg_lines(std::string_view symbol, Real leg) {
 }
 
 // UW-21: minimum welds of a rated slip on flange.
-void standard_flange_welds(const FLANGE_STATE& s, Real tn, Real Lmin) {
+void standard_flange_welds(const FLANGE_GIVEN& s, Real tn, Real Lmin) {
     HEADING("Minimum Attachment Weld Size for Slip on Flanges, UW-21, [xmin]:");
     if (s.go > 0.001f)
         leg_lines("= min( 1.4 * tn, G0 )", min(1.4f * tn, s.go));
@@ -211,7 +211,7 @@ void standard_flange_welds(const FLANGE_STATE& s, Real tn, Real Lmin) {
 }
 
 // Figure 2-4, sketches (7) and (8) to (10a).
-void integral_welds(const FLANGE_STATE& s, Real tShell, Real tn, Real Lmin) {
+void integral_welds(const FLANGE_GIVEN& s, Real tShell, Real tn, Real Lmin) {
     if (!(s.go > 0.001f)) {
         leg_lines(NO_HUB_LEG, tn); // no maximum is taken here, whatever the line says
         return;
@@ -228,7 +228,7 @@ void integral_welds(const FLANGE_STATE& s, Real tShell, Real tn, Real Lmin) {
         TEXT_LINE("Warning - Check the attached shell thickness and g0, they are different.");
 }
 
-void loose_welds(const FLANGE_STATE& s, Real tn, Real Lmin, Real hubRequired) {
+void loose_welds(const FLANGE_GIVEN& s, Real tn, Real Lmin, Real hubRequired) {
     if (s.go <= 0.001f)
         leg_lines(NO_HUB_LEG, max(tn, Lmin));
     else

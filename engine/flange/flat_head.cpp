@@ -24,7 +24,7 @@ struct FLAT_HEAD {
     std::string_view BscText;
 };
 
-Real flat_head_shape_factor(const FLANGE_STATE& s) {
+Real flat_head_shape_factor(const FLANGE_GIVEN& s) {
     if (s.D * s.dS == 0.0f) return 1.0f;
     return min(3.4f - 2.4f * s.dS / s.D, 2.5f);
 }
@@ -91,12 +91,12 @@ Real pressure_term(const FLANGE_STATE& s, const FLAT_HEAD& head, Real boltTerm) 
 
 // ---- the lines -------------------------------------------------------------------------------------
 
-std::string_view operating_label(const FLANGE_STATE& s) {
+std::string_view operating_label(const FLANGE_GIVEN& s) {
     return s.en_or_pd() ? "Tangential Flange Stress, Flat Head, Operating [STo]:"
                         : "Tangential Flange Stress, Flat Head (UG-34), Operating [STo]:";
 }
 
-std::string_view seating_label(const FLANGE_STATE& s, Form form) {
+std::string_view seating_label(const FLANGE_GIVEN& s, Form form) {
     if (form == Form::NON_CIRCULAR)
         return s.en_or_pd()
                    ? "Tangential Flange Stress, Flat Head, Seating (Non-Circular) [STa]:"
@@ -170,7 +170,7 @@ std::string_view operating_remark(Openings openings) {
 }
 
 // The thickness in the lines: t, or t/h.
-Real thickness_in_line(const FLANGE_STATE& s, const FLAT_HEAD& head) {
+Real thickness_in_line(const FLANGE_GIVEN& s, const FLAT_HEAD& head) {
     const bool withH = head.openings == Openings::DOUBLED_WITH_H;
     return as_thickness(withH ? head.tCor / s.coverFactor : head.tCor);
 }
@@ -210,7 +210,7 @@ void operating_lines(const FLANGE_STATE& s, const FLAT_HEAD& head) {
         remark);
 }
 
-void openings_line(const FLANGE_STATE& s, const FLAT_HEAD& head) {
+void openings_line(const FLANGE_GIVEN& s, const FLAT_HEAD& head) {
     if (head.openings != Openings::DOUBLED_WITH_H || !reporting()) return;
     LinePieces line;
     line.text("For this geometry, h = ").bare(s.coverFactor, 4).text("  t = ");

@@ -39,7 +39,7 @@ void contact_width_line(const FLANGE_STATE& s, Real N) {
 }
 
 // Basic width bo by facing sketch and column, Table 2-5.2.
-Width basic_width(const FLANGE_STATE& s, Int sketch, bool columnI, Real N) {
+Width basic_width(const FLANGE_GIVEN& s, Int sketch, bool columnI, Real N) {
     const Real w = s.w;
     switch (sketch) {
     case 1: // 1a
@@ -163,7 +163,7 @@ void closing_notes(const FLANGE_STATE& s, Real G) {
 }
 
 // A minimum width, with the remark of a gasket that is narrower.
-void minimum_width_line(const FLANGE_STATE& s, Real width) {
+void minimum_width_line(const GASKET_STATE& s, Real width) {
     const Real actual = std::abs((s.GoC - s.GiC) / 2.0f);
     LinePieces remark;
     if (actual < width)

@@ -32,7 +32,7 @@ void hub_dimensions(const FLANGE_STATE& s) {
 
 } // namespace
 
-void SETTLE_ALLOWANCES(FLANGE_STATE& s) {
+void SETTLE_ALLOWANCES(FLANGE_GIVEN& s) {
     s.ct = thickness_allowance(s);
     if (s.type >= LOOSE_SLIP_ON && s.type <= LAP_JOINT) s.ci = 0.0f;
     if (s.type == LAP_JOINT) s.ct = 0.0f;

@@ -6,15 +6,15 @@
 namespace tarvane {
 
 // What the allowances take of the flange's thickness.
-inline Real thickness_allowance(const FLANGE_STATE& s) {
+inline Real thickness_allowance(const FLANGE_GIVEN& s) {
     return s.thicknessCorrodes() ? s.ci + 2.0f * s.ce : 0.0f;
 }
 
 // Corroded bore, B + 2 ci.
-inline Real corroded_bore(const FLANGE_STATE& s) { return s.B + 2.0f * s.ci; }
+inline Real corroded_bore(const FLANGE_GIVEN& s) { return s.B + 2.0f * s.ci; }
 
 // A hub thickness less the internal allowance; 0.0 where both allowances use the hub up.
-inline Real corroded_hub(Real hub, const FLANGE_STATE& s) {
+inline Real corroded_hub(Real hub, const FLANGE_GIVEN& s) {
     return hub - s.ci - s.ce < 0.0f ? 0.0f : hub - s.ci;
 }
 
@@ -25,14 +25,14 @@ inline Real bolt_circle_to_hub(const FLANGE_STATE& s) {
 }
 
 // Inside diameter of the shell that a reverse flange carries; with no hub left, its outside diameter.
-inline Real reverse_shell_diameter(const FLANGE_STATE& s) {
+inline Real reverse_shell_diameter(const FLANGE_GIVEN& s) {
     if (s.go > s.ci) return s.A - 2.0f * s.ce - 2.0f * s.go + 2.0f * s.ci;
     return s.A - 2.0f * s.ce;
 }
 
 // ct anew from the allowances of the record. Loose flanges and lap joints are analysed without the hub
 // side's allowance: types 4 to 6 lose ci, and type 6 loses ct.
-void SETTLE_ALLOWANCES(FLANGE_STATE& s);
+void SETTLE_ALLOWANCES(FLANGE_GIVEN& s);
 
 // The block of corroded dimensions; it has no results.
 void CORRODED_DIMENSIONS(const FLANGE_STATE& s);

@@ -41,7 +41,7 @@ void required_thickness_line(Real tHubReq, Real go) {
     }
 }
 
-void asme_hub_lines(const FLANGE_STATE& s, Real ci, Real S, Real goc, Real tHubReq, Real pHub) {
+void asme_hub_lines(const FLANGE_GIVEN& s, Real ci, Real S, Real goc, Real tHubReq, Real pHub) {
     HEADING("Hub Small End Required Thickness due to Internal Pressure:");
     const Real p = as_pressure(s.P), b = as_diameter(s.B), c = as_thickness(ci);
     const Real stress = as_stress(S);
@@ -64,7 +64,7 @@ void asme_hub_lines(const FLANGE_STATE& s, Real ci, Real S, Real goc, Real tHubR
     VALUE_LINE(pHub, Kind::pressure);
 }
 
-void en_hub_lines(const FLANGE_STATE& s, Real ci, Real& tHubReq) {
+void en_hub_lines(const FLANGE_GIVEN& s, Real ci, Real& tHubReq) {
     tHubReq = s.P * (s.B + 2.0f * ci) / (2.0f * s.Sfo - s.P) + ci + s.ce;
     const Real p = as_pressure(s.P);
     HEADING("Hub Small End Required Thickness due to Internal Pressure, per EN 13445 7.4.2:");
@@ -90,7 +90,7 @@ void augmentation_lines(Int code, Real Bi) {
     TEXT_LINE("Note: For Evaluation of 'k', Metric dimensions are employed.", NOTE_STYLE);
 }
 
-void effective_width_lines(const FLANGE_STATE& s) {
+void effective_width_lines(const FLANGE_GIVEN& s) {
     const std::string_view unit = UNITS.thickness_label.trimmed();
     const Real bo = (s.Go - s.Gi) / 4.0f;
     HEADING("Gasket Effective Width:");
@@ -109,7 +109,7 @@ void effective_width_lines(const FLANGE_STATE& s) {
 
 } // namespace
 
-void HUB_SMALL_END(FLANGE_STATE& s, Real ci, bool silent, Real& tHubReq, Real& pHub) {
+void HUB_SMALL_END(FLANGE_GIVEN& s, Real ci, bool silent, Real& tHubReq, Real& pHub) {
     pHub = HUB_NOT_RATED;
     if (s.P < 0.0f) return;
     edition_line(s.code);

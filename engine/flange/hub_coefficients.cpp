@@ -33,7 +33,7 @@ void factor_line(std::string_view name, Int blanks, Real value) {
 
 } // namespace
 
-void HUB_COEFFICIENTS(FLANGE_STATE& s, HUB_SOLUTION& hub) {
+void HUB_COEFFICIENTS(FACTOR_STATE& s, HUB_SOLUTION& hub) {
     if (s.hRatio < 0.015f) s.hRatio = 0.015f;
     if (s.gRatio < 1.0f) s.gRatio = 1.0f;
 

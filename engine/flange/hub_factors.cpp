@@ -90,7 +90,7 @@ void form_divisors(FLANGE_STATE& s) {
 }
 
 // `unit` is the length label as the suffixes are joined to it.
-void write_divisors(const FLANGE_STATE& s, std::string_view unit) {
+void write_divisors(const FACTOR_STATE& s, std::string_view unit) {
     const Real u = UNITS.thickness;
     const Real d = s.d * cube(u);
     LinePieces cubic, inverse;

@@ -320,7 +320,7 @@ void keep_moments(FLANGE_STATE& s, const KERNEL_STATE& k) {
     s.CFFirst = s.CF;
 }
 
-void keep_first_factors(const FLANGE_STATE& s, KERNEL_STATE& k) {
+void keep_first_factors(const FACTOR_STATE& s, KERNEL_STATE& k) {
     if (k.firstFactorsKept) return;
     k.firstFactors = FACTORS_IN_HAND(s);
     k.firstFactorsKept = true;

@@ -88,7 +88,7 @@ bool overstressed(const FLANGE_STATE& s, Int places) {
     return false;
 }
 
-void overstress_warning(const FLANGE_STATE& s) {
+void overstress_warning(const FLANGE_GIVEN& s) {
     if (s.quietOverstress != 0 || IWRTFL != 1 || IOUT <= 0 || DIALOGS_OFF()) return;
     constexpr std::string_view warning = "Warning: Actual Flange Stress Exceeds Allowable!";
     MESSAGE_BOX(warning, "Flange OverStress Detected");
@@ -98,24 +98,24 @@ void overstress_warning(const FLANGE_STATE& s) {
 void mawp_line(std::string_view label, Real pressure) {
     COLUMN_LINE(label, pressure, Kind::pressure, PLAIN, UNITS.pressure == 1.0f ? 2 : 3);
 }
-void operating_mawp_line(const FLANGE_STATE& s) {
+void operating_mawp_line(const RATING_STATE& s) {
     mawp_line("Estimated M.A.W.P. ( Operating )             ", s.MAWPop);
 }
 
-void take_fixed_operating(FLANGE_STATE& s) {
+void take_fixed_operating(RATING_STATE& s) {
     s.MAWPop = s.MAWPopFixed;
     s.MAWPopBy = s.MAWPopFixedBy;
 }
-void take_fixed_seating(FLANGE_STATE& s) {
+void take_fixed_seating(RATING_STATE& s) {
     s.MAWPseat = s.MAWPseatFixed;
     s.MAWPseatBy = s.MAWPseatFixedBy;
 }
-void seating_as_operating(FLANGE_STATE& s) {
+void seating_as_operating(RATING_STATE& s) {
     s.MAWPseat = s.MAWPop;
     s.MAWPseatBy = s.MAWPopBy;
 }
 
-void mating_load_lines(FLANGE_STATE& s) {
+void mating_load_lines(RATING_STATE& s) {
     if (s.MAWPseatFixed > 0.0f) take_fixed_seating(s);
     if (s.MAWPopFixed <= -1.0f) {
         TEXT_LINE("Note: MAWP Cannot be calculated due to Entered Mating Flange Loads.");

@@ -10,7 +10,7 @@ namespace {
 bool taylor_forge(const FLANGE_STATE& s) { return s.fullFace && s.asme(); }
 
 // Lap joints of PD 5500 and EN 13445: the whole bolt load acts on the gasket's arm.
-bool single_moment(const FLANGE_STATE& s) { return s.en_or_pd() && s.type == LAP_JOINT; }
+bool single_moment(const FLANGE_GIVEN& s) { return s.en_or_pd() && s.type == LAP_JOINT; }
 
 // One row of the table: label 20, force 10, arm 10, correction factor 10, moment 10 columns.
 void moment_row(std::string_view label, Real force, Real arm, Real factor, Real moment) {

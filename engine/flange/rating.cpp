@@ -42,7 +42,7 @@ RIGIDITY_LIMITS rigidity_limits(const FLANGE_STATE& s) {
 }
 
 // Growth of the operating bolt load with pressure.
-Real bolt_load_per_pressure(const FLANGE_STATE& s) {
+Real bolt_load_per_pressure(const LOAD_STATE& s) {
     return max(s.hpPerP, 0.0f) + max(s.hpPrimePerP, 0.0f) + max(s.pressureArea, 0.0f);
 }
 
@@ -61,7 +61,7 @@ constexpr StressPlace ALL_PLACES[] = {HUB,     RADIAL,  TANGENTIAL, AVERAGE,
                                       BOLTING, REVERSE, FULL_FACE};
 constexpr StressPlace SEATING_PLACES[] = {HUB, RADIAL, TANGENTIAL, AVERAGE, BOLTING};
 
-bool ring(const FLANGE_STATE& s) { return s.type == LOOSE_RING || s.type == LAP_JOINT; }
+bool ring(const FLANGE_GIVEN& s) { return s.type == LOOSE_RING || s.type == LAP_JOINT; }
 
 template <class Value>
 LEAST least_of(std::span<const StressPlace> places, Int by, Value value) {
@@ -104,7 +104,7 @@ LEAST seating_ratio(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits) {
 }
 
 // Pressure at which a line through (pSeat, low) and (Peq, high) reaches its limit.
-void limit_on_line(const FLANGE_STATE& s, Real pSeat, Real low, Real high, Real limit, LEAST& least,
+void limit_on_line(const LOAD_STATE& s, Real pSeat, Real low, Real high, Real limit, LEAST& least,
                    Int by) {
     const Real slope = (high - low) / (s.Peq - pSeat);
     const Real cut = high - slope * s.Peq;

@@ -22,7 +22,7 @@ void clear_sentinels(const FLANGE_RECORD& record) {
         if (std::bit_cast<std::uint32_t>(record(i)) == none) record(i) = 0.0f;
 }
 
-void load_texts(FLANGE_STATE& s, const char* text, Int slotLength) {
+void load_texts(FLANGE_GIVEN& s, const char* text, Int slotLength) {
     Text<15>* const slots[] = {&s.flangeMaterial, &s.boltMaterial,    &s.description,
                                &s.externalLoads,  &s.matingLoads,     &s.channelCover,
                                &s.useCorrosion,   &s.partitionGasket, &s.chartName};
@@ -33,7 +33,7 @@ void load_texts(FLANGE_STATE& s, const char* text, Int slotLength) {
     NUL_TO_BLANK(s.chartName.data(), Text<15>::width());
 }
 
-void load_scalars(FLANGE_STATE& s, const FLANGE_RECORD& record) {
+void load_scalars(FLANGE_GIVEN& s, const FLANGE_RECORD& record) {
     s.type = record.whole(2);
     s.kind = record.whole(3);
     s.P = record(4);
@@ -105,7 +105,7 @@ void load_scalars(FLANGE_STATE& s, const FLANGE_RECORD& record) {
 
 // Modulus of a TEMA channel cover: element 10 itself when it is large enough to be one, else that of
 // the material's chart at the design temperature. The cover has no bore.
-void load_channel_cover(FLANGE_STATE& s) {
+void load_channel_cover(FLANGE_GIVEN& s) {
     if (s.B > 10000000.0f) {
         s.Ecover = s.B;
     } else {
@@ -115,7 +115,7 @@ void load_channel_cover(FLANGE_STATE& s) {
     s.B = 0.0f;
 }
 
-void derive(FLANGE_STATE& s) {
+void derive(FLANGE_GIVEN& s) {
     if (!(s.t > 0.0f)) s.t = 2.0f;
 
     // Series 3 gives the root area of its bolt; it alters the working diameter only.
@@ -140,7 +140,7 @@ void derive(FLANGE_STATE& s) {
 
 } // namespace
 
-void READ_FLANGE_RECORD(FLANGE_STATE& s, const FLANGE_RECORD& record, const char* text,
+void READ_FLANGE_RECORD(FLANGE_GIVEN& s, const FLANGE_RECORD& record, const char* text,
                         Int slotLength) {
     clear_sentinels(record);
     load_texts(s, text, slotLength);
@@ -148,7 +148,7 @@ void READ_FLANGE_RECORD(FLANGE_STATE& s, const FLANGE_RECORD& record, const char
     derive(s);
 }
 
-void REWRITE_LOOSE_REVERSE(FLANGE_STATE& s) {
+void REWRITE_LOOSE_REVERSE(FLANGE_GIVEN& s) {
     if (s.type != LOOSE_REVERSE) return;
     s.go = s.g1 = s.tShell;
     s.h = 10.0f;

@@ -21,10 +21,10 @@ class FLANGE_RECORD {
 
 // Clears the "no value" elements in the record, loads the state's inputs and derives ct, dh, Ecover,
 // D, d, L. Never reports and never fails. A loose reverse flange (type 9) keeps its type here.
-void READ_FLANGE_RECORD(FLANGE_STATE& s, const FLANGE_RECORD& record, const char* text,
+void READ_FLANGE_RECORD(FLANGE_GIVEN& s, const FLANGE_RECORD& record, const char* text,
                         Int slotLength);
 
 // Type 9 becomes type 8 with go = g1 = the attached shell thickness and h = 10.
-void REWRITE_LOOSE_REVERSE(FLANGE_STATE& s);
+void REWRITE_LOOSE_REVERSE(FLANGE_GIVEN& s);
 
 } // namespace tarvane

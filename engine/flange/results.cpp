@@ -203,7 +203,7 @@ void keep_stresses(const FLANGE_STATE& s) {
     FOUND.t_channel = s.tChannelMin;
 }
 
-void keep_rating(const FLANGE_STATE& s) {
+void keep_rating(const RATING_STATE& s) {
     for (const StressRow row : {OPERATING, SEATING})
         FOUND.t_required[row] = NOTED.tCover[row];
     FOUND.t_edge = NOTED.tEdge;
@@ -264,7 +264,7 @@ void NOTE_LAP(Real operating, Real seating) {
     FOUND.lap_required[SEATING] = seating;
 }
 
-Int HELD_BY(const FLANGE_STATE& s, Real pressure) {
+Int HELD_BY(const RATING_STATE& s, Real pressure) {
     if (pressure == NO_VALUE) return HELD_BY_NOTHING;
     if (pressure == s.MAWPop) return s.MAWPopBy;
     return pressure == s.MAWPseat ? s.MAWPseatBy : HELD_BY_NOTHING;

@@ -117,7 +117,7 @@ void NOTE_STOP(Int fatalCode);
 void NOTE_OPENINGS(const OPENINGS_CALL& call);
 void NOTE_LAP(Real operating, Real seating);
 // What held a pressure down that is one of the two of the latest run of the kernel.
-Int HELD_BY(const FLANGE_STATE& s, Real pressure);
+Int HELD_BY(const RATING_STATE& s, Real pressure);
 // The state behind the run of the kernel that the report shows.
 void KEEP_FINAL_PASS(const FLANGE_STATE& s);
 // What FLANGE_CALC returns, and how it ended.

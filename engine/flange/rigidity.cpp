@@ -12,7 +12,7 @@ namespace {
 // Form of the index: integral or loose with a hub, or the bare ring.
 enum class RigidityForm { integral, loose_hub, ring };
 
-RigidityForm form_of(const FLANGE_STATE& s, Real goc) {
+RigidityForm form_of(const FLANGE_GIVEN& s, Real goc) {
     const bool hub = goc > 0.0f;
     if (s.looseReverse) return RigidityForm::ring;
     switch (s.type) {
@@ -85,9 +85,9 @@ void write_condition(const RIGIDITY_CALL& call, RigidityForm form, Real goc, con
 
 } // namespace
 
-RIGIDITY_FACTORS FACTORS_IN_HAND(const FLANGE_STATE& s) { return {s.V, s.lambda, s.ho, s.K}; }
+RIGIDITY_FACTORS FACTORS_IN_HAND(const FACTOR_STATE& s) { return {s.V, s.lambda, s.ho, s.K}; }
 
-RIGIDITY_CALL RIGIDITY_ARGUMENTS(const FLANGE_STATE& s, const RIGIDITY_FACTORS& factors, Real t,
+RIGIDITY_CALL RIGIDITY_ARGUMENTS(const MOMENT_STATE& s, const RIGIDITY_FACTORS& factors, Real t,
                                  Real CF) {
     return {.Mop = s.Mop,
             .Matm = s.Matm,

@@ -15,7 +15,7 @@ struct HUB_SOLUTION {
 
 void FLANGE_HUB_RATIOS(FLANGE_STATE& s); // Bcor, ho, hRatio, gRatio
 // Raises gRatio and hRatio to their floors.
-void HUB_COEFFICIENTS(FLANGE_STATE& s, HUB_SOLUTION& hub);
+void HUB_COEFFICIENTS(FACTOR_STATE& s, HUB_SOLUTION& hub);
 // F, V, f from the solution of the same hub; by the fits of Division 2.
 void FIGURE_FACTORS(FLANGE_STATE& s, const HUB_SOLUTION& hub);
 void TABLE_4164_FACTORS(FLANGE_STATE& s);

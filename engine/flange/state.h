@@ -35,8 +35,10 @@ inline constexpr Int BOLT_AREA_SHORT = 2;
 
 using StressTable = Real[2][PLACES];
 
-struct FLANGE_STATE {
-    // ---- input, from the record (element number behind each) ----------------------------------
+// The flange as the record and the call give it. A pass changes it as its stages need: the record is read
+// anew before the next one.
+struct FLANGE_GIVEN {
+    // ---- record (element number after each) -----------------------------------------------------
     Int element1 = 0;        // 1   element number; negative: stand-alone form
     Int type = 0;            // 2   flange type
     Int kind = 0;            // 3   analysis kind
@@ -99,11 +101,11 @@ struct FLANGE_STATE {
     Text<15> partitionGasket; // 105 "Y"
     Text<15> chartName;       // 120
 
-    // ---- derived as the record is read ---------------------------------------------------------
+    // ---- derived as the record is read ----------------------------------------------------------
     Real ct = 0;     // corrosion taken off the flange thickness: ci + 2 ce, or 0
     Real Ecover = 0; // Young's modulus of a TEMA channel cover
 
-    // ---- arguments of the call that the stages read --------------------------------------------
+    // ---- arguments of the call ------------------------------------------------------------------
     Int code = 0;         // 1 VIII-1, 2 VIII-2, 3 PD 5500, 4 EN 13445
     Int reportKernel = 0; // IWRITE while the kind is 1
     Int quietOverstress = 0;
@@ -116,61 +118,63 @@ struct FLANGE_STATE {
     Real coverFactor = 1.0f;   // h of UG-39(e)(2)
     Int coverFlag = 0;
 
-    // ---- bolting ---------------------------------------------------------------------------------
-    Real Ab = 0, Bmin = 0, Rmin = 0, Emin = 0;
-    Real CF = 1.0f; // bolt spacing correction factor
-    Int noCorrection = 0;
+    // Conditions that several stages ask for.
+    bool en_or_pd() const { return pd_or_en(code); }
+    bool asme() const { return asme_viii(code); }
+    bool nonCircular() const { return type == BLIND && dS >= 0.001f && D > 0.001f; }
+    // The allowances count at the flange's thickness too.
+    bool thicknessCorrodes() const { return useCorrosion(1) == 'Y' || useCorrosion(1) == 'y'; }
+    // External loads are in force: "Y" and 14 blanks.
+    bool external_loads() const { return externalLoads == "Y"; }
+    bool loose() const { return type >= LOOSE_SLIP_ON && type != REVERSE_WELD_NECK; }
+};
 
-    // ---- geometry, gasket, equivalent pressure ---------------------------------------------------
+struct GASKET_STATE {
     bool fullFace = false;
     Real GoC = 0, GiC = 0; // contact diameters
-    Real Bcor = 0;         // B + 2 ci
     Real b = 0, G = 0;
     Real b2 = 0, bPrime = 0; // 2b" and b' of full face gaskets
     Real bPart = 0;
-    Real Peq = 0, dPeq = 0; // dPeq = Peq - P
+};
 
-    // ---- factors ---------------------------------------------------------------------------------
+struct FACTOR_STATE {
+    Real Bcor = 0; // B + 2 ci
     Real hRatio = 0, gRatio = 0, ho = 0;
     Real F = 0, V = 0, f = 0; // of a loose flange: FL, VL
     Real T = 0, U = 0, K = 0, Y = 0, Z = 0;
     Real Yr = 0, Alphar = 0;
     Real e = 0, d = 0;
     Real alpha = 0, beta = 0, gamma = 0, delta = 0, lambda = 0;
+    Real lambdaReq = 0; // at the required thickness
+};
 
-    // ---- arms --------------------------------------------------------------------------------------
-    Real hg = 0, hgPrime = 0, hgDouble = 0, ht = 0, hd = 0, hs = 0;
-
-    // ---- loads -------------------------------------------------------------------------------------
+struct LOAD_STATE {
+    Real Peq = 0, dPeq = 0; // dPeq = Peq - P
     Real H = 0, Hd = 0, Hp = 0, Ht = 0, HpPrime = 0, HGY = 0, HS = 0;
     Real Wm1 = 0, Wm2 = 0, W = 0, HG = 0, Am1 = 0, Am2 = 0, Am = 0;
     Real Wext = 0; // external load term of the current Division 2 rules
     Real extLoad = 0, pressureArea = 0, hpPerP = 0, hpPrimePerP = 0; // record 137 to 140
+};
 
-    // ---- moments -------------------------------------------------------------------------------------
+struct MOMENT_STATE {
     Real Md = 0, Mg = 0, Mt = 0, Matm = 0, Mr = 0, Mop = 0, Moe = 0;
     Real MopFirst = 0, MatmFirst = 0, CFFirst = 1.0f; // of the first evaluation
     Real I = 0, Ip = 0;                               // inertias, Table 4.16.7
+};
 
-    // ---- moduli, psi -----------------------------------------------------------------------------------
-    Real Ecold = 0, Ehot = 0; // at 70 F and at the design temperature
-    bool moduliHeld = false;  // those of the run before, which had the same material
-
-    // ---- stresses ----------------------------------------------------------------------------------------
+struct STRESS_STATE {
     Real kf = 1.0f; // factor k of PD 5500 and EN 13445
     StressTable STRESS = {}, ALLOWED = {}, RATIO = {};
     Real Zcover = 0;
     Real Cf = 0;                                       // attachment factor of a flat head
     Real tMin = 0;                                     // full face under PD 5500 and EN 13445
     Real WMaxOp = 0, SPerW = 0, SPerP = 0, SPerDP = 0; // rating terms of a flat head
+};
 
-    // ---- rigidity ------------------------------------------------------------------------------------------
+struct RATING_STATE {
     Real J[2] = {0, 0};      // J[0] seating, J[1] operating
     Real jOp = 0, jSeat = 0; // at the given thickness
     Real rigidityOut = 0;
-    Real lambdaReq = 0;
-
-    // ---- results ---------------------------------------------------------------------------------------------
     Real MAWPop = 0, MAWPseat = 0;
     Real MAWPopFixed = -1.0f, MAWPseatFixed = -1.0f; // of the mating load iterations
     Int MAWPopBy = 0, MAWPseatBy = 0, MAWPopFixedBy = 0, MAWPseatFixedBy = 0; // what held them down
@@ -179,21 +183,33 @@ struct FLANGE_STATE {
     Real weightForging = 0, weightFinished = 0;
     Real tRequired = 0; // found by the current evaluation
     Real tOut = 0;      // blind flange formula, no allowance
+};
+
+// One flange through the stages. A routine that needs one part alone takes that part.
+struct FLANGE_STATE : FLANGE_GIVEN,
+                      GASKET_STATE,
+                      FACTOR_STATE,
+                      LOAD_STATE,
+                      MOMENT_STATE,
+                      STRESS_STATE,
+                      RATING_STATE {
+    // ---- bolting --------------------------------------------------------------------------------
+    Real Ab = 0, Bmin = 0, Rmin = 0, Emin = 0;
+    Real CF = 1.0f; // bolt spacing correction factor
+    Int noCorrection = 0;
+
+    // ---- arms -----------------------------------------------------------------------------------
+    Real hg = 0, hgPrime = 0, hgDouble = 0, ht = 0, hd = 0, hs = 0;
+
+    // ---- moduli, psi ----------------------------------------------------------------------------
+    Real Ecold = 0, Ehot = 0; // at 70 F and at the design temperature
+    bool moduliHeld = false;  // those of the run before, which had the same material
 
     Int error = 0;
     bool stopped = false; // a fatal stop whose host service came back
 
-    // Conditions that several stages ask for.
-    bool en_or_pd() const { return pd_or_en(code); }
-    bool asme() const { return asme_viii(code); }
     // Full face gasket of a reverse flange under PD 5500 and EN 13445: the balancing arm.
     bool reverseFullFace() const { return from_pd_5500(code) && type > BLIND && fullFace; }
-    bool nonCircular() const { return type == BLIND && dS >= 0.001f && D > 0.001f; }
-    // The allowances count at the flange's thickness too.
-    bool thicknessCorrodes() const { return useCorrosion(1) == 'Y' || useCorrosion(1) == 'y'; }
-    // External loads are in force: "Y" and 14 blanks.
-    bool external_loads() const { return externalLoads == "Y"; }
-    bool loose() const { return type >= LOOSE_SLIP_ON && type != REVERSE_WELD_NECK; }
 };
 
 extern FLANGE_STATE FLANGE;

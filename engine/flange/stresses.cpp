@@ -12,17 +12,17 @@ struct CORRODED {
 };
 
 // Names of EN 13445-3, 11.5.4: Psi for f, Lamda for L, BetaY for Y, e for the thickness.
-bool names_of_EN(const FLANGE_STATE& s) { return s.code == EN_13445; }
+bool names_of_EN(const FLANGE_GIVEN& s) { return s.code == EN_13445; }
 
 // PD 5500 and EN 13445 judge a full face flange by its radial stress at the bolt circle and by its
 // least thickness; only the reverse flange keeps hub and ring stresses.
 bool judged_at_bolt_circle(const FLANGE_STATE& s) { return s.fullFace && s.en_or_pd(); }
 
 // A hub takes part in the stresses. A loose reverse flange is analysed as a ring.
-bool has_hub(const FLANGE_STATE& s) { return s.h > 0.0f && !s.looseReverse; }
+bool has_hub(const FLANGE_GIVEN& s) { return s.h > 0.0f && !s.looseReverse; }
 
 // A full face gasket has no seating case but that of the bolts.
-bool has_seating_case(const FLANGE_STATE& s) { return !s.fullFace; }
+bool has_seating_case(const GASKET_STATE& s) { return !s.fullFace; }
 
 // ---- longitudinal hub stress, 2-7(a) eq. (8), 4.16.8 -------------------------------------------
 

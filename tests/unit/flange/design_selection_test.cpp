@@ -445,9 +445,9 @@ TEST_F(DesignSelection, WithoutABoltFile) {
 
 TEST_F(DesignSelection, AnyInputIsCarriedThrough) {
     for (const Real x : {NOT_A_NUMBER, INFINITE, -INFINITE, 0.0f, -1.0e30f, 3.0e38f}) {
-        for (Real FLANGE_STATE::*item :
-             {&FLANGE_STATE::B, &FLANGE_STATE::C, &FLANGE_STATE::t, &FLANGE_STATE::Am,
-              &FLANGE_STATE::go, &FLANGE_STATE::Sfo, &FLANGE_STATE::m, &FLANGE_STATE::GiC}) {
+        for (Real FLANGE_STATE::*item : std::initializer_list<Real FLANGE_STATE::*>{
+                 &FLANGE_STATE::B, &FLANGE_STATE::C, &FLANGE_STATE::t, &FLANGE_STATE::Am,
+                 &FLANGE_STATE::go, &FLANGE_STATE::Sfo, &FLANGE_STATE::m, &FLANGE_STATE::GiC}) {
             FLANGE_STATE s = weld_neck_design();
             s.type = INTEGRAL_SLIP_ON;
             s.*item = x;
