@@ -14,7 +14,7 @@
 **
 ** Errors
 **   No exception leaves the library, and nothing in it ends the process. A call that fails says why in
-**   tarvane_last_error; a call that succeeds empties it.
+**   tarvane_last_error; a call that succeeds empties it (a sweep leaves the faults of its rows there).
 **
 ** Units
 **   Those of the request: "units" is "US" (in., psig, psi, lbf, ft-lbs, sq in., degrees F, lbm, lbm per cu in.),
@@ -47,16 +47,13 @@ enum { TARVANE_VESSEL_ABI = 1 };
 /* A folder of data files, and the latest texts. */
 typedef struct TARVANE_VESSEL TARVANE_VESSEL;
 
-/* What a call returns. */
+/* What a call returns. Where it is not TARVANE_OK tarvane_last_error has more. */
 enum {
-    TARVANE_OK = 0, /* calculated; whether it passes is in the result */
-    TARVANE_FAULTY =
-        1, /* the request has faults, all of them in tarvane_last_error; nothing was calculated */
-    TARVANE_ENGINE_STOPPED =
-        2, /* the engine stopped; its code is the value in tarvane_last_error */
-    TARVANE_NO_DATA =
-        3, /* the folder of the data files, or a file in it, is missing or unreadable */
-    TARVANE_INTERNAL = 4 /* no memory, a null pointer, a header of another number */
+    TARVANE_OK = 0,             /* calculated; whether it passes is in the result */
+    TARVANE_FAULTY = 1,         /* all faults of the request are told; nothing was calculated */
+    TARVANE_ENGINE_STOPPED = 2, /* the engine stopped; its code is the value of the fault */
+    TARVANE_NO_DATA = 3,        /* data folder, or a file in it, missing or unreadable */
+    TARVANE_INTERNAL = 4        /* no memory, a null pointer, a header of another number */
 };
 
 /* What a result has besides verdicts and inputs; bits of `want`, added. Other bits are faults. */
@@ -133,6 +130,37 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 */
 TARVANE_VESSEL_API int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request,
                                              int32_t want, const char** result);
+
+/*
+** Progress of a sweep: called now and then, between rows, and at the end, with the rows that are done and all of
+** them. Other calls of the library may be made in it, but tarvane_close with the handle of the sweep. What it
+** returns: 0 goes on, anything else ends the sweep.
+*/
+typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
+
+/*
+** tarvane_sweep - one request with many values, arrays in and arrays out.
+**   request   as for tarvane_calculate
+**   inputs    names, ending in a null pointer: "flange[0].t" of a component, "vessel.P" of all that take it from
+**             there. The request need not have a value there; one that it has is not looked at
+**   outputs   names, ending in a null pointer: "flange[0].results.mawp", a result; "flange[0].passed", 1 or 0;
+**             of the check that governs "flange[0].ratio" and "flange[0].governing", its place in the list of
+**             checks of "keys", from 0 on; "vessel.passed", "vessel.ratio" and "vessel.governing", the place of
+**             the component in the request, from 0 on
+**   rows      0 or more
+**   x         rows by inputs, in the units of the request; a flag is 0 or 1, a choice its number
+**   y         receives rows by outputs, in the units of the request: singles, bit for bit those that
+**             tarvane_calculate finds with the values of the row; NaN where there is no value
+**   fault     may be a null pointer; receives for each row 0, or k: the k-th fault, from 1 on, of
+**             tarvane_last_error is the first of the row, all of whose outputs are NaN then
+**   progress  may be a null pointer, user is handed on to it
+**   done      may be a null pointer; receives the number of rows that were made; those after them are untouched
+** Returns as tarvane_calculate. TARVANE_OK also when rows have faults or progress ended the sweep. A request that
+** is at fault whatever the inputs, and a name that there is not, are faults of the call, and nothing is calculated.
+*/
+TARVANE_VESSEL_API int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* request, const char* const* inputs,
+                                         const char* const* outputs, int64_t rows, const double* x, double* y,
+                                         int32_t* fault, TARVANE_PROGRESS progress, void* user, int64_t* done);
 
 #ifdef __cplusplus
 }

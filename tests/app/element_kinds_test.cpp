@@ -21,6 +21,7 @@ constexpr Synonym PEG_SYNONYMS[] = {{"len", "length"}};
 constexpr KeyTable PEG_TABLE{PEG_KEYS, PEG_SYNONYMS};
 
 struct Peg final : Element, Settings<PegNumber, PegText> {
+    std::unique_ptr<Element> copy() const override { return std::make_unique<Peg>(*this); }
     std::string description() const override { return text_setting(PegText::description); }
     void put_number(const Key& key, float value) override {
         settings[static_cast<std::size_t>(key.index)] = value;

@@ -339,6 +339,17 @@ std::optional<std::string> DataFilesCheck::first_fault(std::string_view name) {
     return file.fault;
 }
 
+void DataFilesCheck::tell_again() {
+    for (auto& [name, answer] : answers)
+        answer.told = false;
+}
+
+bool DataFilesCheck::approximate(const std::string& file, const std::string& item) {
+    const auto known = approximates.find({file, item});
+    if (known != approximates.end()) return known->second;
+    return approximates.emplace(std::pair(file, item), is_approximate(file, item)).first->second;
+}
+
 bool DataFilesCheck::sound(std::string_view name) { return !answer(name).fault; }
 
 } // namespace tarvane::vessel

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvane::vessel {
@@ -34,7 +35,12 @@ class DataFilesCheck {
     // The fault of a file when it is asked for the first time; nothing later, as nobody needs it told twice.
     std::optional<std::string> first_fault(std::string_view name);
 
+    // Every fault is asked for the first time again.
+    void tell_again();
+
     bool sound(std::string_view name);
+    // is_approximate of a folder whose list of them is sound.
+    bool approximate(const std::string& file, const std::string& item);
 
   private:
     struct Answer {
@@ -42,6 +48,7 @@ class DataFilesCheck {
         bool told = false;
     };
     std::map<std::string, Answer, std::less<>> answers;
+    std::map<std::pair<std::string, std::string>, bool> approximates;
 
     Answer& answer(std::string_view name);
 };

@@ -26,6 +26,19 @@ Calculation calculate(const Request& request) {
     return c;
 }
 
+std::string_view verdict_of(const Verdict& verdict, const Checks& checks) {
+    const auto any = [&](State state) {
+        return std::any_of(checks.begin(), checks.end(),
+                           [state](const Check& check) { return check.state() == state; });
+    };
+    if (verdict.status == Status::fails || any(State::fail)) return FAIL;
+    return verdict.status != Status::fine || any(State::not_made) ? NOT_MADE : PASS;
+}
+
+std::string path_of(const Element& element) {
+    return std::string(element.kind->table) + '[' + std::to_string(element.number - 1) + ']';
+}
+
 std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units) {
     std::string tables;
     for (const ElementKind* kind : element_kinds()) {

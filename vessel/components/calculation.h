@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvane::vessel {
@@ -20,6 +21,13 @@ struct Calculation {
 
 // The request must live as long as the calculation.
 Calculation calculate(const Request& request);
+
+// In one word: "pass", "fail", "not made".
+inline constexpr std::string_view PASS = "pass", FAIL = "fail", NOT_MADE = "not made";
+std::string_view verdict_of(const Verdict& verdict, const Checks& checks);
+
+// "flange[0]"
+std::string path_of(const Element& element);
 
 // The closing tables of all kinds, in the order of the kinds.
 std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units);

@@ -78,7 +78,7 @@ void Reading::rely_on(std::string_view file) {
 void Reading::use(const std::string& file, const std::string& item) {
     rely_on(file);
     rely_on(APPROXIMATE_FILE);
-    if (data_files.sound(APPROXIMATE_FILE)) use(file, item, is_approximate(file, item));
+    if (data_files.sound(APPROXIMATE_FILE)) use(file, item, data_files.approximate(file, item));
 }
 
 void Reading::tell(std::string note) {

@@ -140,6 +140,7 @@ struct Element {
     Origins origins;
 
     virtual ~Element() = default;
+    virtual std::unique_ptr<Element> copy() const = 0;
 
     // Trimmed, Western; empty when the file gives none.
     virtual std::string description() const = 0;

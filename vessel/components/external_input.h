@@ -29,6 +29,9 @@ struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
     const std::string& material() const { return text_setting(ExternalText::material); }
     const std::string& chart() const { return text_setting(ExternalText::chart); }
 
+    std::unique_ptr<Element> copy() const override {
+        return std::make_unique<ExternalInput>(*this);
+    }
     std::string description() const override { return text_setting(ExternalText::description); }
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;

@@ -28,6 +28,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     bool takes_bolt_size() const; // the given one is neither selected nor that of a root area
     void write_slot(int offset, std::size_t width, std::string_view western);
 
+    std::unique_ptr<Element> copy() const override { return std::make_unique<FlangeInput>(*this); }
     std::string description() const override;
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;

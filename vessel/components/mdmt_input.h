@@ -30,6 +30,7 @@ struct MdmtInput final : Element, Settings<MdmtNumber, MdmtText> {
     bool exempt() const { return curve() == TARVANE_CURVE_EXEMPT; }
     const std::string& material() const { return text_setting(MdmtText::material); }
 
+    std::unique_ptr<Element> copy() const override { return std::make_unique<MdmtInput>(*this); }
     std::string description() const override { return text_setting(MdmtText::description); }
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;

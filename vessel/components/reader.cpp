@@ -5,6 +5,7 @@
 #include "components/read_value.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <tuple>
 
@@ -17,6 +18,7 @@ using Kinds = std::span<const ElementKind* const>;
 constexpr std::string_view FILE_KEYS[] = {"tarvane", "units", "decimal_comma", "metric_constants",
                                           "vessel"};
 constexpr std::int64_t NEWEST_FORM = 1;
+constexpr double LARGEST_INTEGER = 9007199254740992.0; // that a double holds with all below it
 
 // A table whose keys hold for every component that doesn't give them.
 struct CommonTable {
@@ -27,16 +29,24 @@ struct CommonTable {
 
 class Reader {
   public:
-    Reader(ReadResult& into, Kinds of_requests)
-        : request(into.request), faults(into.faults), known_kinds(of_requests) {}
+    // `inputs`: paths of values that come later, one for each reading.
+    Reader(ReadResult& into, Kinds of_requests, std::span<const std::string> inputs = {})
+        : request(into.request), faults(into.faults), known_kinds(of_requests), later(inputs) {}
 
     void read(const Table& root);
+    // What read leaves open, with these values of the inputs.
+    void read_again(std::span<const double> values);
+    // Of the components that have inputs.
+    std::vector<std::size_t> open_places() const;
+    bool takes(std::size_t input) const;
 
   private:
     Request& request;
     FaultList faults;
     Kinds known_kinds;
+    std::span<const std::string> later;
     std::vector<const ElementKind*> kinds; // that the request has
+    std::vector<CommonTable> commons;
     MaterialFiles materials;
     DataFilesCheck data_files;
 
@@ -57,6 +67,21 @@ class Reader {
         std::string name;
     };
 
+    // A key whose value comes later.
+    struct Open {
+        std::size_t input;
+        const Key* key;
+        std::string name, path;
+    };
+    // A component with the values that are given, before what follows from them.
+    struct Draft {
+        std::size_t place; // in the request
+        std::unique_ptr<Element> element;
+        Reading reading;
+        std::vector<Open> open;
+    };
+    std::vector<Draft> drafts;
+
     bool read_flag(const Table& root, std::string_view key, bool fallback);
     void read_file_keys(const Table& root);
     std::vector<CommonTable> common_tables(const Table& root);
@@ -70,7 +95,8 @@ class Reader {
     Written find_common(const CommonTable& common, const KeyTable& keys, const Key& key) const;
     void read_key(const Written& written, const Key& key, const std::string& path, Element& element,
                   Reading& reading);
-    void read_component(const Source& source, std::span<const CommonTable> common);
+    Draft begin_component(const Source& source);
+    void finish_component(std::unique_ptr<Element> element, Reading& reading, std::size_t place);
 };
 
 // ---- names ---------------------------------------------------------------------------------------------
@@ -234,26 +260,42 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
     faults.list().back().value = written.value->shown();
 }
 
-void Reader::read_component(const Source& source, std::span<const CommonTable> common) {
+Reader::Draft Reader::begin_component(const Source& source) {
     const KeyTable& keys = source.kind->keys;
-    std::unique_ptr<Element> element = source.kind->make();
+    const std::string path = source.path();
+    Draft draft{
+        request.elements.size(),
+        source.kind->make(),
+        Reading(request.units, materials, data_files, source.value->at.line, path, faults.list()),
+        {}};
+    const std::unique_ptr<Element>& element = draft.element;
     element->line = source.value->at.line;
     element->number = source.number;
-    const std::string path = source.path();
-    Reading reading(request.units, materials, data_files, element->line, path, faults.list());
 
     for (const Key& key : keys.keys) {
         if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));
         Written written = find_own(source.table(), keys, key, path);
         std::string place = path + '.' + written.name;
-        for (const CommonTable& table : common) {
+        for (const CommonTable& table : commons) {
             if (written.value != nullptr) break;
             written = find_common(table, keys, key);
             place = table.prefix + written.name;
         }
-        if (written.value != nullptr) read_key(written, key, place, *element, reading);
+        if (written.value == nullptr) continue;
+        const auto input = std::find(later.begin(), later.end(), place);
+        if (input == later.end())
+            read_key(written, key, place, *element, draft.reading);
+        else
+            draft.open.push_back({static_cast<std::size_t>(input - later.begin()), &key,
+                                  std::move(written.name), std::move(place)});
     }
+    return draft;
+}
 
+void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading,
+                              std::size_t place) {
+    const ElementKind& kind = *element->kind;
+    const KeyTable& keys = kind.keys;
     // A flag that is left open is on when one of the keys that belong to it is given.
     for (const Key& key : keys.keys) {
         if (!key.group.empty() && reading.given(key.name) && !reading.given(key.group))
@@ -268,15 +310,18 @@ void Reader::read_component(const Source& source, std::span<const CommonTable> c
         if (std::find(missing.begin(), missing.end(), name) != missing.end()) continue;
         missing.push_back(name);
         const Key& key = *keys.find(name);
-        reading.fault(name, "missing in " + std::string(source.kind->table) + ' ' +
-                                std::to_string(source.number) + "; " +
+        reading.fault(name, "missing in " + std::string(kind.table) + ' ' +
+                                std::to_string(element->number) + "; " +
                                 expected(key, request.units) + " is expected (" +
                                 std::string(key.meaning) + ")");
     }
     element->data = std::move(reading.data);
     element->notes = std::move(reading.notes);
     element->origins = reading.take_origins();
-    request.elements.push_back(std::move(element));
+    if (place == request.elements.size())
+        request.elements.push_back(std::move(element));
+    else
+        request.elements[place] = std::move(element);
 }
 
 // "[[flange]], [[shell]]" for the messages.
@@ -373,7 +418,8 @@ void Reader::read(const Table& root) {
     for (const ElementKind* kind : known_kinds)
         others.push_back(kind->table);
     check_names(root, "", kinds, others);
-    const std::vector<CommonTable> common = common_tables(root);
+    for (CommonTable& table : common_tables(root))
+        commons.push_back(table);
 
     if (sources.empty() && !faulty) {
         faults.add({.line = 1}, known_kinds.front()->table,
@@ -385,11 +431,84 @@ void Reader::read(const Table& root) {
     });
     for (const Source& source : sources) {
         check_names(source.table(), source.path(), Kinds(&source.kind, 1), {});
-        read_component(source, common);
+        Draft draft = begin_component(source);
+        if (draft.open.empty()) {
+            finish_component(std::move(draft.element), draft.reading, draft.place);
+        } else {
+            request.elements.push_back(draft.element->copy());
+            drafts.push_back(std::move(draft));
+        }
+    }
+}
+
+// ---- readings one after another --------------------------------------------------------------------------
+
+std::vector<std::size_t> Reader::open_places() const {
+    std::vector<std::size_t> places;
+    for (const Draft& draft : drafts)
+        places.push_back(draft.place);
+    return places;
+}
+
+bool Reader::takes(std::size_t input) const {
+    return std::any_of(drafts.begin(), drafts.end(), [input](const Draft& draft) {
+        return std::any_of(draft.open.begin(), draft.open.end(),
+                           [input](const Open& open) { return open.input == input; });
+    });
+}
+
+// A number as its key takes it.
+Value value_for(const Key& key, double number) {
+    const bool flag = key.quantity == Quantity::flag && (number == 0.0 || number == 1.0);
+    if (flag) return number == 1.0;
+    const bool integer = key.quantity == Quantity::choice || key.quantity == Quantity::whole;
+    if (integer && number == std::floor(number) && std::fabs(number) < LARGEST_INTEGER)
+        return static_cast<std::int64_t>(number);
+    return number;
+}
+
+void Reader::read_again(std::span<const double> values) {
+    faults.list().clear();
+    data_files.tell_again();
+    for (const Draft& draft : drafts) {
+        std::unique_ptr<Element> element = draft.element->copy();
+        Reading reading = draft.reading;
+        for (const Open& open : draft.open) {
+            const Value value = value_for(*open.key, values[open.input]);
+            read_key({&value, open.name}, *open.key, open.path, *element, reading);
+        }
+        finish_component(std::move(element), reading, draft.place);
     }
 }
 
 } // namespace
+
+struct RepeatedReading::Parts {
+    ReadResult result;
+    Reader reader;
+
+    Parts(const Table& root, std::span<const std::string> inputs)
+        : reader(result, element_kinds(), inputs) {
+        reader.read(root);
+    }
+};
+
+RepeatedReading::RepeatedReading(const Table& root, std::span<const std::string> inputs)
+    : parts(std::make_unique<Parts>(root, inputs)) {
+    sort_faults(parts->result.faults);
+}
+RepeatedReading::~RepeatedReading() = default;
+
+const ReadResult& RepeatedReading::result() const { return parts->result; }
+Request& RepeatedReading::request() { return parts->result.request; }
+bool RepeatedReading::takes(std::size_t input) const { return parts->reader.takes(input); }
+std::vector<std::size_t> RepeatedReading::changing() const { return parts->reader.open_places(); }
+
+const Faults& RepeatedReading::read(std::span<const double> values) {
+    parts->reader.read_again(values);
+    sort_faults(parts->result.faults);
+    return parts->result.faults;
+}
 
 ReadResult read_request(const Table& root, Kinds kinds) {
     ReadResult result;

@@ -27,6 +27,7 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     bool needs_modulus() const; // of the modulus table
     const std::string& material() const { return text_setting(ShellText::material); }
 
+    std::unique_ptr<Element> copy() const override { return std::make_unique<ShellInput>(*this); }
     std::string description() const override { return text_setting(ShellText::description); }
     void put_number(const Key& key, float value) override;
     void put_text(const Key& key, const std::string& western) override;

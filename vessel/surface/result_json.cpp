@@ -26,12 +26,7 @@ struct Found {
 };
 
 std::string_view verdict_of(const Found& found) {
-    const auto any = [&](State state) {
-        return std::any_of(found.checks.begin(), found.checks.end(),
-                           [state](const Check& check) { return check.state() == state; });
-    };
-    if (found.verdict->status == Status::fails || any(State::fail)) return FAIL;
-    return found.verdict->status != Status::fine || any(State::not_made) ? NOT_MADE : PASS;
+    return vessel::verdict_of(*found.verdict, found.checks);
 }
 
 // The worst of all.
@@ -277,10 +272,6 @@ std::string Writer::write(const std::vector<Found>& components) {
 }
 
 } // namespace
-
-std::string path_of(const Element& element) {
-    return std::string(element.kind->table) + '[' + std::to_string(element.number - 1) + ']';
-}
 
 std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted) {
     std::vector<Found> components;

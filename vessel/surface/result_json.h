@@ -5,7 +5,6 @@
 #include "values/fault.h"
 
 #include <string>
-#include <string_view>
 
 namespace tarvane::vessel {
 
@@ -13,11 +12,6 @@ namespace tarvane::vessel {
 struct Wanted {
     bool results = false, report = false, drawings = false;
 };
-
-inline constexpr std::string_view PASS = "pass", FAIL = "fail", NOT_MADE = "not made";
-
-// "flange[0]"
-std::string path_of(const Element& element);
 
 // Of a calculation that nothing ended.
 std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted);

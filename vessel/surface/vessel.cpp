@@ -8,6 +8,7 @@
 #include "surface/engine_turn.h"
 #include "surface/result_json.h"
 #include "surface/schema.h"
+#include "surface/sweep.h"
 #include "values/json.h"
 
 #include <algorithm>
@@ -101,16 +102,24 @@ Ended refused(Faults faults) {
     return {data ? TARVANE_NO_DATA : TARVANE_FAULTY, std::move(faults)};
 }
 
-Ended read(const char* text, ReadResult& into) {
+Ended parse(const char* text, Value& into) {
     Faults faults;
-    const std::optional<Value> tree = read_json(text, faults);
+    std::optional<Value> tree = read_json(text, faults);
     if (!tree) return refused(std::move(faults));
     if (tree->table() == nullptr)
         return ended(TARVANE_FAULTY, "a JSON object is expected, not " + tree->shown());
+    into = std::move(*tree);
+    return {};
+}
+
+Ended read(const char* text, ReadResult& into) {
+    Value tree;
+    Ended end = parse(text, tree);
+    if (end.status != TARVANE_OK) return end;
     Outcome reading; // of what the engine is asked on the way
     {
         const Services services(reading);
-        into = read_request(*tree->table());
+        into = read_request(*tree.table());
     }
     if (reading.stopped)
         return {TARVANE_ENGINE_STOPPED,
@@ -151,6 +160,60 @@ Ended calculated(const TARVANE_VESSEL& vessel, const char* text, std::int32_t wa
                         .report = input.request.report,
                         .drawings = (want & TARVANE_WANT_DRAWINGS) != 0});
     return end;
+}
+
+// Names up to a null pointer.
+std::vector<std::string> names_of(const char* const* names) {
+    std::vector<std::string> list;
+    for (; *names != nullptr; ++names)
+        list.emplace_back(*names);
+    return list;
+}
+
+struct SweepCall {
+    const char* request;
+    const char *const *inputs, *const *outputs;
+    std::int64_t rows;
+    const double* x;
+    double* y;
+    std::int32_t* fault;
+    TARVANE_PROGRESS progress;
+    void* user;
+};
+
+Ended swept(const TARVANE_VESSEL& vessel, const SweepCall& call, std::int64_t& done) {
+    if (call.request == nullptr) return ended(TARVANE_INTERNAL, "a request is expected");
+    if (call.inputs == nullptr || call.outputs == nullptr)
+        return ended(TARVANE_INTERNAL, "lists of inputs and outputs are expected");
+    const std::vector<std::string> inputs = names_of(call.inputs), outputs = names_of(call.outputs);
+    constexpr std::int64_t MOST_ROWS = std::int64_t{1} << 40;
+    if (call.rows < 0 || call.rows > MOST_ROWS)
+        return {TARVANE_INTERNAL,
+                {{.message = "a number of rows is expected",
+                  .path = "rows",
+                  .value = std::to_string(call.rows)}}};
+    const auto rows = static_cast<std::size_t>(call.rows);
+    if ((call.x == nullptr && rows * inputs.size() > 0) ||
+        (call.y == nullptr && rows * outputs.size() > 0))
+        return ended(TARVANE_INTERNAL, "arrays of values are expected");
+
+    std::optional<EngineTurn> turn(vessel.data_folder);
+    Value tree;
+    Ended end = parse(call.request, tree);
+    if (end.status != TARVANE_OK) return end;
+    SweepArrays arrays{.rows = call.rows,
+                       .x = {call.x, rows * inputs.size()},
+                       .y = {call.y, rows * outputs.size()},
+                       .fault = {call.fault, call.fault != nullptr ? rows : 0},
+                       .go_on = {}};
+    if (call.progress != nullptr)
+        arrays.go_on = [&call](std::int64_t so_far) {
+            return call.progress(call.user, so_far, call.rows) == 0;
+        };
+    SweepEnd made = sweep(std::move(tree), inputs, outputs, arrays, turn, vessel.data_folder);
+    if (!made.refused.empty()) return refused(std::move(made.refused));
+    done = made.done;
+    return {TARVANE_OK, std::move(made.of_rows)};
 }
 
 Ended described(const char* what, std::string& into) {
@@ -250,5 +313,18 @@ int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request, int32_t w
     const std::lock_guard<std::mutex> lock(vessel->texts);
     vessel->result = std::move(text);
     if (status == TARVANE_OK) *result = vessel->result.c_str();
+    return status;
+}
+
+int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* request, const char* const* inputs,
+                      const char* const* outputs, int64_t rows, const double* x, double* y,
+                      int32_t* fault, TARVANE_PROGRESS progress, void* user, int64_t* done) {
+    std::int64_t made = 0;
+    if (done != nullptr) *done = 0;
+    if (vessel == nullptr) return TARVANE_INTERNAL;
+    const std::int32_t status = call(*vessel, [&] {
+        return swept(*vessel, {request, inputs, outputs, rows, x, y, fault, progress, user}, made);
+    });
+    if (done != nullptr) *done = made;
     return status;
 }

@@ -16,6 +16,11 @@ const Value* Table::find(std::string_view key) const {
     return found == nullptr ? nullptr : &found->value;
 }
 
+Value* Table::find(std::string_view key) {
+    const auto place = places.find(key);
+    return place == places.end() ? nullptr : &entries[place->second].value;
+}
+
 Value& Table::put(std::string key, Value value, Position at) {
     const auto [place, is_new] = places.emplace(key, entries.size());
     if (!is_new) return entries[place->second].value = std::move(value);

@@ -37,6 +37,8 @@ class Table {
 
     const Entry* entry(std::string_view key) const; // none: a null pointer
     const Value* find(std::string_view key) const;  // the same
+    Value* find(std::string_view key);
+    // In place of the value that the key has, perhaps.
     Value& put(std::string key, Value value, Position at = {});
     bool empty() const;
     std::size_t size() const;

@@ -1,0 +1,406 @@
+// A sweep finds in every row what tarvane_calculate finds with the values of that row, bit for bit.
+#include "vessel_fixture.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <set>
+#include <span>
+
+namespace tarvane::vessel {
+
+namespace {
+
+struct Swept {
+    std::int32_t status = -1;
+    std::int64_t done = -1;
+    std::vector<double> y;
+    std::vector<std::int32_t> fault;
+    Value error;
+};
+
+std::vector<const char*> pointers(const std::vector<std::string>& names) {
+    std::vector<const char*> list;
+    for (const std::string& name : names)
+        list.push_back(name.c_str());
+    list.push_back(nullptr);
+    return list;
+}
+
+constexpr double UNTOUCHED = 12345.0;
+
+Swept sweep(const Handle& handle, const std::string& request,
+            const std::vector<std::string>& inputs, const std::vector<std::string>& outputs,
+            const std::vector<double>& x, std::int64_t rows, TARVANE_PROGRESS progress = nullptr,
+            void* user = nullptr) {
+    Swept swept;
+    swept.y.assign(static_cast<std::size_t>(rows) * outputs.size() + 1, UNTOUCHED);
+    swept.fault.assign(static_cast<std::size_t>(rows) + 1, -1);
+    swept.status = tarvane_sweep(handle.get(), request.c_str(), pointers(inputs).data(),
+                                 pointers(outputs).data(), rows, x.data(), swept.y.data(),
+                                 swept.fault.data(), progress, user, &swept.done);
+    swept.error = parsed(tarvane_last_error(handle.get()));
+    EXPECT_EQ(swept.y.back(), UNTOUCHED);
+    EXPECT_EQ(swept.fault.back(), -1);
+    return swept;
+}
+
+// ---- each row ----------------------------------------------------------------------------------------------
+
+// A number as JSON reads it back.
+std::string digits(double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    return text;
+}
+
+// A request with words of the test in place of numbers: "@0" is input 0.
+std::string filled(std::string request, std::span<const double> values) {
+    for (std::size_t i = values.size(); i-- > 0;) {
+        const std::string word = '@' + std::to_string(i);
+        const std::size_t at = request.find(word);
+        EXPECT_NE(at, std::string::npos) << word;
+        request.replace(at, word.size(), digits(values[i]));
+    }
+    return request;
+}
+
+struct Range {
+    std::string path;
+    double from, to;
+    bool whole = false;
+};
+
+// Every result of a component and what its checks come to.
+std::vector<std::string> all_outputs(const Handle& handle, const std::string& kind) {
+    std::vector<std::string> outputs;
+    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
+    const Value kinds = at(keys, "kinds");
+    for (const Value& each : *kinds.list()) {
+        if (text_at(each, "name") != kind) continue;
+        const Value results = at(each, "results");
+        for (const Value& field : *results.list())
+            outputs.push_back(kind + "[0].results." + text_at(field, "name"));
+    }
+    for (const char* output : {".ratio", ".passed", ".governing"}) {
+        outputs.push_back(kind + "[0]" + output);
+        outputs.push_back(std::string("vessel") + output);
+    }
+    return outputs;
+}
+
+std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
+                             std::vector<std::string>& in_order) {
+    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
+    const Value kinds = at(keys, "kinds");
+    for (const Value& each : *kinds.list()) {
+        if (text_at(each, "name") != kind) continue;
+        const Value checks = at(each, "checks");
+        for (const Value& field : *checks.list())
+            in_order.push_back(text_at(field, "id"));
+    }
+    return {in_order.begin(), in_order.end()};
+}
+
+// What the result of a calculation says of an output.
+double wanted(const Value& result, const std::string& output, const std::vector<std::string>& ids) {
+    constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
+    const std::size_t point = output.find('.');
+    const std::string of = output.substr(0, point), what = output.substr(point + 1);
+    const bool vessel = of == "vessel";
+    const std::string root = vessel ? "" : of + '.';
+    if (what == "passed") return text_at(result, root + "verdict") == "pass" ? 1.0 : 0.0;
+    if (what == "ratio" || what == "governing") {
+        // The only component's; the first check that was asked.
+        const std::string component = vessel ? text_at(result, "governing.component") : of;
+        const Value id = at(result, "governing.check");
+        if (id.null()) return NONE;
+        const Value checks = at(result, component + ".checks");
+        for (const Value& check : *checks.list()) {
+            if (text_at(check, "id") != *id.text()) continue;
+            if (what == "governing")
+                return vessel ? 0.0
+                              : static_cast<double>(std::find(ids.begin(), ids.end(), *id.text()) -
+                                                    ids.begin());
+            return at(check, "ratio").number().value_or(NONE);
+        }
+        return NONE;
+    }
+    const Value value = at(result, output);
+    if (const bool* flag = value.flag()) return *flag ? 1.0 : 0.0;
+    return value.number().value_or(NONE);
+}
+
+bool same(double a, double b) {
+    return (std::isnan(a) && std::isnan(b)) || static_cast<float>(a) == static_cast<float>(b);
+}
+
+// `request` has "@0" and so on where the inputs go.
+void compare(const std::string& kind, const std::string& request, const std::vector<Range>& ranges,
+             std::int64_t rows, std::size_t least_sound) {
+    const Handle handle;
+    std::mt19937 chance(static_cast<unsigned>(kind.size()) + 100);
+    std::vector<std::string> inputs;
+    std::vector<double> x;
+    for (const Range& range : ranges)
+        inputs.push_back(range.path);
+    for (std::int64_t row = 0; row < rows; ++row) {
+        for (const Range& range : ranges) {
+            std::uniform_real_distribution<double> draw(range.from, range.to);
+            const double value = draw(chance);
+            x.push_back(range.whole ? std::round(value) : value);
+        }
+    }
+    std::vector<std::string> ids;
+    ids_of(handle, kind, ids);
+    const std::vector<std::string> outputs = all_outputs(handle, kind);
+    // What stands where the inputs go is not looked at.
+    const std::vector<double> nothing(ranges.size(), -1.0e30);
+    const Swept swept = sweep(handle, filled(request, nothing), inputs, outputs, x, rows);
+    ASSERT_EQ(swept.status, TARVANE_OK) << text_at(swept.error, "[0].reason");
+    EXPECT_EQ(swept.done, rows);
+    std::size_t sound = 0;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(rows); ++row) {
+        const std::span<const double> values(&x[row * ranges.size()], ranges.size());
+        const Answer answer = handle.calculate(filled(request, values));
+        const std::int32_t k = swept.fault[row];
+        ASSERT_EQ(k == 0, answer.status == TARVANE_OK) << row;
+        if (k != 0) {
+            const std::string place = '[' + std::to_string(k - 1) + ']';
+            for (const char* part : {".path", ".value", ".reason"})
+                EXPECT_EQ(text_at(swept.error, place + part),
+                          text_at(answer.error, std::string("[0]") + part));
+        } else {
+            ++sound;
+        }
+        for (std::size_t i = 0; i < outputs.size(); ++i) {
+            const double found = swept.y[row * outputs.size() + i];
+            if (k != 0)
+                EXPECT_TRUE(std::isnan(found)) << outputs[i];
+            else
+                EXPECT_TRUE(same(found, wanted(answer.result, outputs[i], ids)))
+                    << row << ' ' << outputs[i] << ' ' << found << ' '
+                    << wanted(answer.result, outputs[i], ids);
+        }
+    }
+    EXPECT_GE(sound, least_sound);
+    EXPECT_LE(sound, static_cast<std::size_t>(rows));
+}
+
+TEST(Sweep, OfFlangesIsTheirCalculation) {
+    const std::string flange =
+        R"({"type": "weld neck", "P": 150, "T": @1, "B": 12.0, "A": 19.0, "t": @0, "g0": 0.375, "g1": 1.19,
+        "h": 3.25, "material": "SA-105", "bolting": "TEMA", "C": 17.0, "n": @2, "a": 0.875,
+        "bolt_material": "SA-193 B7", "Fod": 15.0, "Fid": 12.0, "Go": 14.75, "Gi": 14.0, "m": 3, "y": 10000,
+        "facing": "1a", "rigidity": true, "ci": @3})";
+    // Above 1000 degrees the steel has no stress; bolts and thickness make some of them fail.
+    compare("flange", R"({"tarvane": 1, "flange": [)" + flange + "]}",
+            {{"flange[0].t", 0.5, 3.0},
+             {"flange[0].T", 100, 1300},
+             {"flange[0].n", 8, 20, true},
+             {"flange[0].ci", -0.01, 0.2}},
+            40, 10);
+}
+
+TEST(Sweep, InOtherUnitsAndOfAllComponents) {
+    const std::string shell =
+        R"({"kind": "cylinder", "D": 1500, "t": @0, "material": "SA-516 70", "E": 0.85, "ci": 3})";
+    compare("shell",
+            R"({"tarvane": 1, "units": "SI", "vessel": {"P": @1, "T": @2}, "shell": [)" + shell +
+                "]}",
+            {{"shell[0].t", 2, 30}, {"vessel.P", 0.1, 4}, {"vessel.T", 20, 450}}, 40, 20);
+}
+
+TEST(Sweep, OfExternalPressure) {
+    compare("external",
+            R"({"external": [{"kind": "cylinder", "P_external": @0, "T": @1, "D": 60, "t": @2,
+            "material": "SA-516 70", "length": @3, "ci": 0.125}]})",
+            {{"external[0].P_external", 1, 60},
+             {"external[0].T", 100, 800},
+             {"external[0].t", 0.05, 1.0},
+             {"external[0].length", 10, 400}},
+            40, 20);
+}
+
+TEST(Sweep, OfMetalTemperatures) {
+    compare("mdmt",
+            R"({"mdmt": [{"material": "SA-516 70", "tg": @0, "ratio": @1, "MDMT": @2, "T": 300}]})",
+            {{"mdmt[0].tg", 0.1, 4}, {"mdmt[0].ratio", 0.2, 1.0}, {"mdmt[0].MDMT", -80, 60}}, 40,
+            20);
+}
+
+TEST(Sweep, OfAFlagAndAChoice) {
+    const Handle handle;
+    const std::string request = request_of(flange_json());
+    const std::vector<double> x{0, 1, 1, 1, 0.5, 1, 1, 1.5, 1, 17};
+    const Swept swept = sweep(handle, request, {"flange[0].rigidity", "flange[0].code"},
+                              {"flange[0].passed"}, x, 5);
+    ASSERT_EQ(swept.status, TARVANE_OK) << text_at(swept.error, "[0].reason");
+    EXPECT_EQ(swept.fault[0], 0);
+    EXPECT_EQ(swept.fault[1], 0);
+    for (std::size_t row = 2; row < 5; ++row) {
+        EXPECT_GT(swept.fault[row], 0) << row;
+        EXPECT_TRUE(std::isnan(swept.y[row]));
+    }
+    EXPECT_EQ(text_at(swept.error, "[0].reason").find("true or false is expected"), 0u);
+    EXPECT_EQ(text_at(swept.error, "[1].path"), "flange[0].code");
+}
+
+// ---- rows at fault ------------------------------------------------------------------------------------------
+
+TEST(SweepFaults, AreOfTheirRows) {
+    const Handle handle;
+    const double nan = std::nan(""), inf = std::numeric_limits<double>::infinity();
+    const Swept swept =
+        sweep(handle, request_of(flange_json()), {"flange[0].t"},
+              {"flange[0].passed", "vessel.passed"}, {1.0, nan, -1.0, 2.0, nan, inf, 1e300}, 7);
+    ASSERT_EQ(swept.status, TARVANE_OK);
+    EXPECT_EQ(std::vector(swept.fault.begin(), swept.fault.end() - 1),
+              (std::vector<std::int32_t>{0, 1, 2, 0, 1, 3, 4}));
+    for (std::size_t row = 0; row < 7; ++row)
+        EXPECT_EQ(std::isnan(swept.y[2 * row]), swept.fault[row] != 0);
+    EXPECT_EQ(text_at(swept.error, "[0].path"), "flange[0].t");
+    EXPECT_EQ(text_at(swept.error, "[0].value"), "nan");
+    EXPECT_EQ(text_at(swept.error, "[1].reason"), "it must be above 0");
+}
+
+TEST(SweepFaults, OfANumberTooManyAreOne) {
+    const Handle handle;
+    std::vector<double> x;
+    for (int i = 0; i < 1500; ++i)
+        x.push_back(1e39 * (i + 1));
+    const Swept swept =
+        sweep(handle, request_of(flange_json()), {"flange[0].ci"}, {"flange[0].passed"}, x, 1500);
+    ASSERT_EQ(swept.status, TARVANE_OK);
+    ASSERT_EQ(swept.error.list()->size(), 1001u);
+    EXPECT_EQ(swept.fault[999], 1000);
+    EXPECT_EQ(swept.fault[1000], 1001);
+    EXPECT_EQ(swept.fault[1499], 1001);
+}
+
+TEST(SweepFaults, OfTheCallLeaveTheArraysAlone) {
+    const Handle handle;
+    struct Case {
+        std::string request, input, output, path, reason;
+    };
+    const std::string sound = request_of(flange_json());
+    const Case cases[] = {
+        {sound, "flange[0].tt", "flange[0].passed", "flange[0].tt",
+         "no key of this place; the nearest is t"},
+        {sound, "flange[1].t", "flange[0].passed", "flange[1].t", "the request has no flange[1]"},
+        {sound, "flange[0", "flange[0].passed", "flange[0", "no key of this place"},
+        {sound, "flange[x].t", "flange[0].passed", "flange[x].t", "a path like flange[0].t"},
+        {sound, "units.thickness", "flange[0].passed", "", ""},
+        {sound, "decimal_comma", "flange[0].passed", "", ""},
+        {sound, "flange[0].t", "flange[0].pased", "flange[0].pased",
+         "no output of this request; the nearest is flange[0].passed"},
+        {sound, "flange[0].t", "flange[1].passed", "flange[1].passed", "no output of this request"},
+        {request_of(flange_json(R"(, "ci": "x")")), "flange[0].t", "flange[0].passed",
+         "flange[0].ci", "a number"},
+        {"{}", "flange[0].t", "flange[0].passed", "flange[0].t", "the request has no flange[0]"}};
+    for (const Case& each : cases) {
+        const Swept swept = sweep(handle, each.request, {each.input}, {each.output}, {1.0}, 1);
+        EXPECT_EQ(swept.status, TARVANE_FAULTY) << each.input;
+        EXPECT_EQ(swept.y[0], UNTOUCHED);
+        EXPECT_EQ(swept.fault[0], -1);
+        EXPECT_EQ(swept.done, 0);
+        if (each.reason.empty()) continue;
+        EXPECT_EQ(text_at(swept.error, "[0].path"), each.path);
+        EXPECT_EQ(text_at(swept.error, "[0].reason").find(each.reason), 0u)
+            << text_at(swept.error, "[0].reason");
+    }
+    const Swept twice = sweep(handle, sound, {"flange[0].t", "flange[0].t"}, {}, {1.0, 2.0}, 1);
+    EXPECT_EQ(twice.status, TARVANE_FAULTY);
+}
+
+TEST(SweepFaults, OfNullPointersAndSizes) {
+    const Handle handle;
+    const std::string request = request_of(flange_json());
+    const char* inputs[] = {"flange[0].t", nullptr};
+    const char* outputs[] = {"flange[0].passed", nullptr};
+    const double x = 1.0;
+    double y = UNTOUCHED;
+    std::int64_t done = 7;
+    const auto call = [&](const char* text, const char* const* in, const char* const* out,
+                          std::int64_t rows, const double* from, double* to) {
+        return tarvane_sweep(handle.get(), text, in, out, rows, from, to, nullptr, nullptr, nullptr,
+                             &done);
+    };
+    const char* text = request.c_str();
+    EXPECT_EQ(call(nullptr, inputs, outputs, 1, &x, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(done, 0);
+    EXPECT_EQ(call(text, nullptr, outputs, 1, &x, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(call(text, inputs, nullptr, 1, &x, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(call(text, inputs, outputs, -1, &x, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(call(text, inputs, outputs, INT64_MAX, &x, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(call(text, inputs, outputs, 1, nullptr, &y), TARVANE_INTERNAL);
+    EXPECT_EQ(call(text, inputs, outputs, 1, &x, nullptr), TARVANE_INTERNAL);
+    EXPECT_EQ(y, UNTOUCHED);
+    EXPECT_EQ(tarvane_sweep(nullptr, text, inputs, outputs, 1, &x, &y, nullptr, nullptr, nullptr,
+                            nullptr),
+              TARVANE_INTERNAL);
+    EXPECT_EQ(tarvane_sweep(handle.get(), text, inputs, outputs, 1, &x, &y, nullptr, nullptr,
+                            nullptr, nullptr),
+              TARVANE_OK);
+    EXPECT_NE(y, UNTOUCHED);
+    // No rows, no inputs, no outputs.
+    EXPECT_EQ(call(text, inputs, outputs, 0, nullptr, nullptr), TARVANE_OK);
+    const char* none[] = {nullptr};
+    EXPECT_EQ(call(text, none, outputs, 1, nullptr, &y), TARVANE_OK);
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(call(text, inputs, none, 1, &x, nullptr), TARVANE_OK);
+}
+
+// ---- progress ------------------------------------------------------------------------------------------------
+
+struct Watched {
+    const Handle* handle;
+    std::vector<std::int64_t> done;
+    std::int64_t stop_at = INT64_MAX;
+    bool calls = false;
+};
+
+std::int32_t watch(void* user, std::int64_t done, std::int64_t rows) {
+    auto& watched = *static_cast<Watched*>(user);
+    watched.done.push_back(done);
+    EXPECT_LE(done, rows);
+    // The library may be called from here.
+    if (watched.calls) {
+        EXPECT_EQ(watched.handle->calculate(request_of(flange_json())).status, TARVANE_OK);
+        EXPECT_EQ(watched.handle->calculate("{}").status, TARVANE_FAULTY);
+    }
+    return done >= watched.stop_at;
+}
+
+TEST(SweepProgress, ShowsTheRowsAndMayEndThem) {
+    const Handle handle;
+    constexpr std::int64_t ROWS = 3000;
+    std::vector<double> x;
+    for (std::int64_t i = 0; i < ROWS; ++i)
+        x.push_back(1.0 + 0.001 * static_cast<double>(i));
+    const std::string request = request_of(flange_json());
+    const std::vector<std::string> inputs{"flange[0].t"}, outputs{"flange[0].passed"};
+    Watched watched{&handle, {}, INT64_MAX, true};
+    const Swept all = sweep(handle, request, inputs, outputs, x, ROWS, watch, &watched);
+    ASSERT_EQ(all.status, TARVANE_OK);
+    ASSERT_GE(watched.done.size(), 2u);
+    EXPECT_EQ(watched.done.back(), ROWS);
+    EXPECT_TRUE(std::is_sorted(watched.done.begin(), watched.done.end()));
+    EXPECT_EQ(all.done, ROWS);
+    const Swept alone = sweep(handle, request, inputs, outputs, x, ROWS);
+    EXPECT_EQ(all.y, alone.y);
+
+    Watched early{&handle, {}, 1};
+    const Swept some = sweep(handle, request, inputs, outputs, x, ROWS, watch, &early);
+    EXPECT_EQ(some.status, TARVANE_OK);
+    EXPECT_EQ(early.done.size(), 1u);
+    EXPECT_EQ(some.done, early.done[0]);
+    EXPECT_LT(some.done, ROWS);
+    EXPECT_NE(some.y[static_cast<std::size_t>(some.done) - 1], UNTOUCHED);
+    EXPECT_EQ(some.y[static_cast<std::size_t>(some.done)], UNTOUCHED);
+    EXPECT_EQ(some.fault[static_cast<std::size_t>(some.done)], -1);
+}
+
+} // namespace
+} // namespace tarvane::vessel
