@@ -7,8 +7,12 @@
 namespace tarvane {
 
 EXTERNAL_STATE EXTERNAL;
+EXTERNAL_RESULTS EXTERNAL_FOUND = EXTERNAL_RESULTS_AT_LOAD;
 
-void RESET_EXTERNAL() { EXTERNAL = {}; }
+void RESET_EXTERNAL() {
+    EXTERNAL = {};
+    EXTERNAL_FOUND = EXTERNAL_RESULTS_AT_LOAD;
+}
 
 // ---- factors ---------------------------------------------------------------------------------------
 
@@ -33,6 +37,7 @@ Real FACTOR_A_FORMULA(Real dt, Real ld) {
 void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld, Real& A) {
     dt = Do / tc;
     ld = 0.0f;
+    EXTERNAL.last.A_by = A_OF_SPHERE;
     switch (Element) {
     case ELLIPTICAL:
         A = 0.125f / (ELLIPSE_K0(k) * dt);
@@ -47,22 +52,27 @@ void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld,
     case CONE:
         break;
     default:
+        EXTERNAL.last.A_by = NO_A;
         return;
     }
     ld = min(max(L / Do, 0.05f), 50.0f);
     if (Element == CONE) EXTERNAL.last.Lout = L;
     Real from_table = -1.0f;
     if (GLOBALS_mp_G_NUSE_TABLEG == 1 && dt < 1000.0f) TABLE_G_FACTOR_A(dt, ld, from_table);
+    EXTERNAL.last.A_by = from_table == -1.0f ? A_OF_CYLINDER : A_OF_TABLE_G;
     A = from_table == -1.0f ? FACTOR_A_FORMULA(dt, ld) : from_table;
     if (dt < 10.0f && A > 0.1f) A = 0.1f;
 }
 
-Real FACTOR_B(Real A, const CHART_CURVE& curve) {
-    if (!(A > curve.Aelastic)) return A * curve.E * 1.0E+6f * 0.5f;
-    if (A > curve.Amax) return curve.Bmax;
+CURVE_POINT CURVE_AT(Real A, const CHART_CURVE& curve) {
+    if (!(A > curve.Aelastic)) return {A * curve.E * 1.0E+6f * 0.5f, B_ELASTIC};
+    if (A > curve.Amax) return {curve.Bmax, B_AT_END};
     const Real x = log10(A);
-    return min(curve.c0 + curve.c1 * x + curve.c2 * square(x), curve.Bmax);
+    const Real B = curve.c0 + curve.c1 * x + curve.c2 * square(x);
+    return {min(B, curve.Bmax), B < curve.Bmax ? B_OF_CURVE : B_AT_END};
 }
+
+Real FACTOR_B(Real A, const CHART_CURVE& curve) { return CURVE_AT(A, curve).B; }
 
 // ---- pressure --------------------------------------------------------------------------------------
 
@@ -75,7 +85,10 @@ void EMAP_AT(CHART_CALL& call, const CHART_CURVE& curve) {
     const Real tc = (call.t - call.c) - call.u;
     Real dt = 0.0f, ld = 0.0f, K0 = 0.0f;
     FACTOR_A(tc, call.Do, call.L, call.k, call.Element, dt, ld, call.A);
-    call.B = FACTOR_B(call.A, curve);
+    const CURVE_POINT point = CURVE_AT(call.A, curve);
+    THICK_LIMIT thick_by = NOT_THICK;
+    call.B = point.B;
+    ++call.evaluations;
     if (call.Element == ELLIPTICAL) {
         K0 = ELLIPSE_K0(call.k);
         call.EMAP = call.B / (K0 * dt);
@@ -86,6 +99,7 @@ void EMAP_AT(CHART_CALL& call, const CHART_CURVE& curve) {
     } else if (cylinder_or_cone(call.Element) && dt < 10.0f) {
         const THICK_CYLINDER thick = THICK_PRESSURES(dt, call.B, call.S);
         call.EMAP = min(thick.Pa1, thick.Pa2);
+        thick_by = thick.Pa1 <= thick.Pa2 ? THICK_BY_B : THICK_BY_STRESS;
     } else {
         call.EMAP = 4.0f * call.B / (3.0f * dt);
     }
@@ -101,6 +115,8 @@ void EMAP_AT(CHART_CALL& call, const CHART_CURVE& curve) {
     last.A = call.A;
     last.B = call.B;
     last.EMAP = call.EMAP;
+    last.B_by = point.by;
+    last.thick_by = thick_by;
 }
 
 // ---- searches --------------------------------------------------------------------------------------
@@ -121,6 +137,7 @@ void TCA_SOLVE(CHART_CALL& call, const CHART_CURVE& curve, Real P) {
         const Real g = call.EMAP < P ? 2.0f : 0.5f;
         call.t = std::fabs(call.t + ((call.t - call.c) - call.u) * g * e);
     } while (!(std::fabs(e) < 0.0001f) && n < MOST);
+    call.search = std::fabs(e) < 0.0001f ? SEARCH_FOUND : SEARCH_USED_UP;
     EMAP_AT(call, curve);
     call.t = call.t / call.cosA;
     call.c = call.c / call.cosA;
@@ -142,6 +159,10 @@ void SLEN_SOLVE(CHART_CALL& call, const CHART_CURVE& curve, Real P) {
         f = std::sqrt(P / call.EMAP);
         if (f > 0.0f) call.L = call.L / f;
     } while (call.L <= 20.0f * L0 && n < MOST && (f < 0.999f || f > 1.0001f));
+    if (call.L > 20.0f * L0)
+        call.search = SEARCH_AT_LIMIT;
+    else
+        call.search = f >= 0.999f && f <= 1.0001f ? SEARCH_FOUND : SEARCH_USED_UP;
     EMAP_AT(call, curve);
 }
 

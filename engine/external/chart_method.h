@@ -2,6 +2,7 @@
 // curve, the pressure from B; and the two searches that turn the question round.
 #pragma once
 
+#include "external/results.h"
 #include "frame/types.h"
 #include "materials/modulus.h"
 
@@ -13,7 +14,12 @@ namespace tarvane {
 void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld, Real& A);
 // Factor A of a cylinder by the equations of the geometric chart.
 Real FACTOR_A_FORMULA(Real dt, Real ld);
-// Stress B (psi) at A.
+// Stress B (psi) at A, and the part of the curve that it is on.
+struct CURVE_POINT {
+    Real B;
+    B_SOURCE by;
+};
+CURVE_POINT CURVE_AT(Real A, const CHART_CURVE& curve);
 Real FACTOR_B(Real A, const CHART_CURVE& curve);
 // Equivalent factor of an elliptical head of aspect ratio k (Table UG-33.1).
 Real ELLIPSE_K0(Real k);
@@ -34,6 +40,8 @@ struct CHART_CALL {
     Real cosA = 1.0f;
     // Returned
     Real A = 0.0f, B = 0.0f, EMAP = 0.0f;
+    Int evaluations = 0;
+    SEARCH_END search = NO_SEARCH;
 };
 
 // Allowable pressure at t and L; the record takes it down.

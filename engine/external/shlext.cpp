@@ -1,5 +1,6 @@
 #include "external/shlext.h"
 
+#include "external/results.h"
 #include "external/results_report.h"
 #include "external/state.h"
 #include "external/stress_method.h"
@@ -29,6 +30,73 @@ void PREPARE_CHART(const SHLEXT_CALL& s) {
     READ_CHART(x.chart.view(), s.Temp, x.curve, s.Fy);
     x.CarbonChart = x.chart.view().find("CS") != std::string_view::npos ? 1 : 0;
     x.Emod = x.curve.E * 1.0E+6f;
+}
+
+// ---- what is found -----------------------------------------------------------------------------------
+
+void note_given(const SHLEXT_CALL& s) {
+    const EXTERNAL_STATE& x = EXTERNAL;
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    f.code = moduleCode;
+    f.older_division_2 = G_NUSE_OLD_DIV_2;
+    f.case_2286 = GLOBALS_mp_G_NUSE_CASE2286;
+    f.table_g = GLOBALS_mp_G_NUSE_TABLEG;
+    f.element = s.Element;
+    f.outside = s.DoGiven;
+    std::copy_n(x.chart.view().data(), CHART_COLUMNS, f.chart);
+    std::copy_n(CHART_TAKEN.view().data(), CHART_COLUMNS, f.chart_taken);
+    f.carbon_steel = x.CarbonChart;
+    f.p = s.P;
+    f.temp = s.Temp;
+    f.s = s.S;
+    f.sy = s.Fy;
+    if (from_pd_5500(moduleCode)) {
+        f.status = EXTERNAL_NO_CODE;
+        return;
+    }
+    f.status = EXTERNAL_CALCULATED;
+    f.above_chart = s.Temp > x.curve.t_used ? 1 : 0;
+    f.temp_curve = x.curve.t_used;
+    f.modulus = x.Emod;
+    f.modulus_status = f.above_chart == 1 ? CHART_EXCEEDED : OF_CHART;
+}
+
+Int chart_rules(Int Element) {
+    if (Element < CYLINDER || Element > CONE) return NO_RULES;
+    if (moduleCode == ASME_VIII_2) return BY_AD_300;
+    return Element == CYLINDER ? BY_UG_28 : BY_UG_33;
+}
+
+Int buckling_rules() {
+    return moduleCode == ASME_VIII_2 && present_division_2() ? BY_DIV2_4_4 : BY_CASE_2286;
+}
+
+void note_method(Int method, Int rules) {
+    EXTERNAL_FOUND.method = method;
+    EXTERNAL_FOUND.rules = rules;
+}
+
+constexpr Int index_of(EXTERNAL_STAGE stage) { return static_cast<Int>(stage) - 1; }
+
+// A stage by the charts, with its last evaluation.
+void note_stage(const CHART_CALL& call) {
+    const EXTERNAL_RECORD& last = EXTERNAL.last;
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    const Int i = index_of(EXTERNAL.stage);
+    f.evaluations[i] = call.evaluations;
+    f.search[i] = call.search;
+    f.a_by[i] = last.A_by;
+    f.b_by[i] = last.B_by;
+    f.thick_by[i] = last.thick_by;
+    f.thickness[i] = last.t;
+    f.diameter[i] = last.Do;
+    f.length[i] = last.L;
+    f.d_over_t[i] = last.dt;
+    f.l_over_d[i] = last.ld;
+    f.factor_a[i] = last.A;
+    f.factor_b[i] = last.B;
+    f.pressure[i] = last.EMAP;
+    if (last.Element == ELLIPTICAL) f.k0 = last.K0;
 }
 
 void temperature_warning() {
@@ -72,6 +140,32 @@ WALL MEASURE_WALL(SHLEXT_CALL& s) {
     return w;
 }
 
+void note_wall(const SHLEXT_CALL& s, const WALL& w) {
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    f.tc = (s.t - s.c) - s.Ut;
+    f.cos_alpha = w.cosA;
+    f.d_o = s.Do;
+    if (s.Element == CONE) f.d_small = w.Ds;
+}
+
+void note_flat_head(const SHLEXT_CALL& s, const WALL& w) {
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    note_method(AS_FLAT_HEAD, BY_UG_34);
+    note_wall(s, w);
+    f.maep = s.MAEP;
+    f.tca = s.Tca;
+}
+
+// What no stage formed is the caller's own.
+void note_results(const SHLEXT_CALL& s, const WALL& w) {
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    note_wall(s, w);
+    if (f.evaluations[index_of(EXTERNAL_STAGE::maep)] > 0) f.maep = s.MAEP;
+    if (s.P > 0.001f) f.tca = s.Tca;
+    if (s.Element == CYLINDER) f.slen = s.Slen;
+    f.fail_ca = s.FailCA;
+}
+
 // A cone so flat that it is one (UG-34, C = 0.25).
 void FLAT_HEAD(SHLEXT_CALL& s, const WALL& w) {
     s.Tca = (s.D + 2.0f * s.c) * std::sqrt(0.25f * s.P / s.S) + s.c + w.ue;
@@ -104,6 +198,7 @@ void CHART_METHOD(SHLEXT_CALL& s, const WALL& w) {
     x.stage = EXTERNAL_STAGE::maep;
     CHART_CALL maep = given;
     EMAP_AT(maep, x.curve);
+    note_stage(maep);
     s.MAEP = maep.EMAP;
     s.FactorA = maep.A;
     s.FactorB = maep.B;
@@ -113,6 +208,7 @@ void CHART_METHOD(SHLEXT_CALL& s, const WALL& w) {
     if (s.P > 0.001f) {
         CHART_CALL thickness = given;
         TCA_SOLVE(thickness, x.curve, s.P);
+        note_stage(thickness);
         s.Tca = thickness.t;
         stage_report(s);
     }
@@ -122,6 +218,7 @@ void CHART_METHOD(SHLEXT_CALL& s, const WALL& w) {
     if (s.Element == CYLINDER) {
         CHART_CALL length = given;
         SLEN_SOLVE(length, x.curve, s.P);
+        if (length.evaluations > 0) note_stage(length);
         s.Slen = length.L;
         if (s.Length > 4.0f) stage_report(s);
     }
@@ -131,7 +228,28 @@ void CHART_METHOD(SHLEXT_CALL& s, const WALL& w) {
 
 struct BUCKLING {
     Real Pa, Fha;
+    Real Do, L, tc; // of the cylinder or head that was evaluated
+    Real FS, Fhe, Fic;
+    FIC_SOURCE Fic_by;
 };
+
+// A stage by buckling stress, with its last evaluation.
+void note_stage(const BUCKLING& b, Int evaluations, SEARCH_END search) {
+    EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
+    const Int i = index_of(EXTERNAL.stage);
+    f.evaluations[i] = evaluations;
+    f.search[i] = search;
+    f.fic_by[i] = b.Fic_by;
+    f.thickness[i] = b.tc;
+    f.diameter[i] = b.Do;
+    f.length[i] = b.L;
+    f.d_over_t[i] = b.Do / b.tc;
+    f.fhe[i] = b.Fhe;
+    f.fic[i] = b.Fic;
+    f.fs[i] = b.FS;
+    f.fha[i] = b.Fha;
+    f.pressure[i] = b.Pa;
+}
 
 // The other kinds have no formula of this method: their pressure stays what the caller gave, and
 // their required thickness is the wall itself.
@@ -145,7 +263,15 @@ BUCKLING BUCKLING_AT(const SHLEXT_CALL& s, const WALL& w, Real E, Real tc, Real 
         const Real Do = cone ? (s.Do + w.Ds) / 2.0f / w.cosA : s.Do;
         const Real L = cone ? s.ConeLength / w.cosA : length;
         const BUCKLING_CYLINDER shell = CC2286_CYLINDER(Do, L, tc, E, s.Fy);
-        return {shell.Pa, shell.Fha};
+        return {.Pa = shell.Pa,
+                .Fha = shell.Fha,
+                .Do = Do,
+                .L = L,
+                .tc = tc,
+                .FS = shell.FS,
+                .Fhe = shell.Fhe,
+                .Fic = shell.Fic,
+                .Fic_by = shell.Fic_by};
     }
     Real kO = 0.0f; // outside aspect ratio
     if (s.Element == ELLIPTICAL) {
@@ -153,7 +279,15 @@ BUCKLING BUCKLING_AT(const SHLEXT_CALL& s, const WALL& w, Real E, Real tc, Real 
         kO = s.Do / 2.0f / x;
     }
     const BUCKLING_HEAD head = CC2286_HEAD(s.Element, s.Do, E, tc, s.Fy, -1.0f, -1.0f, kO);
-    return {head.Pa, head.Fha};
+    return {.Pa = head.Pa,
+            .Fha = head.Fha,
+            .Do = s.Do,
+            .L = length,
+            .tc = tc,
+            .FS = head.FS,
+            .Fhe = head.Fhe,
+            .Fic = head.Fic,
+            .Fic_by = head.Fic_by};
 }
 
 constexpr Real PRESSURE_TOLERANCE = 0.001f;
@@ -161,11 +295,15 @@ constexpr Int COUNTER_END = 26;
 
 // Net thickness for the design pressure, from one to start with.
 Real BUCKLING_THICKNESS(const SHLEXT_CALL& s, const WALL& w, Real E, Real t) {
-    for (Int counter = 1; counter < COUNTER_END; ++counter) {
-        const Real Pa = BUCKLING_AT(s, w, E, t, s.Length).Pa;
-        t = t * std::sqrt(s.P / Pa);
-        if (std::fabs(s.P - Pa) <= PRESSURE_TOLERANCE) break;
+    BUCKLING at{};
+    SEARCH_END search = SEARCH_USED_UP;
+    Int counter = 1;
+    for (; counter < COUNTER_END && search == SEARCH_USED_UP; ++counter) {
+        at = BUCKLING_AT(s, w, E, t, s.Length);
+        t = t * std::sqrt(s.P / at.Pa);
+        if (std::fabs(s.P - at.Pa) <= PRESSURE_TOLERANCE) search = SEARCH_FOUND;
     }
+    note_stage(at, counter - 1, search);
     return t;
 }
 
@@ -176,14 +314,17 @@ void STRESS_METHOD(SHLEXT_CALL& s, const WALL& w) {
     if (x.CarbonChart != 0) {
         SET_CHART(x.chart.view());
         x.Emod = ASMEMOD(s.Temp, s.Material, ASME_VIII_1) * 1.0E+6f;
+        EXTERNAL_FOUND.modulus_status = MODULUS_CAME;
     }
     const Real E = x.Emod;
+    EXTERNAL_FOUND.modulus = E;
     IWRITE = s.Print;
     HEADING("Maximum External Pressure per Code Case 2286 or Div. 2 Section 4.4");
     if (has_buckling_formula(s.Element)) {
         const BUCKLING given = BUCKLING_AT(s, w, E, tcc, s.Length);
         s.MAEP = given.Pa;
         s.Fha = given.Fha;
+        note_stage(given, 1, NO_SEARCH);
     }
     stage_report(s);
 
@@ -206,15 +347,20 @@ void STRESS_METHOD(SHLEXT_CALL& s, const WALL& w) {
         s.Slen = NO_VALUE;
         return;
     }
-    for (Int counter = 1; counter < COUNTER_END; ++counter) {
-        const Real Pa = BUCKLING_AT(s, w, E, tcc, s.Slen).Pa;
-        s.Slen = s.Slen * std::sqrt(Pa / s.P);
-        if (std::fabs(s.P - Pa) <= PRESSURE_TOLERANCE) break;
-        if (s.Slen > 999999.0f) {
+    BUCKLING at{};
+    SEARCH_END search = SEARCH_USED_UP;
+    Int counter = 1;
+    for (; counter < COUNTER_END && search == SEARCH_USED_UP; ++counter) {
+        at = BUCKLING_AT(s, w, E, tcc, s.Slen);
+        s.Slen = s.Slen * std::sqrt(at.Pa / s.P);
+        if (std::fabs(s.P - at.Pa) <= PRESSURE_TOLERANCE) {
+            search = SEARCH_FOUND;
+        } else if (s.Slen > 999999.0f) {
             s.Slen = 999999.0f;
-            break;
+            search = SEARCH_AT_LIMIT;
         }
     }
+    note_stage(at, counter - 1, search);
 }
 
 // ---- corrosion ---------------------------------------------------------------------------------------
@@ -235,31 +381,47 @@ Real LEAST_THICKNESS(Int Service) {
 void FAILURE_CORROSION(SHLEXT_CALL& s) {
     if (!(s.P > 1e-05f)) return;
     const Real spare = s.t - s.Tca;
-    if (!(spare < 0.0f)) s.FailCA = spare + s.c;
+    if (!(spare < 0.0f)) {
+        s.FailCA = spare + s.c;
+        EXTERNAL_FOUND.fail_ca_by = BY_REQUIRED_THICKNESS;
+    }
     const Real Tm = LEAST_THICKNESS(s.Service);
-    if (s.t - s.FailCA < Tm) s.FailCA = s.t - Tm;
+    EXTERNAL_FOUND.t_least = Tm;
+    if (s.t - s.FailCA < Tm) {
+        s.FailCA = s.t - Tm;
+        EXTERNAL_FOUND.fail_ca_by = BY_UG_16;
+    }
 }
 
 } // namespace
 
 void SHLEXT(SHLEXT_CALL& s) {
+    BEGIN_EXTERNAL_RESULTS();
     moduleCode = setup_design_code(); // the steps of a later flange read it, too
     s.FailCA = NO_VALUE;
     s.Fha = 0.0f;
     PREPARE_CHART(s);
+    note_given(s);
     if (from_pd_5500(moduleCode)) return;
     if (s.Temp > EXTERNAL.curve.t_used) temperature_warning();
 
     const WALL w = MEASURE_WALL(s);
-    if (s.Element == CONE && s.Alpha > 60.0f) return FLAT_HEAD(s, w);
+    if (s.Element == CONE && s.Alpha > 60.0f) {
+        FLAT_HEAD(s, w);
+        return note_flat_head(s, w);
+    }
     if (s.DoGiven == 1) s.Do = s.D;
 
     EXTERNAL.last.P = s.P;
-    if (USE_CHARTS(s.Fy))
+    if (USE_CHARTS(s.Fy)) {
+        note_method(BY_CHART, chart_rules(s.Element));
         CHART_METHOD(s, w);
-    else
+    } else {
+        note_method(BY_BUCKLING_STRESS, buckling_rules());
         STRESS_METHOD(s, w);
+    }
     FAILURE_CORROSION(s);
+    note_results(s, w);
     IWRITE = 1;
 }
 

@@ -31,6 +31,9 @@ struct EXTERNAL_RECORD {
     Real K0 = 0.0f;   // of an elliptical head
     Real A = 0.0f, B = 0.0f;
     Real EMAP = 0.0f;
+    A_SOURCE A_by = NO_A;
+    B_SOURCE B_by = NO_B;
+    THICK_LIMIT thick_by = NOT_THICK;
 };
 
 struct EXTERNAL_STATE {

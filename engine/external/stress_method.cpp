@@ -109,12 +109,15 @@ Real CYLINDER_CH(Real Mx, Real Do, Real t) {
     return Ch;
 }
 
-void CYLINDER_FIC(Real Fr, Real Fhe, Real Fy, Real& Fic) {
+FIC_SOURCE CYLINDER_FIC(Real Fr, Real Fhe, Real Fy, Real& Fic) {
     HEADING(FIC_TITLE);
+    FIC_SOURCE by = FIC_ELASTIC;
     if (Fr >= 2.439f) {
+        by = FIC_YIELD;
         Fic = Fy;
         TEXT_LINE(" Since Fr >= 2.439, Fic = Fy ");
     } else if (Fr > 0.552f) {
+        by = FIC_INELASTIC;
         Fic = 0.7f * Fy * pow(Fr, 0.4f);
         TEXT_LINE(" Since Fr > 0.552 and Fr < 2.439, Fic = 0.7 * Fy * Fr^(0.4) ");
         NUMBER_LINE(" = 0.7 * @2 * @2^(0.4)", {as_stress(Fy), Fr});
@@ -123,6 +126,7 @@ void CYLINDER_FIC(Real Fr, Real Fhe, Real Fy, Real& Fic) {
         TEXT_LINE(" Since Fr <= 0.552, Fic = Fhe  ");
     }
     stress_line(Fic);
+    return by;
 }
 
 Real CYLINDER_FHA(Real Fr, Real Fhe, Real Fy, Real FS) {
@@ -169,7 +173,7 @@ BUCKLING_CYLINDER CC2286_CYLINDER(Real Do, Real L, Real t, Real Ey, Real Fy) {
     factor_line(Fr);
 
     Real Fic = 0.0f;
-    CYLINDER_FIC(Fr, Fhe, Fy, Fic);
+    const FIC_SOURCE by = CYLINDER_FIC(Fr, Fhe, Fy, Fic);
     const Real FS = CC2286_FS(Fhe, Fic, Fy);
     const Real Fha = CYLINDER_FHA(Fr, Fhe, Fy, FS);
 
@@ -178,7 +182,7 @@ BUCKLING_CYLINDER CC2286_CYLINDER(Real Do, Real L, Real t, Real Ey, Real Fy) {
     TEXT_LINE(" = 2 * Fha * ( t / Do )");
     NUMBER_LINE(" = 2 * @3 * ( @3 / @3 )", {as_stress(Fha), as_thickness(t), as_diameter(Do)});
     VALUE_LINE(Pa, Kind::pressure);
-    return {.FS = FS, .Fhe = Fhe, .Fha = Fha, .Pa = Pa};
+    return {.FS = FS, .Fhe = Fhe, .Fha = Fha, .Pa = Pa, .Fic = Fic, .Fic_by = by};
 }
 
 // ---- head --------------------------------------------------------------------------------------------
@@ -189,10 +193,12 @@ namespace {
 Real HEAD_KNEE(Real Fhe, Real Fy) { return 1.31f * Fy / (Fy / Fhe + 1.15f); }
 Real HEAD_MIDDLE(Real Fhe, Real Fy) { return 0.18f * Fhe + 0.45f * Fy; }
 
-Real HEAD_FIC(Real Fr, Real Fhe, Real Fy) {
+Real HEAD_FIC(Real Fr, Real Fhe, Real Fy, FIC_SOURCE& by) {
     HEADING(FIC_TITLE);
     Real Fic;
+    by = FIC_INELASTIC;
     if (Fr >= 6.25f) {
+        by = FIC_YIELD;
         Fic = Fy;
         TEXT_LINE(" Since Fr >= 6.25, Fic = Fy ");
     } else if (Fr > 1.6f) {
@@ -205,6 +211,7 @@ Real HEAD_FIC(Real Fr, Real Fhe, Real Fy) {
         TEXT_LINE(" Since Fr > 0.55 and Fr <= 1.6, Fic = 0.18 * Fh + 0.45 * Fy ");
         TEXT_LINE(" = 0.18 * Fhe + 0.45 * Fy");
     } else {
+        by = FIC_ELASTIC;
         Fic = Fhe;
         TEXT_LINE(" Since Fr <= 0.55, Fic = Fhe ");
     }
@@ -249,10 +256,12 @@ BUCKLING_HEAD BIAXIAL_COMPRESSION(Real Ro, Real Ey, Real t, Real Fy, Real Sigma1
     TEXT_LINE(" = Fhe / Sy");
     factor_line(Fr);
 
-    Real Fic = HEAD_FIC(Fr, Fhe, Fy);
-    const Real FS = CC2286_FS(Fhe, Fic, Fy);
-
     BUCKLING_HEAD out;
+    Real Fic = HEAD_FIC(Fr, Fhe, Fy, out.Fic_by);
+    const Real FS = CC2286_FS(Fhe, Fic, Fy);
+    out.FS = FS;
+    out.Fhe = Fhe;
+    out.Fic = Fic;
     out.Fha = HEAD_FHA(Fr, Fhe, Fy, FS);
     out.Pa = 2.0f * out.Fha / Rot;
     HEADING(PA_TITLE);
@@ -280,8 +289,11 @@ BUCKLING_HEAD MIXED_STRESSES(Real Ro, Real Ey, Real t, Real Fy, Real Sigma2) {
 
     BUCKLING_HEAD out;
     if (Fr == 1.6f) return out; // belongs to neither of its neighbours here
-    Real Fic = HEAD_FIC(Fr, Fhe, Fy);
+    Real Fic = HEAD_FIC(Fr, Fhe, Fy, out.Fic_by);
     const Real FS = CC2286_FS(Fhe, Fic, Fy);
+    out.FS = FS;
+    out.Fhe = Fhe;
+    out.Fic = Fic;
     out.Fha = HEAD_FHA(Fr, Fhe, Fy, FS);
     out.Fa = out.Fha;
     return out;

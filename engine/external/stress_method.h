@@ -2,6 +2,7 @@
 // and the modulus are those of the last SHLEXT. Each step writes its lines while IWRITE allows it.
 #pragma once
 
+#include "external/results.h"
 #include "frame/types.h"
 
 namespace tarvane {
@@ -14,6 +15,8 @@ Real CC2286_FS(Real F, Real& Fic, Real Fy);
 // Cylinder (4.4.5), stresses and pressure in psi.
 struct BUCKLING_CYLINDER {
     Real FS, Fhe, Fha, Pa;
+    Real Fic; // as the factor of safety goes by it
+    FIC_SOURCE Fic_by;
 };
 BUCKLING_CYLINDER CC2286_CYLINDER(Real Do, Real L, Real t, Real Ey, Real Fy);
 
@@ -22,6 +25,8 @@ BUCKLING_CYLINDER CC2286_CYLINDER(Real Do, Real L, Real t, Real Ey, Real Fy);
 // biaxial compression. Fa and Fb are the allowable stresses of unequal ones.
 struct BUCKLING_HEAD {
     Real Fha = 0.0f, Pa = 0.0f, Fa = 0.0f, Fb = 0.0f;
+    Real FS = 0.0f, Fhe = 0.0f, Fic = 0.0f;
+    FIC_SOURCE Fic_by = NO_FIC;
 };
 BUCKLING_HEAD CC2286_HEAD(Int Element, Real Do, Real Ey, Real t, Real Fy, Real Sigma1, Real Sigma2,
                           Real kO);

@@ -158,7 +158,9 @@ bool FIND_CHART(Text<12> work, Real T, CHART_CURVE& curve) {
             index = 0;
         } else if (work == name) {
             const Section section = READ_SECTION(index, T, curve);
-            if (section != Section::to_be_continued) return section == Section::curve;
+            if (section == Section::to_be_continued) continue;
+            if (section == Section::curve) CHART_TAKEN = work.view();
+            return section == Section::curve;
         }
     }
     return false;
@@ -178,6 +180,8 @@ void WARN_OF_BLANK_NAME() {
 }
 
 } // namespace
+
+Text<8> CHART_TAKEN;
 
 void SET_CHART(std::string_view name) { CHART_NAME = name; }
 
@@ -213,6 +217,7 @@ void MODULUS(Real chart_class, Real& result, Real temperature) {
 void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E,
                 Real& Aelastic, Real& second, Real& Amax, Real& Bmax, Real& c0, Real& c1, Real& c2,
                 Real yield) {
+    CHART_TAKEN.clear();
     Text<12> given;
     for (Int column = 1; column <= min(name_len, 8); ++column)
         given(column) = name[column - 1];
@@ -295,6 +300,7 @@ void RESET_MATERIALS() {
         row = {};
     charts_loaded = false;
     chart_line_count = 0;
+    CHART_TAKEN.clear();
     EMOD_STATUS = 0;
     MODULUS_CAME = OF_TABLE;
     COE_STATUS = 0;

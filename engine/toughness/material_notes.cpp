@@ -2,6 +2,7 @@
 
 #include "frame/switches.h"
 #include "materials/material_record.h"
+#include "toughness/results.h"
 #include "toughness/temperature_lines.h"
 
 namespace tarvane {
@@ -38,6 +39,18 @@ bool restricted(const LongName& name, Int G40Flag) {
            (name == "SA/CSA-G40.21" && G40Flag == 1);
 }
 
+void note_exempt_stainless(Int Code, Real T) {
+    BEGIN_MDMT_RESULTS();
+    MDMT_RESULTS& f = MDMT_FOUND;
+    f.status = MDMT_CALCULATED;
+    f.rules = BY_UHA_51;
+    f.code = Code;
+    f.t_curve_by = OF_UHA_51;
+    f.exempt = EXEMPT_BY_UHA_51;
+    f.t_min = f.mdmt = f.lowest = T;
+    f.lowest_by = LOWEST_BY_UHA_51;
+}
+
 } // namespace
 
 void GETUCSCURVE(std::string_view Spec, Int Reference, Int Code, Int Thin, Int& Curve) {
@@ -71,6 +84,7 @@ void UHA51_NOTE(Int Code, std::string_view Name, Real& Tmin, Real& Mdmt, Real& R
     Tmin = Mdmt = -320.0f;
     Ratio = 1.0101f;
     Factor1 = Factor2 = 1.0f;
+    note_exempt_stainless(Code, Tmin);
     BLANK_LINE();
     LinePieces line;
     line.text(trimmed(Name)).text(", Min Metal Temp without impact per UHA-51: ");

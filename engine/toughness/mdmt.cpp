@@ -11,6 +11,8 @@
 
 namespace tarvane {
 
+MDMT_RESULTS MDMT_FOUND = MDMT_RESULTS_AT_LOAD;
+
 namespace {
 
 Real required_temperature(Int Element) {
@@ -43,6 +45,26 @@ void beyond_limit_lines() {
     TEXT_LINE("This component must be impact tested.", WARNING_STYLE);
 }
 
+Int rules_of(const MDMT_CALL& a) {
+    const bool division1 = G_FORCE_DIV1 != 0;
+    if (G_CURRENT_DIV_2 && !division1) return BY_DIV2_3_11;
+    return a.Code == ASME_VIII_2 && !division1 ? BY_AM_218 : BY_UCS_66;
+}
+
+void note_given(const MDMT_CALL& a) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    f.rules = rules_of(a);
+    f.code = a.Code;
+    f.element = a.Element;
+    f.curve = f.curve_taken = a.Curve;
+    f.reductions_allowed = ReductionsAllowed() ? 1 : 0;
+    f.pad_governs = a.PadGoverns;
+    f.required = a.Trequired;
+    f.tg = a.Tg;
+    f.tg_net = a.Tg - a.c - a.Cext;
+    f.tg_limit = C_FOUR;
+}
+
 void division_2(MDMT_CALL& a) {
     MDMT_DIV2_CALL figures{.Sy = a.Sy,
                            .Estar = a.Estar,
@@ -54,7 +76,7 @@ void division_2(MDMT_CALL& a) {
                            .Tr = a.Tr,
                            .Tuser = a.Trequired,
                            .EstarUsed = a.EstarUsed};
-    MDMT_DIV2_FIGURES(figures);
+    MDMT_DIV2_STAGES(figures);
     a.Tmin = figures.Tcurve;
     a.Mdmt = figures.Mdmt;
     a.Ratio = figures.Sr;
@@ -85,15 +107,60 @@ void LIMIT_WITHOUT_LOW_RATIO(MDMT_CALL& a) {
 }
 
 void MDMT_RATIO_FLOOR(MDMT_CALL& a) {
+    a.floored = false;
     if (G_TOUGHNESS.FloorSwitch != 1 || !ReductionsAllowed()) return;
     if (G_OLD_EDITION == 1) {
-        if (a.Ratio <= 0.4f) a.Mdmt = -150.0f;
-    } else if (a.Ratio <= 0.35f) {
-        a.Mdmt = COLDEST;
+        a.floored = a.Ratio <= 0.4f;
+        if (a.floored) a.Mdmt = -150.0f;
+    } else {
+        a.floored = a.Ratio <= 0.35f;
+        if (a.floored) a.Mdmt = COLDEST;
     }
 }
 
 bool CREDIT_TAKEN(const MDMT_CALL& a) { return a.Pwht == 1 && a.Credit == 1; }
+
+// ---- what is found -------------------------------------------------------------------------------
+
+namespace {
+
+Real computed(Real T) { return T == NO_TEMPERATURE ? NO_VALUE : T; }
+
+} // namespace
+
+void NOTE_LOWEST(Real T, LOWEST_BY by) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    if (T == NO_TEMPERATURE || !(f.lowest_by == LOWEST_BY_NOTHING || T < f.lowest)) return;
+    f.lowest = T;
+    f.lowest_by = by;
+}
+
+void NOTE_RATIO(const MDMT_CALL& a) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    f.ratio_kind = a.ratioKind;
+    if (a.ratioKind == MDMT_CALL::no_ratio) return;
+    f.ratio = a.Ratio;
+    f.ratio_limit = a.Lim;
+    f.estar_used = std::fabs(a.EstarUsed);
+    f.reduction = a.Reduction;
+}
+
+void NOTE_TEMPERATURES(const MDMT_CALL& a, LOWEST_BY by) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    f.status = MDMT_CALCULATED;
+    f.t_min = computed(a.Tmin);
+    f.mdmt = computed(a.Mdmt);
+    NOTE_LOWEST(a.Tmin, by);
+    NOTE_LOWEST(a.Mdmt, a.floored ? LOWEST_BY_LOW_RATIO : LOWEST_BY_REDUCTION);
+}
+
+void NOTE_TESTED_AS_REQUIRED(const MDMT_CALL& a) {
+    MDMT_FOUND.status = MDMT_CALCULATED;
+    MDMT_FOUND.t_curve_by = AS_REQUIRED;
+    NOTE_LOWEST(a.Trequired, LOWEST_AS_REQUIRED);
+}
+
+// ---- lines of more than one path -----------------------------------------------------------------
 
 void LOWERED_LINE(const MDMT_CALL& a, std::string_view label) {
     if (a.Mdmt < a.Tmin) TEMPERATURE_LINE(label, a.Mdmt);
@@ -117,16 +184,24 @@ void USER_TEMPERATURE_LINE(Real Tmin) {
 
 void MDMT_ELEMENT(MDMT_CALL& call) {
     MDMT_CALL& a = call;
+    BEGIN_MDMT_RESULTS();
     prepare(a);
-    if (!(a.Tg - a.c - a.Cext <= C_FOUR) && a.Curve <= CURVE_D) return beyond_limit_lines();
-
-    const bool division1 = G_FORCE_DIV1 != 0;
-    if (G_CURRENT_DIV_2 && !division1)
-        division_2(a);
-    else if (a.Code == ASME_VIII_2 && !division1)
-        MDMT_AM218(a);
-    else if (a.Curve >= CURVE_A && a.Curve <= IMPACT_TESTED_CURVE)
-        MDMT_UCS66(a);
+    note_given(a);
+    if (!(a.Tg - a.c - a.Cext <= C_FOUR) && a.Curve <= CURVE_D) {
+        MDMT_FOUND.status = MDMT_BEYOND_LIMIT;
+        MDMT_FOUND.impact_tests = 1;
+        return beyond_limit_lines();
+    }
+    MDMT_FOUND.status = MDMT_NO_CURVE; // until a path finds something
+    switch (MDMT_FOUND.rules) {
+    case BY_DIV2_3_11:
+        return division_2(a);
+    case BY_AM_218:
+        return MDMT_AM218(a);
+    default:
+        if (a.Curve >= CURVE_A && a.Curve <= IMPACT_TESTED_CURVE) return MDMT_UCS66(a);
+        if (a.Curve == EXEMPT_CURVE) MDMT_FOUND.exempt = EXEMPT_BY_CURVE;
+    }
 }
 
 } // namespace tarvane

@@ -42,7 +42,8 @@ struct MDMT_CALL {
     Real Trequired = 0.0f;                     // required temperature
     Real padRatio = 0.0f, padReduction = 0.0f; // Ratio and Reduction as they came
     enum { no_ratio, thickness_ratio, stress_ratio } ratioKind = no_ratio;
-    Real Lim = 0.0f; // ratio up to which -55 F is no limit
+    Real Lim = 0.0f;      // ratio up to which -55 F is no limit
+    bool floored = false; // Mdmt is the floor of low ratios
 };
 
 void MDMT_ELEMENT(MDMT_CALL& call);

@@ -28,7 +28,14 @@ void form_ratio(MDMT_CALL& a) {
     } else {
         a.Ratio = min(a.Tr / (a.Tg - a.c - a.Cext), 1.0f);
         a.ratioKind = MDMT_CALL::thickness_ratio;
+        MDMT_FOUND.t_ratio = a.Tg - a.c - a.Cext;
     }
+}
+
+void note_test(const MDMT_CALL& a, TEMPERATURE_SOURCE source) {
+    MDMT_FOUND.t_curve_by = source;
+    MDMT_FOUND.impact_temperature = a.Tmin;
+    NOTE_TEMPERATURES(a, LOWEST_BY_IMPACT_TEST);
 }
 
 void impact_tested(MDMT_CALL& a) {
@@ -37,14 +44,19 @@ void impact_tested(MDMT_CALL& a) {
     READ_MATERIAL(a.Code, a.Spec, a.Index, status, record);
     if (record.impactTemperature < 1) {
         a.Tmin = a.Mdmt = static_cast<Real>(record.impactTemperature);
+        note_test(a, OF_SPECIFICATION);
         IMPACT_TESTED_MATERIAL_LINES(a.Tmin);
         return;
     }
-    if (!G_IMPACT.UserTable) return IMPACT_TESTED_ELEMENT_NOTE();
+    if (!G_IMPACT.UserTable) {
+        NOTE_TESTED_AS_REQUIRED(a);
+        return IMPACT_TESTED_ELEMENT_NOTE();
+    }
     Real T;
     IMPACT_TEST_TEMPERATURE(a.Spec, T, a.Kind);
-    if (!(T < 99.0f)) return;
+    if (!(T < 99.0f)) return NOTE_TESTED_AS_REQUIRED(a);
     a.Tmin = a.Mdmt = T;
+    note_test(a, OF_USER);
     USER_TEMPERATURE_LINE(a.Tmin);
 }
 
@@ -67,6 +79,7 @@ void ratio_lines(const MDMT_CALL& a) {
 
 void credit(MDMT_CALL& a) {
     if (!CREDIT_TAKEN(a)) return;
+    MDMT_FOUND.credit = 1;
     if (a.Mdmt < a.Tmin) a.Mdmt = max(a.Mdmt - 30.0f, COLDEST);
     a.Tmin = a.Tmin - 30.0f;
     TEMPERATURE_LINE("Min Metal Temp per AM-218.1 and AM-218.4,PWHT credit", a.Tmin);
@@ -87,18 +100,23 @@ void MDMT_AM218(MDMT_CALL& a) {
     a.Lim = 0.3f;
     minimum_temperature(a);
     form_ratio(a);
-    a.Reduction = FIG_AM_218_3(a.Ratio);
+    a.Reduction = MDMT_FOUND.reduction_by_ratio = FIG_AM_218_3(a.Ratio);
     TAKE_REDUCTION(a);
+    NOTE_RATIO(a);
     LIMIT_WITHOUT_LOW_RATIO(a);
     if (a.Curve == IMPACT_TESTED_CURVE || a.Curve == EXEMPT_CURVE) impact_tested(a);
     if (!has_curve(a.Curve)) return;
 
+    MDMT_FOUND.t_curve_by = a.Curve == CURVE_A ? OF_POLYNOMIAL : OF_CURVE_TABLE;
+    MDMT_FOUND.t_curve = a.Tmin;
     ratio_lines(a);
     TEMPERATURE_LINE("Min Metal Temp. w/o impact per AM-218.1             ", a.Tmin);
     credit(a);
     MDMT_RATIO_FLOOR(a);
+    NOTE_TEMPERATURES(a, MDMT_FOUND.credit == 1 ? LOWEST_BY_CREDIT : LOWEST_BY_CURVE);
     LOWERED_LINE(a, "Min Metal Temp. at Required thickness (AM-218.3)    ");
     if (a.Ratio <= a.Lim) {
+        MDMT_FOUND.exempt = EXEMPT_BY_RATIO;
         TEXT_LINE("Impact testing of this element is not required if the material meets the");
         TEXT_LINE("provisions required in paragraph AM-213(a).");
     }

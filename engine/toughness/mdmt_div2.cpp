@@ -1,7 +1,7 @@
 #include "toughness/mdmt_div2.h"
 
 #include "frame/switches.h"
-#include "toughness/mdmt.h"
+#include "toughness/mdmt_stages.h"
 #include "toughness/temperature_lines.h"
 #include "toughness/ucs66_curves.h"
 
@@ -185,11 +185,54 @@ void report(const MDMT_DIV2_CALL& a, Real Lsr, Real reduction) {
 Real FIGURE_3_7(Int Curve, Real t) { return figure(NOT_HEAT_TREATED, Curve, t); }
 Real FIGURE_3_8(Int Curve, Real t) { return figure(HEAT_TREATED, Curve, t); }
 
+namespace {
+
+void note_given(const MDMT_DIV2_CALL& a) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    f.rules = BY_DIV2_3_11;
+    f.curve = a.Curve;
+    f.reductions_allowed = ReductionsAllowed() ? 1 : 0;
+    f.required = a.Tuser;
+    f.tg = a.Tnom;
+    f.tg_net = a.Tnom - a.Ci - a.Cext;
+}
+
+void note(const MDMT_DIV2_CALL& a, Real Lsr, Real lowered) {
+    MDMT_RESULTS& f = MDMT_FOUND;
+    const bool low = a.Sr <= Lsr;
+    f.status = MDMT_CALCULATED;
+    f.curve_taken = curve_or_a(a.Curve);
+    f.t_curve_by = low ? OF_LOW_RATIO : a.Pwht == 1 ? OF_FIGURE_3_8 : OF_FIGURE_3_7;
+    f.t_curve = a.Tcurve;
+    f.ratio_kind = a.Tr <= 0.0f ? MDMT_CALL::stress_ratio : MDMT_CALL::thickness_ratio;
+    if (!(a.Tr <= 0.0f)) f.t_ratio = a.Tnom - a.Ci - a.Cext;
+    f.ratio = a.Sr;
+    f.ratio_limit = Lsr;
+    f.estar_used = a.EstarUsed;
+    f.reduction_by_ratio = f.reduction = lowered;
+    f.impact_tests = a.Tuser < a.Mdmt ? 1 : 0;
+    if (low) f.exempt = EXEMPT_BY_RATIO;
+    f.t_min = a.Tcurve;
+    f.mdmt = a.Mdmt;
+    NOTE_LOWEST(a.Tcurve, low ? LOWEST_BY_LOW_RATIO : LOWEST_BY_CURVE);
+    NOTE_LOWEST(a.Mdmt, LOWEST_BY_REDUCTION);
+}
+
+} // namespace
+
 void MDMT_DIV2_FIGURES(MDMT_DIV2_CALL& call) {
+    BEGIN_MDMT_RESULTS();
+    note_given(call);
+    MDMT_DIV2_STAGES(call);
+}
+
+void MDMT_DIV2_STAGES(MDMT_DIV2_CALL& call) {
     MDMT_DIV2_CALL& a = call;
     a.Tcurve = a.Mdmt = NO_TEMPERATURE;
     a.Sr = -1.0f;
     if (a.Curve < 1) {
+        MDMT_FOUND.status = MDMT_NO_CURVE;
+        MDMT_FOUND.exempt = EXEMPT_NO_CARBON_STEEL;
         TEXT_LINE("This is not a Carbon Steel - No MDMT Calculation Required");
         return;
     }
@@ -205,6 +248,7 @@ void MDMT_DIV2_FIGURES(MDMT_DIV2_CALL& call) {
         a.Mdmt = Tbase - lowered;
         a.Tcurve = Tbase;
     }
+    note(a, Lsr, lowered);
     report(a, Lsr, lowered);
 }
 

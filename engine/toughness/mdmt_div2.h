@@ -23,6 +23,8 @@ struct MDMT_DIV2_CALL {
 };
 
 void MDMT_DIV2_FIGURES(MDMT_DIV2_CALL& call);
+// The same within MDMT_ELEMENT, which has begun the results.
+void MDMT_DIV2_STAGES(MDMT_DIV2_CALL& call);
 
 // Temperature from Figure 3.7 (not heat treated) or 3.8 (heat treated) at a thickness in inches.
 Real FIGURE_3_7(Int Curve, Real t);

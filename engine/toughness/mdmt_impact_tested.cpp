@@ -42,12 +42,19 @@ void by_specification(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     a.Mdmt = max(a.Tmin - a.Reduction, COLDEST);
     if (!ReductionsAllowed()) a.Mdmt = 0.0f;
     calculated_line(a);
+
+    MDMT_RESULTS& f = MDMT_FOUND;
+    if (G_IMPACT.Ucs66g) f.reduction_66g = G;
+    f.t_curve_by = OF_SPECIFICATION;
+    f.impact_temperature = a.Tmin;
+    NOTE_TEMPERATURES(a, LOWEST_BY_IMPACT_TEST);
 }
 
 // The element is tested; the user may have told the temperature.
 void by_user(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     IMPACT_TESTED_ELEMENT_NOTE();
-    if (!G_IMPACT.UserTable) return;
+    if (!G_IMPACT.UserTable) return NOTE_TESTED_AS_REQUIRED(a);
+    MDMT_RESULTS& f = MDMT_FOUND;
     const Real T = user_temperature(a);
     if (T < 99.0f) {
         a.Tmin = T;
@@ -62,15 +69,22 @@ void by_user(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     if (G_IMPACT.Ug84) {
         DIFFERENCE_LINE("Reduction in MDMT per UG-84(b)(2)                   ", U);
         a.Reduction = max(std::fabs(U), a.Reduction);
+        f.reduction_ug84 = U;
     }
     a.Mdmt = max(a.Tmin - a.Reduction, COLDEST);
     calculated_line(a);
+
+    if (!(T < 99.0f)) return NOTE_TESTED_AS_REQUIRED(a);
+    f.t_curve_by = OF_USER;
+    f.impact_temperature = a.Tmin;
+    NOTE_TEMPERATURES(a, LOWEST_BY_IMPACT_TEST);
 }
 
 } // namespace
 
 void MDMT_IMPACT_TESTED(MDMT_CALL& a) {
     a.Tug20 = -20.0f;
+    MDMT_FOUND.ug20f = UG20F_IMPACT_TESTED;
     MATERIAL_RECORD record;
     Int status;
     READ_MATERIAL(a.Code, a.Spec, a.Index, status, record);
@@ -78,6 +92,8 @@ void MDMT_IMPACT_TESTED(MDMT_CALL& a) {
         by_specification(a, record);
     else
         by_user(a, record);
+    NOTE_RATIO(a);
+    MDMT_FOUND.reduction = a.Reduction; // also where there is no ratio
 }
 
 } // namespace tarvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "toughness/mdmt.h"
+#include "toughness/results.h"
 
 namespace tarvane {
 
@@ -27,6 +28,14 @@ void LIMIT_WITHOUT_LOW_RATIO(MDMT_CALL& a);
 void MDMT_RATIO_FLOOR(MDMT_CALL& a);
 // The element is heat treated and may take the credit.
 bool CREDIT_TAKEN(const MDMT_CALL& a);
+
+// The results, at the end of a path: the ratio with its reduction, and the temperatures, where Tmin is
+// by one rule and Mdmt by the ratio.
+void NOTE_RATIO(const MDMT_CALL& a);
+void NOTE_TEMPERATURES(const MDMT_CALL& a, LOWEST_BY by);
+void NOTE_TESTED_AS_REQUIRED(const MDMT_CALL& a);
+// The lowest temperature so far, unless a lower one was noted or this one was not computed.
+void NOTE_LOWEST(Real T, LOWEST_BY by);
 
 // Mdmt under a label when it is below Tmin.
 void LOWERED_LINE(const MDMT_CALL& a, std::string_view label);

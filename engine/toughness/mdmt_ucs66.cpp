@@ -34,15 +34,26 @@ Real within_figure(Int Curve, Real Tg, Real T) {
 }
 
 void minimum_temperature(MDMT_CALL& a) {
-    a.Tmin = has_curve(a.Curve) ? within_figure(a.Curve, a.Tg, curve_temperature(a.Curve, a.Tg))
-                                : a.Trequired;
+    if (!has_curve(a.Curve)) {
+        a.Tmin = a.Trequired;
+        return;
+    }
+    a.Tmin = within_figure(a.Curve, a.Tg, curve_temperature(a.Curve, a.Tg));
+    MDMT_FOUND.t_curve_by = G_TOUGHNESS.CurveTables != 0 ? OF_CURVE_TABLE : OF_POLYNOMIAL;
+    MDMT_FOUND.t_curve = a.Tmin;
 }
 
 // UG-20(f): thin parts, 1/2 in for curve A, 1 in for the others.
 void ug_20_f(MDMT_CALL& a) {
+    MDMT_RESULTS& f = MDMT_FOUND;
     a.Tug20 = UG20_NOT_APPLICABLE;
-    if (a.Ug20Candidate != 1 || G_TOUGHNESS.NoUg20f != 0) return;
-    if (a.Tg <= (a.Curve == CURVE_A ? C_ONE_HALF : C_ONE)) a.Tug20 = min(a.Tmin, -20.0f);
+    if (a.Ug20Candidate != 1) return;
+    f.ug20f = UG20F_SWITCHED_OFF;
+    if (G_TOUGHNESS.NoUg20f != 0) return;
+    f.ug20f = UG20F_TOO_THICK;
+    if (!(a.Tg <= (a.Curve == CURVE_A ? C_ONE_HALF : C_ONE))) return;
+    f.ug20f = UG20F_APPLIES;
+    f.t_ug20f = a.Tug20 = min(a.Tmin, -20.0f);
 }
 
 // ---- ratio and reduction -------------------------------------------------------------------------
@@ -50,6 +61,7 @@ void ug_20_f(MDMT_CALL& a) {
 void take_edition(MDMT_CALL& a) {
     G_OLD_EDITION = setup_truncated(58) == 1 ? 1 : 0;
     a.Lim = G_OLD_EDITION == 1 ? 0.4f : 0.35f;
+    MDMT_FOUND.older_edition = G_OLD_EDITION;
 }
 
 // False when corrosion leaves nothing to form a ratio of.
@@ -64,6 +76,7 @@ bool form_ratio(MDMT_CALL& a) {
     } else {
         a.Ratio = min(a.Tr * a.EstarUsed / net, 1.0f);
         a.ratioKind = MDMT_CALL::thickness_ratio;
+        MDMT_FOUND.t_ratio = net;
     }
     return true;
 }
@@ -73,7 +86,7 @@ void reduce(MDMT_CALL& a) {
         if (a.Curve == IMPACT_TESTED_CURVE) a.Reduction = 0.0f;
         return;
     }
-    a.Reduction = FIG_UCS_66_1(a.Ratio, G_OLD_EDITION);
+    a.Reduction = MDMT_FOUND.reduction_by_ratio = FIG_UCS_66_1(a.Ratio, G_OLD_EDITION);
     TAKE_REDUCTION(a);
     if (has_curve(a.Curve)) LIMIT_WITHOUT_LOW_RATIO(a);
     MDMT_RATIO_FLOOR(a);
@@ -83,6 +96,7 @@ void reduce(MDMT_CALL& a) {
 
 void credit(MDMT_CALL& a) {
     if (!CREDIT_TAKEN(a)) return;
+    MDMT_FOUND.credit = 1;
     if (a.ratioKind != MDMT_CALL::no_ratio && a.Mdmt < a.Tmin)
         a.Mdmt = max(a.Mdmt - 30.0f, G_TOUGHNESS.Credit55 == 1 ? COLDEST : COLD);
     a.Tmin = a.Tmin - 30.0f;
@@ -105,6 +119,8 @@ void ug_20_f_exemption(MDMT_CALL& a) {
         COUNT_WARNING(a);
     } else {
         a.Tug20 = UG20_NOT_APPLICABLE;
+        if (MDMT_FOUND.ug20f == UG20F_APPLIES)
+            MDMT_FOUND.ug20f = warm ? UG20F_NO_LOWER : UG20F_TOO_HOT;
     }
 }
 
@@ -122,6 +138,12 @@ void cold_heat_treatment(MDMT_CALL& a) {
     ratio.text(", PWHT is required (see UCS-68(b)).").write(NOTE_STYLE);
     a.Reduction = 0.0f;
     a.EstarUsed = -a.EstarUsed;
+    MDMT_FOUND.pwht_required = 1;
+}
+
+void note_low_ratio(const MDMT_CALL& a) {
+    const bool low = a.ratioKind != MDMT_CALL::no_ratio && a.Ratio <= a.Lim;
+    if (low && ReductionsAllowed()) MDMT_FOUND.exempt = EXEMPT_BY_RATIO;
 }
 
 void curve_line(const MDMT_CALL& a) {
@@ -173,6 +195,7 @@ void MDMT_UCS66(MDMT_CALL& a) {
     ug_20_f(a);
     take_edition(a);
     reduce(a);
+    note_low_ratio(a);
     if (a.Curve == IMPACT_TESTED_CURVE) return MDMT_IMPACT_TESTED(a);
 
     if (a.ratioKind != MDMT_CALL::no_ratio) UCS66_RATIO_LINES(a);
@@ -181,6 +204,9 @@ void MDMT_UCS66(MDMT_CALL& a) {
     at_required_thickness(a);
     ug_20_f_exemption(a);
     cold_heat_treatment(a);
+    NOTE_RATIO(a);
+    NOTE_TEMPERATURES(a, MDMT_FOUND.credit == 1 ? LOWEST_BY_CREDIT : LOWEST_BY_CURVE);
+    if (MDMT_FOUND.ug20f == UG20F_APPLIES) NOTE_LOWEST(a.Tug20, LOWEST_BY_UG_20F);
 }
 
 } // namespace tarvane

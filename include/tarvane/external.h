@@ -76,6 +76,123 @@ TARVANE_API void TARVANE_CALL SHLEXT(
     const float* cone_length, const int32_t* do_given, const float* s, const float* ut,
     const float* fy, const int32_t* material, float* fha, float* fail_ca, const int32_t* service);
 
+/* How SHLEXT calculated an element. */
+enum {
+    TARVANE_NO_METHOD = 0,
+    TARVANE_METHOD_CHART = 1,    /* external pressure chart */
+    TARVANE_METHOD_BUCKLING = 2, /* allowable buckling stress */
+    TARVANE_METHOD_FLAT_HEAD = 3 /* cone of more than 60 degrees */
+};
+
+/* And by which rules. */
+enum {
+    TARVANE_NO_RULES = 0,
+    TARVANE_RULES_UG_28 = 1,     /* cylinder by the charts */
+    TARVANE_RULES_UG_33 = 2,     /* heads, spheres and cones by the charts */
+    TARVANE_RULES_AD_300 = 3,    /* Division 2 by the charts */
+    TARVANE_RULES_CASE_2286 = 4, /* Code Case 2286 */
+    TARVANE_RULES_4_4 = 5,       /* VIII-2 4.4 */
+    TARVANE_RULES_UG_34 = 6      /* flat cone */
+};
+
+/* The three stages of SHLEXT: each index of their values. */
+enum { TARVANE_AT_GIVEN = 0, TARVANE_AT_THICKNESS = 1, TARVANE_AT_LENGTH = 2 };
+#define TARVANE_EXTERNAL_STAGES 3
+
+/* How the search of a stage ended. */
+enum {
+    TARVANE_NO_SEARCH = 0,
+    TARVANE_SEARCH_FOUND = 1,
+    TARVANE_SEARCH_USED_UP = 2, /* its evaluations are used up */
+    TARVANE_SEARCH_AT_LIMIT = 3 /* of the stiffened length: 20 times the given one by the charts,
+                                   999999 in. by buckling stress */
+};
+
+/* Where factor A came from. */
+enum {
+    TARVANE_NO_A = 0,
+    TARVANE_A_OF_TABLE_G = 1,
+    TARVANE_A_OF_CYLINDER = 2, /* equations of the geometric chart */
+    TARVANE_A_OF_SPHERE = 3    /* 0.125 over Ro/t, with the equivalent radius of a head */
+};
+
+/* Where it meets the curve of the chart. */
+enum {
+    TARVANE_NO_B = 0,
+    TARVANE_B_ELASTIC = 1,  /* on the straight line: B = A E / 2 */
+    TARVANE_B_OF_CURVE = 2, /* beyond it */
+    TARVANE_B_AT_END = 3    /* the greatest B of the curve */
+};
+
+/* Range of the buckling stress. */
+enum {
+    TARVANE_NO_FIC = 0,
+    TARVANE_FIC_ELASTIC = 1,
+    TARVANE_FIC_INELASTIC = 2,
+    TARVANE_FIC_YIELD = 3
+};
+
+/* What governs a cylinder or cone with D/t below 10, UG-28(c)(2); 0: not so thick. */
+enum { TARVANE_THICK_BY_B = 1, TARVANE_THICK_BY_STRESS = 2 };
+
+/* What ends the corrosion; 0: no corrosion allowance was found. */
+enum { TARVANE_FAILS_BY_THICKNESS = 1, TARVANE_FAILS_BY_UG_16 = 2 };
+
+/*
+** GETEXTERNALRESULTS - address of what the latest SHLEXT found: values of its stages, not of a printed
+** text. Filled alike with the report on and off; writing it changes no other result, gate or state. Zeros
+** but for version and bytes at load and after RESET_ENGINE; begun afresh at each entry. TARVANE_NO_VALUE:
+** the stage did not run. Lengths in., stresses and pressures psi, temperatures F. It grows at its end
+** only: `bytes` tells a host how far it reaches.
+**
+** Notes:
+**   1) The values of a stage are those of its last evaluation. By buckling stress tca and slen have one
+**      correction more than the thickness and length evaluated.
+**   2) By the charts the thickness of a cone counts across its axis; by buckling stress a cone is the
+**      cylinder of its mean diameter and slant length.
+*/
+typedef struct {
+    int32_t version, bytes, serial; /* serial: calculations since RESET_ENGINE */
+    int32_t status;                 /* 0 none, 1 calculated, 2 a code above 2: nothing was done */
+    int32_t code, older_division_2, case_2286, table_g; /* the switches */
+    int32_t method, rules;    /* TARVANE_METHOD_CHART, TARVANE_RULES_UG_28 and so on */
+    int32_t element, outside; /* as given */
+    char chart[8];            /* as given */
+    char chart_taken[8];      /* whose curve it is; blank: the file has none */
+    int32_t carbon_steel;     /* 1: the chart is one of carbon steel */
+    int32_t above_chart;      /* 1: temp is above the chart's highest */
+    int32_t modulus_status;   /* TARVANE_MODULUS_OF_TABLE and so on */
+    float p, temp;            /* as given */
+    float temp_curve;         /* temperature of the curve */
+    float modulus;            /* of the chart, or of the table where a stress is measured by it */
+    float s, sy;              /* as given */
+    float tc;                 /* thickness less allowances, along the wall */
+    float cos_alpha, d_o, d_small; /* outside diameters used; d_small: of a cone */
+    float k0;                      /* of an elliptical head by the charts */
+    int32_t evaluations[TARVANE_EXTERNAL_STAGES], search[TARVANE_EXTERNAL_STAGES];
+    int32_t a_by[TARVANE_EXTERNAL_STAGES];     /* TARVANE_A_OF_TABLE_G and so on */
+    int32_t b_by[TARVANE_EXTERNAL_STAGES];     /* TARVANE_B_ELASTIC and so on */
+    int32_t thick_by[TARVANE_EXTERNAL_STAGES]; /* TARVANE_THICK_BY_B and so on */
+    int32_t fic_by[TARVANE_EXTERNAL_STAGES];   /* TARVANE_FIC_ELASTIC and so on */
+    float thickness[TARVANE_EXTERNAL_STAGES];  /* net */
+    float diameter[TARVANE_EXTERNAL_STAGES];   /* outside diameter, or crown radius */
+    float length[TARVANE_EXTERNAL_STAGES];
+    float d_over_t[TARVANE_EXTERNAL_STAGES];
+    float l_over_d[TARVANE_EXTERNAL_STAGES]; /* by the charts: held to 0.05 and 50; 0 of a head */
+    float factor_a[TARVANE_EXTERNAL_STAGES], factor_b[TARVANE_EXTERNAL_STAGES]; /* by the charts */
+    float fhe[TARVANE_EXTERNAL_STAGES]; /* by buckling stress: elastic, */
+    float fic[TARVANE_EXTERNAL_STAGES]; /*   predicted, as the factor of safety goes by it, */
+    float fs[TARVANE_EXTERNAL_STAGES];  /*   factor of safety, */
+    float fha[TARVANE_EXTERNAL_STAGES]; /*   allowable */
+    float pressure[TARVANE_EXTERNAL_STAGES];
+    float maep, tca, slen; /* as SHLEXT returned them; slen of a cylinder only */
+    float t_least;         /* least thickness of the service, UG-16 */
+    float fail_ca;         /* as SHLEXT returned it */
+    int32_t fail_ca_by;    /* TARVANE_FAILS_BY_THICKNESS and so on */
+} TARVANE_EXTERNAL_RESULTS;
+#define TARVANE_EXTERNAL_RESULTS_VERSION 1
+TARVANE_API TARVANE_EXTERNAL_RESULTS* TARVANE_CALL GETEXTERNALRESULTS(void);
+
 /*
 ** FACTOR_A - factor A of an element (UG-28, UG-33), by Table G of Section II Part D, Subpart 3 when
 ** GLOBALS_mp_G_NUSE_TABLEG is 1 and the table has it, else by the equations of the geometric chart.
@@ -110,10 +227,9 @@ TARVANE_API void TARVANE_CALL FACTOR_A(const float* tc, const float* d_o, const 
 ** Returned:
 **   b           stress B (psi)
 */
-TARVANE_API void TARVANE_CALL FACTOR_B(const float* a, const float* modulus,
-                                       const float* a_elastic, const float* a_max,
-                                       const float* b_max, const float* c0, const float* c1,
-                                       const float* c2, float* b);
+TARVANE_API void TARVANE_CALL FACTOR_B(const float* a, const float* modulus, const float* a_elastic,
+                                       const float* a_max, const float* b_max, const float* c0,
+                                       const float* c1, const float* c2, float* b);
 
 /* ---- Members ---------------------------------------------------------------------------------
 **
@@ -172,8 +288,7 @@ TARVANE_API void TARVANE_CALL CC2286_BENDING(const float* d_o, const float* t, c
 **   cv          shear buckling coefficient; stays when l, t and d_o give no number
 */
 TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, const float* t,
-                                           const float* ey, const float* fy, float* fva,
-                                           float* cv);
+                                           const float* ey, const float* fy, float* fva, float* cv);
 
 /*
 ** CC2286_INTERACTION - axial and hoop compression of a cylinder together.
@@ -192,11 +307,13 @@ TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, con
 **   fhxa        allowable hoop stress beside the axial stress
 **   fxha2       fxha of a column, lambda above 0.15
 */
-TARVANE_API void TARVANE_CALL CC2286_INTERACTION(
-    const float* p, const float* d, const float* t, const float* fa, const float* fb,
-    const float* lambda, const float* fha, const float* fxa, const float* fsh, const float* fsx,
-    const float* fy, const float* ej, const float* fxa2, const float* fsx2, float* fxha,
-    float* fhxa, float* fxha2);
+TARVANE_API void TARVANE_CALL CC2286_INTERACTION(const float* p, const float* d, const float* t,
+                                                 const float* fa, const float* fb,
+                                                 const float* lambda, const float* fha,
+                                                 const float* fxa, const float* fsh,
+                                                 const float* fsx, const float* fy, const float* ej,
+                                                 const float* fxa2, const float* fsx2, float* fxha,
+                                                 float* fhxa, float* fxha2);
 
 #ifdef __cplusplus
 }

@@ -109,6 +109,118 @@ TARVANE_API void TARVANE_CALL MDMT_DIV2_FIGURES(const float* sy, const float* es
                                                 float* t_curve, float* mdmt, const float* t_user,
                                                 float* sr, float* estar_used);
 
+/* How a metal temperature was found. */
+enum {
+    TARVANE_MDMT_NOT_RUN = 0,
+    TARVANE_MDMT_CALCULATED = 1,
+    TARVANE_MDMT_BEYOND_LIMIT = 2, /* too thick: it must be impact tested */
+    TARVANE_MDMT_NO_CURVE = 3      /* nothing to calculate for this curve */
+};
+
+/* And by which rules. */
+enum {
+    TARVANE_NO_MDMT_RULES = 0,
+    TARVANE_MDMT_UCS_66 = 1,
+    TARVANE_MDMT_AM_218 = 2,
+    TARVANE_MDMT_3_11 = 3, /* VIII-2 3.11 */
+    TARVANE_MDMT_UHA_51 = 4
+};
+
+/* Where the temperature before reductions came from. */
+enum {
+    TARVANE_T_OF_NOTHING = 0,
+    TARVANE_T_OF_POLYNOMIAL = 1, /* of the curve */
+    TARVANE_T_OF_CURVE_TABLE = 2,
+    TARVANE_T_OF_FIGURE_3_7 = 3,    /* VIII-2, not heat treated */
+    TARVANE_T_OF_FIGURE_3_8 = 4,    /* heat treated */
+    TARVANE_T_OF_LOW_RATIO = 5,     /* VIII-2: no figure is asked */
+    TARVANE_T_AS_REQUIRED = 6,      /* an impact tested element of which no temperature is known */
+    TARVANE_T_OF_SPECIFICATION = 7, /* impact test of the material */
+    TARVANE_T_OF_USER = 8,          /* impact test temperature by the user */
+    TARVANE_T_OF_UHA_51 = 9
+};
+
+/* UG-20(f): whether it applies, and why not. */
+enum {
+    TARVANE_UG20F_NOT_ASKED = 0, /* the element is no candidate */
+    TARVANE_UG20F_APPLIES = 1,
+    TARVANE_UG20F_SWITCHED_OFF = 2,
+    TARVANE_UG20F_TOO_THICK = 3, /* above 1/2 in. for curve A, 1 in. for the others */
+    TARVANE_UG20F_TOO_HOT = 4,   /* design temperature above 650 F */
+    TARVANE_UG20F_NO_LOWER = 5,  /* it is no lower than that of the curve, which is above -20 F */
+    TARVANE_UG20F_IMPACT_TESTED = 6 /* not for impact tested materials */
+};
+
+/* Why an element is exempt. */
+enum {
+    TARVANE_NOT_EXEMPT = 0,
+    TARVANE_EXEMPT_BY_RATIO = 1,        /* the ratio is at most ratio_limit: down to mdmt */
+    TARVANE_EXEMPT_BY_CURVE = 2,        /* TARVANE_CURVE_EXEMPT */
+    TARVANE_EXEMPT_NO_CARBON_STEEL = 3, /* VIII-2 3.11, curve below 1 */
+    TARVANE_EXEMPT_BY_UHA_51 = 4
+};
+
+/* The rule that the lowest temperature is by. */
+enum {
+    TARVANE_LOWEST_BY_NOTHING = 0,
+    TARVANE_LOWEST_BY_CURVE = 1,
+    TARVANE_LOWEST_BY_CREDIT = 2,    /* the curve with the credit for heat treatment, UCS-68(c) */
+    TARVANE_LOWEST_BY_REDUCTION = 3, /* the ratio, or the reduction of an impact test */
+    TARVANE_LOWEST_BY_UG_20F = 4,
+    TARVANE_LOWEST_BY_IMPACT_TEST = 5,
+    TARVANE_LOWEST_AS_REQUIRED = 6,  /* TARVANE_T_AS_REQUIRED */
+    TARVANE_LOWEST_BY_LOW_RATIO = 7, /* the floor of low ratios */
+    TARVANE_LOWEST_BY_UHA_51 = 8
+};
+
+/* What a ratio is of. */
+enum { TARVANE_NO_RATIO = 0, TARVANE_THICKNESS_RATIO = 1, TARVANE_STRESS_RATIO = 2 };
+
+/*
+** GETMDMTRESULTS - address of what the latest MDMT_ELEMENT or MDMT_DIV2_FIGURES found, or UHA51_NOTE of a
+** grade that is exempt: values of its stages, not of a printed text. Filled alike with the report on and
+** off; writing it changes no other result, gate or state. Zeros but for version and bytes at load and after
+** RESET_ENGINE; begun afresh at each entry. TARVANE_NO_VALUE: the stage did not run, or there is no such
+** temperature. Temperatures F, lengths in. It grows at its end only: `bytes` tells a host how far it
+** reaches.
+**
+** Note: lowest is the least one of t_min, mdmt and, where it applies, t_ug20f. An impact tested element of
+** which no temperature is known is tested at the required one.
+*/
+typedef struct {
+    int32_t version, bytes, serial; /* serial: calculations since RESET_ENGINE */
+    int32_t status, rules;          /* TARVANE_MDMT_CALCULATED, TARVANE_MDMT_UCS_66 and so on */
+    int32_t code, element, curve;   /* as given */
+    int32_t curve_taken;            /* VIII-2 takes curve A for one that it does not have */
+    int32_t older_edition;          /* 1: Fig. UCS-66.1 before its 1999 edition */
+    int32_t reductions_allowed;     /* the switch */
+    int32_t pad_governs;            /* as given */
+    int32_t t_curve_by;             /* TARVANE_T_OF_POLYNOMIAL and so on */
+    float required;                 /* required temperature */
+    float tg, tg_net, tg_limit;     /* governing thickness, less corrosion, and its limit */
+    float t_curve;                  /* of the curve or figure, before credit and reductions */
+    int32_t ratio_kind;             /* TARVANE_THICKNESS_RATIO and so on */
+    float t_ratio;                  /* thickness that the required one is compared with */
+    float ratio, ratio_limit;       /* up to the limit an element is exempt, or good for -155 F */
+    float estar_used;
+    float reduction_by_ratio; /* Fig. UCS-66.1, AM-218.3, VIII-2 3.12 and 3.13 */
+    float reduction_66g;      /* of an impact tested material: UCS-66(g), */
+    float reduction_ug84;     /*   UG-84(b)(2) */
+    float reduction;          /* as taken; 0.0 with pwht_required */
+    int32_t credit;           /* 1: 30 F for heat treatment are in t_min */
+    int32_t ug20f;            /* TARVANE_UG20F_APPLIES and so on */
+    float t_ug20f;            /* its temperature, whether it is lower or not */
+    int32_t pwht_required;    /* 1: by UCS-68(b) */
+    int32_t impact_tests;     /* 1: mandatory, too thick, or required below mdmt of VIII-2 */
+    int32_t exempt;           /* TARVANE_EXEMPT_BY_RATIO and so on */
+    float impact_temperature; /* of the impact test */
+    float t_min, mdmt;        /* as MDMT_ELEMENT returned them */
+    float lowest;
+    int32_t lowest_by; /* TARVANE_LOWEST_BY_CURVE and so on */
+} TARVANE_MDMT_RESULTS;
+#define TARVANE_MDMT_RESULTS_VERSION 1
+TARVANE_API TARVANE_MDMT_RESULTS* TARVANE_CALL GETMDMTRESULTS(void);
+
 /*
 ** GETUCSCURVE - curve of Fig. UCS-66 from a material's record.
 **

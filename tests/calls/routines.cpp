@@ -22,6 +22,8 @@ void use(Chance&, Noise, float) {}
 void use(Chance&, Noise, std::int32_t) {}
 void use(Chance&, Noise, const TARVANE_SHELL_RESULTS*) {} // the host only reads them
 void use(Chance&, Noise, const TARVANE_FLANGE_RESULTS*) {}
+void use(Chance&, Noise, const TARVANE_EXTERNAL_RESULTS*) {}
+void use(Chance&, Noise, const TARVANE_MDMT_RESULTS*) {}
 void use(Chance& chance, Noise noise, char* store) {
     fill(chance, noise, store, std::size_t{TARVANE_STORE_RECORDS} * TARVANE_STORE_WIDTH);
 }

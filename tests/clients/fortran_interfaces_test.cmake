@@ -8,6 +8,8 @@ set(BLOCKS
     en_record TARVANE_EN_RECORD
     failure_row TARVANE_FAILURE_ROW
     shell_results TARVANE_SHELL_RESULTS
+    external_results TARVANE_EXTERNAL_RESULTS
+    mdmt_results TARVANE_MDMT_RESULTS
     flange_results TARVANE_FLANGE_RESULTS
     foundation_head TARVANE_FOUNDATION_HEAD
     foundation_horizontal "__typeof__(((TARVANE_FOUNDATION_RECORDS*)0)->horizontal)"

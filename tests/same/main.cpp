@@ -84,7 +84,7 @@ T* shared_memory() {
 // What the processes of one library tell.
 struct Told {
     calls::Names names;
-    std::size_t shell_results; // bytes
+    ResultBytes results;
     bool exported[MOST_ROUTINES];
     int sequence; // of the block
     Progress sequences[SEQUENCES];
@@ -125,9 +125,7 @@ class Side {
     void find_exports() {
         begin([&](const calls::Library& loaded) {
             told.names = calls::names_of(loaded);
-            told.shell_results = loaded.GETSHELLRESULTS == nullptr
-                                     ? 0
-                                     : static_cast<std::size_t>(loaded.GETSHELLRESULTS()->bytes);
+            told.results = result_bytes(loaded);
             for (std::size_t i = 0; i < calls::routines().size(); ++i)
                 told.exported[i] = calls::routines()[i].exported(loaded);
         });
@@ -142,7 +140,7 @@ class Side {
             progress.calls = 0;
         begin([&, shown, file](const calls::Library& loaded) {
             std::FILE* const out = file == nullptr ? nullptr : std::fopen(file, "w");
-            State state(loaded, shell_results);
+            State state(loaded, results);
             for (long number = first; number < last; ++number) {
                 told.sequence = static_cast<int>(number - first);
                 Progress& progress = told.sequences[told.sequence];
@@ -160,9 +158,9 @@ class Side {
     }
 
     // Calls and looks at nothing else from now on.
-    void keep(const calls::Names& names, std::size_t bytes) {
+    void keep(const calls::Names& names, const ResultBytes& bytes) {
         kept = &names;
-        shell_results = bytes;
+        results = bytes;
     }
 
     const fs::path library;
@@ -172,7 +170,7 @@ class Side {
   private:
     pid_t process = 0;
     const calls::Names* kept = nullptr;
-    std::size_t shell_results = 0; // bytes that both libraries have
+    ResultBytes results{}; // that both libraries have
 };
 
 // ---- comparing -----------------------------------------------------------------------------------------
@@ -203,7 +201,7 @@ class Comparison {
         for (std::size_t i = 0; i < calls::MOST_NAMES; ++i)
             names.there[i] = sides[0].told.names.there[i] && sides[1].told.names.there[i];
         for (Side& side : sides)
-            side.keep(names, std::min(sides[0].told.shell_results, sides[1].told.shell_results));
+            side.keep(names, shorter(sides[0].told.results, sides[1].told.results));
     }
 
     int run() {

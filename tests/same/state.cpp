@@ -84,7 +84,38 @@ void write_content(std::FILE* out, const std::string& name, Form form, const cha
     }
 }
 
-State::State(const calls::Library& the_library, std::size_t shell_results) : library(the_library) {
+namespace {
+
+template <typename Visit>
+void each_block_of_results(const calls::Library& library, Visit visit) {
+    std::size_t number = 0;
+    const auto block = [&](const char* name, auto routine) {
+        visit(number++, name, routine == nullptr ? nullptr : routine());
+    };
+    block("shell results", library.GETSHELLRESULTS);
+    block("flange results", library.GETFLANGERESULTS);
+    block("external results", library.GETEXTERNALRESULTS);
+    block("mdmt results", library.GETMDMTRESULTS);
+}
+
+} // namespace
+
+ResultBytes result_bytes(const calls::Library& library) {
+    ResultBytes bytes{};
+    each_block_of_results(library, [&](std::size_t number, const char*, const auto* block) {
+        if (block != nullptr) bytes.at(number) = static_cast<std::size_t>(block->bytes);
+    });
+    return bytes;
+}
+
+ResultBytes shorter(const ResultBytes& one, const ResultBytes& other) {
+    ResultBytes bytes{};
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = std::min(one[i], other[i]);
+    return bytes;
+}
+
+State::State(const calls::Library& the_library, const ResultBytes& results) : library(the_library) {
 #define TARVANE_ROUTINE(name, words, decorated)
 #define TARVANE_VARIABLE(name)                                                                     \
     add(#name, SETTINGS, Form::wholes, library.name, sizeof(std::int32_t), sizeof(std::int32_t));
@@ -112,11 +143,11 @@ State::State(const calls::Library& the_library, std::size_t shell_results) : lib
     rows("foundation", library.GETFOUNDATION, 1, false, false);
     // Version and size at its head grow with the library.
     constexpr std::size_t HEAD = 2 * sizeof(std::int32_t);
-    if (library.GETSHELLRESULTS != nullptr && shell_results > HEAD)
-        add("shell results", TABLES, Form::reals,
-            reinterpret_cast<char*>(const_cast<TARVANE_SHELL_RESULTS*>(library.GETSHELLRESULTS())) +
-                HEAD,
-            shell_results - HEAD, sizeof(float), true);
+    each_block_of_results(library, [&](std::size_t number, const char* name, auto* block) {
+        if (block != nullptr && results.at(number) > HEAD)
+            add(name, TABLES, Form::reals, reinterpret_cast<char*>(block) + HEAD,
+                results.at(number) - HEAD, sizeof(float), true);
+    });
 }
 
 void State::add(std::string name, Part part, Form form, void* bytes, std::size_t size,

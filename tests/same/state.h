@@ -3,6 +3,7 @@
 
 #include "library.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -21,9 +22,15 @@ enum class Form { reals, wholes, text, record };
 void write_content(std::FILE* out, const std::string& name, Form form, const char* bytes,
                    std::size_t size, std::size_t row);
 
+// Lengths of the blocks of results, which grow with the library; 0 without the block.
+using ResultBytes = std::array<std::size_t, 4>;
+ResultBytes result_bytes(const calls::Library& library);
+// What both libraries have.
+ResultBytes shorter(const ResultBytes& one, const ResultBytes& other);
+
 class State {
   public:
-    State(const calls::Library& the_library, std::size_t shell_results);
+    State(const calls::Library& the_library, const ResultBytes& results);
 
     // The blocks that RESET_ENGINE leaves to the host, as they were at load.
     void restore_host_blocks() const;

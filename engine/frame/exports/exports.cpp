@@ -20,6 +20,7 @@
 #include "shell/shlint.h"
 #include "toughness/impact_table.h"
 #include "toughness/pwht.h"
+#include "toughness/results.h"
 
 #include <cstddef>
 
@@ -347,6 +348,7 @@ void TARVANE_CALL RESET_ENGINE(void) {
     tarvane::RESET_SHELLS();
     tarvane::RESET_EXTERNAL();
     tarvane::RESET_IMPACT_TABLE();
+    tarvane::RESET_MDMT_RESULTS();
     tarvane::RESET_FOUNDATION();
 }
 

@@ -3,8 +3,61 @@
 
 #include "external/chart_method.h"
 #include "external/members.h"
+#include "external/results.h"
 #include "external/shlext.h"
 #include "frame/text.h"
+
+#include <cstddef>
+
+// The header's numbers are the engine's.
+namespace {
+constexpr bool same(int ours, int theirs) { return ours == theirs; }
+} // namespace
+static_assert(same(TARVANE_METHOD_CHART, tarvane::BY_CHART));
+static_assert(same(TARVANE_METHOD_BUCKLING, tarvane::BY_BUCKLING_STRESS));
+static_assert(same(TARVANE_METHOD_FLAT_HEAD, tarvane::AS_FLAT_HEAD));
+static_assert(same(TARVANE_RULES_UG_28, tarvane::BY_UG_28));
+static_assert(same(TARVANE_RULES_UG_33, tarvane::BY_UG_33));
+static_assert(same(TARVANE_RULES_AD_300, tarvane::BY_AD_300));
+static_assert(same(TARVANE_RULES_CASE_2286, tarvane::BY_CASE_2286));
+static_assert(same(TARVANE_RULES_4_4, tarvane::BY_DIV2_4_4));
+static_assert(same(TARVANE_RULES_UG_34, tarvane::BY_UG_34));
+static_assert(same(TARVANE_EXTERNAL_STAGES, tarvane::EXTERNAL_STAGES));
+static_assert(same(TARVANE_SEARCH_FOUND, tarvane::SEARCH_FOUND));
+static_assert(same(TARVANE_SEARCH_USED_UP, tarvane::SEARCH_USED_UP));
+static_assert(same(TARVANE_SEARCH_AT_LIMIT, tarvane::SEARCH_AT_LIMIT));
+static_assert(same(TARVANE_A_OF_TABLE_G, tarvane::A_OF_TABLE_G));
+static_assert(same(TARVANE_A_OF_CYLINDER, tarvane::A_OF_CYLINDER));
+static_assert(same(TARVANE_A_OF_SPHERE, tarvane::A_OF_SPHERE));
+static_assert(same(TARVANE_B_ELASTIC, tarvane::B_ELASTIC));
+static_assert(same(TARVANE_B_OF_CURVE, tarvane::B_OF_CURVE));
+static_assert(same(TARVANE_B_AT_END, tarvane::B_AT_END));
+static_assert(same(TARVANE_FIC_ELASTIC, tarvane::FIC_ELASTIC));
+static_assert(same(TARVANE_FIC_INELASTIC, tarvane::FIC_INELASTIC));
+static_assert(same(TARVANE_FIC_YIELD, tarvane::FIC_YIELD));
+static_assert(same(TARVANE_THICK_BY_B, tarvane::THICK_BY_B));
+static_assert(same(TARVANE_THICK_BY_STRESS, tarvane::THICK_BY_STRESS));
+static_assert(same(TARVANE_FAILS_BY_THICKNESS, tarvane::BY_REQUIRED_THICKNESS));
+static_assert(same(TARVANE_FAILS_BY_UG_16, tarvane::BY_UG_16));
+
+// The block of results is the engine's own.
+static_assert(same(TARVANE_EXTERNAL_RESULTS_VERSION, tarvane::EXTERNAL_RESULTS_VERSION));
+static_assert(sizeof(TARVANE_EXTERNAL_RESULTS) == sizeof(tarvane::EXTERNAL_RESULTS));
+#define SAME(member)                                                                               \
+    static_assert(offsetof(TARVANE_EXTERNAL_RESULTS, member) ==                                    \
+                  offsetof(tarvane::EXTERNAL_RESULTS, member))
+// clang-format off
+SAME(version); SAME(bytes); SAME(serial); SAME(status); SAME(code); SAME(older_division_2);
+SAME(case_2286); SAME(table_g); SAME(method); SAME(rules); SAME(element); SAME(outside);
+SAME(chart); SAME(chart_taken); SAME(carbon_steel); SAME(above_chart); SAME(modulus_status);
+SAME(p); SAME(temp); SAME(temp_curve); SAME(modulus); SAME(s); SAME(sy); SAME(tc);
+SAME(cos_alpha); SAME(d_o); SAME(d_small); SAME(k0); SAME(evaluations); SAME(search); SAME(a_by);
+SAME(b_by); SAME(thick_by); SAME(fic_by); SAME(thickness); SAME(diameter); SAME(length);
+SAME(d_over_t); SAME(l_over_d); SAME(factor_a); SAME(factor_b); SAME(fhe); SAME(fic); SAME(fs);
+SAME(fha); SAME(pressure); SAME(maep); SAME(tca); SAME(slen); SAME(t_least); SAME(fail_ca);
+SAME(fail_ca_by);
+// clang-format on
+#undef SAME
 
 extern "C" {
 
@@ -54,6 +107,10 @@ void TARVANE_CALL SHLEXT(const float* p, const float* temp, char* chart, int32_t
     *factor_b = call.FactorB;
     *fha = call.Fha;
     *fail_ca = call.FailCA;
+}
+
+TARVANE_EXTERNAL_RESULTS* TARVANE_CALL GETEXTERNALRESULTS(void) {
+    return reinterpret_cast<TARVANE_EXTERNAL_RESULTS*>(&tarvane::EXTERNAL_FOUND);
 }
 
 void TARVANE_CALL FACTOR_A(const float* tc, const float* d_o, const float* length, const float* k,

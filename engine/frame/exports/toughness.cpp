@@ -5,8 +5,71 @@
 #include "toughness/material_notes.h"
 #include "toughness/mdmt.h"
 #include "toughness/mdmt_div2.h"
+#include "toughness/results.h"
+
+#include <cstddef>
 
 using tarvane::text_of;
+
+// The header's numbers are the engine's.
+namespace {
+constexpr bool same(int ours, int theirs) { return ours == theirs; }
+} // namespace
+static_assert(same(TARVANE_MDMT_NOT_RUN, tarvane::MDMT_NOT_RUN));
+static_assert(same(TARVANE_MDMT_CALCULATED, tarvane::MDMT_CALCULATED));
+static_assert(same(TARVANE_MDMT_BEYOND_LIMIT, tarvane::MDMT_BEYOND_LIMIT));
+static_assert(same(TARVANE_MDMT_NO_CURVE, tarvane::MDMT_NO_CURVE));
+static_assert(same(TARVANE_MDMT_UCS_66, tarvane::BY_UCS_66));
+static_assert(same(TARVANE_MDMT_AM_218, tarvane::BY_AM_218));
+static_assert(same(TARVANE_MDMT_3_11, tarvane::BY_DIV2_3_11));
+static_assert(same(TARVANE_MDMT_UHA_51, tarvane::BY_UHA_51));
+static_assert(same(TARVANE_T_OF_POLYNOMIAL, tarvane::OF_POLYNOMIAL));
+static_assert(same(TARVANE_T_OF_CURVE_TABLE, tarvane::OF_CURVE_TABLE));
+static_assert(same(TARVANE_T_OF_FIGURE_3_7, tarvane::OF_FIGURE_3_7));
+static_assert(same(TARVANE_T_OF_FIGURE_3_8, tarvane::OF_FIGURE_3_8));
+static_assert(same(TARVANE_T_OF_LOW_RATIO, tarvane::OF_LOW_RATIO));
+static_assert(same(TARVANE_T_AS_REQUIRED, tarvane::AS_REQUIRED));
+static_assert(same(TARVANE_T_OF_SPECIFICATION, tarvane::OF_SPECIFICATION));
+static_assert(same(TARVANE_T_OF_USER, tarvane::OF_USER));
+static_assert(same(TARVANE_T_OF_UHA_51, tarvane::OF_UHA_51));
+static_assert(same(TARVANE_UG20F_NOT_ASKED, tarvane::UG20F_NOT_ASKED));
+static_assert(same(TARVANE_UG20F_APPLIES, tarvane::UG20F_APPLIES));
+static_assert(same(TARVANE_UG20F_SWITCHED_OFF, tarvane::UG20F_SWITCHED_OFF));
+static_assert(same(TARVANE_UG20F_TOO_THICK, tarvane::UG20F_TOO_THICK));
+static_assert(same(TARVANE_UG20F_TOO_HOT, tarvane::UG20F_TOO_HOT));
+static_assert(same(TARVANE_UG20F_NO_LOWER, tarvane::UG20F_NO_LOWER));
+static_assert(same(TARVANE_UG20F_IMPACT_TESTED, tarvane::UG20F_IMPACT_TESTED));
+static_assert(same(TARVANE_EXEMPT_BY_RATIO, tarvane::EXEMPT_BY_RATIO));
+static_assert(same(TARVANE_EXEMPT_BY_CURVE, tarvane::EXEMPT_BY_CURVE));
+static_assert(same(TARVANE_EXEMPT_NO_CARBON_STEEL, tarvane::EXEMPT_NO_CARBON_STEEL));
+static_assert(same(TARVANE_EXEMPT_BY_UHA_51, tarvane::EXEMPT_BY_UHA_51));
+static_assert(same(TARVANE_LOWEST_BY_CURVE, tarvane::LOWEST_BY_CURVE));
+static_assert(same(TARVANE_LOWEST_BY_CREDIT, tarvane::LOWEST_BY_CREDIT));
+static_assert(same(TARVANE_LOWEST_BY_REDUCTION, tarvane::LOWEST_BY_REDUCTION));
+static_assert(same(TARVANE_LOWEST_BY_UG_20F, tarvane::LOWEST_BY_UG_20F));
+static_assert(same(TARVANE_LOWEST_BY_IMPACT_TEST, tarvane::LOWEST_BY_IMPACT_TEST));
+static_assert(same(TARVANE_LOWEST_AS_REQUIRED, tarvane::LOWEST_AS_REQUIRED));
+static_assert(same(TARVANE_LOWEST_BY_LOW_RATIO, tarvane::LOWEST_BY_LOW_RATIO));
+static_assert(same(TARVANE_LOWEST_BY_UHA_51, tarvane::LOWEST_BY_UHA_51));
+static_assert(same(TARVANE_NO_RATIO, tarvane::MDMT_CALL::no_ratio));
+static_assert(same(TARVANE_THICKNESS_RATIO, tarvane::MDMT_CALL::thickness_ratio));
+static_assert(same(TARVANE_STRESS_RATIO, tarvane::MDMT_CALL::stress_ratio));
+
+// The block of results is the engine's own.
+static_assert(same(TARVANE_MDMT_RESULTS_VERSION, tarvane::MDMT_RESULTS_VERSION));
+static_assert(sizeof(TARVANE_MDMT_RESULTS) == sizeof(tarvane::MDMT_RESULTS));
+#define SAME(member)                                                                               \
+    static_assert(offsetof(TARVANE_MDMT_RESULTS, member) == offsetof(tarvane::MDMT_RESULTS, member))
+// clang-format off
+SAME(version); SAME(bytes); SAME(serial); SAME(status); SAME(rules); SAME(code); SAME(element);
+SAME(curve); SAME(curve_taken); SAME(older_edition); SAME(reductions_allowed); SAME(pad_governs);
+SAME(t_curve_by); SAME(required); SAME(tg); SAME(tg_net); SAME(tg_limit); SAME(t_curve);
+SAME(ratio_kind); SAME(t_ratio); SAME(ratio); SAME(ratio_limit); SAME(estar_used);
+SAME(reduction_by_ratio); SAME(reduction_66g); SAME(reduction_ug84); SAME(reduction);
+SAME(credit); SAME(ug20f); SAME(t_ug20f); SAME(pwht_required); SAME(impact_tests); SAME(exempt);
+SAME(impact_temperature); SAME(t_min); SAME(mdmt); SAME(lowest); SAME(lowest_by);
+// clang-format on
+#undef SAME
 
 extern "C" {
 
@@ -71,6 +134,10 @@ void TARVANE_CALL MDMT_DIV2_FIGURES(const float* sy, const float* estar, const f
     *mdmt = call.Mdmt;
     *sr = call.Sr;
     *estar_used = call.EstarUsed;
+}
+
+TARVANE_MDMT_RESULTS* TARVANE_CALL GETMDMTRESULTS(void) {
+    return reinterpret_cast<TARVANE_MDMT_RESULTS*>(&tarvane::MDMT_FOUND);
 }
 
 void TARVANE_CALL GETUCSCURVE(const char* spec, int32_t spec_len, const int32_t* reference,
