@@ -133,33 +133,38 @@ void select_materials(const MaterialSelection& selection) {
     SET_MATERIAL_SELECTION(&metric, &force, &d2_class, &year);
 }
 
-const std::vector<Material>& MaterialFiles::all(const MaterialSelection& selection) {
+const MaterialFiles::File& MaterialFiles::file(const MaterialSelection& selection) {
     const auto known = files.find(selection);
     if (known != files.end()) return known->second;
 
     const std::int32_t code = selection.code;
     select_materials(selection);
-    std::vector<Material>& list = files[selection];
-    if (data_file_fault(selection.file())) return list;
+    File& read = files[selection];
+    if (data_file_fault(selection.file())) return read;
     std::int32_t count = 0;
     MATERIAL_COUNT(&code, &count);
     for (std::int32_t number = 1; number <= count; ++number) {
         std::int32_t status = 1;
         TARVANE_MATERIAL_RECORD record{};
         MATERIAL_BY_NUMBER(&code, &number, &status, &record);
-        if (status == FOUND) list.push_back(material_of(record, selection));
+        if (status == FOUND) read.materials.push_back(material_of(record, selection));
     }
-    return list;
+    for (const Material& material : read.materials)
+        read.by_key[material_key(material.name)].push_back(&material);
+    return read;
+}
+
+const std::vector<Material>& MaterialFiles::all(const MaterialSelection& selection) {
+    return file(selection).materials;
 }
 
 std::vector<const Material*> MaterialFiles::named(std::string_view name,
                                                   const MaterialSelection& selection) {
-    std::vector<const Material*> found;
     const std::string key = material_key(name);
-    for (const Material& material : all(selection)) {
-        if (!key.empty() && material_key(material.name) == key) found.push_back(&material);
-    }
-    return found;
+    const File& read = file(selection);
+    const auto found = read.by_key.find(key);
+    return key.empty() || found == read.by_key.end() ? std::vector<const Material*>()
+                                                     : found->second;
 }
 
 std::vector<std::string> MaterialFiles::near_names(std::string_view name,

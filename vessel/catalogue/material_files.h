@@ -86,7 +86,13 @@ class MaterialFiles {
                                         std::size_t count);
 
   private:
-    std::map<MaterialSelection, std::vector<Material>> files;
+    struct File {
+        std::vector<Material> materials;
+        std::map<std::string, std::vector<const Material*>> by_key; // see material_key
+    };
+    std::map<MaterialSelection, File> files;
+
+    const File& file(const MaterialSelection& selection);
 };
 
 // "MATFILE1.BIN is missing in the data folder ...": why there are none.
