@@ -69,7 +69,7 @@ Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& er
     const MdmtOutcome outcome = run_mdmt(element, input.request);
     const UnitSystem& units = input.request.units;
     print_answer(element, outcome, units, out);
-    const Verdict verdict = judge_mdmt(element, outcome, units);
+    const Verdict verdict = element.judge(outcome, units);
     for (const std::string& reason : verdict.reasons)
         err << "tarvane: " << reason << '\n';
     return verdict.status;

@@ -5,6 +5,7 @@
 #include "catalogue/data_folder.h"
 
 #include <cmath>
+#include <cstdio>
 #include <functional>
 #include <memory>
 
@@ -81,6 +82,26 @@ inline void expect_flip(std::string_view id, float sound, float failing,
         EXPECT_LT(demand, limit);
     else
         EXPECT_GT(demand, limit);
+}
+
+using Text = std::function<std::string(float)>;
+
+// FLANGE_TOML, or another text, with a number at a key.
+inline Text at(std::string key, std::string toml = FLANGE_TOML) {
+    return [key, toml](float value) {
+        char number[40];
+        std::snprintf(number, sizeof number, "%.9g", static_cast<double>(value));
+        std::string text = number;
+        if (text.find_first_of(".e") == std::string::npos) text += ".0";
+        return with(key, key + " = " + text, toml);
+    };
+}
+
+inline std::string with_all(std::initializer_list<std::pair<const char*, const char*>> keys,
+                            std::string toml = FLANGE_TOML) {
+    for (const auto& [key, line] : keys)
+        toml = with(key, line, toml);
+    return toml;
 }
 
 } // namespace tarvane::app

@@ -39,6 +39,8 @@ bool legal(std::string_view name, bool point) {
 TEST(Descriptions, NamesAreLegalAndUnique) {
     for (const ElementKind* kind : element_kinds()) {
         std::set<std::string_view> results, checks;
+        EXPECT_FALSE(kind->results.empty()) << kind->table;
+        EXPECT_FALSE(kind->checks.empty()) << kind->table;
         for (const ResultField& field : kind->results) {
             EXPECT_TRUE(legal(field.name, true)) << field.name;
             EXPECT_TRUE(results.insert(field.name).second) << kind->table << ' ' << field.name;

@@ -57,7 +57,7 @@ struct ConvexRun {
     const ExternalInput& element() const {
         return static_cast<const ExternalInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_external(element(), outcome, input.request.units); }
+    Verdict verdict() const { return element().judge(outcome, input.request.units); }
     const ShellOutcome& head() const { return outcome.convex->results; }
     bool tells(std::string_view text) const {
         return outcome.report.find(text) != std::string::npos;
@@ -200,7 +200,8 @@ TEST_F(ConvexHeads, FailWhereTheThicknessIsShort) {
     const auto verdict = [&](float share) {
         return calculate(with("t", "t = " + std::to_string(required * share), head)).verdict();
     };
-    EXPECT_EQ(verdict(0.9994f).status, Status::fine); // within a thousandth
+    EXPECT_EQ(verdict(0.99997f).status, Status::fine); // a ratio that is shown as 1.0000
+    EXPECT_EQ(verdict(0.9999f).status, Status::fails);
     const Verdict fails = verdict(0.9986f);
     EXPECT_EQ(fails.status, Status::fails);
     ASSERT_EQ(fails.reasons.size(), 2u); // the chart lets it pass

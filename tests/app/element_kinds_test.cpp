@@ -40,7 +40,6 @@ struct Peg final : Element, Settings<PegNumber, PegText> {
     std::unique_ptr<Outcome> calculate(const Request&) const override {
         return std::make_unique<Outcome>();
     }
-    Verdict judge(const Outcome&, const UnitSystem&) const override { return {}; }
 };
 
 template <bool SINGLE>

@@ -39,7 +39,7 @@ struct ExternalRun {
     const ExternalInput& element() const {
         return static_cast<const ExternalInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_external(element(), outcome, input.request.units); }
+    Verdict verdict() const { return element().judge(outcome, input.request.units); }
 };
 
 ExternalRun calculate(const std::string& toml) {

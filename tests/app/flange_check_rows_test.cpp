@@ -10,26 +10,6 @@ namespace tarvane::app {
 using namespace vessel;
 namespace {
 
-using Text = std::function<std::string(float)>;
-
-// FLANGE_TOML, or another text, with a number at a key.
-Text at(std::string key, std::string toml = FLANGE_TOML) {
-    return [key, toml](float value) {
-        char number[40];
-        std::snprintf(number, sizeof number, "%.9g", static_cast<double>(value));
-        std::string text = number;
-        if (text.find_first_of(".e") == std::string::npos) text += ".0";
-        return with(key, key + " = " + text, toml);
-    };
-}
-
-std::string with_all(std::initializer_list<std::pair<const char*, const char*>> keys,
-                     std::string toml = FLANGE_TOML) {
-    for (const auto& [key, line] : keys)
-        toml = with(key, line, toml);
-    return toml;
-}
-
 const std::string BLIND = with_all(
     {{"type", "type = \"blind\""}, {"B", ""}, {"g0", ""}, {"g1", ""}, {"h", ""}, {"t", "t = 2"}});
 const std::string REVERSE = with_all({{"type", "type = \"reverse weld neck\""},

@@ -17,7 +17,7 @@ struct MdmtRun {
     const MdmtInput& element() const {
         return static_cast<const MdmtInput&>(*input.request.elements.at(0));
     }
-    Verdict verdict() const { return judge_mdmt(element(), outcome, input.request.units); }
+    Verdict verdict() const { return element().judge(outcome, input.request.units); }
 };
 
 MdmtRun calculate(const std::string& keys, const std::string& head = "") {
@@ -149,6 +149,7 @@ TEST(MdmtVerdict, RequiredTemperature) {
     const std::string keys = "curve = \"B\"\ntg = 1.0\nratio = 0.8\n"; // 11 F
     EXPECT_EQ(calculate(keys).verdict().status, Status::fine);
     EXPECT_EQ(calculate(keys + "MDMT = 11\n").verdict().status, Status::fine);
+    EXPECT_EQ(calculate(keys + "MDMT = 10.9\n").verdict().status, Status::fails);
     EXPECT_EQ(only_reason(calculate(keys + "MDMT = 0\n")),
               "the lowest metal temperature without impact test 11 °F is above the required 0 °F");
     EXPECT_EQ(calculate(keys + "MDMT = 0\nT = 100\nug20f = true\n").verdict().status, Status::fine);

@@ -286,19 +286,23 @@ TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
 TEST(ShellVerdict, ComparesThicknessAndPressure) {
     ShellInput shell = shell_of(CYLINDER);
     ShellOutcome o;
-    const auto reasons = [&] { return judge_shell(shell, o, us_units()).reasons; };
+    const auto reasons = [&] { return shell.judge(o, us_units()).reasons; };
     o.found.t_required = 0.7f;
     o.found.mawp = 120.0f;
-    EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fine);
+    EXPECT_EQ(shell.judge(o, us_units()).status, Status::fine);
     EXPECT_TRUE(reasons().empty());
     o.found.t_required = 0.76f;
     EXPECT_EQ(reasons(), one("the required thickness 0.7600 in. is above the given 0.7500 in."));
-    o.found.t_required = 0.7505f; // within a thousandth
-    o.found.mawp = 99.95f;
+    o.found.t_required = 0.75003f; // shown as a ratio of 1.0000
+    o.found.mawp = 99.996f;
     EXPECT_TRUE(reasons().empty());
+    o.found.t_required = 0.75004f;
+    o.found.mawp = 99.994f;
+    EXPECT_EQ(reasons().size(), 2u);
+    o.found.t_required = 0.75f;
     o.found.mawp = 99.8f;
     EXPECT_EQ(reasons(), one("the MAWP 99.80 psig is below the design pressure 100.00 psig"));
-    EXPECT_EQ(judge_shell(shell, o, us_units()).status, Status::fails);
+    EXPECT_EQ(shell.judge(o, us_units()).status, Status::fails);
     o.found.mawp = o.found.t_required = std::nanf("");
     EXPECT_EQ(reasons().size(), 2u);
     EXPECT_EQ(reasons()[0], "no thickness holds the design pressure");
@@ -307,9 +311,12 @@ TEST(ShellVerdict, ComparesThicknessAndPressure) {
 TEST(ShellVerdict, TellsLimitsOfTheForm) {
     const auto warnings = [](const std::string& toml) {
         const ShellInput shell = shell_of(toml);
-        return form_warnings(shell, results_of(shell));
+        std::vector<std::string> words;
+        for (const Check& check : form_checks(shell, results_of(shell)))
+            if (check.falls_short()) words.push_back(check.reason());
+        return words;
     };
-    const auto is = [](const std::vector<std::string_view>& found, std::string_view part) {
+    const auto is = [](const std::vector<std::string>& found, std::string_view part) {
         return found.size() == 1 && found[0].find(part) != std::string_view::npos;
     };
     EXPECT_TRUE(warnings(TORISPHERE).empty()); // Do = 49.5, 6 % of it 2.97
@@ -322,8 +329,8 @@ TEST(ShellVerdict, TellsLimitsOfTheForm) {
     EXPECT_TRUE(warnings(knuckle + "r = 3\n").empty());
     EXPECT_TRUE(is(warnings(knuckle + "r = 2.9\n"), "6 %"));
     const Verdict verdict =
-        judge_shell(shell_of(with("L", "L = 50", TORISPHERE)),
-                    results_of(shell_of(with("L", "L = 50", TORISPHERE))), us_units());
+        shell_of(with("L", "L = 50", TORISPHERE))
+            .judge(results_of(shell_of(with("L", "L = 50", TORISPHERE))), us_units());
     EXPECT_EQ(verdict.status, Status::fine);
     EXPECT_EQ(verdict.reasons.size(), 1u);
 }
@@ -334,7 +341,7 @@ TEST(ShellVerdict, FailsAThinHeadThatAppendix14fDidNotSee) {
                              "kind = \"torispherical\"\nD = 100\nL = 100\nr = 7\n";
     const auto status = [](const std::string& toml) {
         const ShellInput shell = shell_of(toml);
-        return judge_shell(shell, results_of(shell), us_units()).status;
+        return shell.judge(results_of(shell), us_units()).status;
     };
     EXPECT_EQ(status(thin), Status::fails);
     EXPECT_EQ(status(thin + "Sy = 36000\n"), Status::fine);

@@ -5,6 +5,7 @@
 #include "components/shell_report.h"
 #include "components/shell_results.h"
 #include "document/results.h"
+#include "fields/shell_checks.h"
 #include "tarvane/tarvane.h"
 
 #include <cmath>
@@ -177,49 +178,87 @@ void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
     write_head_warnings(convex.head, o);
 }
 
-// ---- verdict ---------------------------------------------------------------------------------------
+// ---- checks ----------------------------------------------------------------------------------------
 
-void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outcome,
-                       const UnitSystem& units, Verdict& verdict) {
+namespace {
+
+consteval const CheckField& field(std::string_view id) { return field_of(EXTERNAL_CHECKS, id); }
+
+void check_thickness(const ConvexHead& convex, const UnitSystem& units, Checks& checks) {
+    const CheckField& row = field("convex_thickness");
+    if (!has_thickness(convex)) {
+        checks.push_back(Check::found(
+            row, false, "UG-33 (a)(1): no thickness holds 1.67 times the pressure inside"));
+        return;
+    }
+    const float required = convex.results.found.t_required, t = convex.head.setting(ShellNumber::t);
+    Check check = Check::compared(row, required, t);
+    if (check.falls_short()) {
+        check.because("the required thickness by UG-33 (a)(1), for 1.67 times the pressure "
+                      "inside, " +
+                      shown(required, Quantity::thickness, units) + " is above the given " +
+                      shown(t, Quantity::thickness, units));
+    }
+    checks.push_back(std::move(check));
+}
+
+void check_pressure(const ConvexHead& convex, float P, const UnitSystem& units, Checks& checks) {
+    Check check = Check::compared(field("convex_maep"), convex.maep, P);
+    if (check.falls_short()) {
+        check.because("the MAEP by UG-33 (a) " + shown(convex.maep, Quantity::pressure, units) +
+                      " is below the external design pressure " +
+                      shown(P, Quantity::pressure, units));
+    }
+    checks.push_back(std::move(check));
+}
+
+void check_thin_head(const ConvexHead& convex, bool skipped, const UnitSystem& units,
+                     Checks& checks) {
+    const TARVANE_SHELL_RESULTS& found = convex.results.found;
+    const CheckField& row = field("convex_1_4f");
+    if (found.t_status_14f == TARVANE_HEAD_FAILED) {
+        checks.push_back(Check::found(
+            row, false, "UG-33 (a)(1): Appendix 1-4(f) has no solution for this geometry"));
+    }
+    if (found.thin == 0) return;
+    if (found.evaluated_14f != 0) {
+        if (found.t_status_14f != TARVANE_HEAD_FAILED) checks.push_back(Check::found(row, true));
+        return;
+    }
+    const std::string reason =
+        "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated";
+    if (skipped) {
+        checks.push_back(Check::not_made(row, reason).waived());
+        return;
+    }
+    // A warning where a key is left out, as for the check as a whole.
+    const MissingForThinHead missing = missing_for_thin_head(convex, units);
+    checks.push_back(Check::not_made(missing.optional ? field("convex_made") : row,
+                                     reason + "; it needs " + missing.what));
+}
+
+} // namespace
+
+void convex_checks(const ExternalInput& element, const ExternalOutcome& outcome,
+                   const UnitSystem& units, Checks& checks) {
     if (!element.convex_head()) return;
     if (outcome.convex == nullptr) {
-        verdict.say(Status::fine,
-                    "UG-33 (a)(1) was not checked for 1.67 times the pressure inside; "
-                    "it needs " +
-                        std::string(missing_for_convex_head(element)));
+        checks.push_back(
+            Check::not_made(field("convex_made"),
+                            "UG-33 (a)(1) was not checked for 1.67 times the pressure inside; it "
+                            "needs " +
+                                std::string(missing_for_convex_head(element))));
         return;
     }
     const ConvexHead& convex = *outcome.convex;
-    const ShellOutcome& o = convex.results;
-    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
-    if (element.has_pressure() && !has_thickness(convex)) {
-        fails("UG-33 (a)(1): no thickness holds 1.67 times the pressure inside");
-    } else if (element.has_pressure() && is_short_of_thickness(convex.head, o)) {
-        fails("the required thickness by UG-33 (a)(1), for 1.67 times the pressure inside, " +
-              shown(o.found.t_required, Quantity::thickness, units) + " is above the given " +
-              shown(element.setting(N::t), Quantity::thickness, units));
+    if (element.has_pressure()) {
+        check_thickness(convex, units, checks);
+        check_pressure(convex, element.setting(N::P), units, checks);
     }
-    if (element.has_pressure() && is_short_of_pressure(convex.head, o)) {
-        fails("the MAEP by UG-33 (a) " + shown(convex.maep, Quantity::pressure, units) +
-              " is below the external design pressure " +
-              shown(element.setting(N::P), Quantity::pressure, units));
-    }
-    if (o.found.t_status_14f == TARVANE_HEAD_FAILED)
-        fails("UG-33 (a)(1): Appendix 1-4(f) has no solution for this geometry");
-    if (o.found.thin != 0 && o.found.evaluated_14f == 0) {
-        // A note where a key is left out, as for the check as a whole.
-        std::string reason =
-            "UG-33 (a)(1): thinner than 0.002 L, but Appendix 1-4(f) was not evaluated";
-        Status status = Status::fine;
-        if (element.setting(N::skip_1_4f) == 0.0f) {
-            const MissingForThinHead missing = missing_for_thin_head(convex, units);
-            reason += "; it needs " + missing.what;
-            if (!missing.optional) status = Status::fails;
-        }
-        verdict.say(status, std::move(reason));
-    }
-    for (const std::string_view warning : form_warnings(convex.head, o))
-        verdict.say(Status::fine, std::string(warning));
+    check_thin_head(convex, element.setting(N::skip_1_4f) != 0.0f, units, checks);
+    for (Check& check : form_checks(convex.head, convex.results))
+        checks.push_back(std::move(check));
+    check_very_thin(convex.results, checks);
 }
 
 } // namespace tarvane::vessel

@@ -33,8 +33,8 @@ ConvexHead check_convex_head(const ExternalInput& element);
 void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
                        const ExternalOutcome& chart);
 
-// What is to be said about the check, whether it was made or not.
-void judge_convex_head(const ExternalInput& element, const ExternalOutcome& outcome,
-                       const UnitSystem& units, Verdict& verdict);
+// Its rows, whether it was made or not.
+void convex_checks(const ExternalInput& element, const ExternalOutcome& outcome,
+                   const UnitSystem& units, Checks& checks);
 
 } // namespace tarvane::vessel

@@ -29,16 +29,18 @@ std::string words_of(const Check& check, const UnitSystem& units) {
 
 Verdict Element::judge(const Outcome& outcome, const UnitSystem& units) const {
     Verdict verdict;
+    std::string wordless;
     if (outcome.refused()) verdict.status = Status::bad_input;
     if (outcome.stopped) verdict.status = Status::stopped;
     for (const Check& check : checks(outcome, units)) {
-        if (!check.told() && !check.blocks()) continue;
-        std::string reason = check.told() ? check.reason() : words_of(check, units);
-        // Limits on the form hold for internal and external pressure.
-        if (std::find(verdict.reasons.begin(), verdict.reasons.end(), reason) ==
-            verdict.reasons.end())
-            verdict.say(check.blocks() ? Status::fails : Status::fine, std::move(reason));
+        if (check.told())
+            verdict.say(check.blocks() ? Status::fails : Status::fine, check.reason());
+        else if (check.blocks() && wordless.empty())
+            wordless = words_of(check, units);
     }
+    // Most of these fail beside a check that has words for it.
+    if (!wordless.empty() && verdict.status == Status::fine)
+        verdict.say(Status::fails, std::move(wordless));
     return verdict;
 }
 

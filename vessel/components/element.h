@@ -166,7 +166,7 @@ struct Element {
     virtual std::vector<Result> results(const Outcome&) const { return {}; }
     virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
     // By the checks alone: those that keep it from passing, and what others have to say.
-    virtual Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
+    Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
     // The point of a chart that a drawing can mark.
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };

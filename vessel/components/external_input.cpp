@@ -9,6 +9,7 @@
 #include "components/key_checks.h"
 #include "components/material_keys.h"
 #include "components/request.h"
+#include "fields/shell_checks.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -39,6 +40,8 @@ const ElementKind EXTERNAL_KIND{
             return std::unique_ptr<Element>(std::move(element));
         },
     .tables = external_tables,
+    .results = external_result_fields(),
+    .checks = EXTERNAL_CHECKS,
 };
 
 // ---- reading ---------------------------------------------------------------------------------------
@@ -285,8 +288,12 @@ std::optional<ChartPoint> ExternalInput::chart_point(const Outcome& outcome) con
     return ChartPoint{chart(), setting(N::T), setting(N::Sy), o.factor_a};
 }
 
-Verdict ExternalInput::judge(const Outcome& outcome, const UnitSystem& units) const {
-    return judge_external(*this, static_cast<const ExternalOutcome&>(outcome), units);
+std::vector<Result> ExternalInput::results(const Outcome& outcome) const {
+    return external_results(found_of(*this, static_cast<const ExternalOutcome&>(outcome)));
+}
+
+Checks ExternalInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+    return external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
 }
 
 } // namespace tarvane::vessel

@@ -2,10 +2,8 @@
 
 #include "components/convex_head.h"
 #include "document/results.h"
+#include "fields/shell_checks.h"
 #include "tarvane/tarvane.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace tarvane::vessel {
 
@@ -13,7 +11,15 @@ using N = ExternalNumber;
 
 namespace {
 
-constexpr float WITHIN = 0.999f, BEYOND = 1.001f; // what falls short by less does not fail
+consteval const CheckField& field(std::string_view id) { return field_of(EXTERNAL_CHECKS, id); }
+
+Check pressure_check(const ExternalInput& element, const ExternalOutcome& outcome) {
+    return Check::compared(field("maep"), outcome.maep, element.setting(N::P));
+}
+
+Check thickness_check(const ExternalInput& element, const ExternalOutcome& outcome) {
+    return Check::compared(field("external_thickness"), outcome.tca, element.setting(N::t));
+}
 
 // Of a head with a check by UG-33(a)(1).
 ConvexRating with_chart(const ExternalOutcome& outcome) {
@@ -23,11 +29,11 @@ ConvexRating with_chart(const ExternalOutcome& outcome) {
 } // namespace
 
 bool is_short_of_pressure(const ExternalInput& element, const ExternalOutcome& outcome) {
-    return !(outcome.maep >= element.setting(N::P) * WITHIN);
+    return pressure_check(element, outcome).falls_short();
 }
 
 bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& outcome) {
-    return element.has_pressure() && !(outcome.tca <= element.setting(N::t) * BEYOND);
+    return element.has_pressure() && thickness_check(element, outcome).falls_short();
 }
 
 float governing_maep(const ExternalOutcome& outcome) {
@@ -44,119 +50,79 @@ bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome)
     return outcome.slen >= 999999.0f || (times > 0.0f && outcome.slen > times);
 }
 
-Verdict judge_external(const ExternalInput& element, const ExternalOutcome& outcome,
+ExternalFound found_of(const ExternalInput& element, const ExternalOutcome& o) {
+    ExternalFound found{.given = element,
+                        .nothing = o.stopped    ? "the engine stopped"
+                                   : o.no_curve ? "there is no chart"
+                                                : "",
+                        .has_pressure = element.has_pressure(),
+                        .by_chart = !element.by_stress() && !element.flat_cone(),
+                        .by_stress = element.by_stress() && !element.flat_cone(),
+                        .cylinder = element.shape() == TARVANE_CYLINDER,
+                        .maep = o.maep,
+                        .tca = o.tca,
+                        .slen = o.slen,
+                        .factor_a = o.factor_a,
+                        .factor_b = o.factor_b,
+                        .fha = o.fha,
+                        .fail_ca = o.fail_ca,
+                        .outside = o.d_o,
+                        .convex = {}};
+    if (o.convex) {
+        found.convex = {.maep = o.convex->maep,
+                        .thickness = o.convex->results.found.t_required,
+                        .fail_ca = o.convex->results.fail_ca,
+                        .governing_maep = governing_maep(o),
+                        .governing_thickness = governing_thickness(o)};
+    }
+    return found;
+}
+
+Checks external_checks(const ExternalInput& element, const ExternalOutcome& outcome,
                        const UnitSystem& units) {
-    Verdict verdict;
+    Checks checks;
     if (outcome.stopped) {
-        verdict.say(Status::stopped,
-                    "the engine stopped with code " + std::to_string(outcome.fatal_code));
-        return verdict;
+        checks.push_back(Check::not_made(CALCULATION, stop_reason(outcome)));
+        return checks;
     }
     if (outcome.no_curve) {
-        verdict.say(Status::bad_input,
-                    "there is no chart " + to_utf8(element.chart()) +
-                        ": ExtChartData.txt is missing or cannot be read, no calculation was made");
-        return verdict;
+        checks.push_back(Check::not_made(
+            CALCULATION,
+            "there is no chart " + to_utf8(element.chart()) +
+                ": ExtChartData.txt is missing or cannot be read, no calculation was made"));
+        return checks;
     }
-    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
+    const float T = element.setting(N::T), P = element.setting(N::P), t = element.setting(N::t);
     if (outcome.above_chart) {
-        fails("the design temperature " + shown_degrees(element.setting(N::T), units) +
-              " is above the last one of chart " + to_utf8(element.chart()) + ", " +
-              shown_degrees(outcome.chart_maximum, units));
+        checks.push_back(Check::compared(field("chart_temperature"), T, outcome.chart_maximum));
+        if (checks.back().falls_short()) {
+            checks.back().because("the design temperature " + shown_degrees(T, units) +
+                                  " is above the last one of chart " + to_utf8(element.chart()) +
+                                  ", " + shown_degrees(outcome.chart_maximum, units));
+        }
+    } else {
+        checks.push_back(Check::found(field("chart_temperature"), true));
     }
-    if (is_short_of_pressure(element, outcome)) {
-        fails("the MAEP " + shown(outcome.maep, Quantity::pressure, units) +
-              " is below the external design pressure " +
-              shown(element.setting(N::P), Quantity::pressure, units));
+    checks.push_back(pressure_check(element, outcome));
+    if (checks.back().falls_short()) {
+        checks.back().because("the MAEP " + shown(outcome.maep, Quantity::pressure, units) +
+                              " is below the external design pressure " +
+                              shown(P, Quantity::pressure, units));
     }
-    if (is_short_of_thickness(element, outcome)) {
-        fails("the required thickness " + shown(outcome.tca, Quantity::thickness, units) +
-              " is above the given " + shown(element.setting(N::t), Quantity::thickness, units));
+    if (element.has_pressure()) {
+        checks.push_back(thickness_check(element, outcome));
+        if (checks.back().falls_short()) {
+            checks.back().because("the required thickness " +
+                                  shown(outcome.tca, Quantity::thickness, units) +
+                                  " is above the given " + shown(t, Quantity::thickness, units));
+        }
     }
-    judge_convex_head(element, outcome, units, verdict);
-    return verdict;
+    convex_checks(element, outcome, units, checks);
+    return checks;
 }
-
-namespace {
-
-struct ExternalResult {
-    const ExternalInput* element;
-    const ExternalOutcome* outcome;
-
-    std::optional<float> number(float value) const {
-        if (outcome->no_curve || !std::isfinite(value) || value == TARVANE_NO_VALUE)
-            return std::nullopt;
-        return value;
-    }
-    // Of the design pressure.
-    std::optional<float> required(float value) const {
-        return element->has_pressure() ? number(value) : std::nullopt;
-    }
-    // Of UG-33(a)(1).
-    std::optional<float> convex_maep() const {
-        return outcome->convex ? number(outcome->convex->maep) : std::nullopt;
-    }
-    std::optional<float> convex_thickness() const {
-        return outcome->convex ? required(outcome->convex->results.found.t_required) : std::nullopt;
-    }
-    std::optional<float> failure_corrosion() const {
-        const std::optional<float> chart = required(outcome->fail_ca);
-        if (!chart || !outcome->convex) return chart;
-        return std::min(*chart, outcome->convex->results.fail_ca);
-    }
-    bool by_chart() const { return !element->by_stress() && !element->flat_cone(); }
-};
-
-using R = ExternalResult;
-
-// As much as a column of the table holds.
-std::string heading(const R& r) { return column_heading(*r.element); }
-
-// Factor A times 1e6, as the tables show few decimals.
-std::optional<float> micro_a(const R& r) {
-    return r.by_chart() ? r.number(r.outcome->factor_a * 1.0e6f) : std::nullopt;
-}
-
-} // namespace
 
 std::string external_tables(std::span<const Calculated> elements, const UnitSystem& units) {
-    std::vector<R> results;
-    for (const Calculated& c : elements) {
-        results.push_back({static_cast<const ExternalInput*>(c.element),
-                           static_cast<const ExternalOutcome*>(c.outcome)});
-    }
-    const Row<R> rows[] = {
-        {"External design pressure              P", Quantity::pressure,
-         [](const R& r) -> std::optional<float> { return r.element->setting(N::P); }},
-        {"Maximum allowable external pressure   MAEP", Quantity::pressure,
-         [](const R& r) { return r.number(governing_maep(*r.outcome)); }},
-        {"The same by UG-33(a), 1.67 P inside", Quantity::pressure,
-         [](const R& r) { return r.convex_maep(); }},
-        {"Given thickness                       t", Quantity::thickness,
-         [](const R& r) -> std::optional<float> { return r.element->setting(N::t); }},
-        {"Required thickness with allowances    Tca", Quantity::thickness,
-         [](const R& r) { return r.required(governing_thickness(*r.outcome)); }},
-        {"The same by UG-33(a)(1), 1.67 P inside", Quantity::thickness,
-         [](const R& r) { return r.convex_thickness(); }},
-        {"Maximum stiffened length              Slen", Quantity::diameter,
-         [](const R& r) {
-             return r.element->shape() == TARVANE_CYLINDER ? r.required(r.outcome->slen)
-                                                           : std::nullopt;
-         }},
-        {"Factor A, times 1000000               A", Quantity::number, micro_a},
-        {"Factor B                              B", Quantity::stress,
-         [](const R& r) { return r.by_chart() ? r.number(r.outcome->factor_b) : std::nullopt; }},
-        {"Allowable compressive stress          Fha", Quantity::stress,
-         [](const R& r) {
-             return r.element->by_stress() && !r.element->flat_cone() ? r.number(r.outcome->fha)
-                                                                      : std::nullopt;
-         }},
-        {"Corrosion allowance                   c", Quantity::thickness,
-         [](const R& r) -> std::optional<float> { return r.element->setting(N::ci); }},
-        {"Corrosion allowance at failure", Quantity::thickness,
-         [](const R& r) { return r.failure_corrosion(); }},
-    };
-    return table<R>("External pressure", rows, results, heading, units);
+    return closing_table(EXTERNAL_TABLE, elements, units);
 }
 
 } // namespace tarvane::vessel

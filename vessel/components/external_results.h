@@ -1,7 +1,8 @@
-// Verdict and closing table of elements under external pressure.
+// Results, checks and closing table of elements under external pressure.
 #pragma once
 
 #include "components/external_session.h"
+#include "fields/external_results.h"
 
 namespace tarvane::vessel {
 
@@ -13,7 +14,9 @@ float governing_thickness(const ExternalOutcome& outcome);
 // The search for the longest stiffened length goes up to a limit: a length beyond it may hold too.
 bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome);
 
-Verdict judge_external(const ExternalInput& element, const ExternalOutcome& outcome,
+ExternalFound found_of(const ExternalInput& element, const ExternalOutcome& outcome);
+
+Checks external_checks(const ExternalInput& element, const ExternalOutcome& outcome,
                        const UnitSystem& units);
 
 std::string external_tables(std::span<const Calculated> elements, const UnitSystem& units);

@@ -11,7 +11,8 @@ namespace tarvane::vessel {
 struct ConvexHead;
 
 struct ExternalOutcome final : Outcome {
-    bool no_curve = false;      // there is no chart to calculate with
+    bool no_curve = false; // there is no chart to calculate with
+    bool refused() const override { return no_curve; }
     float chart_maximum = 0.0f; // last temperature of the chart, when T is above it (F)
     bool above_chart = false;   // and that it is
     float maep = 0.0f, tca = 0.0f, slen = 0.0f;

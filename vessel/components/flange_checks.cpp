@@ -438,8 +438,7 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
     check_gasket(flange, outcome, units, checks);
     check_rating(flange, outcome, units, checks);
     check_deflection(found, units, checks);
-    if (found.openings != 0)
-        check_openings(faults_of(found), &field("opening_d1"), field("openings"), units, checks);
+    if (found.openings != 0) check_openings(faults_of(found), units, checks);
     check_bolt_size(flange, units, checks);
     advise(flange, outcome, checks);
     return checks;

@@ -29,6 +29,8 @@ const ElementKind MDMT_KIND{
             return std::unique_ptr<Element>(std::move(element));
         },
     .tables = mdmt_tables,
+    .results = mdmt_result_fields(),
+    .checks = MDMT_CHECKS,
 };
 
 // ---- reading ---------------------------------------------------------------------------------------
@@ -132,8 +134,12 @@ std::unique_ptr<Outcome> MdmtInput::calculate(const Request& file) const {
     return std::make_unique<MdmtOutcome>(run_mdmt(*this, file));
 }
 
-Verdict MdmtInput::judge(const Outcome& outcome, const UnitSystem& units) const {
-    return judge_mdmt(*this, static_cast<const MdmtOutcome&>(outcome), units);
+std::vector<Result> MdmtInput::results(const Outcome& outcome) const {
+    return mdmt_results(found_of(*this, static_cast<const MdmtOutcome&>(outcome)));
+}
+
+Checks MdmtInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+    return mdmt_checks(*this, static_cast<const MdmtOutcome&>(outcome), units);
 }
 
 } // namespace tarvane::vessel

@@ -39,7 +39,8 @@ struct MdmtInput final : Element, Settings<MdmtNumber, MdmtText> {
     void complete(Reading& reading) override;
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
-    Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+    std::vector<Result> results(const Outcome& outcome) const override;
+    Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
 
   private:
     void take_material(Reading& reading);

@@ -12,7 +12,7 @@ using N = MdmtNumber;
 
 namespace {
 
-constexpr float WITHIN = 0.5f; // degrees F: reports show whole ones
+consteval const CheckField& field(std::string_view id) { return field_of(MDMT_CHECKS, id); }
 
 std::optional<float> temperature(float value) {
     if (value == TARVANE_NO_TEMPERATURE || !std::isfinite(value)) return std::nullopt;
@@ -61,90 +61,104 @@ bool is_exempt(const MdmtInput& element, const MdmtOutcome& outcome) {
     return element.exempt() && !outcome.exempt_stainless;
 }
 
+// Reports show whole degrees: what is above one by less than half counts as that.
+Check temperature_check(const MdmtInput& element, float lowest) {
+    return Check::compared(field("mdmt"), std::min(lowest, std::round(lowest)),
+                           element.setting(N::required));
+}
+
 } // namespace
 
 bool falls_short(const MdmtInput& element, const MdmtOutcome& outcome) {
     if (!element.asked || is_exempt(element, outcome)) return false;
     const std::optional<float> lowest = lowest_temperature(element, outcome);
-    return !lowest || element.setting(N::required) < *lowest - WITHIN;
-}
-
-Verdict judge_mdmt(const MdmtInput& element, const MdmtOutcome& outcome, const UnitSystem& units) {
-    Verdict verdict;
-    if (outcome.stopped) {
-        verdict.say(Status::stopped,
-                    "the engine stopped with code " + std::to_string(outcome.fatal_code));
-        return verdict;
-    }
-    const auto fails = [&](std::string reason) { verdict.say(Status::fails, std::move(reason)); };
-    const std::optional<float> lowest = lowest_temperature(element, outcome);
-    if (!lowest && !is_exempt(element, outcome)) {
-        fails("no metal temperature was found: the governing thickness " +
-              shown(element.setting(N::tg), Quantity::thickness, units) + " asks for impact tests");
-    } else if (falls_short(element, outcome)) {
-        fails("the lowest metal temperature without impact test " + shown_degrees(*lowest, units) +
-              " is above the required " + shown_degrees(element.setting(N::required), units));
-    }
-    // The engine counts such a ratio as 1.
-    const float sr = element.setting(N::tg_sr), tr = element.setting(N::tr);
-    const float left =
-        (sr > 0.0f ? sr : element.setting(N::tg)) - element.setting(N::ci) - element.setting(N::ce);
-    if (!element.has(N::pad) && (tr > left * 1.001f || element.setting(N::ratio) > 1.001f)) {
-        fails(tr > left ? "the required thickness " + shown(tr, Quantity::thickness, units) +
-                              " is above the thickness less corrosion allowances " +
-                              shown(left, Quantity::thickness, units)
-                        : "the ratio " + number_text(element.setting(N::ratio), 3) + " is above 1");
-    }
-    if (outcome.estar_used < 0.0f && !element.has(N::pwht))
-        fails("heat treatment is required at this temperature, UCS-68(b)");
-    return verdict;
+    return !lowest || temperature_check(element, *lowest).falls_short();
 }
 
 namespace {
 
-struct MdmtResult {
-    const MdmtInput* element;
-    const MdmtOutcome* outcome;
-};
+void check_temperatures(const MdmtInput& element, const MdmtOutcome& outcome,
+                        const UnitSystem& units, Checks& checks) {
+    if (is_exempt(element, outcome)) return;
+    const std::optional<float> lowest = lowest_temperature(element, outcome);
+    std::string reason;
+    if (!lowest) {
+        reason = "no metal temperature was found: the governing thickness " +
+                 shown(element.setting(N::tg), Quantity::thickness, units) +
+                 " asks for impact tests";
+    }
+    checks.push_back(Check::found(field("impact_tests"), lowest.has_value(), std::move(reason)));
+    if (!lowest) return;
+    if (!element.asked) {
+        checks.push_back(Check::not_asked(field("mdmt"), "MDMT is not given"));
+        return;
+    }
+    Check check = temperature_check(element, *lowest);
+    if (check.falls_short()) {
+        check.because("the lowest metal temperature without impact test " +
+                      shown_degrees(*lowest, units) + " is above the required " +
+                      shown_degrees(element.setting(N::required), units));
+    }
+    checks.push_back(std::move(check));
+}
 
-using R = MdmtResult;
-
-// As much as a column of the table holds.
-std::string heading(const R& r) { return column_heading(*r.element); }
+// The engine counts a ratio above 1 as 1.
+void check_ratio(const MdmtInput& element, const UnitSystem& units, Checks& checks) {
+    if (element.has(N::pad)) return;
+    const float sr = element.setting(N::tg_sr), tr = element.setting(N::tr);
+    const float left =
+        (sr > 0.0f ? sr : element.setting(N::tg)) - element.setting(N::ci) - element.setting(N::ce);
+    if (tr > 0.0f) {
+        Check check = Check::compared(field("required_thickness"), tr, left);
+        if (check.falls_short()) {
+            check.because("the required thickness " + shown(tr, Quantity::thickness, units) +
+                          " is above the thickness less corrosion allowances " +
+                          shown(left, Quantity::thickness, units));
+        }
+        checks.push_back(std::move(check));
+        return;
+    }
+    const float ratio = element.setting(N::ratio);
+    Check check = Check::compared(field("ratio"), ratio, 1.0f);
+    if (check.falls_short()) check.because("the ratio " + number_text(ratio, 3) + " is above 1");
+    checks.push_back(std::move(check));
+}
 
 } // namespace
 
-std::string mdmt_tables(std::span<const Calculated> elements, const UnitSystem& units) {
-    std::vector<R> results;
-    for (const Calculated& c : elements) {
-        results.push_back(
-            {static_cast<const MdmtInput*>(c.element), static_cast<const MdmtOutcome*>(c.outcome)});
+Checks mdmt_checks(const MdmtInput& element, const MdmtOutcome& outcome, const UnitSystem& units) {
+    Checks checks;
+    if (outcome.stopped) {
+        checks.push_back(Check::not_made(field("calculation"), stop_reason(outcome)));
+        return checks;
     }
-    const Row<R> rows[] = {
-        {"Governing thickness                   tg", Quantity::thickness,
-         [](const R& r) -> std::optional<float> { return r.element->setting(N::tg); }},
-        {"Ratio", Quantity::number,
-         [](const R& r) -> std::optional<float> {
-             if (r.outcome->ratio < 0.0f || r.outcome->exempt_stainless) return std::nullopt;
-             return r.outcome->ratio;
-         }},
-        {"Temperature of the curve", Quantity::temperature,
-         [](const R& r) { return curve_temperature(*r.outcome); }},
-        {"Temperature reduction", Quantity::temperature_scale,
-         [](const R& r) { return reduction_of(*r.outcome); }},
-        {"Minimum design metal temperature      MDMT", Quantity::temperature,
-         [](const R& r) { return reduced_temperature(*r.outcome); }},
-        {"Exempt temperature of UG-20(f)", Quantity::temperature,
-         [](const R& r) { return ug20f_temperature(*r.element, *r.outcome); }},
-        {"Lowest temperature without impact test", Quantity::temperature,
-         [](const R& r) { return lowest_temperature(*r.element, *r.outcome); }},
-        {"Required temperature", Quantity::temperature,
-         [](const R& r) -> std::optional<float> {
-             if (!r.element->asked) return std::nullopt;
-             return r.element->setting(N::required);
-         }},
-    };
-    return table<R>("Metal temperatures", rows, results, heading, units);
+    check_temperatures(element, outcome, units, checks);
+    check_ratio(element, units, checks);
+    if (outcome.estar_used < 0.0f) {
+        const bool treated = element.has(N::pwht);
+        checks.push_back(Check::found(
+            field("heat_treatment"), treated,
+            treated ? "" : "heat treatment is required at this temperature, UCS-68(b)"));
+    }
+    return checks;
+}
+
+MdmtFound found_of(const MdmtInput& element, const MdmtOutcome& outcome) {
+    MdmtFound found{.given = element,
+                    .nothing = outcome.stopped ? "the engine stopped" : "",
+                    .asked = element.asked,
+                    .ratio = {},
+                    .curve = curve_temperature(outcome),
+                    .reduction = reduction_of(outcome),
+                    .reduced = reduced_temperature(outcome),
+                    .ug20f = ug20f_temperature(element, outcome),
+                    .lowest = lowest_temperature(element, outcome)};
+    if (!(outcome.ratio < 0.0f) && !outcome.exempt_stainless) found.ratio = outcome.ratio;
+    return found;
+}
+
+std::string mdmt_tables(std::span<const Calculated> elements, const UnitSystem& units) {
+    return closing_table(MDMT_TABLE, elements, units);
 }
 
 } // namespace tarvane::vessel

@@ -1,7 +1,8 @@
-// Verdict and closing table of metal temperatures.
+// Results, checks and closing table of metal temperatures.
 #pragma once
 
 #include "components/mdmt_session.h"
+#include "fields/mdmt_results.h"
 
 #include <optional>
 
@@ -17,7 +18,9 @@ std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutc
 // The temperature that the file asks for is not reached.
 bool falls_short(const MdmtInput& element, const MdmtOutcome& outcome);
 
-Verdict judge_mdmt(const MdmtInput& element, const MdmtOutcome& outcome, const UnitSystem& units);
+MdmtFound found_of(const MdmtInput& element, const MdmtOutcome& outcome);
+
+Checks mdmt_checks(const MdmtInput& element, const MdmtOutcome& outcome, const UnitSystem& units);
 
 std::string mdmt_tables(std::span<const Calculated> elements, const UnitSystem& units);
 

@@ -1,6 +1,7 @@
 #include "components/openings.h"
 
 #include "document/results.h"
+#include "fields/opening_checks.h"
 #include "tarvane/results.h"
 
 namespace tarvane::vessel {
@@ -37,23 +38,11 @@ Words words_of(std::int32_t rule) {
 
 } // namespace
 
-std::vector<std::string> opening_faults(const OpeningFaults& faults, const UnitSystem& units) {
-    std::vector<std::string> lines;
+void check_openings(const OpeningFaults& faults, const UnitSystem& units, Checks& checks) {
+    if (faults.rules.empty())
+        checks.push_back(Check::found(field_of(OPENING_CHECKS, "openings"), true));
     for (std::size_t i = 0; i < faults.rules.size(); ++i) {
-        const Words words = words_of(faults.rules[i]);
-        lines.push_back(std::string(words.what) + ", " +
-                        shown(faults.found[i], Quantity::diameter, units) + ", " +
-                        std::string(words.relation) + ", " +
-                        shown(faults.limits[i], Quantity::diameter, units));
-    }
-    return lines;
-}
-
-void check_openings(const OpeningFaults& faults, const CheckField* rules, const CheckField& sound,
-                    const UnitSystem& units, Checks& checks) {
-    if (faults.rules.empty()) checks.push_back(Check::found(sound, true));
-    for (std::size_t i = 0; i < faults.rules.size(); ++i) {
-        const CheckField& rule = rules[faults.rules[i] - TARVANE_OPENING_D1_LARGE];
+        const CheckField& rule = OPENING_CHECKS[faults.rules[i] - TARVANE_OPENING_D1_LARGE];
         Check check = Check::compared(rule, faults.found[i], faults.limits[i]).marked(true);
         if (check.falls_short()) {
             const Words words = words_of(faults.rules[i]);

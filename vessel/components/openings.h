@@ -6,8 +6,6 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
-#include <vector>
 
 namespace tarvane::vessel {
 
@@ -25,12 +23,7 @@ OpeningFaults faults_of(const Results& results) {
             {results.opening_limit, count}};
 }
 
-// A row for each rule that is broken, by the fields from `rules` on, in the order of TARVANE_OPENING_D1_LARGE
-// and its companions; one of `sound` without any.
-void check_openings(const OpeningFaults& faults, const CheckField* rules, const CheckField& sound,
-                    const UnitSystem& units, Checks& checks);
-
-// One line each.
-std::vector<std::string> opening_faults(const OpeningFaults& faults, const UnitSystem& units);
+// A row for each rule that is broken; one for all of them without any.
+void check_openings(const OpeningFaults& faults, const UnitSystem& units, Checks& checks);
 
 } // namespace tarvane::vessel

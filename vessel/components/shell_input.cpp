@@ -6,6 +6,8 @@
 #include "components/request.h"
 #include "components/shell_results.h"
 #include "components/shell_session.h"
+#include "fields/shell_checks.h"
+#include "fields/shell_results.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -35,6 +37,8 @@ const ElementKind SHELL_KIND{
             return std::unique_ptr<Element>(std::move(shell));
         },
     .tables = shell_tables,
+    .results = shell_result_fields(),
+    .checks = shell_check_fields(),
 };
 
 // ---- reading ---------------------------------------------------------------------------------------
@@ -315,19 +319,33 @@ std::unique_ptr<Outcome> ShellInput::calculate(const Request& file) const {
     return outcome;
 }
 
-Verdict ShellInput::judge(const Outcome& outcome, const UnitSystem& units) const {
+std::vector<Result> ShellInput::results(const Outcome& outcome) const {
     const auto& own = static_cast<const ShellOutcome&>(outcome);
-    Verdict verdict = judge_shell(*this, own, units);
-    if (!external || own.stopped) return verdict;
-    const Verdict other = judge_external(*external, own.external, units);
-    verdict.status = std::max(verdict.status, other.status);
-    for (const std::string& reason : other.reasons) {
+    ShellFound found{.given = *this,
+                     .block = own.found,
+                     .fail_ca = own.fail_ca,
+                     .fail_ca_knuckle = own.fail_ca_knuckle,
+                     .strain = own.strain,
+                     .stopped = own.stopped,
+                     .external = nullptr};
+    if (!external) return shell_results(found);
+    const ExternalFound other = found_of(*external, own.external);
+    found.external = &other;
+    return shell_results(found);
+}
+
+Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+    const auto& own = static_cast<const ShellOutcome&>(outcome);
+    Checks checks = shell_checks(*this, own, units);
+    if (!external || own.stopped) return checks;
+    for (Check& check : external_checks(*external, own.external, units)) {
         // Limits of the form hold for both.
-        if (std::find(verdict.reasons.begin(), verdict.reasons.end(), reason) ==
-            verdict.reasons.end())
-            verdict.reasons.push_back(reason);
+        const bool there = std::any_of(checks.begin(), checks.end(), [&](const Check& first) {
+            return first.field().id == check.field().id;
+        });
+        if (!there) checks.push_back(std::move(check));
     }
-    return verdict;
+    return checks;
 }
 
 std::optional<ChartPoint> ShellInput::chart_point(const Outcome& outcome) const {

@@ -36,7 +36,8 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
     void complete(Reading& reading) override;
     std::vector<std::string_view> required(const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
-    Verdict judge(const Outcome& outcome, const UnitSystem& units) const override;
+    std::vector<Result> results(const Outcome& outcome) const override;
+    Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
 
     std::optional<ChartPoint> chart_point(const Outcome& outcome) const override;
 

@@ -179,8 +179,8 @@ void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
 }
 
 void write_head_warnings(const ShellInput& shell, const ShellOutcome& o) {
-    for (const std::string_view warning : form_warnings(shell, o))
-        report_line("Warning: " + std::string(warning), WARNING_LINE);
+    for (const Check& check : form_checks(shell, o))
+        if (check.falls_short()) report_line("Warning: " + check.reason(), WARNING_LINE);
     if (o.found.thin != 0 && o.found.evaluated_14f == 0)
         report_line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.",
                     WARNING_LINE);

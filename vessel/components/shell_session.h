@@ -10,6 +10,7 @@ namespace tarvane::vessel {
 
 struct ShellOutcome final : Outcome {
     ExternalOutcome external; // of a shell under external pressure too
+    bool refused() const override { return external.refused(); }
 
     TARVANE_SHELL_RESULTS found{}; // by SHLINT
     float fail_ca = 0.0f;          // corrosion at failure; not by the older Division 2

@@ -86,6 +86,15 @@ std::string text_table(std::string_view title, std::span<const std::string> head
     return out;
 }
 
+namespace {
+
+std::optional<float> scaled(const Result& result) {
+    if (!result.value) return std::nullopt;
+    return *result.value * result.field->times;
+}
+
+} // namespace
+
 std::string result_table(std::string_view title, std::span<const ResultColumn> columns,
                          const UnitSystem& units) {
     constexpr std::size_t SYMBOL = 38;
@@ -102,7 +111,7 @@ std::string result_table(std::string_view title, std::span<const ResultColumn> c
         if (!field.symbol.empty())
             row.label = padded(field.label, SYMBOL) + std::string(field.symbol);
         for (const ResultColumn& column : columns)
-            row.values.push_back(value_text(column.results[i].value, field.quantity, units));
+            row.values.push_back(value_text(scaled(column.results[i]), field.quantity, units));
         rows.push_back(std::move(row));
     }
     return text_table(title, headings, rows);

@@ -5,7 +5,6 @@
 #include "fields/results.h"
 #include "values/text.h"
 
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -50,33 +49,5 @@ struct ResultColumn {
 // Those that the table of this title lists; empty without columns.
 std::string result_table(std::string_view title, std::span<const ResultColumn> columns,
                          const UnitSystem& units);
-
-// A row of a table over results of one kind: nothing where an element has no such result.
-template <class Result>
-struct Row {
-    std::string_view label;
-    Quantity quantity;
-    std::function<std::optional<float>(const Result&)> value;
-};
-
-// `heading` gives the description of an element in Western characters.
-template <class Result>
-std::string table(std::string_view title, std::span<const Row<Result>> rows,
-                  const std::vector<Result>& results, std::string (*heading)(const Result&),
-                  const UnitSystem& units) {
-    std::vector<std::string> headings;
-    headings.reserve(results.size());
-    for (const Result& result : results)
-        headings.push_back(to_utf8(heading(result)));
-    std::vector<TextRow> texts;
-    for (const Row<Result>& row : rows) {
-        TextRow text{std::string(row.label), to_utf8(units.label(row.quantity)), {}};
-        text.values.reserve(results.size());
-        for (const Result& result : results)
-            text.values.push_back(value_text(row.value(result), row.quantity, units));
-        texts.push_back(std::move(text));
-    }
-    return text_table(title, headings, texts);
-}
 
 } // namespace tarvane::vessel

@@ -1,6 +1,7 @@
 // The checks of a [[flange]], in the order in which its verdict tells them.
 #pragma once
 
+#include "fields/opening_checks.h"
 #include "fields/results.h"
 #include "tarvane/results.h"
 
@@ -103,21 +104,14 @@ inline constexpr CheckField FLANGE_CHECKS[] = {
      .label = "deflection of the cover",
      .quantity = Quantity::thickness,
      .asked = "channel_cover"},
-    // In the order of TARVANE_OPENING_D1_LARGE and its companions.
-    {"opening_d1", "UG-39", "opening d1", Quantity::diameter},
-    {"opening_d2", "UG-39", "opening d2", Quantity::diameter},
-    {"openings_large", "UG-39(e)", "average diameter of the openings", Quantity::diameter},
-    {"openings_near", "UG-39(e)(3)", "pitch of the openings", Quantity::diameter, true},
-    {"opening_ligament", "UG-39(e)(4)", "ligament between the openings", Quantity::diameter, true},
-    {"opening_d1_edge", "UG-39(e)(5)", "distance of the opening d1 to the edge", Quantity::diameter,
-     true},
-    {"opening_d2_edge", "UG-39(e)(5)", "distance of the opening d2 to the edge", Quantity::diameter,
-     true},
-    {.id = "openings",
-     .paragraph = "UG-39",
-     .label = "openings of the cover",
-     .quantity = Quantity::number,
-     .asked = "openings that break no rule"},
+    OPENING_CHECKS[0],
+    OPENING_CHECKS[1],
+    OPENING_CHECKS[2],
+    OPENING_CHECKS[3],
+    OPENING_CHECKS[4],
+    OPENING_CHECKS[5],
+    OPENING_CHECKS[6],
+    OPENING_CHECKS[7],
     {.id = "bolt_size",
      .paragraph = "",
      .label = "bolt of the thread series",

@@ -22,6 +22,7 @@ struct ResultField {
     std::string_view table = {};          // title of the closing table that lists it; none: empty
     std::string_view meaning = {};        // what the label leaves open
     std::span<const Choice> choices = {}; // what the numbers of a choice stand for
+    float times = 1.0f;                   // in the closing table, which shows few decimals
 };
 
 // A result, in the engine's units; nothing, and why, where there is none.

@@ -1,0 +1,26 @@
+// The results of a [[shell]] under internal pressure, by the symbols of the report.
+#pragma once
+
+#include "fields/external_results.h"
+#include "fields/shell_keys.h"
+#include "tarvane/shell.h"
+
+namespace tarvane::vessel {
+
+// What they are taken from, in the engine's units: values by keys, GETSHELLRESULTS, what the routines beside
+// SHLINT returned.
+struct ShellFound {
+    const Settings<ShellNumber, ShellText>& given;
+    const TARVANE_SHELL_RESULTS& block;
+    float fail_ca, fail_ca_knuckle, strain;
+    bool stopped;
+    const ExternalFound* external; // none: a null pointer
+};
+
+inline constexpr std::string_view SHELL_TABLE = "Shells and heads";
+
+// Those under internal pressure, then those under external pressure under their own names.
+std::span<const ResultField> shell_result_fields();
+std::vector<Result> shell_results(const ShellFound& found);
+
+} // namespace tarvane::vessel
