@@ -85,6 +85,12 @@ Check& Check::marked(bool by_engine) {
     return *this;
 }
 
+Check& Check::listed_in(std::span<const CheckField> fields) {
+    for (const CheckField& field : fields)
+        if (field.id == described->id) described = &field;
+    return *this;
+}
+
 std::string_view Check::remark() const { return passes() && engine_marks ? "within 0.005 %" : ""; }
 
 bool Check::told() const {

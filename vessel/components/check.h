@@ -4,6 +4,7 @@
 #include "fields/results.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,9 @@ class Check {
     Check& because(std::string words);
     // The engine's own warning or mark, which knows another tolerance.
     Check& marked(bool by_engine);
+
+    // The field of the same id in the list of a kind, for a row that several kinds share.
+    Check& listed_in(std::span<const CheckField> fields);
 
     const CheckField& field() const { return *described; }
     State state() const { return is; }

@@ -293,7 +293,10 @@ std::vector<Result> ExternalInput::results(const Outcome& outcome) const {
 }
 
 Checks ExternalInput::checks(const Outcome& outcome, const UnitSystem& units) const {
-    return external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
+    Checks checks = external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
+    for (Check& check : checks)
+        check.listed_in(EXTERNAL_CHECKS);
+    return checks;
 }
 
 } // namespace tarvane::vessel

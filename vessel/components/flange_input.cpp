@@ -382,6 +382,8 @@ Checks FlangeInput::checks(const Outcome& outcome, const UnitSystem& units) cons
         }
         checks.push_back(std::move(check));
     }
+    for (Check& check : checks)
+        check.listed_in(FLANGE_CHECKS);
     return checks;
 }
 

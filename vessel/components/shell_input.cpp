@@ -337,14 +337,17 @@ std::vector<Result> ShellInput::results(const Outcome& outcome) const {
 Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const ShellOutcome&>(outcome);
     Checks checks = shell_checks(*this, own, units);
-    if (!external || own.stopped) return checks;
-    for (Check& check : external_checks(*external, own.external, units)) {
-        // Limits of the form hold for both.
-        const bool there = std::any_of(checks.begin(), checks.end(), [&](const Check& first) {
-            return first.field().id == check.field().id;
-        });
-        if (!there) checks.push_back(std::move(check));
+    if (external && !own.stopped) {
+        for (Check& check : external_checks(*external, own.external, units)) {
+            // Limits of the form hold for both.
+            const bool there = std::any_of(checks.begin(), checks.end(), [&](const Check& first) {
+                return first.field().id == check.field().id;
+            });
+            if (!there) checks.push_back(std::move(check));
+        }
     }
+    for (Check& check : checks)
+        check.listed_in(shell_check_fields());
     return checks;
 }
 
