@@ -14,7 +14,8 @@ inline constexpr Int MATERIAL_CLASSES = 69;
 
 // The row's place is the class; blank and 0 until SET_MATERIAL_CLASS_NAMES.
 extern MATERIAL_CLASS MATERIAL_CLASS_NAMES[MATERIAL_CLASSES];
-extern bool MATERIAL_CLASS_NAMES_GIVEN; // the host has their address, and may write anywhere in them
+extern bool
+    MATERIAL_CLASS_NAMES_GIVEN; // the host has their address, and may write anywhere in them
 
 void SET_MATERIAL_CLASS_NAMES();
 
