@@ -46,7 +46,7 @@ void print_answer(const MdmtInput& element, const MdmtOutcome& o, const UnitSyst
                  ' ' + to_utf8(units.label(Quantity::temperature)));
     }
     temperature("Minimum design metal temperature", reduced_temperature(o));
-    temperature("Exempt temperature of UG-20(f)", ug20f_temperature(element, o));
+    temperature("Exempt temperature of UG-20(f)", ug20f_temperature(o));
     temperature("Lowest temperature without impact test", lowest_temperature(element, o));
     if (element.exempt() && !o.exempt_stainless) out << "Exempt from impact tests.\n";
 }

@@ -545,32 +545,5 @@ TEST(FlangeBlock, StressThatHoldsTheMawpDown) {
     EXPECT_NEAR(found.mawp_operating, found.ratio[OP][place] * found.P, 0.01f);
 }
 
-// ---- verdicts --------------------------------------------------------------------------------------------
-
-// With every report line replaced, verdicts and closing tables of all golden inputs stay.
-TEST(Verdicts, TakeNothingFromTheReport) {
-    for (const auto& [name, file] : golden_inputs()) {
-        for (const auto& element : file.elements) {
-            const auto outcome = element->calculate(file);
-            const auto told = [&] {
-                const Verdict verdict = element->judge(*outcome, file.units);
-                std::string text = std::to_string(static_cast<int>(verdict.status)) + '\n';
-                for (const std::string& reason : verdict.reasons)
-                    text += reason + '\n';
-                const Calculated calculated{element.get(), outcome.get()};
-                return text + element->kind->tables({&calculated, 1}, file.units);
-            };
-            const std::string before = told();
-            std::string noise;
-            for (char& c : outcome->report)
-                noise += c == '\n' ? '\n' : '#';
-            outcome->report = noise;
-            EXPECT_EQ(told(), before) << name;
-            outcome->report.clear();
-            EXPECT_EQ(told(), before) << name;
-        }
-    }
-}
-
 } // namespace
 } // namespace tarvane::app

@@ -123,7 +123,7 @@ void write_external_results(const ExternalInput& element, const ExternalOutcome&
         report_input("Required Thickness with Allowances", "Tca", o.tca, THICKNESS);
         if (element.shape() == TARVANE_CYLINDER) {
             report_input("Maximum Stiffened Length", "Slen", o.slen, DIAMETER);
-            if (ends_at_limit(element, o))
+            if (ends_at_limit(o))
                 report_line("Note: The search for the stiffened length ended at its limit.",
                             NOTE_LINE);
         }

@@ -45,9 +45,8 @@ float governing_thickness(const ExternalOutcome& outcome) {
     return with_chart(outcome).t_g;
 }
 
-bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome) {
-    const float times = element.by_stress() ? 0.0f : 20.0f * element.setting(N::length);
-    return outcome.slen >= 999999.0f || (times > 0.0f && outcome.slen > times);
+bool ends_at_limit(const ExternalOutcome& outcome) {
+    return outcome.found.search[TARVANE_AT_LENGTH] == TARVANE_SEARCH_AT_LIMIT;
 }
 
 ExternalFound found_of(const ExternalInput& element, const ExternalOutcome& o) {

@@ -12,7 +12,7 @@ bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& 
 float governing_maep(const ExternalOutcome& outcome);
 float governing_thickness(const ExternalOutcome& outcome);
 // The search for the longest stiffened length goes up to a limit: a length beyond it may hold too.
-bool ends_at_limit(const ExternalInput& element, const ExternalOutcome& outcome);
+bool ends_at_limit(const ExternalOutcome& outcome);
 
 ExternalFound found_of(const ExternalInput& element, const ExternalOutcome& outcome);
 

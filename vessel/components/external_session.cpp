@@ -27,17 +27,31 @@ void set_globals(const ExternalInput& element) {
     setup[TARVANE_SETUP_PRINT_EXTERNAL - 1].real = 1.0f;
 }
 
-// The curve that SHLEXT will take, before it does: zeros of its numbers say that there is none.
+// Whether SHLEXT will find a curve, before it writes lines of one: zeros of its numbers say that there is
+// none.
 void look_for_curve(const ExternalInput& element, ExternalOutcome& o) {
     char chart[CHART_WIDTH];
     put_blank_padded(chart, sizeof chart, element.chart());
     const float T = element.setting(N::T), Sy = element.setting(N::Sy);
-    float E = 0.0f, a_elastic = 0.0f, second = 0.0f, a_max = 0.0f, b_max = 0.0f;
+    float t_used = 0.0f, E = 0.0f, a_elastic = 0.0f, second = 0.0f, a_max = 0.0f, b_max = 0.0f;
     float c0 = 0.0f, c1 = 0.0f, c2 = 0.0f;
-    READ_CHART(chart, CHART_WIDTH, &T, &o.chart_maximum, &E, &a_elastic, &second, &a_max, &b_max,
-               &c0, &c1, &c2, &Sy);
+    READ_CHART(chart, CHART_WIDTH, &T, &t_used, &E, &a_elastic, &second, &a_max, &b_max, &c0, &c1,
+               &c2, &Sy);
     o.no_curve = !(E > 0.0f && b_max > 0.0f);
-    o.above_chart = !o.no_curve && T > o.chart_maximum;
+}
+
+void take_results(ExternalOutcome& o) {
+    o.found = *GETEXTERNALRESULTS();
+    o.above_chart = o.found.above_chart != 0;
+    o.chart_maximum = o.found.temp_curve;
+    o.maep = o.found.maep;
+    o.tca = o.found.tca;
+    o.slen = o.found.slen;
+    o.d_o = o.found.d_o;
+    o.factor_a = o.found.factor_a[TARVANE_AT_GIVEN];
+    o.factor_b = o.found.factor_b[TARVANE_AT_GIVEN];
+    o.fha = o.found.fha[TARVANE_AT_GIVEN];
+    o.fail_ca = o.found.fail_ca;
 }
 
 void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
@@ -52,10 +66,13 @@ void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
                        modulus = element.whole_setting(N::material_class),
                        service = element.whole_setting(N::service);
     const float D = element.diameter();
+    float maep = 0.0f, tca = 0.0f, slen = 0.0f, d_o = 0.0f, factor_a = 0.0f, factor_b = 0.0f,
+          fha = 0.0f, fail_ca = 0.0f;
     SHLEXT(at(N::P), at(N::T), chart, CHART_WIDTH, &shape, &D, at(N::t), at(N::ci), at(N::k),
-           at(N::L), at(N::alpha), at(N::length), &o.maep, &o.tca, &o.slen, &o.d_o, &o.factor_a,
-           &o.factor_b, &print, at(N::Dsmall), at(N::cone_length), &outside, at(N::S), at(N::Ut),
-           at(N::Sy), &modulus, &o.fha, &o.fail_ca, &service);
+           at(N::L), at(N::alpha), at(N::length), &maep, &tca, &slen, &d_o, &factor_a, &factor_b,
+           &print, at(N::Dsmall), at(N::cone_length), &outside, at(N::S), at(N::Ut), at(N::Sy),
+           &modulus, &fha, &fail_ca, &service);
+    take_results(o);
 }
 
 } // namespace

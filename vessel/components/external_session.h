@@ -13,13 +13,15 @@ struct ConvexHead;
 struct ExternalOutcome final : Outcome {
     bool no_curve = false; // there is no chart to calculate with
     bool refused() const override { return no_curve; }
+    // By SHLEXT; the rest is taken from it, TARVANE_NO_VALUE where a stage did not run.
+    TARVANE_EXTERNAL_RESULTS found{};
     float chart_maximum = 0.0f; // last temperature of the chart, when T is above it (F)
     bool above_chart = false;   // and that it is
     float maep = 0.0f, tca = 0.0f, slen = 0.0f;
-    float d_o = 0.0f;                         // outside diameter, or crown radius, used
-    float factor_a = 0.0f, factor_b = 0.0f;   // 0: not by the charts
-    float fha = 0.0f;                         // 0: by the charts
-    float fail_ca = 0.0f;                     // TARVANE_NO_VALUE: none
+    float d_o = 0.0f;                       // outside diameter, or crown radius, used
+    float factor_a = 0.0f, factor_b = 0.0f; // by the charts
+    float fha = 0.0f;                       // by buckling stress
+    float fail_ca = 0.0f;
     std::shared_ptr<const ConvexHead> convex; // none: no such head, or keys are missing
 };
 

@@ -91,7 +91,7 @@ void write_mdmt_results(const MdmtInput& element, const MdmtOutcome& o, const Un
                 units.label(Quantity::temperature));
         }
         temperature("Minimum Design Metal Temperature", reduced_temperature(o));
-        temperature("Exempt Temperature of UG-20(f)", ug20f_temperature(element, o));
+        temperature("Exempt Temperature of UG-20(f)", ug20f_temperature(o));
         temperature("Lowest Metal Temperature without Impact Test",
                     element.impact_tested() ? std::nullopt : lowest_temperature(element, o));
         if (falls_short(element, o)) {

@@ -19,11 +19,6 @@ std::optional<float> temperature(float value) {
     return value;
 }
 
-// An impact tested element without a temperature of its own is tested at the one asked for.
-bool tested_as_asked(const MdmtInput& element) {
-    return element.impact_tested() && !element.test_of_record && !element.user_temperature;
-}
-
 } // namespace
 
 std::optional<float> curve_temperature(const MdmtOutcome& outcome) {
@@ -39,20 +34,20 @@ std::optional<float> reduction_of(const MdmtOutcome& outcome) {
     return temperature(outcome.reduction);
 }
 
-std::optional<float> ug20f_temperature(const MdmtInput& element, const MdmtOutcome& outcome) {
-    const bool applies = element.has(N::ug20f) && !element.impact_tested() &&
-                         outcome.t_ug20 != TARVANE_UG20_NOT_APPLICABLE;
-    return applies ? temperature(outcome.t_ug20) : std::nullopt;
+std::optional<float> ug20f_temperature(const MdmtOutcome& outcome) {
+    if (outcome.found.ug20f != TARVANE_UG20F_APPLIES) return std::nullopt;
+    return temperature(outcome.t_ug20);
 }
 
 std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome) {
-    if (tested_as_asked(element)) return element.setting(N::required);
-    std::optional<float> lowest;
-    for (const std::optional<float>& T : {curve_temperature(outcome), reduced_temperature(outcome),
-                                          ug20f_temperature(element, outcome)}) {
-        if (T) lowest = lowest ? std::min(*lowest, *T) : *T;
+    switch (outcome.found.lowest_by) {
+    case TARVANE_LOWEST_BY_NOTHING:
+        return std::nullopt;
+    case TARVANE_LOWEST_AS_REQUIRED: // the engine has it by way of a text
+        return element.setting(N::required);
+    default:
+        return temperature(outcome.found.lowest);
     }
-    return lowest;
 }
 
 namespace {
@@ -151,7 +146,7 @@ MdmtFound found_of(const MdmtInput& element, const MdmtOutcome& outcome) {
                     .curve = curve_temperature(outcome),
                     .reduction = reduction_of(outcome),
                     .reduced = reduced_temperature(outcome),
-                    .ug20f = ug20f_temperature(element, outcome),
+                    .ug20f = ug20f_temperature(outcome),
                     .lowest = lowest_temperature(element, outcome)};
     if (!(outcome.ratio < 0.0f) && !outcome.exempt_stainless) found.ratio = outcome.ratio;
     return found;

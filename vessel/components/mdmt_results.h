@@ -12,7 +12,7 @@ namespace tarvane::vessel {
 std::optional<float> curve_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduced_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduction_of(const MdmtOutcome& outcome);
-std::optional<float> ug20f_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
+std::optional<float> ug20f_temperature(const MdmtOutcome& outcome);
 // The lowest of them: down to it the element may run as it is.
 std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
 // The temperature that the file asks for is not reached.

@@ -59,13 +59,28 @@ void fill_host_input(const MdmtInput& element) {
     READ_IMPACT_TABLE();
 }
 
+void take_results(MdmtOutcome& o) {
+    const auto temperature = [](float T) {
+        return T == TARVANE_NO_VALUE ? TARVANE_NO_TEMPERATURE : T;
+    };
+    o.found = *GETMDMTRESULTS();
+    o.t_min = temperature(o.found.t_min);
+    o.mdmt = temperature(o.found.mdmt);
+    if (o.found.ug20f == TARVANE_UG20F_APPLIES) o.t_ug20 = o.found.t_ug20f;
+    if (o.found.ratio_kind != TARVANE_NO_RATIO) o.ratio = o.found.ratio;
+    o.reduction = temperature(o.found.reduction);
+    if (o.found.estar_used != TARVANE_NO_VALUE) o.estar_used = o.found.estar_used;
+    if (o.found.pwht_required != 0) o.estar_used = -o.estar_used;
+}
+
 bool note_of_stainless(const MdmtInput& element, MdmtOutcome& o) {
     const std::int32_t code = element.code();
     const std::string& name = element.material();
     const auto length = static_cast<std::int32_t>(name.size());
     if (LIS_EXEMPT_SS(&code, name.data(), length) == 0) return false;
-    float factor = 1.0f;
-    UHA51_NOTE(&code, name.data(), length, &o.t_min, &o.mdmt, &o.ratio, &factor, &o.estar_used);
+    float t_min = 0.0f, mdmt = 0.0f, ratio = 0.0f, factor1 = 0.0f, factor2 = 0.0f;
+    UHA51_NOTE(&code, name.data(), length, &t_min, &mdmt, &ratio, &factor1, &factor2);
+    take_results(o);
     return true;
 }
 
@@ -84,14 +99,13 @@ void call_mdmt_element(const MdmtInput& element, MdmtOutcome& o) {
         element.setting(N::tr) > 0.0f ? element.setting(N::tr) : -element.setting(N::ratio);
     const std::string& name = element.material();
     std::int32_t warnings = 0;
-    o.ratio = element.setting(N::pad_ratio);
-    o.reduction = element.setting(N::pad_reduction);
-    MDMT_ELEMENT(&curve, at(N::tg), &o.t_min, &o.mdmt, &o.t_ug20, at(N::E), at(N::ci), at(N::T),
-                 &tr, &warnings, &code, &o.ratio, &pwht, &credit, at(N::ce), &ug20f, at(N::Sy),
-                 &o.estar_used, name.data(), static_cast<std::int32_t>(name.size()), &index,
-                 &SINGLE_NAME, &o.reduction, &pad, at(N::tg_sr), &number);
-    // What Division 2 took off.
-    if (element.division_2() && o.mdmt != TARVANE_NO_TEMPERATURE) o.reduction = o.t_min - o.mdmt;
+    float ratio = element.setting(N::pad_ratio), reduction = element.setting(N::pad_reduction);
+    float t_min = 0.0f, mdmt = 0.0f, t_ug20 = 0.0f, estar_used = 0.0f;
+    MDMT_ELEMENT(&curve, at(N::tg), &t_min, &mdmt, &t_ug20, at(N::E), at(N::ci), at(N::T), &tr,
+                 &warnings, &code, &ratio, &pwht, &credit, at(N::ce), &ug20f, at(N::Sy),
+                 &estar_used, name.data(), static_cast<std::int32_t>(name.size()), &index,
+                 &SINGLE_NAME, &reduction, &pad, at(N::tg_sr), &number);
+    take_results(o);
 }
 
 } // namespace

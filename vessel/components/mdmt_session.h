@@ -10,6 +10,7 @@ namespace tarvane::vessel {
 
 struct MdmtOutcome final : Outcome {
     bool exempt_stainless = false; // by UHA-51
+    TARVANE_MDMT_RESULTS found{};  // of which the rest is taken; status 0: nothing was calculated
     float t_min = TARVANE_NO_TEMPERATURE, mdmt = TARVANE_NO_TEMPERATURE;
     float t_ug20 = TARVANE_UG20_NOT_APPLICABLE;
     float ratio = -1.0f, reduction = 0.0f, estar_used = 1.0f;
