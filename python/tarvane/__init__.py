@@ -1,46 +1,55 @@
-"""Pressure vessel calculations by the tarvane engine: bolted flanges and flat covers, shells and heads
-under internal and external pressure.
+"""Pressure vessel calculations: bolted flanges and flat covers, shells and heads under internal and external
+pressure, minimum design metal temperatures.
 
     >>> import tarvane
-    >>> engine = tarvane.Engine("path/to/libtarvane.so")
-    >>> shell = engine.shell({"element": "cylinder", "P": 356.0, "S": 20000.0, "Sa": 20000.0,
-    ...                       "D": 90.0, "t": 1.125, "c": 0.125, "T": 300.0})
-    >>> shell.t_req, shell.mawp
+    >>> result = tarvane.run({"shell": [{"kind": "cylinder", "P": 356.0, "T": 300.0, "material": "SA-516 70",
+    ...                                  "D": 90.0, "t": 1.125, "ci": 0.125}]})
+    >>> result.passed, result.shell[0].results.mawp
 
-Units are those of the engine: inches, pounds, psi, inch-pounds, degrees Fahrenheit. Input is a dictionary
-of the report's symbols; help(tarvane.Engine) tells every key with its unit, as `tarvane.FLANGE_KEYS`,
-`tarvane.SHELL_KEYS` and `tarvane.EXTERNAL_KEYS` do for a program. Results are objects, whose help tells their
-units; a report is a list of `ReportLine`. Numbers may come from numpy; arrays are taken one number at a time.
+A request is a dictionary, or the path of a TOML or JSON file; help(tarvane.run) tells its keys with their units,
+`Vessel.schema` tells them to a program. A result has verdicts, results, checks and report lines under the names
+of the same vocabulary; a result without a value raises `NoValue` with the reason. What can't be calculated raises
+`InputError` with all faults. Numbers may come from numpy; arrays are taken one number at a time.
 
-What can't be calculated, or would have no effect, raises `InputError`, which names the key and the value.
-
-The engine keeps its state in static storage: one calculation at a time, one engine a process. Calls from
-several threads wait for one another, also through several `Engine` objects.
+One calculation runs at a time; calls from several threads wait for one another.
 """
 
-from ._engine import Engine, EngineStopped
-from ._external import EXTERNAL_KEYS, EXTERNAL_TEXTS, ExternalResult
-from ._flange import FLANGE_FLAGS, FLANGE_KEYS, FLANGE_TEXTS, FlangeResult
-from ._keys import InputError, Key
-from ._library import NO_VALUE, ReportLine
-from ._shell import ELEMENTS, SHELL_KEYS, SHELL_TEXTS, ShellResult
+from typing import Any
+
+from . import _old, _vessel
+from ._old import ELEMENTS, NO_VALUE, Engine, ExternalResult, FlangeResult, Key, ShellResult
+from ._result import Check, Component, Governing, Input, NoValue, ReportLine, Result, Results
+from ._vessel import EngineStopped, Fault, InputError, Vessel, run
+
+_TABLES = {f"{kind.upper()}_{what}" for kind in _old.NAMES for what in ("KEYS", "TEXTS")} | {"FLANGE_FLAGS"}
 
 __all__ = [
+    "Check",
+    "Component",
     "ELEMENTS",
-    "EXTERNAL_KEYS",
-    "EXTERNAL_TEXTS",
     "Engine",
     "EngineStopped",
     "ExternalResult",
-    "FLANGE_FLAGS",
-    "FLANGE_KEYS",
-    "FLANGE_TEXTS",
+    "Fault",
     "FlangeResult",
+    "Governing",
+    "Input",
     "InputError",
     "Key",
     "NO_VALUE",
+    "NoValue",
     "ReportLine",
-    "SHELL_KEYS",
-    "SHELL_TEXTS",
+    "Result",
+    "Results",
     "ShellResult",
+    "Vessel",
+    "run",
 ]
+
+
+def __getattr__(name: str) -> Any:
+    """The old tables of keys, asked of the library."""
+    if name not in _TABLES:
+        raise AttributeError(f"module 'tarvane' has no attribute {name!r}")
+    _old._old(name, "the keys of Vessel.schema('keys')")
+    return _old.tables(_vessel._default(), name)

@@ -1,45 +1,23 @@
-"""The C surface: how the library is found, arguments by reference, the line store."""
+"""The C surface of vessel.h: where the library is found, its calls, its texts."""
 
 from __future__ import annotations
 
 import ctypes
 import os
 import sys
-from dataclasses import dataclass
+import sysconfig
+import threading
+import weakref
 from pathlib import Path
-from typing import Any, Optional, Type, TypeVar, Union
+from typing import Callable, Optional, Union
 
-NO_VALUE = ctypes.c_float(-1.0101).value
-"""What the engine returns where there is no result."""
-
-RECORD_ELEMENTS = 200
-SETUP_ELEMENTS = 200
-STORE_RECORDS = 750
-STORE_WIDTH = 125
-
-Real = ctypes.c_float
-Integer = ctypes.c_int32
 PathName = Union[str, "os.PathLike[str]"]
-Argument = Union[
-    float, int, bytes, "ctypes._SimpleCData[Any]", "ctypes.Array[Any]", ctypes.Structure, None
-]
-Word = TypeVar("Word", Real, Integer)
 
-# Where the engine looks for its data unless the host says otherwise: selector, product and version of
-# GET_SYSTEM_PATH.
-_DATA_SELECTOR, _PRODUCT, _VERSION = 270, b"TARVANE", b"2024"
-_PATH_WIDTH = 260
-
-
-@dataclass(frozen=True)
-class ReportLine:
-    """A line of a report and its six style marks."""
-
-    text: str
-    marks: tuple[int, int, int, int, int, int]
-
-    def __str__(self) -> str:
-        return self.text
+OK, FAULTY, ENGINE_STOPPED, NO_DATA = range(4)
+WANT_RESULTS, WANT_REPORT, WANT_DRAWINGS = 1, 2, 8
+_ABI = 1
+_WINDOWS = sys.platform == "win32"
+VESSEL, ENGINE = ("tarvane_vessel.dll", "tarvane.dll") if _WINDOWS else ("libtarvane_vessel.so", "libtarvane.so")
 
 
 def path_text(name: str, given: PathName) -> str:
@@ -53,113 +31,84 @@ def path_text(name: str, given: PathName) -> str:
     return path
 
 
-def library_path(given: Optional[PathName]) -> str:
-    """The given path, else that of the TARVANE_LIBRARY variable, else a library beside this package."""
+def library_path(given: Optional[PathName], library: str = VESSEL) -> str:
+    """The given path, else that of the TARVANE_LIBRARY variable, else a library beside this package or of the
+    tree that it was installed with. A path of the other one of the two libraries is that of this one beside it."""
     named = os.environ.get("TARVANE_LIBRARY") if given is None else path_text("library", given)
     if named:
+        if os.path.basename(named) in (VESSEL, ENGINE):
+            named = os.path.join(os.path.dirname(named), library)
         # The loader looks for a name without a folder elsewhere than in the working folder.
         return os.path.abspath(named) if os.path.isfile(named) else named
-    name = "tarvane.dll" if sys.platform == "win32" else "libtarvane.so"
-    beside = Path(__file__).with_name(name)
-    return str(beside) if beside.exists() else name
+    package = Path(__file__).absolute().parent
+    places = [package]
+    if package.parent.name == "dist-packages":  # PREFIX/lib/python3/dist-packages
+        libraries = package.parents[2]
+        places += [libraries, libraries / (sysconfig.get_config_var("MULTIARCH") or "")]
+    return next((str(place / library) for place in places if (place / library).exists()), library)
 
 
-class Library:
-    """Routines by their names; every argument goes by reference."""
+def load(path: str, loader: Callable[[str], ctypes.CDLL] = ctypes.CDLL) -> ctypes.CDLL:
+    try:
+        return loader(path)
+    except OSError as error:
+        raise OSError(
+            f"the library {path!r} can't be loaded ({error}); give its path, or by the variable TARVANE_LIBRARY"
+        ) from error
 
-    def __init__(self, path: Optional[PathName]) -> None:
-        loader = getattr(ctypes, "WinDLL", ctypes.CDLL)
-        found = library_path(path)
-        self.folder = os.path.dirname(found)
-        """Folder of the library; empty when the loader found it by itself."""
-        self.data_folder = ""
-        """Folder of the data files that was given to Engine; empty without one."""
+
+class Handle:
+    """An open handle of the library. Its texts are those of its latest call, so calls take turns."""
+
+    def __init__(self, library: Optional[PathName], data_folder: Optional[PathName]) -> None:
+        path = library_path(library)
+        self.path = path
+        self._library = load(path)
         try:
-            self.handle = loader(found)
-        except OSError as error:
-            raise OSError(
-                f"the library {found!r} can't be loaded ({error}); give its path to Engine, or by the "
-                "variable TARVANE_LIBRARY"
-            ) from error
-        try:
-            self.handle.GETLINESCOMFLG.restype = ctypes.c_void_p
-            self.handle.GETSETUP.restype = ctypes.c_void_p
-            self.handle.ASMEMOD.restype = ctypes.c_float
+            self._library.tarvane_open.argtypes = [ctypes.c_int32, ctypes.c_char_p, ctypes.c_void_p]
+            self._library.tarvane_close.argtypes = [ctypes.c_void_p]
+            self._library.tarvane_close.restype = None
+            self._library.tarvane_version.restype = ctypes.c_char_p
+            self._library.tarvane_last_error.argtypes = [ctypes.c_void_p]
+            self._library.tarvane_last_error.restype = ctypes.c_char_p
+            self._library.tarvane_schema.argtypes = [ctypes.c_void_p, ctypes.c_char_p]
+            self._library.tarvane_schema.restype = ctypes.c_char_p
+            self._library.tarvane_calculate.argtypes = [
+                ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_void_p,
+            ]  # fmt: skip
         except AttributeError:
-            raise OSError(f"{found} is not the tarvane library") from None
+            raise OSError(f"{path} is not the vessel library of tarvane") from None
+        folder = None if data_folder is None else os.fsencode(path_text("data_folder", data_folder))
+        self._turn = threading.Lock()
+        self._handle = ctypes.c_void_p()
+        self.opened: int = self._library.tarvane_open(_ABI, folder, ctypes.byref(self._handle))
+        self.open_error = self._text(self._library.tarvane_last_error(self._handle))
+        if self._handle:
+            self.close = weakref.finalize(self, self._library.tarvane_close, self._handle)
 
-    def call(self, routine: str, *arguments: Argument) -> Any:
-        """Calls a routine. A float becomes a REAL, an int an INTEGER, bytes an address and its length;
-        ctypes values go by reference as they are, None as a null address."""
-        words: list[Any] = []
-        for argument in arguments:
-            if argument is None:
-                words.append(None)
-            elif isinstance(argument, bytes):
-                words += [argument, Integer(len(argument))]
-            elif isinstance(argument, ctypes.Array):
-                words.append(argument)
-            elif isinstance(argument, float):
-                words.append(ctypes.byref(Real(argument)))
-            elif isinstance(argument, int):
-                words.append(ctypes.byref(Integer(argument)))
-            else:
-                words.append(ctypes.byref(argument))
-        return getattr(self.handle, routine)(*words)
+    @staticmethod
+    def _text(text: Optional[bytes]) -> str:
+        return (text or b"").decode("utf-8")
 
-    def variable(self, name: str) -> Integer:
-        """An exported variable."""
-        return Integer.in_dll(self.handle, name)
+    @property
+    def version(self) -> str:
+        return self._text(self._library.tarvane_version())
 
-    def setup_integer(self, element: int, value: int) -> None:
-        self._setup(Integer)[element - 1] = value
+    def _open(self) -> ctypes.c_void_p:
+        if not self.close.alive:
+            raise ValueError("the vessel is closed")
+        return self._handle
 
-    def setup_real(self, element: int, value: float) -> None:
-        self._setup(Real)[element - 1] = value
+    def schema(self, what: str) -> tuple[str, str]:
+        """The text, and the faults."""
+        with self._turn:
+            text = self._text(self._library.tarvane_schema(self._open(), what.encode("utf-8")))
+            return text, self._text(self._library.tarvane_last_error(self._handle))
 
-    def _setup(self, kind: Type[Word]) -> ctypes.Array[Word]:
-        return (kind * SETUP_ELEMENTS).from_address(self.handle.GETSETUP())
-
-    def data_file(self, name: str, beside_library: bool = False) -> Optional[str]:
-        """The text of a data file from the folder where the engine looks for it; None when there is none."""
-        folders = [self.folder] if beside_library else []
-        folders.append(self._system_folder())
-        for folder in [self.data_folder] if self.data_folder else folders:
-            try:
-                if folder:
-                    return Path(folder, name).read_text(encoding="latin-1")
-            except OSError:
-                continue
-        return None
-
-    def _system_folder(self) -> str:
-        path = ctypes.create_string_buffer(_PATH_WIDTH)
-        self.handle.GET_SYSTEM_PATH(
-            ctypes.byref(Integer(_DATA_SELECTOR)), _PRODUCT, Integer(len(_PRODUCT)), _VERSION,
-            Integer(len(_VERSION)), path, Integer(_PATH_WIDTH),
-        )  # fmt: skip
-        return os.fsdecode(path.raw.rstrip(b" "))
-
-    def report_to_store(self) -> None:
-        """Begins a report, in the line store."""
-        self.call("BEGIN_REPORT")
-        self.call("SET_IWRITE", 1)
-        self.call("SET_IWRTFL", 1)
-        self.call("SET_IOUT", -1)
-
-    def report_lines(self) -> list[ReportLine]:
-        """What the line store holds."""
-        count = Integer()
-        self.call("LINE_COUNT", count)
-        size = STORE_RECORDS * STORE_WIDTH
-        store = (ctypes.c_char * size).from_address(self.handle.GETLINESCOMFLG()).raw
-        records = (store[i * STORE_WIDTH : (i + 1) * STORE_WIDTH] for i in range(count.value))
-        return [_line(record) for record in records]
-
-
-def _line(record: bytes) -> ReportLine:
-    end = record.rindex(0)  # behind the marks
-    marks = record[end - 12 : end].decode("latin-1")
-    text = record[4 : end - 12].decode("latin-1").rstrip()
-    m1, m2, m3, m4, m5, m6 = (int(marks[i : i + 2]) for i in range(0, 12, 2))
-    return ReportLine(text, (m1, m2, m3, m4, m5, m6))
+    def calculate(self, request: bytes, want: int) -> tuple[int, str]:
+        """The status, and the result or the faults."""
+        with self._turn:
+            result = ctypes.c_char_p()
+            status = self._library.tarvane_calculate(self._open(), request, want, ctypes.byref(result))
+            text = result.value if status == OK else self._library.tarvane_last_error(self._handle)
+            return status, self._text(text)

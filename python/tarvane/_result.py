@@ -1,0 +1,190 @@
+"""What a calculation gives back, by the names of the vocabulary."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+from typing import Any, Iterator, Mapping, Optional, Union
+
+Number = Union[float, bool]
+
+
+class NoValue(LookupError):
+    """A result without a value was read; the message says why there is none."""
+
+
+@dataclass(frozen=True)
+class ReportLine:
+    """A line of a report and its six style marks."""
+
+    text: str
+    marks: tuple[int, int, int, int, int, int]
+
+    def __str__(self) -> str:
+        return self.text
+
+
+@dataclass(frozen=True)
+class Check:
+    """A check: what is asked (`demand`) held against its `limit`, in `unit`. `ratio` is at most 1 where it
+    passes; None without numbers. `state`: 'pass', 'fail', 'not asked', 'not made' or 'waived'."""
+
+    id: str
+    paragraph: str
+    state: str
+    demand: Optional[float] = None
+    operator: str = ""
+    limit: Optional[float] = None
+    unit: str = ""
+    ratio: Optional[float] = None
+    reason: str = ""
+
+    @property
+    def passed(self) -> bool:
+        return self.state == "pass"
+
+
+@dataclass(frozen=True)
+class Governing:
+    """The check nearest to its limit, or furthest beyond, and its component: 'flange[0]'."""
+
+    component: str
+    check: str
+
+
+@dataclass(frozen=True)
+class Input:
+    """A value that was taken: in the request's units, as it was given, and where it came from."""
+
+    value: Any
+    source: str
+    given: Any = None
+
+
+class Results:
+    """Results by name: `results.mawp`, `results.designed.C`, `results["designed.C"]`. One without a value raises
+    NoValue with the reason, which `why` has by name; `get` gives a default in its place."""
+
+    def __init__(self, values: Mapping[str, Optional[Number]], why: Mapping[str, str], table: str = "") -> None:
+        self._values, self._why, self._table = values, why, table
+
+    def __getitem__(self, name: str) -> Number:
+        name = self._table + name
+        value = self._values[name]
+        if value is None:
+            raise NoValue(f"{name} has no value: {self._why.get(name, '')}")
+        return value if isinstance(value, bool) else float(value)
+
+    def __getattr__(self, name: str) -> Any:
+        if name.startswith("__") or self.__dict__.get("_values") is None:
+            raise AttributeError(name)  # of a half-made copy
+        full = self._table + name
+        if full in self._values:
+            return self[name]
+        if any(known.startswith(full + ".") for known in self._values):
+            return Results(self._values, self._why, full + ".")
+        raise AttributeError(f"{full!r} is no result; results are {', '.join(self)}")
+
+    def get(self, name: str, default: Any = None) -> Any:
+        value = self._values[self._table + name]
+        return default if value is None else self[name]
+
+    @property
+    def why(self) -> dict[str, str]:
+        """The reason of each result that has no value."""
+        skipped = len(self._table)
+        return {name[skipped:]: self._why.get(self._table + name[skipped:], "") for name in
+                (known for known in self._values if known.startswith(self._table))
+                if self._values[name] is None}  # fmt: skip
+
+    def __iter__(self) -> Iterator[str]:
+        return (name[len(self._table) :] for name in self._values if name.startswith(self._table))
+
+    def __contains__(self, name: object) -> bool:
+        return f"{self._table}{name}" in self._values
+
+    def __dir__(self) -> list[str]:
+        return sorted({*super().__dir__(), *(name.partition(".")[0] for name in self)})
+
+    def __repr__(self) -> str:
+        return f"Results({', '.join(f'{name}={self.get(name)!r}' for name in self)})"
+
+
+class Component:
+    """One flange, shell, element under external pressure or metal temperature of a result."""
+
+    def __init__(self, data: Mapping[str, Any], path: str) -> None:
+        self._data = data
+        self.path: str = path
+        self.description: str = data["description"]
+        self.verdict: str = data["verdict"]
+        self.results = Results(data["results"], data["why"])
+        self.inputs = {
+            name: Input(taken["value"], taken["from"], taken.get("given"))
+            for name, taken in data["inputs"].items()
+        }
+        self.checks = [Check(**check) for check in data["checks"]]
+        """The worst first."""
+        self.messages: list[str] = data["messages"]
+        self.notes: list[str] = data["notes"]
+        self.report = [ReportLine(line["text"], tuple(line["marks"])) for line in data.get("report", [])]
+        self.drawings: dict[str, str] = {drawing["name"]: drawing["svg"] for drawing in data.get("drawings", [])}
+
+    @property
+    def passed(self) -> bool:
+        return self.verdict == "pass"
+
+    @property
+    def governing(self) -> Optional[Check]:
+        """The worst check that has numbers."""
+        return next((check for check in self.checks if check.ratio is not None), None)
+
+    @property
+    def why(self) -> dict[str, str]:
+        return self.results.why
+
+    def to_dict(self) -> dict[str, Any]:
+        return dict(self._data)
+
+    def __repr__(self) -> str:
+        return f"<{self.path} {self.description!r}: {self.verdict}>"
+
+
+class Result:
+    """A calculated request: `flange`, `shell`, `external` and `mdmt` are lists of Component."""
+
+    def __init__(self, data: Mapping[str, Any]) -> None:
+        self._data = data
+        self.units: str = data["units"]
+        self.program: str = data["program"]
+        self.verdict: str = data["verdict"]
+        governing = data["governing"]
+        self.governing = Governing(**governing) if governing else None
+        self.data: list[dict[str, Any]] = data["data"]
+        self.not_covered: list[str] = data["not_covered"]
+        self.flange = self._of("flange")
+        self.shell = self._of("shell")
+        self.external = self._of("external")
+        self.mdmt = self._of("mdmt")
+
+    def _of(self, kind: str) -> list[Component]:
+        return [Component(data, f"{kind}[{i}]") for i, data in enumerate(self._data.get(kind, []))]
+
+    @property
+    def components(self) -> list[Component]:
+        return [*self.flange, *self.shell, *self.external, *self.mdmt]
+
+    @property
+    def passed(self) -> bool:
+        return self.verdict == "pass"
+
+    @property
+    def report(self) -> list[ReportLine]:
+        """The lines of all components, one after the other."""
+        return [line for component in self.components for line in component.report]
+
+    def to_dict(self) -> dict[str, Any]:
+        """The result as the library gave it."""
+        return dict(self._data)
+
+    def __repr__(self) -> str:
+        return f"<Result {self.verdict}: {', '.join(map(repr, self.components))}>"

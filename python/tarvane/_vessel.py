@@ -1,0 +1,233 @@
+"""Requests in, results out."""
+
+from __future__ import annotations
+
+import json
+import math
+import numbers
+import os
+import textwrap
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Any, Callable, Iterable, Mapping, Optional, TypeVar, Union
+
+from ._library import (
+    ENGINE_STOPPED, FAULTY, NO_DATA, OK, WANT_DRAWINGS, WANT_REPORT, WANT_RESULTS, Handle, PathName,
+)  # fmt: skip
+from ._result import Result
+
+Request = Union[Mapping[str, Any], PathName]
+Function = TypeVar("Function", bound=Callable[..., Any])
+
+
+@dataclass(frozen=True)
+class Fault:
+    """What is wrong with a request: where ('flange[0].P'; empty: the whole), the value, and why."""
+
+    path: str
+    value: str
+    reason: str
+
+    def __str__(self) -> str:
+        return f"{self.path}: {self.reason}" if self.path else self.reason
+
+
+class InputError(ValueError):
+    """A request that can't be calculated, with all of its `faults`."""
+
+    def __init__(self, faults: Iterable[Fault]) -> None:
+        self.faults = tuple(faults)
+        super().__init__("\n".join(map(str, self.faults)))
+
+
+class EngineStopped(RuntimeError):
+    """The engine asked for the end of the run: a flange that can't be calculated at all."""
+
+
+def read_json(text: Union[str, bytes]) -> Any:
+    """With the sign of a zero, which is no whole number of Python."""
+    return json.loads(text, parse_int=lambda digits: -0.0 if digits == "-0" else int(digits))
+
+
+def _faults(text: str) -> list[Fault]:
+    return [Fault(**fault) for fault in json.loads(text or "[]")]
+
+
+def _failed(status: int, text: str) -> Exception:
+    faults = _faults(text)
+    if status == FAULTY:
+        return InputError(faults)
+    words = "\n".join(f"{fault} ({fault.value})" if fault.value else str(fault) for fault in faults)
+    return EngineStopped(words) if status == ENGINE_STOPPED else OSError(words) if status == NO_DATA else RuntimeError(words)
+
+
+def plain(value: Any, path: str, faults: list[Fault]) -> Any:
+    """A value as JSON has it. Scalars of numpy, and arrays without dimensions, are the numbers that they hold."""
+    if getattr(value, "shape", None) == () and hasattr(value, "item"):
+        value = value.item()
+    if isinstance(value, Mapping):
+        return {
+            name: plain(member, f"{path}.{name}" if path else str(name), faults)
+            for name, member in value.items()
+            if isinstance(name, str) or faults.append(Fault(path, repr(name), f"the key {name!r} is no text"))
+        }
+    if isinstance(value, (list, tuple)):
+        return [plain(member, f"{path}[{i}]", faults) for i, member in enumerate(value)]
+    if value is None or isinstance(value, (str, bool, int)):
+        return value
+    if isinstance(value, numbers.Real):
+        if math.isfinite(value):
+            return float(value)
+        faults.append(Fault(path, repr(value), f"{value!r} is not finite"))
+    else:
+        faults.append(Fault(path, repr(value), f"{value!r} ({type(value).__name__}) is no number, text or table"))
+    return None
+
+
+def _read(path: str) -> Any:
+    """The tables of a TOML or JSON file."""
+    text = Path(path).read_bytes()
+    try:
+        if path.lower().endswith(".json"):
+            return text  # the library reads it, and finds what this json would pass over
+        try:
+            import tomllib
+        except ImportError:
+            raise InputError([Fault("", path, "a TOML file needs Python 3.11; give its tables as a dictionary")]) from None
+        return tomllib.loads(text.decode("utf-8"))
+    except ValueError as error:
+        if isinstance(error, InputError):
+            raise
+        raise InputError([Fault("", path, f"{path}: {error}")]) from None
+
+
+class _Text(str):
+    """A text of help(), written when it is asked for: the keys are those of the library, which may be missing."""
+
+    def expandtabs(self, tabsize: Any = 8) -> str:  # the first that inspect does with a text
+        try:
+            keys = told_keys(_default().keys())
+        except OSError as error:
+            keys = f"The keys are told when the library is found: {error}"
+        return f"{textwrap.dedent(str(self))}\n{keys}\n".expandtabs(tabsize)
+
+
+def _with_keys(function: Function) -> Function:
+    function.__doc__ = _Text("    " + (function.__doc__ or ""))
+    return function
+
+
+def told_keys(kinds: Mapping[str, Mapping[str, Mapping[str, Any]]]) -> str:
+    """The keys of every kind of component with unit, meaning and choices."""
+    lines = []
+    for kind, keys in kinds.items():
+        lines += ["", f"Keys of {kind}:"]
+        width = max(map(len, keys)) + 2
+        for name, key in keys.items():
+            units = key.get("units", {})
+            unit = f"({units['US']}; SI: {units['SI']}) " if units else ""
+            choices = dict(reversed([(choice["number"], choice["name"]) for choice in key.get("choices", [])]))
+            names = [choices[number] for number in sorted(choices)]
+            told = f"{unit}{key['meaning']}" + (f": {', '.join(map(repr, names))}" if names else "")
+            if key.get("default") and key["quantity"] not in ("choice", "temperature"):
+                told += f" [{key['default']:g}]"
+            lines.append(textwrap.fill(told, 100, initial_indent="    " + name.ljust(width),
+                                       subsequent_indent=" " * (width + 4)))  # fmt: skip
+    return "\n".join(lines)
+
+
+class Vessel:
+    """The vessel library with its data files.
+
+    library      path of libtarvane_vessel.so (tarvane_vessel.dll); without it that of the TARVANE_LIBRARY
+                 variable, a library beside this package, or whatever the loader finds
+    data_folder  folder of the data files; without it where the library looks by itself
+    """
+
+    def __init__(self, library: Optional[PathName] = None, data_folder: Optional[PathName] = None) -> None:
+        if data_folder is not None and not os.path.isdir(data_folder):
+            raise NotADirectoryError(f"data_folder: {os.fspath(data_folder)!r} is no folder")
+        self._handle = Handle(library, data_folder)
+        # Without data files it calculates what asks for none.
+        if self._handle.opened not in (OK, NO_DATA):
+            raise _failed(self._handle.opened, self._handle.open_error)
+
+    @property
+    def version(self) -> str:
+        return self._handle.version
+
+    @property
+    def missing(self) -> list[str]:
+        """What is missing of the data files."""
+        return [fault.reason for fault in _faults(self._handle.open_error)]
+
+    def close(self) -> None:
+        self._handle.close()
+
+    def __enter__(self) -> Vessel:
+        return self
+
+    def __exit__(self, *_: object) -> None:
+        self.close()
+
+    def schema(self, what: str) -> dict[str, Any]:
+        """'input' or 'result': JSON Schema of a request or a result; 'keys': the vocabulary of every kind."""
+        text, faults = self._handle.schema(what)
+        if not text:
+            raise _failed(FAULTY, faults)
+        schema: dict[str, Any] = json.loads(text)
+        return schema
+
+    def keys(self) -> dict[str, dict[str, dict[str, Any]]]:
+        """By kind of component and name what the vocabulary says of each key."""
+        return {kind["name"]: {key["name"]: key for key in kind["keys"]} for kind in self.schema("keys")["kinds"]}
+
+    @_with_keys
+    def calculate(self, request: Request, *, report: bool = True, drawings: bool = False) -> Result:
+        """Calculates a request: a dictionary, or the path of a TOML or JSON file.
+
+        {"units": "SI", "vessel": {"T": 150}, "shell": [{"kind": "cylinder", "P": 1.5, ...}]}: components by
+        kind, each a list of dictionaries; what holds for all of them in "vessel" or beside it. "units" is "US",
+        which is understood, "SI" or a dictionary of units.
+
+        Raises InputError with all faults of the request, EngineStopped when the engine can't go on, OSError
+        when a file can't be read or a data file is missing.
+        """
+        tables = request if isinstance(request, Mapping) else _read(path_of(request))
+        if not isinstance(tables, bytes):
+            faults: list[Fault] = []
+            tables = json.dumps(plain(tables, "", faults)).encode("utf-8", "surrogatepass")
+            if faults:
+                raise InputError(faults)
+        want = WANT_RESULTS + (WANT_REPORT if report else 0) + (WANT_DRAWINGS if drawings else 0)
+        if b"\0" in tables:
+            raise InputError([Fault("", "", "a NUL character is no part of JSON")])
+        status, text = self._handle.calculate(tables, want)
+        if status != OK:
+            raise _failed(status, text)
+        return Result(read_json(text))
+
+
+def path_of(request: Any) -> str:
+    try:
+        return os.fsdecode(request)
+    except TypeError:
+        reason = f"a dictionary or the path of a file is expected, not {request!r}"
+        raise InputError([Fault("", repr(request), reason)]) from None
+
+
+_opened: list[Vessel] = []
+
+
+def _default() -> Vessel:
+    """That of the whole process."""
+    if not _opened:
+        _opened.append(Vessel())
+    return _opened[0]
+
+
+@_with_keys
+def run(request: Request, *, report: bool = True, drawings: bool = False) -> Result:
+    """Calculates a request, a dictionary or the path of a TOML or JSON file, with the library that
+    `Vessel()` finds; see there."""
+    return _default().calculate(request, report=report, drawings=drawings)
