@@ -58,7 +58,7 @@ def _failed(status: int, text: str) -> Exception:
     if status == FAULTY:
         return InputError(faults)
     words = "\n".join(f"{fault} ({fault.value})" if fault.value else str(fault) for fault in faults)
-    return EngineStopped(words) if status == ENGINE_STOPPED else OSError(words) if status == NO_DATA else RuntimeError(words)
+    return {ENGINE_STOPPED: EngineStopped, NO_DATA: OSError}.get(status, RuntimeError)(words)
 
 
 def plain(value: Any, path: str, faults: list[Fault]) -> Any:
@@ -66,11 +66,9 @@ def plain(value: Any, path: str, faults: list[Fault]) -> Any:
     if getattr(value, "shape", None) == () and hasattr(value, "item"):
         value = value.item()
     if isinstance(value, Mapping):
-        return {
-            name: plain(member, f"{path}.{name}" if path else str(name), faults)
-            for name, member in value.items()
-            if isinstance(name, str) or faults.append(Fault(path, repr(name), f"the key {name!r} is no text"))
-        }
+        wrong = [name for name in value if not isinstance(name, str)]
+        faults += [Fault(path, repr(name), f"the key {name!r} is no text") for name in wrong]
+        return {name: plain(member, f"{path}.{name}" if path else str(name), faults) for name, member in value.items()}
     if isinstance(value, (list, tuple)):
         return [plain(member, f"{path}[{i}]", faults) for i, member in enumerate(value)]
     if value is None or isinstance(value, (str, bool, int)):
@@ -93,7 +91,8 @@ def _read(path: str) -> Any:
         try:
             import tomllib
         except ImportError:
-            raise InputError([Fault("", path, "a TOML file needs Python 3.11; give its tables as a dictionary")]) from None
+            reason = "a TOML file needs Python 3.11; give its tables as a dictionary"
+            raise InputError([Fault("", path, reason)]) from None
         return tomllib.loads(text.decode("utf-8"))
     except ValueError as error:
         if isinstance(error, InputError):

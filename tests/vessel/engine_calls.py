@@ -9,9 +9,8 @@ Real, Integer = ctypes.c_float, ctypes.c_int32
 TAKE = ctypes.CFUNCTYPE(Integer, ctypes.c_void_p, ctypes.POINTER(ctypes.c_char), Integer)
 STOP = ctypes.CFUNCTYPE(None, ctypes.c_void_p, Integer)
 TYPES = {"float": Real, "int32_t": Integer, "char": ctypes.c_char}
-WIDTHS = (10,) * 10
 
-# Inner text of the flange: offset of a slot by its key; elements of the record by theirs.
+# Offsets of the slots of the flange text, and elements of its record, by their keys.
 SLOTS = {"material": 0, "bolt_material": 15, "description": 30, "external_loads": 45, "mating_loads": 60,
          "channel_cover": 75, "use_corrosion": 90, "partition_gasket": 105, "chart": 120}
 RECORD = {
@@ -23,7 +22,6 @@ RECORD = {
     "density": 53, "Dshell": 54, "mPart": 55, "yPart": 56, "facing_part": 57, "column_part": 58, "Sn": 60, "Sna": 61,
     "ce": 63, "tShell": 71, "hub_shell_stress": 72, "seating_rule": 73, "caShell": 74,
 }
-LOADS = ("W", "Wm1", "Wm2", "G", "Mop", "Matm", "Ab", "Am")  # from element 120 on
 NO_VALUE = Real(-1.0101).value
 
 
@@ -59,13 +57,15 @@ class Engine:
 
     def __init__(self, library, headers):
         self.library = ctypes.CDLL(library)
-        text = "".join((Path(headers) / name).read_text() for name in ("openings.h", "results.h", "shell.h", "tarvane.h"))
+        names = ("openings.h", "results.h", "shell.h", "toughness.h", "tarvane.h")
+        text = "".join((Path(headers) / name).read_text() for name in names)
         known = constants(text)
-        for routine, name in (("GETFLANGERESULTS", "TARVANE_FLANGE_RESULTS"), ("GETSHELLRESULTS", "TARVANE_SHELL_RESULTS"),
+        for routine, name in (("GETFLANGERESULTS", "TARVANE_FLANGE_RESULTS"),
+                              ("GETSHELLRESULTS", "TARVANE_SHELL_RESULTS"), ("GETMDMTRESULTS", "TARVANE_MDMT_RESULTS"),
                               ("GETELEMENTTABLES", "TARVANE_ELEMENT_ROW"), ("GETHOSTINPUT", "TARVANE_HOST_INPUT")):
             getattr(self.library, routine).restype = ctypes.POINTER(structure(text, name, known))
         self.library.GETSETUP.restype = ctypes.POINTER(Real)
-        for routine in ("GETFLANGERESULTS", "GETSHELLRESULTS"):
+        for routine in ("GETFLANGERESULTS", "GETSHELLRESULTS", "GETMDMTRESULTS"):
             block = getattr(self.library, routine)().contents
             assert block.bytes == ctypes.sizeof(block), f"{routine}: the block of the header has another length"
         self.records, self.stopped = b"", False
@@ -196,11 +196,13 @@ class Engine:
 
     def mdmt(self, v, units):
         """MDMT_ELEMENT of an element without a material of the files."""
-        code, older, current = int(v["code"]), int(v["code"] == 2 and v["edition"] == 1), int(v["code"] == 2 and v["edition"] == 0)
+        code = int(v["code"])
+        older, current = int(code == 2 and v["edition"] == 1), int(code == 2 and v["edition"] == 0)
         reductions = int(v["reductions"])
         self.begin(units, code, (0, 0, older, 0, 0, reductions, 0))
         self.call("SET_MATERIAL_SELECTION", 0, 0, int(v["d2_class"]), 0)
-        self.call("SET_TOUGHNESS_SWITCHES", reductions, int(v["curve_tables"]), 0, 1, 0, int(not v["credit_floor"]), current)
+        credit = int(not v["credit_floor"])
+        self.call("SET_TOUGHNESS_SWITCHES", reductions, int(v["curve_tables"]), 0, 1, 0, credit, current)
         self.setup[57] = 1.0 if v["edition"] == 2 else 0.0
         host = self.library.GETHOSTINPUT().contents
         host.required_temperature[0].value = (b"%.7g" % v["MDMT"]).ljust(16)
@@ -216,4 +218,4 @@ class Engine:
             v["tr"] if v["tr"] > 0.0 else -v["ratio"], Integer(), code, ratio, int(v["pwht"]), int(v["credit"]), v["ce"],
             int(v["ug20f"]), v["Sy"], used, b"", 0, 4, reduction, int(v["pad"]), v["tg_sr"], 1)
         return {"T_curve": t_min.value, "mdmt": mdmt.value, "T_ug20f": ug20.value, "ratio": ratio.value,
-                "reduction": reduction.value}
+                "reduction": self.library.GETMDMTRESULTS().contents.reduction}

@@ -182,7 +182,8 @@ def random_flange(r):
 def random_element(r, kinds):
     D, kind = r.uniform(10, 150), r.choice(kinds)
     v = {"kind": kind, "T": r.uniform(70, 600), "t": r.uniform(0.2, 2.5), "ci": r.choice([0.0, 0.0625, 0.125]),
-         "Ut": r.choice([0.0, 0.0, 0.01]), r.choice(["D", "D", "Do"]): D, "service": r.choice(["none", "unfired steam boiler"]),
+         "Ut": r.choice([0.0, 0.0, 0.01]), r.choice(["D", "D", "Do"]): D,
+         "service": r.choice(["none", "unfired steam boiler"]),
          "material_class": r.choice([1, 2, 4]), "S": r.uniform(10000, 20000), "Sy": r.uniform(20000, 38000)}
     if kind == "elliptical":
         v.update(k=r.uniform(1.5, 2.5), corroded_K=r.random() < 0.5)
@@ -210,7 +211,7 @@ def random_shell(r):
 def random_external(r):
     v = random_element(r, CHOICES["kind"][1:6])
     v.update(P_external=r.choice([0.0, 15.0, r.uniform(5, 80)]), method=r.choice(CHOICES["method"]),
-             chart=r.choice(["CS-1", "CS-2"]))  # fmt: skip
+             chart=r.choice(["CS-1", "CS-2"]))
     if v["kind"] in ("cylinder", "cone"):
         v.update(length=r.uniform(20, 300), table_g=r.random() < 0.3)
     if v["kind"] == "cone":
@@ -288,7 +289,7 @@ class Json:
 
 PLACES = ("SH", "SR", "ST", "SA", "BS", "SV", "SF")
 BLOCK_NAMES = {"b_prime": "bPrime", "b_part": "bPart", "Hp_prime": "HpPrime", "alpha_r": "Alphar",
-               "t_req": "t_required"}  # fmt: skip
+               "t_req": "t_required"}
 NO_TEMPERATURE, UG20F_DOES_NOT_APPLY = single(1.0101), 650.0
 # Shown in foot-pounds.
 MOMENTS = ("Md", "Mt", "Mg", "Mr", "Moe", "Mop", "Matm")
@@ -296,7 +297,6 @@ MOMENTS = ("Md", "Mt", "Mg", "Mr", "Moe", "Mop", "Matm")
 
 def flange_results(engine, v, units, number):
     record, found, block = engine.flange(v, units, number)
-    found = {name: value for name, value in found.items()}
     found["t_req"] = found["t_req"] if found["t_req"] > 0.0 else None
     found["t_req_new"] = found["t_req_new"] if found["t_req_new"] > 0.0 else None
     found["t_req_new_cold"] = found["t_req_new_cold"] if found["t_req_new_cold"] > 0.0 else None
@@ -312,10 +312,10 @@ def flange_results(engine, v, units, number):
                  "hd", "ht", "hg", "Md", "Mt", "Mg", "Mr", "Moe", "bolt_spacing", "bolt_spacing_min",
                  "bolt_spacing_max", "radial", "radial_min", "edge", "edge_min", "CF", "K", "T_factor", "U", "Y", "Z",
                  "Yr", "alpha_r", "F", "V", "f", "e", "d", "ho", "kf", "E_cold", "E_hot", "deflection",
-                 "deflection_allowed", "hub_required", "hub_mawp"):  # fmt: skip
+                 "deflection_allowed", "hub_required", "hub_mawp"):
         found[name] = getattr(block, BLOCK_NAMES.get(name, name))
     return {name: single(value / 12.0) if name in MOMENTS and value not in (None, NO_VALUE) else value
-            for name, value in found.items()}, engine.records  # fmt: skip
+            for name, value in found.items()}, engine.records
 
 
 def shell_results(engine, v, units, _):
@@ -323,7 +323,7 @@ def shell_results(engine, v, units, _):
     found = {name: getattr(block, BLOCK_NAMES.get(name, name)) for name in (
         "t_governing", "t_req", "mawp", "map_nc", "stress", "tc", "t_req_raw", "t_least", "mawp_formula",
         "mawp_knuckle", "stress_knuckle", "mawp_14f", "map_nc_14f", "t_crown", "t_knuckle", "crown_radius", "ratio",
-        "shape_factor", "span")}  # fmt: skip
+        "shape_factor", "span")}
     found["t_14f"] = block.t_14f or None
     if block.formula != 14:  # the older Division 2 has no corrosion at failure
         t, D, tk = single(v["t"] - v["Ut"]), v["Do"] if "Do" in v else v["D"], v["tk"]
@@ -353,8 +353,6 @@ def external_results(engine, v, units, _):
 
 def mdmt_results(engine, v, units, _):
     found = engine.mdmt(v, units)
-    if v["code"] == 2 and v["edition"] == 0 and found["mdmt"] != NO_TEMPERATURE:
-        found["reduction"] = single(found["T_curve"] - found["mdmt"])
     if found["mdmt"] == NO_TEMPERATURE:
         found["reduction"] = None
     if not v["ug20f"] or found["T_ug20f"] == UG20F_DOES_NOT_APPLY:
