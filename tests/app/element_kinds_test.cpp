@@ -11,32 +11,23 @@ enum class PegText { description, count };
 
 constexpr Choice SHAPES[] = {{"round", 1}, {"square", 2}};
 constexpr Key PEG_KEYS[] = {
-    {"description", Place::text_setting, 0, Quantity::text, "description of the peg", {}, 10},
-    {"length", Place::setting, 0, Quantity::thickness, "length of the peg"},
-    {"shape", Place::setting, 1, Quantity::choice, "shape of the peg", SHAPES, 0, 2},
-    {"painted", Place::setting, 2, Quantity::flag, "the peg is painted"},
-    {"coats", Place::setting, 3, Quantity::whole, "coats of paint", {}, 0, 0, "painted"},
-    {"P", Place::setting, 4, Quantity::whole, "not the pressure of a flange"}};
+    Key{"description", Place::text_setting, 0, Quantity::text, "description of the peg"}.up_to(10),
+    Key{"length", Place::setting, 0, Quantity::thickness, "length of the peg"}.needs(),
+    Key{"shape", Place::setting, 1, Quantity::choice, "shape of the peg"}.of(SHAPES).otherwise(2),
+    Key{"painted", Place::setting, 2, Quantity::flag, "the peg is painted"},
+    Key{"coats", Place::setting, 3, Quantity::whole, "coats of paint"}.opens("painted"),
+    Key{"P", Place::setting, 4, Quantity::whole, "not the pressure of a flange"}};
 constexpr Synonym PEG_SYNONYMS[] = {{"len", "length"}};
-constexpr KeyTable PEG_TABLE{PEG_KEYS, PEG_SYNONYMS};
+constexpr KeyTable PEG_TABLE{.keys = PEG_KEYS, .synonyms = PEG_SYNONYMS};
 
-struct Peg final : Element, Settings<PegNumber, PegText> {
+struct Peg final : SettingsElement<PegNumber, PegText> {
     std::unique_ptr<Element> copy() const override { return std::make_unique<Peg>(*this); }
     std::string description() const override { return text_setting(PegText::description); }
-    void put_number(const Key& key, float value) override {
-        settings[static_cast<std::size_t>(key.index)] = value;
-    }
-    void put_text(const Key& key, const std::string& western) override {
-        texts[static_cast<std::size_t>(key.index)] = western;
-    }
-    float number_of(const Key& key) const override { return number_at(key.index); }
-    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override {
         if (reading.sound("coats") && whole_setting(PegNumber::coats) > 2)
             reading.fault("coats", "at most 2 coats dry");
         if (whole_setting(PegNumber::shape) == 1) reading.supply("length");
     }
-    std::vector<std::string_view> required(const Reading&) const override { return {"length"}; }
     std::unique_ptr<Outcome> calculate(const Request&) const override {
         return std::make_unique<Outcome>();
     }

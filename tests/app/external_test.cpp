@@ -114,14 +114,14 @@ TEST(ExternalInputFile, WhatIsRequiredFollowsKindAndMethod) {
     };
     const std::string head = "[[external]]\nP = 15\nT = 300\nt = 0.5\nchart = \"CS-2\"\n";
     EXPECT_EQ(missing(head), "kind ");
-    EXPECT_EQ(missing(head + "kind = \"cylinder\"\n"), "D length S ");
-    EXPECT_EQ(missing(head + "kind = \"cylinder\"\nmethod = \"stress\"\n"), "D length Sy ");
+    EXPECT_EQ(missing(head + "kind = \"cylinder\"\n"), "S D length ");
+    EXPECT_EQ(missing(head + "kind = \"cylinder\"\nmethod = \"stress\"\n"), "Sy D length ");
     EXPECT_EQ(missing(head + "kind = \"elliptical\"\n"), "D ");
     EXPECT_EQ(missing(head + "kind = \"torispherical\"\n"), "L ");
     EXPECT_EQ(missing(head + "kind = \"sphere\"\nDo = 40\n"), "");
-    EXPECT_EQ(missing(head + "kind = \"cone\"\n"), "D alpha Dsmall cone_length S ");
+    EXPECT_EQ(missing(head + "kind = \"cone\"\n"), "S D alpha Dsmall cone_length ");
     EXPECT_EQ(missing(head + "kind = \"cone\"\nmethod = \"stress\"\nalpha = 61\n"),
-              "D Dsmall cone_length Sy S ");
+              "S Sy D Dsmall cone_length ");
 }
 
 TEST(ExternalInputFile, ConeTakesItsEquivalentLength) {

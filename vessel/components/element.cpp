@@ -101,6 +101,14 @@ std::string closing_table(std::string_view title, std::span<const Calculated> el
     return result_table(title, columns, units);
 }
 
+void Element::add_unmade_checks(Checks& checks) const {
+    for (const Unheeded* each : unheeded)
+        checks.push_back(Check::not_made(
+            each->check, "not made: " + std::string(each->check.label) + "; " +
+                             std::string(each->key.name) + " holds for every component; " +
+                             std::string(each->advice)));
+}
+
 std::string column_heading(const Element& element) {
     const std::string description = element.description();
     if (!description.empty() || element.kind == nullptr) return description;

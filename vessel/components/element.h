@@ -51,7 +51,7 @@ using DataUses = std::map<std::string, std::map<std::string, bool>>;
 // Where the value of a key comes from.
 struct Origin {
     Value given;      // as it is written; null: it isn't
-    std::string from; // "file", "default", "material SA-105"
+    std::string from; // "file", "default", "material SA-105 at 300 °F", "not read: facing 1a"
 };
 using Origins = std::map<std::string_view, Origin>;
 
@@ -92,6 +92,10 @@ class Reading {
     void supply(std::string_view key, std::string from = {}) {
         keys[key] = {.line = table_line, .sound = true, .supplied = true};
         origins[key] = {{}, std::move(from)};
+    }
+    // The same for a key that is not missing either way: where its value comes from is all that changes.
+    void comes_from(std::string_view key, std::string from) {
+        if (!given(key)) origins[key] = {{}, std::move(from)};
     }
     bool supplied(std::string_view key) const {
         const auto at = keys.find(key);
@@ -136,8 +140,9 @@ struct Element {
     int line = 0;   // of its table
     int number = 1; // among the elements of its kind
     DataUses data;
-    std::vector<std::string> notes; // of the reading, UTF-8
-    Origins origins;
+    std::vector<std::string> notes;        // of the reading, UTF-8
+    Origins origins;                       // of every key
+    std::vector<const Unheeded*> unheeded; // that hold for every component and are not 0
 
     virtual ~Element() = default;
     virtual std::unique_ptr<Element> copy() const = 0;
@@ -155,8 +160,8 @@ struct Element {
     // Values that follow from others, and checks over several keys. A key whose value is at fault
     // still has its fallback here.
     virtual void complete(Reading& reading) = 0;
-    // The keys that this element cannot do without. The reader tells those that are missing.
-    virtual std::vector<std::string_view> required(const Reading& reading) const = 0;
+    // The answer to a rule of the kind's table, after complete.
+    virtual bool rule(std::string_view, const Reading&) const { return false; }
 
     // ---- running ----
     // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
@@ -167,8 +172,23 @@ struct Element {
     virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
     // By the checks alone: those that keep it from passing, and what others have to say.
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
+    // A check for each of the keys that this element does not heed.
+    void add_unmade_checks(Checks& checks) const;
     // The point of a chart that a drawing can mark.
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
+};
+
+// An element whose values all stand in settings.
+template <class Number, class Text>
+struct SettingsElement : Element, Settings<Number, Text> {
+    void put_number(const Key& key, float value) override {
+        this->settings[static_cast<std::size_t>(key.index)] = value;
+    }
+    void put_text(const Key& key, const std::string& western) override {
+        this->texts[static_cast<std::size_t>(key.index)] = western;
+    }
+    float number_of(const Key& key) const override { return this->number_at(key.index); }
+    std::string text_of(const Key& key) const override { return this->text_at(key.index); }
 };
 
 // An element with its outcome, for the tables that close the output.

@@ -63,14 +63,6 @@ bool ExternalInput::convex_head() const {
 
 bool ExternalInput::has_pressure() const { return setting(N::P) > LEAST_PRESSURE; }
 
-void ExternalInput::put_number(const Key& key, float value) {
-    settings[static_cast<std::size_t>(key.index)] = value;
-}
-
-void ExternalInput::put_text(const Key& key, const std::string& western) {
-    texts[static_cast<std::size_t>(key.index)] = western;
-}
-
 namespace {
 
 // A wall must be left when the allowances are taken off, and room inside it.
@@ -171,11 +163,13 @@ void ExternalInput::take_material(Reading& reading) {
         if (const auto stress = supply_stress(reading, keys, *found, "S", T))
             put_setting(N::S, *stress);
     }
-    if (!reading.given("material_class") && found->modulus > 0)
+    if (!reading.given("material_class") && found->modulus > 0) {
         put_setting(N::material_class, static_cast<float>(found->modulus));
+        reading.comes_from("material_class", origin_of(*found));
+    }
     if (!reading.given("chart") && !found->chart.empty()) {
         texts[static_cast<std::size_t>(ExternalText::chart)] = found->chart;
-        reading.supply("chart");
+        reading.supply("chart", origin_of(*found));
     }
     const bool for_thin_head = is_thin_head() && !(setting(N::Sy) > 0.0f);
     if (T && (needs_yield() || for_thin_head) && !reading.given("Sy")) {
@@ -188,7 +182,7 @@ void ExternalInput::take_material(Reading& reading) {
         if (!(yield > 0.0f)) return;
         note_cold(reading, *found, "YIELDSTR.BIN", *T);
         put_setting(N::Sy, yield * 1000.0f);
-        reading.supply("Sy");
+        reading.supply("Sy", origin_of(*found, *T, reading.units));
         reading.use("YIELDSTR.BIN", found->name, found->approximate);
     }
 }
@@ -238,6 +232,7 @@ void ExternalInput::complete(Reading& reading) {
     checks.above_zero({"S", "Sy"}); // those of the file, before a material fills them
     const float h = setting(N::h);
     if (h > 0.0f && !reading.given("k")) {
+        reading.comes_from("k", "h");
         const float inside = outside() ? diameter() - 2.0f * setting(N::t) : diameter();
         if (inside > 0.0f) put_setting(N::k, inside / (2.0f * h));
     }
@@ -246,6 +241,7 @@ void ExternalInput::complete(Reading& reading) {
     note_tables(reading);
     if (shape() == TARVANE_CONE && !reading.given("length")) {
         equivalent_length = true;
+        reading.comes_from("length", "UG-33(f)");
         put_setting(N::length, cone_equivalent_length(*this));
     }
     checks.above_zero({"t", "D", "Do"});
@@ -256,24 +252,9 @@ void ExternalInput::complete(Reading& reading) {
     check_shape(*this, checks);
 }
 
-// By kind and method.
-std::vector<std::string_view> ExternalInput::required(const Reading& reading) const {
-    std::vector<std::string_view> keys{"kind", "P_external", "T", "t", "chart"};
-    const auto has = [&](std::string_view key) { return reading.given(key); };
-    if (!reading.sound("kind")) return keys;
-    const auto also = [&](std::initializer_list<std::string_view> more) {
-        keys.insert(keys.end(), more);
-    };
-    const bool torisphere = shape() == TARVANE_TORISPHERICAL_HEAD;
-    if (torisphere) also({"L"});
-    if (!torisphere && !has("D") && !has("Do")) also({"D"});
-    if (shape() == TARVANE_CYLINDER) also({"length"});
-    if (shape() == TARVANE_CONE) also({"alpha", "Dsmall", "cone_length"});
-    const bool sound_method = !has("method") || reading.sound("method");
-    if (!sound_method) return keys;
-    if (needs_yield()) also({"Sy"});
-    if (needs_stress()) also({"S"});
-    return keys;
+bool ExternalInput::rule(std::string_view id, const Reading& reading) const {
+    if (reading.given("method") && !reading.sound("method")) return false;
+    return id == "tension" ? needs_stress() : needs_yield();
 }
 
 // ---- running ---------------------------------------------------------------------------------------
@@ -294,6 +275,7 @@ std::vector<Result> ExternalInput::results(const Outcome& outcome) const {
 
 Checks ExternalInput::checks(const Outcome& outcome, const UnitSystem& units) const {
     Checks checks = external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
+    add_unmade_checks(checks);
     for (Check& check : checks)
         check.listed_in(EXTERNAL_CHECKS);
     return checks;

@@ -13,7 +13,7 @@ namespace tarvane::vessel {
 
 extern const ElementKind EXTERNAL_KIND;
 
-struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
+struct ExternalInput final : SettingsElement<ExternalNumber, ExternalText> {
     bool equivalent_length = false; // of a cone: the length follows from its dimensions
 
     int shape() const { return whole_setting(ExternalNumber::kind); } // TARVANE_CYLINDER and so on
@@ -33,12 +33,8 @@ struct ExternalInput final : Element, Settings<ExternalNumber, ExternalText> {
         return std::make_unique<ExternalInput>(*this);
     }
     std::string description() const override { return text_setting(ExternalText::description); }
-    void put_number(const Key& key, float value) override;
-    void put_text(const Key& key, const std::string& western) override;
-    float number_of(const Key& key) const override { return number_at(key.index); }
-    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override;
-    std::vector<std::string_view> required(const Reading& reading) const override;
+    bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;

@@ -161,12 +161,15 @@ void FlangeInput::take_standard(Reading& reading) {
     const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
     if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
 
+    const std::string origin = "standard " + std::string(flanges->standard()) +
+                               (flanges->metric() ? " " : " class ") + flanges->name + ' ' +
+                               flanges->size_text(*size);
     bool face = false;
     for (const StandardKey& key : STANDARD_KEYS) {
         const std::optional<float> value = key.value(found.flange);
         if (!value || reading.given(key.name)) continue;
         record[key.element] = *value;
-        reading.supply(key.name);
+        reading.supply(key.name, origin);
         face = face || key.name == "Fod";
     }
     for (const std::string& item : found.items) {
@@ -202,13 +205,17 @@ void FlangeInput::take_material(Reading& reading) {
         record[6] = *stress;
     if (const auto stress = supply_stress(reading, keys, *material, "Sfa", AMBIENT))
         record[7] = *stress;
-    if (!reading.given("material_class") && material->modulus > 0)
+    const auto fill = [&](std::string_view key) {
+        reading.comes_from(key, origin_of(*material));
+        return !reading.given(key);
+    };
+    if (material->modulus > 0 && fill("material_class"))
         record[34] = static_cast<float>(material->modulus);
-    if (!reading.given("chart")) write_slot(slot::chart, 15, material->chart);
-    if (!reading.given("chart_yield")) put_setting(Setting::chart_yield, material->yield);
-    if (!reading.given("material_reference"))
+    if (fill("chart")) write_slot(slot::chart, 15, material->chart);
+    if (fill("chart_yield")) put_setting(Setting::chart_yield, material->yield);
+    if (fill("material_reference"))
         put_setting(Setting::material_reference, static_cast<float>(material->reference));
-    if (!reading.given("p_number"))
+    if (fill("p_number"))
         put_setting(Setting::p_number, static_cast<float>(p_number_of(*material)));
 }
 
@@ -227,7 +234,9 @@ void FlangeInput::take_bolt_material(Reading& reading) {
         record[19] = *stress;
     if (const auto stress = supply_stress(reading, keys, *material, "Sa", AMBIENT))
         record[20] = *stress;
-    if (!reading.given("bolt_reference")) record[75] = static_cast<float>(material->reference);
+    if (reading.given("bolt_reference")) return;
+    record[75] = static_cast<float>(material->reference);
+    reading.comes_from("bolt_reference", origin_of(*material));
 }
 
 // Rows of the text tables that this flange will use.
@@ -247,11 +256,7 @@ void FlangeInput::note_tables(Reading& reading) const {
 // Values that the engine would take as they are, or read as something else: a thickness that is not above
 // 0 counts as 2 inches.
 void FlangeInput::check_values(Reading& reading) const {
-    const auto value = [&](std::string_view name) {
-        const Key& key = *flange_keys().find(name);
-        const auto index = static_cast<std::size_t>(key.index);
-        return key.place == Place::record ? record[index] : settings[index];
-    };
+    const auto value = [&](std::string_view name) { return number_of(*flange_keys().find(name)); };
     for (const std::string_view key : {"t", "E"}) {
         if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
     }
@@ -299,7 +304,10 @@ void FlangeInput::complete(Reading& reading) {
     take_material(reading);
     take_bolt_material(reading);
     note_tables(reading);
-    if (!reading.given("P_operating")) put_setting(Setting::design_pressure_operating, record[4]);
+    if (!reading.given("P_operating")) {
+        put_setting(Setting::design_pressure_operating, record[4]);
+        reading.comes_from("P_operating", "P");
+    }
 
     write_description();
     const bool edition_fits =
@@ -319,42 +327,18 @@ void FlangeInput::complete(Reading& reading) {
     }
 }
 
-// By type and kind.
-std::vector<std::string_view> FlangeInput::required(const Reading& reading) const {
-    const auto has = [&](std::string_view key) { return reading.given(key); };
-    std::vector<std::string_view> keys{"type", "P",   "T",  "Sfo", "Sfa", "bolting", "Sb",    "Sa",
-                                       "Fod",  "Fid", "Go", "Gi",  "m",   "y",       "facing"};
-    // Where the type or the kind is at fault, what it needs is not known.
-    for (const std::string_view key : {"type", "kind"}) {
-        if (has(key) && !reading.sound(key)) return keys;
-    }
-    const auto also = [&](std::initializer_list<std::string_view> more) {
-        keys.insert(keys.end(), more);
-    };
-    if (has("type") && type() != 7) also({"B"});
-    if (analysis() == 1) also({"t"});
-    if (analysis() != 3) also({"A", "C", "a", "n"});
+bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
+    if (id == "outside_diameter") return analysis() != 3 || type() == 8;
+    if (id == "standard")
+        return reading.given("standard.class") || reading.given("standard.size") ||
+               reading.given("standard.wall");
     // g0, g1 or h of 0 says that there is no hub.
-    const bool hub = type() == 1 || type() == 8 || (has("g0") && record[TARVANE_go] != 0.0f) ||
-                     (has("g1") && record[TARVANE_g1] != 0.0f) ||
-                     (has("h") && record[TARVANE_h] != 0.0f);
-    if (hub && type() != 7 && type() != 9) also({"g0", "g1", "h"});
-    if (analysis() == 3 && type() == 8) also({"A"});
-    if (type() == 6) also({"LjID", "LjOD"});
-    if (type() == 9) also({"tShell"});
-    if (has("standard.class") || has("standard.size") || has("standard.wall"))
-        also({"standard.class", "standard.size"});
-    if (has("D") || has("d")) also({"D", "d"});
-    if (static_cast<int>(record[23]) == 3) also({"root_area"});
-    if (columns_differ(static_cast<int>(record[27]))) also({"column"});
-    if (text[slot::mating_loads] == 'Y')
-        also({"mating_operating", "mating_seating", "mating_design"});
-    if (text[slot::partition_gasket] == 'Y') {
-        also({"lp", "tp", "mPart", "yPart"});
-        if (columns_differ(static_cast<int>(record[57]))) also({"column_part"});
-    }
-    if (record[69] == 1.0f) also({"D1"});
-    return keys;
+    const auto has = [&](std::string_view key, int element) {
+        return reading.given(key) && record[static_cast<std::size_t>(element)] != 0.0f;
+    };
+    const bool hub = type() == 1 || type() == 8 || has("g0", TARVANE_go) || has("g1", TARVANE_g1) ||
+                     has("h", TARVANE_h);
+    return hub && type() != 7 && type() != 9;
 }
 
 // ---- running ---------------------------------------------------------------------------------------

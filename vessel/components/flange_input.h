@@ -35,7 +35,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     float number_of(const Key& key) const override;
     std::string text_of(const Key& key) const override;
     void complete(Reading& reading) override;
-    std::vector<std::string_view> required(const Reading& reading) const override;
+    bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;

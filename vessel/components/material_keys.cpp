@@ -128,7 +128,7 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
                                    const Material& material, std::string_view stress_key,
                                    std::optional<float> temperature) {
     if (reading.given(stress_key)) return std::nullopt;
-    reading.supply(stress_key);
+    reading.supply(stress_key, origin_of(material, temperature.value_or(0.0f), reading.units));
     if (!temperature) return std::nullopt;
     const float last = material.last_temperature();
     if (!material.has_allowable_at(*temperature)) {
@@ -143,6 +143,12 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
     reading.use(keys.selection.file(), material.name, material.approximate);
     note_cold(reading, material, keys.selection.file(), *temperature);
     return material.allowable_at(std::min(*temperature, last));
+}
+
+std::string origin_of(const Material& material) { return "material " + material.name; }
+
+std::string origin_of(const Material& material, float temperature, const UnitSystem& units) {
+    return origin_of(material) + " at " + shown_degrees(temperature, units);
 }
 
 void note_cold(Reading& reading, const Material& material, std::string_view file,

@@ -32,6 +32,10 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
                                    const Material& material, std::string_view stress_key,
                                    std::optional<float> temperature);
 
+// "material SA-105", "material SA-105 at 300 °F": where a value comes from.
+std::string origin_of(const Material& material);
+std::string origin_of(const Material& material, float temperature, const UnitSystem& units);
+
 inline constexpr float AMBIENT = 70.0f; // degrees F
 
 // A note where a temperature is below those that the first figure of a record holds for.

@@ -35,14 +35,6 @@ const ElementKind MDMT_KIND{
 
 // ---- reading ---------------------------------------------------------------------------------------
 
-void MdmtInput::put_number(const Key& key, float value) {
-    settings[static_cast<std::size_t>(key.index)] = value;
-}
-
-void MdmtInput::put_text(const Key& key, const std::string& western) {
-    texts[static_cast<std::size_t>(key.index)] = western;
-}
-
 // Each of its own keys in the file comes before what the record says.
 void MdmtInput::take_material(Reading& reading) {
     const MaterialKeys keys{.name_key = "material",
@@ -58,10 +50,11 @@ void MdmtInput::take_material(Reading& reading) {
     if (found == nullptr) return;
     texts[static_cast<std::size_t>(MdmtText::material)] = found->name;
     put_setting(N::material_reference, static_cast<float>(found->reference));
+    reading.comes_from("material_reference", origin_of(*found));
     test_of_record = found->impact_temperature < 1;
     if (!reading.given("Sy") && found->yield > 0.0f) {
         put_setting(N::Sy, found->yield);
-        reading.supply("Sy");
+        reading.supply("Sy", origin_of(*found));
     }
     if (!reading.given("curve")) {
         const int curve = has(N::normalized) ? found->curve_normalized : found->curve;
@@ -70,7 +63,7 @@ void MdmtInput::take_material(Reading& reading) {
                              found->name + " has no curve in " + keys.selection.file());
         }
         put_setting(N::curve, static_cast<float>(curve));
-        reading.supply("curve");
+        reading.supply("curve", origin_of(*found));
     }
     reading.use(keys.selection.file(), found->name, found->approximate);
 }
@@ -115,17 +108,9 @@ void MdmtInput::complete(Reading& reading) {
     check_rules(*this, checks);
 }
 
-std::vector<std::string_view> MdmtInput::required(const Reading& reading) const {
-    std::vector<std::string_view> keys{"curve", "tg"};
-    const auto also = [&](std::initializer_list<std::string_view> more) {
-        keys.insert(keys.end(), more);
-    };
-    if (division_2()) also({"Sy", "MDMT"});
-    const bool tested = impact_tested() && !test_of_record && !user_temperature;
-    if (tested && reading.sound("material")) also({"MDMT"});
-    if (has(N::ug20f)) also({"T"});
-    if (has(N::pad)) also({"pad_ratio", "pad_reduction"});
-    return keys;
+bool MdmtInput::rule(std::string_view id, const Reading& reading) const {
+    if (division_2() || id == "division_2") return division_2();
+    return impact_tested() && !test_of_record && !user_temperature && reading.sound("material");
 }
 
 // ---- running ---------------------------------------------------------------------------------------

@@ -13,7 +13,7 @@ namespace tarvane::vessel {
 
 extern const ElementKind MDMT_KIND;
 
-struct MdmtInput final : Element, Settings<MdmtNumber, MdmtText> {
+struct MdmtInput final : SettingsElement<MdmtNumber, MdmtText> {
     bool asked = false;            // the file gives the temperature that must be reached
     bool test_of_record = false;   // the material's specification has an impact test temperature
     bool user_temperature = false; // the file gives one
@@ -32,12 +32,8 @@ struct MdmtInput final : Element, Settings<MdmtNumber, MdmtText> {
 
     std::unique_ptr<Element> copy() const override { return std::make_unique<MdmtInput>(*this); }
     std::string description() const override { return text_setting(MdmtText::description); }
-    void put_number(const Key& key, float value) override;
-    void put_text(const Key& key, const std::string& western) override;
-    float number_of(const Key& key) const override { return number_at(key.index); }
-    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override;
-    std::vector<std::string_view> required(const Reading& reading) const override;
+    bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;

@@ -1,5 +1,6 @@
 #include "components/reader.h"
 
+#include "components/conditions.h"
 #include "components/fault_list.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
@@ -85,7 +86,7 @@ class Reader {
     bool read_flag(const Table& root, std::string_view key, bool fallback);
     void read_file_keys(const Table& root);
     std::vector<CommonTable> common_tables(const Table& root);
-    void check_names(const Table& table, std::string_view prefix, Kinds of,
+    void check_names(const Table& table, std::string_view prefix, Kinds of, bool holds_for_all,
                      std::span<const std::string_view> others);
     bool check_inner_table(const Table::Entry& entry, std::string_view prefix, Kinds of);
     std::vector<Source> find_components(const Table& root, const ElementKind& kind);
@@ -97,6 +98,7 @@ class Reader {
                   Reading& reading);
     Draft begin_component(const Source& source);
     void finish_component(std::unique_ptr<Element> element, Reading& reading, std::size_t place);
+    bool holds_for_all(const Key& key);
 };
 
 // ---- names ---------------------------------------------------------------------------------------------
@@ -105,6 +107,8 @@ std::string nearest_key(std::string_view name, std::span<const std::string_view>
                         Kinds kinds) {
     std::string_view near;
     for (const ElementKind* kind : kinds) {
+        if (const Unheeded* known = kind->keys.find_unheeded(name))
+            return "; " + std::string(known->advice);
         if (near.empty()) near = kind->keys.synonym(name);
     }
     std::string message =
@@ -119,8 +123,8 @@ std::string nearest_key(std::string_view name, std::span<const std::string_view>
     return message;
 }
 
-// Keys that the table doesn't have.
-void Reader::check_names(const Table& table, std::string_view prefix, Kinds of,
+// Keys that the table doesn't have. In a table that holds for every component some may go unheeded.
+void Reader::check_names(const Table& table, std::string_view prefix, Kinds of, bool holds_for_all,
                          std::span<const std::string_view> others) {
     std::vector<std::string_view> names;
     for (const ElementKind* kind : of) {
@@ -131,7 +135,8 @@ void Reader::check_names(const Table& table, std::string_view prefix, Kinds of,
     const auto knows = [&](const std::string& name) {
         return std::find(others.begin(), others.end(), name) != others.end() ||
                std::any_of(of.begin(), of.end(), [&](const ElementKind* kind) {
-                   return kind->keys.resolve(name) != nullptr;
+                   return kind->keys.resolve(name) != nullptr ||
+                          (holds_for_all && kind->keys.find_unheeded(name) != nullptr);
                });
     };
     std::vector<const Table::Entry*> unknown;
@@ -260,6 +265,22 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
     faults.list().back().value = written.value->shown();
 }
 
+// Whether a key that holds for every component has a value other than 0, or one that comes later.
+bool Reader::holds_for_all(const Key& key) {
+    for (const CommonTable& table : commons) {
+        const Value* value = table.table.find(key.name);
+        if (value == nullptr) continue;
+        const std::string path = table.prefix + std::string(key.name);
+        if (std::find(later.begin(), later.end(), path) != later.end()) return true;
+        Taken<float> number = take_number(*value, key, request.units);
+        if (number.value) return *number.value != 0.0f;
+        faults.add(value->at, key.name, std::move(number.fault));
+        faults.list().back().path = path;
+        faults.list().back().value = value->shown();
+    }
+    return false;
+}
+
 Reader::Draft Reader::begin_component(const Source& source) {
     const KeyTable& keys = source.kind->keys;
     const std::string path = source.path();
@@ -289,6 +310,9 @@ Reader::Draft Reader::begin_component(const Source& source) {
             draft.open.push_back({static_cast<std::size_t>(input - later.begin()), &key,
                                   std::move(written.name), std::move(place)});
     }
+    for (const Unheeded& each : keys.unheeded) {
+        if (holds_for_all(each.key)) element->unheeded.push_back(&each);
+    }
     return draft;
 }
 
@@ -298,26 +322,17 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
     const KeyTable& keys = kind.keys;
     // A flag that is left open is on when one of the keys that belong to it is given.
     for (const Key& key : keys.keys) {
-        if (!key.group.empty() && reading.given(key.name) && !reading.given(key.group))
-            element->put_number(*keys.find(key.group), 1.0f);
+        if (key.group.empty() || !reading.given(key.name) || reading.given(key.group)) continue;
+        element->put_number(*keys.find(key.group), 1.0f);
+        reading.comes_from(key.group, std::string(key.name));
     }
 
     element->complete(reading);
 
-    std::vector<std::string_view> missing;
-    for (const std::string_view name : element->required(reading)) {
-        if (reading.given(name)) continue;
-        if (std::find(missing.begin(), missing.end(), name) != missing.end()) continue;
-        missing.push_back(name);
-        const Key& key = *keys.find(name);
-        reading.fault(name, "missing in " + std::string(kind.table) + ' ' +
-                                std::to_string(element->number) + "; " +
-                                expected(key, request.units) + " is expected (" +
-                                std::string(key.meaning) + ")");
-    }
+    find_missing_keys(*element, request.units, reading);
     element->data = std::move(reading.data);
     element->notes = std::move(reading.notes);
-    element->origins = reading.take_origins();
+    element->origins = complete_origins(*element, reading);
     if (place == request.elements.size())
         request.elements.push_back(std::move(element));
     else
@@ -388,7 +403,7 @@ std::vector<CommonTable> Reader::common_tables(const Table& root) {
         return tables;
     }
     constexpr std::string_view OWN[] = {"description"};
-    check_names(*vessel->table(), "vessel", kinds, OWN);
+    check_names(*vessel->table(), "vessel", kinds, true, OWN);
     for (const Table::Entry& entry : *vessel->table()) {
         if (root.find(entry.key) == nullptr) continue;
         faults.add(entry.at, entry.key,
@@ -417,7 +432,7 @@ void Reader::read(const Table& root) {
     std::vector<std::string_view> others(std::begin(FILE_KEYS), std::end(FILE_KEYS));
     for (const ElementKind* kind : known_kinds)
         others.push_back(kind->table);
-    check_names(root, "", kinds, others);
+    check_names(root, "", kinds, true, others);
     for (CommonTable& table : common_tables(root))
         commons.push_back(table);
 
@@ -430,7 +445,7 @@ void Reader::read(const Table& root) {
         return p.line != q.line ? p.line < q.line : p.column < q.column;
     });
     for (const Source& source : sources) {
-        check_names(source.table(), source.path(), Kinds(&source.kind, 1), {});
+        check_names(source.table(), source.path(), Kinds(&source.kind, 1), false, {});
         Draft draft = begin_component(source);
         if (draft.open.empty()) {
             finish_component(std::move(draft.element), draft.reading, draft.place);

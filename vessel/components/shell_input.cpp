@@ -43,14 +43,6 @@ const ElementKind SHELL_KIND{
 
 // ---- reading ---------------------------------------------------------------------------------------
 
-void ShellInput::put_number(const Key& key, float value) {
-    settings[static_cast<std::size_t>(key.index)] = value;
-}
-
-void ShellInput::put_text(const Key& key, const std::string& western) {
-    texts[static_cast<std::size_t>(key.index)] = western;
-}
-
 bool ShellInput::formed() const {
     return shape() == TARVANE_ELLIPTICAL_HEAD || shape() == TARVANE_TORISPHERICAL_HEAD;
 }
@@ -94,21 +86,28 @@ void ShellInput::take_material(Reading& reading) {
         put_setting(N::S, *stress);
     if (const auto stress = supply_stress(reading, keys, *record, "Sa", AMBIENT))
         put_setting(N::Sa, *stress);
-    if (!reading.given("material_class") && record->modulus > 0)
+    if (!reading.given("material_class") && record->modulus > 0) {
         put_setting(N::material_class, static_cast<float>(record->modulus));
-    if (!reading.given("material_reference"))
+        reading.comes_from("material_class", origin_of(*record));
+    }
+    if (!reading.given("material_reference")) {
         put_setting(N::material_reference, static_cast<float>(record->reference));
+        reading.comes_from("material_reference", origin_of(*record));
+    }
     if (!formed()) return;
     if (!reading.given("Sy") && T) {
         reading.rely_on(YIELD_FILE);
         const float yield = yield_at(*record, *T);
         put_setting(N::Sy, yield);
         if (yield > 0.0f) {
+            reading.comes_from("Sy", origin_of(*record, *T, reading.units));
             note_cold(reading, *record, "YIELDSTR.BIN", *T);
             reading.use("YIELDSTR.BIN", record->name);
         }
     }
-    if (!reading.given("Sy_cold")) put_setting(N::Sy_cold, record->yield);
+    if (reading.given("Sy_cold") || !(record->yield > 0.0f)) return;
+    put_setting(N::Sy_cold, record->yield);
+    reading.comes_from("Sy_cold", origin_of(*record));
 }
 
 // ---- checks ----------------------------------------------------------------------------------------
@@ -211,9 +210,13 @@ void ShellInput::complete(Reading& reading) {
     ShellKeyChecks key_checks(*this, reading);
     key_checks.stresses();
     take_material(reading);
-    if (!(setting(N::Sy_cold) > 0.0f)) put_setting(N::Sy_cold, setting(N::Sy));
+    if (!(setting(N::Sy_cold) > 0.0f)) {
+        put_setting(N::Sy_cold, setting(N::Sy));
+        if (setting(N::Sy) > 0.0f) reading.comes_from("Sy_cold", "Sy");
+    }
     const float h = setting(N::h);
     if (h > 0.0f && !reading.given("k")) {
+        reading.comes_from("k", "h");
         const float inside = outside() ? diameter() - 2.0f * setting(N::t) : diameter();
         if (inside > 0.0f) put_setting(N::k, inside / (2.0f * h));
     }
@@ -226,7 +229,7 @@ void ShellInput::complete(Reading& reading) {
     if (has(N::external)) make_external(reading);
 }
 
-// Its keys bear the names of an [[external]], but for the pressure and the small end of a cone.
+// Its keys bear the names of an [[external]], but for the pressure.
 void ShellInput::make_external(Reading& reading) {
     if (shape() == TARVANE_FLAT_HEAD) {
         reading.fault(reading.given("external") ? "external" : "P_external",
@@ -261,7 +264,7 @@ void ShellInput::make_external(Reading& reading) {
                                           {X::skip_1_4f, N::skip_1_4f},
                                           {X::temp_limit, N::temp_limit},
                                           {X::alpha, N::alpha},
-                                          {X::Dsmall, N::D_small},
+                                          {X::Dsmall, N::Dsmall},
                                           {X::cone_length, N::cone_length}};
     ExternalInput& e = external.emplace();
     e.kind = kind;
@@ -274,35 +277,12 @@ void ShellInput::make_external(Reading& reading) {
     e.complete(reading);
 }
 
-std::vector<std::string_view> ShellInput::required(const Reading& reading) const {
-    std::vector<std::string_view> keys{"kind", "P", "T", "S", "Sa", "t"};
-    if (!reading.given("Do")) keys.push_back("D");
-    if (!reading.sound("kind")) return keys; // what the kind needs is not known
-    const auto also = [&](std::initializer_list<std::string_view> more) {
-        keys.insert(keys.end(), more);
-    };
-    switch (shape()) {
-    case TARVANE_TORISPHERICAL_HEAD:
-        also({"L", "r"});
-        break;
-    case TARVANE_CONE:
-        also({"alpha"});
-        if (reading.given("r") || reading.given("tk")) also({"r", "tk"});
-        break;
-    case TARVANE_FLAT_HEAD:
-        also({"C"});
-        if (has(N::openings)) also({"d1", "edge1"});
-        if (setting(N::d2) > 0.0f) also({"pitch", "edge2"});
-        break;
-    default:
-        break;
-    }
-    if (external) {
-        also({"P_external"});
-        for (const std::string_view key : external->required(reading))
-            keys.push_back(key == "Dsmall" ? "D_small" : key);
-    }
-    return keys;
+bool ShellInput::rule(std::string_view id, const Reading& reading) const {
+    if (id == "knuckle")
+        return shape() == TARVANE_TORISPHERICAL_HEAD ||
+               (shape() == TARVANE_CONE && reading.given("tk"));
+    if (id == "second_opening") return setting(N::d2) > 0.0f;
+    return external && external->rule(id, reading);
 }
 
 // ---- running ---------------------------------------------------------------------------------------
@@ -337,6 +317,7 @@ std::vector<Result> ShellInput::results(const Outcome& outcome) const {
 Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const ShellOutcome&>(outcome);
     Checks checks = shell_checks(*this, own, units);
+    add_unmade_checks(checks);
     if (external && !own.stopped) {
         for (Check& check : external_checks(*external, own.external, units)) {
             // Limits of the form hold for both.

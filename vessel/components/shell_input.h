@@ -14,7 +14,7 @@ namespace tarvane::vessel {
 
 extern const ElementKind SHELL_KIND;
 
-struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
+struct ShellInput final : SettingsElement<ShellNumber, ShellText> {
     std::optional<ExternalInput> external; // the same element under external pressure
 
     int shape() const { return whole_setting(ShellNumber::kind); } // TARVANE_CYLINDER and so on
@@ -29,12 +29,8 @@ struct ShellInput final : Element, Settings<ShellNumber, ShellText> {
 
     std::unique_ptr<Element> copy() const override { return std::make_unique<ShellInput>(*this); }
     std::string description() const override { return text_setting(ShellText::description); }
-    void put_number(const Key& key, float value) override;
-    void put_text(const Key& key, const std::string& western) override;
-    float number_of(const Key& key) const override { return number_at(key.index); }
-    std::string text_of(const Key& key) const override { return text_at(key.index); }
     void complete(Reading& reading) override;
-    std::vector<std::string_view> required(const Reading& reading) const override;
+    bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;

@@ -102,7 +102,7 @@ void find_forming_strain(const ShellInput& shell, ShellOutcome& o) {
                        code = TARVANE_ASME_VIII_1,
                        reference = shell.whole_setting(N::material_reference), index = 0;
     const float D = shell.diameter();
-    const float D_small = shell.setting(N::D_small) > 0.0f ? shell.setting(N::D_small) : D;
+    const float D_small = shell.setting(N::Dsmall) > 0.0f ? shell.setting(N::Dsmall) : D;
     const float straight = shell.setting(N::straight) / 12.0f, none = 0.0f;
     std::int32_t cls = 0;
     float thinning = 0.0f, area = 0.0f, D_max = 0.0f, D_blank = 0.0f;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "fields/keys.h"
+#include "fields/shell_checks.h"
 
 namespace tarvane::vessel {
 
@@ -46,6 +47,13 @@ inline constexpr Choice EXTERNAL_METHODS[] = {
     {"code", METHOD_OF_THE_CODE},      {"chart", METHOD_CHART},
     {"stress", METHOD_STRESS},         {"charts", METHOD_CHART},
     {"Code Case 2286", METHOD_STRESS}, {"buckling stress", METHOD_STRESS}};
+
+// The ce of shells and heads.
+inline constexpr Unheeded EXTERNAL_CORROSION{
+    Key{"ce", Place::setting, -1, Quantity::thickness, "external corrosion allowance"},
+    "shells and heads are not calculated with external corrosion: take it off t, or add it to Ut, "
+    "the tolerance, which comes off the outside",
+    EXTERNAL_CORROSION_CHECK};
 
 const KeyTable& external_keys();
 

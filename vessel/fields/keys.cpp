@@ -39,6 +39,91 @@ std::string_view KeyTable::synonym(std::string_view name) const {
     return {};
 }
 
+std::string_view KeyTable::section(const Key& key) const {
+    std::string_view title;
+    for (const Key& each : keys) {
+        for (const KeySection& section : sections) {
+            if (section.first_key == each.name) title = section.title;
+        }
+        if (&each == &key) break;
+    }
+    return title;
+}
+
+const Unheeded* KeyTable::find_unheeded(std::string_view name) const {
+    for (const Unheeded& each : unheeded) {
+        if (each.key.name == name) return &each;
+    }
+    return nullptr;
+}
+
+std::string Key::label() const {
+    std::string words(few_words.empty() ? meaning : few_words);
+    if (words[0] >= 'a' && words[0] <= 'z') words[0] = static_cast<char>(words[0] - 'a' + 'A');
+    return words;
+}
+
+std::string Key::engine() const {
+    switch (place) {
+    case Place::record:
+        return "record " + std::to_string(index);
+    case Place::slot:
+    case Place::slot_flag:
+        return "text " + std::to_string(index + 1);
+    default:
+        return std::string(argument);
+    }
+}
+
+std::string_view choice_name(std::span<const Choice> choices, int number) {
+    for (const Choice& c : choices) {
+        if (c.number == number) return c.name;
+    }
+    return {};
+}
+
+std::string further_names(std::span<const Choice> choices) {
+    std::string names;
+    for (const Choice& c : choices) {
+        if (choice_name(choices, c.number).data() != c.name.data())
+            names += (names.empty() ? "" : ", ") + quoted(c.name);
+    }
+    return names;
+}
+
+namespace {
+
+// "kind is "cone"", "D is not given".
+std::string in_words(const Term& term, const Key& key) {
+    const std::string name(term.key);
+    if (term.is == Term::Is::given) return name + " is given";
+    if (term.is == Term::Is::not_given) return name + " is not given";
+    if (key.quantity == Quantity::flag) return name + (term.holds(1) ? " = true" : " = false");
+    std::string names;
+    int last = -1;
+    for (const Choice& c : key.choices) {
+        if (c.number <= last) break; // further names of the same numbers
+        last = c.number;
+        if (term.holds(c.number)) names += (names.empty() ? "" : ", ") + quoted(c.name);
+    }
+    return name + (names.find(',') == std::string::npos ? " is " : " is one of ") + names;
+}
+
+} // namespace
+
+std::string in_words(const Condition& condition, const KeyTable& keys) {
+    std::string words;
+    for (const Term& term : condition.terms) {
+        if (term.is == Term::Is::unused) break;
+        words += (words.empty() ? "" : ", and ") + in_words(term, *keys.find(term.key));
+    }
+    for (const Rule& rule : keys.rules) {
+        if (rule.id == condition.rule)
+            words += (words.empty() ? "" : ", and ") + std::string(rule.words);
+    }
+    return words;
+}
+
 std::string choice_names(std::span<const Choice> choices) {
     std::string names;
     int last = -1;

@@ -1,17 +1,21 @@
-// The keys of an element table: one table for each kind, which the reader, the messages and
-// `tarvane keys` share.
+// The keys of an element table: one table for each kind, which the reader, the messages, the schema,
+// `tarvane keys` and `tarvane explain` share.
 #pragma once
 
 #include "catalogue/units.h"
+#include "fields/condition.h"
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvane::vessel {
+
+struct CheckField;
 
 // Where the value of a key goes. A kind whose elements have neither record nor text block uses the
 // settings only.
@@ -32,16 +36,54 @@ struct Choice {
 // Longest description of an element.
 inline constexpr int MOST_DESCRIPTION = 200;
 
+// A row of the table: Key{name, place, index, quantity, meaning, symbol}, then what else is to be said of it,
+// in words that give a changed copy.
 struct Key {
     std::string_view name; // "standard.class": class of the table `standard`
     Place place;
     int index; // element, offset or enumerator
     Quantity quantity;
     std::string_view meaning;
+    std::string_view symbol = {}; // in the report; empty: it has none there
+
+    std::string_view few_words = {}; // for a line of a form; empty: the meaning will do
     std::span<const Choice> choices = {};
-    int width = 0;               // longest text
-    double fallback = 0.0;       // in the engine's units, for a key that is not given
-    std::string_view group = {}; // the flag that this key switches on
+    int width = 0;                        // longest text
+    double fallback = 0.0;                // in the engine's units, for a key that is not given
+    std::string_view group = {};          // the flag that this key switches on
+    std::optional<int> decimals = {};     // in the report; else those of the quantity
+    Condition read = {};                  // the value counts, wherever it comes from
+    std::optional<Condition> needed = {}; // it must come from somewhere, where it is read
+    std::string_view argument = {};       // of the engine that a setting goes to: "SHLINT Sa"
+
+    // ---- words of a row ----
+    constexpr Key label(std::string_view words) const { return with(&Key::few_words, words); }
+    constexpr Key of(std::span<const Choice> names) const { return with(&Key::choices, names); }
+    constexpr Key up_to(int characters) const { return with(&Key::width, characters); }
+    constexpr Key otherwise(double value) const { return with(&Key::fallback, value); }
+    constexpr Key shows(int digits) const { return with(&Key::decimals, std::optional(digits)); }
+    constexpr Key to(std::string_view where) const { return with(&Key::argument, where); }
+    constexpr Key needs(Condition when = {}) const {
+        return with(&Key::needed, std::optional(when));
+    }
+    constexpr Key reads(Condition when) const { return with(&Key::read, when); }
+    // Given, it switches a flag on that the file leaves open; it is read with the flag on only.
+    constexpr Key opens(std::string_view flag, Condition also = {}) const {
+        return with(&Key::group, flag).with(&Key::read, also.and_also(on(flag)));
+    }
+
+    // "Design pressure", the few words of a line of a form.
+    std::string label() const;
+    // Where the engine takes it: "record 4", "text 30", an argument; empty: the library uses it itself.
+    std::string engine() const;
+
+  private:
+    template <class Member, class Value>
+    constexpr Key with(Member Key::*member, Value value) const {
+        Key copy = *this;
+        copy.*member = value;
+        return copy;
+    }
 };
 
 // A key that users of other notations type for one of ours: "go" for g0, "e" for t. A message names ours.
@@ -66,11 +108,27 @@ struct InnerTable {
     std::span<const std::string_view> keys;
 };
 
+// A key that components of the kind do not heed: in their own tables it is a fault, with what to do in its
+// place. Where it holds for every component and is not 0, a check of theirs is not made.
+struct Unheeded {
+    Key key;
+    std::string_view advice;
+    const CheckField& check;
+};
+
+// A section of the calculation document, from a key on.
+struct KeySection {
+    std::string_view first_key, title;
+};
+
 struct KeyTable {
     std::span<const Key> keys;
-    std::span<const Synonym> synonyms;
+    std::span<const KeySection> sections = {};
+    std::span<const Synonym> synonyms = {};
     std::span<const Alias> aliases = {};
     std::span<const InnerTable> tables = {};
+    std::span<const Rule> rules = {};
+    std::span<const Unheeded> unheeded = {};
 
     const Key* find(std::string_view name) const; // none: a null pointer
     // The key behind a name or an alias.
@@ -78,6 +136,8 @@ struct KeyTable {
     // The names in a table of its own; none: there is no such table. "class" and "size" of "standard".
     std::vector<std::string_view> names_in(std::string_view table) const;
     std::string_view synonym(std::string_view name) const;
+    std::string_view section(const Key& key) const;
+    const Unheeded* find_unheeded(std::string_view name) const; // none: a null pointer
 };
 
 // Values behind the keys of a kind: numbers and texts by two enumerations that end in `count`.
@@ -99,5 +159,12 @@ struct Settings {
 std::string expected(const Key& key, const UnitSystem& units);
 // The list of names of a choice, in double quotes.
 std::string choice_names(std::span<const Choice> choices);
+// The first name of a number; empty: there is none.
+std::string_view choice_name(std::span<const Choice> choices, int number);
+// Further names that are taken: of the numbers of a choice, in double quotes; empty without any.
+std::string further_names(std::span<const Choice> choices);
+
+// "kind is "cone", D is not given": a condition in words; empty: always.
+std::string in_words(const Condition& condition, const KeyTable& keys);
 
 } // namespace tarvane::vessel

@@ -11,6 +11,12 @@ inline constexpr CheckField CALCULATION{.id = "calculation",
                                         .label = "calculation",
                                         .quantity = Quantity::number,
                                         .asked = "where none was made"};
+inline constexpr CheckField EXTERNAL_CORROSION_CHECK{
+    .id = "external_corrosion",
+    .paragraph = "UG-25",
+    .label = "external corrosion",
+    .quantity = Quantity::thickness,
+    .asked = "ce holds for every component and is not 0"};
 
 // Limits of VIII-1 on the form of a head, which its formulas do not know.
 inline constexpr CheckField CROWN_RADIUS{.id = "crown_radius",
@@ -97,6 +103,7 @@ inline constexpr CheckField SHELL_CHECKS[] = {
      .quantity = Quantity::number,
      .force = Force::advises,
      .asked = "a material whose strain is limited"},
+    EXTERNAL_CORROSION_CHECK,
 };
 
 inline constexpr CheckField EXTERNAL_CHECKS[] = {
@@ -143,6 +150,7 @@ inline constexpr CheckField EXTERNAL_CHECKS[] = {
     KNUCKLE_RADIUS,
     KNUCKLE_THICKNESS,
     VERY_THIN_HEAD,
+    EXTERNAL_CORROSION_CHECK,
 };
 
 // All checks of a [[shell]]: those under external pressure stand behind its own.

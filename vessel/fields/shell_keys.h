@@ -43,7 +43,7 @@ enum class ShellNumber {
     pitch,
     attachment,
     material_reference,
-    D_small,
+    Dsmall,
     external,
     P_external,
     method,
