@@ -4,6 +4,8 @@
 #include "commands/materials_command.h"
 #include "commands/mdmt_command.h"
 #include "commands/run.h"
+#include "commands/vocabulary_command.h"
+#include "document/new_files.h"
 #include "terminal/standard_output.h"
 #include "values/text.h"
 
@@ -15,6 +17,7 @@
 #include <exception>
 #include <iostream>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -137,14 +140,46 @@ int command(int argc, char** argv, std::ostream& out) {
 
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
 
+    std::string explained;
+    CLI::App* explain_command =
+        app.add_subcommand("explain", "Explain a key, a result or a check of an input file");
+    explain_command->add_option("name", explained, "t, flange.t, flange[0].t")->required();
+
+    std::string schema = "input";
+    CLI::App* schema_command = app.add_subcommand(
+        "schema", "Write the JSON Schema of an input file, for editors, or of a result");
+    schema_command->add_option("name", schema, "input, result, or keys: the tables of keys")
+        ->check(CLI::IsMember({"input", "result", "keys"}));
+
+    CheckOptions check;
+    CLI::App* check_command =
+        app.add_subcommand("check", "Find the faults of an input file, without a calculation");
+    check_command->add_option("file", check.input, "Input file (TOML)")->required();
+    check_command->add_option("--data", check.data, "Folder of the data files");
+
+    NewFileOptions new_options;
+    std::string new_units = "us";
+    CLI::App* new_command = app.add_subcommand("new", "Write an input file to start from");
+    new_command->add_option("name", new_options.name, "flange, heads or drum")
+        ->required()
+        ->check(CLI::IsMember(
+            std::vector<std::string>(new_file_names().begin(), new_file_names().end())));
+    new_command->add_option("--units", new_units, "us or si")->check(UNITS);
+    new_command->add_option("--output,-o", new_options.output,
+                            "Write to this file, which is not there yet");
+
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
-    if (keys_command->parsed()) {
-        out << key_table();
-        return 0;
+    if (keys_command->parsed()) return static_cast<int>(list_keys(out));
+    if (explain_command->parsed()) return static_cast<int>(explain_name(explained, out, std::cerr));
+    if (schema_command->parsed()) return static_cast<int>(write_schema(schema, out));
+    if (check_command->parsed()) return static_cast<int>(check_file(check, out, std::cerr));
+    if (new_command->parsed()) {
+        new_options.si = folded(new_units) == "si";
+        return static_cast<int>(write_new_file(new_options, out, std::cerr));
     }
     if (materials_command->parsed()) {
         materials.selection.code = folded(materials_code) == "viii2" ? 2 : 1;

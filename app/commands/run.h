@@ -21,7 +21,4 @@ struct RunOptions {
 
 Status run(const RunOptions& options, std::ostream& out, std::ostream& err);
 
-// Table of the keys of an input file, kind by kind.
-std::string key_table();
-
 } // namespace tarvane::app

@@ -424,11 +424,42 @@ class Vocabulary {
         put("SI", to_utf8(si_units().label(quantity)));
         json.end_object();
     }
-    void write_key(const Key& key) {
+    // {} holds always. The words are those that people read.
+    void write_condition(std::string_view name, const Condition& condition, const KeyTable& keys) {
+        json.key(name).begin_object();
+        if (condition.terms[0].is != Term::Is::unused) json.key("all").begin_list();
+        for (const Term& term : condition.terms) {
+            if (term.is == Term::Is::unused) continue;
+            json.begin_object();
+            put("key", term.key);
+            if (term.is == Term::Is::among) {
+                json.key("among").begin_list();
+                for (int number = 0; number < 32; ++number) {
+                    if (term.holds(number)) json.whole(number);
+                }
+                json.end_list();
+            } else {
+                json.key("given").flag(term.is == Term::Is::given);
+            }
+            json.end_object();
+        }
+        if (condition.terms[0].is != Term::Is::unused) json.end_list();
+        put("rule", condition.rule);
+        put("words", in_words(condition, keys));
+        json.end_object();
+    }
+    void write_key(const Key& key, const KeyTable& keys) {
         json.begin_object();
         put("name", key.name);
         write_quantity(key.quantity);
+        put("label", key.label());
+        put("symbol", key.symbol);
         put("meaning", key.meaning);
+        put("section", keys.section(key));
+        put("engine", key.engine());
+        if (key.decimals) json.key("decimals").whole(*key.decimals);
+        if (!key.read.always()) write_condition("read", key.read, keys);
+        if (key.needed) write_condition("required", *key.needed, keys);
         if (!key.choices.empty()) {
             json.key("choices").begin_list();
             for (const Choice& choice : key.choices) {
@@ -450,7 +481,7 @@ class Vocabulary {
         json.key("most").whole(static_cast<std::int64_t>(kind.most));
         json.key("keys").begin_list();
         for (const Key& key : kind.keys.keys)
-            write_key(key);
+            write_key(key, kind.keys);
         json.end_list().key("second_names").begin_list();
         for (const Alias& alias : kind.keys.aliases)
             json.begin_object()
