@@ -25,8 +25,9 @@ void set_globals(const MdmtInput& element) {
     SET_MATERIAL_SELECTION(&OFF, &OFF, &d2_class, &OFF);
     const std::int32_t tables = element.whole_setting(N::curve_tables),
                        credit55 = element.has(N::credit_floor) ? OFF : ON,
+                       low_ratio = element.whole_setting(N::low_ratio),
                        division_2 = element.division_2() ? ON : OFF;
-    SET_TOUGHNESS_SWITCHES(&reductions, &tables, &OFF, &ON, &OFF, &credit55, &division_2);
+    SET_TOUGHNESS_SWITCHES(&reductions, &tables, &OFF, &ON, &low_ratio, &credit55, &division_2);
     TARVANE_SETUP_ELEMENT* setup = GETSETUP();
     setup[TARVANE_SETUP_CODE - 1].whole = code;
     setup[TARVANE_SETUP_EDITION - 1].real = element.edition() == MDMT_EDITION_A98 ? 1.0f : 0.0f;

@@ -134,6 +134,10 @@ constexpr Key KEYS[] = {
         "curves of Fig. UCS-66 by their table, not by equations"}
         .label("Curves by their table")
         .to("SET_TOUGHNESS_SWITCHES curve_tables"),
+    Key{"low_ratio", NUMBER, at(N::low_ratio), flag,
+        "a ratio of up to 0.35 holds down to -155 F, UCS-66(b)(3)"}
+        .label("Exemption of a low ratio")
+        .to("SET_TOUGHNESS_SWITCHES floor_switch"),
     // ---- impact tests ------------------------------------------------------------------------
     Key{"impact_temperature", NUMBER, at(N::impact_temperature), temperature,
         "temperature of the impact tests, for the curve \"impact tested\""}

@@ -26,6 +26,7 @@ enum class MdmtNumber {
     ug20f,
     reductions,
     curve_tables,
+    low_ratio,
     Sy,
     pad,
     pad_ratio,
