@@ -281,8 +281,8 @@ TEST_F(Commands, ExplainAKeyInEveryKindThatHasIt) {
                                 "  Label         Flange thickness\n"
                                 "  Symbol        t\n"
                                 "  Value         in., mm\n"
-                                "  Required      when kind is \"analyse\"\n"
                                 "  Read          always\n"
+                                "  Required      when kind is \"analyse\"\n"
                                 "  Section       Flange\n"
                                 "  Engine        record 8\n"
                                 "\n"
@@ -304,6 +304,11 @@ TEST_F(Commands, ExplainAKeyInEveryKindThatHasIt) {
                 "\"3P M30 metric\",\n                \"user table\"; also \"TEMA imperial\", "),
         std::string::npos);
     EXPECT_NE(explain("shell.E").text.find("  Default       1\n"), std::string::npos);
+    EXPECT_NE(explain("shell.alpha")
+                  .text.find("  Value         number\n"
+                             "  Read          when kind is \"cone\"\n"
+                             "  Required      where it is read\n"),
+              std::string::npos);
     EXPECT_NE(explain("flange.c").text.find("flange.ci: "), std::string::npos);
     EXPECT_NE(explain("flange.gasket.m").text.find("  Also taken    gasket.m\n"),
               std::string::npos);

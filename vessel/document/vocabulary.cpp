@@ -66,12 +66,18 @@ std::string when(const Condition& condition, const KeyTable& keys) {
     return condition.always() ? "always" : "when " + in_words(condition, keys);
 }
 
+std::string when_needed(const Key& key, const KeyTable& keys) {
+    const bool where_read = key.needed->always() && !key.read.always();
+    return where_read ? "where it is read" : when(*key.needed, keys);
+}
+
 // Default and conditions of a key in one line; empty: it is read always, and nothing needs it.
 std::string terms_of(const Key& key, const KeyTable& keys) {
     std::string terms;
     const auto add = [&](const std::string& more) { terms += (terms.empty() ? "" : "; ") + more; };
     if (key.needed) {
-        add(key.needed->always() ? std::string("required") : "required " + when(*key.needed, keys));
+        const std::string need = when_needed(key, keys);
+        add(need == "always" ? "required" : "required " + need);
     }
     if (const std::string value = default_of(key); !value.empty()) add("default " + value);
     if (!key.read.always()) add("read " + when(key.read, keys));
@@ -92,14 +98,15 @@ std::string explain_key(const ElementKind& kind, const Key& key) {
                        std::string(key.meaning) + '\n';
     add_row(text, "Label", key.label());
     add_row(text, "Symbol", std::string(key.symbol));
-    add_row(text, "Value", kind_of_value(key));
+    const std::string value = kind_of_value(key);
+    add_row(text, "Value", value.empty() ? "number" : value);
     std::string names = choice_names(key.choices);
     if (const std::string further = further_names(key.choices); !further.empty())
         names += "; also " + further;
     add_row(text, "Choices", names);
     add_row(text, "Default", default_of(key));
-    if (key.needed) add_row(text, "Required", when(*key.needed, keys));
     add_row(text, "Read", when(key.read, keys));
+    if (key.needed) add_row(text, "Required", when_needed(key, keys));
     if (!key.group.empty()) add_row(text, "Switches on", std::string(key.group));
     add_row(text, "Section", std::string(keys.section(key)));
     add_row(text, "Engine", key.engine());
