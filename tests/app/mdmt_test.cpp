@@ -115,6 +115,19 @@ TEST(MdmtResults, RatioGivesAReduction) {
     EXPECT_EQ(none.outcome.mdmt, none.outcome.t_min);
 }
 
+// UCS-66(b)(3): nothing but the temperature limits an element of so low a ratio.
+TEST(MdmtResults, LowRatioHoldsDownTo155Below) {
+    const auto mdmt = [](const char* ratio, const char* more) {
+        return calculate(std::string("curve = \"A\"\ntg = 3.0\nratio = ") + ratio + '\n' + more)
+            .outcome.mdmt;
+    };
+    EXPECT_EQ(mdmt("0.35", "low_ratio = true\n"), -155.0f);
+    EXPECT_EQ(mdmt("0.36", "low_ratio = true\n"), mdmt("0.36", ""));
+    EXPECT_GT(mdmt("0.35", ""), -155.0f);
+    EXPECT_EQ(mdmt("0.35", "low_ratio = true\nreductions = false\n"),
+              mdmt("0.35", "reductions = false\n"));
+}
+
 TEST(MdmtResults, CreditOfHeatTreatment) {
     const float without = calculate("curve = \"A\"\ntg = 1.0\npwht = true\n").outcome.t_min;
     const float with =
