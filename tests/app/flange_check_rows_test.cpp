@@ -57,6 +57,11 @@ TEST(FlangeRows, Geometry) {
     expect_flip("bolt_spacing_min", 17.0f, 15.0f, at("C", with("n", "n = 24")));
     expect_flip("bolt_spacing_max", 17.0f, 40.0f,
                 at("C", with_all({{"A", "A = 60"}, {"n", "n = 20"}})));
+    EXPECT_EQ(judged(FLANGE_TOML).state("bolt_count"), "pass"); // 12
+    const Judged fourteen = judged(with("n", "n = 14"));
+    EXPECT_EQ(fourteen.state("bolt_count"), "fail");
+    EXPECT_FALSE(fourteen.find("bolt_count")->blocks());
+    EXPECT_EQ(judged(with("kind", "kind = \"design\"")).state("bolt_count"), "no row");
     expect_flip("radial_distance", 17.5f, 15.0f, at("C"));
     expect_flip("edge_distance", 19.0f, 17.5f, at("A"));
     expect_flip("gasket_width", 14.0f, 14.76f, at("Gi"));

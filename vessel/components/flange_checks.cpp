@@ -391,6 +391,14 @@ void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& che
     };
     row(field("bolt_spacing_min"), found.bolt_spacing, found.bolt_spacing_min);
     row(field("bolt_spacing_max"), found.bolt_spacing, found.bolt_spacing_max);
+    if (flange.analysis() != TARVANE_DESIGN) {
+        // Other numbers do not straddle the centre lines.
+        const int bolts = static_cast<int>(given(flange, TARVANE_BOLTS));
+        const bool fours = bolts % 4 == 0;
+        checks.push_back(
+            Check::found(field("bolt_count"), fours,
+                         fours ? "" : std::to_string(bolts) + " bolts are no multiple of four"));
+    }
     row(field("radial_distance"), found.radial, found.radial_min);
     row(field("edge_distance"), found.edge, found.edge_min);
     row(field("gasket_width_min"), found.N, found.N_min);
