@@ -84,7 +84,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
         err << "tarvane: " << reason << '\n';
         return Status::bad_input;
     };
-    if (!options.data.empty()) set_data_folder(options.data);
+    set_data_folder(options.data, "--data");
     if (!options.svg.empty()) check_output(options.svg, {});
     RESET_ENGINE();
     const UnitSystem& units = options.units;

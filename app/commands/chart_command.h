@@ -18,7 +18,7 @@ struct ChartOptions {
     float yield = 0.0f;
     std::optional<float> A; // a point to mark
     std::string svg;        // the drawing; empty: none
-    std::string data;       // folder of the data files; empty: beside the library
+    std::string data;       // folder of the data files; empty: the one that is found
     UnitSystem units = us_units();
 };
 

@@ -124,7 +124,7 @@ void print_flange(const FlangeClass& flanges, float size, FlangeForm form,
 } // namespace
 
 Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostream& err) {
-    if (!options.data.empty()) set_data_folder(options.data);
+    set_data_folder(options.data, "--data");
     const auto refuse = [&](const std::string& message) {
         err << "tarvane: " << message << '\n';
         return Status::bad_input;

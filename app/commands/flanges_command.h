@@ -18,7 +18,7 @@ struct FlangesOptions {
     bool blind = false, slip_on = false;
     std::optional<float> wall; // of the pipe at a weld neck, in the units
     UnitSystem units = us_units();
-    std::string data; // folder of the data files; empty: beside the library
+    std::string data; // folder of the data files; empty: the one that is found
 };
 
 Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostream& err);

@@ -174,7 +174,7 @@ void print_approximate(const std::vector<const Material*>& materials,
 } // namespace
 
 Status list_materials(const MaterialsOptions& options, std::ostream& out, std::ostream& err) {
-    if (!options.data.empty()) set_data_folder(options.data);
+    set_data_folder(options.data, "--data");
     MaterialFiles files;
     const MaterialSelection& selection = options.selection;
     std::vector<const Material*> materials;

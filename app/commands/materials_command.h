@@ -15,7 +15,7 @@ struct MaterialsOptions {
     std::string name; // empty: all
     MaterialSelection selection;
     UnitSystem units = us_units();
-    std::string data; // folder of the data files; empty: beside the library
+    std::string data; // folder of the data files; empty: the one that is found
 };
 
 // With a name: the records of that name in full; without such a material, those whose names begin so.

@@ -16,7 +16,7 @@ struct MdmtOptions {
     // Keys of an [[mdmt]] with their values as an input file writes them.
     std::vector<std::pair<std::string, std::string>> keys;
     std::string units = "US";
-    std::string data; // folder of the data files; empty: beside the library
+    std::string data; // folder of the data files; empty: the one that is found
 };
 
 Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& err);

@@ -70,7 +70,7 @@ void write_files(const RunOptions& options, const UnitSystem& units, Calculation
 }
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
-    if (!options.data.empty()) set_data_folder(options.data);
+    set_data_folder(options.data, "--data");
     const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
     err << fault_report(options.input, input.faults);
     if (!input.faults.empty()) return Status::bad_input;

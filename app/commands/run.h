@@ -13,7 +13,7 @@ using namespace vessel;
 struct RunOptions {
     std::string input;
     std::string report; // raw report file; empty: none
-    std::string data;   // folder of the data files; empty: beside the library
+    std::string data;   // folder of the data files; empty: the one that is found
     std::string
         charts; // folder for drawings of the charts, with the points of the elements; empty: none
     bool colour = false;

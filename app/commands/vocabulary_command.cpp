@@ -69,7 +69,7 @@ Status write_new_file(const NewFileOptions& options, std::ostream& out, std::ost
 
 Status check_file(const CheckOptions& options, std::ostream& out, std::ostream& err) {
     return attempt(err, [&] {
-        if (!options.data.empty()) set_data_folder(options.data);
+        set_data_folder(options.data, "--data");
         const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
         err << fault_report(options.input, input.faults);
         if (!input.faults.empty()) return Status::bad_input;

@@ -66,7 +66,9 @@ enum {
 /*
 ** tarvane_open - a handle, for the other calls.
 **   abi          TARVANE_VESSEL_ABI
-**   data_folder  of the data files; a null pointer or an empty text: the library looks for it
+**   data_folder  of the data files; a null pointer or an empty text: that of the environment variable TARVANE_DATA,
+**                else the first with data files of the library's own folder, share/tarvane beside that folder,
+**                share/tarvane beside the program's folder, and share/tarvane where the library was installed
 **   vessel       receives the handle, to be closed by tarvane_close
 ** Returns TARVANE_OK; TARVANE_NO_DATA where the folder, or data files in it, are missing, with a handle that
 ** calculates whatever asks for none of them; TARVANE_INTERNAL, and a null pointer as handle. tarvane_last_error

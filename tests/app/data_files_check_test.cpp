@@ -81,7 +81,15 @@ class DataFiles : public ProgramTest {
         put(name, bytes);
         const auto fault = data_file_fault(name);
         put(name, sound);
-        return fault.value_or("none");
+        if (!fault) return "none";
+        EXPECT_TRUE(fault->ends_with(", in " + place("the call"))) << *fault;
+        return fault->substr(0, fault->rfind(", in the data folder "));
+    }
+
+    std::string place(const std::string& by) const {
+        const std::string version = whole("data_version.txt");
+        return "the data folder " + data.string() + " (version " +
+               version.substr(0, version.find('\n')) + ", named by " + by + ')';
     }
 
     std::filesystem::path data;
@@ -174,7 +182,7 @@ TEST_F(DataFiles, AFileIsNamedOnceForManyElements) {
     std::filesystem::remove(file("BOLTDATA.TXT"));
     const ProgramRun result = calculate(FLANGE_TOML + FLANGE_TOML);
     const std::string line =
-        path("in.toml") + ":1: BOLTDATA.TXT: missing in the data folder " + data.string() + '\n';
+        path("in.toml") + ":1: BOLTDATA.TXT: missing in " + place("--data") + '\n';
     EXPECT_EQ(result.err.find(line), 0u) << result.err;
     EXPECT_EQ(result.err.find(": BOLTDATA.TXT: ", line.size()), std::string::npos) << result.err;
 }
@@ -185,8 +193,7 @@ TEST_F(DataFiles, TheOtherCommandsNameThemToo) {
     for (const char* command : {"chart CS-2 -T 300", "flanges 150"}) {
         const ProgramRun result = run(command + in_folder);
         EXPECT_EQ(result.status, 2) << command;
-        EXPECT_EQ(result.err,
-                  "tarvane: approximate.txt is missing in the data folder " + data.string() + '\n');
+        EXPECT_EQ(result.err, "tarvane: approximate.txt is missing in " + place("--data") + '\n');
     }
     put("MATFILE1.BIN", whole("MATFILE1.BIN").substr(0, 4140));
     EXPECT_EQ(run("materials" + in_folder)
@@ -232,7 +239,8 @@ TEST_F(DataFiles, AFolderThatIsMissing) {
     const ProgramRun result =
         run("run " + write("in.toml", FLANGE_TOML) + " --data " + path("absent"));
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err, "tarvane: there is no data folder " + path("absent") + '\n');
+    EXPECT_EQ(result.err,
+              "tarvane: there is no data folder " + path("absent") + " (named by --data)\n");
 }
 
 // ---- the form of each file -------------------------------------------------------------------------------
@@ -357,7 +365,8 @@ TEST_F(DataFiles, NoTextAndNoEnd) {
                        [](std::string& b) { b.insert(0, ";" + std::string(65536, 'x') + '\n'); }),
               "damaged: it has a line without an end");
     std::filesystem::resize_file(file("BOLTDATA.TXT"), LARGEST_DATA_FILE + 1);
-    EXPECT_EQ(data_file_fault("BOLTDATA.TXT"), "too large for a data file");
+    EXPECT_EQ(data_file_fault("BOLTDATA.TXT"),
+              "too large for a data file, in " + place("the call"));
 }
 
 } // namespace

@@ -381,8 +381,9 @@ TEST_F(ExternalProgram, ChartFileMissing) {
     const ProgramRun result =
         run("run " + write("shell.toml", CYLINDER_TOML) + " --data " + folder.string());
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err,
-              path("shell.toml") + ":10: chart: ExtChartData.txt is missing or holds no charts\n");
+    EXPECT_EQ(result.err, path("shell.toml") +
+                              ":10: chart: ExtChartData.txt is missing in the data folder " +
+                              folder.string() + " (no version, named by --data)\n");
 }
 
 // A chart of a user's own, of austenitic steel: the factor of safety goes by the tangent modulus.

@@ -180,10 +180,10 @@ TEST_F(Materials, WithoutAFileAreNone) {
     const ProgramRun result = tarvane("materials --code VIII-2");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err, "tarvane: no materials: MatFileD2C1.BIN is missing in the data folder " +
-                              folder.string() + '\n');
+                              folder.string() + " (no version, named by --data)\n");
     EXPECT_EQ(tarvane("materials --code VIII-2 --class 1").err,
               "tarvane: no materials: MATFILE2.BIN is missing in the data folder " +
-                  folder.string() + '\n');
+                  folder.string() + " (no version, named by --data)\n");
 }
 
 TEST_F(Materials, OfTheMetricFileStandInTheirUnits) {
@@ -382,7 +382,8 @@ TEST_F(Chart, RefusesWhatItDoesNotHave) {
     EXPECT_NE(error("CS-2").find("--temperature"), std::string::npos);
     EXPECT_EQ(tarvane("chart CS-3 -T 100 --yield 40000").status, 0);
     std::filesystem::remove(path("ExtChartData.txt"));
-    EXPECT_EQ(error("CS-2 -T 100"), "tarvane: ExtChartData.txt is missing or holds no charts\n");
+    EXPECT_EQ(error("CS-2 -T 100"), "tarvane: ExtChartData.txt is missing in the data folder " +
+                                        folder.string() + " (no version, named by --data)\n");
 }
 
 // Tags that open and close in order, attributes in quotes: enough for XML without entities of its own.

@@ -151,7 +151,7 @@ TEST_F(Program, WrongCommandLineIsBadInput) {
     EXPECT_EQ(run("walk").status, 2);
     EXPECT_EQ(run("run --colour pink x.toml").status, 2);
     EXPECT_EQ(run("--help").status, 0);
-    EXPECT_EQ(run("--version").out, "7.0\n");
+    EXPECT_EQ(run("--version").out, "1.0.0\n");
 }
 
 // The corroded bore grows over the outside diameter: the input check looks at B as given, so the

@@ -54,7 +54,7 @@ TEST(Open, GivesAHandleWithoutData) {
     EXPECT_EQ(handle.opened, TARVANE_NO_DATA);
     ASSERT_NE(handle.get(), nullptr);
     EXPECT_EQ(text_at(parsed(tarvane_last_error(handle.get())), "[0].reason"),
-              "there is no data folder /no/such/folder");
+              "there is no data folder /no/such/folder (named by tarvane_open)");
     EXPECT_STREQ(tarvane_last_error(nullptr), tarvane_last_error(handle.get()));
     EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_NO_DATA);
 }
@@ -86,8 +86,9 @@ TEST(Open, NamesEveryMissingFileAndCalculatesWithoutIt) {
     EXPECT_EQ(handle.opened, TARVANE_NO_DATA);
     const Value error = parsed(tarvane_last_error(handle.get()));
     ASSERT_EQ(error.list()->size(), 2u);
-    EXPECT_EQ(text_at(error, "[0].reason"),
-              "BOLTDATA.TXT is missing in the data folder " + folder.path.string());
+    EXPECT_EQ(text_at(error, "[0].reason"), "BOLTDATA.TXT is missing in the data folder " +
+                                                folder.path.string() + " (version " +
+                                                tarvane_version() + ", named by tarvane_open)");
     // A flange goes by the one, a shell by neither.
     const Answer flange = handle.calculate(request_of(flange_json()));
     EXPECT_NE(flange.status, TARVANE_OK);

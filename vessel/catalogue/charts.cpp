@@ -19,9 +19,9 @@ bool holds(std::string_view text, std::string_view part) {
 }
 
 std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
-    if (names.empty()) return std::string(CHART_FILE) + " is missing or holds no charts";
     if (const auto fault = data_file_fault(CHART_FILE))
         return std::string(CHART_FILE) + " is " + *fault;
+    if (names.empty()) return std::string(CHART_FILE) + " holds no charts";
     std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);

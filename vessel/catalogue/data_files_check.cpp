@@ -1,6 +1,6 @@
 #include "catalogue/data_files_check.h"
 
-#include "catalogue/data_folder.h"
+#include "catalogue/data_search.h"
 #include "values/bounded_file.h"
 
 #include <algorithm>
@@ -280,12 +280,34 @@ const KnownFile* find_file(std::string_view name) {
 
 // Why there is nothing to be read.
 Fault absence(const std::filesystem::path& path) {
-    if (auto fault = data_folder_fault(path.parent_path().string())) return fault;
     std::error_code ignored;
     const auto status = std::filesystem::status(path, ignored);
-    if (!std::filesystem::exists(status))
-        return "missing in the data folder " + path.parent_path().string();
+    if (!std::filesystem::exists(status)) return "missing";
     return std::filesystem::is_regular_file(status) ? Fault() : "no regular file";
+}
+
+Fault content_fault(const KnownFile& known, const std::string& path) {
+    std::string bytes;
+    try {
+        bytes = read_regular(path, LARGEST_DATA_FILE);
+    } catch (const std::exception&) {
+        return "not to be read";
+    }
+    if (bytes.size() > LARGEST_DATA_FILE) return "too large for a data file";
+    if (known.text) {
+        if (!is_text(bytes)) return "damaged: it has characters that are no text";
+        for (const std::string_view line : lines_of(bytes)) {
+            if (line.size() > LONGEST_LINE) return "damaged: it has a line without an end";
+        }
+    }
+    return known.check(bytes);
+}
+
+// The fault and where the file was looked for.
+Fault with_place(const Fault& fault) {
+    if (!fault) return fault;
+    const char* gap = *fault == "missing" ? " " : ", ";
+    return *fault + gap + "in the data folder " + described(data_folder());
 }
 
 } // namespace
@@ -293,22 +315,9 @@ Fault absence(const std::filesystem::path& path) {
 std::optional<std::string> data_file_fault(std::string_view name) {
     const KnownFile* known = find_file(name);
     if (known == nullptr) return std::nullopt;
-    const std::filesystem::path path = data_file_path(name);
-    if (const auto fault = absence(path)) return fault;
-    std::string bytes;
-    try {
-        bytes = read_regular(path.string(), LARGEST_DATA_FILE);
-    } catch (const std::exception&) {
-        return "not to be read";
-    }
-    if (bytes.size() > LARGEST_DATA_FILE) return "too large for a data file";
-    if (known->text) {
-        if (!is_text(bytes)) return "damaged: it has characters that are no text";
-        for (const std::string_view line : lines_of(bytes)) {
-            if (line.size() > LONGEST_LINE) return "damaged: it has a line without an end";
-        }
-    }
-    return known->check(bytes);
+    const std::string path = data_file_path(name);
+    const Fault absent = absence(path);
+    return with_place(absent ? absent : content_fault(*known, path));
 }
 
 bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
@@ -316,7 +325,7 @@ bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
 std::vector<std::string> missing_data_files() {
     std::vector<std::string> faults;
     for (const KnownFile& file : KNOWN) {
-        if (const auto fault = absence(data_file_path(file.name)))
+        if (const auto fault = with_place(absence(data_file_path(file.name))))
             faults.push_back(std::string(file.name) + " is " + *fault);
     }
     return faults;

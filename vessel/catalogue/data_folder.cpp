@@ -1,43 +1,22 @@
 #include "catalogue/data_folder.h"
 
 #include "catalogue/data_files_check.h"
+#include "catalogue/data_search.h"
 #include "tarvane/tarvane.h"
 #include "values/bounded_file.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
-
-#ifdef _WIN32
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
 
 namespace tarvane::vessel {
 
 namespace {
 
-std::string chosen; // empty: that of the library
-
-std::string library_file() {
-    const auto routine = reinterpret_cast<const void*>(&RESET_ENGINE);
-#ifdef _WIN32
-    HMODULE module = nullptr;
-    char path[MAX_PATH] = "";
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       static_cast<const char*>(routine), &module);
-    GetModuleFileNameA(module, path, MAX_PATH);
-    return path;
-#else
-    Dl_info library{};
-    return dladdr(routine, &library) != 0 && library.dli_fname != nullptr ? library.dli_fname : "";
-#endif
-}
+// What the engine was given, which has one folder for a whole process.
+std::optional<DataFolder> given;
 
 } // namespace
 
@@ -48,58 +27,55 @@ std::optional<std::string> data_folder_fault(const std::string& folder) {
            " are expected";
 }
 
-void set_data_folder(const std::string& folder) {
-    if (const auto fault = data_folder_fault(folder))
+void set_data_folder(const DataFolder& folder) {
+    const std::string& path = folder.path;
+    if (const auto fault = data_folder_fault(path))
         throw std::runtime_error("the data files are " + *fault);
     std::error_code ignored;
-    if (!folder.empty() && !std::filesystem::is_directory(folder, ignored))
-        throw std::runtime_error("there is no data folder " + folder);
-    chosen = folder;
-    SET_SYSTEM_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
-    SET_MODULE_DIR(folder.data(), static_cast<std::int32_t>(folder.size()));
+    if (!std::filesystem::is_directory(path, ignored))
+        throw std::runtime_error("there is no data folder " + path + " (" + folder.how + ')');
+    given = folder;
+    SET_SYSTEM_DIR(path.data(), static_cast<std::int32_t>(path.size()));
+    SET_MODULE_DIR(path.data(), static_cast<std::int32_t>(path.size()));
 }
 
-std::string data_folder() {
-    if (!chosen.empty()) return chosen;
-    return std::filesystem::path(library_file()).parent_path().string();
+void set_data_folder(const std::string& folder, std::string_view by) {
+    set_data_folder(find_data_folder(folder, by));
+}
+
+const DataFolder& data_folder() {
+    if (!given) set_data_folder(find_data_folder({}, {}));
+    return *given;
+}
+
+std::span<const std::string_view> data_text_files() {
+    static constexpr std::string_view NAMES[] = {"ANSIFlangeDimensions.txt",
+                                                 "BOLTDATA.TXT",
+                                                 "ElastAlp07.txt",
+                                                 "ExtChartData.txt",
+                                                 "PLWXML.TXT",
+                                                 "TableGData.txt",
+                                                 "approximate.txt",
+                                                 "VIII-1_Matls_By_Table.txt"};
+    return NAMES;
 }
 
 std::vector<std::string> data_files() {
     namespace fs = std::filesystem;
-    constexpr std::string_view TEXT_FILES[] = {"ANSIFlangeDimensions.txt",
-                                               "BOLTDATA.TXT",
-                                               "ElastAlp07.txt",
-                                               "ExtChartData.txt",
-                                               "PLWXML.TXT",
-                                               "TableGData.txt",
-                                               "approximate.txt",
-                                               "VIII-1_Matls_By_Table.txt"};
+    const auto texts = data_text_files();
     std::vector<std::string> paths;
     std::error_code none;
-    for (const fs::directory_entry& entry : fs::directory_iterator(data_folder(), none)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(data_folder().path, none)) {
         const fs::path& path = entry.path();
-        if (path.extension() == ".BIN" || std::find(std::begin(TEXT_FILES), std::end(TEXT_FILES),
-                                                    path.filename()) != std::end(TEXT_FILES))
+        if (path.extension() == ".BIN" ||
+            std::find(texts.begin(), texts.end(), path.filename()) != texts.end())
             paths.push_back(path.string());
     }
     return paths;
 }
 
 std::string data_file_path(std::string_view name) {
-    namespace fs = std::filesystem;
-    const fs::path beside = fs::path(data_folder()) / name;
-    if (!chosen.empty() || name == TABLE_G_FILE) return beside.string();
-    const bool either = name == MODULUS_FILE || (name.ends_with(".BIN") && name != "ENMATDATA.BIN");
-    std::error_code ignored;
-    if (either && fs::is_regular_file(beside, ignored)) return beside.string();
-
-    // The user's choice of another folder, else that of the library.
-    const std::int32_t common_documents = 270;
-    char folder[260];
-    GET_SYSTEM_PATH(&common_documents, "TARVANE", 7, "2024", 4, folder, sizeof folder);
-    const std::string_view padded(folder, sizeof folder);
-    const std::string_view given = padded.substr(0, padded.find_last_not_of(' ') + 1);
-    return (given.empty() ? beside : fs::path(given) / name).string();
+    return (std::filesystem::path(data_folder().path) / name).string();
 }
 
 std::vector<Section> read_sections(std::string_view file) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,16 +15,23 @@ namespace tarvane::vessel {
 inline constexpr std::size_t LONGEST_DATA_FOLDER = 234;
 inline constexpr std::size_t LARGEST_DATA_FILE = 64 * 1024 * 1024;
 
-// Folder of the data files in place of the library's own; empty: the library's own again. Throws
-// std::runtime_error for a folder that is not there or whose path is too long.
-void set_data_folder(const std::string& folder);
-// The folder that was set, else that of the library.
-std::string data_folder();
+struct DataFolder {
+    std::string path;
+    std::string how; // it was found: "named by --data", "found beside the library"
+};
+// Gives the engine a folder. Throws std::runtime_error for one that is not there or whose path is too long.
+void set_data_folder(const DataFolder& folder);
+// The folder that `by` names, a call or an option; without one the folder that is found.
+void set_data_folder(const std::string& folder, std::string_view by = "the call");
+// The folder that was set, else the one that is found.
+const DataFolder& data_folder();
 // Where the engine looks for a data file.
 std::string data_file_path(std::string_view name);
 // What keeps a folder from being one of data files: "..., which is too long".
 std::optional<std::string> data_folder_fault(const std::string& folder);
 
+// Names of the data files that are texts.
+std::span<const std::string_view> data_text_files();
 // Paths of the data files in the folder.
 std::vector<std::string> data_files();
 

@@ -39,7 +39,7 @@ std::string text_at(const char* record, std::size_t place, std::size_t width) {
 // The keys of the file, which the engine reads records by.
 std::vector<std::int32_t> keys() {
     std::vector<std::int32_t> list;
-    const std::filesystem::path path = std::filesystem::path(data_folder()) / FILE_NAME;
+    const std::filesystem::path path = data_file_path(FILE_NAME);
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) return list;
     std::ifstream file(path, std::ios::binary);

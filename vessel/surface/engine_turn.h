@@ -1,9 +1,10 @@
 // The one engine of the process, for one caller at a time.
 #pragma once
 
+#include "catalogue/data_folder.h"
+
 #include <mutex>
 #include <stdexcept>
-#include <string>
 
 namespace tarvane::vessel {
 
@@ -15,13 +16,10 @@ struct NoData : std::runtime_error {
 // While it lives the engine is its caller's, as at load, and reads the files of the folder. Throws NoData.
 class EngineTurn {
   public:
-    explicit EngineTurn(const std::string& data_folder);
+    explicit EngineTurn(const DataFolder& data_folder);
 
   private:
     std::lock_guard<std::mutex> lock;
 };
-
-// The folder that the library finds by itself. Nobody may have the turn.
-std::string found_data_folder();
 
 } // namespace tarvane::vessel

@@ -295,7 +295,7 @@ class RowFaults {
 
 SweepEnd sweep(Value request, std::span<const std::string> inputs,
                std::span<const std::string> outputs, const SweepArrays& arrays,
-               std::optional<EngineTurn>& turn, const std::string& data_folder) {
+               std::optional<EngineTurn>& turn, const DataFolder& data_folder) {
     SweepEnd end;
     const auto refuse = [&end](std::string path, std::string reason) {
         end.refused.push_back({.message = std::move(reason), .path = std::move(path)});

@@ -32,6 +32,6 @@ struct SweepEnd {
 // `turn` is given up now and then, and taken again, so that others have theirs.
 SweepEnd sweep(Value request, std::span<const std::string> inputs,
                std::span<const std::string> outputs, const SweepArrays& arrays,
-               std::optional<EngineTurn>& turn, const std::string& data_folder);
+               std::optional<EngineTurn>& turn, const DataFolder& data_folder);
 
 } // namespace tarvane::vessel

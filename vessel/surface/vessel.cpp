@@ -2,6 +2,7 @@
 #include "tarvane/vessel.h"
 
 #include "catalogue/data_files_check.h"
+#include "catalogue/data_search.h"
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/reader.h"
@@ -21,7 +22,7 @@
 using namespace tarvane::vessel;
 
 struct TARVANE_VESSEL {
-    std::string data_folder;  // a whole path, whatever becomes of the working directory
+    DataFolder data_folder;   // by a whole path, whatever becomes of the working directory
     mutable std::mutex texts; // the following ones are changed and looked at by many threads
     std::string result, schema, error;
     const char* last_error = "[]";
@@ -233,7 +234,7 @@ Ended described(const char* what, std::string& into) {
 }
 
 // Files of the folder that are missing, with NO_DATA; the engine is free.
-Ended look_into(const std::string& folder) {
+Ended look_into(const DataFolder& folder) {
     const EngineTurn turn(folder);
     Ended end;
     for (const std::string& fault : missing_data_files())
@@ -249,9 +250,10 @@ Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
                   .path = "abi",
                   .value = std::to_string(abi)}}};
     auto vessel = std::make_unique<TARVANE_VESSEL>();
-    const bool given = data_folder != nullptr && *data_folder != '\0';
     vessel->data_folder =
-        given ? std::filesystem::absolute(data_folder).string() : found_data_folder();
+        find_data_folder(data_folder != nullptr ? data_folder : "", "tarvane_open");
+    std::string& path = vessel->data_folder.path;
+    path = std::filesystem::absolute(path).string();
     const Ended end = guarded([&] { return look_into(vessel->data_folder); });
     if (end.status != TARVANE_OK) put_error(*vessel, end.faults);
     if (end.status == TARVANE_OK || end.status == TARVANE_NO_DATA) into = vessel.release();

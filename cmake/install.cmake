@@ -1,0 +1,58 @@
+# cmake --install: libraries, programs, headers, data files, documents; found by find_package(tarvane) and by
+# pkg-config, in a prefix that may be moved.
+include(CMakePackageConfigHelpers)
+
+set(TARVANE_LIBRARIES tarvane)
+if(TARGET tarvane_vessel)
+    list(APPEND TARVANE_LIBRARIES tarvane_vessel)
+endif()
+foreach(library ${TARVANE_LIBRARIES})
+    set_target_properties(${library} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>;$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+endforeach()
+install(TARGETS ${TARVANE_LIBRARIES} EXPORT tarvaneTargets)
+if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Of the 32-bit DLL in place of the linker's own, which knows the plain names alone.
+    install(FILES ${PROJECT_BINARY_DIR}/bin/libtarvane.a DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
+if(TARVANE_APP)
+    install(TARGETS tarvane_cli)
+endif()
+if(TARVANE_VESSEL)
+    install(TARGETS tarvane_data_builder)
+    install(FILES ${TARVANE_DATA} ${TARVANE_BUILT_FILES} ${TARVANE_DATA_FOLDER}/data_version.txt
+            DESTINATION ${TARVANE_INSTALL_DATA})
+endif()
+
+install(DIRECTORY include/tarvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+# A Fortran module is the compiler's own form: hosts compile it from its source.
+install(DIRECTORY fortran/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
+install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON}
+        FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
+install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# ---- find_package --------------------------------------------------------------------------------------
+set(TARVANE_INSTALL_CMAKE ${CMAKE_INSTALL_LIBDIR}/cmake/tarvane)
+set(TARVANE_CONFIG ${PROJECT_BINARY_DIR}/cmake/tarvaneConfig.cmake)
+set(TARVANE_CONFIG_VERSION ${PROJECT_BINARY_DIR}/cmake/tarvaneConfigVersion.cmake)
+set(TARVANE_FORTRAN ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
+configure_package_config_file(cmake/tarvaneConfig.cmake.in ${TARVANE_CONFIG}
+    INSTALL_DESTINATION ${TARVANE_INSTALL_CMAKE}
+    PATH_VARS TARVANE_INSTALL_DATA TARVANE_FORTRAN)
+write_basic_package_version_file(${TARVANE_CONFIG_VERSION} COMPATIBILITY SameMajorVersion)
+install(FILES ${TARVANE_CONFIG} ${TARVANE_CONFIG_VERSION} DESTINATION ${TARVANE_INSTALL_CMAKE})
+install(EXPORT tarvaneTargets NAMESPACE tarvane:: DESTINATION ${TARVANE_INSTALL_CMAKE})
+
+# ---- pkg-config ----------------------------------------------------------------------------------------
+set(TARVANE_INSTALL_PKGCONFIG ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+tarvane_way(${TARVANE_INSTALL_PKGCONFIG} . TARVANE_PREFIX_FROM_PKGCONFIG)
+tarvane_way(. ${CMAKE_INSTALL_LIBDIR} TARVANE_LIBDIR)
+tarvane_way(. ${CMAKE_INSTALL_INCLUDEDIR} TARVANE_INCLUDEDIR)
+tarvane_way(. ${TARVANE_INSTALL_DATA} TARVANE_DATADIR)
+foreach(library ${TARVANE_LIBRARIES})
+    string(REPLACE _ - name ${library})
+    configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/cmake/${name}.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/cmake/${name}.pc DESTINATION ${TARVANE_INSTALL_PKGCONFIG})
+endforeach()
