@@ -1,10 +1,9 @@
-"""The arguments of each exported routine stand in one order: in the header, in the engine's definitions, in
-the Fortran interfaces and in the calls of the Python package. Types alone would not tell two REALs apart.
+"""The arguments of each exported routine stand in one order: in the header, in the engine's definitions and in
+the Fortran interfaces. Types alone would not tell two REALs apart.
 
     argument_order_test.py REPOSITORY
 """
 
-import ast
 import re
 import sys
 from pathlib import Path
@@ -16,14 +15,6 @@ LONG_COMMENT = re.compile(r"/\*.*?\*/", re.S)
 FORTRAN_NAMES = {("SHLINT", "C"): "cf", ("SHLINT", "d2"): "dd2",
                  ("SHELL_REPORT", "C"): "cf", ("SHELL_REPORT", "d2"): "dd2",
                  ("COMPUTE_FAILURE_CA_DIV1", "C"): "cf", ("COMPUTE_FAILURE_CA_DIV1", "d2"): "dd2"}  # fmt: skip
-
-# What an argument is called in the Python package.
-PYTHON_NAMES = {"k": {"k_or_tk"}, "temp": {"T"}, "fail_ca_k": {"fail_ca_knuckle"}, "joint_e": {"E"},
-                "standard_flange": {"standard"}, "p_operating": {"record"}, "table": {"_services"},
-                "div2_edition": {"older_division_2"}, "write_case": {"external"}, "chart": {"name"},
-                "path": {"folder"}}  # fmt: skip
-for opening in ("d1", "d2", "edge1", "edge2", "pitch", "opening_material"):
-    PYTHON_NAMES[opening] = {"no_opening"}
 
 failures = []
 
@@ -82,24 +73,6 @@ def intent(kind):
     return "intent(in)" if kind.startswith("const") or kind == "void*const*" else "intent(inout)"
 
 
-def python_calls():
-    """Routine and arguments, each by the words of its expression."""
-    for file in sorted((ROOT / "python/tarvane").glob("*.py")):
-        for node in ast.walk(ast.parse(file.read_text(encoding="utf-8"))):
-            if not (isinstance(node, ast.Call) and getattr(node.func, "attr", "") == "call"):
-                continue
-            given = []
-            for argument in node.args[1:]:
-                words = {getattr(part, "id", None) or getattr(part, "attr", None) or
-                         getattr(part, "value", None) for part in ast.walk(argument)
-                         if isinstance(part, (ast.Name, ast.Attribute, ast.Constant))}  # fmt: skip
-                literal = isinstance(argument, (ast.Constant, ast.UnaryOp))
-                starred = isinstance(argument, ast.Starred)
-                given += [(literal, words)] * (6 if starred else 1)
-            if isinstance(node.args[0], ast.Constant):
-                yield node.args[0].value, given
-
-
 header = routines(sorted((ROOT / "include/tarvane").glob("*.h")), ";")
 engine = routines(sorted((ROOT / "engine/frame/exports").glob("*.cpp")), r"\{", keep_comments=True)
 fortran = fortran_interfaces()
@@ -122,16 +95,7 @@ for name in listed:
         check(word == wanted, name, argument, "is", word, "in Fortran")
         check(intent(kind) in attributes or "void" in kind, name, argument, "is", attributes, "in Fortran")
 
-calls = list(python_calls())
-check({"SHLINT", "FLANGE_CALC", "COMPUTE_FAILURE_CA_DIV1"} <= {name for name, _ in calls}, "Python calls")
-for name, given in calls:
-    wanted = [argument for _, argument in header[name] if not argument.endswith("_len")]
-    check(len(given) == len(wanted), name, len(given), "arguments in Python")
-    for argument, (literal, words) in zip(wanted, given):
-        known = {argument} | PYTHON_NAMES.get(argument, set())
-        check(literal or known & words, name, argument, "is", words, "in Python")
-
 for failure in failures:
     print(failure, file=sys.stderr)
-print(f"{len(listed)} routines, {len(calls)} calls of the Python package")
+print(f"{len(listed)} routines")
 sys.exit(bool(failures))
