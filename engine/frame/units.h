@@ -29,7 +29,8 @@ struct UNIT_CONSTANTS {
     Text<3> force_label = "lbf";
     Text<6> moment_label = "ft-lbs";
     Text<6> area_label = "in\xB2";
-    Text<5> temperature_label = "\xB0" "F";
+    Text<5> temperature_label = "\xB0"
+                                "F";
     Text<3> weight_label = "lbm";
 };
 

@@ -16,7 +16,7 @@ Int open_for_update(std::string_view path);        // created or as it is
 Int read_bytes(Int handle, char* into, Int count); // bytes read, 0 at the end, -1 on an error
 bool write_bytes(Int handle, const char* from, Int count);
 bool seek_to(Int handle, Int offset); // from the start of the file
-bool close_handle(Int handle); // false when something written before is lost
+bool close_handle(Int handle);        // false when something written before is lost
 void delete_and_close(Int handle);
 bool file_exists(std::string_view path); // a folder, a pipe or a device is no file
 

@@ -160,9 +160,10 @@ typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
 ** Returns as tarvane_calculate. TARVANE_OK also when rows have faults or progress ended the sweep. A request that
 ** is at fault whatever the inputs, and a name that there is not, are faults of the call, and nothing is calculated.
 */
-TARVANE_VESSEL_API int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* request, const char* const* inputs,
-                                         const char* const* outputs, int64_t rows, const double* x, double* y,
-                                         int32_t* fault, TARVANE_PROGRESS progress, void* user, int64_t* done);
+TARVANE_VESSEL_API int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* request,
+                                         const char* const* inputs, const char* const* outputs,
+                                         int64_t rows, const double* x, double* y, int32_t* fault,
+                                         TARVANE_PROGRESS progress, void* user, int64_t* done);
 
 #ifdef __cplusplus
 }

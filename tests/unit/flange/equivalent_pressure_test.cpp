@@ -97,7 +97,8 @@ TEST_F(EquivalentPressure, LinesShowPressureUnits) {
 
 TEST_F(EquivalentPressure, LinesHaveNoMarks) {
     value(-1.0f, 0.0f, 20.0f, 100.0f);
-    for (Int k = 1; k <= LINE_COUNT; ++k) EXPECT_EQ(stored_marks(k), " 0 0 0 0 0 0") << k;
+    for (Int k = 1; k <= LINE_COUNT; ++k)
+        EXPECT_EQ(stored_marks(k), " 0 0 0 0 0 0") << k;
 }
 
 TEST_F(EquivalentPressure, SilentPassHasTheSameResult) {

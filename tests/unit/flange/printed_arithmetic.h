@@ -62,7 +62,8 @@ class PrintedFormula {
     std::size_t at = 0;
 
     void skip() {
-        while (at < text.size() && text[at] == ' ') ++at;
+        while (at < text.size() && text[at] == ' ')
+            ++at;
     }
     bool accept(std::string_view token) {
         skip();
@@ -133,7 +134,8 @@ class PrintedFormula {
             skip();
             result = printed_number(text, at);
         }
-        while (accept("\xB2") || accept("^(2)")) result = times(result, result);
+        while (accept("\xB2") || accept("^(2)"))
+            result = times(result, result);
         return result;
     }
 

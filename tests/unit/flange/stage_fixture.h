@@ -15,7 +15,8 @@ using Lines = std::vector<std::string>;
 
 inline std::string joined(const Lines& lines) {
     std::string text;
-    for (const std::string& line : lines) text += line + "\n";
+    for (const std::string& line : lines)
+        text += line + "\n";
     return text;
 }
 
@@ -70,7 +71,8 @@ class StageTest : public report_test::ReportTest {
             if (!lines[i].ends_with("]:")) continue;
             std::string formula;
             std::size_t at = i + 2;
-            while (at < lines.size() && !has_unit(lines[at])) formula += lines[at++];
+            while (at < lines.size() && !has_unit(lines[at]))
+                formula += lines[at++];
             if (formula.empty() || at == lines.size()) continue;
             SCOPED_TRACE(lines[i] + "\n" + formula + "\n" + lines[at]);
             if (formula.find('@') != std::string::npos) continue; // more than six placeholders
