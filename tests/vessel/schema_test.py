@@ -1,12 +1,14 @@
 """The schemas of the vessel library hold every example and golden input and their results; the report lines of a
-result are those of the golden report, and what is found without a report is what is found with one.
+result are those of the golden report, what is found without a report is what is found with one, and the program
+comes to the same verdict.
 
-    schema_test.py LIBRARY SOURCE
+    schema_test.py LIBRARY PROGRAM SOURCE
 """
 
 import copy
 import ctypes
 import json
+import subprocess
 import sys
 from pathlib import Path
 
@@ -66,7 +68,7 @@ def without_report(result):
     return result
 
 
-def check_file(path, vessel, accepts, accepts_result):
+def check_file(path, vessel, program, accepts, accepts_result):
     request = tomllib.loads(path.read_text(encoding="utf-8"))
     for fault in accepts.iter_errors(request):
         yield f"the schema refuses {fault.json_path}: {fault.message}"
@@ -78,6 +80,9 @@ def check_file(path, vessel, accepts, accepts_result):
         yield f"the schema refuses of the result {fault.json_path}: {fault.message}"
     if vessel.calculate(request, RESULTS | REPORT | DRAWINGS)[1] != result:
         yield "another result the second time"
+    ended = subprocess.run([program, "run", path], capture_output=True, check=False).returncode
+    if (ended == 0) != (result["verdict"] == "pass"):
+        yield f"the verdict {result['verdict']!r}, but status {ended} of the program"
     silent = vessel.calculate(request, RESULTS | DRAWINGS)[1]
     if without_report(silent) != without_report(result):
         yield "another result without a report"
@@ -117,7 +122,7 @@ def spoilt(request):
 
 
 def main():
-    library, source = sys.argv[1], Path(sys.argv[2])
+    library, program, source = sys.argv[1], sys.argv[2], Path(sys.argv[3])
     vessel = Vessel(library)
     schemas = {what: vessel.schema(what) for what in ("input", "result")}
     for schema in schemas.values():
@@ -128,7 +133,7 @@ def main():
     if len(files) < 80:
         faults.append(f"only {len(files)} input files")
     for path in files:
-        faults += [f"{path.name}: {fault}" for fault in check_file(path, vessel, accepts, accepts_result)]
+        faults += [f"{path.name}: {fault}" for fault in check_file(path, vessel, program, accepts, accepts_result)]
     example = tomllib.loads((source / "examples/weld_neck_nps12.toml").read_text(encoding="utf-8"))
     for request in spoilt(example):
         if accepts.is_valid(request):

@@ -27,12 +27,15 @@ Calculation calculate(const Request& request) {
 }
 
 std::string_view verdict_of(const Verdict& verdict, const Checks& checks) {
-    const auto any = [&](State state) {
-        return std::any_of(checks.begin(), checks.end(),
-                           [state](const Check& check) { return check.state() == state; });
+    const auto blocked_by = [&](State state) {
+        return std::any_of(checks.begin(), checks.end(), [state](const Check& check) {
+            return check.blocks() && check.state() == state;
+        });
     };
-    if (verdict.status == Status::fails || any(State::fail)) return FAIL;
-    return verdict.status != Status::fine || any(State::not_made) ? NOT_MADE : PASS;
+    if (blocked_by(State::fail)) return FAIL;
+    if (blocked_by(State::not_made)) return NOT_MADE;
+    if (verdict.status == Status::fine) return PASS;
+    return verdict.status == Status::fails ? FAIL : NOT_MADE;
 }
 
 std::string path_of(const Element& element) {

@@ -57,33 +57,58 @@ struct Key {
     std::string_view argument = {};       // of the engine that a setting goes to: "SHLINT Sa"
 
     // ---- words of a row ----
-    constexpr Key label(std::string_view words) const { return with(&Key::few_words, words); }
-    constexpr Key of(std::span<const Choice> names) const { return with(&Key::choices, names); }
-    constexpr Key up_to(int characters) const { return with(&Key::width, characters); }
-    constexpr Key otherwise(double value) const { return with(&Key::fallback, value); }
-    constexpr Key shows(int digits) const { return with(&Key::decimals, std::optional(digits)); }
-    constexpr Key to(std::string_view where) const { return with(&Key::argument, where); }
-    constexpr Key needs(Condition when = {}) const {
-        return with(&Key::needed, std::optional(when));
+    constexpr Key label(std::string_view words) const {
+        Key copy = *this;
+        copy.few_words = words;
+        return copy;
     }
-    constexpr Key reads(Condition when) const { return with(&Key::read, when); }
+    constexpr Key of(std::span<const Choice> names) const {
+        Key copy = *this;
+        copy.choices = names;
+        return copy;
+    }
+    constexpr Key up_to(int characters) const {
+        Key copy = *this;
+        copy.width = characters;
+        return copy;
+    }
+    constexpr Key otherwise(double value) const {
+        Key copy = *this;
+        copy.fallback = value;
+        return copy;
+    }
+    constexpr Key shows(int digits) const {
+        Key copy = *this;
+        copy.decimals = digits;
+        return copy;
+    }
+    constexpr Key to(std::string_view where) const {
+        Key copy = *this;
+        copy.argument = where;
+        return copy;
+    }
+    constexpr Key needs(Condition when = {}) const {
+        Key copy = *this;
+        copy.needed = when;
+        return copy;
+    }
+    constexpr Key reads(Condition when) const {
+        Key copy = *this;
+        copy.read = when;
+        return copy;
+    }
     // Given, it switches a flag on that the file leaves open; it is read with the flag on only.
     constexpr Key opens(std::string_view flag, Condition also = {}) const {
-        return with(&Key::group, flag).with(&Key::read, also.and_also(on(flag)));
+        Key copy = *this;
+        copy.group = flag;
+        copy.read = also.and_also(on(flag));
+        return copy;
     }
 
     // "Design pressure", the few words of a line of a form.
     std::string label() const;
     // Where the engine takes it: "record 4", "text 30", an argument; empty: the library uses it itself.
     std::string engine() const;
-
-  private:
-    template <class Member, class Value>
-    constexpr Key with(Member Key::*member, Value value) const {
-        Key copy = *this;
-        copy.*member = value;
-        return copy;
-    }
 };
 
 // A key that users of other notations type for one of ours: "go" for g0, "e" for t. A message names ours.
