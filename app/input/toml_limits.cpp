@@ -143,7 +143,7 @@ class Walk {
         } else if (c == '=' && !in_header) {
             ++at;
             in_key = false;
-        } else if (c == '[' && open.empty() && !has_key) {
+        } else if (c == '[' && open.empty() && !has_key && !in_header) {
             ++at;
             if (at < text.size() && here() == '[') ++at;
             in_header = true;

@@ -31,6 +31,13 @@ bool is_within_limits(const std::string& toml) { return !check_limits(toml); }
 const std::string TOO_MANY_PARTS = "a key of at most 10 parts is expected";
 const std::string TOO_LONG = "a key of at most 100 characters is expected";
 
+// The parser would trip over its own assertion.
+TEST(InputLimits, BracketsOfAHeader) {
+    EXPECT_TRUE(is_within_limits("[[a]]\n"));
+    for (const char* const text : {"[[[", "[[[a]]]\n", "[ [a]\n"})
+        EXPECT_EQ(only_fault(text), R"(f:1: "[" cannot stand in a key)") << text;
+}
+
 TEST(InputLimits, PartsOfAKey) {
     const std::string ten = "a" + repeated(".a", 9);
     for (const std::string form : {"%", "[%]", "[[%]]", "b = { % = 1 }", "b = { c = 1, % = 1 }"}) {

@@ -20,7 +20,7 @@ fs::path data_folder() {
 
 Ground::Ground()
     : scratch(fs::temp_directory_path() / ("tarvane_fuzz." + std::to_string(getpid()))),
-      its_folders(data_folder(), scratch), at_load(library, sizeof(TARVANE_SHELL_RESULTS)) {
+      its_folders(data_folder(), scratch), at_load(library, same::result_bytes(library)) {
     its_folders.damage({1, 0});
 }
 
