@@ -86,6 +86,20 @@ TEST(Numbers, ComeBackAsTheyWereGiven) {
     }
 }
 
+TEST(Numbers, WithUnitsOfTheirOwnComeBackInThoseOfTheRequest) {
+    const Handle handle;
+    const Answer answer =
+        handle.calculate(request_of(flange_json(R"(, "ce": "1/2 mm", "rating": "30 bar")")));
+    ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+    EXPECT_EQ(text_at(answer.result, "flange[0].inputs.ce.given"), "1/2 mm");
+    EXPECT_EQ(text_at(answer.result, "flange[0].inputs.ce.from"), "file");
+    EXPECT_EQ(bits(static_cast<float>(*at(answer.result, "flange[0].inputs.ce.value").number())),
+              bits(0.5f / 25.4f));
+    EXPECT_EQ(
+        bits(static_cast<float>(*at(answer.result, "flange[0].inputs.rating.value").number())),
+        bits(30.0f / 0.0689475729f));
+}
+
 TEST(Numbers, AreWrittenShortest) {
     const auto written = [](float value) {
         JsonWriter json;

@@ -110,6 +110,7 @@ def spoilt(request):
     yield change(["flange", 0, "no_such_key"], 1)
     yield change(["no_such_key"], 1)
     yield change(["flange", 0, "P"], [155])
+    yield change(["flange", 0, "P"], "ten")
     yield change(["flange", 0, "rigidity"], 1)
     yield change(["flange", 0, "type"], "weld nose")
     yield change(["flange", 0, "n"], 12.5)

@@ -1,6 +1,8 @@
 #include "components/read_value.h"
 
+#include "catalogue/value_units.h"
 #include "document/results.h"
+#include "values/number_text.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -36,6 +38,60 @@ Taken<float> take_choice(const Value& value, const Key& key, const UnitSystem& u
                      std::to_string(high->number));
 }
 
+// A number in the unit that it brings along; in that of the request where it brings none.
+struct Measured {
+    double number;
+    const ValueUnit* unit;
+
+    float in_engine_units(Quantity quantity, const UnitSystem& units) const {
+        const auto single = static_cast<float>(number);
+        return unit != nullptr ? unit->to_engine(single, quantity)
+                               : units.to_engine(single, quantity);
+    }
+};
+
+std::string with_units(Quantity quantity) {
+    const std::string_view words = quantity_words(quantity);
+    if (words.empty()) return "a number without a unit";
+    return std::string(words) + " in one of " + value_unit_names(quantity);
+}
+
+Taken<Measured> measure_text(const std::string& text, const Value& value, const Key& key,
+                             const UnitSystem& units) {
+    if (key.quantity == Quantity::pressure && folded(text) == folded(FULL_VACUUM)) {
+        if (takes_vacuum(key))
+            return {Measured{FULL_VACUUM_PRESSURE, find_value_unit("psi", Quantity::pressure)}, {}};
+        return {std::nullopt,
+                not_expected(value, expected(key, units),
+                             std::string(key.meaning) + "; full vacuum is a P_external")};
+    }
+    const NumberReading reading = read_number_text(text);
+    if (!reading.number) {
+        std::string fault = not_expected(value, expected(key, units), key.meaning);
+        if (!reading.hint.empty()) fault += "; " + reading.hint;
+        return {std::nullopt, std::move(fault)};
+    }
+    const auto& [number, name] = *reading.number;
+    if (name.empty()) return {Measured{number, nullptr}, {}};
+    if (const ValueUnit* unit = find_value_unit(name, key.quantity))
+        return {Measured{number, unit}, {}};
+    const ValueUnit* other = find_value_unit(name);
+    std::string fault = not_expected(value, with_units(key.quantity), key.meaning);
+    if (other != nullptr)
+        fault +=
+            "; " + std::string(name) + " is a unit of " + std::string(quantity_words(other->of));
+    else
+        fault += unknown_unit(name, key.quantity);
+    return {std::nullopt, std::move(fault)};
+}
+
+Taken<Measured> measure(const Value& value, const Key& key, const UnitSystem& units) {
+    if (const std::string* text = value.text()) return measure_text(*text, value, key, units);
+    if (const std::optional<double> number = value.number())
+        return {Measured{*number, nullptr}, {}};
+    return {std::nullopt, not_expected(value, expected(key, units), key.meaning)};
+}
+
 // 150, 0.5: a number as a text.
 std::optional<std::string> designation(const Value& value) {
     const std::optional<double> number = value.number();
@@ -53,6 +109,8 @@ std::string not_expected(const Value& value, const std::string& wanted, std::str
     return message;
 }
 
+bool takes_vacuum(const Key& key) { return key.name == "P_external"; }
+
 bool is_text(const Key& key) {
     return key.quantity == Quantity::text || key.quantity == Quantity::designation;
 }
@@ -64,12 +122,16 @@ Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& u
         if (const bool* flag = value.flag()) return {*flag ? 1.0f : 0.0f, {}};
         return wrong(value, key, wanted);
     }
-    const std::optional<double> number = value.number();
-    if (!number) return wrong(value, key, wanted);
+    Taken<Measured> measured = measure(value, key, units);
+    if (!measured.value) return {std::nullopt, std::move(measured.fault)};
+    const double number = measured.value->number;
     if (key.quantity == Quantity::whole &&
-        (*number != std::floor(*number) || std::fabs(*number) > LARGEST_WHOLE))
+        (number != std::floor(number) || std::fabs(number) > LARGEST_WHOLE))
         return wrong(value, key, wanted);
-    const float single = units.to_engine(static_cast<float>(*number), key.quantity);
+    const ValueUnit* unit = measured.value->unit;
+    if (unit != nullptr && unit->of == ValueUnit::Of::absolute_pressure && number < 0.0)
+        return wrong(value, key, "an absolute pressure that is not below 0");
+    const float single = measured.value->in_engine_units(key.quantity, units);
     if (!std::isfinite(single)) return wrong(value, key, wanted);
     if (key.quantity == Quantity::temperature && below_absolute_zero(single)) {
         return wrong(value, key,

@@ -2,6 +2,7 @@
 
 #include "components/element.h"
 #include "components/read_units.h"
+#include "components/read_value.h"
 #include "values/json.h"
 #include "values/text.h"
 
@@ -15,6 +16,9 @@ namespace tarvane::vessel {
 
 namespace {
 
+// A number with a unit of its own, perhaps, and that or a vacuum.
+constexpr std::string_view NUMBER_TEXT = "^\\s*[-+]?\\.?[0-9]",
+                           PRESSURE_TEXT = "^\\s*[-+]?\\.?[0-9]|^full vacuum$";
 constexpr std::string_view DRAFT = "https://json-schema.org/draft/2020-12/schema";
 
 // A schema as a text, built of others.
@@ -134,7 +138,8 @@ std::string key_schema(const Key& key) {
         json.key("enum").raw(list_of(choice_values(key)));
         break;
     case Quantity::whole:
-        json.key("type").text("integer");
+        json.key("type").begin_list().text("integer").text("string").end_list();
+        json.key("pattern").text(NUMBER_TEXT);
         break;
     case Quantity::text:
         json.key("type").text("string").key("maxLength").whole(key.width);
@@ -143,7 +148,8 @@ std::string key_schema(const Key& key) {
         json.key("type").begin_list().text("string").text("number").end_list();
         break;
     default:
-        json.key("type").text("number");
+        json.key("type").begin_list().text("number").text("string").end_list();
+        json.key("pattern").text(takes_vacuum(key) ? PRESSURE_TEXT : NUMBER_TEXT);
     }
     json.end_object();
     return json.take();
