@@ -32,13 +32,13 @@ constexpr Int LABEL_WIDTH = 40;
 constexpr Int WIDTH = 10;
 constexpr Int DECIMALS = 3;
 
-// Flange types that the checks tell apart.
+// Flange types that the checks distinguish.
 constexpr Int INTEGRAL_RING = 3;
 constexpr Int LOOSE_RING = 5;
 constexpr Int BLIND = 7;
 constexpr Int REVERSE = 8;
 
-// cF as TEMA, PD 5500 and EN 13445 have it.
+// cF by TEMA, PD 5500 and EN 13445.
 void REPORT_TEMA_FACTOR(const BOLT_SPACING_CALL& call, Real cfDen) {
     const Real Deltab = call.Deltab;
     HEADING("Bolt Spacing Correction Factor per TEMA, PD:5500 or EN-13445 [cF]:");
@@ -54,8 +54,8 @@ void REPORT_TEMA_FACTOR(const BOLT_SPACING_CALL& call, Real cfDen) {
     NUMBER_LINE(" = @4 ", {as_thickness(Deltab)}, 1, unit_label(Kind::thickness));
 }
 
-// Bsmax, Bs and Bsc: Appendix 2, 2-5(d) and 2-6, or Table 4.16.11. The multiplier has 2a + t below
-// its root, the largest spacing the form with m.
+// Bsmax, Bs and Bsc: Appendix 2, 2-5(d) and 2-6, or Table 4.16.11. The multiplier has 2a + t under
+// its root, the largest spacing has the form with m.
 void REPORT_ASME_SPACING(const BOLT_SPACING_CALL& call) {
     const Real Deltab = call.Deltab, BsMax = call.BsMax;
     const bool division_2 = call.code == ASME_VIII_2;
@@ -163,7 +163,7 @@ void AREA_ROW(const BOLT_LIMITS& limits) {
         row.write(PLAIN);
 }
 
-// In place of the area row.
+// Replaces the row of the area.
 void TOTAL_AREA_LINE(Real Ab) {
     LinePieces line;
     line.text("Total Area of Bolts                          ").blanks(5);

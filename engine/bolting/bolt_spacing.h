@@ -41,8 +41,8 @@ struct BOLT_LIMITS {
 };
 void BOLT_LIMITS_TABLE(const BOLT_LIMITS& limits);
 
-// Quiet switches of the limits table, 0 unless a form of the host's own sets them: no area row and
-// no hub row, no distance rows at all.
+// Hide rows of the limits table, 0 unless a form of the host's own sets them: the rows of area and
+// hub; all rows of distances.
 extern Int QUIET_BOLT_AREA, QUIET_BOLT_DISTANCES;
 
 } // namespace tarvane

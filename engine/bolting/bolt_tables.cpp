@@ -40,12 +40,12 @@ struct BOLT_TABLE {
     Real square_inches(Real area) const { return metric() ? area / MM2 : area; }
 };
 
-// Lines and tables count from their loading until RESET_BOLTING. What is in them then is still of use
-// when the file is the same at the next loading.
+// Lines and tables are used from their loading until RESET_BOLTING. What is in them then is used
+// again if the file is the same at the next loading.
 char file_lines[FILE_LINES][LINE_WIDTH];
 Int file_line_count = 0;
 bool file_loaded = false;
-KEPT_FILE kept_file; // that the lines are of
+KEPT_FILE kept_file; // the file that the lines were read from
 
 BOLT_TABLE tables[SERIES];
 bool tables_filled = false;
@@ -75,7 +75,7 @@ class SectionRows {
             if (equal_padded(left_justified(file_line(index++)), name)) return;
     }
 
-    // Columns that the next row doesn't have stay. False at the end of the section.
+    // Columns that the next row doesn't have keep their values. False at the end of the section.
     bool next(Real* row) {
         while (index < file_line_count) {
             const std::string_view line = file_line(index++);
@@ -265,7 +265,7 @@ BOLT_ROW BOLT_SIZE_FOR_AREA(Int series, Real area, Int type) {
     return row;
 }
 
-// What is kept of the file stays: the next loading sees whether it still is that of the file.
+// The content of the file stays: the next loading checks that it is still that of the file.
 void RESET_BOLTING() {
     file_loaded = false;
     tables_filled = false;

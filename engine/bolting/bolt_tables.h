@@ -20,7 +20,7 @@ enum BoltSeries : Int {
     USER_TABLE = 8,
 };
 
-// What a row of a thread series says, in inches and square inches.
+// One row of a thread series, in inches and square inches.
 struct BOLT_ROW {
     Real boltDia = 0.0f;
     Real rootArea = 0.0f;   // of one bolt
@@ -41,7 +41,7 @@ void LOAD_BOLT_TABLES(Int force);
 // The rows of a section as the file has them, units row first, in the file's own units.
 //   diameters: array of 27 reals; rows: array of 27 times 9 reals, row after row
 void BOLTHELPER(Int series, Real* diameters, Real* rows, Int& count);
-// The first row of a section whose diameter lies within 0.001 of `dia`, in the file's own units.
+// The first row of a section whose diameter is within 0.001 of `dia`, in the file's own units.
 //   row: array of 9 reals, the last row read when none is found
 void GETBOLTDATA(Real dia, Int series, Real* row, Int& found);
 

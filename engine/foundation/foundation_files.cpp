@@ -18,7 +18,7 @@ constexpr Int TEMPLATE_WIDTH = 120;
 
 // ---- values ------------------------------------------------------------------------------------
 
-// Text of a value: a text of a record as it stands, or a real with three decimals.
+// Text of a value: a text of a record as it is, or a real with three decimals.
 class VALUE {
   public:
     VALUE(std::string_view record_text) : text(trimmed(record_text)) {} // NOLINT
@@ -55,7 +55,7 @@ class OUTPUT_FILE {
     void line(std::string_view text) { put(text).put("\n"); }
     void key(std::string_view name, const VALUE& value) { put(name).put("=").line(value.view()); }
 
-    // Text of an element: what XML reads as its own is spelled out.
+    // Text of an element, with XML's own characters escaped.
     void put_escaped(std::string_view text) {
         for (const char& c : text) {
             if (c == '&')
@@ -79,10 +79,10 @@ class OUTPUT_FILE {
 struct TAG {
     std::string_view text;
     VALUE value;
-    std::string_view closing = {}; // the value stands before it
+    std::string_view closing = {}; // the value goes before it
 };
 
-// Replaces the value of a tag that stands at `at` in the line.
+// Replaces the value of a tag that begins at `at` in the line.
 void FILL_LINE(OUTPUT_FILE& file, std::string_view line, const TAG& tag, std::size_t at) {
     std::size_t from = line.find('>', at);
     std::size_t to = line.find('<', from == std::string_view::npos ? at : from);
@@ -237,7 +237,7 @@ void WRITE_HORIZONTAL_KEYS(OUTPUT_FILE& file) {
 
 // ---- names ---------------------------------------------------------------------------------------
 
-// What lies behind the folders of a path.
+// The part after the folders of a path.
 std::string_view file_name(std::string_view path) {
     const std::size_t end = path.find_last_of("\\/");
     return left_justified(end == std::string_view::npos ? path : path.substr(end + 1));

@@ -9,7 +9,7 @@
 
 namespace tarvane {
 
-// Words of both records: what the files say of the software and the units.
+// First words of both records: the software and the units.
 struct FOUNDATION_HEAD {
     Text<8> version;
     Text<12> application;
@@ -44,7 +44,7 @@ struct HORIZONTAL_FOUNDATION {
 static_assert(sizeof(VERTICAL_FOUNDATION) == 135 * 4);
 static_assert(sizeof(HORIZONTAL_FOUNDATION) == 135 * 4);
 
-// The working records, which the host fills, and its company beside them.
+// The working records, which the host fills, with its company.
 struct FOUNDATION_RECORDS {
     VERTICAL_FOUNDATION vertical;
     HORIZONTAL_FOUNDATION horizontal;

@@ -19,7 +19,7 @@ void note_violation(OPENINGS_FOUND& found, OPENINGS_FOUND::Rule rule, Real lengt
     ++found.violations;
 }
 
-// A line that compares one length with another, the unit behind the second.
+// A line that compares one length with another, the unit after the second.
 void comparison(std::string_view text, Real length, std::string_view relation, Real other,
                 const Style& style) {
     LinePieces line;

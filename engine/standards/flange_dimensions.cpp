@@ -93,7 +93,7 @@ class DIMENSION_FILE {
     bool is_open = false;
 };
 
-// Lines of one width, left-justified, comments passed over by those who ask for it.
+// Lines of one width, left-justified, without comment lines where that is asked for.
 class LINES {
   public:
     LINES(const DIMENSION_FILE& file, Int line_width) : reader(file.number()), width(line_width) {}
@@ -107,7 +107,7 @@ class LINES {
         return false;
     }
 
-    // Goes behind the line of a section; false when there is none before the end of the data.
+    // Goes past the line of a section; false when there is none before the end of the data.
     bool find_section(std::string_view name) {
         std::string_view line;
         while (next(line)) {
@@ -257,7 +257,7 @@ void GET_FLANGE_DIMENSIONS(Real& size, Int flange_class, Real* result, bool& not
         f.h = f.g0 = f.g1 = 0.0f;
     }
     if (slipon != 0) slip_on_hub(row, hubform, low_class, wall, f);
-    // The tabulated thickness of the small sizes stands with its raised face.
+    // The tabulated thickness of the small sizes includes the raised face.
     if (!metric && blind == 0 && slipon == 0 && series != 0) {
         const Real face = low_class ? LOW_FACE : HIGH_FACE;
         f.t = f.t - face;

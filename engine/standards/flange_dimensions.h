@@ -37,7 +37,7 @@ enum FlangeResult : Int {
     LAST_COLUMN // also the next larger size when there is no such flange, -1.0 without one
 };
 
-// `size` in inches, or the nominal diameter of a metric class (it comes back divided by 25.4);
+// `size` in inches, or the nominal diameter of a metric class (it is returned divided by 25.4);
 // `series` of the sizes from 26 on, set to 0 for smaller ones and metric classes; a `wall` up to 0.0001
 // becomes 0.375. `ansi` 0: class 400 is the inch class, else PN 400. Class 0 leaves `notfound` alone.
 void GET_FLANGE_DIMENSIONS(Real& size, Int flange_class, Real* result, bool& notfound, Int& series,
