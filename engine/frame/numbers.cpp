@@ -29,7 +29,7 @@ bool is_exponent_letter(char c) {
 
 using Place = std::size_t;
 
-// Whole number of digits, held at a bound that no sensible text reaches.
+// Whole number of digits, limited to a bound that no sensible text reaches.
 constexpr std::int64_t BOUND = 1'000'000'000;
 std::int64_t digits(std::string_view text, Place& at) {
     std::int64_t value = 0;
@@ -78,7 +78,7 @@ class Decimal {
     }
 
   private:
-    // Digits and power are singles without a remainder, so that one operation gives the nearest one.
+    // Digits and power are exact singles, so that one operation gives the nearest one.
     Real few_digits() const {
         Int digits = 0;
         for (std::size_t i = 0; i < count; ++i)
@@ -133,7 +133,7 @@ bool number(std::string_view text, Place& at, Real& value) {
     return true;
 }
 
-// "r*" in front of an item: the repeat count, and `at` behind the asterisk; else 1. A count of zero
+// "r*" in front of an item: the repeat count, and `at` after the asterisk; else 1. A count of zero
 // is no count.
 bool repeat_count(std::string_view text, Place& at, std::int64_t& repeat) {
     repeat = 1;

@@ -10,13 +10,13 @@ namespace tarvane {
 
 // Numbers in free form, as list-directed input reads them. Blanks, a comma, a slash or a semicolon
 // end an item; "3*4" stands for three items of 4; the exponent letter is E, D or Q, and may be left
-// out before its sign; an item left out before a comma, or behind a slash, is a null value, which
+// out before its sign; an item left out before a comma, or after a slash, is a null value, which
 // leaves its variable as it was. What exceeds the range of a REAL is infinite.
 
 // The first item. Success and value, 0 for a null value; on failure both results are 0.
 bool PARSE_REAL(std::string_view text, Real& value, Int& whole);
 // Reads up to `count` numbers and returns how many were read (null values among them), up to the
-// end of the text or the first item that is no number. Columns of absent ones stay.
+// end of the text or the first item that is no number. The values of absent ones are not changed.
 Int PARSE_REALS(std::string_view text, Real* values, Int count);
 
 // y1 + (y2 - y1) * (x - x1) / (x2 - x1), and the same form on decimal logarithms.

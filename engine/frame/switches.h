@@ -25,15 +25,15 @@ inline constexpr Int ASME_VIII_2 = 2;
 inline constexpr Int PD_5500 = 3;
 inline constexpr Int EN_13445 = 4;
 
-// Views of a design code. A host may pass any number: here one outside 1 to 4 is none of them,
+// Views of a design code. A host may pass any number: for these one outside 1 to 4 is none of them,
 constexpr bool asme_viii(Int code) { return code == ASME_VIII_1 || code == ASME_VIII_2; }
 constexpr bool pd_or_en(Int code) { return code == PD_5500 || code == EN_13445; }
-// and here it goes with its neighbours.
+// and for these it counts with its neighbours.
 constexpr bool up_to_asme_viii(Int code) { return code <= ASME_VIII_2; }
 constexpr bool from_pd_5500(Int code) { return code >= PD_5500; }
 
 inline Int& G_NUSE_OLD_DIV_2 = GLOBALS_mp_G_NUSE_OLD_DIV_2;
-// Views of it. Another number than 0 and 1 is neither.
+// Views of it. A number other than 0 and 1 is neither.
 inline bool older_division_2() { return G_NUSE_OLD_DIV_2 == 1; }
 inline bool present_division_2() { return G_NUSE_OLD_DIV_2 == 0; }
 
@@ -58,7 +58,7 @@ extern bool G_CURRENT_DIV_2;    // toughness routines: Division 2 by the present
 struct TOUGHNESS_SWITCHES {
     Int CurveTables = 0; // 1: curves of UCS-66 by table in place of the polynomials
     Int NoUg20f = 0;     // 1: UG-20(f) is refused
-    Int MdmtSkip = 0;    // 1: the first required temperature stands
+    Int MdmtSkip = 0;    // 1: the first required temperature is used
     Int FloorSwitch = 0; // 1: the floor of low stress ratios is armed
     Int Credit55 = 1;    // 1: lower limit of the heat treatment credit -155, else -55
 };
@@ -70,7 +70,7 @@ inline bool ReductionsAllowed() { return G_USE_A6 == 1; }
 extern Text<8> CHART_NAME; // SET_CHART
 extern Real CHART_YIELD;   // SET_YIELD
 
-// The setup block: one-based element k stands at SETUP[k - 1]; element 1 is an INTEGER, those from
+// The setup block: one-based element k is SETUP[k - 1]; element 1 is an INTEGER, those from
 // 41 on are REAL.
 union SETUP_ELEMENT {
     Int whole;

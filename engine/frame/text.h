@@ -11,7 +11,7 @@
 
 namespace tarvane {
 
-// A character argument of an exported routine: the address, and the length that stood behind it.
+// A character argument of an exported routine: the address, and the length that followed it.
 struct TextArg {
     char* address;
     Int length;
@@ -65,7 +65,7 @@ class Text {
         return chars[static_cast<std::size_t>(column - 1)];
     }
 
-    // Columns first to last, both included; what lies outside the text is left out.
+    // Columns first to last, both included; what is outside the text is left out.
     constexpr std::string_view columns(Int first, Int last) const {
         if (first < 1) first = 1;
         if (last > width()) last = width();
@@ -74,7 +74,7 @@ class Text {
                                 static_cast<std::size_t>(last - first + 1));
     }
 
-    // Writes text from a column on; what passes column N, or stands before column 1, is lost.
+    // Writes text from a column on; what passes column N, or comes before column 1, is lost.
     constexpr void put(Int column, std::string_view text) {
         if (column > width()) return;
         if (column < 1) {

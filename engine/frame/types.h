@@ -24,7 +24,7 @@ inline constexpr Real MM_PER_INCH = 25.4f;
 inline constexpr Real NO_VALUE = -1.0101f;
 static_assert(std::bit_cast<std::uint32_t>(NO_VALUE) == 0xBF814AF5u);
 
-// The first operand stays unless another is strictly greater (less), so a not-a-number survives
+// The first operand is kept unless another is strictly greater (less), so a not-a-number survives
 // only in the first place.
 constexpr Real max(Real first, Real second) { return second > first ? second : first; }
 constexpr Real min(Real first, Real second) { return second < first ? second : first; }

@@ -56,7 +56,7 @@ void give_unless_negative(Int value, Int& into) {
     if (value >= 0) into = value;
 }
 
-// Labels stand in fields of one width, each cut to the width of its own kind; fields beyond the end
+// Labels are in fields of one width, each cut to the width of its own kind; fields beyond the end
 // of the text are blank.
 struct LabelFields {
     std::string_view labels;

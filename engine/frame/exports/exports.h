@@ -12,8 +12,8 @@
 
 namespace tarvane {
 
-// A character argument; a negative length counts as 0. No name, line or path is longer than the limit, and
-// a length that a host forgot to set does not lead far beyond its text.
+// A character argument; a negative length counts as 0. No name, line or path is longer than the limit, so
+// that a length which a host forgot to set does not reach far beyond its text.
 inline std::string_view text_of(const char* address, Int length) {
     constexpr Int LONGEST = 4096;
     if (address == nullptr || length <= 0) return {};
@@ -28,7 +28,7 @@ inline void give_text(char* field, Int width, std::string_view text) {
     }
 }
 
-// The value of a logical stands in bit 0.
+// The value of a logical is in bit 0.
 inline bool logical(Int value) { return (value & 1) != 0; }
 
 } // namespace tarvane

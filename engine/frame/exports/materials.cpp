@@ -58,7 +58,7 @@ static_assert(TARVANE_MATERIAL_CLASS_ROWS == tarvane::MATERIAL_CLASSES);
 
 namespace {
 
-// A host's record may end with the bytes of the file, without the fill of the structure.
+// A host's record may end with the bytes of the file, without the padding of the structure.
 void take_record(const TARVANE_MATERIAL_RECORD* from, tarvane::MATERIAL_RECORD& to) {
     std::memcpy(static_cast<void*>(&to), from, TARVANE_MATERIAL_BYTES);
 }
@@ -74,7 +74,7 @@ void TARVANE_CALL READ_MATERIAL(const int32_t* code, const char* name, int32_t n
                                 const int32_t* reference, int32_t* status,
                                 TARVANE_MATERIAL_RECORD* record) {
     tarvane::MATERIAL_RECORD found;
-    take_record(record, found); // a blank name leaves it so
+    take_record(record, found); // a blank name leaves it as it is
     tarvane::READ_MATERIAL(*code, text_of(name, name_len), *reference, *status, found);
     give_record(found, record);
 }

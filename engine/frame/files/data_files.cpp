@@ -48,7 +48,7 @@ void MODULE_FILE_PATH(Text<260>& path, Int& path_len, std::string_view name) {
 
 namespace {
 
-// True when the file was looked at on the way.
+// True when the file was looked at in doing so.
 bool resolve(Text<256>& path, Int& path_len, FILE_IDENTITY& identity) {
     const Text<256> name = path;
     path_len = name.trimmed_length();
