@@ -10,7 +10,7 @@ namespace {
 
 constexpr Int CLOSED = -1;
 
-bool any_lost = false; // of the units
+bool any_lost = false; // by any of the units
 
 struct UNIT {
     Int handle_and_one; // one higher than the handle, so that a unit is closed at load
@@ -37,7 +37,7 @@ bool attach(Int unit, Int handle) {
     return true;
 }
 
-// Goes to where a record begins; false when there is no such place.
+// Goes to the start of a record; false when there is no such place.
 bool at_record(Int handle, Int record, Int length) {
     if (handle == CLOSED || record < 1 || length < 1) return false;
     const std::int64_t offset = static_cast<std::int64_t>(record - 1) * length;
@@ -156,7 +156,7 @@ bool LineReader::next(char* line, Int width) {
         std::memcpy(line + column, from, static_cast<std::size_t>(kept));
         column += kept;
     };
-    Int length = 0; // of the line, what passes the width too
+    Int length = 0; // of the line, with what passes the width
     bool any = false;
     bool held_return = false; // a carriage return that may belong to the line end
     while (fill()) {

@@ -19,14 +19,14 @@ void GETNEXTUNIT(Int& unit);
 bool open_unit_for_reading(Int unit, std::string_view path);
 bool open_unit_for_writing(Int unit, std::string_view path); // created or emptied
 bool open_unit_for_update(Int unit, std::string_view path);  // created or as it is
-// The handle behind a unit, -1 when it has no file.
+// The handle of a unit, -1 when it has no file.
 Int unit_handle(Int unit);
 // Makes a unit count as open, in place of the file that it would read. False for what is no unit.
 bool hold_unit(Int unit);
 void close_unit(Int unit);
 void close_unit_and_delete(Int unit);
 
-// The file behind a report unit of the host's; status 0 open, 1 failed.
+// Opens the file of a report unit of the host's; status 0 open, 1 failed.
 void OPENUNIT(Int unit, std::string_view path, Int& status);
 // A report unit without a file: what is written goes to a routine of the host's, which answers 0 when
 // it has taken it. Status 1 for a unit outside the range and without a routine.
@@ -37,7 +37,7 @@ bool write_to_unit(Int unit, const char* from, Int count);
 // 1 once something that went to a unit is lost, or its opening failed; 0 when it is opened again.
 // Always 1 for what is no unit.
 Int UNIT_STATUS(Int unit);
-// Forgets what was lost of units that are closed.
+// Forgets the losses of units that are closed.
 void RESET_UNITS();
 
 // ---- lines and records ---------------------------------------------------------------------------

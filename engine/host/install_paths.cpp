@@ -54,7 +54,7 @@ Int library_folder(Text<260>& folder) {
     return put_together(folder, {dir, ONE_SEPARATOR});
 }
 
-// Starts a program that lies beside the library, where that is known.
+// Starts a program that is beside the library, where that is known.
 bool start_beside_library(std::string_view program, std::string_view command, bool wait) {
     Text<260> folder;
     const Int folder_len = library_folder(folder);

@@ -30,7 +30,7 @@ void LAUNCH_HELP(Int topic);
 
 // The command line of the error program.
 Int FATAL_COMMAND(Int code, Text<600>& command);
-// Tells the user of a fatal code through the host's service, else through the error program.
+// Reports a fatal code to the user through the host's service, else through the error program.
 void REPORT_FATAL(Int code);
 
 } // namespace tarvane

@@ -9,7 +9,7 @@
 
 namespace tarvane {
 
-// The pieces one behind the other; empty when they do not fit.
+// The pieces one after the other; empty when they do not fit.
 template <std::size_t N>
 Int put_together(Text<N>& text, std::initializer_list<std::string_view> pieces) {
     std::size_t size = 0;
@@ -25,7 +25,7 @@ Int put_together(Text<N>& text, std::initializer_list<std::string_view> pieces) 
     return static_cast<Int>(size);
 }
 
-// A text with a NUL behind it, cut to the room there is.
+// A text with a NUL after it, cut to the room there is.
 template <std::size_t N>
 class Terminated {
   public:

@@ -94,7 +94,7 @@ std::string_view without_blanks_around(std::string_view text) {
     return trimmed(left_justified(text));
 }
 
-// Where an address of the engine lies; false when the loader can't tell.
+// The file that an address of the engine is in; false when the loader does not know it.
 bool loaded_from(const void* address, Dl_info& info) {
     return dladdr(address, &info) != 0 && info.dli_fname != nullptr;
 }
@@ -113,7 +113,7 @@ Int opened_for_writing(std::string_view path, int flag) {
 Int open_for_reading(std::string_view path) {
     const PathName name(path);
     if (path.empty() || !name.complete()) return -1;
-    // Nothing waits at the opening of a pipe, nor makes a terminal the program's own.
+    // Opening a pipe must not wait, and opening a terminal must not make it the program's own.
     const int handle = open(name.get(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (handle < 0) return -1;
     struct stat status;
@@ -206,7 +206,7 @@ Int program_file(char* into, Int width) {
 Int engine_file(char* into, Int width) {
     Dl_info engine, program;
     if (!loaded_from(&MODULE_DIR, engine)) return 0;
-    // Linked into the program, the engine lies in a file that the loader knows only by the name
+    // Linked into the program, the engine is in a file that the loader knows only by the name
     // that the program was called by.
     const auto* entry = reinterpret_cast<const void*>(getauxval(AT_ENTRY)); // NOLINT
     if (loaded_from(entry, program) && program.dli_fbase == engine.dli_fbase)
@@ -215,7 +215,7 @@ Int engine_file(char* into, Int width) {
     const std::string_view name(engine.dli_fname);
     std::size_t length = 0;
     if (!name.starts_with('/')) {
-        // Loaded by a name within the folder that the program works in.
+        // Loaded by a name relative to the working folder of the program.
         if (getcwd(into, static_cast<std::size_t>(width)) == nullptr) return 0;
         length = std::strlen(into);
         if (length + 1 >= static_cast<std::size_t>(width)) return 0;
@@ -288,7 +288,7 @@ bool setting(std::string_view product, std::string_view version, std::string_vie
     return found;
 }
 
-// The data lie beside the library.
+// The data are beside the library.
 Int default_system_folder(Int, std::string_view, std::string_view, Text<260>& path) {
     path.clear();
     if (MODULE_DIR_LENGTH == 0) GET_MODULE_DIR();

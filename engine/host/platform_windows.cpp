@@ -36,7 +36,7 @@ Int opened_for_writing(std::string_view path, DWORD disposition) {
                               disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// Full name of a module, less when there is no room for it.
+// Full name of a module, cut when there is no room for it.
 Int module_file(HMODULE module, char* into, Int width) {
     const DWORD length = GetModuleFileNameA(module, into, static_cast<DWORD>(width));
     return length < static_cast<DWORD>(width) ? static_cast<Int>(length) : 0;
@@ -130,7 +130,7 @@ bool file_exists(std::string_view path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
-// Without opening the file the system tells no number of it, nor when its name or rights changed.
+// Only of an open file does the system give its number, and when its name or rights changed.
 bool look_at_file(std::string_view path, FILE_IDENTITY& identity) {
     identity = {};
     return file_exists(path);

@@ -19,7 +19,7 @@ namespace {
 void* host_window = nullptr;
 bool no_dialog = false;
 
-// Selector of the folder that the engine's own data lie in.
+// Selector of the folder of the engine's own data.
 constexpr Int COMMON_DOCUMENTS = 270;
 
 Looks looks = Looks::own;

@@ -48,7 +48,7 @@ void SET_SYSTEM_DIR(std::string_view path);
 #define TARVANE_HOST_CALL
 #endif
 
-// Services of the host. The user pointer comes back first in each call; texts end in a NUL.
+// Services of the host. The user pointer is passed first in each call; texts end in a NUL.
 struct HOST_SERVICES {
     Int version = 0;
     void(TARVANE_HOST_CALL* message_box)(void* user, const char* text, const char* title) = nullptr;
@@ -64,7 +64,7 @@ inline constexpr Int HOST_SERVICES_VERSION = 1;
 
 extern HOST_SERVICES SERVICES; // copy of the host's table
 
-// Copies the table; null takes the services away, and a table of another version is not taken.
+// Copies the table; null removes the services, and a table of another version is not taken.
 void SET_HOST_SERVICES(const HOST_SERVICES* table);
 void SET_HOST_WINDOW(void* window); // owner of message boxes, and the dialog
 void SET_NO_DIALOG(bool off);
@@ -77,9 +77,9 @@ void SET_DIALOG_TEXT(Int control, std::string_view text);
 void END_DIALOG();
 void HOST_CLOCK(Int& year, Int& month, Int& day, Int& hour, Int& minute);
 // Ends the host's run (report of the code, end of the dialog, stop). When the host gave a stop
-// service that comes back, the routine returns and the caller leaves its call at once.
+// service that returns, the routine returns and the caller leaves its call at once.
 void FATAL_STOP(Int code);
-// Ends the host's process through its stop service, which may come back; without one at once.
+// Ends the host's process through its stop service, which may return; without one at once.
 void STOP_HOST(Int status);
 
 // Folders that were looked up are forgotten; what the host provided stays.
