@@ -62,16 +62,16 @@ constexpr Int SECTION_ROWS = 10;
 char chart_lines[FILE_LINES][LINE_WIDTH];
 Int chart_line_count = 0;
 bool charts_loaded = false;
-bool charts_read = false; // loaded or not
+bool charts_read = false; // also when that did not succeed
 
-CHART_CURVE rows[SECTION_ROWS]; // of the section in hand, each under its own temperature
+CHART_CURVE rows[SECTION_ROWS]; // of the current section, each under its own temperature
 
 constexpr bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-// Reads the file once. Without an "[END]" line the lines that it has serve this lookup, and the next
-// one reads it again.
+// Reads the file once. Without an "[END]" line the lines that it has are used for this lookup, and the
+// next one reads it again.
 void LOAD_CHARTS() {
     if (charts_loaded) return;
     chart_line_count = 0;
@@ -199,7 +199,7 @@ void MODULUS(Real chart_class, Real& result, Real temperature) {
     }
     const Table& E = k == 140 ? CLASS_140 : k == 110 ? CLASS_110 : CLASS_095;
     if (k == 95) working_axis = AXIS_095;
-    // Behind 300 degrees the values of class 0.95 are all the same.
+    // Above 300 degrees the values of class 0.95 are all the same.
     const std::size_t last = k == 95 ? 7 : POINTS - 1;
     const Real C_last = k == 95 ? 300.0f : 800.0f;
 

@@ -24,7 +24,7 @@ namespace {
 enum Status : Int { FINE = 0, FAILED = 1, FROM_CHART = 2, BEYOND_CHART = 3 };
 
 constexpr Int SKIPPED = -1;           // a reference that skips its half
-constexpr Int REFERENCE_OF_STEEL = 1; // reference number that stands in for a bad one
+constexpr Int REFERENCE_OF_STEEL = 1; // reference number used for a bad one
 constexpr Int LAST_REFERENCE = 230;   // highest reference of the modulus tables
 constexpr Int LINE_WIDTH = 425;
 constexpr std::string_view RULE =
@@ -51,7 +51,7 @@ enum class LineKind : char { unreadable, modulus_mark, coefficient_mark, axis, r
 // A line that is no comment.
 struct TABLE_LINE {
     LineKind kind = LineKind::unreadable;
-    bool coefficients = false; // holds the mark of that section, whatever else
+    bool coefficients = false; // has the mark of that section, whatever else it has
     Real numbers[2] = {};      // reference and extra of a row
 };
 
@@ -150,7 +150,7 @@ void forget_lines() {
     kept_whole = false;
 }
 
-// Parses the whole file behind an open unit, for this lookup and those to come. False when the table
+// Parses the whole file of an open unit, for this lookup and later ones. False when the table
 // can't hold it, or it changes meanwhile; the unit is then at its start again.
 bool KEEP_LINES(Int unit, std::string_view path, const FILE_IDENTITY& identity) {
     TableLines lines(unit, false);
@@ -226,7 +226,7 @@ bool find_row(TableLines& lines, ROW_SEARCH search) {
     return false;
 }
 
-// The row at a temperature. A temperature on the axis takes its value, but the walk goes on, so that
+// The value at a temperature. A temperature on the axis takes its value, but the walk goes on, so that
 // an interval found later decides; an interval without an upper value gives 0.
 Real value_at(const Real* axis, const Real* values, Real T, Real tolerance, bool lower_end_counts) {
     Real result = 0.0f;
@@ -284,7 +284,7 @@ void LOOK_UP_COEFFICIENT(TableLines& lines, Int reference, Real temperature, Rea
     if (coefficient < 0.001f) COE_STATUS = FAILED;
 }
 
-// The table as the file is now, behind an open unit or in memory, when the unit is only held. False
+// The table as the file is now, on an open unit, or in memory with the unit only held. False
 // when the file can't be opened.
 bool open_table(Int unit, bool& in_memory) {
     if (LOOK_SERVES(kept_lines)) {
@@ -313,7 +313,7 @@ bool open_table(Int unit, bool& in_memory) {
 
 } // namespace
 
-// What is kept of a file stays: the next lookup sees whether it still is that of the file.
+// The content of a file stays: the next lookup checks that it is still that of the file.
 void RESET_MODULUS_TABLE() {
     if (!kept_file.is_known()) forget_lines();
 }

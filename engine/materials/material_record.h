@@ -39,7 +39,7 @@ struct MATERIAL_RECORD {
     Int ucs66gReduction = 0;
     Int unused388[4] = {};
     Text<10> text404;
-    char fill[2] = {}; // behind the record of the file
+    char fill[2] = {}; // after the bytes of the file
 };
 
 // The record of a name and reference number. Status 0: found; 1: not found, the record cleared, or

@@ -78,8 +78,8 @@ struct CHART_CURVE {
 
 // Chart row at a temperature (Section II Part D, Subpart 3). `name` is a field of 12 characters, of which
 // 8 count. Outputs that the lookup does not reach stay as they were passed in. The charts "CS-3" and
-// "NFA-11" depend on the yield stress (psi). CHART_TAKEN tells whose rows the latest lookup took, which
-// are those of CS-2 for many a name; blank: the file has none.
+// "NFA-11" depend on the yield stress (psi). CHART_TAKEN names the chart whose rows the latest lookup
+// took, which is CS-2 for many a name; blank: the file has none.
 extern Text<8> CHART_TAKEN;
 void READ_CHART(std::string_view name, Real temperature, CHART_CURVE& curve, Real yield);
 void READ_CHART(const char* name, Int name_len, Real temperature, Real& t_used, Real& E,

@@ -22,7 +22,7 @@ void take(const char* bytes, Int offset, Number& into) {
     std::memcpy(&into, bytes + offset, sizeof into);
 }
 
-// The number of records behind the first one, as it tells.
+// The number of records after the first one, by its own counts.
 inline std::int64_t told_records(const char* first_record) {
     Int first, second;
     take(first_record, 0, first);

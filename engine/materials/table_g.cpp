@@ -22,10 +22,10 @@ constexpr Real D_OVER_T[KEYS] = {4.0f,   5.0f,   6.0f,   8.0f,   10.0f,  15.0f, 
 char table_lines[FILE_LINES][LINE_WIDTH];
 Int line_count = 0;
 bool loaded = false;
-bool was_read = false; // loaded or not
+bool was_read = false; // also when that did not succeed
 
-// Reads the file beside the library. A table that is not complete serves this lookup, and the next
-// one reads it again.
+// Reads the file beside the library. A table that is not complete is used for this lookup, and the
+// next one reads it again.
 void LOAD_TABLE() {
     if (loaded) return;
     line_count = 0;
@@ -59,7 +59,7 @@ bool read_row(std::string_view line, ROW& row) {
     return true;
 }
 
-// The line behind the header of a key; past the last line when there is none, or a header without a
+// The line after the header of a key; past the last line when there is none, or a header without a
 // number comes first.
 Int section_of(Real key) {
     for (Int index = 0; index < line_count; ++index) {
@@ -99,7 +99,7 @@ void TABLE_G_ROW(Real key, Real ld, Real& a) {
 void TABLE_G_FACTOR_A(Real dt, Real ld, Real& a) {
     const Real x = max(dt, D_OVER_T[0]);
     Int at =
-        1; // place of the first key that x does not exceed, one behind the last if there is none
+        1; // place of the first key that x does not exceed, one after the last one if there is none
     while (at <= KEYS && !(x <= D_OVER_T[at - 1]))
         ++at;
     const Int i = max(at - 1, 1);

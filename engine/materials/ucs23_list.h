@@ -5,7 +5,7 @@
 
 namespace tarvane {
 
-// True when the name stands in "VIII-1_Matls_By_Table.txt" of the system folder, trailing blanks
+// True when the name is in "VIII-1_Matls_By_Table.txt" of the system folder, trailing blanks
 // aside. Without the file: false.
 bool LIS_UCS23_MATERIAL(std::string_view name);
 
