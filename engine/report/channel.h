@@ -55,7 +55,7 @@ inline bool reporting() { return IWRITE != 0 && IWRTFL != 0 && IOUT != 0; }
 // the unit has no file or the write failed.
 bool WRITE_RECORD_AS_IT_STANDS(const char* text, Int len);
 
-// Style of the next line, and the moment at which the wish for plain characters is looked up. Before
+// Sets the style of the next line, and looks up the switch for plain characters. Before
 // the first FLANGE_CALC no marks are kept; m2 then asks for a rule under the next line.
 void SET_LINE_STYLE(Int m1, Int m2, Int m3, Int m4, Int m5, Int m6);
 // Writes up to 100 columns and blanks the text over its whole length.
@@ -69,12 +69,12 @@ void FIT_TO_LINE(char* source, Int source_len, char* target, Int target_len, Int
 void NUL_TO_BLANK(char* text, Int len);
 void TO_UPPER(char* text, Int len);
 
-// A line is begun when it has marks, an underline flag or a text in OUTLINE, until it is written.
+// A line is begun once it has marks, an underline flag or a text in OUTLINE, until it is written.
 extern bool LINE_BEGUN;
-extern Int SPECIAL_LATCH; // the wish for plain characters, as of the latest style
+extern Int SPECIAL_LATCH; // the switch for plain characters, as of the latest style
 void DROP_LINE();         // no marks, no underline flag, OUTLINE blank
 
-// What a line leaves behind that goes nowhere. A style that would have been set counts as set.
+// The state after a line that goes nowhere. A style that would have been set counts as set.
 inline void SKIP_LINE(const Style& style) {
     if (style != PLAIN) SPECIAL_LATCH = FLAGS_mp_IINOSPECIAL;
     if (LINE_BEGUN) DROP_LINE();

@@ -21,7 +21,7 @@ constexpr std::size_t KEY_WIDTH = 6, TEXT_FROM = 8; // columns 1 to 6, and 9 on
 char file_lines[FILE_LINES][LINE_WIDTH];
 Int line_count = 0;
 bool file_loaded = false;
-bool file_read = false; // loaded or not
+bool file_read = false; // also when that did not succeed
 
 constexpr std::string_view SUFFIXES[] = {"_Eng.txt", "_Por.txt", "_Spa.txt", "_Fre.txt",
                                          "_Ger.txt", "_Ita.txt", "_Rus.txt"};

@@ -1,4 +1,4 @@
-// Texts of the report that lie in files: "iotext.txt" by key, and the names of translated files.
+// Texts of the report that are in files: "iotext.txt" by key, and the names of translated files.
 #pragma once
 
 #include "frame/text.h"

@@ -171,7 +171,7 @@ void LinePieces::put(std::string_view piece) {
 }
 
 void LinePieces::put_blanks(Int count) {
-    cursor += min(not_negative(count), line.width() - cursor); // nothing stands behind the cursor
+    cursor += min(not_negative(count), line.width() - cursor); // nothing comes after the cursor
 }
 
 void LinePieces::put_padded(std::string_view piece, Int width) {

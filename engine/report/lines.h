@@ -35,7 +35,7 @@ std::string_view unit_label(Kind kind);
 
 inline constexpr Int HOUSE_DECIMALS = -1; // the decimals of the table above
 
-// A line as it stands; what passes column 100 is cut.
+// A line as it is; what passes column 100 is cut.
 inline void TEXT_LINE(std::string_view text, const Style& style = PLAIN);
 inline void BLANK_LINE();
 // A title in the heading style.
@@ -48,7 +48,7 @@ inline void UNDERLINED_LINE(std::string_view text, const Style& style = PLAIN);
 inline void COLUMN_LINE(std::string_view label, Real value, Kind kind, const Style& style = PLAIN,
                         Int decimals = HOUSE_DECIMALS);
 // " = ", the bare value, one blank, the unit, the remark: a remark that begins with a comma follows
-// the unit directly, any other stands two blanks behind it.
+// the unit directly, any other follows it after two blanks.
 inline void VALUE_LINE(Real value, Kind kind, std::string_view remark = {},
                        const Style& style = PLAIN, Int decimals = HOUSE_DECIMALS);
 // The same two forms for a value already in report units, with a unit of the caller's.
@@ -57,8 +57,8 @@ inline void COLUMN_LINE_IN(std::string_view label, Real value, Int decimals, std
 inline void VALUE_LINE_IN(Real value, Int decimals, std::string_view unit,
                           std::string_view remark = {}, const Style& style = PLAIN);
 
-// The template, filled with up to six values in report units, fitted in `mode`, written. A unit goes
-// behind the template after one blank, before its closing "#", and is filled and cleaned with it.
+// The template, filled with up to six values in report units, fitted in `mode`, written. A unit follows
+// the template after one blank, before its closing "#", and is filled and cleaned with it.
 inline void NUMBER_LINE(std::string_view text, std::initializer_list<Real> values, Int mode = 1,
                         std::string_view unit = {}, const Style& style = PLAIN);
 
@@ -109,7 +109,7 @@ class LinePieces {
         if (active) put(whole_number(value, width).view());
         return *this;
     }
-    // The next piece begins there; what stands behind is dropped.
+    // The next piece begins there; what is after it is dropped.
     LinePieces& to_column(Int column) {
         if (active) put_to_column(column);
         return *this;

@@ -109,7 +109,7 @@ Field number_field(Real v, char c) {
     return field;
 }
 
-// 25.500 becomes 25.5. One zero right behind the point blocks it, so that 12.0 stays.
+// 25.500 becomes 25.5. One zero directly after the point blocks it, so that 12.0 stays.
 void drop_trailing_zeros(char* field, Int columns) {
     bool point = false, zeros = false;
     for (Int i = 0; i < columns; ++i) {
@@ -142,7 +142,7 @@ bool closes_up(char c) {
     }
 }
 
-// Takes out each run of blanks that stands before a character which closes up or behind a slash.
+// Takes out each run of blanks before a character that closes up, or after a slash.
 void close_up_blanks(char* text, Int last) {
     Int to = 0;
     for (Int from = 0; from < last; ++from) {
@@ -159,7 +159,7 @@ void close_up_blanks(char* text, Int last) {
 
 // ---- zeros before the point ---------------------------------------------------------------------
 
-// Column where `lead` with a point behind it first begins, or 0.
+// Column where `lead` followed by a point first begins, or 0.
 Int find_point_behind(const char* text, Int len, std::string_view lead) {
     const Int width = static_cast<Int>(lead.size());
     for (Int from = 0; from < len;) {
@@ -192,7 +192,7 @@ void repair_bare_points(char* text, Int len) {
             move_right(text, len, narrow + 1, 1);
             put_column(text, narrow + 1, '0');
         } else {
-            return; // two points: this round and those behind it change nothing
+            return; // two points: this round and those after it change nothing
         }
     }
 }
@@ -234,7 +234,7 @@ void expand_superscript(char* text, Int n, char superscript, char digit) {
         const char power[] = {'^', '(', digit, ')'};
         std::memcpy(text + p - 1, power, sizeof power);
         if (moved && blank_columns(text, n, p + 6, p + 10)) {
-            move_left(text, n, p + 6, 3); // what stands further right keeps its place
+            move_left(text, n, p + 6, 3); // what is further right keeps its place
         }
     }
 }
@@ -245,7 +245,7 @@ void expand_half(char* text, Int n) {
             text[p - 1] = ' ';
         } else if (p < n - 3) {
             move_right(text, n, p, 3);
-            std::memcpy(text + p - 1, "^(.5)", 5); // over the character behind the half too
+            std::memcpy(text + p - 1, "^(.5)", 5); // over the character after the half, too
         } else {
             return; // no room: it stays
         }

@@ -8,10 +8,10 @@
 
 namespace tarvane {
 
-// Fills a template of 120 columns in place; does nothing with IWRITE or IWRTFL off. The digit behind
+// Fills a template of 120 columns in place; does nothing with IWRITE or IWRTFL off. The digit after
 // "@" is the number of decimals ("@8": exponent form), "#" ends the template. Six values at most.
 void FILL_TEMPLATE(Text<120>& text, Real V1, Real V2, Real V3, Real V4, Real V5, Real V6);
-// Closes up the blanks before superscripts, "^", "," and "/", and those behind "/".
+// Closes up the blanks before superscripts, "^", "," and "/", and those after "/".
 void CLEAN_TEMPLATE(char* text, Int len);
 // Zeros before bare points, up to five of each sign, and the decimal comma.
 void TIDY_NUMBERS(char* text, Int len);

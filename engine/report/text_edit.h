@@ -59,7 +59,7 @@ inline void move_right(char* text, Int len, Int column, Int count) {
     std::memset(text + column - 1, ' ', static_cast<std::size_t>(count));
 }
 
-// Moves the text behind the first `count` columns at `column` to the left over them.
+// Moves the text after the first `count` columns at `column` to the left over them.
 inline void move_left(char* text, Int len, Int column, Int count) {
     const Int room = len - (column - 1);
     if (room <= 0) return;

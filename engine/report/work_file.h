@@ -9,11 +9,11 @@
 
 namespace tarvane {
 
-extern Text<256> WORK_FILE_NAME; // once it holds ".Tvr" it stays
+extern Text<256> WORK_FILE_NAME; // once it holds ".Tvr" it is not changed
 
 enum WorkFileMode : Int { OPEN_WORK_FILE = 1, DELETE_WORK_FILE = 2, CLOSE_WORK_FILE = 3 };
 
-// Mode 1 opens the file that belongs to the host's file `name`, afresh with `clear` 1; a failure ends
+// Mode 1 opens the file that belongs to the host's file `name`, empty with `clear` 1; a failure ends
 // the host's run. Modes 2 and 3 close it, with and without deleting it.
 void WORK_FILE(Int mode, std::string_view name, Int clear);
 
@@ -21,10 +21,10 @@ void WORK_FILE(Int mode, std::string_view name, Int clear);
 void PUT_WORK_WORD(Int index, Real value, Int& status);
 
 // The name with another extension, in place; NULs of both become blanks. A name without "." gets it
-// behind its end. What does not fit changes nothing.
+// at its end. What does not fit changes nothing.
 void CHANGE_EXTENSION(char* name, Int name_len, char* extension, Int extension_len);
 
-// Path of the file that lies beside the file `name` with an extension (".xml") of its own. False when
+// Path of the file beside the file `name` with an extension (".xml") of its own. False when
 // it does not fit: the path may then be that of the file itself.
 template <std::size_t N>
 bool BESIDE(Text<N>& path, std::string_view name, const Text<4>& extension) {
