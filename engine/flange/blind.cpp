@@ -17,7 +17,7 @@ void BLIND_THICKNESS(const FLANGE_STATE& s, BLIND_CALL& call) {
     if (s.fullFace && s.en_or_pd()) {
         tOut = 0.41f * s.C * std::sqrt(Pa / Se) + ca;
         tEdge = tOut;
-        pOut = Se * std::sqrt(tn / (0.41f * s.C)); // the root is not undone
+        pOut = Se * std::sqrt(tn / (0.41f * s.C)); // the root is not undone: P goes with its square
         return;
     }
 

@@ -249,7 +249,7 @@ void required_bolt_area(FLANGE_STATE& s) {
         const Real in_report_units = UNITS.moment == 1.0f ? 12.0f : 1.0f;
         const Real Me = s.Mbend * in_report_units * UNITS.moment;
         TEXT_LINE(" = Max of (Wo + Fa + 4Me/G)/Sb, Wg/Sa");
-        // A template holds six values: its last placeholder stays as it is.
+        // A template holds six values: its last placeholder is printed as it is.
         NUMBER_LINE(" = Max of (@0 + @0 + 4*@0/@2)/ @0 , @0/@0 #",
                     {Wm1, as_force(max(s.Faxial, 0.0f)), Me, as_diameter(s.G), Sb, Wm2});
     } else {

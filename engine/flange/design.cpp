@@ -11,7 +11,7 @@ namespace tarvane {
 
 namespace {
 
-constexpr Int LAST_DESIGN_FLAG = 30; // gasket and full face diameters stand from here on
+constexpr Int LAST_DESIGN_FLAG = 30; // gasket and full face diameters are fixed from here on
 constexpr Int THICKNESS_ROUNDS = 200;
 
 // Bolts come in fours. The product wraps as a 32-bit INTEGER does.
@@ -103,7 +103,7 @@ void report_selection(const FLANGE_GIVEN& s) {
     COLUMN_LINE("Initial Thickness Given for Flange           ", s.t, Kind::thickness);
 }
 
-// Correction factor for the thickness t, and whether the bolts stand further apart than its limit.
+// Correction factor for the thickness t, and whether the bolts are further apart than its limit.
 struct SPACING {
     Real CF;
     bool exceeded;
@@ -129,7 +129,7 @@ Real rigidity_with(FLANGE_STATE& s, const RIGIDITY_FACTORS& factors) {
     return call.Jmax;
 }
 
-// The stresses are met: from here the rigidity index decides, with this thickness as its floor.
+// The stresses are within their limits: now the rigidity index decides, with this thickness as floor.
 void enter_rigidity_stage(FLANGE_STATE& s, THICKNESS_SEARCH& search) {
     if (s.fullFace && s.en_or_pd()) s.t = max(s.t, s.tMin);
     s.t = ROUND_UP_DECIMALS(s.t, 3);

@@ -12,9 +12,9 @@ Real ROUND_TO_FRACTION(Real x, Int n);
 Real ROUND_UP_DECIMALS(Real x, Int k);
 
 // Hub, bolts, bolt circle, gasket, outside diameter. designFlag counts the calls from -1 on; from 30
-// on the gasket stands.
+// on the gasket is fixed.
 void SELECT_FLANGE_GEOMETRY(FLANGE_STATE& s, Int& designFlag);
-// Next thickness by the square root of the stress ratios; t stands when it has converged.
+// Next thickness by the square root of the stress ratios; t is left as it is once it has converged.
 void NEXT_FLANGE_THICKNESS(FLANGE_STATE& s, bool& converged);
 
 // Working values of the thickness search, kept by the kernel.
@@ -29,7 +29,7 @@ struct THICKNESS_SEARCH {
     RIGIDITY_FACTORS factors; // where the stress search converged
 };
 // One round of the search, under kind 2 while not converged, on the stress ratios of thickness t. When
-// it has not converged, t, Mop, Matm and CF are those for the next stresses, and the report is shut.
+// it has not converged, t, Mop, Matm and CF are those for the next stresses, and the report is off.
 // At round 200 it gives up with two warning lines.
 void THICKNESS_ROUND(FLANGE_STATE& s, THICKNESS_SEARCH& search);
 // Mop, Matm and CF back to the first values, rescaled for thickness t.

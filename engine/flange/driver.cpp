@@ -87,8 +87,8 @@ void read_units(const FLANGE_RECORD& record, const char* text) {
     UNITS.weight_label = std::string_view(text + 420, 3);
 }
 
-// A record without a number in its first element cuts to a negative one, but it promises no text
-// beyond the slots of every form.
+// A not-a-number in the first element becomes a negative number, too, but such a record promises no
+// text beyond the slots of every form.
 bool is_stand_alone(const DRIVER_STATE& d) { return d.element1 < 0 && d.record(1) < 0.0f; }
 
 // The stand-alone form brings its own units, switches and destination.
@@ -244,7 +244,7 @@ void internal_pressure_outputs(DRIVER_STATE& d) {
     record(145) = s.Gi;
 }
 
-// Its lines go out; what it does not form stays as it was.
+// Writes its lines; what it does not calculate stays as it was.
 void hub_small_end(DRIVER_STATE& d) {
     Real required = NO_VALUE;
     HUB_SMALL_END(*d.s, d.ciGiven, false, required, d.pHub);
@@ -297,7 +297,7 @@ bool external_pressure(DRIVER_STATE& d) {
     return true;
 }
 
-// The passes; false after a fatal stop that came back.
+// The passes; false after a fatal stop that returned.
 bool calculate(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     patterned_openings(s);
@@ -324,7 +324,7 @@ bool calculate(DRIVER_STATE& d) {
     return !s.stopped;
 }
 
-// All of FLANGE_CALC but the gates that it gives back.
+// All of FLANGE_CALC but the report gates, which it restores.
 void flange_steps(FLANGE_ARGUMENTS& arguments) {
     FLANGE_STATE& s = FLANGE;
     DRIVER_STATE d{.args = &arguments, .s = &s, .record = FLANGE_RECORD(arguments.record)};

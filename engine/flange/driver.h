@@ -31,14 +31,14 @@ struct FLANGE_ARGUMENTS {
     const Int* decimalComma;     // 21 logical, bit 0
 };
 
-// What the driver keeps through its steps.
+// What the driver keeps from step to step.
 struct DRIVER_STATE {
     FLANGE_ARGUMENTS* args;
     FLANGE_STATE* s;
     FLANGE_RECORD record{nullptr};
-    Int element1 = 0;             // record element 1 as it came, truncated
-    Real ciGiven = 0, tGiven = 0; // record 9 and 8 as they came
-    Real tShell = 0, caShell = 0; // record 71 and 74 as they came
+    Int element1 = 0;             // record element 1 as given, truncated
+    Real ciGiven = 0, tGiven = 0; // record 9 and 8 as given
+    Real tShell = 0, caShell = 0; // record 71 and 74 as given
     Int kindGiven = 0;
     bool rigidityWanted = false;
     bool rigidityDiv2 = false; // NEW_DIV_2_RULES of the rigidity step
@@ -46,7 +46,7 @@ struct DRIVER_STATE {
     Real mapAmbient = 0;
     Real pHub = HUB_NOT_RATED, hubRequired = 0;
     bool noCylinder = false;
-    Int mapNcBy = 0, mawpBy = 0; // what held outputs 6 and 9 down
+    Int mapNcBy = 0, mawpBy = 0; // what limits outputs 6 and 9
     // failure corrosion
     bool failsAlready = false;
     Real failureCa = 0;
@@ -60,14 +60,14 @@ void REREAD(DRIVER_STATE& d);
 // The same with FLANGE_INPUT_REPORT and SETTLE_ALLOWANCES between the two, so that the report shows the
 // record's own type.
 void REREAD_WITH_INPUT_REPORT(DRIVER_STATE& d);
-// A kernel run; false after a fatal stop that came back.
+// A kernel run; false after a fatal stop that returned.
 bool RUN_KERNEL(DRIVER_STATE& d);
 // Output 6 from the two pressures of the new and cold pass.
 Real NEW_AND_COLD_PRESSURE(Real MAWPop, Real MAWPseat);
 
 void FLANGE_CALC(FLANGE_ARGUMENTS& arguments);
 
-// Flange state, failure table and all module values of the flange folder back to load.
+// Flange state, failure table and all module values of the flange folder back to their state at load.
 void RESET_FLANGE();
 
 } // namespace tarvane

@@ -14,8 +14,8 @@ namespace {
 
 constexpr Int COVER_ROUNDS = 200;
 constexpr Int MATING_ROUNDS = 2000;
-// Steps of a thousandth: 500 in. of plate. A thickness that is not one must not hold the host up; a
-// round takes about two microseconds.
+// Steps of a thousandth: 500 in. of plate. A thickness beyond all reason must not keep the host
+// waiting; a round takes about two microseconds.
 constexpr Int CORROSION_ROUNDS = 500000;
 constexpr Int PROGRESS_CONTROL = 1002;
 
@@ -78,7 +78,7 @@ void mating_loop(DRIVER_STATE& d, std::string_view caption, bool bothRows) {
     }
 }
 
-// New and cold, then at design condition; false after a fatal stop that came back.
+// New and cold, then at design condition; false after a fatal stop that returned.
 bool mating_pressures(DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     s.ci = s.ct = 0.0f;

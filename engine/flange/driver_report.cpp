@@ -17,7 +17,7 @@ Int FLANGE_PWHT_REQUIRED = 0, FLANGE_P_NUMBER_ONE = 0, FLANGE_GROUP_CODE = 0;
 
 namespace {
 
-// A template with the trimmed area label within.
+// A template with the trimmed area label in it.
 void area_line(std::string_view before, std::string_view behind, Real area) {
     LinePieces text;
     text.text(before).blanks(1).text(unit_label(Kind::area)).text(behind);
@@ -95,8 +95,8 @@ void rigidity_step(DRIVER_STATE& d) {
     NEW_DIV_2_RULES = rules;
 }
 
-// The indices with the moduli of the final pass, which are those of the step when code and moduleCode ask
-// the same tables.
+// The indices with the moduli of the final pass. They are those of the step when code and moduleCode
+// select the same tables.
 void rigidity_values(const DRIVER_STATE& d) {
     FLANGE_STATE& s = *d.s;
     if (!rigidity_asked(d) || up_to_asme_viii(moduleCode) != s.asme()) return;
@@ -158,7 +158,7 @@ bool governing_thickness(const DRIVER_STATE& d, Real& thickness, bool& noCylinde
     }
 }
 
-// What the hook hands on; false when it ends without.
+// The values for the toughness routines; false when there are none to pass on.
 bool toughness_values(const DRIVER_STATE& d, Real& thickness, bool& noCylinder) {
     const FLANGE_STATE& s = *d.s;
     if (from_pd_5500(s.code) || !(s.P > 0.0f) || !(d.mapAmbient > 0.0f) || s.standardFlange != 0)

@@ -15,7 +15,7 @@ void pressure_line(std::string_view label, Real pressure) {
 void EQUIVALENT_PRESSURE(Real F, Real M, Real G, Real Pi, Real P, Real& Peq) {
     const Real pF = 4.0f * max(0.0f, F) / (Pi * square(G));
     const Real pM = 16.0f * std::abs(M) * 12.0f / (Pi * cube(G));
-    // External loads add to whichever pressure is there: an external one grows too.
+    // External loads raise the pressure that is there: an external one grows, too.
     Peq = P < 0.0f ? P - pF - pM : P + pF + pM;
 
     BLANK_LINE();

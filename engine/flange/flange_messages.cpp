@@ -18,7 +18,7 @@ struct MESSAGE {
     Int code;
     bool fatal;
     Int decimals;
-    std::string_view before, after; // the value stands between
+    std::string_view before, after; // the value goes between
 };
 
 // clang-format off

@@ -1,5 +1,5 @@
 // Flat heads and blind flanges (UG-34(c)(2), EN 13445-3 10.5): the stress is a pressure term and a
-// bolt term, and the two apart give the pressure that the head carries.
+// bolt term, and the two separately give the pressure that the head carries.
 #include "flange/stresses.h"
 #include "report/lines.h"
 
@@ -256,7 +256,7 @@ void FLAT_HEAD_STRESSES(FLANGE_STATE& s, Real tCor) {
     const Real Tb = bolt_term(s, head, s.Wm1);
     STo = Tb + pressure_term(s, head, Tb);
 
-    // Stress per bolt load, per pressure, and from the pressure that external loads stand for.
+    // Stress per bolt load, per pressure, and from the pressure that replaces external loads.
     const Real t2 = square(tCor);
     s.SPerW = bolt_term_per_load(s, head);
     s.SPerP = s.Cf * s.Zcover * square(head.span) / t2;

@@ -7,7 +7,7 @@ namespace tarvane {
 
 namespace {
 
-// A width with the text that tells where it comes from.
+// A width, and the text that shows where it comes from.
 struct Width {
     Real value;
     std::string_view symbol;
@@ -20,7 +20,7 @@ void width_line(std::string_view label, const Width& width) {
     COLUMN_LINE(line.view(), width.value, Kind::diameter);
 }
 
-// Contact width N. From sketch 1c on the gasket lies in a groove of its own, so that only its own
+// Contact width N. From sketch 1c on the gasket is in a groove of its own, so that only its own
 // diameters count; otherwise the flange face and the bore limit the contact.
 Real contact_width(const FLANGE_STATE& s, Int sketch) {
     if (sketch > 2) return (s.Go - s.Gi) / 2.0f;
@@ -68,7 +68,7 @@ Width basic_width(const FLANGE_GIVEN& s, Int sketch, bool columnI, Real N) {
     }
 }
 
-// Effective width b. The inch form holds in both systems, as the widths are in inches.
+// Effective width b. The inch form applies in both systems, as the widths are in inches.
 Width effective_width(Real bo) {
     if (bo <= 0.25f) return {bo, "bo"};
     return {0.5f * std::sqrt(bo), UNITS.thickness > 20.0f ? "Cb sqrt(bo)" : "sqrt(bo) / 2"};
@@ -82,7 +82,7 @@ Width reaction_diameter(const FLANGE_STATE& s, const GASKET_CALL& call, Real bo,
     return {s.GoC - 2.0f * b, "Go - 2 * b"};
 }
 
-// Taylor Forge bulletin 502. The basic width stays as the sketch gave it and counts no more.
+// Taylor Forge bulletin 502. The basic width stays that of the sketch and is not used.
 void taylor_forge_full_face(const FLANGE_STATE& s, Width& bo, Width& b, Width& G) {
     bo.symbol = "Full Face";
     b = {(s.C - s.GiC) / 4.0f, "(C-Gi) / 4"};

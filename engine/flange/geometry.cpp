@@ -13,7 +13,7 @@ void dimension_line(std::string_view label, std::string_view symbol, Real value,
     COLUMN_LINE(line.view(), value, kind);
 }
 
-// Bore and hub; a ring that stands loose of its shell or hub shows none of them.
+// Bore and hub; a ring that is loose of its shell or hub shows neither.
 void hub_dimensions(const FLANGE_STATE& s) {
     if (s.type >= REVERSE_WELD_NECK) {
         dimension_line("Corroded Flange ID,     B'cor = ", "B'+2*ci", corroded_bore(s),

@@ -5,7 +5,7 @@
 
 namespace tarvane {
 
-// What the allowances take of the flange's thickness.
+// Corrosion taken off the flange's thickness.
 inline Real thickness_allowance(const FLANGE_GIVEN& s) {
     return s.thicknessCorrodes() ? s.ci + 2.0f * s.ce : 0.0f;
 }
@@ -30,11 +30,11 @@ inline Real reverse_shell_diameter(const FLANGE_GIVEN& s) {
     return s.A - 2.0f * s.ce;
 }
 
-// ct anew from the allowances of the record. Loose flanges and lap joints are analysed without the hub
+// ct from the allowances of the record. Loose flanges and lap joints are analysed without the hub
 // side's allowance: types 4 to 6 lose ci, and type 6 loses ct.
 void SETTLE_ALLOWANCES(FLANGE_GIVEN& s);
 
-// The block of corroded dimensions; it has no results.
+// Writes the block of corroded dimensions; nothing else.
 void CORRODED_DIMENSIONS(const FLANGE_STATE& s);
 
 } // namespace tarvane

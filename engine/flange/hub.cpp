@@ -74,7 +74,7 @@ void en_hub_lines(const FLANGE_GIVEN& s, Real ci, Real& tHubReq) {
     required_thickness_line(tHubReq, s.go);
 }
 
-// k for the reader, by the bore; the limits themselves are reduced by the attached shell's.
+// k as the lines show it, by the bore; the limits themselves are reduced by that of the attached shell.
 void augmentation_lines(Int code, Real Bi) {
     HEADING(code == PD_5500 ? "Stress Augmentation Factor per PD:5500 paragraph 3.8.3.4.2 [k]:"
                             : "Gasket Augmentation Factor per EN 13445 paragraph 11.5.4.2 [k]:");

@@ -10,7 +10,7 @@ namespace tarvane {
 
 namespace {
 
-// Label, the formula behind it in 22 columns, value.
+// Label, the formula after it in 22 columns, value.
 LinePieces hub_line(std::string_view label, std::string_view formula, Real value) {
     LinePieces line;
     line.text(label).padded(formula, 22).fixed(value, 10, 3);
@@ -29,7 +29,7 @@ Real loose_F(Real lx, Real lh) {
             0.00358934f * square(lh) + 0.110179f * lx * lh);
 }
 
-// `held` comes back for an Xh outside every range, a not-a-number that is.
+// Returns `held` for an Xh outside every range, which is a not-a-number.
 Real loose_V(Real Xg, Real Xh, Real lx, Real lh, Real held) {
     if (Xh >= 0.1f && Xh <= 0.25f) {
         return exp(6.57683f - 0.115516f * Xg + 1.39499f * std::sqrt(Xg) * lx +
@@ -125,7 +125,7 @@ void FLANGE_HUB_RATIOS(FLANGE_STATE& s) {
     if (!(s.go > s.ci)) {
         s.ho = 0.0f;
     } else if (s.type == REVERSE_WELD_NECK) {
-        // The hub stands on the outside: A takes the external allowance, go does not.
+        // The hub is on the outside: A takes the external allowance, go does not.
         s.ho = std::sqrt((s.A - 2.0f * s.ce) * (s.go - s.ci));
         hoText = "sqrt(Acor*goCor)";
     } else {
@@ -158,7 +158,7 @@ void FLANGE_HUB_RATIOS(FLANGE_STATE& s) {
 
 void TABLE_4164_FACTORS(FLANGE_STATE& s) {
     const Real Xg = s.gRatio;
-    const Real Xh = min(max(s.hRatio, 0.1f), 2.0f); // the stored ratio stays
+    const Real Xh = min(max(s.hRatio, 0.1f), 2.0f); // the stored ratio is not limited
     const Real lx = log(Xg);
     const Real lh = log(Xh);
 

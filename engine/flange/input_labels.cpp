@@ -97,7 +97,7 @@ std::string_view FLANGE_LABEL(Int code, Int number) {
     if (number < FIRST_NUMBER || number > LAST_NUMBER) return format;
     for (const LABEL& label : LABELS)
         if (label.number == number && (label.code == ANY || label.code == code))
-            format = label.format; // a code's own form stands behind the common one
+            format = label.format; // a code's own form comes after the common one
     return trimmed(format);
 }
 

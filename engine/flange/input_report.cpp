@@ -84,7 +84,7 @@ bool patterned_holes(const STATE& s) {
 
 // ---- lines -----------------------------------------------------------------------------------
 
-// What a line's format takes up: the number of its F or I, the text of its A.
+// The value that a line's format prints: the number of its F or I, the text of its A.
 struct ECHO_VALUE {
     Real number = 0.0f;
     Text<60> text;

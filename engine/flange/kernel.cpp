@@ -164,7 +164,7 @@ void equivalent_pressure(FLANGE_STATE& s) {
     s.dPeq = s.Peq - s.P;
 }
 
-// Design selection; where it sends the kernel.
+// Design selection; returns where the kernel goes next.
 Next design_selection(FLANGE_STATE& s, KERNEL_STATE& k) {
     if (s.kind != DESIGN) return Next::go_on;
     if (++k.designRounds > DESIGN_ROUNDS) {
@@ -256,7 +256,7 @@ bool ring_exists(FLANGE_STATE& s) {
     return false;
 }
 
-// Shape factors; false after a fatal stop that came back.
+// Shape factors; false after a fatal stop that returned.
 bool shape_factors(FLANGE_STATE& s) {
     FLANGE_HUB_RATIOS(s);
     const bool hub = s.gRatio > 0.0f && s.type != LOOSE_RING;
@@ -296,7 +296,7 @@ void stress_factors(FLANGE_STATE& s) {
     }
 }
 
-// Inertias that share out the external moment, Table 4.16.7; the factors they need are formed
+// Inertias that divide the external moment, Table 4.16.7; the factors they need are formed
 // silently beforehand.
 bool inertias(FLANGE_STATE& s) {
     s.I = s.Ip = 0.0f;

@@ -169,7 +169,7 @@ void THICKNESS_LINES(FLANGE_STATE& s, KERNEL_STATE& k) {
         blind_thickness_lines(s, k);
     else if (!k.kindIsAnalysis)
         required_thickness_line(s, k);
-    // Bolts just used up: Ab Sb = H + Hp at this pressure.
+    // The pressure at which the bolts are used up: Ab Sb = H + Hp.
     s.Pbolt = s.Ab * s.Sb / (QUARTER_PI * square(s.G) + 2.0f * s.b * PI * s.G * s.m);
 }
 

@@ -76,7 +76,7 @@ void gasket_moments(FLANGE_STATE& s) {
     }
 
     s.Mr = 0.0f;
-    if (taylor_forge(s)) { // the reverse moment at the bolts knows no correction
+    if (taylor_forge(s)) { // the reverse moment at the bolts has no correction
         s.Mr = s.HG * s.hgDouble;
         moment_row("Full Face Load, Mr  ", s.HG, s.hgDouble, 1.0f, s.Mr);
     }
@@ -106,7 +106,7 @@ void external_load_moment(FLANGE_STATE& s) {
     const Real in_report_units = UNITS.moment == 1.0f ? 12.0f : 1.0f;
     const Real Me = s.Mbend * in_report_units * UNITS.moment;
     const Real inertia = fourth(UNITS.diameter);
-    // A template holds six values: its last placeholder stays as it is.
+    // A template holds six values: its last placeholder is printed as it is.
     NUMBER_LINE(
         UNITS.diameter <= 3.0f ? "= 4*@0[@1/(0.384*@1+@1))*(@3/(@1-2*@3)) +"
                                : "= 4*@0[@1/(0.384*@1+@1))*(@1/(@1-2*@1)) +",

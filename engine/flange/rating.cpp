@@ -77,7 +77,7 @@ LEAST cover_limit(const FLANGE_STATE& s, Real dP) {
     const Real top = s.ALLOWED[OPERATING][TANGENTIAL] - s.extLoad * SPerW - s.SPerDP;
     const Real perP = bolt_load_per_pressure(s);
     LEAST least{top / (perP * SPerW + max(s.SPerP, 0.0f)), BY_OPERATING_STRESS + TANGENTIAL};
-    // The deflection in inches stands against the pressure here.
+    // Here the deflection in inches is compared with pressures.
     if (std::abs(s.dfActual) > 0.001f) least.of(s.dfActual, BY_DEFLECTION);
     least.of((s.Ab * s.ALLOWED[OPERATING][BOLTING] - s.extLoad) / perP, BY_BOLTS);
     return {least.x + dP, least.by};
@@ -111,7 +111,7 @@ void limit_on_line(const LOAD_STATE& s, Real pSeat, Real low, Real high, Real li
     if (slope > 0.0f) least.of((limit - cut) / slope, by);
 }
 
-// Beyond pSeat the bolts must be given more than the gasket asks for. The seating stresses grow in
+// Above pSeat the bolts need more load than the gasket does. The seating stresses grow in
 // proportion to that bolt load, linear in pressure.
 LEAST seating_limit_beyond(const FLANGE_STATE& s, const RIGIDITY_LIMITS& limits, Real pSeat) {
     const Real SbAllow = s.ALLOWED[OPERATING][BOLTING];

@@ -14,7 +14,7 @@ namespace {
 void clear_sentinels(const FLANGE_RECORD& record) {
     constexpr auto none = std::bit_cast<std::uint32_t>(NO_VALUE);
     Int found =
-        0; // counted first: a record is read several times, and has them the first time only
+        0; // counted first: a record is read several times, and has them only the first time
     for (Int i = 1; i <= RECORD_ELEMENTS; ++i)
         found += std::bit_cast<std::uint32_t>(record(i)) == none ? 1 : 0;
     if (found == 0) return;

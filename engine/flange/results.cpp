@@ -15,7 +15,7 @@ constexpr FLANGE_RESULTS at_load() {
 }
 constexpr FLANGE_RESULTS AT_LOAD = at_load();
 
-// Every result still to come.
+// No result yet.
 constexpr FLANGE_RESULTS no_results() {
     FLANGE_RESULTS r = AT_LOAD;
     for (Real& value : r.message_value)

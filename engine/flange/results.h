@@ -1,5 +1,5 @@
 // What the latest FLANGE_CALC found, for a host: values of the stages of the final pass. The layout is that
-// of TARVANE_FLANGE_RESULTS, which tells each member.
+// of TARVANE_FLANGE_RESULTS, which describes each member.
 #pragma once
 
 #include "flange/state.h"
@@ -14,7 +14,7 @@ inline constexpr Int MOST_MESSAGES = 50;
 
 enum FLANGE_STATUS : Int { NOT_CALCULATED, CALCULATED, REFUSED, GAVE_UP, AREA_SHORT, STOPPED };
 
-// What holds a pressure down; a stress is its place, plus one or the other of the first two.
+// What limits a pressure. A stress is coded by its place, plus the second or third of these.
 inline constexpr Int HELD_BY_NOTHING = 0, BY_OPERATING_STRESS = 1, BY_SEATING_STRESS = 11;
 inline constexpr Int BY_RIGIDITY = 20, BY_BOLTS = 21, BY_HUB = 22, BY_DEFLECTION = 23;
 inline constexpr Int FAILED_ALREADY = 5; // failure_by beyond DRIVER_STATE::Governing
@@ -77,7 +77,7 @@ extern FLANGE_RESULTS FOUND;
 
 // ---- what the stages leave for the block ---------------------------------------------------------------
 
-// How far a run of the kernel came.
+// How far a run of the kernel got.
 enum KERNEL_STAGE : Int {
     AT_ENTRY,
     AT_LOADS,
@@ -89,7 +89,7 @@ enum KERNEL_STAGE : Int {
     AT_END
 };
 
-// Values that the state does not keep, or not as the stresses took them: begun afresh in each run of the
+// Values that the state does not keep, or not as the stresses used them: reset in each run of the
 // kernel.
 inline constexpr Int SEARCH_CONVERGED = 1, SEARCH_USED_UP = 0, SEARCH_LEFT = -1;
 struct KERNEL_NOTES {
@@ -112,13 +112,13 @@ extern KERNEL_NOTES NOTED;
 void BEGIN_RESULTS(const DRIVER_STATE& d);
 // A message of the input check, with its value in report units.
 void NOTE_MESSAGE(Int number, Real value);
-// The run is to end: told before the host is asked, which may not come back.
+// The run is to end: noted before the host is called, which may not return.
 void NOTE_STOP(Int fatalCode);
 void NOTE_OPENINGS(const OPENINGS_CALL& call);
 void NOTE_LAP(Real operating, Real seating);
-// What held a pressure down that is one of the two of the latest run of the kernel.
+// What limits a pressure that is one of the two of the latest run of the kernel.
 Int HELD_BY(const RATING_STATE& s, Real pressure);
-// The state behind the run of the kernel that the report shows.
+// The state after the run of the kernel that the report shows.
 void KEEP_FINAL_PASS(const FLANGE_STATE& s);
 // What FLANGE_CALC returns, and how it ended.
 void CLOSE_RESULTS(const DRIVER_STATE& d);

@@ -223,7 +223,7 @@ void hub_inertia(FLANGE_STATE& s) {
     inertia_value_line(s.I);
 }
 
-// The internal and the thickness allowance stay off a ring: B and t - ce as given.
+// A ring is without the internal and the thickness allowance: B as given, and t - ce.
 void ring_inertia(FLANGE_STATE& s) {
     const Real Aext = s.A - 2.0f * s.ce;
     const Real Ar = 0.5f * (Aext - s.B);

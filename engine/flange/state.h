@@ -35,8 +35,8 @@ inline constexpr Int BOLT_AREA_SHORT = 2;
 
 using StressTable = Real[2][PLACES];
 
-// The flange as the record and the call give it. A pass changes it as its stages need: the record is read
-// anew before the next one.
+// The flange as the record and the call give it. A pass changes it as its stages need: the record is
+// read again before the next one.
 struct FLANGE_GIVEN {
     // ---- record (element number after each) -----------------------------------------------------
     Int element1 = 0;        // 1   element number; negative: stand-alone form
@@ -89,7 +89,7 @@ struct FLANGE_GIVEN {
     Int useShellStress = 0; // 72
     Int seatRule = 0;       // 73  1: W = Sa * Ab
     Real caShell = 0;       // 74
-    Int boltReference = 0;  // 75, as it came
+    Int boltReference = 0;  // 75, as given
 
     Text<15> flangeMaterial;  // text slot 0
     Text<15> boltMaterial;    // 15
@@ -118,11 +118,11 @@ struct FLANGE_GIVEN {
     Real coverFactor = 1.0f;   // h of UG-39(e)(2)
     Int coverFlag = 0;
 
-    // Conditions that several stages ask for.
+    // Conditions that several stages use.
     bool en_or_pd() const { return pd_or_en(code); }
     bool asme() const { return asme_viii(code); }
     bool nonCircular() const { return type == BLIND && dS >= 0.001f && D > 0.001f; }
-    // The allowances count at the flange's thickness too.
+    // The allowances apply to the flange's thickness, too.
     bool thicknessCorrodes() const { return useCorrosion(1) == 'Y' || useCorrosion(1) == 'y'; }
     // External loads are in force: "Y" and 14 blanks.
     bool external_loads() const { return externalLoads == "Y"; }
@@ -177,7 +177,7 @@ struct RATING_STATE {
     Real rigidityOut = 0;
     Real MAWPop = 0, MAWPseat = 0;
     Real MAWPopFixed = -1.0f, MAWPseatFixed = -1.0f; // of the mating load iterations
-    Int MAWPopBy = 0, MAWPseatBy = 0, MAWPopFixedBy = 0, MAWPseatFixedBy = 0; // what held them down
+    Int MAWPopBy = 0, MAWPseatBy = 0, MAWPopFixedBy = 0, MAWPseatFixedBy = 0; // what limits them
     Real Pbolt = 0; // pressure at which the bolts are used up
     Real tChannelMin = 0, dfAllowUsed = 0, dfActual = 0;
     Real weightForging = 0, weightFinished = 0;
@@ -203,10 +203,10 @@ struct FLANGE_STATE : FLANGE_GIVEN,
 
     // ---- moduli, psi ----------------------------------------------------------------------------
     Real Ecold = 0, Ehot = 0; // at 70 F and at the design temperature
-    bool moduliHeld = false;  // those of the run before, which had the same material
+    bool moduliHeld = false;  // those of the previous run, which had the same material
 
     Int error = 0;
-    bool stopped = false; // a fatal stop whose host service came back
+    bool stopped = false; // a fatal stop whose host service returned
 
     // Full face gasket of a reverse flange under PD 5500 and EN 13445: the balancing arm.
     bool reverseFullFace() const { return from_pd_5500(code) && type > BLIND && fullFace; }

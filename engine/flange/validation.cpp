@@ -20,7 +20,7 @@ bool blind(const STATE& s) { return s.type == BLIND; }
 // A flange whose face may end inside the bore's diameter: loose ring, lap joint.
 bool free_of_bore(const STATE& s) { return s.type == LOOSE_RING || s.type == LAP_JOINT; }
 bool mating_loads(const STATE& s) { return s.matingLoads(1) == 'Y'; }
-// The hub proportions are looked at under ASME, and not of a standard flange.
+// The hub proportions are tested under ASME only, and not for a standard flange.
 bool hub_proportions_count(const STATE& s) {
     return s.type == INTEGRAL_WELD_NECK && up_to_asme_viii(s.code) && s.standardFlange == 0;
 }
