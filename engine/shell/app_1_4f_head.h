@@ -28,7 +28,7 @@ struct APP_1_4F_ARGUMENTS {
     Int Element; // ELLIPTICAL, TORISPHERICAL; anything else changes nothing
     Int Outside; // 0: inside diameter
     Real P;      // design pressure
-    Real t;      // thickness at which the head stands
+    Real t;      // given thickness of the head
     Real L;      // crown radius, torispherical head
     Real D;      // diameter as given
     Real r;      // knuckle radius, torispherical head

@@ -1,4 +1,4 @@
-// What Appendix 1-4(f) takes off the pressures of a thin formed head.
+// Limits by Appendix 1-4(f) of the pressures of a thin formed head.
 #include "materials/modulus.h"
 #include "report/channel.h"
 #include "shell/app_1_4f_head.h"
@@ -51,7 +51,7 @@ void run(const SHLINT_ARGUMENTS& s, const CONDITION& at, Int Mode, Real Tstart, 
     APP_1_4F_HEAD(head);
 }
 
-// What a pressure is limited by, and how a report shows it.
+// A pressure, its limit, and how a report shows them.
 struct LIMITED {
     Real &pressure, &limit; // arguments of SHLINT
     Real& noted;            // of SHELL

@@ -11,7 +11,7 @@ void titled_ratio(std::string_view text, Real ratio, std::string_view behind, co
     line.text(text).bare(ratio, 4).text(behind).write(style);
 }
 
-// A label, its value, and the unit behind it.
+// A label, its value, and the unit after it.
 void value_of(std::string_view label, Real value, std::string_view unit) {
     LinePieces line;
     line.text(label).bare(value, 4).text(" ").text(unit).write();
@@ -79,7 +79,7 @@ void radius_lines(const APP_1_4F_TRIAL& s) {
     length_of("Re   = c + r                = ", s.Re);
 }
 
-// Se and Sy lead to their pressures in one way.
+// The same steps lead from Se and from Sy to their pressures.
 void internal_pressure_lines(std::string_view heading, std::string_view symbols, Real stress,
                              const APP_1_4F_TRIAL& s, Real pressure) {
     const Real Re = as_diameter(s.Re);
@@ -119,7 +119,7 @@ std::string_view allowable_heading(Int Mode) {
     }
 }
 
-// The MAWP at the top of a vessel that stands full.
+// The MAWP at the top of a vessel that is full.
 void hydrostatic_lines(Real Pa, Real Hydro) {
     const std::string_view unit = unit_label(Kind::pressure);
     LinePieces head;

@@ -6,7 +6,7 @@ namespace tarvane {
 
 namespace {
 
-// A limit of the knuckle, and which of it and the cone holds.
+// A limit of the knuckle, and which of the two governs, it or the cone.
 void trace_limit(TRACE& trace, TRACE_GROUP group, std::string_view title, std::string_view text,
                  std::string_view name, std::string_view title_of_both, std::string_view both,
                  Kind kind, Real knuckle, Real governing) {

@@ -17,7 +17,7 @@ struct DIV2_HEAD {
     Real Limit;    // knuckle stress
     Real Dw = 0.0f, Lw = 0.0f;
     Real Tm = 0.0f, Tk = 0.0f; // corroded thickness of crown and knuckle
-    Real K = 0.0f, M = 0.0f;   // by which these were found
+    Real K = 0.0f, M = 0.0f;   // which gave these
 };
 
 bool limit_by_modulus(Int Material) {
@@ -40,7 +40,7 @@ Real place_head(const SHLINT_ARGUMENTS& s, DIV2_HEAD& h, Real T) {
 }
 
 // Thickness at which both stresses just keep their limits, with c and u; a few passes, since the
-// factors depend on it. False when the head lies outside the factor tables.
+// factors depend on it. False when the head is outside the factor tables.
 bool solve_thickness(const SHLINT_ARGUMENTS& s, DIV2_HEAD& h) {
     Real T = s.t, Tp = 0.0f;
     bool last = false;

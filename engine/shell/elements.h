@@ -16,7 +16,7 @@ struct ELEMENT_RESULT {
 // Of SHELL_RESULTS: a thick wall, a high pressure, or both.
 inline Int thick_by(bool wall, bool pressure) { return (wall ? 1 : 0) + (pressure ? 2 : 0); }
 
-// What is in force before the minima: under AD-204 the thickness raw has them already.
+// The thickness before the minima: under AD-204 the raw one already includes them.
 inline Real formula_thickness(const SHLINT_ARGUMENTS& s) {
     return SHELL.formula == AD_204 ? max(SHELL.t_crown, SHELL.t_knuckle) : s.TreqRaw;
 }
@@ -48,7 +48,7 @@ inline Real cosine_of_degrees(Real alpha) { return cos(alpha * PI / 180.0f); }
 inline Real ellipse_factor(Real k) { return (square(k) + 2.0f) / 6.0f; }
 inline Real knuckle_factor(Real L, Real r) { return (std::sqrt(L / r) + 3.0f) / 4.0f; }
 
-// Each hands its formulas to a trace, where there is one.
+// Each passes its formulas to a trace, where there is one.
 ELEMENT_RESULT CYLINDRICAL_SHELL(const SHLINT_ARGUMENTS& s, TRACE* trace); // UG-27(c), App. 1-2(a)
 ELEMENT_RESULT SPHERICAL_SHELL(const SHLINT_ARGUMENTS& s, TRACE* trace);   // UG-27(d), App. 1-3
 ELEMENT_RESULT CONICAL_SECTION(const SHLINT_ARGUMENTS& s, TRACE* trace);   // UG-32(g), (h)

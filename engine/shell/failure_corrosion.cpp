@@ -13,7 +13,7 @@ constexpr Real STEP = 0.001f;
 constexpr Real NOT_FOUND = -1.0f;
 
 // From 0 so many steps lead to 32768 in., which a further one no longer changes: passes beyond them
-// would only hold the host up.
+// would only keep the host waiting.
 constexpr Int MOST_STEPS = 25150896;
 
 Int steps(Real t) { return min(truncated(t / STEP), MOST_STEPS); }
@@ -114,7 +114,7 @@ void openings(const FAILURE_CA_ARGUMENTS& f, Real& C, Real& F) {
     F = call.coverFactor;
 }
 
-// Steps first, so that one step at least is made.
+// The step comes first, so that at least one is made.
 Real flat_head(const FAILURE_CA_ARGUMENTS& f, Real d) {
     constexpr Real Z = 1.0f;
     Real C = f.C, F = 1.0f;

@@ -22,7 +22,7 @@ struct FAILURE_CA_ARGUMENTS {
     Int Service;
     Int CorrodedK;
 };
-// Code constants as they stand. A flat head counts as circular.
+// The code constants are used as they are. A flat head counts as circular.
 void COMPUTE_FAILURE_CA_DIV1(FAILURE_CA_ARGUMENTS& f);
 
 } // namespace tarvane

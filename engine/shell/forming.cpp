@@ -27,7 +27,7 @@ bool holds(std::string_view text, std::string_view piece) {
     return text.find(piece) != std::string_view::npos;
 }
 
-// UCS-79 and UHA-44: which materials have a limit at all. The record tells by its class, its external
+// UCS-79 and UHA-44: which materials have a limit at all. The record shows it by its class, its external
 // pressure chart and its note.
 bool strain_counts(const MATERIAL_RECORD& material) {
     const std::string_view chart = material.chart.view();

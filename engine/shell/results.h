@@ -77,7 +77,7 @@ constexpr SHELL_RESULTS shell_results_at_load() {
     return r;
 }
 
-// Begun: no stage has run.
+// The block before any stage has run.
 constexpr SHELL_RESULTS shell_results_begun() {
     SHELL_RESULTS r = shell_results_at_load();
     r.tc = r.t_req_raw = r.t_least = r.t_req = r.t_14f = r.t_governing = r.t_required = NO_VALUE;
@@ -97,7 +97,7 @@ inline constexpr SHELL_RESULTS SHELL_RESULTS_BEGUN = shell_results_begun();
 
 extern SHELL_RESULTS SHELL;
 
-// A calculation begins: everything but the serial number afresh.
+// Start of a calculation: all but the serial number is reset.
 inline void BEGIN_SHELL_RESULTS() {
     const auto serial = static_cast<std::uint32_t>(SHELL.serial) + 1u;
     SHELL = SHELL_RESULTS_BEGUN;

@@ -25,7 +25,7 @@ bool is_function(std::string_view name) {
     return false;
 }
 
-// The one told last counts.
+// The value given last counts.
 TRACE_SYMBOL_VALUE symbol_of(const TRACE& trace, std::string_view name) {
     for (Int i = trace.symbols - 1; i >= 0; --i)
         if (trace.symbol[i].name == name) return trace.symbol[i];

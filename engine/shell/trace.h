@@ -1,4 +1,4 @@
-// What the stages of SHLINT hand up for a report: each formula with its title, its text in the letters of
+// What the stages of SHLINT pass on for a report: each formula with its title, its text in the letters of
 // the code, the values of these letters and its result. SHLINT itself has no trace.
 #pragma once
 
@@ -61,14 +61,14 @@ struct TRACE {
 
 void BEGIN_TRACE(TRACE& trace, Int gate, std::string_view pressure_name = "P");
 
-// A letter of the texts that follow. It holds until it is told anew.
+// A letter of the texts that follow. It holds until it is given again.
 void TRACE_SYMBOL(TRACE& trace, std::string_view name, Real value, Kind kind,
                   std::string_view shown = {});
 // The same with a column line of its own.
 void TRACE_COLUMN(TRACE& trace, std::string_view label, std::string_view name,
                   std::string_view expression, Real value, Kind kind);
-// The text knows + - * / brackets, the superscript two (Western character 178), ln, exp, sqrt, max and
-// min; what else begins with a letter is a symbol, "cos(alpha)" as a whole.
+// The text may have + - * / brackets, the superscript two (Western character 178), ln, exp, sqrt, max
+// and min; what else begins with a letter is a symbol, "cos(alpha)" as a whole.
 void TRACE_FORMULA(TRACE& trace, TRACE_GROUP group, std::string_view title, std::string_view text,
                    std::string_view rule, Kind kind, Real value);
 // A formula whose result is a symbol of those that follow.
