@@ -1,5 +1,5 @@
 // External pressure by the charts (UG-28 to UG-33): factor A from the shape, factor B from the chart's
-// curve, the pressure from B; and the two searches that turn the question round.
+// curve, the pressure from B; and the two searches, for the thickness and the length.
 #pragma once
 
 #include "external/results.h"
@@ -9,8 +9,8 @@
 namespace tarvane {
 
 // Factor A of an element, from Table G where the switch asks for it and the table has it, else by
-// formula. D/t and L/D come back as they went in: L/D of a cylinder or cone held to 0.05 and 50.
-// Another element than 1 to 5 leaves A. A cone's length is kept in the record.
+// formula. dt and ld return the ratios used, L/D of a cylinder or cone held within 0.05 and 50. An
+// element outside 1 to 5 leaves A as it is. A cone's length is kept in the record.
 void FACTOR_A(Real tc, Real Do, Real L, Real k, Int Element, Real& dt, Real& ld, Real& A);
 // Factor A of a cylinder by the equations of the geometric chart.
 Real FACTOR_A_FORMULA(Real dt, Real ld);
@@ -44,11 +44,11 @@ struct CHART_CALL {
     SEARCH_END search = NO_SEARCH;
 };
 
-// Allowable pressure at t and L; the record takes it down.
+// Allowable pressure at t and L; the record keeps the evaluation.
 void EMAP_AT(CHART_CALL& call, const CHART_CURVE& curve);
-// t for the pressure P; t, c and u come back along the wall, divided by cosA.
+// t for the pressure P; t, c and u are returned along the wall, divided by cosA.
 void TCA_SOLVE(CHART_CALL& call, const CHART_CURVE& curve, Real P);
-// L for the pressure P; 0 when there is none to carry.
+// L for the pressure P; 0 when there is no pressure to carry.
 void SLEN_SOLVE(CHART_CALL& call, const CHART_CURVE& curve, Real P);
 
 } // namespace tarvane

@@ -34,7 +34,7 @@ void CC2286_AXIAL(Real Do, Real L, Real t, Real Ey, Real Fy, Real Ku, Real Lu, R
         Ca = 3.13f / pow(Mx, 0.42f);
     const Real Cc = Dot < 1247.0f ? min(409.0f * Ca / (Dot + 389.0f), 0.9f) : 0.25f * Ca;
 
-    // The stress that the factor of safety goes by is the one that is divided.
+    // The factor of safety goes by the same stress that it divides.
     FSe = FS_SILENT(0.0f, Cc * Ey / Dot, Fy, Fxe);
     if (EXTERNAL.CarbonChart != 0) {
         Real Fxc = 0.5f * Fy;

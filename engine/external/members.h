@@ -9,7 +9,7 @@
 namespace tarvane {
 
 // Axial compression: Fca of a column of slenderness Lambda, 1000000 when it is too slight or too great
-// for the equation; FSc is left alone by a chart that is not one of carbon steel.
+// for the equation; a chart that is not one of carbon steel leaves FSc as it is.
 void CC2286_AXIAL(Real Do, Real L, Real t, Real Ey, Real Fy, Real Ku, Real Lu, Real& FSc,
                   Real& Lambda, Real& Fxa, Real& FSe, Real& Fxe, Real& Fca);
 
@@ -20,7 +20,7 @@ void CC2286_BENDING(Real Do, Real t, Real Ey, Real Fy, Real FS, Real Fxa, Real& 
 void CC2286_SHEAR(Real Do, Real L, Real t, Real Ey, Real Fy, Real& Fva, Real& Cv);
 
 // Axial and hoop compression together: applied stresses Fa and Fb, pressure P on the diameter D with
-// the joint efficiency Ej. What no step forms is left alone.
+// the joint efficiency Ej. What no step calculates is left as it is.
 void CC2286_INTERACTION(Real P, Real D, Real t, Real Fa, Real Fb, Real Lambda, Real Fha, Real Fxa,
                         Real FSh, Real FSx, Real Fy, Real Ej, Real Fxa2, Real FSx2, Real& Fxha,
                         Real& Fhxa, Real& Fxha2);

@@ -76,7 +76,7 @@ constexpr EXTERNAL_RESULTS external_results_at_load() {
     return r;
 }
 
-// Begun: no stage has run.
+// The block before any stage has run.
 constexpr EXTERNAL_RESULTS external_results_begun() {
     EXTERNAL_RESULTS r = external_results_at_load();
     for (Int i = 0; i < CHART_COLUMNS; ++i)
@@ -97,7 +97,7 @@ inline constexpr EXTERNAL_RESULTS EXTERNAL_RESULTS_BEGUN = external_results_begu
 
 extern EXTERNAL_RESULTS EXTERNAL_FOUND;
 
-// A calculation begins: everything but the serial number afresh.
+// Start of a calculation: all but the serial number is reset.
 inline void BEGIN_EXTERNAL_RESULTS() {
     const auto serial = static_cast<std::uint32_t>(EXTERNAL_FOUND.serial) + 1u;
     EXTERNAL_FOUND = EXTERNAL_RESULTS_BEGUN;

@@ -15,12 +15,12 @@ namespace tarvane {
 namespace {
 
 bool USE_CHARTS(Real Fy) {
-    if (Fy <= 0.001f) return true; // the stresses are measured by the yield
+    if (Fy <= 0.001f) return true; // the stresses are compared with the yield
     if (GLOBALS_mp_G_NUSE_CASE2286 == 1) return false;
     return moduleCode == ASME_VIII_1 || !present_division_2();
 }
 
-// Chart and curve of this element. Without a chart file the curve of the last call stands.
+// Chart and curve of this element. Without a chart file the curve of the last call is used.
 void PREPARE_CHART(const SHLEXT_CALL& s) {
     EXTERNAL_STATE& x = EXTERNAL;
     x.chart = std::string_view(s.Chart, 8);
@@ -156,7 +156,7 @@ void note_flat_head(const SHLEXT_CALL& s, const WALL& w) {
     f.tca = s.Tca;
 }
 
-// What no stage formed is the caller's own.
+// A result that no stage calculated is the caller's own.
 void note_results(const SHLEXT_CALL& s, const WALL& w) {
     EXTERNAL_RESULTS& f = EXTERNAL_FOUND;
     note_wall(s, w);
@@ -166,7 +166,7 @@ void note_results(const SHLEXT_CALL& s, const WALL& w) {
     f.fail_ca = s.FailCA;
 }
 
-// A cone so flat that it is one (UG-34, C = 0.25).
+// A cone so flat that it counts as a flat head (UG-34, C = 0.25).
 void FLAT_HEAD(SHLEXT_CALL& s, const WALL& w) {
     s.Tca = (s.D + 2.0f * s.c) * std::sqrt(0.25f * s.P / s.S) + s.c + w.ue;
     s.Slen = s.ConeLength;

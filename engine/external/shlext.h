@@ -6,7 +6,7 @@
 
 namespace tarvane {
 
-// The arguments of a call; what is given and returned stands at SHLEXT in the public header.
+// The arguments of a call; the public header describes them at SHLEXT.
 struct SHLEXT_CALL {
     Real P = 0.0f, Temp = 0.0f;
     char* Chart = nullptr; // 12 characters

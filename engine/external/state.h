@@ -11,7 +11,7 @@ namespace tarvane {
 
 constexpr bool cylinder_or_cone(Int Element) { return Element == CYLINDER || Element == CONE; }
 
-// What SHLEXT is after.
+// What a stage of SHLEXT looks for.
 enum class EXTERNAL_STAGE : Int {
     maep = 1,      // pressure at the given thickness
     thickness = 2, // thickness for the design pressure

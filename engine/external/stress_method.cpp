@@ -277,7 +277,7 @@ BUCKLING_HEAD BIAXIAL_COMPRESSION(Real Ro, Real Ey, Real t, Real Fy, Real Sigma1
     return out;
 }
 
-// One stress of tension; no lines.
+// One stress is tension; no lines.
 BUCKLING_HEAD MIXED_STRESSES(Real Ro, Real Ey, Real t, Real Fy, Real Sigma2) {
     const SILENCE no_lines;
     const Real Rot = Ro / t;
@@ -288,7 +288,7 @@ BUCKLING_HEAD MIXED_STRESSES(Real Ro, Real Ey, Real t, Real Fy, Real Sigma2) {
     const Real Fr = Fhe / Fy;
 
     BUCKLING_HEAD out;
-    if (Fr == 1.6f) return out; // belongs to neither of its neighbours here
+    if (Fr == 1.6f) return out; // the ranges on both sides leave it out
     Real Fic = HEAD_FIC(Fr, Fhe, Fy, out.Fic_by);
     const Real FS = CC2286_FS(Fhe, Fic, Fy);
     out.FS = FS;

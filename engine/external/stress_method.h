@@ -8,14 +8,14 @@
 namespace tarvane {
 
 // Factor of safety for the elastic stress F and the predicted buckling stress Fic. By a chart that is
-// not one of carbon steel Fic is formed anew from the tangent modulus; with F at most 100 that starts
-// from Fic itself.
+// not one of carbon steel Fic is calculated again from the tangent modulus; with F at most 100 that
+// starts from Fic itself.
 Real CC2286_FS(Real F, Real& Fic, Real Fy);
 
 // Cylinder (4.4.5), stresses and pressure in psi.
 struct BUCKLING_CYLINDER {
     Real FS, Fhe, Fha, Pa;
-    Real Fic; // as the factor of safety goes by it
+    Real Fic; // as the factor of safety uses it
     FIC_SOURCE Fic_by;
 };
 BUCKLING_CYLINDER CC2286_CYLINDER(Real Do, Real L, Real t, Real Ey, Real Fy);
