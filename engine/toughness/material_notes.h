@@ -1,4 +1,4 @@
-// What the codes say of a material by its name and record: curve of UCS-66, UHA-51, UCS-6.
+// What the codes say about a material by its name and record: curve of UCS-66, UHA-51, UCS-6.
 #pragma once
 
 #include "frame/text.h"

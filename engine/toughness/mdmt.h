@@ -40,7 +40,7 @@ struct MDMT_CALL {
 
     // Working values.
     Real Trequired = 0.0f;                     // required temperature
-    Real padRatio = 0.0f, padReduction = 0.0f; // Ratio and Reduction as they came
+    Real padRatio = 0.0f, padReduction = 0.0f; // Ratio and Reduction as given
     enum { no_ratio, thickness_ratio, stress_ratio } ratioKind = no_ratio;
     Real Lim = 0.0f;      // ratio up to which -55 F is no limit
     bool floored = false; // Mdmt is the floor of low ratios

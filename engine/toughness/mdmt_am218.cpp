@@ -9,7 +9,7 @@ namespace tarvane {
 
 namespace {
 
-constexpr Int AM218_ROWS = 60; // with the row behind them up to 4.0 in
+constexpr Int AM218_ROWS = 60; // with the row after them up to 4.0 in
 
 void minimum_temperature(MDMT_CALL& a) {
     constexpr Real START[] = {-20.0f, -50.0f, -55.0f}; // curves B, C, D outside the table

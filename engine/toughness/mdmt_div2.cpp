@@ -18,7 +18,7 @@ Real quartic(Real t, Real a0, Real a1, Real a2, Real a3, Real a4) {
     return a0 + a1 * t + a2 * square(t) + a3 * cube(t) + a4 * fourth(t);
 }
 
-// Curve of a figure: the level of thin parts, and the formula behind it.
+// Curve of a figure: the level of thin parts, and the formula after it.
 struct FIGURE_CURVE {
     Real thin;
     Real (*formula)(Real t);
@@ -102,7 +102,7 @@ Real graph_3_13(Real Sr, Real Sy) {
     return 60.7735f - 65.0266f * Sr + 4.364538f / square(Sr);
 }
 
-// Reduction of strong steels, [Tr]. The yield stress goes in as it stands, in psi.
+// Reduction of strong steels, [Tr]. The yield stress goes in as it is, in psi.
 Real strong_steel_reduction(Real Sr, Real Sy) {
     return (-27.20656f - 76.98828f * Sr + 103.0992f * square(Sr) + 0.007433649f * Sy) /
            (1.0f - 1.986738f * Sr - 0.01758474f * Sy + 0.00006479033f * square(Sy));

@@ -27,7 +27,7 @@ void figure_reduction_lines(const MDMT_CALL& a) {
     DIFFERENCE_LINE("Reduction in MDMT per UCS-66.1                      ", a.Reduction);
 }
 
-// The material's specification tells the temperature.
+// The temperature is that of the impact test of the material.
 void by_specification(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     const Real G = G_IMPACT.Ucs66g ? std::fabs(static_cast<Real>(record.ucs66gReduction)) : 0.0f;
     a.Tmin = static_cast<Real>(record.impactTemperature);
@@ -50,7 +50,7 @@ void by_specification(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     NOTE_TEMPERATURES(a, LOWEST_BY_IMPACT_TEST);
 }
 
-// The element is tested; the user may have told the temperature.
+// The element is tested; the user may have given the temperature.
 void by_user(MDMT_CALL& a, const MATERIAL_RECORD& record) {
     IMPACT_TESTED_ELEMENT_NOTE();
     if (!G_IMPACT.UserTable) return NOTE_TESTED_AS_REQUIRED(a);

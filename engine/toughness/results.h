@@ -1,4 +1,4 @@
-// What the last metal temperature was found by, for a host: rules, values of the stages, what governed. The
+// How the last metal temperature was found, for a host: rules, values of the stages, what governed. The
 // layout is that of TARVANE_MDMT_RESULTS.
 #pragma once
 
@@ -19,7 +19,7 @@ enum TEMPERATURE_SOURCE : Int {
     OF_CURVE_TABLE,   //   as a table
     OF_FIGURE_3_7,    // Division 2, not heat treated
     OF_FIGURE_3_8,    //   heat treated
-    OF_LOW_RATIO,     // the figures are not asked
+    OF_LOW_RATIO,     // the figures are not used
     AS_REQUIRED,      // an impact tested element is tested at the temperature that it needs
     OF_SPECIFICATION, // impact test of the material
     OF_USER,          //   of the element
@@ -91,7 +91,7 @@ constexpr MDMT_RESULTS mdmt_results_at_load() {
     return r;
 }
 
-// Begun: no stage has run.
+// The block before any stage has run.
 constexpr MDMT_RESULTS mdmt_results_begun() {
     MDMT_RESULTS r = mdmt_results_at_load();
     r.required = r.tg = r.tg_net = r.tg_limit = r.t_curve = NO_VALUE;
@@ -106,7 +106,7 @@ inline constexpr MDMT_RESULTS MDMT_RESULTS_BEGUN = mdmt_results_begun();
 
 extern MDMT_RESULTS MDMT_FOUND;
 
-// A calculation begins: everything but the serial number afresh.
+// Start of a calculation: all but the serial number is reset.
 inline void BEGIN_MDMT_RESULTS() {
     const auto serial = static_cast<std::uint32_t>(MDMT_FOUND.serial) + 1u;
     MDMT_FOUND = MDMT_RESULTS_BEGUN;

@@ -6,7 +6,7 @@
 
 namespace tarvane {
 
-// Curve numbers: A to D, and what stands for materials without a curve.
+// Curve numbers: A to D, and the values for materials without a curve.
 inline constexpr Int CURVE_A = 1, CURVE_B = 2, CURVE_C = 3, CURVE_D = 4;
 inline constexpr Int IMPACT_TESTED_CURVE = 5, EXEMPT_CURVE = 6;
 
@@ -27,7 +27,7 @@ Real UCS66_POLYNOMIAL(Int Curve, Real t);
 bool UCS66_INTERPOLATED(Int Curve, Real t, Real& T);
 
 // The nearer of the two rows that enclose t, the lower one in the middle, up to `rows` and the row
-// behind it; false outside, and T stays.
+// after it; false outside, and T is left as it is.
 bool UCS66_NEARER_ROW(Int Curve, Real t, Int rows, Real& T);
 
 } // namespace tarvane
