@@ -1,5 +1,5 @@
 /*
-** convention.h - how the routines of the library are declared. tarvane.h tells the calling convention.
+** convention.h - how the routines of the library are declared. tarvane.h describes the calling convention.
 */
 #ifndef TARVANE_CONVENTION_H
 #define TARVANE_CONVENTION_H

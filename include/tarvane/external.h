@@ -1,5 +1,5 @@
 /*
-** external.h - external pressure of shells and heads. Part of tarvane.h, which tells the calling convention.
+** external.h - external pressure of shells and heads. Part of tarvane.h, which describes the calling convention.
 */
 #ifndef TARVANE_EXTERNAL_H
 #define TARVANE_EXTERNAL_H
@@ -45,28 +45,28 @@ extern "C" {
 ** Returned:
 **   chart             characters 9 to 12 blank
 **   maep              greatest allowable external pressure (psi)
-**   tca               required thickness with c and ut (in); stays at a p of at most 0.001
-**   slen              longest stiffened length (in); of another element than a cylinder the one given.
+**   tca               required thickness with c and ut (in); unchanged when p is at most 0.001
+**   slen              longest stiffened length (in); of an element other than a cylinder the one given.
 **                     Without a pressure 0 by the charts, TARVANE_NO_VALUE by buckling stress
-**   d_o               outside diameter used (in); a torispherical head's outside crown radius
+**   d_o               outside diameter used (in); of a torispherical head its outside crown radius
 **   factor_a          factor A at the given thickness } by the charts; else
-**   factor_b          stress B at the given thickness } they stay
+**   factor_b          stress B at the given thickness } they are unchanged
 **   fha               allowable compressive stress at the given thickness (psi); 0 by the charts
 **   fail_ca           corrosion allowance at which the element fails (in); TARVANE_NO_VALUE when the
 **                     thickness is too small without one, and without a pressure
 **
 ** Notes:
-**   1) Codes above 2 are not calculated: maep, tca, slen, d_o and the factors stay.
+**   1) Codes above 2 are not calculated: maep, tca, slen, d_o and the factors are unchanged.
 **   2) By the charts: Division 1, unless GLOBALS_mp_G_NUSE_CASE2286 is 1; Division 2 by its older rules
 **      (GLOBALS_mp_G_NUSE_OLD_DIV_2), with the same exception.
 **   3) A temperature above the chart's highest is a warning in the report; the curve of the highest is
-**      taken. Without a chart file the curve of the last call stands, zeros before the first.
+**      used. Without a chart file the curve of the last call is used, zeros before the first.
 **   4) A cone of more than 60 degrees counts as a flat head (UG-34): maep, tca, slen (its axial length)
 **      and d_o are returned.
 **   5) A search that comes to its end without an answer returns its last value.
 **   6) IWRITE is 1 after the call, but not after one of the kinds of notes 1 and 4.
-**   7) An element outside the five kinds has no formula by buckling stress: maep stays, fha is 0, tca is t
-**      with c and ut.
+**   7) An element outside the five kinds has no formula by buckling stress: maep is unchanged, fha is 0,
+**      tca is t with c and ut.
 */
 TARVANE_API void TARVANE_CALL SHLEXT(
     const float* p, const float* temp, char* chart, int32_t chart_len, const int32_t* element,
@@ -140,10 +140,10 @@ enum { TARVANE_FAILS_BY_THICKNESS = 1, TARVANE_FAILS_BY_UG_16 = 2 };
 
 /*
 ** GETEXTERNALRESULTS - address of what the latest SHLEXT found: values of its stages, not of a printed
-** text. Filled alike with the report on and off; writing it changes no other result, gate or state. Zeros
-** but for version and bytes at load and after RESET_ENGINE; begun afresh at each entry. TARVANE_NO_VALUE:
+** text. Filled alike with the report on and off; filling it changes no other result, gate or state. Zeros
+** but for version and bytes at load and after RESET_ENGINE; reset at each entry. TARVANE_NO_VALUE:
 ** the stage did not run. Lengths in., stresses and pressures psi, temperatures F. It grows at its end
-** only: `bytes` tells a host how far it reaches.
+** only: `bytes` says how far it reaches.
 **
 ** Notes:
 **   1) The values of a stage are those of its last evaluation. By buckling stress tca and slen have one
@@ -164,7 +164,7 @@ typedef struct {
     int32_t modulus_status;   /* TARVANE_MODULUS_OF_TABLE and so on */
     float p, temp;            /* as given */
     float temp_curve;         /* temperature of the curve */
-    float modulus;            /* of the chart, or of the table where a stress is measured by it */
+    float modulus;            /* of the chart, or of the table where a stress is compared with it */
     float s, sy;              /* as given */
     float tc;                 /* thickness less allowances, along the wall */
     float cos_alpha, d_o, d_small; /* outside diameters used; d_small: of a cone */
@@ -181,7 +181,7 @@ typedef struct {
     float l_over_d[TARVANE_EXTERNAL_STAGES]; /* by the charts: held to 0.05 and 50; 0 of a head */
     float factor_a[TARVANE_EXTERNAL_STAGES], factor_b[TARVANE_EXTERNAL_STAGES]; /* by the charts */
     float fhe[TARVANE_EXTERNAL_STAGES]; /* by buckling stress: elastic, */
-    float fic[TARVANE_EXTERNAL_STAGES]; /*   predicted, as the factor of safety goes by it, */
+    float fic[TARVANE_EXTERNAL_STAGES]; /*   predicted, as the factor of safety uses it, */
     float fs[TARVANE_EXTERNAL_STAGES];  /*   factor of safety, */
     float fha[TARVANE_EXTERNAL_STAGES]; /*   allowable */
     float pressure[TARVANE_EXTERNAL_STAGES];
@@ -199,14 +199,14 @@ TARVANE_API TARVANE_EXTERNAL_RESULTS* TARVANE_CALL GETEXTERNALRESULTS(void);
 **
 ** Given:
 **   tc          net thickness (in); of a cone across its axis
-**   d_o         outside diameter (in); a torispherical head's outside crown radius
+**   d_o         outside diameter (in); of a torispherical head its outside crown radius
 **   length      stiffened length (in)
 **   k           aspect ratio of an elliptical head
 **   element     element type of SHLEXT
 ** Returned:
 **   d_over_t    d_o / tc
-**   l_over_d    length / d_o, held to 0.05 and 50; 0 for a head
-**   a           factor A; stays for another element
+**   l_over_d    length / d_o, limited to 0.05 to 50; 0 for a head
+**   a           factor A; unchanged for another element
 */
 TARVANE_API void TARVANE_CALL FACTOR_A(const float* tc, const float* d_o, const float* length,
                                        const float* k, const int32_t* element, float* d_over_t,
@@ -215,14 +215,14 @@ TARVANE_API void TARVANE_CALL FACTOR_A(const float* tc, const float* d_o, const 
 /*
 ** FACTOR_B - stress B of an external pressure chart at a factor A (Section II Part D, Subpart 3). The
 ** chart's curve at one temperature is a straight line up to its elastic end, then a quadratic in
-** log10(A), and level behind its last A.
+** log10(A), and level after its last A.
 **
 ** Given:
 **   a           factor A
 **   modulus     modulus of the chart (millions of psi)
 **   a_elastic   A at the end of the straight line
 **   a_max       last A of the curve
-**   b_max       B there (psi); B is nowhere above it but on the straight line
+**   b_max       B there (psi); nowhere but on the straight line is B above it
 **   c0, c1, c2  B = c0 + c1 x + c2 x^2 (psi), x = log10(a)
 ** Returned:
 **   b           stress B (psi)
@@ -248,7 +248,7 @@ TARVANE_API void TARVANE_CALL FACTOR_B(const float* a, const float* modulus, con
 **   ey, fy      modulus and yield stress
 **   ku, lu      factor and length of column buckling
 ** Returned:
-**   fsc         factor of safety of the yielding cylinder; stays for a chart that is not one of carbon
+**   fsc         factor of safety of the yielding cylinder; unchanged for a chart that is not one of carbon
 **               steel
 **   lambda      slenderness
 **   fxa         allowable stress without column buckling
@@ -285,7 +285,7 @@ TARVANE_API void TARVANE_CALL CC2286_BENDING(const float* d_o, const float* t, c
 **   ey, fy      modulus and yield stress
 ** Returned:
 **   fva         allowable stress
-**   cv          shear buckling coefficient; stays when l, t and d_o give no number
+**   cv          shear buckling coefficient; unchanged when l, t and d_o give no number
 */
 TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, const float* t,
                                            const float* ey, const float* fy, float* fva, float* cv);
@@ -302,9 +302,9 @@ TARVANE_API void TARVANE_CALL CC2286_SHEAR(const float* d_o, const float* l, con
 **   fy          yield stress
 **   ej          joint efficiency
 **   fxa2, fsx2  a second allowable axial stress with its factor; the lesser product counts
-** Returned, each only where it is formed (stresses and pressure positive, lambda below 1.2):
-**   fxha        allowable axial stress beside the hoop stress
-**   fhxa        allowable hoop stress beside the axial stress
+** Returned, each only where it is calculated (stresses and pressure positive, lambda below 1.2):
+**   fxha        allowable axial stress together with the hoop stress
+**   fhxa        allowable hoop stress together with the axial stress
 **   fxha2       fxha of a column, lambda above 0.15
 */
 TARVANE_API void TARVANE_CALL CC2286_INTERACTION(const float* p, const float* d, const float* t,

@@ -1,5 +1,5 @@
 /*
-** foundation.h - interface files to the foundation design application. Part of tarvane.h, which tells
+** foundation.h - interface files to the foundation design application. Part of tarvane.h, which describes
 ** the calling convention.
 */
 #ifndef TARVANE_FOUNDATION_H
@@ -12,8 +12,8 @@ extern "C" {
 #endif
 
 /*
-** What the files say of the software, the units and the vessel; 468 characters, blank-padded. Both
-** records have the same head, the material in it: a vertical vessel's is read by nothing.
+** What the files say about the software, the units and the vessel; 468 characters, blank-padded. Both
+** records have the same head with the material in it; that of a vertical vessel is not read.
 */
 typedef struct {
     char version[8];
@@ -57,7 +57,7 @@ typedef struct {
 /* GETFOUNDATION - the working records, for the host to fill. */
 TARVANE_API TARVANE_FOUNDATION_RECORDS* TARVANE_CALL GETFOUNDATION(void);
 
-/* FOUNDATION_RECORD_DEFAULTS - start values of both records; the company stays. */
+/* FOUNDATION_RECORD_DEFAULTS - start values of both records; the company is unchanged. */
 TARVANE_API void TARVANE_CALL FOUNDATION_RECORD_DEFAULTS(void);
 
 /*
@@ -65,15 +65,15 @@ TARVANE_API void TARVANE_CALL FOUNDATION_RECORD_DEFAULTS(void);
 ** and the INI file beside it.
 **
 ** Given:
-**   name, name_len  file name; the extensions "xml" and "ini" take the place of its own
+**   name, name_len  file name; the extensions "xml" and "ini" replace its own
 **   vertical        1 the vertical record, else the horizontal one
 **   exchanger       1: the vessel type of both records becomes an exchanger, until the next defaults
 **
 ** Notes:
-**   1) A message box tells when both are written. Without the template nothing happens; a template that
+**   1) A message box says when both are written. Without the template nothing happens; a template that
 **      can't be read to its end, or a name without room for an extension, leaves out what follows.
 **   2) Control characters in the records, NULs among them, become blanks.
-**   3) "&", "<" and ">" of a value stand in the XML file as "&amp;", "&lt;" and "&gt;": its reader needs
+**   3) "&", "<" and ">" of a value are "&amp;", "&lt;" and "&gt;" in the XML file: its reader needs
 **      well-formed XML. The INI file has them as they are.
 */
 TARVANE_API void TARVANE_CALL WRITE_FOUNDATION_FILES(const char* name, int32_t name_len,

@@ -1,5 +1,5 @@
 /*
-** materials.h - material records, charts and the other material data. Part of tarvane.h, which tells the calling convention.
+** materials.h - material records and other material data. Part of tarvane.h, which describes the calling convention.
 */
 #ifndef TARVANE_MATERIALS_H
 #define TARVANE_MATERIALS_H
@@ -14,8 +14,8 @@ extern "C" {
 
 /*
 ** A record of the material files, laid out as their 414 bytes. Stresses in ksi and lengths in inches,
-** also from a metric file. Texts are blank-padded. A field of 414 bytes will do for a record: the
-** structure is longer for its alignment alone.
+** also from a metric file. Texts are blank-padded. A field of 414 bytes is enough for a record: the
+** structure is longer only for its alignment.
 */
 typedef struct {
     char first_name[16];
@@ -61,16 +61,16 @@ typedef struct {
 **   reference       its reference number
 ** Returned:
 **   status          0 found, 1 not found
-**   record          the record, cleared when not found, as it was when the name is blank
+**   record          the record, cleared when not found, unchanged when the name is blank
 **
-** Note: SET_MATERIAL_SELECTION tells which file is read. It is opened and read anew by each call.
+** Note: SET_MATERIAL_SELECTION selects the file, which each call opens and reads again.
 */
 TARVANE_API void TARVANE_CALL READ_MATERIAL(const int32_t* code, const char* name, int32_t name_len,
                                             const int32_t* reference, int32_t* status,
                                             TARVANE_MATERIAL_RECORD* record);
 
 /*
-** MATERIAL_COUNT, MATERIAL_BY_NUMBER - the file that READ_MATERIAL reads as a list.
+** MATERIAL_COUNT, MATERIAL_BY_NUMBER - the file of READ_MATERIAL as a list.
 **
 ** Given:
 **   code    design code, as for READ_MATERIAL
@@ -89,7 +89,7 @@ TARVANE_API void TARVANE_CALL MATERIAL_BY_NUMBER(const int32_t* code, const int3
 **
 ** Given:
 **   record       from READ_MATERIAL
-**   temperature  (F); the record's stresses stand at 100, 150, 200 F and so on in steps of 50, those
+**   temperature  (F); the record's stresses are those at 100, 150, 200 F and so on in steps of 50, those
 **                of a metric file (SET_MATERIAL_SELECTION) at 40, 65, 100, 125 C and on in steps of
 **                25; the second temperature of the Japanese editions is 75 C
 ** Returned (function value):
@@ -105,7 +105,7 @@ TARVANE_API float TARVANE_CALL READ_ALLOWABLE_AT(const TARVANE_MATERIAL_RECORD* 
 ** Given:
 **   name, name_len  material name, as for READ_MATERIAL
 **   tensile         its tensile strength (ksi); one within five percent matches
-**   temperature     (F); from 100 on, held to it below
+**   temperature     (F); below 100 that of 100
 ** Returned:
 **   result          yield stress (ksi); 0.0 when there is none, and above 1000 F (metric 977 F)
 */
@@ -119,9 +119,9 @@ TARVANE_API void TARVANE_CALL READ_YIELD_STRESS(const char* name, int32_t name_l
 ** Given:
 **   key     key of the material
 ** Returned:
-**   status  0, also when the file does not have the key; 1 the key is below 1, or the file can't be
+**   status  0, also when the file does not have the key; 1 when the key is below 1, or the file can't be
 **           read to its end
-**   record  the record; as it was when there is none
+**   record  the record; unchanged when there is none
 */
 typedef struct {
     int32_t key;
@@ -136,7 +136,7 @@ TARVANE_API void TARVANE_CALL READ_EN_MATERIAL(const int32_t* key, int32_t* stat
 ** and 0 before they are filled.
 */
 typedef struct {
-    char name[40]; /* blank-padded; several classes carry one name */
+    char name[40]; /* blank-padded; several classes have the same name */
     int32_t number;
 } TARVANE_MATERIAL_CLASS_ROW;
 #define TARVANE_MATERIAL_CLASS_ROWS 69
@@ -155,7 +155,7 @@ TARVANE_API TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void)
 **   temperature     (F)
 **   yield           yield stress (psi), which the charts "CS-3" and "NFA-11" depend on
 ** Returned:
-**   t_used          the temperature; when it is above the chart's last one, that (150 F for "NFA-11")
+**   t_used          the temperature, or the chart's last one when that is lower (150 F for "NFA-11")
 **   E               modulus (millions of psi)
 **   Aelastic        A at the end of the straight line
 **   second          second number of that point
@@ -165,8 +165,8 @@ TARVANE_API TARVANE_MATERIAL_CLASS_ROW* TARVANE_CALL GETMATERIALCLASSNAMES(void)
 **
 ** Notes:
 **   1) A chart that "ExtChartData.txt" does not have is replaced by "CS-2"; with a blank name a
-**      warning goes to the report. "CS-3" above 300 F and "HT-2" above 100 F are "CS-2", too.
-**   2) Without the file every result stays as it was, but t_used of "CS-3" and "NFA-11".
+**      warning goes to the report. "CS-3" above 300 F and "HT-2" above 100 F also become "CS-2".
+**   2) Without the file every result is unchanged, except t_used of "CS-3" and "NFA-11".
 **   3) With a design code above 2 in element 1 of the setup block only E is returned, from the tables
 **      of MODULUS.
 */

@@ -1,5 +1,5 @@
 /*
-** openings.h - how the results of a flat head or cover tell of its openings. Part of tarvane.h.
+** openings.h - openings in the results of a flat head or cover. Part of tarvane.h.
 */
 #ifndef TARVANE_OPENINGS_H
 #define TARVANE_OPENINGS_H
@@ -8,7 +8,7 @@
 enum {
     TARVANE_NO_OPENINGS = 0,
     TARVANE_OPENINGS_APART = 1,     /* a single one, or two that are 2 average diameters apart */
-    TARVANE_OPENINGS_BY_FACTOR = 2, /* nearer than that: the factor h is taken */
+    TARVANE_OPENINGS_BY_FACTOR = 2, /* nearer than that: the factor h is used */
     TARVANE_OPENINGS_IN_VIOLATION = 3
 };
 /* Rules of UG-39 that openings break. */

@@ -1,5 +1,5 @@
 /*
-** report.h - report lines of a host's own, in the form of the engine's. Part of tarvane.h, which tells
+** report.h - report lines of a host's own, in the form of the engine's. Part of tarvane.h, which describes
 ** the calling convention.
 */
 #ifndef TARVANE_REPORT_H
@@ -25,13 +25,13 @@ enum {
 };
 
 /*
-** BEGIN_REPORT - what FLANGE_CALC does for the report as it begins: style marks are kept from now on,
-** and the line store is empty. For a host that begins with another element than a flange.
+** BEGIN_REPORT - what FLANGE_CALC does for the report when it begins: style marks are kept from now on,
+** and the line store is empty. For a host that begins with an element other than a flange.
 */
 TARVANE_API void TARVANE_CALL BEGIN_REPORT(void);
 
 /*
-** WRITE_TEXT - a line as it stands; what passes column 100 is cut.
+** WRITE_TEXT - a line as it is; what passes column 100 is cut.
 **
 ** Given:
 **   text, text_len
@@ -48,7 +48,7 @@ TARVANE_API void TARVANE_CALL WRITE_HEADING(const char* text, int32_t text_len);
 ** Given:
 **   label, label_len
 **   value  in the engine's units
-**   kind   TARVANE_AS_THICKNESS to TARVANE_AS_FACTOR; nothing is written for another
+**   kind   TARVANE_AS_THICKNESS to TARVANE_AS_FACTOR; with any other nothing is written
 **   style  array of 6 integers
 */
 TARVANE_API void TARVANE_CALL WRITE_COLUMN(const char* label, int32_t label_len, const float* value,
@@ -59,7 +59,7 @@ TARVANE_API void TARVANE_CALL WRITE_COLUMN(const char* label, int32_t label_len,
 **
 ** Given:
 **   value   in the engine's units
-**   kind    TARVANE_AS_THICKNESS to TARVANE_AS_FACTOR; nothing is written for another
+**   kind    TARVANE_AS_THICKNESS to TARVANE_AS_FACTOR; with any other nothing is written
 **   remark, remark_len
 **           a remark that begins with a comma follows the unit directly
 **   style   array of 6 integers
@@ -76,8 +76,8 @@ TARVANE_API void TARVANE_CALL WRITE_VALUE(const float* value, const int32_t* kin
 **   line, line_len  template, up to 120 columns
 **   values  array of `count` reals in the engine's units
 **   kinds   array of `count` integers, TARVANE_AS_THICKNESS to TARVANE_AS_FACTOR
-**   count   number of values, 0 to 6; nothing is written for another
-**   mode    1 closes up runs of blanks; from 3 on the first `mode` columns stay as they are
+**   count   number of values, 0 to 6; with any other nothing is written
+**   mode    1 closes up runs of blanks; from 3 on the first `mode` columns are unchanged
 */
 TARVANE_API void TARVANE_CALL WRITE_NUMBERS(const char* line, int32_t line_len, const float* values,
                                             const int32_t* kinds, const int32_t* count,
@@ -87,8 +87,8 @@ TARVANE_API void TARVANE_CALL WRITE_NUMBERS(const char* line, int32_t line_len, 
 
 /*
 ** WRITE_FRONT_PAGE - records at the head of a report file, for the host's print step: "CTABL:" with time
-** and date, three "T" records of the title, and the place of the contents. Nothing without a file behind
-** the report unit.
+** and date, three "T" records of the title, and the place of the contents. Nothing when the report unit
+** has no file.
 **
 ** Given:
 **   title, title_len  192 characters, in three lines of 64
@@ -104,7 +104,7 @@ TARVANE_API void TARVANE_CALL CLOSING_NOTE(void);
 **
 ** Returned:
 **   date, date_len  11 characters: "Jan 15,2024", " Jan 5,2024"
-**   time, time_len  9 characters: " 9:05am " and " 1:30pm ", each behind a blank
+**   time, time_len  9 characters: " 9:05am " and " 1:30pm ", each after a blank
 */
 TARVANE_API void TARVANE_CALL REPORT_DATE(char* date, int32_t date_len, char* time,
                                           int32_t time_len);
@@ -152,11 +152,11 @@ TARVANE_API void TARVANE_CALL CHANGE_EXTENSION(char* name, int32_t name_len, cha
 ** Given:
 **   mode    1 open, 2 close and delete, 3 close
 **   name, name_len
-**           the host's file, by which the work file is named; it keeps its first name
+**           the host's file, which gives the work file its name; the first name is kept
 **   unused
-**   clear   mode 1: 1 begins afresh
+**   clear   mode 1: 1 starts with an empty file
 **
-** Note: a failure of mode 1, a name without room for the extension among them, goes through the message
+** Note: a failure of mode 1, also a name without room for the extension, goes through the message
 ** box and the stop service of the host.
 */
 TARVANE_API void TARVANE_CALL WORK_FILE(const int32_t* mode, const char* name, int32_t name_len,

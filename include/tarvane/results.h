@@ -1,5 +1,5 @@
 /*
-** results.h - what a calculation found, as data. Part of tarvane.h, which tells the calling convention.
+** results.h - what a calculation found, as data. Part of tarvane.h, which describes the calling convention.
 */
 #ifndef TARVANE_RESULTS_H
 #define TARVANE_RESULTS_H
@@ -18,7 +18,7 @@ enum {
     TARVANE_REFUSED = 2,         /* the input check found fatal errors */
     TARVANE_DESIGN_GAVE_UP = 3,  /* no geometry after 20 rounds */
     TARVANE_BOLT_AREA_SHORT = 4, /* Ab is below Am, and there was a thickness to find */
-    TARVANE_STOPPED = 5          /* the run was to end: fatal_code */
+    TARVANE_STOPPED = 5          /* the run was to end, with fatal_code */
 };
 
 /* Where a modulus of elasticity came from. */
@@ -26,7 +26,7 @@ enum {
     TARVANE_MODULUS_OF_TABLE = 0,
     TARVANE_MODULUS_OF_CHART = 2,     /* external pressure chart of SET_CHART */
     TARVANE_MODULUS_BEYOND_CHART = 3, /* the same, above its highest temperature */
-    TARVANE_MODULUS_CARBON_STEEL = 4, /* reference 1 stood in */
+    TARVANE_MODULUS_CARBON_STEEL = 4, /* reference 1 was used instead */
     TARVANE_NO_MODULUS = 5            /* it is 0.0 */
 };
 
@@ -43,7 +43,7 @@ enum {
 #define TARVANE_STRESS_PLACES 7
 enum { TARVANE_OPERATING = 0, TARVANE_SEATING = 1 };
 
-/* What holds a pressure of a flange down. A stress: its place plus TARVANE_BY_OPERATING_STRESS or
+/* What limits a pressure of a flange. A stress: its place plus TARVANE_BY_OPERATING_STRESS or
    TARVANE_BY_SEATING_STRESS. */
 enum {
     TARVANE_HELD_BY_NOTHING = 0,
@@ -69,8 +69,8 @@ enum {
 
 /*
 ** GETFLANGERESULTS - address of what the latest FLANGE_CALC found: values of the stages of its final pass,
-** not of a printed text. It is filled alike with the report on and off, and writing it changes no other
-** result, gate or state. All zeros but for version and bytes at load and after RESET_ENGINE; begun afresh
+** not of a printed text. It is filled alike with the report on and off, and filling it changes no other
+** result, gate or state. All zeros but for version and bytes at load and after RESET_ENGINE; reset
 ** at each entry.
 **
 ** Lengths in., areas sq in., loads lb, moments in-lb, pressures, stresses and moduli psi, temperatures F,
@@ -78,13 +78,13 @@ enum {
 ** condition, [1] gasket seating. Symbols are those of the report.
 **
 ** Notes:
-**   1) The final pass is the one that the report shows. Under kinds 2 and 3 it stands at the thickness that
+**   1) The final pass is the one that the report shows. Under kinds 2 and 3 it is at the thickness that
 **      was found: t_used, not t_given.
 **   2) status TARVANE_BOLT_AREA_SHORT without a final pass: Am and Ab are there, the rest is not.
-**   3) J_given and J_required are those of the step behind the report, which goes by SET_MODULE_CODE. A
-**      report to a file unit looks the moduli up anew; otherwise those of the final pass stand in, and the
-**      indices are TARVANE_NO_VALUE when argument and module code ask different tables.
-**   4) The block grows at its end only: `bytes` tells how far it reaches.
+**   3) J_given and J_required are those of the step after the report, which goes by SET_MODULE_CODE. A
+**      report to a file unit looks the moduli up again; otherwise those of the final pass are used, and the
+**      indices are TARVANE_NO_VALUE when argument and module code select different tables.
+**   4) The block grows at its end only: `bytes` says how far it reaches.
 */
 typedef struct {
     int32_t version, bytes; /* TARVANE_FLANGE_RESULTS_VERSION; length of the block */
@@ -112,7 +112,7 @@ typedef struct {
     int32_t converged;        /* 0: 200 rounds used up; -1: given up below 1/8 in. */
     int32_t modulus_status;   /* TARVANE_MODULUS_OF_TABLE and so on: the worse of 70 F and T */
 
-    /* Messages of the input check, their texts are those of the report */
+    /* Messages of the input check; their texts are those of the report */
     int32_t messages;
     int32_t message[TARVANE_MOST_MESSAGES]; /* numbers in their order; 40 counts the fatal ones */
     float message_value[TARVANE_MOST_MESSAGES]; /* in the units of the report; 42: h/(g1 - go) */
@@ -156,7 +156,7 @@ typedef struct {
 
     /* Stresses, 2-7, 2-8, 2-13, 4.16.8, UG-34, EN 13445 10.5 and 11.5; ratio: allowed over actual, 999.0
        at actual 0.0. exceeded 1: above its limit by more than the tolerance of the overstress warning,
-       0.25 psi, under external pressure none; counted for every place, the warning being on or off */
+       0.25 psi, under external pressure none; counted for every place, with the warning on or off */
     float stress[2][TARVANE_STRESS_PLACES], allowed[2][TARVANE_STRESS_PLACES],
         ratio[2][TARVANE_STRESS_PLACES];
     int32_t exceeded[2][TARVANE_STRESS_PLACES];
@@ -170,7 +170,7 @@ typedef struct {
     float t_channel;                      /* least thickness by it, without allowance */
     float C_cover, Z_cover;               /* factors C and Z of UG-34 */
 
-    /* Hub and lap; those that print nothing included */
+    /* Hub and lap, also those that print nothing */
     float hub_required; /* small end as a cylinder, UG-27(c)(1), VIII-2 4.3.3, EN 13445 7.4.2 */
     float
         hub_mawp; /* the same as a pressure: welding neck hubs, types 1 and 8, VIII-1 and VIII-2 */
@@ -187,7 +187,7 @@ typedef struct {
 
     /* Pressures */
     float mawp_operating, mawp_seating;         /* estimates of the final pass, 0.0: none found */
-    int32_t mawp_operating_by, mawp_seating_by; /* TARVANE_BY_..., what held them down */
+    int32_t mawp_operating_by, mawp_seating_by; /* TARVANE_BY_..., what limits them */
     float P_bolts;                              /* at which the bolts are used up */
     float mawp, map_nc;                         /* as FLANGE_CALC returned them */
     int32_t mawp_by, map_nc_by;
@@ -216,7 +216,7 @@ typedef struct {
 #define TARVANE_FLANGE_RESULTS_VERSION 1
 TARVANE_API TARVANE_FLANGE_RESULTS* TARVANE_CALL GETFLANGERESULTS(void);
 
-/* Where the modulus of the latest ASMEMOD came from, a host's or one within a calculation:
+/* Where the modulus of the latest ASMEMOD came from, called by a host or within a calculation:
    TARVANE_MODULUS_OF_TABLE and its companions; 0 at load. */
 TARVANE_API void TARVANE_CALL MODULUS_STATUS(int32_t* status);
 

@@ -1,5 +1,5 @@
 /*
-** shell.h - internal pressure of shells and heads. Part of tarvane.h, which tells the calling convention.
+** shell.h - internal pressure of shells and heads. Part of tarvane.h, which describes the calling convention.
 */
 #ifndef TARVANE_SHELL_H
 #define TARVANE_SHELL_H
@@ -72,16 +72,16 @@ enum {
 **   stress      membrane stress at P (psi)
 **   t_req_raw   required thickness before the minima (in); older Division 2: with them
 **   t_14f       required thickness by Appendix 1-4(f), with neither c nor Ut (in); 0.0 when not run
-**   mawp_14f, map_nc_14f  pressures by Appendix 1-4(f) (psi); as they came when not run
-**   status_14f  TARVANE_HEAD_...; as it came when Appendix 1-4(f) does not run
+**   mawp_14f, map_nc_14f  pressures by Appendix 1-4(f) (psi); unchanged when not run
+**   status_14f  TARVANE_HEAD_...; unchanged when Appendix 1-4(f) does not run
 **
 ** Notes:
-**   1) Appendix 1-4(f) runs for heads of which it has moduli ("ElastAlp07.txt"); then mawp and map_nc
+**   1) Appendix 1-4(f) runs for heads whose moduli are known ("ElastAlp07.txt"); then mawp and map_nc
 **      are limited by its pressures.
 **   2) Cylinders with t less c and Ut above R/2 or P above 0.385 S E, spheres with it above 0.356 R or
-**      P above 0.665 S E, go by the logarithmic forms; R is the corroded inside radius.
+**      P above 0.665 S E, use the logarithmic forms; R is the corroded inside radius.
 **   3) The knuckle of a cone limits the pressures and raises the stress, not the thickness.
-**   4) The code constants are filled anew (SET_METRIC_CONSTANTS). Openings leave IWRITE at 1, a head
+**   4) The code constants are filled again (SET_METRIC_CONSTANTS). Openings leave IWRITE at 1, a head
 **      of status TARVANE_HEAD_FAILED leaves it at 0.
 */
 TARVANE_API void TARVANE_CALL SHLINT(
@@ -110,9 +110,9 @@ TARVANE_API void TARVANE_CALL SHLINT(
 **               pressure (psi) and required thickness with allowances (in) by the chart
 **
 ** Notes:
-**   1) The report must be on (SET_IOUT, SET_IWRITE, SET_IWRTFL), or nothing is done. The gates stay.
-**   2) Input values, further results and CLOSING_NOTE are the host's.
-**   3) The older Division 2 begins from the column of K with which the latest SHLINT began, so that the
+**   1) The report must be on (SET_IOUT, SET_IWRITE, SET_IWRTFL), or nothing is done. The gates are unchanged.
+**   2) Input values, further results and CLOSING_NOTE are left to the host.
+**   3) The older Division 2 begins at the column of K with which the latest SHLINT began, so that the
 **      page shows what that call gave.
 */
 TARVANE_API void TARVANE_CALL SHELL_REPORT(
@@ -166,7 +166,7 @@ enum {
     TARVANE_AD_204 = 14      /* formed head by the older Division 2 */
 };
 
-/* What governs a thickness, holds a pressure down or raises a stress. */
+/* What governs a thickness, limits a pressure or raises a stress. */
 enum {
     TARVANE_BY_NOTHING = 0,
     TARVANE_BY_FORMULA = 1,         /* of the shell, the crown or the plate */
@@ -185,16 +185,16 @@ enum {
 
 /*
 ** GETSHELLRESULTS - address of what the latest SHLINT (or SHELL_REPORT) found: values of its stages, not of
-** a printed text. Filled alike with the report on and off; writing it changes no other result, gate or
-** state. Zeros but for version and bytes at load and after RESET_ENGINE; begun afresh at each entry.
+** a printed text. Filled alike with the report on and off; filling it changes no other result, gate or
+** state. Zeros but for version and bytes at load and after RESET_ENGINE; reset at each entry.
 ** TARVANE_NO_VALUE: the stage did not run. Lengths in., stresses and pressures psi. It grows at its end
-** only: `bytes` tells a host how far it reaches.
+** only: `bytes` says how far it reaches.
 */
 typedef struct {
     int32_t version, bytes, serial; /* serial: calculations since RESET_ENGINE */
     int32_t status;                 /* 0 none, 1 calculated, 2 no such element: nothing was done */
     int32_t element, outside;       /* as given */
-    int32_t older_division_2;       /* the switch; `formula` tells whether AD-204 held */
+    int32_t older_division_2;       /* the switch; `formula` says whether AD-204 was used */
     int32_t formula;                /* TARVANE_UG_27_C_1 and so on */
     int32_t thick;                  /* logarithmic form: by the wall 1, the pressure 2, both 3 */
     int32_t knuckle;                /* 1: the knuckle of a cone counted */
@@ -241,14 +241,14 @@ TARVANE_API TARVANE_SHELL_RESULTS* TARVANE_CALL GETSHELLRESULTS(void);
 **   tk          thickness of the knuckle of a cone (in)
 **   d1, d2, edge1, edge2, pitch, opening_material  openings of a flat head (UG-39)
 **   service     minimum thickness: 1 3/32 in., 2 1/4 in., else 1/16 in.
-**   corroded_k  1: K of an elliptical head anew at each step
+**   corroded_k  1: K of an elliptical head calculated again at each step
 ** Returned:
 **   fail_ca     corrosion at failure (in); negative when t is below the minimum thickness
-**   fail_ca_k   the same of the knuckle, held by t, too; -1.0 without a knuckle, or when none of its
+**   fail_ca_k   the same of the knuckle, limited by t, too; -1.0 without a knuckle, or when none of its
 **               steps brings the pressure down to P
 **
 ** Notes:
-**   1) Thin cylinders and spheres and the shell of a cone go by a closed form, all others in steps of
+**   1) Thin cylinders and spheres and the shell of a cone use a closed form, all others steps of
 **      0.001 in. A flat head is given one step at least.
 **   2) The code constants are those that the latest SET_METRIC_CONSTANTS filled.
 */
@@ -268,7 +268,7 @@ TARVANE_API void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(
 **   element     TARVANE_ELLIPTICAL_HEAD, TARVANE_TORISPHERICAL_HEAD; nothing happens with any other
 **   outside     0: inside diameter
 **   P           design pressure (psi)
-**   t           thickness at which the head stands (in)
+**   t           given thickness (in)
 **   spare5, spare22  not read, may be null
 **   L           crown radius of a torispherical head (in)
 **   D           diameter (in)
@@ -276,8 +276,8 @@ TARVANE_API void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(
 **   k           aspect ratio D/2h of an elliptical head; L and r by VIII-2 4.3.7.1
 **   temp        design temperature (F)
 **   Et, Sy      elastic modulus and yield stress (psi)
-**   temp_limit  temperature limit of Table 1-4.3 for the material; a note stands in the report of
-**               mode 1 when temp is not below it
+**   temp_limit  temperature limit of Table 1-4.3 for the material; the report of mode 1 has a note
+**               when temp is not below it
 **   c, Ut       corrosion allowance, mill under-tolerance (in)
 **   mode        0 solve for the thickness, 1 the same with a report; 2 MAWP at t less c and Ut with a
 **               report, 3 the same called new and cold; 4 and 5 as 2 and 3, silent
@@ -286,13 +286,13 @@ TARVANE_API void TARVANE_CALL COMPUTE_FAILURE_CA_DIV1(
 **   t_start     modes 0 and 1: first trial (in)
 ** Given and returned:
 **   t_solved    thickness (in), modes 2 to 5: t less c and Ut; written for classes 1 and 2, and set to
-**               0.0 when cls comes as 0
+**               0.0 when cls is given as 0
 **   cls         in: above 0 the report of mode 1 begins with its title; out: TARVANE_HEAD_...
 ** Returned:
 **   p_first     allowable pressure of the first trial (psi)
 **   ratio       thickness less c and Ut over crown radius plus c
 **
-** Note: IWRITE is put back behind the call. With TARVANE_HEAD_FAILED it stays as the mode forced it (1
+** Note: IWRITE is restored after the call. With TARVANE_HEAD_FAILED it stays as the mode set it (1
 ** for modes 1 to 3, else 0), and ratio is not written.
 */
 TARVANE_API void TARVANE_CALL
@@ -324,7 +324,7 @@ APP_1_4F_HEAD(const int32_t* element, const int32_t* outside, const float* P, co
 **   cls         class of the material record, 0 without a record; not written for other codes
 **   thinning    Division 2 heads: 100 ln of blank over inside diameter (per cent), else 0.0
 **   area, D_max, D_blank  Division 2 heads: HEAD_SURFACE_AREA, and the diameter of the flat blank
-**               (in); else as they came
+**               (in); else unchanged
 */
 TARVANE_API void TARVANE_CALL FORMING_STRAIN(
     const int32_t* element, const int32_t* outside, const float* D, const float* t, float* strain,
@@ -345,7 +345,7 @@ TARVANE_API void TARVANE_CALL FORMING_STRAIN(
 **   k         aspect ratio of an elliptical head
 **   type      TARVANE_ELLIPTICAL_HEAD, TARVANE_TORISPHERICAL_HEAD, TARVANE_SPHERE (hemisphere)
 ** Returned:
-**   area      (sq in); as it came for another type
+**   area      (sq in); unchanged for another type
 **   D_max     outside diameter (in)
 */
 TARVANE_API void TARVANE_CALL HEAD_SURFACE_AREA(const float* D, const float* t, const float* ts,
@@ -354,10 +354,10 @@ TARVANE_API void TARVANE_CALL HEAD_SURFACE_AREA(const float* D, const float* t, 
                                                 const int32_t* type, float* area, float* D_max);
 
 /*
-** LIS_UCS23_MATERIAL - does a material stand in the list of Table UCS-23?
+** LIS_UCS23_MATERIAL - is a material in the list of Table UCS-23?
 **
 ** Given:
-**   name, name_len  material name, as it stands in "VIII-1_Matls_By_Table.txt" of the system folder
+**   name, name_len  material name, as in "VIII-1_Matls_By_Table.txt" of the system folder
 ** Returned (function value):
 **   logical: 1 found; 0 not found, or no file
 */
@@ -365,7 +365,7 @@ TARVANE_API int32_t TARVANE_CALL LIS_UCS23_MATERIAL(const char* name, int32_t na
 
 /*
 ** PATTERNED_OPENINGS - openings in a flat head or cover by UG-39, with the lines of the check for a
-** host that wants its report; violations stand there in the error style. SHLINT and FLANGE_CALC call it
+** host that wants its report; violations are in the error style there. SHLINT and FLANGE_CALC call it
 ** themselves.
 **
 ** Given:
@@ -399,7 +399,7 @@ TARVANE_API void TARVANE_CALL PATTERNED_OPENINGS(const int32_t* kind, const floa
 ** Returned (function value):
 **   the factor
 **
-** Note: above a ratio r/D of 0.20 the table of K ends, and its column of the call before holds. A ratio
+** Note: above a ratio r/D of 0.20 the table of K ends, and the column of the previous call is used. A ratio
 ** t/L that is not a number takes the last row of the tables.
 */
 TARVANE_API float TARVANE_CALL DIV2_M_FACTOR(const float* D, const float* r, const float* t,

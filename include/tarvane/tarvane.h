@@ -2,11 +2,11 @@
 ** tarvane.h - the C surface of the tarvane calculation engine for pressure vessels.
 **
 ** Calling convention
-**   Every argument goes by reference, scalars too. A character argument is a pair: the address, and
-**   straight behind it the length by value. A negative length counts as 0; a positive one must be
-**   there. Character data has a fixed width and is padded with blanks; it does not end in a NUL.
+**   Every argument is passed by reference, scalars too. A character argument is a pair: the address, and
+**   directly after it the length by value. A negative length counts as 0; the characters of a positive one
+**   must be there. Character data has a fixed width and is padded with blanks; it does not end in a NUL.
 **   REAL is a 32-bit float, INTEGER a 32-bit signed integer. A logical is an INTEGER of which bit 0
-**   counts. Arrays are described by one-based element numbers; element k of an array x stands at
+**   counts. Arrays are described by one-based element numbers; element k of an array x is
 **   x[k - 1].
 **
 ** Units
@@ -17,14 +17,14 @@
 **   1. Fill the setup block (GETSETUP), set the exported variables, call SET_GLOBALS_FROM_TVN.
 **   2. SET_METRIC_CONSTANTS.
 **   3. SET_IOUT, SET_IWRITE, SET_IWRTFL for the report, with OPENUNIT for a report file.
-**   4. SET_CHART and SET_YIELD before anything that looks into a material chart.
+**   4. SET_CHART and SET_YIELD before anything that uses a material chart.
 **   5. The calculation routine of each element, in any order and as often as there are elements.
 **   6. Read the results from the arguments, and the line store through GETLINESCOMFLG.
 **
 ** Notes
 **   1) The engine keeps all its state in static storage: one calculation at a time, no threads.
 **      State outlasts a call; RESET_ENGINE puts it back to what it was at load.
-**   2) No routine returns an error code as a rule. What can't be computed comes back as the value
+**   2) No routine returns an error code as a rule. What can't be computed is returned as the value
 **      TARVANE_NO_VALUE, and problems of the input are numbered messages in the report.
 **   3) On 32-bit Windows the routines are __stdcall and are exported under two names each, the
 **      plain one (FLANGE_CALC) and the decorated one (_FLANGE_CALC@84).
@@ -112,9 +112,9 @@ enum {
 
 /*
 ** Elements of the flange record, array of 200 reals, under the report's symbols. Whole numbers are
-** stored as reals and cut towards zero. "Stand-alone form" means that element 1 is -1.0 or below;
-** TARVANE_NO_VALUE is so, too. Any other element that holds TARVANE_NO_VALUE counts as 0.0, but for 8,
-** 9, 71, 74 to 78 and 100 to 110, which some steps take as they came: give 0.0 there. All that hold it
+** stored as reals and truncated. "Stand-alone form" means that element 1 is -1.0 or below;
+** TARVANE_NO_VALUE is, too. Any other element that holds TARVANE_NO_VALUE counts as 0.0, except 8,
+** 9, 71, 74 to 78 and 100 to 110, which some steps take as given: give 0.0 there. All that hold it
 ** are set to 0.0 in the host's record.
 */
 enum {
@@ -248,7 +248,7 @@ enum {
 };
 
 /*
-** Slots of the flange text, by their offset from 0. Slots are 15 characters wide unless told. The
+** Slots of the flange text, by their offset from 0. Slots are 15 characters wide unless noted. The
 ** first 135 characters are read in every form, the unit labels in the stand-alone form only.
 */
 enum {
@@ -271,7 +271,7 @@ enum {
     TARVANE_TEXT_FORCE_LABEL = 360,     /* 3 */
     TARVANE_TEXT_MOMENT_LABEL = 375,    /* 6 */
     TARVANE_TEXT_AREA_LABEL = 390,      /* 6 */
-    TARVANE_TEXT_TEMPERATURE = 405,     /* 1: the letter behind the degree sign */
+    TARVANE_TEXT_TEMPERATURE = 405,     /* 1: the letter after the degree sign */
     TARVANE_TEXT_WEIGHT_LABEL = 420     /* 3 */
 };
 #define TARVANE_TEXT_SLOT 15
@@ -333,7 +333,7 @@ extern TARVANE_API int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT;
 **
 ** Notes:
 **   1) map_nc and mawp are TARVANE_NO_VALUE when there is no result; a flange that holds no pressure at
-**      all may have 0.0 in place of it. t_req and t_req_new_cold stay as they came when the input is
+**      all may have 0.0 instead. t_req and t_req_new_cold are unchanged when the input is
 **      refused, t_req also when the bolts of a numbered flange are too small, and t_req_new_cold also
 **      under external pressure.
 **   2) In the stand-alone form the report goes to the line store and the unit factors and labels
@@ -342,12 +342,12 @@ extern TARVANE_API int32_t METRICCONSTANTS_mp_G_NMETRIC_CONSTANT;
 **      writes to the line store meanwhile. IWRTFL stays as the last pass left it: set it again before
 **      the next call.
 **   4) The stand-alone form leaves its unit factors and labels, its material selectors, setup element
-**      43, the choice of div2_edition and an edition of 1998 behind, for calls of any form. A call whose
+**      43, the choice of div2_edition and an edition of 1998 in force for calls of any form. A call whose
 **      element 1 is not positive ends by selecting the code constants by its diameter factor (metric
-**      above 1.5) and filling them; its own passes run with those that were there before, zeros if
+**      above 1.5) and filling them; its own passes use those that were there before, zeros if
 **      SET_METRIC_CONSTANTS was never called.
 **   5) A flange whose outside diameter is not above its corroded inside diameter ends the host's
-**      run. With a stop service that comes back (SET_HOST_SERVICES) the call returns at once.
+**      run. With a stop service that returns (SET_HOST_SERVICES) the call returns at once.
 */
 TARVANE_API void TARVANE_CALL
 FLANGE_CALC(float* record, const char* text, int32_t text_len, const int32_t* report_kernel,
@@ -363,7 +363,7 @@ FLANGE_CALC(float* record, const char* text, int32_t text_len, const int32_t* re
 ** ASMEMOD - elastic modulus of a material (ASME II-D Tables TM; PD 5500 and EN 13445 tables).
 **
 ** Given:
-**   temperature  (F); held to the ends of the table's axis
+**   temperature  (F); limited to the ends of the table's axis
 **   reference    reference number of the modulus table
 **   code         3 and 4: built-in tables by the chart of SET_CHART; other: "ElastAlp07.txt"
 ** Returned (function value):
@@ -371,7 +371,7 @@ FLANGE_CALC(float* record, const char* text, int32_t text_len, const int32_t* re
 **
 ** Note: where the table has no value, or there is no such table, the chart of SET_CHART gives the
 ** modulus, and when no chart is set carbon steel (reference 1) does, as for every reference above 230.
-** Lines of the report tell it. What has no value there either is 0.0.
+** Lines of the report say so. What has no value there either is 0.0.
 */
 TARVANE_API float TARVANE_CALL ASMEMOD(const float* temperature, const int32_t* reference,
                                        const int32_t* code);
@@ -391,7 +391,7 @@ TARVANE_API void TARVANE_CALL MODULUS(const float* chart_class, float* result,
                                       const float* temperature);
 
 /*
-** GET_YIELD_STRESS_FROM_CHART - yield stress told by an external pressure chart (ASME II-D,
+** GET_YIELD_STRESS_FROM_CHART - yield stress from an external pressure chart (ASME II-D,
 ** Subpart 3).
 **
 ** Given:
@@ -436,7 +436,7 @@ TARVANE_API void TARVANE_CALL PWHT_NEEDED(const char* material, int32_t material
 **   reference        its reference number
 **   dia              nominal bolt diameter (in.)
 **   print_flag       1: the warning goes to the report when ok is 0 and metric is not negative
-**   code             design code; 3 and above are not checked, and ok stays as it is
+**   code             design code; 3 and above are not checked, and ok is unchanged
 **   metric, force_div1, division2_class
 **                    material selectors, stored before the lookup unless negative
 ** Returned:
@@ -471,7 +471,7 @@ TARVANE_API void TARVANE_CALL GETBOLTDATA(const float* dia, const int32_t* serie
 ** Returned:
 **   diameters  array of 27 reals: the first column
 **   rows       array of 27 rows of 9 reals, row after row, as in GETBOLTDATA, zeros where the
-**              section has none; the first row says by a first value above 0.001 that the section
+**              section has none; a first value above 0.001 in the first row means that the section
 **              is in millimetres
 **   count      rows read, the first one included
 */
@@ -502,7 +502,7 @@ TARVANE_API void TARVANE_CALL SET_IOUT(const int32_t* unit);
 TARVANE_API void TARVANE_CALL SET_IWRITE(const int32_t* flag);
 /* Report switch of the present element: 1 on. */
 TARVANE_API void TARVANE_CALL SET_IWRTFL(const int32_t* flag);
-/* Two switches that are kept for the host. */
+/* Two switches kept for the host. */
 TARVANE_API void TARVANE_CALL SET_IOSTEP(const int32_t* flag);
 TARVANE_API void TARVANE_CALL SET_IWRTCA(const int32_t* flag);
 
@@ -530,7 +530,7 @@ TARVANE_API void TARVANE_CALL SET_GLOBALS_FROM_TVN(const int32_t* use_table_g,
 
 /*
 ** GETSETUP - address of the setup block: array of 200 elements, all zero at load. Element 1 is an
-** INTEGER, those from 41 on are REAL and are cut to whole numbers: give 1.0. The elements not named here
+** INTEGER, those from 41 on are REAL and are truncated: give 1.0. The elements not named here
 ** are the host's.
 */
 typedef union {
@@ -551,10 +551,10 @@ TARVANE_API TARVANE_SETUP_ELEMENT* TARVANE_CALL GETSETUP(void);
 /*
 ** GETLINESCOMFLG - address of the line store: 750 records of 125 characters, one after the other.
 ** A record holds 4 blanks, the line (up to 100 columns), six style marks of two columns each, one
-** NUL, blanks. LINE_COUNT tells the number of records in use. When the store is full, each further
+** NUL, blanks. LINE_COUNT gives the number of records in use. When the store is full, each further
 ** line replaces the last record.
 **
-** Note: the marks are the 12 columns before the NUL, which may stand further left or right than in
+** Note: the marks are the 12 columns before the NUL, which may be further left or right than in
 ** columns 105 to 116.
 */
 #define TARVANE_STORE_RECORDS 750
@@ -563,15 +563,15 @@ TARVANE_API char* TARVANE_CALL GETLINESCOMFLG(void);
 
 /* ---- Host side ------------------------------------------------------------------------------- */
 
-/* Number of records in use in the line store. FLANGE_CALC sets it to 0 as it begins. */
+/* Number of records in use in the line store. FLANGE_CALC sets it to 0 when it begins. */
 TARVANE_API void TARVANE_CALL LINE_COUNT(int32_t* count);
 
 /*
-** OPENUNIT - create or replace the file behind a report unit. A record of the report is one line of
+** OPENUNIT - create or replace the file of a report unit. A record of the report is one line of
 ** text: a blank, 100 columns, and six style marks of two columns each when any is set.
 **
 ** Given:
-**   unit            1 to 1000; what the unit had open is closed. 18 and 99 are no units for a report:
+**   unit            1 to 1000; what the unit had open is closed. Do not use 18 or 99 for a report:
 **                   a fatal stop closes 99, and closes and deletes 18
 **   path, path_len  path of the file; trailing blanks do not count
 ** Returned:
@@ -585,9 +585,9 @@ TARVANE_API void TARVANE_CALL OPENUNIT(const int32_t* unit, const char* path, in
 **
 ** Given:
 **   unit    as for OPENUNIT
-**   take    gets the user pointer, and characters of the report that hold for the call only; answers 0
+**   take    gets the user pointer, and characters of the report that are valid for the call only; returns 0
 **           when it has taken them. It must not call the engine
-**   user    comes back in each call of take
+**   user    passed to each call of take
 ** Returned:
 **   status  0 open, 1 failed
 */
@@ -597,8 +597,8 @@ TARVANE_API void TARVANE_CALL OPENHOSTUNIT(const int32_t* unit, TARVANE_TAKE_REC
 /* Closes a unit; nothing happens if it is not open. */
 TARVANE_API void TARVANE_CALL CLOSEUNIT(const int32_t* unit);
 /*
-** UNIT_STATUS - whether all of a report has got to its unit. A record that can't be written is lost, and
-** the report goes on with the next one; the status tells it until the unit is opened again, or until
+** UNIT_STATUS - whether all of a report has reached its unit. A record that can't be written is lost, and
+** the report goes on with the next one; the status says so until the unit is opened again, or until
 ** RESET_ENGINE finds it closed. After CLOSEUNIT it covers what the system wrote only then.
 **
 ** Given:
@@ -611,7 +611,7 @@ TARVANE_API void TARVANE_CALL UNIT_STATUS(const int32_t* unit, int32_t* status);
 
 /*
 ** Services of the host. Each function may be null: the engine then does what the platform offers,
-** and where that is nothing the call is left out. The user pointer comes back first in each call;
+** and where that is nothing the call is left out. The user pointer is passed first in each call;
 ** texts end in a NUL.
 */
 typedef struct {
@@ -623,8 +623,8 @@ typedef struct {
     void(TARVANE_CALL* end_dialog)(void* user);
     /* A calculation can't go on; the code says why. */
     void(TARVANE_CALL* report_fatal)(void* user, int32_t code);
-    /* End of the run, status 1. When the function comes back, the calculation routine returns at
-       once with its results as they stand. Without it the process ends. */
+    /* End of the run, status 1. When the function returns, the calculation routine returns at
+       once with its results as they are. Without it the process ends. */
     void(TARVANE_CALL* stop)(void* user, int32_t status);
     void(TARVANE_CALL* clock)(void* user, int32_t* year, int32_t* month, int32_t* day,
                               int32_t* hour, int32_t* minute);
@@ -632,7 +632,7 @@ typedef struct {
 } TARVANE_HOST_SERVICES;
 #define TARVANE_HOST_SERVICES_VERSION 1
 
-/* Copies the table; a null pointer takes the services away. */
+/* Copies the table; a null pointer removes the services. */
 TARVANE_API void TARVANE_CALL SET_HOST_SERVICES(const TARVANE_HOST_SERVICES* table);
 /* Window handle of the host's dialog. */
 TARVANE_API void TARVANE_CALL SET_HOST_WINDOW(void* const* window);
@@ -641,9 +641,9 @@ TARVANE_API void TARVANE_CALL SET_NO_DIALOG(const int32_t* flag);
 
 /*
 ** SET_SYSTEM_DIR, SET_MODULE_DIR - the two folders of the data files: the suite's data folder, and
-** the folder beside the library, which is looked into first for the modulus table. They act at
+** the folder beside the library, where the modulus table is looked for first. They act at
 ** once, in place of the folders that the engine would find by itself; a blank path means that there
-** is no such folder. Tables that were read stay until RESET_ENGINE.
+** is no such folder. Tables that were read are kept until RESET_ENGINE.
 */
 TARVANE_API void TARVANE_CALL SET_SYSTEM_DIR(const char* path, int32_t path_len);
 TARVANE_API void TARVANE_CALL SET_MODULE_DIR(const char* path, int32_t path_len);
@@ -658,7 +658,7 @@ typedef struct {
     char to_node[16];
     char material[16];
     char heat_treatment[16]; /* columns 8 to 15: the P-number */
-    char first_flag;         /* "1": heat treatment is asked for */
+    char first_flag;         /* "1": heat treatment is required */
     char second_flag;        /* "1": preheated */
     char unused[2];
     float joint_efficiency;
@@ -748,7 +748,7 @@ TARVANE_API void TARVANE_CALL SET_UNITS(const float* factors, const char* labels
 
 /*
 ** SET_EDITION - editions of the rules for flanges of a vessel; the stand-alone form of FLANGE_CALC sets them,
-** too, and what it sets stays. A negative value leaves its switch as it is.
+** too, and what it sets is kept. A negative value leaves its switch as it is.
 **
 ** Given (state at load in brackets):
 **   new_div2_rules  [0] 1: rules and labels of VIII-2 4.16. The older Division 2 is a switch of its own,
@@ -773,7 +773,7 @@ TARVANE_API void TARVANE_CALL SET_MODULE_CODE(const int32_t* code);
 **                       switch use_a6 of SET_GLOBALS_FROM_TVN, whichever call came last
 **   curve_tables        [0] 1: curves of Fig. UCS-66 by table in place of the polynomials
 **   no_ug20f            [0] 1: UG-20(f) is refused
-**   mdmt_skip           [0] 1: the first required temperature stands
+**   mdmt_skip           [0] 1: the first required temperature is used
 **   floor_switch        [0] 1: the floor of low stress ratios is armed
 **   credit55            [1] 1: lower limit of the heat treatment credit -155 F, else -55 F
 **   div2_current        [0] 1: Division 2 by its present rules; each FLANGE_CALC sets it by its code and
@@ -796,8 +796,8 @@ TARVANE_API void TARVANE_CALL SET_MATERIAL_ITEM(const int32_t* table, const int3
                                                 const char* name, int32_t name_len);
 
 /*
-** RESET_ENGINE - every module variable, exported variables and setup block among them, and every
-** table that was read back to its state at load. What the host provided stays: folders, services,
+** RESET_ENGINE - puts every module variable, also exported variables and setup block, and every
+** table that was read back to its state at load. What the host provided is kept: folders, services,
 ** window, no-dialog switch, open units, element tables, input record, long material names, unit
 ** factors and labels.
 */

@@ -1,5 +1,5 @@
 /*
-** toughness.h - minimum design metal temperature and notes on materials. Part of tarvane.h, which tells the calling convention.
+** toughness.h - minimum design metal temperature and notes on materials. Part of tarvane.h, which describes the calling convention.
 */
 #ifndef TARVANE_TOUGHNESS_H
 #define TARVANE_TOUGHNESS_H
@@ -10,7 +10,7 @@
 extern "C" {
 #endif
 
-/* UCS-66 curve of a material, and what stands in its place. */
+/* UCS-66 curve of a material, and the values for materials without one. */
 enum {
     TARVANE_CURVE_A = 1,
     TARVANE_CURVE_B = 2,
@@ -46,23 +46,23 @@ enum {
 **   spec, spec_len  material, and
 **   index           its reference number: its record is looked up for curves 5 and 6
 **   kind            list of IMPACT_TEST_TEMPERATURE
-**   pad_governs     1: the reinforcing pad governs; ratio and reduction come with the call
+**   pad_governs     1: the reinforcing pad governs; ratio and reduction are given
 **   tg_sr           thickness for the ratio (in) when above 0.001, else tg counts
 **   element         number of the element, for its own required temperature (GETHOSTINPUT)
 ** Given and returned:
 **   warnings        + 1 for each note of UG-20(f) and each mandatory impact test of Division 2
 **   ratio           thickness or stress ratio, -1.0 none; read with pad_governs 1 only
-**   reduction       temperature reduction (F); stays where no reduction is formed
+**   reduction       temperature reduction (F); unchanged where no reduction is calculated
 ** Returned:
 **   t_min           temperature from the curve (F); TARVANE_NO_TEMPERATURE: none
 **   mdmt            temperature after reductions (F); TARVANE_NO_TEMPERATURE: none
 **   t_ug20          temperature of UG-20(f) (F); TARVANE_UG20_NOT_APPLICABLE where it does not apply
-**   estar_used      estar as used; negative: heat treatment is required by UCS-68(b); stays where no
-**                   ratio is formed
+**   estar_used      estar as used; negative: heat treatment is required by UCS-68(b); unchanged where no
+**                   ratio is calculated
 **
 ** Notes:
-**   1) The present rules of Division 2 hold while the switch div2_current of SET_TOUGHNESS_SWITCHES is
-**      on, which FLANGE_CALC sets for its code; force_div1 of SET_MATERIAL_SELECTION brings UCS-66.
+**   1) The present rules of Division 2 apply while the switch div2_current of SET_TOUGHNESS_SWITCHES is
+**      on, which FLANGE_CALC sets for its code; force_div1 of SET_MATERIAL_SELECTION selects UCS-66.
 **   2) A governing thickness above 4 in (metric 100 mm) less corrosion gives a warning and no
 **      temperature for curves 1 to 4. The limits are code constants: SET_METRIC_CONSTANTS comes first.
 **   3) The required temperature is the first one of GETHOSTINPUT. When the version mark holds "-24"
@@ -97,7 +97,7 @@ TARVANE_API void TARVANE_CALL MDMT_ELEMENT(
 **   t_curve     temperature from the figure (F); TARVANE_NO_TEMPERATURE: none
 **   mdmt        temperature after reduction (F); TARVANE_NO_TEMPERATURE: none
 **   sr          stress ratio; -1.0: none
-**   estar_used  estar within 0.8 and 1.0; stays for a curve below 1
+**   estar_used  estar within 0.8 and 1.0; unchanged for a curve below 1
 **
 ** Note: up to a ratio of 0.24 (0.3 with division2_class 0 of SET_MATERIAL_SELECTION) both temperatures
 ** are -155 F.
@@ -133,7 +133,7 @@ enum {
     TARVANE_T_OF_CURVE_TABLE = 2,
     TARVANE_T_OF_FIGURE_3_7 = 3,    /* VIII-2, not heat treated */
     TARVANE_T_OF_FIGURE_3_8 = 4,    /* heat treated */
-    TARVANE_T_OF_LOW_RATIO = 5,     /* VIII-2: no figure is asked */
+    TARVANE_T_OF_LOW_RATIO = 5,     /* VIII-2: no figure is used */
     TARVANE_T_AS_REQUIRED = 6,      /* an impact tested element of which no temperature is known */
     TARVANE_T_OF_SPECIFICATION = 7, /* impact test of the material */
     TARVANE_T_OF_USER = 8,          /* impact test temperature by the user */
@@ -160,7 +160,7 @@ enum {
     TARVANE_EXEMPT_BY_UHA_51 = 4
 };
 
-/* The rule that the lowest temperature is by. */
+/* The rule that gives the lowest temperature. */
 enum {
     TARVANE_LOWEST_BY_NOTHING = 0,
     TARVANE_LOWEST_BY_CURVE = 1,
@@ -179,9 +179,9 @@ enum { TARVANE_NO_RATIO = 0, TARVANE_THICKNESS_RATIO = 1, TARVANE_STRESS_RATIO =
 /*
 ** GETMDMTRESULTS - address of what the latest MDMT_ELEMENT or MDMT_DIV2_FIGURES found, or UHA51_NOTE of a
 ** grade that is exempt: values of its stages, not of a printed text. Filled alike with the report on and
-** off; writing it changes no other result, gate or state. Zeros but for version and bytes at load and after
-** RESET_ENGINE; begun afresh at each entry. TARVANE_NO_VALUE: the stage did not run, or there is no such
-** temperature. Temperatures F, lengths in. It grows at its end only: `bytes` tells a host how far it
+** off; filling it changes no other result, gate or state. Zeros but for version and bytes at load and after
+** RESET_ENGINE; reset at each entry. TARVANE_NO_VALUE: the stage did not run, or there is no such
+** temperature. Temperatures F, lengths in. It grows at its end only: `bytes` says how far it
 ** reaches.
 **
 ** Note: lowest is the least one of t_min, mdmt and, where it applies, t_ug20f. An impact tested element of
@@ -237,11 +237,11 @@ TARVANE_API void TARVANE_CALL GETUCSCURVE(const char* spec, int32_t spec_len,
                                           const int32_t* thin, int32_t* curve);
 
 /*
-** READ_IMPACT_TABLE - takes the impact table over from the host's input record (GETHOSTINPUT). A host
+** READ_IMPACT_TABLE - reads the impact table from the host's input record (GETHOSTINPUT). A host
 ** calls it when it has changed these fields:
 **   impact_switches  columns 1 to 4, "1" on: reduction of UCS-66(g), reduction of Fig. UCS-66.1,
 **                    reduction of UG-84(b)(2), temperatures entered by the user
-**   impact_counts    entries of the three lists, held to 0 to 11
+**   impact_counts    entries of the three lists, limited to 0 to 11
 **   impact_names, impact_numbers
 **                    names and temperatures (F) of the three lists
 **   single_name, single_number

@@ -4,8 +4,8 @@
 ** changes anything of the other.
 **
 ** Texts
-**   UTF-8, ending in a NUL; a null pointer is no text. A text that comes back belongs to the handle, or to the
-**   library where there is no handle, and lives until the next call with that handle; one for a null handle,
+**   UTF-8, ending in a NUL; a null pointer is no text. A returned text belongs to the handle, or to the
+**   library where there is no handle, and is valid until the next call with that handle; one for a null handle,
 **   until the next failed tarvane_open of the thread. tarvane_close ends all texts of its handle.
 **
 ** Threads
@@ -41,7 +41,7 @@
 extern "C" {
 #endif
 
-/* The number of this header, which tarvane_open holds against that of the library. */
+/* The number of this header, which tarvane_open compares with that of the library. */
 enum { TARVANE_VESSEL_ABI = 1 };
 
 /* A folder of data files, and the latest texts. */
@@ -50,7 +50,7 @@ typedef struct TARVANE_VESSEL TARVANE_VESSEL;
 /* What a call returns. Where it is not TARVANE_OK tarvane_last_error has more. */
 enum {
     TARVANE_OK = 0,             /* calculated; whether it passes is in the result */
-    TARVANE_FAULTY = 1,         /* all faults of the request are told; nothing was calculated */
+    TARVANE_FAULTY = 1,         /* all faults of the request are listed; nothing was calculated */
     TARVANE_ENGINE_STOPPED = 2, /* the engine stopped; its code is the value of the fault */
     TARVANE_NO_DATA = 3,        /* data folder, or a file in it, missing or unreadable */
     TARVANE_INTERNAL = 4        /* no memory, a null pointer, a header of another number */
@@ -71,8 +71,8 @@ enum {
 **                share/tarvane beside the program's folder, and share/tarvane where the library was installed
 **   vessel       receives the handle, to be closed by tarvane_close
 ** Returns TARVANE_OK; TARVANE_NO_DATA where the folder, or data files in it, are missing, with a handle that
-** calculates whatever asks for none of them; TARVANE_INTERNAL, and a null pointer as handle. tarvane_last_error
-** tells with the handle, and with a null pointer in the same thread, what is wrong.
+** calculates what needs none of them; TARVANE_INTERNAL, and a null pointer as handle. tarvane_last_error
+** says with the handle, and with a null pointer in the same thread, what is wrong.
 */
 TARVANE_VESSEL_API int32_t tarvane_open(int32_t abi, const char* data_folder,
                                         TARVANE_VESSEL** vessel);
@@ -87,16 +87,16 @@ TARVANE_VESSEL_API const char* tarvane_version(void);
 ** tarvane_last_error - why the latest call with a handle failed; with a null pointer, why the latest tarvane_open
 ** of this thread did. A JSON array of faults, in the order of the request, "[]" after a call that succeeded:
 **   [{"path": "flange[0].P", "value": "the text \"ten\"", "reason": "a number in psig is expected, ..."}]
-** "path" is empty for the request as a whole, "value" empty where none was given. Looking at it is no call that
-** ends other texts.
+** "path" is empty for the request as a whole, "value" empty where none was given. This call ends no other
+** texts.
 */
 TARVANE_VESSEL_API const char* tarvane_last_error(const TARVANE_VESSEL* vessel);
 
 /*
 ** tarvane_schema - the vocabulary for other programs.
 **   what  "input" or "result": JSON Schema, draft 2020-12, of a request or of a result, as editors take it. A request
-**         that it accepts can still have faults: what several keys have to do with one another is not in it.
-**         "keys": JSON, for each kind of component all that its tables say of keys, results and checks
+**         that it accepts can still have faults: rules over several keys are not in it.
+**         "keys": JSON, for each kind of component all that its tables say about keys, results and checks
 ** Returns a text of the handle, or a null pointer with the reason in tarvane_last_error.
 */
 TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char* what);
@@ -116,16 +116,16 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
 **   governing   component and check that are nearest to their limit or furthest beyond; null without checks
 **   data        files that were used, and of the items in them the status, "approximate" or "published"
-**   not_covered what the design code asks of such a vessel and tarvane does not look at
+**   not_covered what the design code requires of such a vessel and tarvane does not check
 **   flange and so on: lists of the components in the order of the request, each with
 **     description
 **     verdict   as above
-**     inputs    by key the value that was taken, as it was given, and where it comes from
+**     inputs    by key the value that was used, as it was given, and where it comes from
 **     results   by name; null where there is no value or none that is finite
 **     why       of each result without a value, the reason
 **     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state
 **               and a reason in words
-**     messages  of the engine; one or another belongs to the report and is not there without it
+**     messages  of the engine; some belong to the report and are missing without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks
 **     drawings  name and SVG
@@ -135,7 +135,7 @@ TARVANE_VESSEL_API int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char*
 
 /*
 ** Progress of a sweep: called now and then, between rows, and at the end, with the rows that are done and all of
-** them. Other calls of the library may be made in it, but tarvane_close with the handle of the sweep. What it
+** them. It may call the library, except tarvane_close with the handle of the sweep. What it
 ** returns: 0 goes on, anything else ends the sweep.
 */
 typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
@@ -144,7 +144,7 @@ typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
 ** tarvane_sweep - one request with many values, arrays in and arrays out.
 **   request   as for tarvane_calculate
 **   inputs    names, ending in a null pointer: "flange[0].t" of a component, "vessel.P" of all that take it from
-**             there. The request need not have a value there; one that it has is not looked at
+**             there. The request need not have a value there; one that it has is ignored
 **   outputs   names, ending in a null pointer: "flange[0].results.mawp", a result; "flange[0].passed", 1 or 0;
 **             of the check that governs "flange[0].ratio" and "flange[0].governing", its place in the list of
 **             checks of "keys", from 0 on; "vessel.passed", "vessel.ratio" and "vessel.governing", the place of
@@ -156,9 +156,9 @@ typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
 **   fault     may be a null pointer; receives for each row 0, or k: the k-th fault, from 1 on, of
 **             tarvane_last_error is the first of the row, all of whose outputs are NaN then
 **   progress  may be a null pointer, user is handed on to it
-**   done      may be a null pointer; receives the number of rows that were made; those after them are untouched
+**   done      may be a null pointer; receives the number of rows calculated; those after them are untouched
 ** Returns as tarvane_calculate. TARVANE_OK also when rows have faults or progress ended the sweep. A request that
-** is at fault whatever the inputs, and a name that there is not, are faults of the call, and nothing is calculated.
+** is at fault whatever the inputs, and an unknown name, are faults of the call, and nothing is calculated.
 */
 TARVANE_VESSEL_API int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* request,
                                          const char* const* inputs, const char* const* outputs,
