@@ -40,7 +40,7 @@ const Draw DRAWS[] = {
      {{"type",
        {"\"weld neck\"", "\"slip on\"", "\"ring\"", "\"loose slip on\"", "\"loose ring\"",
         "\"lap joint\"", "\"blind\"", "\"blind\"", "\"reverse weld neck\"", "\"loose reverse\""}},
-      {"kind", {"\"analyse\"", "\"thickness\"", "\"design\""}},
+      {"kind", {"\"analyse\"", "\"thickness\"", "\"design\"", "\"rated\""}},
       {"code", {"1", "2", "3", "4"}},
       {"bolting", {"1", "2", "3"}},
       {"facing", {"1", "2", "5", "6", "8", "9"}},
@@ -127,6 +127,7 @@ std::string toml_of(const Draw& draw, const Lines& lines) {
 
 // Another value that the key takes.
 std::string another(const Key& key, std::mt19937& random) {
+    if (key.name == "E") return "0.7"; // at most 1
     const auto among_choices = [&] {
         return std::to_string(key.choices[random() % key.choices.size()].number);
     };

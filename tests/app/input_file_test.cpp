@@ -308,9 +308,10 @@ TEST(Faults, NameOutOfRange) {
                   "(column for gasket seating; to be given for the facings 2 to 5, whose columns "
                   "differ)"));
     EXPECT_EQ(
-        fault_lines(with("kind", "kind = 4")),
-        one("f:27: kind: one of \"analyse\", \"thickness\", \"design\" or 1 to 3 is expected, "
-            "not 4 (analysis kind)"));
+        fault_lines(with("kind", "kind = 5")),
+        one("f:27: kind: one of \"analyse\", \"thickness\", \"design\", \"rated\" or 1 to 4 is "
+            "expected, not 5 (analysis kind; \"rated\" is for a flange that goes by its pressure "
+            "rating, without stresses)"));
 }
 
 TEST(Faults, MissingValue) {

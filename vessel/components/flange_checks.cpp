@@ -358,7 +358,7 @@ float added_pressure(const FlangeInput& flange, const FlangeOutcome& outcome) {
            16.0f * std::fabs(M) * 12.0f / (PI * G * G * G);
 }
 
-// Of a standard flange the engine makes no stress calculation: the pressure rating decides.
+// Of a standard or rated flange no stresses are calculated: the pressure rating decides.
 void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units,
                   Checks& checks) {
     const CheckField& row = field("rating");
@@ -433,6 +433,12 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
         checks.push_back(Check::not_made(
             field("calculation"), "the input check found fatal errors, no calculation was made"));
         check_gasket(flange, outcome, units, checks);
+        return checks;
+    }
+    if (flange.rated()) {
+        check_rating(flange, outcome, units, checks);
+        checks.push_back(Check::not_asked(field("heat_treatment"),
+                                          "kind \"rated\": the flange goes by its rating"));
         return checks;
     }
     const TARVANE_FLANGE_RESULTS& found = outcome.found;

@@ -161,9 +161,9 @@ void FlangeInput::take_standard(Reading& reading) {
     const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
     if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
 
-    const std::string origin = "standard " + std::string(flanges->standard()) +
-                               (flanges->metric() ? " " : " class ") + flanges->name + ' ' +
-                               flanges->size_text(*size);
+    standard_name = std::string(flanges->standard()) + (flanges->metric() ? " " : " class ") +
+                    flanges->name + ' ' + flanges->size_text(*size);
+    const std::string origin = "standard " + standard_name;
     bool face = false;
     for (const StandardKey& key : STANDARD_KEYS) {
         const std::optional<float> value = key.value(found.flange);
@@ -297,17 +297,30 @@ void FlangeInput::check_bolt_size(Reading& reading) const {
                            shown(sizes.taken(a), Quantity::diameter, reading.units));
 }
 
+// The equivalent pressure of external loads goes by the gasket, which a rated flange does not have.
+void FlangeInput::complete_rated(Reading& reading) {
+    for (const std::string_view key : {"axial_force", "bending_moment", "external_loads"}) {
+        if (!reading.given(key) || text[slot::external_loads] != 'Y') continue;
+        reading.fault(key,
+                      "a flange of kind \"rated\" takes no external loads; with them give kind "
+                      "\"analyse\", the gasket and the rating");
+        break;
+    }
+    write_description();
+}
+
 void FlangeInput::complete(Reading& reading) {
     check_values(reading);
     take_standard(reading);
-    check_bolt_size(reading);
-    take_material(reading);
-    take_bolt_material(reading);
-    note_tables(reading);
     if (!reading.given("P_operating")) {
         put_setting(Setting::design_pressure_operating, record[4]);
         reading.comes_from("P_operating", "P");
     }
+    if (rated()) return complete_rated(reading);
+    check_bolt_size(reading);
+    take_material(reading);
+    take_bolt_material(reading);
+    note_tables(reading);
 
     write_description();
     const bool edition_fits =
@@ -328,7 +341,7 @@ void FlangeInput::complete(Reading& reading) {
 }
 
 bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
-    if (id == "outside_diameter") return analysis() != 3 || type() == 8;
+    if (id == "outside_diameter") return !rated() && (analysis() != 3 || type() == 8);
     if (id == "standard")
         return reading.given("standard.class") || reading.given("standard.size") ||
                reading.given("standard.wall");
@@ -338,7 +351,7 @@ bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
     };
     const bool hub = type() == 1 || type() == 8 || has("g0", TARVANE_go) || has("g1", TARVANE_g1) ||
                      has("h", TARVANE_h);
-    return hub && type() != 7 && type() != 9;
+    return !rated() && hub && type() != 7 && type() != 9;
 }
 
 // ---- running ---------------------------------------------------------------------------------------

@@ -25,6 +25,9 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     int edition() const { return whole_setting(Setting::edition); }
     int type() const { return static_cast<int>(record[2]); }
     int analysis() const { return static_cast<int>(record[3]); }
+    bool rated() const { return analysis() == KIND_RATED; } // by its rating: no stresses
+    // "ASME B16.5 class 150 NPS 20" of the table standard; empty without it.
+    const std::string& standard() const { return standard_name; }
     bool takes_bolt_size() const; // the given one is neither selected nor that of a root area
     void write_slot(int offset, std::size_t width, std::string_view western);
 
@@ -42,11 +45,13 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
 
   private:
     std::optional<Material> sized_material; // that stresses were taken of
+    std::string standard_name;
 
     void write_description();
     void check_bolt_size(Reading& reading) const;
     void check_values(Reading& reading) const;
     void take_standard(Reading& reading);
+    void complete_rated(Reading& reading);
     MaterialSelection material_selection() const;
     void take_material(Reading& reading);
     void take_bolt_material(Reading& reading);

@@ -2,8 +2,6 @@
 
 #include "tarvane/tarvane.h"
 
-#include <algorithm>
-#include <iterator>
 #include <vector>
 
 namespace tarvane::vessel {
@@ -17,17 +15,20 @@ FlangeFound found_of(const FlangeInput& flange, const FlangeOutcome& o) {
             .t_req = o.t_req,
             .t_req_new = o.t_req_new,
             .t_req_new_cold = o.t_req_new_cold,
-            .stopped = o.stopped};
+            .rating = flange.setting(Setting::rating),
+            .stopped = o.stopped,
+            .rated = flange.rated()};
 }
 
 std::string flange_tables(std::span<const Calculated> elements, const UnitSystem& units) {
-    std::vector<Calculated> designs;
-    std::copy_if(
-        elements.begin(), elements.end(), std::back_inserter(designs), [](const Calculated& c) {
-            return static_cast<const FlangeInput*>(c.element)->analysis() == TARVANE_DESIGN;
-        });
-    return closing_table(FLANGE_TABLE, elements, units) +
-           closing_table(DESIGN_TABLE, designs, units);
+    std::vector<Calculated> stressed, designs, rated;
+    for (const Calculated& c : elements) {
+        const auto& flange = static_cast<const FlangeInput&>(*c.element);
+        (flange.rated() ? rated : stressed).push_back(c);
+        if (flange.analysis() == TARVANE_DESIGN) designs.push_back(c);
+    }
+    return closing_table(FLANGE_TABLE, stressed, units) +
+           closing_table(DESIGN_TABLE, designs, units) + closing_table(RATED_TABLE, rated, units);
 }
 
 } // namespace tarvane::vessel

@@ -1,6 +1,7 @@
 #include "components/flange_session.h"
 
 #include "components/engine_session.h"
+#include "components/rated_report.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::vessel {
@@ -85,6 +86,17 @@ int heat_treatment(const FlangeInput& flange, float thickness) {
     return required;
 }
 
+// The rating takes the place of a calculation.
+void run_rated(const FlangeInput& flange, const Request& file, FlangeOutcome& outcome) {
+    RESET_ENGINE();
+    set_decimal_comma(file);
+    set_units(file);
+    const ReportUnit report(file.report);
+    report.switch_on();
+    if (file.report) write_rated_report(flange, file.units);
+    outcome.report = report.switch_off_and_read();
+}
+
 } // namespace
 
 void set_up_flange(const FlangeInput& flange, const Request& file) {
@@ -118,6 +130,10 @@ void call_flange(const FlangeInput& flange, const Request& file, std::int32_t wr
 FlangeOutcome run_flange(const FlangeInput& flange, const Request& file) {
     FlangeOutcome outcome;
     const Services services(outcome);
+    if (flange.rated()) {
+        run_rated(flange, file, outcome);
+        return outcome;
+    }
     set_up_flange(flange, file);
 
     const ReportUnit report(file.report);

@@ -25,8 +25,10 @@ constexpr Choice TYPES[] = {{"weld neck", 1},
                             {"integral ring", 3},
                             {"blind flange", 7},
                             {"reverse", 8}};
-constexpr Choice KINDS[] = {
-    {"analyse", 1}, {"thickness", 2}, {"design", 3}, {"analyze", 1}, {"analysis", 1}};
+constexpr Choice KINDS[] = {{"analyse", 1},        {"thickness", 2}, {"design", 3},
+                            {"rated", KIND_RATED}, {"analyze", 1},   {"analysis", 1}};
+// Of which the engine calculates stresses; a rated flange goes by its rating alone.
+constexpr Condition STRESSED = among("kind", {1, 2, 3});
 constexpr Choice SERIES[] = {{"TEMA", 1},          {"UNC", 2},        {"special", 3},
                              {"TEMA metric", 4},   {"BS 3643", 5},    {"SABS 1700", 6},
                              {"3P M30 metric", 7}, {"user table", 8}, {"TEMA imperial", 1},
@@ -47,14 +49,19 @@ using P = Place;
 // Steel, 7850 kg/m3, in pounds a cubic inch.
 constexpr double STEEL_DENSITY = 0.283599;
 
-constexpr Key KEYS[] = {
+constexpr Key ROWS[] = {
     // ---- the call ----------------------------------------------------------------------------
     Key{"description", P::text_setting, at(TextSetting::description), text,
         "description of the flange; the report has its first 15 characters", "Description"}
         .label("Description")
         .up_to(MOST_DESCRIPTION),
     Key{"type", P::record, 2, choice, "flange type"}.of(TYPES).needs(),
-    Key{"kind", P::record, 3, choice, "analysis kind"}.of(KINDS).otherwise(1),
+    Key{"kind", P::record, 3, choice,
+        "analysis kind; \"rated\" is for a flange that goes by its pressure rating, without "
+        "stresses"}
+        .label("Analysis kind")
+        .of(KINDS)
+        .otherwise(1),
     Key{"code", P::setting, at(Setting::code), choice, "design code"}.of(CODES).otherwise(1).to(
         "FLANGE_CALC code"),
     Key{"edition", P::setting, at(Setting::edition), choice,
@@ -81,7 +88,7 @@ constexpr Key KEYS[] = {
         "FLANGE_CALC joint_e"),
     // ---- flange ------------------------------------------------------------------------------
     Key{"B", P::record, 10, diameter, "flange inside diameter", "B"}.needs(
-        among("type", {1, 2, 3, 4, 5, 6, 8, 9})),
+        among("type", {1, 2, 3, 4, 5, 6, 8, 9}) && STRESSED),
     Key{"A", P::record, 11, diameter, "flange outside diameter", "A"}.needs(
         by_rule("outside_diameter")),
     Key{"t", P::record, 8, thickness, "flange thickness", "t"}.needs(among("kind", {1})),
@@ -171,7 +178,7 @@ constexpr Key KEYS[] = {
         .label("Design bolt load of gasket seating")
         .of(SEATING_RULES),
     // ---- gasket ------------------------------------------------------------------------------
-    Key{"Fod", P::record, 12, diameter, "flange face outside diameter", "Fod"}.needs(),
+    Key{"Fod", P::record, 12, diameter, "flange face outside diameter", "Fod"}.needs(STRESSED),
     Key{"Fid", P::record, 13, diameter, "flange face inside diameter", "Fid"}.needs(),
     Key{"Go", P::record, 14, diameter, "gasket outside diameter", "Go"}.needs(),
     Key{"Gi", P::record, 15, diameter, "gasket inside diameter", "Gi"}.needs(),
@@ -327,8 +334,9 @@ constexpr Key KEYS[] = {
         .to("FLANGE_CALC standard_flange"),
     Key{"rating", P::setting, at(Setting::rating), pressure,
         "rated pressure of a standard flange at the design temperature; a standard_flange passes "
-        "with it alone"}
-        .label("Rated pressure"),
+        "with it alone, and so does a flange of kind \"rated\""}
+        .label("Rated pressure")
+        .needs(among("kind", {KIND_RATED})),
     Key{"class", P::text_setting, at(TextSetting::flange_class), text, "class of a standard flange"}
         .up_to(15)
         .to("GETHOSTINPUT flange_class"),
@@ -368,6 +376,57 @@ constexpr Key KEYS[] = {
         .to("SET_MATERIAL_SELECTION year"),
 };
 
+// What a rated flange reads: its rating, its dimensions, and what names it.
+constexpr std::string_view OF_RATED[] = {"description",
+                                         "type",
+                                         "kind",
+                                         "code",
+                                         "edition",
+                                         "P",
+                                         "T",
+                                         "B",
+                                         "A",
+                                         "t",
+                                         "g0",
+                                         "g1",
+                                         "h",
+                                         "material",
+                                         "C",
+                                         "a",
+                                         "n",
+                                         "Fod",
+                                         "rating",
+                                         "class",
+                                         "grade",
+                                         "standard.class",
+                                         "standard.size",
+                                         "standard.wall",
+                                         "P_operating",
+                                         "from_node",
+                                         "to_node",
+                                         "external_loads",
+                                         "axial_force",
+                                         "bending_moment"};
+
+consteval bool names_kind(const Condition& condition) {
+    for (const Term& term : condition.terms)
+        if (term.key == "kind") return true;
+    return false;
+}
+
+consteval auto keys_by_kind() {
+    std::array<Key, std::size(ROWS)> keys;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        Key& key = keys[i] = ROWS[i];
+        bool of_rated = names_kind(key.read);
+        for (const std::string_view name : OF_RATED)
+            of_rated = of_rated || key.name == name;
+        if (!of_rated) key.read = key.read.and_also(STRESSED);
+    }
+    return keys;
+}
+constexpr auto KEYS = keys_by_kind();
+
 constexpr KeySection SECTIONS[] = {{"description", "Element"},
                                    {"P", "Design conditions"},
                                    {"B", "Flange"},
@@ -405,8 +464,10 @@ constexpr std::string_view GASKET_KEYS[] = {"Go", "Gi", "m", "y", "facing", "col
 constexpr InnerTable TABLES[] = {{"gasket", GASKET_KEYS}};
 
 constexpr Rule RULES[] = {
-    {"outside_diameter", "kind is \"analyse\" or \"thickness\", or type is \"reverse weld neck\""},
-    {"hub", "type is \"weld neck\" or \"reverse weld neck\", or one of g0, g1 and h is given and "
+    {"outside_diameter",
+     "kind is \"analyse\" or \"thickness\", or type is \"reverse weld neck\" and kind \"design\""},
+    {"hub", "kind is not \"rated\", and type is \"weld neck\" or \"reverse weld neck\", or one of "
+            "g0, g1 and h is given and "
             "not 0; blind "
             "flanges and loose reverse flanges have no hub"},
     {"standard", "one of the keys of the table standard is given"}};

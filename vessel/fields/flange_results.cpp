@@ -13,7 +13,8 @@ using B = TARVANE_FLANGE_RESULTS;
 constexpr std::string_view NO_INTERNAL_PRESSURE = "no internal pressure pass",
                            KIND_ANALYSE = "kind analyse", NOT_DESIGNED = "kind is not design",
                            NO_PRESSURE = "no pressure was found", NOT_GIVEN = "not given",
-                           NO_RIGIDITY = "no rigidity index of this flange";
+                           NO_RIGIDITY = "no rigidity index of this flange",
+                           KIND_RATED_ALONE = "kind rated: no stresses are calculated";
 
 // Why a stage has no value: it didn't run for this flange, or nothing did.
 std::string_view no_stage(F f) {
@@ -319,6 +320,10 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
      }},
     {{"weight_finished", "", weight, "Finished weight"}, of<&B::weight_finished>},
     {{"weight_forging", "", weight, "Weight of the forging"}, of<&B::weight_forging>},
+    // ---- of a rated flange, or of a standard one
+    {{"P", "P", pressure, "Design pressure", RATED_TABLE}, [](F f) { return Got(f.given[TARVANE_P]); }},
+    {{"rating", "", pressure, "Pressure rating at the design temperature", RATED_TABLE},
+     [](F f) { return f.rating > 0.0f ? Got(f.rating) : Got::none(NOT_GIVEN); }},
 };
 
 constexpr auto FIELDS = fields_of(ROWS);
@@ -328,7 +333,14 @@ constexpr auto FIELDS = fields_of(ROWS);
 std::span<const ResultField> flange_result_fields() { return FIELDS; }
 
 std::vector<Result> flange_results(const FlangeFound& found) {
-    return results_of(ROWS, FIELDS, found);
+    std::vector<Result> results = results_of(ROWS, FIELDS, found);
+    if (!found.rated) return results;
+    for (Result& result : results) {
+        const std::string_view name = result.field->name;
+        const bool given = name == "t" || result.field->table == RATED_TABLE;
+        if (!given) result = {result.field, std::nullopt, KIND_RATED_ALONE};
+    }
+    return results;
 }
 
 std::string_view held_down_by(int by) {

@@ -13,10 +13,13 @@ struct FlangeFound {
     const float* record;
     const TARVANE_FLANGE_RESULTS& block;
     float mawp, map_nc, t_req, t_req_new, t_req_new_cold;
+    float rating; // as given; 0: none
     bool stopped;
+    bool rated; // without a calculation
 };
 
-inline constexpr std::string_view FLANGE_TABLE = "Results", DESIGN_TABLE = "Selected design";
+inline constexpr std::string_view FLANGE_TABLE = "Results", DESIGN_TABLE = "Selected design",
+                                  RATED_TABLE = "Rated flanges";
 
 std::span<const ResultField> flange_result_fields();
 std::vector<Result> flange_results(const FlangeFound& found);
