@@ -2,7 +2,7 @@
 //
 //   compare_libraries OLD NEW
 //
-// Times are of the processor, the least of many rounds; each ratio is of old to new.
+// Times are CPU times, the least of many rounds; each ratio is of old to new.
 #include "library.h"
 
 #include <algorithm>
@@ -137,7 +137,7 @@ struct Times {
     }
 };
 
-// The host tells where the data lie: beside each library. Where it does not, RESET_ENGINE forgets the
+// The host says where the data are: beside each library. If it did not, RESET_ENGINE would forget the
 // folders that were looked up.
 void give_folders(const Library& library, std::string folder) {
     const std::size_t slash = folder.rfind('/');

@@ -1,5 +1,5 @@
 // SHLEXT through the C surface, silent: a cylinder by the charts and by buckling stress. The chart file
-// is one of the program's own, so that the lookup counts without the data of an installation.
+// is one of the program's own, so that the lookup is measured without the data of an installation.
 #include "tarvane/tarvane.h"
 
 #include <benchmark/benchmark.h>
@@ -11,7 +11,7 @@
 
 namespace {
 
-// A folder with one chart, taken away with the program.
+// A folder with one chart, deleted when the program ends.
 struct ChartFolder {
     std::filesystem::path path = std::filesystem::temp_directory_path() / "tarvane_external_bench";
     ChartFolder() {

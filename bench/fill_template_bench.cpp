@@ -1,4 +1,4 @@
-// The formula line renderer beside snprintf of the same numbers, and what a silent pass pays.
+// The formula line renderer compared with snprintf of the same numbers, and the cost of a silent pass.
 #include "report/channel.h"
 #include "report/lines.h"
 #include "report/renderer.h"
@@ -58,7 +58,7 @@ void BM_fill_template_silent(benchmark::State& state) {
 }
 BENCHMARK(BM_fill_template_silent);
 
-// The whole way of a formula line: filled, fitted, written to the store.
+// All stages of a formula line: filled, fitted, written to the store.
 void BM_number_line(benchmark::State& state) {
     set_gates(1, state.range(0) == 0 ? 0 : 1, -1);
     for (auto _ : state) {

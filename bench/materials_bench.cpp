@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t RECORDS = 3000;
 
-// Data folder of the benchmark's own, which goes with it.
+// Data folder of the benchmark's own, deleted with it.
 class Folder {
   public:
     Folder() : path(std::filesystem::temp_directory_path() / "tarvane_materials_bench") {
@@ -25,7 +25,7 @@ class Folder {
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
-    // The engine reads here, and beside the library nothing.
+    // The engine reads here; beside the library there is nothing.
     void use() const {
         RESET_ENGINE();
         const std::string name = path.string();

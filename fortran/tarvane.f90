@@ -1,7 +1,7 @@
-! Interfaces of the tarvane engine for Fortran hosts. Every argument goes by reference; a character
+! Interfaces of the tarvane engine for Fortran hosts. Every argument is passed by reference; a character
 ! argument is followed by its length by value. Units: inches, pounds, psi, degrees Fahrenheit.
-! include/tarvane/tarvane.h tells what each routine does and what its arguments mean. Results are
-! INTENT(INOUT): what a routine does not calculate stays as it came.
+! include/tarvane/tarvane.h describes what each routine does and what its arguments mean. Results are
+! INTENT(INOUT): what a routine does not calculate is left as it was.
 !   gfortran fortran/tarvane.f90 host.f90 -L build/release/bin -ltarvane
 ! Hosts for 32-bit Windows take the module of the same name in fortran/win32.
 module tarvane

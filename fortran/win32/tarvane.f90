@@ -1,5 +1,5 @@
 ! The module of fortran/tarvane.f90 for hosts of the 32-bit Windows library, whose routines are __stdcall.
-! Behind the line told in variables.f90:
+! After the line given in variables.f90:
 !   i686-w64-mingw32-gfortran -static fortran/win32/tarvane.f90 host.f90 build/win32/bin/libtarvane.a
 module tarvane
     use, intrinsic :: iso_c_binding, only: c_char, c_f_pointer, c_float, c_funptr, c_int32_t, &
