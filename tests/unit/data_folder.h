@@ -1,5 +1,5 @@
-// Common ground of the tests of data files: a folder of the test's own that stands for the suite's
-// data folder, one that stands for the library's own, and a report into the line store.
+// Common ground of the tests of data files: a folder of the test's own in place of the suite's
+// data folder, one in place of the library's own, and a report into the line store.
 #pragma once
 
 #include "bolting/bolt_tables.h"
@@ -32,7 +32,7 @@ struct Line {
     }
 };
 
-// Until files that were written just now are old enough to be kept.
+// Waits until files that were written just now are old enough to be kept.
 inline void wait_until_settled() { std::this_thread::sleep_for(std::chrono::milliseconds(2200)); }
 
 class DataTest : public report_test::ReportTest {
@@ -72,7 +72,7 @@ class DataTest : public report_test::ReportTest {
         std::filesystem::remove(folder / place / name);
     }
 
-    // What the report holds since the last call, and an empty store again.
+    // What the report holds since the last call; the store is then empty.
     static std::vector<Line> reported() {
         std::vector<Line> lines;
         for (Int k = 1; k <= LINE_COUNT; ++k) {

@@ -1,4 +1,4 @@
-// A material file of the test's own: records of 414 bytes, the first of them the two counts.
+// A material file of the test's own: records of 414 bytes, the first of them with the two counts.
 #pragma once
 
 #include "frame/types.h"

@@ -1,4 +1,4 @@
-// A time in which no file can be opened: what succeeds meanwhile has opened none.
+// A time in which no file can be opened: whatever succeeds meanwhile has opened none.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -35,7 +35,7 @@ TEST_F(BoltMaterial, TheEuropeanCodesHaveNoRangeAndStoreNothing) {
         check(code, 1, 1, 1);
         EXPECT_EQ(minDia, -1.0f);
         EXPECT_EQ(maxDia, -1.0f);
-        EXPECT_EQ(ok, 7); // as the caller has it
+        EXPECT_EQ(ok, 7); // unchanged
         EXPECT_EQ(G_MATL_METRIC, 0);
         EXPECT_EQ(G_FORCE_DIV1, 0);
     }
@@ -106,7 +106,7 @@ TEST_F(BoltMaterialRange, TheSelectorsOfTheCallChooseTheFile) {
     EXPECT_EQ(ok, -1); // there is no file of Division 2
     CHECK_BOLT_MATL_VS_DIAMETER("SA-193 B7", 4, minDia, maxDia, ok, 3.0f, 1, ASME_VIII_2, 0, 1, 1);
     EXPECT_EQ(ok, 1);
-    // A metric file holds millimetres, the limits come back in inches.
+    // A metric file holds millimetres, the limits are returned in inches.
     write_file("system", "MATFILE1M.BIN",
                material_test::material_file(
                    1, 0, {material_test::Record("SA-193 B7", 4).put(364, 12.7f).put(368, 254.0f)}));

@@ -88,7 +88,7 @@ TEST_F(BoltTables, ASectionKeepsItsRowsAndPassesOverCommentsAndEmptyLines) {
     EXPECT_EQ(s.diameters[2], 0.625f);
     EXPECT_EQ(s.diameters[3], 0.75f); // separated by commas
     EXPECT_EQ(s.at(3, 8), 2.0625f);
-    EXPECT_EQ(s.diameters[4], 1.0f); // the row with a comment behind its data is a comment
+    EXPECT_EQ(s.diameters[4], 1.0f); // the row with a comment after its data is a comment
     EXPECT_EQ(s.diameters[5], 0.0f);
     EXPECT_EQ(s.at(1, 9), 9.1f);
     EXPECT_EQ(s.at(26, 9), 0.0f);
@@ -161,7 +161,7 @@ TEST_F(BoltTables, ARowThatEndsEarlyOrCannotBeReadCountsAsFarAsItGoes) {
     EXPECT_EQ(s.at(1, 5), 0.0f);
     EXPECT_EQ(s.at(2, 1), 14.0f);
     EXPECT_EQ(s.at(2, 2), 104.7f);
-    EXPECT_EQ(s.at(2, 3), 0.0f); // "x" is no number, and what stands behind it is not read
+    EXPECT_EQ(s.at(2, 3), 0.0f); // "x" is no number, and what comes after it is not read
     EXPECT_EQ(s.at(2, 4), 0.0f);
 }
 

@@ -102,7 +102,7 @@ TEST_F(KeptBolts, AFileThatCanNoLongerBeReadLeavesEmptyTables) {
 
     keep(text);
     fs::permissions(file(), fs::perms::none);
-    // Who may read everything, may read this too, and does.
+    // A user who may read everything may read this, too.
     EXPECT_EQ(area_without_files(), 0.0f);
     fs::permissions(file(), fs::perms::owner_all);
 
@@ -112,7 +112,7 @@ TEST_F(KeptBolts, AFileThatCanNoLongerBeReadLeavesEmptyTables) {
     EXPECT_EQ(area(), 0.0f);
 }
 
-// A table that is read once more because a caller wants it so is filled from the same lines.
+// A table that is read once more because a caller asks for it is filled from the same lines.
 TEST_F(KeptBolts, ForcedTablesAreThoseOfTheLines) {
     keep(text_of("0.126"));
     RESET_BOLTING();

@@ -72,7 +72,7 @@ TEST_F(ShippedBolts, EveryColumnRisesWithTheDiameter) {
         }
 }
 
-// What must hold of any bolt: the root lies within the shank, nuts pass one another and clear the
+// True of any bolt: the root is within the shank, nuts pass one another and clear the
 // edge of the flange by their own half width.
 TEST_F(ShippedBolts, DimensionsFitOneAnother) {
     for (const auto& [name, rows] : sections())

@@ -34,7 +34,7 @@ TEST(AllowablePressure, ThickCylindersTakeTheLesserOfTwo) {
     EXPECT_NEAR(EMAP_of(thick), (2.167f / 8.0f - 0.0833f) * 1000.0f, 0.001f);
     thick.S = 400.0f; // 2 S = 800: 2 800 / 8 (1 - 1 / 8) = 175
     EXPECT_NEAR(EMAP_of(thick), 175.0f, 0.001f);
-    // A very thick one is held by 1.8 B: at D/t of 1.2 that is 3000 (1 - 1 / 1.2) = 500.
+    // A very thick one is limited by 1.8 B: at D/t of 1.2 that is 3000 (1 - 1 / 1.2) = 500.
     CHART_CALL solid = shape(CONE, 1.2f, 1.0f);
     EXPECT_NEAR(EMAP_of(solid), 500.0f, 0.01f);
     // Heads have no such rule.
@@ -148,10 +148,10 @@ TEST_F(RandomElements, PressureAtTheLongestLengthIsTheDesignPressure) {
         const Real P = pressure_at(start, start.t, start.L) * between(0.4f, 1.3f);
         CHART_CALL call = start;
         SLEN_SOLVE(call, CS_2, P);
-        // Beyond these the pressure hangs on the diameter alone, or next to nothing of the length.
+        // Beyond these the pressure depends on the diameter alone, or hardly on the length.
         if (call.L < 0.4f * call.Do || EXTERNAL.last.A <= 1.2f / square(EXTERNAL.last.dt)) continue;
         ++compared;
-        // f from 0.999 to 1.0001 at the last step, which was taken all the same.
+        // f from 0.999 to 1.0001 at the last step, which was made all the same.
         EXPECT_NEAR(pressure_at(start, start.t, call.L), P, 2.5e-3f * P);
         if (EXTERNAL.last.A > 0.0004f) continue; // level curve: P says little about the length
         ++elastic;

@@ -1,5 +1,5 @@
 // The report of SHLEXT by the charts. The numbers come from an evaluation of the equations, each
-// operation rounded to single precision, outside of this program.
+// operation rounded to single precision, outside this program.
 #include "external/external_fixture.h"
 
 namespace tarvane::external_test {
@@ -132,7 +132,7 @@ TEST_F(ChartReport, OfThickCylinders) {
     EXPECT_EQ(report[2], plain("EMAP = (2.167/(D/t)-0.0833)*B = 1782.7294 psig"));
     EXPECT_EQ(report[4], plain("   0.5000      4.000       60.00      8.00   15.0000  0.0171875    "
                                "9504.09"));
-    // The length is that behind its limit of 20 times; L/D shows its own.
+    // The length is the one after its limit of 20 times; L/D shows its own.
     EXPECT_EQ(report.back(), plain("   0.5000      4.000     7130.92      8.00   50.0000  0.0171875"
                                    "    9504.09"));
     thick.S = 4000.0f;
@@ -197,7 +197,7 @@ TEST_F(ChartReport, SlenderCylindersAreWarnedOfOnce) {
     cone.D = 500.0f;
     const std::vector<Line> of_cone = report_of(cone);
     ASSERT_EQ(beginning(of_cone, "Warning: D/t").size(), 1u);
-    EXPECT_EQ(of_cone[8].text.substr(0, 12), "Warning: D/t"); // behind the cone's note
+    EXPECT_EQ(of_cone[8].text.substr(0, 12), "Warning: D/t"); // after the cone's note
     Vessel sphere(SPHERE);
     sphere.D = 500.0f;
     EXPECT_TRUE(beginning(report_of(sphere), "Warning").empty());
@@ -211,7 +211,7 @@ TEST_F(ChartReport, LongLengthsTakeMoreRoom) {
     e.Length = 1.0e6f;
     EXPECT_EQ(report_of(e)[4], failure("   0.3750     97.000  1000000.00    258.67   50.0000  "
                                        "0.0000164     238.39"));
-    // The length as shown counts; the second row of a cone has its width always.
+    // The length counts as shown; the second row of a cone always has its width.
     UNITS.diameter = 25.4f;
     e.Length = 100000.0f;
     EXPECT_EQ(report_of(e)[4], failure("   0.3750   2463.800     2540000.00    258.67   50.0000  "
@@ -231,7 +231,7 @@ TEST_F(ChartReport, LengthsOfLessThanFourAreNotShown) {
     Vessel sphere(SPHERE);
     sphere.Length = 0.0f;
     EXPECT_FALSE(report_of(sphere).empty());
-    e.Length = 4.0f; // shown, but for the third stage
+    e.Length = 4.0f; // shown, except for the third stage
     EXPECT_EQ(beginning(report_of(e), "Results").size(), 2u);
 }
 

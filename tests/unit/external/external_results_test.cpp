@@ -1,4 +1,4 @@
-// The block of GETEXTERNALRESULTS: what the report and the arguments tell, and why.
+// The block of GETEXTERNALRESULTS: what the report and the arguments show, and why.
 #include "external/external_fixture.h"
 
 #include "external/stress_method.h"
@@ -259,13 +259,13 @@ TEST_F(ExternalResults, WithoutAPressure) {
     by_buckling_stress();
     EXPECT_EQ(of(e).slen, TARVANE_NO_VALUE);
     EXPECT_GT(of(e).maep, 0.0f);
-    // An element without a formula: nothing but the caller's own.
+    // An element without a formula: every value is the caller's own.
     f = of(Vessel(6));
     EXPECT_EQ(f.maep, TARVANE_NO_VALUE);
     EXPECT_EQ(f.evaluations[GIVEN], 0);
 }
 
-// ---- what held ---------------------------------------------------------------------------------------
+// ---- what governed ----------------------------------------------------------------------------------
 
 TEST_F(ExternalResults, WhereFactorACameFrom) {
     write_file("library", "TableGData.txt", "[100]\n0.1 0.07\n60 0.07\n[400]\n0.1 0.07\n60 0.07\n");

@@ -25,9 +25,9 @@ TEST(FactorAFormula, FollowsTheEquations) {
 }
 
 TEST(FactorAFormula, ThickCylindersBelowFourTakeTheLastTermAlone) {
-    EXPECT_FLOAT_EQ(FACTOR_A_FORMULA(4.0f, 0.6f), 0.1f); // 0.43 of the first term, held
+    EXPECT_FLOAT_EQ(FACTOR_A_FORMULA(4.0f, 0.6f), 0.1f); // 0.43 of the first term, limited
     EXPECT_FLOAT_EQ(FACTOR_A_FORMULA(std::nextafter(4.0f, 0.0f), 0.6f), 1.1f / 16.0f);
-    EXPECT_FLOAT_EQ(FACTOR_A_FORMULA(2.0f, 0.6f), 0.1f); // 0.275, held
+    EXPECT_FLOAT_EQ(FACTOR_A_FORMULA(2.0f, 0.6f), 0.1f); // 0.275, limited
 }
 
 TEST(FactorAFormula, IsHeldToATenthBelowTen) {

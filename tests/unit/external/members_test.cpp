@@ -196,14 +196,14 @@ TEST_F(Members, WithoutBothStressesNothingIsFormed) {
     }
 }
 
-// No range of Mx holds, and the factor is the caller's.
+// No range of Mx applies, and the factor is the caller's.
 TEST_F(Members, ShearWithoutAParameterKeepsItsFactor) {
     const Real Do = 48.0f, L = 60.0f, t = -0.5f, Ey = 28.0e6f, Fy = 30000.0f; // root of a negative
     for (const Real given : {-7.0f, 0.25f, 1.0f}) {
         Shear s{.Fva = -1.0f, .Cv = given};
         ::CC2286_SHEAR(&Do, &L, &t, &Ey, &Fy, &s.Fva, &s.Cv);
         EXPECT_EQ(s.Cv, given);
-        // Fve = 0.8 Cv Ey / Dot goes on with it; r = Fve / Fy up to 0.48 has Eta 1.
+        // Fve = 0.8 Cv Ey / Dot uses it further; r = Fve / Fy up to 0.48 has Eta 1.
         const double Fve = 0.8 * wide(given) * 28.0e6 / -96.0, r = Fve / 30000.0;
         const double Eta = r <= 0.48 ? 1.0 : r < 1.7 ? 0.43 / r + 0.1 : 0.6 / r;
         const double stress = Eta * Fve;

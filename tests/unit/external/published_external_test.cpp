@@ -17,7 +17,7 @@ class PublishedExternal : public ExternalTest {
     void chart_of_modulus(const std::string& E) {
         use_charts("[CS-2]\n1000 0 " + E + " 1 0 1 99999 0 0 0\n\n[END]\n");
     }
-    // Factor A as it was published, at whatever length.
+    // Factor A as published, whatever the length.
     void table_g_of(const std::string& below, const std::string& above, const std::string& A) {
         std::string text;
         for (const std::string& key : {below, above}) {
@@ -109,7 +109,7 @@ TEST_F(PublishedExternal, BucklingStressOfTheDivision2Example) {
     EXPECT_NEAR(shell.MAEP, 48.9f, 0.05f);
 }
 
-// Known for sure: UG-28(d) elastic sphere 0.0625 E / (Ro / t)^2, the 2:1 head the sphere of 0.9 Do,
+// Exact relations: UG-28(d) elastic sphere 0.0625 E / (Ro / t)^2, the 2:1 head the sphere of 0.9 Do,
 // UG-33(f) the cone of equal wall across its axis.
 TEST_F(PublishedExternal, ElasticSphereHeadAndCone) {
     chart_of_modulus("29.0");

@@ -11,7 +11,7 @@ namespace {
 
 class Shlext : public ExternalTest {
   protected:
-    // What a call does that it never finishes.
+    // State of a call that never ends.
     static void expect_untouched(const Vessel& e) {
         EXPECT_EQ(e.MAEP, -11.0f);
         EXPECT_EQ(e.Tca, -12.0f);
@@ -75,7 +75,7 @@ TEST_F(Shlext, OtherCodesArePreparedAndLeft) {
     }
 }
 
-// A flange that is calculated behind takes its modulus and its rigidity rules by the same code.
+// A flange that is calculated afterwards takes its modulus and its rigidity rules by the same code.
 TEST_F(Shlext, TheCodeOfTheSetupBlockBecomesTheModulesCode) {
     for (const Int code : {ASME_VIII_2, ASME_VIII_1}) {
         SETUP[0].whole = code;
@@ -83,7 +83,7 @@ TEST_F(Shlext, TheCodeOfTheSetupBlockBecomesTheModulesCode) {
         quiet(Vessel(CYLINDER));
         EXPECT_EQ(moduleCode, code);
     }
-    SETUP[0].whole = EN_13445; // what the host changes behind the call does not count
+    SETUP[0].whole = EN_13445; // what the host changes after the call does not count
     EXPECT_EQ(moduleCode, ASME_VIII_1);
 }
 
@@ -518,7 +518,7 @@ TEST_F(Shlext, IsReachedThroughTheSurface) {
         }
     GLOBALS_mp_G_NUSE_CASE2286 = 0;
     SurfaceCall nameless{Vessel(CYLINDER)};
-    nameless.run(nullptr); // CS-2 stands in
+    nameless.run(nullptr); // CS-2 is used instead
     EXPECT_EQ(nameless.out[0], quiet(Vessel(CYLINDER)).MAEP);
 }
 

@@ -128,7 +128,7 @@ TEST_F(BucklingStress, WithoutAChartFileTheCurveOfTheLastCallStands) {
     RESET_MATERIALS();
     EXPECT_EQ(at_16000(without), FS);
     EXPECT_EQ(without, with_file);
-    // Never a chart: no modulus and no stress. What is no number is not below the yield.
+    // Never a chart: no modulus and no stress. A not-a-number is not below the yield.
     RESET_EXTERNAL();
     EXPECT_EQ(at_16000(without), 1.667f);
     EXPECT_TRUE(std::isnan(without));
@@ -156,7 +156,7 @@ TEST_F(BucklingStress, CylinderThroughoutItsRanges) {
             }
 }
 
-// Ch from the stress that is formed with it.
+// Ch from the stress that is calculated with it.
 Real Ch_at(Real Mx) {
     // Ro t = 1: the length is Mx itself.
     const Real Do = 20.0f, t = 0.1f;

@@ -1,5 +1,5 @@
 // The report of SHLEXT by buckling stress. The numbers come from an evaluation of the equations, each
-// operation rounded to single precision, outside of this program.
+// operation rounded to single precision, outside this program.
 #include "external/external_fixture.h"
 
 namespace tarvane::external_test {
@@ -235,7 +235,7 @@ TEST_F(StressReport, PrintIsTheSwitchOfTheReport) {
     Vessel e(CYLINDER);
     e.Print = 0;
     EXPECT_TRUE(report_of(e).empty());
-    SETUP[47].real = 0.0f; // the tables by the charts alone go by it
+    SETUP[47].real = 0.0f; // only the tables by the charts depend on it
     e.Print = 1;
     EXPECT_EQ(report_of(e).size(), 28u);
     IWRITE = 0;

@@ -88,7 +88,7 @@ TEST_F(StressLimits, contact_on_the_bolt_circle_still_takes_the_factor) {
 // ---- hub limit of the attached shell --------------------------------------------------------------
 
 TEST_F(StressLimits, hub_limit_of_the_attached_shell_by_code_and_type) {
-    // With weak shell allowables the factor shows; 0 stands for the plain limit.
+    // With weak shell allowables the factor shows; 0 means the plain limit.
     struct Row {
         Int code, type;
         Real factor;

@@ -124,7 +124,7 @@ TEST_F(BlindThickness, en_cover_takes_the_larger_of_its_bolt_and_pressure_thickn
     ASSERT_GT(tPress, tBolt);
     EXPECT_CLOSE(call.tOut, tPress + 0.125, 1e-6);
     EXPECT_CLOSE(call.pOut, 1.875 * 1.875 * 17800.0 / A2, 1e-6);
-    // The thickness at the gasket stays that of the ASME form.
+    // The thickness at the gasket is still that of the ASME form.
     const double bt = 1.9 * 111329.5 * 0.875 * 1.2 / (17800.0 * 29.5 * 29.5 * 29.5);
     EXPECT_CLOSE(call.tEdge, 29.5 * std::sqrt(bt) + 0.125, 1e-6);
 

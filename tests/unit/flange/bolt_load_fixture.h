@@ -22,7 +22,7 @@ inline constexpr std::string_view HG_TITLE = "Gasket Load for the Operating Cond
 
 class BoltLoads : public StageTest {
   protected:
-    // A flange of round numbers, its gasket and arms as the stages before leave them.
+    // A flange of round numbers, its gasket and arms as the earlier stages leave them.
     static FLANGE_STATE flange(Int type = INTEGRAL_WELD_NECK, Int code = ASME_VIII_1) {
         FLANGE_STATE s;
         s.type = type;

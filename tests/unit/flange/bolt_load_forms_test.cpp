@@ -176,7 +176,7 @@ class LoadsInTheOrderOfTheFormulas : public BoltLoads,
     }
 };
 
-// Flanges whose loads come out different in another order, computed by another program that rounds
+// Flanges whose loads change with the order of operations, calculated by another program that rounds
 // each operation to single precision.
 TEST_P(LoadsInTheOrderOfTheFormulas, AsComputedOutside) {
     FLANGE_STATE s = drawn(GetParam().seed);

@@ -373,7 +373,7 @@ TEST_F(BoltLoads, AFullFaceReverseFlangeOfTheEuropeanCodes) {
                       " = Maximum of Wm1/Sb, Wm2/Sa\n"
                       " = Maximum of 53093/20000, 29452/25000\n"
                       " = 2.655 in\xB2\n");
-        // what it shows no lines of is there all the same
+        // what has no lines has a value all the same
         expect_close(s.pressureArea, 452.389342);
         expect_close(s.hpPerP, 25.1327412 + 13.5);
         expect_close(s.Hp, 2513.27412 + 1350.0);
@@ -571,7 +571,7 @@ TEST_F(BoltLoads, ExternalLoadsInTheAreaOfTheCurrentDivision2Rules) {
     }
 }
 
-// A template holds six values, so that the seventh placeholder stays.
+// A template holds six values, so that the seventh placeholder is printed as it is.
 TEST_F(BoltLoads, LinesOfTheAreaUnderTheCurrentDivision2Rules) {
     NEW_DIV_2_RULES = true;
     FLANGE_STATE s = flange(INTEGRAL_WELD_NECK, ASME_VIII_2);

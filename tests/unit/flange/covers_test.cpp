@@ -447,7 +447,7 @@ TEST_F(OpeningsTest, EdgeDistances) {
     call.edge1 = 2.0f, call.edge2 = 0.6f, call.d2 = 3.0f;
     all = lines();
     EXPECT_EQ(all.back(), "UG-39(e)(5) Dist. to edge 0.60 should be >= d1/4, 0.75 in.");
-    // Openings far apart: the second distance is not asked for, the first is.
+    // Openings far apart: the second distance is not tested, the first is.
     call.pitch = 9.0f;
     EXPECT_EQ(lines().size(), 1u);
     call.edge1 = 0.5f;

@@ -171,7 +171,7 @@ TEST_F(DesignSelection, AreaDecidesTheNumberOfBolts) {
     EXPECT_EQ(s.nBolts, 4 * 46); // 100 / (4 * 0.551) = 45.4
     EXPECT_GE(s.Ab, s.Am);
     EXPECT_EQ(s.nBolts % 4, 0);
-    // The bolts stand side by side: 184 * 2.25 / pi = 131.78.
+    // The bolts are side by side: 184 * 2.25 / pi = 131.78.
     EXPECT_EQ(s.C, 131.8125f);
 }
 
@@ -250,7 +250,7 @@ TEST_F(DesignSelection, ReverseFlangeKeepsItsOutsideDiameter) {
     designFlag = -1;
     SELECT_FLANGE_GEOMETRY(s, designFlag);
     EXPECT_EQ(s.A, 31.0f);
-    EXPECT_EQ(s.C, 29.75f); // held by the edge distance
+    EXPECT_EQ(s.C, 29.75f); // limited by the edge distance
 }
 
 TEST_F(DesignSelection, FullFaceGasketReachesTheOutsideDiameter) {
@@ -327,7 +327,7 @@ TEST_F(DesignSelection, SeatingStressOfMoreThanAThousandthAsksForWidth) {
     SELECT_FLANGE_GEOMETRY(s, designFlag);
     EXPECT_GT(s.Go, 1.0e6f);
     s = weld_neck_design();
-    s.y = 0.0f, s.Go = s.GoC = s.Gi; // no width given, none asked for
+    s.y = 0.0f, s.Go = s.GoC = s.Gi; // no width given, none required
     s.g1 = s.go = 0.0f, s.type = LAP_JOINT;
     designFlag = -1;
     SELECT_FLANGE_GEOMETRY(s, designFlag);
@@ -335,7 +335,7 @@ TEST_F(DesignSelection, SeatingStressOfMoreThanAThousandthAsksForWidth) {
 }
 
 // The selection in double precision, over random flanges. Where a number that is cut or rounded up
-// lies next to a whole one, single precision may fall on the other side: those are passed over.
+// is next to a whole one, single precision may fall on the other side: those are passed over.
 class DoubleSelection {
   public:
     explicit DoubleSelection(const FLANGE_STATE& s) {

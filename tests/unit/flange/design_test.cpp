@@ -215,7 +215,7 @@ TEST_F(DesignFirstMoments, AreScaledBeyondTheSpacing) {
     expect_close(ring.s.CF, CF);
     expect_close(ring.s.Mop, 40000.0 * CF / 1.25);
     expect_close(ring.s.Matm, 30000.0 * CF / 1.25);
-    // The thickness that counts is the one asked for, less its allowance.
+    // The thickness that counts is the one given, less its allowance.
     ring.s.ct = 0.5f;
     RESCALE_FIRST_MOMENTS(ring.s, 2.5f);
     expect_close(ring.s.CF, CF);
@@ -299,13 +299,13 @@ TEST_F(DesignThicknessSearch, WideSpacingIsFollowedThroughTheSearch) {
     const double t = static_cast<double>(ring.s.t);
     const double CF = std::sqrt(Deltab / (1.0 + t));
     EXPECT_NEAR(t, ring.exact(CF / static_cast<double>(ring.s.CFFirst)), 0.002);
-    // What the search leaves belongs to that thickness.
+    // The values that the search leaves are those of that thickness.
     expect_close(ring.s.CF, CF);
     expect_close(ring.s.Mop, 40000.0 * CF, 1e-5);
 }
 
 TEST_F(DesignThicknessSearch, MomentsOfTheRoundsBetween) {
-    // Within the spacing the next stresses see the moments without correction.
+    // Within the spacing the next stresses use the moments without correction.
     Ring ring(1.0f);
     ring.s.CFFirst = ring.s.CF = 1.5f;
     ring.s.MopFirst = ring.s.Mop = 60000.0f;
@@ -378,7 +378,7 @@ TEST_F(DesignThicknessSearch, WithoutAnIndexTheStressThicknessStands) {
     EXPECT_EQ(search.tRigid, 0.0f);
 }
 
-// A search that stands in the rigidity stage at thickness t, where the index is J.
+// A search that is in the rigidity stage at thickness t, where the index is J.
 THICKNESS_SEARCH staged(Ring& ring, Real J, Real previousJ) {
     ring.s.rigidity = 1;
     ring.s.Ecold = 1.0e9f;
@@ -468,7 +468,7 @@ TEST_F(DesignThicknessSearch, KeptFactorsMustGiveLessThanTheLimit) {
         EXPECT_EQ(ring.s.t, 1.0f);
         EXPECT_EQ(search.converged, converged) << J;
     }
-    // A step that ends on the stress thickness itself is not looked at.
+    // A step that ends on the stress thickness itself is not evaluated.
     Ring ring(1.3125f);
     THICKNESS_SEARCH search = staged(ring, 0.9f, 0.95f);
     search.factors.K = 9.0f;

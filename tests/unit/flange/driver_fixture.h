@@ -115,7 +115,7 @@ class DriverTest : public testing::Test {
         ASSERT_TRUE(open_unit_for_writing(REPORT_UNIT, path));
         IOUT = REPORT_UNIT;
     }
-    // What the file holds since it was opened; it is emptied.
+    // The content of the file since it was opened; the file is then emptied.
     Lines file_lines() {
         close_unit(REPORT_UNIT);
         Lines lines;

@@ -9,7 +9,7 @@ namespace {
 
 class Loops : public DriverTest {
   protected:
-    // A kernel run by hand, silent, on the record as it stands with a change of the state.
+    // A kernel run by hand, silent, on the record as it is with a change of the state.
     template <typename Change>
     FLANGE_STATE by_hand(Change change) {
         FLANGE_STATE s;
@@ -177,8 +177,8 @@ TEST_F(Mating, LinesOfTheRoundsGoToTheStoreAndAreCounted) {
     EXPECT_FALSE(first[1].ends_with(" 0"));
     EXPECT_GT(LINE_COUNT, 0);
     EXPECT_EQ(IOUT, REPORT_UNIT);
-    // The host's unit has the report of the final pass, once; the input stands there from before the
-    // loops, that behind them went to the store.
+    // The host's unit has the report of the final pass, once; the input is there from before the
+    // loops, the input after them went to the store.
     const Lines lines = file_lines();
     EXPECT_EQ(count(lines, "Flange Input Data Values"), 1);
     EXPECT_EQ(count(lines, "Flange Stress Analysis Results:"), 1);
@@ -258,7 +258,7 @@ TEST_F(Mating, ThatGovernOnly) {
     };
     flange.at(9) = 0.0f;
     EXPECT_TRUE(iterated({}));
-    // Wm1 of the pass before takes the mating load where that governs, so the tests of both are met
+    // Wm1 of the previous pass takes the mating load where that governs, so the tests of both are met
     // whenever the load is above the flange's own less half a pound.
     SampleFlange own = flange;
     own.set({{44, 0.0f}});
@@ -535,7 +535,7 @@ TEST_F(Failure, ModuliAreThoseOfEveryCall) {
     EXPECT_GT(last().failureCa, failure);
     EXPECT_EQ(last().failureCa,
               walked([](const FLANGE_STATE& s) { return s.rigidityOut >= 0.999f; }));
-    FLANGE.moduliHeld = true; // a stop that never came back
+    FLANGE.moduliHeld = true; // a stop that never returned
     flange.at(5) = 650.0f;
     flange.run();
     EXPECT_EQ(last().failureCa, failure);
@@ -604,7 +604,7 @@ TEST_F(Failure, GatesComeBack) {
     EXPECT_EQ(count(file_lines(), "Gasket Contact Width"), 1);
 }
 
-// Behind the loop the state keeps kind 1, so a design's hub is not looked at.
+// After the loop the state keeps kind 1, so the hub of a design is not tested.
 TEST_F(Failure, DesignBehindItKeepsItsHub) {
     flange.set({{3, 3.0f}, {16, 0.0625f}, {17, 0.125f}, {18, 1.0f}});
     flange.run();

@@ -8,7 +8,7 @@ namespace {
 
 class Passes : public DriverTest {
   protected:
-    // A kernel run by hand on the record as it stands.
+    // A kernel run by hand on the record as it is.
     static constexpr auto as_it_is = [](FLANGE_STATE&) {};
     template <typename Change = decltype(as_it_is)>
     const FLANGE_STATE& by_hand(Change change = as_it_is) {
@@ -184,7 +184,7 @@ TEST_F(DesignPasses, SelectedGeometryComesBack) {
         flange.run();
         expect_geometry();
         EXPECT_EQ(flange.at(3), 3.0f);
-        EXPECT_EQ(flange.at(21), 31.25f); // the input stands
+        EXPECT_EQ(flange.at(21), 31.25f); // the input is unchanged
         EXPECT_EQ(flange.tReq, FLANGE.tRequired);
         EXPECT_TRUE(has(store_lines(), "Number of Bolts Selected for Flange"));
     }
@@ -266,7 +266,7 @@ TEST_F(Passes, ThicknessOfZeroIsAnalysedAsTwoInches) {
     EXPECT_EQ(other.t, 2.0f);
     const Real rated = min(other.MAWPop, other.MAWPseat);
     EXPECT_EQ(flange.mawp, rated);
-    // The new and cold pass takes the thickness as it came; what cannot be rated then takes the
+    // The new and cold pass takes the thickness as given; what cannot be rated then takes the
     // pressure of the report.
     by_hand([](FLANGE_STATE& x) {
         x.Sfo = x.Sfa;
@@ -322,7 +322,7 @@ TEST_F(Passes, AmbientPassRunsOnWhatTheInputTestsLeft) {
 TEST_F(Passes, ExternalPressureRunsOnTheFirstRead) {
     flange.set({{4, -15.0f}, {2, 7.0f}, {8, 2.5f}});
     flange.run();
-    EXPECT_EQ(FLANGE.B, 0.0f); // the bore that the input tests took away
+    EXPECT_EQ(FLANGE.B, 0.0f); // the bore that the input tests removed
     flange.set({{4, 15.0f}});
     flange.pOperating = 15.0f;
     flange.run();
@@ -382,7 +382,7 @@ TEST_F(Passes, MatingLoadsWithoutEffectCountAsNone) {
     const Lines lines = store_lines();
     EXPECT_TRUE(has(lines, "Estimated M.A.W.P. ( Operating )"));
     EXPECT_FALSE(has(lines, "Note: MAWP Cannot be calculated"));
-    EXPECT_EQ(flange.text[60], 'Y'); // the host's own text stands
+    EXPECT_EQ(flange.text[60], 'Y'); // the host's own text is unchanged
     EXPECT_EQ(FLANGE.matingLoads.view(), "N              ");
     EXPECT_TRUE(host.progress.empty());
     EXPECT_EQ(mawp, min(FLANGE.MAWPop, FLANGE.MAWPseat));
@@ -440,7 +440,7 @@ TEST_F(Passes, MetricSwitchBelongsToFlangesWithoutAVessel) {
     UNITS.diameter = 1.5f;
     flange.run();
     EXPECT_EQ(METRICCONSTANTS_mp_G_NMETRIC_CONSTANT, 0);
-    flange.at(6) = 0.0f; // an input error comes by here, too
+    flange.at(6) = 0.0f; // an input error ends here, too
     UNITS.diameter = 1.5001f;
     flange.run();
     EXPECT_EQ(METRICCONSTANTS_mp_G_NMETRIC_CONSTANT, 1);
@@ -488,7 +488,7 @@ TEST_F(Passes, LineStoreBeginsAnewWithEachCall) {
     EXPECT_GT(LINE_COUNT, 0);
 }
 
-// Every type under every code, each report once more when all the others have been through.
+// Every type under every code, each report once more after all the others have run.
 TEST_F(Passes, ReportsDoNotDependOnWhatWasBefore) {
     struct CASE {
         Int code;
@@ -536,7 +536,7 @@ TEST_F(Passes, StopEndsTheCallWhereItStands) {
     EXPECT_EQ(flange.mapNc, NO_VALUE);
     EXPECT_EQ(flange.tReq, 5.0f);
     EXPECT_TRUE(store_lines().empty()); // no closing note either
-    // The next call is not touched by it.
+    // The next call is not affected.
     SampleFlange sound;
     sound.run();
     EXPECT_GT(sound.mawp, 100.0f);

@@ -1,4 +1,4 @@
-// What the driver does behind its passes: bolt area failure, rigidity, attached shell, toughness,
+// What the driver does after its passes: bolt area failure, rigidity, attached shell, toughness,
 // attachment welds, closing note.
 #include "flange/driver_report.h"
 
@@ -21,7 +21,7 @@ class DriverReport : public DriverTest {
         flange.run();
         return file_lines();
     }
-    // One call more, on the unit that is open.
+    // One more call, on the unit that is open.
     Lines again() {
         flange.run();
         return file_lines();
@@ -107,7 +107,7 @@ class DriverRigidity : public DriverReport {
 
 TEST_F(DriverRigidity, AnAnalysisHasNoRequiredThickness) {
     const Lines lines = run_to_file();
-    // lambda of the required thickness is 0 behind an analysis: no index, and the warning.
+    // lambda of the required thickness is 0 after an analysis: no index, and the warning.
     const std::ptrdiff_t at = find(lines, REQUIRED);
     ASSERT_GT(at, 0);
     const auto line_at = [&](std::ptrdiff_t k) { return lines[static_cast<std::size_t>(at + k)]; };
@@ -213,7 +213,7 @@ TEST_F(DriverRigidity, ModuliGoByTheModuleCode) {
     flange.run();
     EXPECT_FLOAT_EQ(FLANGE.Ecold, 29.4e6f);
     EXPECT_FLOAT_EQ(FLANGE.Ehot, 26.5e6f);
-    flange.code = 4; // the kernel goes by the code, this step by the module's
+    flange.code = 4; // the kernel uses the code, this step that of the module
     flange.run();
     EXPECT_FLOAT_EQ(FLANGE.Ehot, 26.5e6f);
     moduleCode = 4;
@@ -328,7 +328,7 @@ TEST_F(Toughness, WeldNeckFlangesGoByTheirHub) {
     flange.set({{16, 0.0f}, {17, 0.0f}, {18, 0.0f}, {70, 0.0f}, {71, 0.5f}});
     EXPECT_TRUE(judged());
     flange.at(71) = 0.0f;
-    EXPECT_TRUE(judged()); // a missing cylinder is not told for these types
+    EXPECT_TRUE(judged()); // a missing cylinder is not reported for these types
     EXPECT_FALSE(missing);
     flange.set({{70, 1.0f}, {71, 1.4375f}});
     EXPECT_FALSE(judged());
@@ -408,7 +408,7 @@ TEST_F(Toughness, HeatTreatmentIsAskedOfAMaterialRow) {
     FLANGE_PWHT_REQUIRED = 7;
     flange.element = 0;
     EXPECT_TRUE(judged());
-    EXPECT_EQ(FLANGE_PWHT_REQUIRED, 7); // no row, no question
+    EXPECT_EQ(FLANGE_PWHT_REQUIRED, 7); // no row, no lookup
     flange.element = 501;
     EXPECT_TRUE(judged());
     EXPECT_EQ(FLANGE_PWHT_REQUIRED, 7);
@@ -418,7 +418,7 @@ TEST_F(Toughness, HeatTreatmentIsAskedOfAMaterialRow) {
     EXPECT_EQ(FLANGE_PWHT_REQUIRED, -1);
 }
 
-// A material of P-Number 3, group 1: heat treatment above 5/8 in., so that the answer tells on which
+// A material of P-Number 3, group 1: heat treatment above 5/8 in., so that the answer shows on which
 // side of it the governing thickness is.
 class GoverningThickness : public Toughness {
   protected:
@@ -476,7 +476,7 @@ TEST_F(GoverningThickness, MaterialAndFlagsOfTheRow) {
     EXPECT_EQ(required({{16, 0.5f}}), 0);
     EXPECT_EQ(FLANGE_P_NUMBER_ONE, 0);
     EXPECT_EQ(FLANGE_GROUP_CODE, -1);
-    ELEMENT_TABLES[0].first_flag = '1'; // asked for
+    ELEMENT_TABLES[0].first_flag = '1'; // required
     EXPECT_EQ(required({}), 1);
     ELEMENT_TABLES[0].first_flag = 'Y';
     EXPECT_EQ(required({}), 0);

@@ -145,7 +145,7 @@ TEST_F(Driver, StandAloneFormBringsUnitsAndTakesTheStore) {
     IWRTFL = 0;
     flange.code = 2;
     flange.run();
-    EXPECT_EQ(IOUT, 77); // as it came; the lines are in the store
+    EXPECT_EQ(IOUT, 77); // as given; the lines are in the store
     EXPECT_EQ(SETUP[42].real, 2.0f);
     EXPECT_TRUE(NEW_DIV_2_RULES);
     EXPECT_EQ(METRICCONSTANTS_mp_G_NMETRIC_CONSTANT, 1);
@@ -189,7 +189,7 @@ TEST_F(Driver, NewAndColdPressureRule) {
     EXPECT_EQ(NEW_AND_COLD_PRESSURE(-1.0f, 2.0f), -1.0f);
 }
 
-// What no INTEGER can hold cuts to a negative one, yet is no sign of the stand-alone form: a host that
+// What no INTEGER can hold becomes a negative one, yet is no sign of the stand-alone form: a host that
 // did not mean it has no unit labels in its text.
 TEST_F(Driver, StandAloneFormWantsANegativeNumber) {
     flange.at(100) = 25.4f;
@@ -203,8 +203,8 @@ TEST_F(Driver, StandAloneFormWantsANegativeNumber) {
     EXPECT_EQ(UNITS.thickness, 25.4f);
 }
 
-// A ring inside its bore ends the host's run, unless the host's stop service comes back. The input
-// tests look past the bore of a blind flange, the passes behind them do not.
+// A ring inside its bore ends the host's run, unless the host's stop service returns. The input
+// tests do not test the bore of a blind flange, the passes after them do.
 struct Stops {
     int code = 0, stops = 0;
 };

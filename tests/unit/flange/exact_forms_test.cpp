@@ -1,5 +1,5 @@
 // Flanges through the whole of FLANGE_CALC, their lines character for character: the point of values
-// without decimals, the factor k, corrosion at failure; and the gates that a call gives back.
+// without decimals, the factor k, corrosion at failure; and the gates that a call restores.
 #include "driver_fixture.h"
 
 namespace tarvane::driver_test {
@@ -64,7 +64,7 @@ TEST_F(ExactForms, StressSummaryWithThePoint) {
         "Maximum Average           6362.|    20000.|    12001.|    20000.|",
         "Bolting                   9336.|    25000.|    22616.|    25000.|"};
     EXPECT_EQ(summary(report()), rows);
-    flange.decimalComma = 1; // a point without a digit behind it stays
+    flange.decimalComma = 1; // a point without a digit after it stays
     EXPECT_EQ(summary(report()), rows);
     flange.decimalComma = 0;
 
@@ -268,7 +268,7 @@ TEST_F(Gates, AfterRefusedInput) {
 }
 
 TEST_F(Gates, AfterAFatalStopThatComesBack) {
-    flange.set({{2, 7.0f}, {10, 33.0f}}); // the bore of a cover is looked at too late
+    flange.set({{2, 7.0f}, {10, 33.0f}}); // the bore of a cover is tested too late
     EXPECT_EQ(counts(CLOSED, LINE_STORE, true), (Counts{0, 0}));
     EXPECT_EQ(host.stops, 1);
 }

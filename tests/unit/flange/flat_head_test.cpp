@@ -210,7 +210,7 @@ TEST_F(FlatHeadTest, AllowanceComesOffTheThickness) {
 
 TEST_F(FlatHeadTest, FullFaceCircularHasNoBoltTerm) {
     s.fullFace = true;
-    s.coverFlag = 1, s.SPerW = 1.0f; // openings are not looked at
+    s.coverFlag = 1, s.SPerW = 1.0f; // openings are not tested
     run();
     EXPECT_EQ(s.Cf, 0.25f);
     EXPECT_NEAR(STo(), 0.25 * 100 * 900 / 4, near(5625));
@@ -253,7 +253,7 @@ TEST_F(FlatHeadTest, FullFaceNonCircular) {
     EXPECT_FALSE(under(OPERATING_UG34).empty());
     EXPECT_TRUE(under(SEATING_OVAL_UG34).empty());
 
-    s.code = PD_5500; // the load limit stays though the rate behind it is dropped
+    s.code = PD_5500; // the load limit stays though the rate after it is dropped
     run();
     EXPECT_EQ(STo(), 0.0f);
     EXPECT_EQ(s.SPerW, 0.0f);
@@ -527,7 +527,7 @@ TEST_F(FlatHeadTest, SecondWayInDouble) {
     }
 }
 
-// The estimated pressure of a blind flange, put back as its pressure, brings stress or bolts to
+// The estimated pressure of a blind flange, used as its pressure, brings stress or bolts to
 // their limit.
 TEST_F(FlatHeadTest, EstimatedPressurePutBackGivesTheAllowableStress) {
     IWRTFL = 0;

@@ -357,7 +357,7 @@ TEST_F(GasketWidth, FullFaceOfTheEuropeanCodes) {
         const std::string lines = joined(take_lines());
         EXPECT_NE(lines.find("bo = Min(Go - C, C - Gi)          0.000  in."), lines.npos) << lines;
         EXPECT_NE(lines.find("b = 4(b'0)                       0.000  in."), lines.npos) << lines;
-        inner.type = LAP_JOINT; // the rule stands above that of the lap joint
+        inner.type = LAP_JOINT; // the rule comes before that of the lap joint
         expect_close(widths(inner).G, 20.0 - 0.875 - 5.0 / 25.4);
     }
 }
@@ -368,7 +368,7 @@ TEST_F(GasketWidth, FullFaceOfAReverseFlangeHasNoReactionDiameter) {
         s.G = 17.0f;
         s.b2 = 0.5f;
         GASKET_CALL call = main_gasket(s);
-        call.N = 9.0f; // computed anew all the same
+        call.N = 9.0f; // calculated again all the same
         GASKET_WIDTH(s, call);
         EXPECT_EQ(call.N, 2.0f);
         EXPECT_EQ(call.b, 0.5f);

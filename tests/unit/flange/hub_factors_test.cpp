@@ -306,7 +306,7 @@ void expect_fit(Real actual, const Sum& fit) {
 }
 
 TEST_F(HubFactors, fits_by_the_table_of_their_coefficients) {
-    // Both ends of each range, a number behind each end, and points between.
+    // Both ends of each range, a number after each end, and points between.
     std::vector<Real> Xhs = {0.1f, 0.13f, 0.25f, 0.3f, 0.5f, 0.7f, 1.0f, 1.3f, 2.0f};
     for (const Real end : {0.25f, 0.5f, 1.0f})
         Xhs.push_back(std::nextafter(end, 2.0f));
@@ -358,7 +358,7 @@ TEST_F(HubFactors, straight_hub_window_is_open_at_both_ends) {
     EXPECT_NE(figures(INTEGRAL_WELD_NECK, 1.0001f, 1.0f).F, 0.90892f);
     // Of integral flanges only.
     EXPECT_NE(figures(LOOSE_SLIP_ON, 1.0f, 1.0f).F, 0.90892f);
-    // The fits know no straight hub.
+    // The fits have no straight hub.
     EXPECT_NE(fits(INTEGRAL_WELD_NECK, 1.0f, 1.0f).F, 0.90892f);
 }
 

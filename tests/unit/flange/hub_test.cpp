@@ -260,7 +260,7 @@ TEST_F(HubSmallEnd, factor_k_by_the_corroded_bore) {
     EXPECT_EQ(k_lines(39.37008f, 0.0f), one);
     EXPECT_EQ(k_lines(78.74016f, 0.0f), full);
     EXPECT_EQ(k_lines(78.5f, 0.125f), full);
-    // 40.25 in. is 1022.35 mm; the millimetres stand in every unit system.
+    // 40.25 in. is 1022.35 mm; the millimetres are shown in every unit system.
     const Lines between{" = (2/3)(1 + B/2000)    Because 1000 mm < Flange ID < 2000 mm:",
                         " = (2/3)(1 + 1022.35/2000)", " = 1.007", K_NOTE};
     EXPECT_EQ(k_lines(40.0f, 0.125f), between);

@@ -1,5 +1,5 @@
-// What must hold of any flange, whatever its dimensions: a thickness that was searched meets its limits,
-// a pressure that was rated asks for the thickness given.
+// True of any flange, whatever its dimensions: a thickness that was searched meets its limits,
+// a pressure that was rated requires the thickness given.
 #include "sample_flange.h"
 
 #include <gtest/gtest.h>
@@ -66,7 +66,7 @@ Real worst_ratio(Int type) {
 
 // The thickness goes up to the next thousandth of an inch, and a stress falls with its square or, with
 // a hub, up to its cube: above 3 inches that moves the ratio by 0.1 % at the most. The search itself
-// ends within 0.00001 of the thickness, so a stress may stand above its limit by 0.00003.
+// ends within 0.00001 of the thickness, so a stress may be above its limit by 0.00003.
 TEST(Identities, SearchedThicknessJustMeetsItsLimits) {
     fresh_engine();
     std::mt19937 random(20);
@@ -98,7 +98,7 @@ TEST(Identities, SearchedThicknessJustMeetsItsLimits) {
     EXPECT_GT(met, 100);
 }
 
-// The pressure of a cover, put back as its design pressure, asks for the thickness that was given.
+// The pressure of a cover, used as its design pressure, requires the thickness that was given.
 TEST(Identities, RatedPressureOfACoverAsksForItsThickness) {
     fresh_engine();
     std::mt19937 random(21);

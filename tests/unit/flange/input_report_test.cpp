@@ -167,7 +167,7 @@ TEST_F(InputReport, WeldNeckFlangeLineByLine) {
     EXPECT_EQ(joined(echo(s)), joined(pd));
 }
 
-// A line that does not belong to every echo: when it stands, and what takes it away.
+// A line that is not in every echo: when it is there, and what removes it.
 struct ConditionalLine {
     const char* line;
     void (*with)(FLANGE_STATE&);
@@ -628,7 +628,7 @@ TEST_F(InputReport, ValuesAndLabelsInOtherUnits) {
     UNITS.thickness_label = UNITS.diameter_label = "mm";
     UNITS.pressure = UNITS.stress = 0.0068947f;
     UNITS.pressure_label = "MPa";
-    UNITS.stress_label = "N/mm2 1234"; // ten characters; nine behind the seating stress
+    UNITS.stress_label = "N/mm2 1234"; // ten characters; nine after the seating stress
     UNITS.force = 4.4482f;
     UNITS.force_label = "N";
     UNITS.moment = 1.3558f;
@@ -700,7 +700,7 @@ TEST_F(InputReport, ClassAndGradeOfAStandardFlange) {
     s.standardFlange = 1;
     Lines lines = echo_of(s);
     ASSERT_GE(lines.size(), 3u);
-    // Behind the last line of the table, names from column 49 on.
+    // After the last line of the table, names from column 49 on.
     EXPECT_EQ(lines[lines.size() - 3], "Flange Class                                    150");
     EXPECT_EQ(lines[lines.size() - 2], "Flange Grade                                    1.1");
     HOST_RECORD.flange_class = "None";

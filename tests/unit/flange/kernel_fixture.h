@@ -21,7 +21,7 @@ class KernelTest : public DriverTest {
         s.element1 = truncated(flange.at(1));
         OPEN_LINE_STORE();
     }
-    // The lines of a run on the state as it stands, with the report open.
+    // The lines of a run on the state as it is, with the report open.
     Lines run() {
         LINE_COUNT = 0;
         IWRTFL = 1;

@@ -57,7 +57,7 @@ TEST_F(KernelRating, RigidityThatRaisesTheThicknessIsTold) {
     EXPECT_LE(s.rigidityOut, 1.0001f);
     EXPECT_GE(s.rigidityOut, 0.99f);
     EXPECT_GT(stress_thickness, 0.0f);
-    // Where the stresses govern the line is without it.
+    // Where the stresses govern the line is left out.
     flange.set({{6, 9000.0f}, {7, 9000.0f}, {19, 25000.0f}, {20, 25000.0f}});
     EXPECT_TRUE(has(prepared_run(), REQUIRED));
     EXPECT_LT(s.rigidityOut, 0.99f);
@@ -231,10 +231,10 @@ TEST_F(KernelRating, FixedPressuresOfTheMatingLoads) {
     EXPECT_TRUE(has(lines, NO_MAWP));
     EXPECT_NE(s.MAWPop, 111.5f);
     EXPECT_EQ(s.MAWPseat, 222.5f);
-    s.MAWPopFixed = -0.5f; // above -1: taken, and shown
+    s.MAWPopFixed = -0.5f; // above -1: used, and shown
     lines = run();
     EXPECT_EQ(s.MAWPop, -0.5f);
-    s.matingLoads = "N"; // without mating loads only what is positive is taken
+    s.matingLoads = "N"; // without mating loads only what is positive is used
     s.MAWPseatFixed = 0.0f;
     run();
     EXPECT_GT(s.MAWPop, 0.0f);
@@ -263,7 +263,7 @@ TEST_F(KernelRating, CoversOfPdAndEnAreRatedByTheirThickness) {
     }
     EXPECT_GT(rated, 0.0f);
     flange.code = 3;
-    flange.at(8) = 0.2f; // too thin to carry its bolts: the estimate stands
+    flange.at(8) = 0.2f; // too thin to carry its bolts: the estimate is used
     prepared_run();
     EXPECT_EQ(s.MAWPop, static_cast<Real>(truncated(s.MAWPop * 100.0f)) * 0.01f);
 }
@@ -271,7 +271,7 @@ TEST_F(KernelRating, CoversOfPdAndEnAreRatedByTheirThickness) {
 TEST_F(KernelRating, ExternalPressureIsChecked) {
     constexpr std::string_view OK = "Stress Check: OK for External Pressure       ";
     flange.at(4) = -15.0f;
-    flange.put(60, "Y"); // counts no more
+    flange.put(60, "Y"); // no longer counts
     Lines lines = prepared_run();
     EXPECT_EQ(line(lines, OK).text, std::string(OK) + "          -15.0  psig");
     EXPECT_FALSE(has(lines, OPERATING_MAWP));

@@ -134,7 +134,7 @@ TEST_F(Kernel, StandardFlangeIsAnAnalysisWithoutStresses) {
         EXPECT_NEAR(s.weightForging,
                     (1.4375 + 2.125) * M_PI / 4 * (32.875 * 32.875 - 26.25 * 26.25) * 0.2836, 0.01);
     }
-    flange.reportKernel = 0; // the gate of the analysis stays shut up to the end
+    flange.reportKernel = 0; // the gate of the analysis stays closed up to the end
     EXPECT_TRUE(prepared_run().empty());
     flange.standardFlange = 2;
     EXPECT_TRUE(has(prepared_run(), SUMMARY));
@@ -211,7 +211,7 @@ TEST_F(Kernel, FullFaceArmsUnderAsmeOpenTheReport) {
     }
 }
 
-// The arms of the first evaluation see the bolt, all later ones the hole.
+// The arms of the first evaluation use the bolt, all later ones the hole.
 TEST_F(Kernel, BoltHoleOfAFullFaceFlange) {
     constexpr Real FIVE_MM = 0.196850389f;
     full_face();

@@ -35,7 +35,7 @@ class MomentArms : public StageTest {
         FULL_FACE_ARMS(s);
         return s;
     }
-    // The arms of the state's flange; those of the gasket are there already.
+    // The arms of the state's flange; those of the gasket are calculated already.
     static void arms(FLANGE_STATE& s) {
         if (s.fullFace && s.en_or_pd())
             MOMENT_ARMS_FULL_FACE(s);

@@ -144,7 +144,7 @@ TEST_F(FlangeMoments, InternalPressure) {
     }
 }
 
-// The gasket's reaction is the pivot; its own moment is there and stays out of the total.
+// The gasket's reaction is the pivot; its own moment is calculated but not in the total.
 TEST_F(FlangeMoments, ExternalPressure) {
     for (const Real pressure : {-100.0f, 0.0f}) {
         for (const Int type : {INTEGRAL_WELD_NECK, LAP_JOINT}) {
@@ -173,7 +173,7 @@ TEST_F(FlangeMoments, ExternalPressure) {
     }
 }
 
-// Pressure of the external loads counts, not the design pressure.
+// The pressure with the external loads counts, not the design pressure.
 TEST_F(FlangeMoments, TheEquivalentPressureTellsInternalFromExternal) {
     FLANGE_STATE s = flange();
     s.P = -100.0f;

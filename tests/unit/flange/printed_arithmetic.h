@@ -1,5 +1,5 @@
-// A printed formula, evaluated again from its own text. Every number stands for all the values that
-// round to it, so the result is an interval, and the value line under the formula must lie in it.
+// A printed formula, evaluated again from its own text. Every number represents all the values that
+// round to it, so the result is an interval, and the value line under the formula must be in it.
 #pragma once
 
 #include <algorithm>

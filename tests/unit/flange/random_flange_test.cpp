@@ -1,5 +1,5 @@
 // A thousand random flanges through the exported routine: plausible ones, and ones with arbitrary bits
-// in some elements, over all types, codes, kinds and forms. Whatever comes in, the call ends, keeps to
+// in some elements, over all types, codes, kinds and forms. Whatever the input, the call ends, keeps to
 // the record's layout and to the width of a line, and does the same again after RESET_ENGINE.
 #include "../host/scratch.h"
 
@@ -277,7 +277,7 @@ Flange random_flange(unsigned seed) {
 
 // ---- one call --------------------------------------------------------------------------------------
 
-// What the host gets to see of a call.
+// What the host sees of a call.
 struct Outcome {
     Bits record{};
     std::array<std::uint32_t, 5> outputs{};
@@ -410,7 +410,7 @@ void expect_input_kept(const Flange& given, const Outcome& outcome) {
     }
 }
 
-// The marks of a record are the 12 columns before its NUL, the line what stands before them.
+// The marks of a record are the 12 columns before its NUL, the line what comes before them.
 void expect_lines_within_100_columns(const Outcome& outcome) {
     for (Int k = 0; k < outcome.lines; ++k) {
         const std::string_view record(outcome.store.data() + k * TARVANE_STORE_WIDTH,
@@ -454,7 +454,7 @@ TEST_F(RandomFlanges, EndKeepTheirInputAndDoTheSameAgain) {
         expect_file_records(flange, first);
         EXPECT_LE(first.progress, PROGRESS_LINES);
 
-        // The state that another flange leaves must not shine through.
+        // The state that another flange leaves must have no effect.
         calculate(random_flange(seed + FLANGES));
         const Outcome second = calculate(flange);
         EXPECT_EQ(first.record, second.record);
@@ -470,7 +470,7 @@ TEST_F(RandomFlanges, EndKeepTheirInputAndDoTheSameAgain) {
         rated += std::bit_cast<Real>(first.outputs[3]) > 0.0f ? 1 : 0;
         if (HasFailure()) FAIL() << "flange " << seed << " is the first to fail";
     }
-    // They are flanges enough to be worth the run.
+    // Enough of them are flanges for the run to be worthwhile.
     EXPECT_GT(reported, FLANGES / 4);
     EXPECT_GT(rated, FLANGES / 4);
     EXPECT_GT(stopped, 0);

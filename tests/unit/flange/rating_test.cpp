@@ -90,7 +90,7 @@ TEST_F(RatingTest, CutToTwoDecimalsNeverRaised) {
 }
 
 TEST_F(RatingTest, ExternalLoadsComeOffAgain) {
-    s.P = 100.0f, s.Peq = 130.0f; // the loads stand for 30 psi
+    s.P = 100.0f, s.Peq = 130.0f; // the loads are equivalent to 30 psi
     for (Real& ratio : s.RATIO[OPERATING])
         ratio = 2.0f;
     rate();
@@ -119,7 +119,7 @@ TEST_F(RatingTest, PressureBeyondTheIntegerRange) {
 
 TEST_F(RatingTest, RigidityIndexLimitsThePressure) {
     s.jOp = 0.8f, s.jSeat = 0.5f;
-    rate(); // not asked for
+    rate(); // not requested
     EXPECT_NEAR(s.MAWPop, 1000.0f, 0.011f);
     s.rigidity = 1;
     rate();
@@ -152,7 +152,7 @@ TEST_F(RatingTest, BelowTheMeetingPressureTheSeatingRatioGoverns) {
     rate();
     EXPECT_NEAR(s.MAWPseat, 1.25 * meeting_pressure() + 0.25 * 500, 1e-3);
     const Real notCut = s.MAWPseat * 100.0f;
-    EXPECT_NE(notCut, std::trunc(notCut)); // whole hundredths by no means
+    EXPECT_NE(notCut, std::trunc(notCut)); // not whole hundredths
     for (const Real ratio : {1.0f, 0.99999f, 0.9999899f, 0.5f}) {
         s.RATIO[SEATING][RADIAL] = ratio;
         rate();
@@ -189,13 +189,13 @@ TEST_F(RatingTest, SeatingRigidityCountsAsARatio) {
     EXPECT_NEAR(s.MAWPseat, 10 * meeting_pressure() + 9 * 500, 0.02);
 }
 
-// Beyond the meeting pressure: stresses on a straight line between the two pressures.
+// Above the meeting pressure: stresses on a straight line between the two pressures.
 TEST_F(RatingTest, BeyondTheMeetingPressureTheStressesAreLinear) {
     s.P = s.Peq = 300.0f;
     const double Wd = 25000 * (120000.0 / 25000 + 8) / 2, Md = Wd * (30 - 25) / 2.0;
     s.Matm = static_cast<Real>(2 * Md); // low stress is half the present one
     rate();
-    // 10000 at 300, 5000 at pSeat: the limit of 20000 lies twice the way beyond.
+    // 10000 at 300, 5000 at pSeat: the limit of 20000 is twice the way beyond.
     EXPECT_NEAR(s.MAWPseat, 300 + 2 * (300 - meeting_pressure()), 0.02);
 
     s.STRESS[SEATING][TANGENTIAL] = 16000.0f; // the nearest of the seven
@@ -234,7 +234,7 @@ TEST_F(RatingTest, SeatingRigidityOnItsOwnLine) {
     for (Real& stress : s.STRESS[SEATING])
         stress = 0.0f; // no stress grows
     rate();
-    // Index 0.5 at 300; jLow = (1/0.5)*2 = 4, so 0.25 at pSeat; 1 lies twice the way beyond.
+    // Index 0.5 at 300; jLow = (1/0.5)*2 = 4, so 0.25 at pSeat; 1 is twice the way beyond.
     EXPECT_NEAR(s.MAWPseat, 300 + 2 * (300 - meeting_pressure()), 0.02);
     s.jSeat = 0.0f;
     rate();
@@ -250,7 +250,7 @@ TEST_F(RatingTest, ExternalLoadsComeOffTheSeatingPressureToo) {
     s.Matm = static_cast<Real>(2 * Md);
     rate();
     EXPECT_NEAR(s.MAWPseat, 280 + 2 * (300 - meeting_pressure()), 0.02);
-    s.P = -10000.0f; // held at 0
+    s.P = -10000.0f; // limited to 0
     rate();
     EXPECT_EQ(s.MAWPseat, 0.0f);
 }
@@ -270,7 +270,7 @@ TEST_F(RatingTest, WithoutSeatingMomentThereIsNoSeatingPressure) {
     s.Matm = 0.00011f;
     rate();
     EXPECT_EQ(LINE_COUNT, 0);
-    s.P = s.Peq = 100.0f, s.Matm = 0.0f; // below the meeting pressure nothing is said
+    s.P = s.Peq = 100.0f, s.Matm = 0.0f; // below the meeting pressure there is no limit
     rate();
     EXPECT_EQ(LINE_COUNT, 0);
 }
@@ -316,7 +316,7 @@ TEST_F(RatingTest, CoverUnderExternalLoads) {
     s.P = 100.0f, s.Peq = 120.0f;
     s.extLoad = 8000.0f, s.SPerDP = 800.0f;
     rate();
-    // dP is put on and taken off again.
+    // dP is added and taken off again.
     EXPECT_NEAR(s.MAWPop, (20000 - 8000 * 0.05 - 800) / (500 * 0.05 + 40), 0.011);
     EXPECT_NEAR(s.MAWPseat, (150000.0 - 8000) / 500, 0.011);
 }
@@ -391,7 +391,7 @@ TEST_F(RatingTest, PressureAtARatioOfOneIsThePressureItself) {
     }
 }
 
-// Any bits at all: every stage returns, and a report line stays a line. The sanitizers see to the
+// Any bits at all: every stage returns, and a report line stays a line. The sanitizers check the
 // rest.
 TEST_F(RatingTest, AnyBitsInTheState) {
     static constexpr Real FLANGE_STATE::*MEMBERS[] = {

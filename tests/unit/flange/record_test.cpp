@@ -113,7 +113,7 @@ TEST_F(Record, BlindFlangeHasNoHubAndGetsItsPerimeter) {
     flange.set({{38, 0.0f}, {35, 30.0f}, {36, 20.0f}});
     EXPECT_EQ(read().L, 0.0f);
     flange.at(2) = 1.0f;
-    EXPECT_EQ(read().D1, 0.0f); // holes are those of a blind flange
+    EXPECT_EQ(read().D1, 0.0f); // only a blind flange has holes
 }
 
 TEST_F(Record, ChannelCoverTakesTheModulusFromElementTenOrTheTable) {

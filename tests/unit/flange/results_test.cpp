@@ -1,4 +1,4 @@
-// The results of a flange from within: when the block is written, what leads to it, and the setters that stand
+// The results of a flange from within: when the block is written, what leads to it, and the setters
 // beside it.
 #define TARVANE_STATIC
 #include "flange/results.h"
@@ -41,7 +41,7 @@ TEST_F(Results, AddressStaysAndTheBlockBeginsAfresh) {
     EXPECT_EQ(found.bytes, static_cast<int>(sizeof found));
 }
 
-// The host may never come back from its stop service: the block has said so before.
+// The host may never return from its stop service: the block has been filled before.
 TEST_F(Results, StopIsToldBeforeTheHostIsAsked) {
     static Int status, code;
     status = code = -1;
@@ -52,7 +52,7 @@ TEST_F(Results, StopIsToldBeforeTheHostIsAsked) {
         code = ::GETFLANGERESULTS()->fatal_code;
     };
     tarvane::SET_HOST_SERVICES(&services);
-    flange.set({{2, 7.0f}, {10, 40.0f}}); // a cover: the input check looks at no bore
+    flange.set({{2, 7.0f}, {10, 40.0f}}); // a cover: the input check does not test the bore
     flange.run();
     EXPECT_EQ(status, TARVANE_STOPPED);
     EXPECT_EQ(code, 25);
@@ -68,7 +68,7 @@ TEST_F(Results, DesignThatGivesUpSaysSo) {
     EXPECT_EQ(found.status, TARVANE_DESIGN_GAVE_UP);
     EXPECT_EQ(found.design_rounds, 20);
     EXPECT_EQ(found.kind, TARVANE_DESIGN);
-    EXPECT_GT(found.Wm1, 0.0f);             // it came to the loads
+    EXPECT_GT(found.Wm1, 0.0f);             // it got as far as the loads
     EXPECT_EQ(found.Mop, TARVANE_NO_VALUE); // and no further
 }
 
@@ -145,7 +145,7 @@ struct Opening {
 };
 
 TEST_F(Results, OpeningsByEachRuleOfUG39) {
-    // Each limit from both sides; the tolerance of the rules lies between.
+    // Each limit from both sides; the tolerance of the rules is between them.
     const Opening openings[] = {
         {4.0f, 0.0f, 1.0f, 0.0f, 0.0f, TARVANE_OPENINGS_APART, {}},
         {20.0f, 0.0f, 5.0f, 0.0f, 0.0f, TARVANE_OPENINGS_APART, {}},
@@ -253,7 +253,7 @@ TEST_F(Results, EditionIsSetWithoutAFlange) {
     are(false, 0);
 }
 
-// As a stand-alone call that is refused leaves it, and to the same results.
+// The same as a stand-alone call that is refused leaves, and with the same results.
 TEST_F(Results, EditionByItsSetterIsThatOfAStandAloneCall) {
     flange.code = 2;
     moduleCode = 2;
@@ -280,7 +280,7 @@ TEST_F(Results, EditionByItsSetterIsThatOfAStandAloneCall) {
     by_call.serial = by_setter.serial;
     EXPECT_EQ(std::memcmp(&by_call, &by_setter, sizeof by_call), 0);
 
-    // A stand-alone call sets them anew.
+    // A stand-alone call sets them again.
     empty.div2Edition = 1;
     empty.run();
     EXPECT_FALSE(NEW_DIV_2_RULES);

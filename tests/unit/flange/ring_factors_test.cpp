@@ -249,7 +249,7 @@ TEST_F(RingFactors, divisors_and_stress_factors_of_the_published_flange) {
     open_report();
     HUB_FACTORS(s);
     STRESS_FACTORS(s);
-    // The publisher goes on with its printed F 0.7677 and V 0.1577, which are off by 6 parts in
+    // The publisher continues with its printed F 0.7677 and V 0.1577, which are off by 6 parts in
     // 100000 and in 10000.
     EXPECT_CLOSE(s.e, 0.26804, 1e-4);
     EXPECT_CLOSE(s.d, 17.0666, 1e-3);

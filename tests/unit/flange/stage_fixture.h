@@ -64,7 +64,7 @@ class StageTest : public report_test::ReportTest {
     }
 
     // Evaluates every printed formula: the number lines between a symbol line and the first value
-    // line behind it. Returns how many there were.
+    // line after it. Returns how many there were.
     static int check_printed_arithmetic(const Lines& lines) {
         int checked = 0;
         for (std::size_t i = 0; i + 2 < lines.size(); ++i) {

@@ -176,7 +176,7 @@ TEST_F(StressesTest, AllowancesComeOffBoreHubAndThickness) {
 }
 
 TEST_F(StressesTest, HubEatenAwayGivesInfinityNotAFault) {
-    s.ci = 1.0f, s.ce = 0.5f; // g1Cor is held at 0
+    s.ci = 1.0f, s.ce = 0.5f; // g1Cor is limited to 0
     FLANGE_STRESSES(s);
     EXPECT_TRUE(std::isinf(operating(HUB)));
     EXPECT_EQ(under("Longitudinal Hub Stress, Operating [SHo]:").at(2), " = Infinity psi");
@@ -203,7 +203,7 @@ TEST_F(StressesTest, HubStressAsksForBothHubThicknesses) {
         EXPECT_GT(operating(RADIAL), 0.0f);
     }
     weld_neck();
-    s.h = 0.0f; // the hub stress does not ask for a hub length, the radial stress does
+    s.h = 0.0f; // the hub stress does not need a hub length, the radial stress does
     FLANGE_STRESSES(s);
     EXPECT_NEAR(operating(HUB), 25000.0f, 0.1f);
     EXPECT_EQ(operating(RADIAL), 0.0f);
@@ -403,7 +403,7 @@ TEST_F(StressesTest, LinesEndAtColumn78) {
     ASSERT_EQ(LINE_COUNT, 5);
     for (Int k = 1; k <= 5; ++k) {
         EXPECT_EQ(stored(k).size(), 78u);
-        EXPECT_EQ(record(k).find('\0'), 4u + 100u + 12u); // the marks stay behind column 100
+        EXPECT_EQ(record(k).find('\0'), 4u + 100u + 12u); // the marks stay after column 100
     }
 }
 

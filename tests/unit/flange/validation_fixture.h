@@ -87,7 +87,7 @@ class Validation : public stage_test::StageTest {
         CHECK_FLANGE_INPUT(s, fatalCount);
         return take_lines();
     }
-    // The messages of a flange without the lines that stand around them.
+    // The messages of a flange without the lines around them.
     static Lines messages(FLANGE_STATE s, Int* fatal = nullptr) {
         Int fatalCount = -7;
         Lines lines = check(s, fatalCount);

@@ -26,7 +26,7 @@ TEST_F(Validation, NothingIsWrittenForSoundFlanges) {
 }
 
 // One test from both sides of its boundary: the step of the list, the last input that passes, the
-// first that fires, and the line that it gives.
+// first that fires, and the line that it prints.
 struct Boundary {
     const char* step;
     bool fatal;
@@ -226,7 +226,7 @@ TEST_F(Validation, EachTestFiresOnItsSideOfTheBoundaryOnly) {
     }
 }
 
-// Tests whose failure brings another one with it.
+// Tests whose failure makes another one fail.
 struct Pair {
     const char* step;
     void (*passes)(S&);

@@ -12,13 +12,13 @@
 namespace tarvane::host_test {
 namespace {
 
-// Text of each element of an XML file by its path ("a/b"); the complaint in place of a result.
+// Text of each element of an XML file by its path ("a/b"); the complaint instead of a result.
 struct Xml {
     std::map<std::string, std::string> texts;
     std::string error;
 
     explicit Xml(std::string bytes) {
-        // What the parser lets pass: control characters, and "&" that begins no entity.
+        // What the parser accepts: control characters, and "&" that begins no entity.
         const std::regex stray("[\\x00-\\x08\\x0B\\x0C\\x0E-\\x1F]|&(?!(amp|lt|gt|quot|apos);)");
         std::smatch found;
         if (std::regex_search(bytes, found, stray)) {
@@ -238,7 +238,7 @@ TEST_F(FoundationFiles, TheXmlFileSpellsOutItsMarksAndTheIniFileDoesNot) {
     EXPECT_NE(scratch.read("tower.ini").find("Material=SA-516 <70> & \"N\"\n"), std::string::npos);
 }
 
-// The same head in both, the material in it, which only a horizontal vessel's files use.
+// The same head in both with the material in it, which only a horizontal vessel's files use.
 TEST_F(FoundationFiles, BothRecordsHoldAMaterialAndHaveOneLength) {
     TARVANE_FOUNDATION_RECORDS* records = ::GETFOUNDATION();
     EXPECT_EQ(sizeof records->vertical, 135u * 4u);
@@ -292,7 +292,7 @@ TEST_F(FoundationFiles, ALineWithoutATagIsCopied) {
 }
 
 TEST_F(FoundationFiles, OneTagALineTheFirstOfTheListDecides) {
-    // "<Diameter" stands before "Height" in the list, whatever their order in the line.
+    // "<Diameter>" comes before "Height" in the list, whatever their order in the line.
     EXPECT_EQ(with_template("<Height>a</Height><Diameter>b</Diameter>\n"),
               "<Height>a</Height><Diameter>1.000</Diameter>\n");
 }

@@ -84,7 +84,7 @@ TEST_F(DataFileTest, AClosedUnitHasNoLines) {
 TEST_F(DataFileTest, AReadErrorEndsTheFile) {
     ASSERT_TRUE(open_unit_for_reading(20, scratch.write("a.txt", "one\ntwo\n")));
     LineReader reader(20);
-    close_handle(unit_handle(20)); // behind the unit's back
+    close_handle(unit_handle(20)); // without the unit's knowledge
     char line[] = "left over";
     EXPECT_FALSE(reader.next(line, 9));
     EXPECT_STREQ(line, "         ");

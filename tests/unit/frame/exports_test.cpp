@@ -264,7 +264,7 @@ Int TARVANE_CALL append_record(void* user, const char* text, Int length) {
     return 0;
 }
 
-// Line by line what OPENUNIT writes to a file; UNIT_STATUS keeps the line that found no unit.
+// Line by line what OPENUNIT writes to a file; UNIT_STATUS remembers the line that found no unit.
 TEST_F(Surface, AReportGoesToTheHostAsToAFile) {
     const std::string path = scratch.file("report.txt");
     const Int file = 10, host = 11, closed = 12, on = 1, style[6] = {1, 0, 0, 0, 0, 0};
@@ -286,7 +286,7 @@ TEST_F(Surface, AReportGoesToTheHostAsToAFile) {
     EXPECT_EQ(taken, scratch.read("report.txt"));
 }
 
-// A length that was never set leads to no more than the longest text there is.
+// A length that was never set reaches no further than the longest text there is.
 TEST_F(Surface, OfATextSoManyCharactersAreReadAtMost) {
     const std::string text(5000, 'x');
     EXPECT_EQ(text_of(text.data(), 4095).size(), 4095u);

@@ -122,7 +122,7 @@ TEST(ParseReal, ATextEndsWhereItEnds) {
 }
 
 TEST(ParseReal, TheNearestSingleOfAnyNumberOfDigits) {
-    // Halfway between 1 and the next single, and a hair to both sides, far behind the point.
+    // Halfway between 1 and the next single, and a hair to both sides, far after the point.
     const std::string half = "1.000000059604644775390625";
     Real value = 0.0f;
     Int whole = 0;
@@ -220,7 +220,7 @@ TEST(ParseReals, AnyBytesStayWithinTheirBounds) {
         std::string text;
         for (int n = length(random); n > 0; --n)
             text += often(random) != 0 ? likely[pick(random)] : static_cast<char>(any_byte(random));
-        const std::vector<char> bytes(text.begin(), text.end()); // nothing stands behind them
+        const std::vector<char> bytes(text.begin(), text.end()); // nothing comes after them
         const std::string_view given(bytes.data(), bytes.size());
         Real values[5] = {CANARY, CANARY, CANARY, CANARY, CANARY};
         const Int read = PARSE_REALS(given, values, 4);

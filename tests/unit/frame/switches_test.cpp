@@ -63,7 +63,7 @@ TEST(Switches, SetupElementsAreRealFrom41OnAndCutTowardsZero) {
     EXPECT_EQ(setup_truncated(43), 1);
     SETUP[42].real = -0.9f;
     EXPECT_EQ(setup_truncated(43), 0);
-    SETUP[42].whole = 1; // a whole 1 is next to nothing as a real
+    SETUP[42].whole = 1; // a whole 1 is almost 0 as a real
     EXPECT_EQ(setup_truncated(43), 0);
     SETUP[42].real = std::numeric_limits<Real>::quiet_NaN();
     EXPECT_EQ(setup_truncated(43), INT32_MIN);

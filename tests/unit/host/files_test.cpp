@@ -24,7 +24,7 @@ TEST_F(FileTest, AFolderIsNoFile) {
     EXPECT_FALSE(file_exists(scratch.path()));
 }
 
-// The opening of a pipe would wait for a writer, /dev/zero never ends.
+// The opening of a pipe would wait for a writer; /dev/zero never ends.
 TEST_F(FileTest, APipeOrADeviceIsNoFile) {
     const std::string pipe = scratch.file("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
@@ -34,7 +34,7 @@ TEST_F(FileTest, APipeOrADeviceIsNoFile) {
     }
 }
 
-// The last byte must be within the reach of an offset.
+// An offset must reach the last byte.
 TEST_F(FileTest, AFileOfTwoGigabytesIsNoDataFile) {
     const std::string path = scratch.write("large.bin", "x");
     std::filesystem::resize_file(path, 2147483647u);
@@ -282,7 +282,7 @@ TEST_F(FileTest, TheStatusTellsAUnitThatCannotBeWritten) {
         EXPECT_EQ(UNIT_STATUS(unit), 1) << unit;
     }
     OPENUNIT(20, scratch.file("report.txt"), status);
-    close_handle(unit_handle(20)); // behind the unit's back: closing it fails
+    close_handle(unit_handle(20)); // without the unit's knowledge: closing it fails
     EXPECT_EQ(UNIT_STATUS(20), 0);
     close_unit(20);
     EXPECT_EQ(UNIT_STATUS(20), 1);

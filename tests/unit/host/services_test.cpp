@@ -16,7 +16,7 @@ void record(void* user, std::string call) { static_cast<Calls*>(user)->push_back
 
 class ServicesTest : public HostTest {
   protected:
-    // A host that takes every call and comes back from each.
+    // A host that takes every call and returns from each.
     void take_all() {
         HOST_SERVICES table;
         table.version = HOST_SERVICES_VERSION;

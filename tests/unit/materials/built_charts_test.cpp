@@ -1,4 +1,4 @@
-// The external pressure charts that are shipped, read back by the engine and held against the points
+// The external pressure charts that are shipped, read back by the engine and compared with the points
 // that they are made from, the moduli printed on the charts and the readings of published calculations.
 #include "external/chart_method.h"
 #include "materials/modulus.h"

@@ -70,7 +70,7 @@ double by_theory(double Do_t, double L_Do) {
     return std::min(least / (2.0 * t_D), 0.1);
 }
 
-// The closed form that the engine takes without the table.
+// The closed form that the engine uses without the table.
 double by_formula(double Do_t, double L_Do) {
     const double x = 1.0 / Do_t, slope = 1.3 * x * std::sqrt(x);
     return std::max(
@@ -160,7 +160,7 @@ TEST(BuiltTableG, PublishedPoints) {
         EXPECT_NEAR(by_table(all.at(p.key), p.L_Do), p.A, 1.0e-9) << p.key << " at " << p.L_Do;
 }
 
-// The theory gives back each published figure, so it may stand for those that are not public.
+// The theory reproduces each published figure, so it may replace those that are not public.
 TEST(BuiltTableG, TheTheoryBehindTheTable) {
     double worst_published = 0.0, worst_computed = 0.0, worst_between = 0.0;
     const auto all = sections();

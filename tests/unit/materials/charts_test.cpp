@@ -93,7 +93,7 @@ TEST_F(BuiltInModulus, AnUnknownClassHasNoModulus) {
 TEST_F(BuiltInModulus, TheSharedAxisStaysThatOfTheLastClass) {
     EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 205000.0f);
     MPa(0.95f, 100.0f);
-    EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 202000.0f); // 100 stands in fourth place now
+    EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 202000.0f); // 100 is in fourth place now
     EXPECT_FLOAT_EQ(MPa(1.1f, 100.0f), 190000.0f);
     MPa(1.4f, 100.0f);
     EXPECT_FLOAT_EQ(MPa(1.4f, 100.0f), 202000.0f);
@@ -140,7 +140,7 @@ TEST(SetChart, CutsAndPads) {
 
 // ---- the charts ----------------------------------------------------------------------------------
 
-// Two charts of the common kind, one without a blank line behind it, those that depend on the yield
+// Two charts of the common kind, one without a blank line after it, those that depend on the yield
 // stress, and one of ten rows.
 constexpr const char* CHARTS = "; charts of the test [CS-2]\n"
                                "  ; another comment\n"
@@ -236,7 +236,7 @@ TEST_F(Charts, BetweenTwoRowsEveryNumberIsInterpolated) {
 }
 
 TEST_F(Charts, AboveTheLastRowItIsTakenAndItsTemperatureTells) {
-    const Chart c = look_up("CS-2", 800.0f); // what stands behind the blank line is no row
+    const Chart c = look_up("CS-2", 800.0f); // what comes after the blank line is no row
     EXPECT_EQ(c.t_used, 500.0f);
     EXPECT_EQ(c.E, 27.0f);
     EXPECT_EQ(c.Bmax, 13000.0f);
@@ -247,7 +247,7 @@ TEST_F(Charts, AChartThatIsNotInTheFileIsCS2) {
     const Chart c = look_up("XX-9", 350.0f);
     EXPECT_FLOAT_EQ(c.E, 28.5f);
     EXPECT_EQ(c.t_used, 350.0f);
-    EXPECT_FLOAT_EQ(look_up("cs-3", 350.0f).E, 28.5f);  // names are told apart by case
+    EXPECT_FLOAT_EQ(look_up("cs-3", 350.0f).E, 28.5f);  // names differ by case
     EXPECT_FLOAT_EQ(look_up("BLANK", 100.0f).E, 29.0f); // its bracket has a blank in front
     EXPECT_FLOAT_EQ(look_up(" BLANK", 100.0f).E, 33.0f);
     EXPECT_TRUE(reported().empty());
@@ -324,8 +324,8 @@ TEST_F(Charts, ALineEndsAtColumn115) {
     EXPECT_EQ(look_up("CS-2", 300.0f).c2, 12.0f);
 }
 
-// What stands in for a chart is CS-2 itself, not what a chart that is missing would bring: in a file
-// without "[END]" the walk does not start over.
+// A chart that CS-2 replaces for its temperature or a blank name is looked for as CS-2 from the start, not
+// after the walk for its own name: in a file without "[END]" the walk does not start over.
 TEST_F(Charts, TheStandInIsLookedForAtOnce) {
     use("[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n");
     EXPECT_EQ(look_up("CS-3", 301.0f).E, 29.0f);
@@ -390,7 +390,7 @@ TEST_F(Charts, BehindTenRowsTheWalkGoesOn) {
     const std::string tail = "\n[CS-2]\n300 9 29 1 1 1 1 1 1 1\n\n[END]\n";
     use(text + tail);
     EXPECT_EQ(look_up("TEN", 1000.0f).E, 10.0f);
-    EXPECT_EQ(look_up("TEN", 1001.0f).E, 29.0f); // "[END]" came first: CS-2 stands in
+    EXPECT_EQ(look_up("TEN", 1001.0f).E, 29.0f); // "[END]" came first: CS-2 is used
     use(text + "\n[TEN]\n2000 9 77 1 1 1 1 1 1 1\n" + tail);
     EXPECT_EQ(look_up("TEN", 1001.0f).E, 77.0f);
 }
@@ -407,7 +407,7 @@ TEST_F(Charts, CS3AboveThreeHundredIsCS2) {
     EXPECT_EQ(look_up("CS-3", 900.0f, 38000.0f).t_used, 500.0f); // its own limit
     EXPECT_EQ(look_up("CS-3", 300.0f, 38000.0f).Bmax, 24000.0f);
     use("[CS-2]\n200 9 29 1 1 1 1 1 1 1\n\n[END]\n");
-    EXPECT_EQ(look_up("CS-3", 301.0f).t_used, 200.0f); // the limit of CS-2 is told
+    EXPECT_EQ(look_up("CS-3", 301.0f).t_used, 200.0f); // the limit of CS-2 is returned
     EXPECT_EQ(look_up("CS-3", 300.0f).t_used, 300.0f);
 }
 

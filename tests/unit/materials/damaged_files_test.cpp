@@ -18,12 +18,12 @@ using material_test::Record;
 
 constexpr Real GIVEN = -7.0f; // in an output before the call
 
-// A file, and a lookup of what stands at its end.
+// A file, and a lookup of the entry at its end.
 struct KIND {
     const char* file;
     const char* place;
     std::string content;
-    // Looks up. Answers whether the result is the one of a missing entry; any other result must be
+    // Looks up. Says whether the result is the one of a missing entry; any other result must be
     // whole, which it checks.
     std::function<bool()> empty;
 };

@@ -182,7 +182,7 @@ TEST_F(ElasticModulus, AGapEndsTheWalk) {
 }
 
 TEST_F(ElasticModulus, ATemperatureWithinATenThousandthOfTheAxisIsOnIt) {
-    // Without a temperature above 1.0 the axis does not hold from above.
+    // Without a temperature above 1.0 the axis has no upper limit.
     use("[Emod]\n" + axis({"0.5", "0.51", "0.52"}) + row("1 0", "T", "", numbers({"1", "2", "3"})));
     EXPECT_EQ(modulus(1, 0.5f), 1.0f);
     EXPECT_EQ(modulus(1, 0.52005f), 3.0f);
@@ -354,7 +354,7 @@ TEST_F(ElasticModulus, CoefficientBelowAndAboveTheAxis) {
     EXPECT_EQ(coefficient(1, -400.0f), 6.4f);
     EXPECT_EQ(PROPERTIES.coe_temperature, 70.0f);
     EXPECT_EQ(COE_STATUS, 0);
-    // A short axis does not hold the temperature above its end.
+    // A short axis does not limit the temperature to its end.
     EXPECT_EQ(coefficient(1, 201.0f), 0.0f);
     EXPECT_EQ(PROPERTIES.coe_temperature, 201.0f);
     EXPECT_EQ(COE_STATUS, 1);
@@ -460,7 +460,7 @@ TEST_F(ElasticModulus, AReferenceAbove230GivesCarbonSteelThoughTheRowIsThere) {
 TEST_F(ElasticModulus, AMissingFileGivesBothWarningsAndNoModulus) {
     remove_file("system", "ElastAlp07.txt");
     write_file("system", "ExtChartData.txt", CHARTS);
-    SET_CHART("CS-2"); // the chart is not asked
+    SET_CHART("CS-2"); // the chart is not used
     EXPECT_EQ(ASMEMOD(70.0f, 1, 1), 0.0f);
     EXPECT_EQ(EMOD_STATUS, 1);
     EXPECT_EQ(COE_STATUS, 1);
@@ -501,7 +501,7 @@ TEST_F(ElasticModulus, TheChartTakesTheCallersTemperatureNotTheHeldOne) {
 TEST_F(ElasticModulus, WithoutTheChartFileTheModulusIsMissing) {
     SET_CHART("CS-2");
     EXPECT_EQ(ASMEMOD(200.0f, 0, 1), 0.0f);
-    EXPECT_EQ(EMOD_STATUS, 3); // no temperature came back
+    EXPECT_EQ(EMOD_STATUS, 3); // no temperature was returned
     EXPECT_EQ(reported(), chart_exceeded());
 }
 

@@ -55,7 +55,7 @@ TEST_F(KeptMaterials, AMaterialOfAnOldFileIsReadOnceAndThatOfANewOneEachTime) {
     EXPECT_EQ(yield_without_files("SA-1 A"), -1.0f);
     keep();
     EXPECT_EQ(yield_without_files("sa1a"), 30.0f); // the same name
-    // Name and number are kept together, and what is not there is kept too.
+    // Name and number are kept together, and what was not found is kept too.
     EXPECT_EQ(yield("SA-1 A", 2), -1.0f);
     EXPECT_EQ(yield("SA-1 B"), 31.0f);
     EXPECT_EQ(yield_without_files("SA-1 A"), 30.0f);
@@ -112,7 +112,7 @@ TEST_F(KeptMaterials, AFileThatChangesIsReadAgain) {
 
     keep();
     fs::permissions(file(), fs::perms::none);
-    // Who may read everything, may read this too, and does.
+    // A user who may read everything may read this, too.
     EXPECT_EQ(yield_without_files("SA-1 A"), -1.0f);
 }
 

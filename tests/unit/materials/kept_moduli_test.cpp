@@ -141,7 +141,7 @@ TEST_F(KeptModuli, AResetKeepsNothingOfAFileThatIsNoLongerTheSame) {
     EXPECT_EQ(COE_STATUS, 1);
 }
 
-// The lookups of a calculation see the file as it was at the first of them, until the host has its turn.
+// The lookups of a calculation use the file as it was at the first of them, until the host is called.
 TEST_F(KeptModuli, ACalculationLooksOnce) {
     use(table());
     wait();
@@ -328,7 +328,7 @@ TEST_F(KeptModuli, AFileThatMayNoLongerBeReadIsNotThere) {
     EXPECT_EQ(modulus(), 29.0f);
     EXPECT_EQ(modulus_without_files(), 29.0f);
     fs::permissions(file(), fs::perms::none);
-    // Who may read everything, may read this too, and does.
+    // A user who may read everything may read this, too.
     EXPECT_EQ(modulus_without_files(), 0.0f);
     EXPECT_EQ(EMOD_STATUS, 1);
 }

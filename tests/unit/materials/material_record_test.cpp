@@ -114,7 +114,7 @@ TEST_F(MaterialRecord, TheCountsBoundTheSearch) {
         write_file("system", "MATFILE1.BIN", material_file(first, second, {plate()}));
         EXPECT_FALSE(read("SA-516 70"));
     }
-    // More records told than there are: what is there counts.
+    // More records announced than there are: those that are there count.
     write_file("system", "MATFILE1.BIN", material_file(INT32_MAX, INT32_MAX, {plate()}));
     EXPECT_TRUE(read("SA-516 70"));
     EXPECT_FALSE(read("SA-36", 1));
@@ -144,7 +144,7 @@ TEST_F(MaterialRecord, AMetricRecordComesBackInKsiAndInches) {
     EXPECT_EQ(record.minDia, 0.5f / 25.4f);
     EXPECT_EQ(record.maxDia, 4.0f / 25.4f);
 
-    // -1.0 says that there is no limit, in both systems.
+    // -1.0 means that there is no limit, in both systems.
     write_file("system", "MATFILE1M.BIN", material_file(1, 0, {Record("SA-36", 3)}));
     ASSERT_TRUE(read("SA-36"));
     EXPECT_EQ(record.minDia, -1.0f);

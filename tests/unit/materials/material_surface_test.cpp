@@ -28,7 +28,7 @@ class MaterialSurface : public data_test::DataTest {
 
 TEST_F(MaterialSurface, ARecordComesWholeByNameAndReference) {
     Record plate("SA-516 70", 3);
-    for (std::size_t at = 0; at < 414; at += 2) // every byte tells its place
+    for (std::size_t at = 0; at < 414; at += 2) // every byte shows its place
         if (at < 16 || (at >= 36 && at < 414)) plate.text(at, std::string{char(at % 96 + 32), 'x'});
     write_file("system", "MATFILE1.BIN", material_file(1, 0, {plate}));
     const Int code = 1, reference = 3;
@@ -37,7 +37,7 @@ TEST_F(MaterialSurface, ARecordComesWholeByNameAndReference) {
     EXPECT_EQ(std::memcmp(&record, plate.view().data(), TARVANE_MATERIAL_BYTES), 0);
 }
 
-// A host's own record ends with the bytes of the file: what lies after them is another variable's.
+// A host's own record ends with the bytes of the file: what comes after them is another variable's.
 struct Guarded {
     alignas(4) char bytes[TARVANE_MATERIAL_BYTES + 8];
 
@@ -153,7 +153,7 @@ TEST_F(MaterialSurface, TheFileAsAList) {
         EXPECT_EQ(status, 1) << number;
         EXPECT_EQ(record.group, 0) << number;
     }
-    // Fewer records than the counts tell: those that are there.
+    // Fewer records than the counts say: those that are there.
     write_file("system", "MATFILE1.BIN", material_file(100, 100, {Record("SA-36", 1)}));
     ::MATERIAL_COUNT(&code, &count);
     EXPECT_EQ(count, 1);

@@ -213,7 +213,7 @@ TEST_F(EnMaterial, TheWholeRecordOfAKey) {
 
 TEST_F(EnMaterial, AKeyThatIsNotThereIsNoFailureButABadKeyIs) {
     use(2, 0, material(11, 'a') + material(22, 'b') + material(33, 'c'));
-    for (const Int key : {12, 33, INT32_MAX}) { // 33 lies behind the counts
+    for (const Int key : {12, 33, INT32_MAX}) { // 33 is after the counts
         EXPECT_EQ(read(key), 0) << key;
         EXPECT_EQ(record, untouched);
     }

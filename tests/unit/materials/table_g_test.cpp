@@ -87,7 +87,7 @@ TEST_F(TableG, TheEndsOfTheKeys) {
         expect_close(factor(dt, 3.0f), 1.0 / 12.0);
     for (const Real dt : {1000.0f, 1000.1f, 5000.0f, INFINITY})
         expect_close(factor(dt, 3.0f), 1.0 / 3000.0);
-    // At 1000 the key before is looked at, too; above it only 1000 itself.
+    // At 1000 the previous key is used, too; above it only 1000 itself.
     use(whole_table(800));
     EXPECT_EQ(factor(1000.0f, 3.0f), -1.0f);
     expect_close(factor(1000.1f, 3.0f), 1.0 / 3000.0);
@@ -136,7 +136,7 @@ TEST_F(TableG, ALineThatCannotBeReadEndsTheLookup) {
 TEST_F(TableG, HeadersMayStandAnywhereInALineButNotInAComment) {
     use(lines_of("  D/t [100] x\n\n  ; [4]\n 1 0.5\n"));
     EXPECT_EQ(in_row(4.0f, 1.0f), -1.0f);
-    EXPECT_EQ(in_row(100.0f, 1.0f), -1.0f); // the comment stands before the row
+    EXPECT_EQ(in_row(100.0f, 1.0f), -1.0f); // the comment comes before the row
     use(lines_of("  D/t [100.0] x\n\n 1 0.5\n"));
     EXPECT_EQ(in_row(100.0f, 1.0f), 0.5f);
 }

@@ -20,7 +20,7 @@ class ChannelTest : public ReportTest {
                               std::size_t width = 100) {
         return indented(text, width) + std::string(marks) + "\n";
     }
-    // A text of any length through WRITE_LINE; it comes back blank.
+    // A text of any length through WRITE_LINE; it is blank afterwards.
     static void write_text(std::string text) {
         WRITE_LINE(text.data(), static_cast<Int>(text.size()));
         EXPECT_EQ(trimmed_length(text), 0);
@@ -218,7 +218,7 @@ TEST_F(ChannelTest, EachZeroPutInMovesTheMarks) {
     report_to_store();
     OPEN_LINE_STORE();
     SET_LINE_STYLE(0, 0, 0, 0, 0, 2);
-    write(".5 x"); // four blanks stand before it in the record
+    write(".5 x"); // four blanks come before it in the record
     std::string expected = "    0.5 x";
     expected.resize(105, ' ');
     expected += " 0 0 0 0 0 2";
@@ -468,7 +468,7 @@ TEST_F(ChannelTest, FromModeThreeTheFirstColumnsStay) {
     std::string source = "a   b  c ";
     std::string target(20, '?');
     FIT_TO_LINE(source.data(), 9, target.data(), 20, 3);
-    EXPECT_EQ(source, "a   b  c "); // the source stays
+    EXPECT_EQ(source, "a   b  c "); // the source is unchanged
 }
 
 TEST_F(ChannelTest, LastColumnsOfTheTarget) {

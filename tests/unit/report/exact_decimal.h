@@ -10,7 +10,7 @@
 
 namespace tarvane::report_test {
 
-// Digits of a finite magnitude, least significant first; `decimals` of them stand behind the point.
+// Digits of a finite magnitude, least significant first; `decimals` of them come after the point.
 struct ExactDecimal {
     std::vector<int> digits;
     std::size_t decimals = 0;
@@ -46,7 +46,7 @@ inline ExactDecimal exact_decimal(float value) {
 
 enum class Tie { to_even, away };
 
-// Drops the lowest `count` digits and rounds what stays.
+// Drops the lowest `count` digits and rounds the rest.
 inline void drop_digits(std::vector<int>& digits, std::size_t count, Tie tie) {
     if (count == 0) return;
     if (digits.size() < count) digits.resize(count, 0);

@@ -54,7 +54,7 @@ TEST_F(HostLines, ATextAndAHeadingTakeTheirMarks) {
 TEST_F(HostLines, AValueGoesThroughFactorLabelAndDecimalsOfItsKind) {
     struct {
         Int kind;
-        std::string column, value; // behind the label, and behind " = "
+        std::string column, value; // after the label, and after " = "
     } const rows[] = {
         {TARVANE_AS_THICKNESS, "304.8000  mm", "304.8000 mm"},
         {TARVANE_AS_DIAMETER, "24.000  dd", "24.0000 dd"},

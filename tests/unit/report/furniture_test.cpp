@@ -186,7 +186,7 @@ TEST_F(Furniture, AFileWithoutItsEndOrNoFileGivesBlanks) {
     EXPECT_EQ(keyed("AB1DEF"), "");
     scratch.write("iotext.txt", "AB1DEF  text\n");
     EXPECT_EQ(keyed("AB1DEF"), "");
-    scratch.write("iotext.txt", "AB1DEF  text\n[END]\n"); // looked for anew until it is whole
+    scratch.write("iotext.txt", "AB1DEF  text\n[END]\n"); // looked for again until it is complete
     EXPECT_EQ(keyed("AB1DEF"), "text");
 }
 
@@ -215,7 +215,7 @@ TEST_F(Furniture, AKeyedLineTakesTheSpecialCharactersSwitchAlsoWhenItIsSilent) {
     report_to_file();
     std::string line = "in\xB2";
     line.resize(100, ' ');
-    WRITE_LINE(line.data(), 100); // no style of its own: by the switch as it was latched
+    WRITE_LINE(line.data(), 100); // no style of its own: by the switch at the latest style
     EXPECT_EQ(report().find('\xB2'), std::string::npos);
 }
 

@@ -174,7 +174,7 @@ TEST_F(LinesTest, ValueLines) {
     EXPECT_EQ(last(), " = 1.0000  remark");
     VALUE_LINE(1.0f, Kind::factor, ", remark");
     EXPECT_EQ(last(), " = 1.0000, remark");
-    // the zero comes as the line goes out
+    // the zero is added when the line is written
     VALUE_LINE(-0.25f, Kind::thickness);
     EXPECT_EQ(last(), " = -0.2500 in.");
     VALUE_LINE(0.0f, Kind::stress);
@@ -233,7 +233,7 @@ TEST_F(LinesTest, LinesFromPieces) {
         .text("x");
     EXPECT_EQ(line.view(), "Loading   cut  7-42     x");
     line.to_column(8).exponent(12.3f, 10, 3);
-    EXPECT_EQ(line.view(), "Loading 0.123E+02"); // what stood behind is dropped
+    EXPECT_EQ(line.view(), "Loading 0.123E+02"); // what came after it is dropped
     line.write(HEADING_STYLE);
     EXPECT_EQ(last(), "Loading 0.123E+02");
     EXPECT_EQ(last_marks(), " 0 0 0 0 0 2");

@@ -1,4 +1,4 @@
-// The rules of the renderer once more, word for word, on std::string: every search starts anew, every
+// The rules of the renderer once more, word for word, on std::string: every search starts again, every
 // deletion moves one character. Slow and plain, as a second way to the same text.
 #pragma once
 

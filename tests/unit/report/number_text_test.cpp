@@ -119,7 +119,7 @@ TEST(NumberText, TiesGoToTheEvenDigit) {
     EXPECT_EQ(exponent_text(125.0f, 10, 2), "  0.12E+03");
     EXPECT_EQ(exponent_text(375.0f, 10, 2), "  0.38E+03");
     EXPECT_EQ(exponent_text(0.25f, 10, 1), "   0.2E+00");
-    // no tie: the stored value lies to one side
+    // no tie: the stored value is to one side
     EXPECT_EQ(bare_text(0.15f, 1), ".2"); // 0.1500000059...
     EXPECT_EQ(bare_text(0.35f, 1), ".3"); // 0.3499999940...
     EXPECT_EQ(bare_text(1.005f, 2), "1.00");
@@ -227,7 +227,7 @@ TEST(NumberText, ValuesOfAReport) {
 TEST(NumberText, ExactTies) {
     std::mt19937 random(8);
     for (int i = 0; i < 6000 && !testing::Test::HasFailure(); ++i) {
-        // odd multiples of 2^-k lie halfway between decimals of k - 1 places
+        // odd multiples of 2^-k are halfway between decimals of k - 1 places
         const Int k = static_cast<Int>(random() % 12) + 1;
         const Int odd = static_cast<Int>(random() % 0x7FFFFF) | 1;
         expect_exact(std::ldexp(static_cast<Real>(odd), -k));

@@ -1,5 +1,5 @@
 // Random texts, values and lengths: the renderer against its rules taken word for word, and no column
-// touched outside the texts handed over.
+// touched outside the texts passed.
 #include "literal_renderer.h"
 #include "report_fixture.h"
 

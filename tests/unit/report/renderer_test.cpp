@@ -168,7 +168,7 @@ TEST_F(RendererTest, WhateverStandsBehindTheSignIsItsDigit) {
     EXPECT_EQ(filled(" = @", {12.3f}), " =");
     EXPECT_EQ(filled(" = @# x", {0.5f}), " =  0.5 x");      // a terminator of the template's own
     EXPECT_EQ(filled(" = @@1", {0.5f, 0.25f}), " =  0.51"); // another sign
-    // in the last column nothing stands behind it
+    // in the last column nothing comes after it
     EXPECT_EQ(filled(std::string(119, 'x') + "@", {12.3f}), std::string(119, 'x'));
     EXPECT_EQ(filled(std::string(119, 'x') + "@", {0.25f}), std::string(119, 'x'));
 }
@@ -184,9 +184,9 @@ TEST_F(RendererTest, WhatPassesTheLastColumnIsLost) {
         const std::string text(before, 'x');
         EXPECT_EQ(filled(text + "@4", {1234.5677f}), (text + "1234.5677").substr(0, 120)) << before;
     }
-    // the number is made in ten columns wherever it stands, so that this is no overflow
+    // the number is made in ten columns wherever it is, so that this is no overflow
     EXPECT_EQ(filled(std::string(116, 'x') + "@1", {123456.5f}), std::string(116, 'x') + "1234");
-    // the pattern is seen beyond column 120 too, and no zero is dropped without a blank behind it
+    // the pattern is seen beyond column 120 too, and no zero is dropped without a blank after it
     EXPECT_EQ(filled(std::string(114, 'x') + "@3", {12.0f}), std::string(114, 'x') + "12.0");
     EXPECT_EQ(filled(std::string(113, 'x') + "@3", {12.5f}), std::string(113, 'x') + "12.5");
     EXPECT_EQ(filled(std::string(114, 'x') + "@3", {12.5f}), std::string(114, 'x') + "12.500");
@@ -194,7 +194,7 @@ TEST_F(RendererTest, WhatPassesTheLastColumnIsLost) {
     EXPECT_EQ(filled(std::string(110, 'x') + "@4", {12345.5f}),
               std::string(110, 'x') + "12345.5000");
     EXPECT_EQ(filled(std::string(109, 'x') + "@4", {12345.5f}), std::string(109, 'x') + "12345.5");
-    // text behind it stops at the last column
+    // text after it stops at the last column
     EXPECT_EQ(filled(std::string(112, 'x') + "@1 pounds and ounces", {1.5f}),
               std::string(112, 'x') + "1.5 poun");
 }
@@ -204,7 +204,7 @@ TEST_F(RendererTest, GatesOffLeaveTheTemplateAsItCame) {
         IWRITE = master, IWRTFL = pass;
         EXPECT_EQ(filled(" = @3 / @1", {1.5f, 2.5f}), " = @3 / @1");
     }
-    IWRITE = 2, IWRTFL = -1, IOUT = 0; // the destination is not looked at
+    IWRITE = 2, IWRTFL = -1, IOUT = 0; // the destination is not tested
     EXPECT_EQ(filled(" = @3 / @1", {1.5f, 2.5f}), " = 1.5/2.5");
 }
 
@@ -267,9 +267,9 @@ TEST_F(RendererTest, ALeadingSlashMovesThreeColumnsIn) {
 
 TEST_F(RendererTest, ASlashAtTheEndOfTheTextEndsTheCleaning) {
     EXPECT_EQ(filled(" = 6 * @0 / #", {125000.0f}), " = 6 * 125000/");
-    EXPECT_EQ(cleaned("/ a/ "), "/a/  "); // column 1 is not looked at any more
+    EXPECT_EQ(cleaned("/ a/ "), "/a/  "); // column 1 is no longer scanned
     EXPECT_EQ(cleaned("/ a/"), "/a/ ");
-    EXPECT_EQ(cleaned("/a/"), "   "); // no blank behind: all of it moves
+    EXPECT_EQ(cleaned("/a/"), "   "); // no blank after it: all of it moves
     EXPECT_EQ(cleaned("/ "), "/ ");
 }
 
@@ -284,7 +284,7 @@ TEST_F(RendererTest, ABarePointGetsItsZero) {
     EXPECT_EQ(tidied(" = .5  "), " = 0.5 ");
     EXPECT_EQ(tidied("x   .5 y"), "x  0.5 y"); // room: nothing moves
     EXPECT_EQ(tidied("x  .5 y "), "x  0.5 y");
-    EXPECT_EQ(tidied("(.5 =.5 "), "(.5 =.5 "); // not behind a bracket or a sign
+    EXPECT_EQ(tidied("(.5 =.5 "), "(.5 =.5 "); // not after a bracket or a sign
     EXPECT_EQ(tidied(".5  "), ".5  ");
     EXPECT_EQ(tidied("note .  "), "note 0. ");
     EXPECT_EQ(tidied("note ."), "note 0"); // the point moves out
@@ -298,7 +298,7 @@ TEST_F(RendererTest, TwoPointsGetNoZero) {
     EXPECT_EQ(tidied("a   ..   "), "a   ..   ");
     // the same round goes on with the narrow form
     EXPECT_EQ(tidied("a .5   .. "), "a 0.5   ..");
-    // a round that changes nothing counts, so that what stands behind is never reached
+    // a round that changes nothing counts, so that what comes after is never reached
     EXPECT_EQ(tidied("   ..   .5   "), "   ..   .5   ");
     EXPECT_EQ(tidied(" ..  .5   "), " ..  .5   ");
 }
@@ -338,7 +338,7 @@ TEST_F(RendererTest, TheDecimalComma) {
     EXPECT_EQ(with_commas("12."), "12.");
     EXPECT_EQ(with_commas("."), ".");
     EXPECT_EQ(with_commas(".5"), ",5"); // any length
-    EXPECT_EQ(tidied(".5"), ".5");      // in the tidying only behind length 2
+    EXPECT_EQ(tidied(".5"), ".5");      // in the tidying only above length 2
     EXPECT_EQ(tidied(" = .5  "), " = 0,5 ");
     EXPECT_EQ(printed("@1 psi", {1.5f}), "1,5 psi");
     EXPECT_EQ(printed("@3", {0.25f}), " 0,25");
@@ -355,13 +355,13 @@ TEST_F(RendererTest, SuperscriptsBecomePowers) {
     EXPECT_EQ(expanded("g\xB2+ h          "), "g^(2)+ h       ");
     EXPECT_EQ(expanded("g\xB3+ h          "), "g^(3)+ h       ");
     EXPECT_EQ(expanded("a\xB2*b\xB2*c\xB3*d               "), "a^(2)*b^(2)*c^(3)*d      ");
-    // three blanks behind it: nothing moves
+    // three blanks after it: nothing moves
     EXPECT_EQ(expanded("in\xB2    5.723     "), "in^(2) 5.723     ");
     EXPECT_EQ(expanded("in\xB2         "), "in^(2)      ");
 }
 
 TEST_F(RendererTest, WhatStandsFurtherRightKeepsItsPlace) {
-    // "," and a blank behind the superscript, then room: columns p+6 to p+10 are blank after the move
+    // "," and a blank after the superscript, then room: columns p+6 to p+10 are blank after the move
     EXPECT_EQ(expanded("ab\xB2,x      5.723     "), "ab^(2),x   5.723     ");
     EXPECT_EQ(expanded("Area,\xB2x        5.723    "), "Area,^(2)x     5.723    ");
     EXPECT_EQ(expanded("Area,\xB2x    5.723    "), "Area,^(2)x    5.723 ");
@@ -381,7 +381,7 @@ TEST_F(RendererTest, SuperscriptsWithoutRoomBecomeDigits) {
 }
 
 TEST_F(RendererTest, OneHalf) {
-    EXPECT_EQ(expanded("x\xBD + y      "), "x^(.5)+ y   "); // the blank behind it is overwritten
+    EXPECT_EQ(expanded("x\xBD + y      "), "x^(.5)+ y   "); // the blank after it is overwritten
     EXPECT_EQ(expanded("abcd\xBD"), "abcd ");               // last column
     for (const std::size_t p : {5u, 6u, 7u}) {              // columns n-3 to n-1: it stays
         std::string text = "abcdefgh";

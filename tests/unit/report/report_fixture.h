@@ -1,5 +1,5 @@
-// Common ground of the report tests: a channel as at load, templates through the whole chain, and
-// what came out of the line store or a file.
+// Common ground of the report tests: a channel as at load, templates through all stages, and
+// the content of the line store or of a file.
 #pragma once
 
 #include "frame/switches.h"
@@ -63,7 +63,7 @@ class ReportTest : public testing::Test {
     static std::string record(Int k) { return {LINESCOM[k - 1], STORE_WIDTH}; }
 
     // The marks of record k, and its text without the indent: the marks are the 12 columns before
-    // the NUL, wherever that stands.
+    // the NUL, wherever that is.
     static std::string stored_marks(Int k) {
         const std::string all = record(k);
         return all.substr(all.find('\0') - 12, 12);

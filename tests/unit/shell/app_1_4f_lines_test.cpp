@@ -1,4 +1,4 @@
-// The report of Appendix 1-4(f), line by line. The numbers were worked out apart, in double precision.
+// The report of Appendix 1-4(f), line by line. The numbers were calculated separately, in double precision.
 #include "thin_head.h"
 
 namespace tarvane {

@@ -5,7 +5,7 @@ namespace {
 
 using namespace shell_test;
 
-// The rules in double precision, by the letters of the appendix.
+// The rules in double precision, in the letters of the appendix.
 double allowable(const Head& h, double ts) {
     const double c = double(h.c), D0 = double(h.D), k = double(h.k);
     const double Di = h.Outside == 0 ? D0 : D0 - 2 * double(h.t);
@@ -59,7 +59,7 @@ TEST_F(Appendix14f, PressureByTheAppendix) {
 TEST_F(Appendix14f, TheThicknessIsTheRootOfThePressure) {
     for (Head h : heads()) {
         if (h.r == 6.0f && h.Element == TORISPHERICAL) continue;
-        h.Mode = SOLVE_THICKNESS, h.t = 0.24f; // the diameter of an outside head goes by t
+        h.Mode = SOLVE_THICKNESS, h.t = 0.24f; // the diameter of an outside head depends on t
         h.run();
         if (h.Class == HEAD_FAILED || h.Class == HEAD_THICK) continue;
         double low = 1e-4, high = 5;

@@ -56,7 +56,7 @@ TEST_F(ConeTest, AThinKnuckleGoverns) {
         EXPECT_NEAR(e.MAWP, by.MAWP, 1e-3);
         EXPECT_NEAR(e.MAPnc, by.MAPnc, 1e-3);
         EXPECT_NEAR(e.Stress, by.Stress, 1e-1);
-        EXPECT_EQ(e.TreqRaw == Treq, Outside == 0); // takes no part of the knuckle
+        EXPECT_EQ(e.TreqRaw == Treq, Outside == 0); // not affected by the knuckle
     }
 }
 
@@ -90,7 +90,7 @@ TEST_F(ConeTest, WithoutAKnucklePressuresEndBelowTenMillion) {
     e.calculate();
     EXPECT_EQ(e.MAWP, 9999999.0f);
     EXPECT_EQ(e.MAPnc, 9999999.0f);
-    e.P = -100.0f; // a stress below zero gives way to 0.0
+    e.P = -100.0f; // a stress below zero is replaced by 0.0
     EXPECT_EQ(e.calculate().Stress, 0.0f);
 }
 

@@ -36,7 +36,7 @@ TEST_F(OldDivision2, FactorMAtEachEntryOfItsTable) {
         const Real x = ENTRY_TL[row];
         for (std::size_t column = 0; column < std::size(RD); ++column)
             EXPECT_EQ(M(x, RD[column]), EXPECTED[row][column]) << x << " " << RD[column];
-        // The third column is the end of the range before; from 0.08 on M is 1.
+        // The third column is the end of the previous range; from 0.08 on M is 1.
         EXPECT_NEAR(M(x, below(0.08f)), EXPECTED[row][2], 1e-6f) << x;
         EXPECT_EQ(M(x, 0.08f), 1.0f);
     }
@@ -81,7 +81,7 @@ TEST_F(OldDivision2, FactorsAreHeldAtTheEndsOfTheTables) {
 }
 
 TEST_F(OldDivision2, BeyondItsTableKKeepsTheColumnOfTheCallBefore) {
-    // At load the fifth column, 0.17 to 0.20: 3.31 down to 2.81 goes on by the same slope.
+    // At load the fifth column, 0.17 to 0.20: 3.31 down to 2.81 continues with the same slope.
     EXPECT_NEAR(K(0.002f, 0.23f), 2.81 - 0.5, 1e-5);
     K(0.002f, 0.07f);
     EXPECT_NEAR(K(0.002f, 0.23f), 7.87 + (6.29 - 7.87) * 0.17 / 0.02, 1e-5);
@@ -165,7 +165,7 @@ TEST_F(OldDivision2, TheCrownGovernsAnEllipticalHead) {
     EXPECT_NEAR(e.MAWP, by.Pm, 1e-5 * by.Pm);
     EXPECT_NEAR(e.MAPnc, by.Pmnc, 1e-5 * by.Pmnc);
     EXPECT_NEAR(e.Stress, by.Sm, 1e-5 * by.Sm);
-    EXPECT_EQ(e.L, 5.0f); // stays
+    EXPECT_EQ(e.L, 5.0f); // unchanged
     EXPECT_EQ(e.T14f, 0.0f);
     EXPECT_EQ(e.Status14f, -77);
 }

@@ -27,7 +27,7 @@ struct Failing {
         COMPUTE_FAILURE_CA_DIV1(a);
         return *this;
     }
-    // Working pressure at a corrosion, by SHLINT; thickness at which the element stands.
+    // Working pressure at a corrosion, by SHLINT; given thickness of the element.
     double pressure(double corrosion) const {
         Shell e = element(Element);
         e.P = P, e.D = D, e.E = E, e.S = S, e.t = t, e.L = L, e.r = r, e.alpha = Alpha, e.C = C;
@@ -105,7 +105,7 @@ TEST_F(FailureCorrosion, ThickWallsWalkInSteps) {
 }
 
 // A sphere is thick by 0.356 R below t or by 0.665 S E below P. Each of the two alone, on both sides of
-// its limit: where the closed form would take off metal, the logarithmic one finds none to spare.
+// its limit: where the closed form would take off metal, the logarithmic one has none to spare.
 class ThickSphere : public FailureCorrosion {
   protected:
     static Failing sphere(Real D, Real t, Real P) {
@@ -145,7 +145,7 @@ TEST_F(ThickSphere, ByItsPressureOnly) {
 }
 
 TEST_F(FailureCorrosion, AThickWallThatTurnsThinEndsInClosedForm) {
-    // Thick by its wall, not by its pressure: at the step that makes it thin the closed form answers.
+    // Thick by its wall, not by its pressure: at the step that makes it thin the closed form is used.
     Failing f;
     f.D = 10.0f, f.t = 2.6f, f.P = 3000.0f;
     f.run();
@@ -169,7 +169,7 @@ TEST_F(FailureCorrosion, ConeShellAndKnuckle) {
     };
     EXPECT_LE(knuckle(double(f.FailCAK)), P + 0.01);
     EXPECT_GT(knuckle(double(f.FailCAK) - 0.001), P);
-    // The shell's thickness holds the knuckle's corrosion at the minimum.
+    // The shell's thickness limits the knuckle's corrosion at the minimum.
     f.t = 0.7f;
     EXPECT_EQ(f.run().FailCAK, 0.7f - 0.0625f);
     // Without a knuckle, or one that does not fall to P within its thickness.
@@ -185,9 +185,9 @@ TEST_F(FailureCorrosion, AFlatHeadTakesOneStepAtLeast) {
     Failing f;
     f.Element = FLAT_HEAD_ELEMENT, f.t = 1.0f, f.P = 30000.0f;
     EXPECT_EQ(f.run().FailCA, 0.001f);
-    f.t = 0.0005f; // no steps in it; held at the minimum
+    f.t = 0.0005f; // no steps in it; limited to the minimum
     EXPECT_EQ(f.run().FailCA, 0.0005f - 0.0625f);
-    f.t = 0.0f, C_ONE_SIXTEENTH = -1.0f; // code constants as they stand
+    f.t = 0.0f, C_ONE_SIXTEENTH = -1.0f; // code constants as they are
     EXPECT_EQ(f.run().FailCA, 0.001f);
 }
 

@@ -83,7 +83,7 @@ TEST_F(FormedHeads, OutsideFormsAgreeWithInsideForms) {
     }
 }
 
-// ---- what of Appendix 1-4(f) runs when ----------------------------------------------------------------
+// ---- which part of Appendix 1-4(f) runs when ----------------------------------------------------------
 
 // 0.0015 of L, new and corroded alike.
 Shell thin_head(Int code) {
@@ -206,7 +206,7 @@ TEST_F(FormedHeads, AHeadWithSolutionLeavesTheReportAsItWas) {
 }
 
 TEST_F(FormedHeads, TheAmbientModulusHasATemperatureOfItsOwn) {
-    // Elastic buckling governs, so the new and cold pressure goes with the modulus: 70 F against
+    // Elastic buckling governs, so the new and cold pressure is proportional to the modulus: 70 F against
     // 100 F.
     for (const auto& [code, ambient] : {std::pair{TORISPHERICAL, 70.0f}, {ELLIPTICAL, 100.0f}}) {
         Shell cold = thin_head(code);

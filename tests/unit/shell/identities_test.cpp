@@ -50,7 +50,7 @@ TEST_F(ShellIdentities, ThePressureAtTheRequiredThicknessIsTheDesignPressure) {
             if (i % 10 == 0 && (cylinder || sphere)) e.P = between(1.01, 1.4) * limit;
             const bool thickForm = (cylinder || sphere) && e.P > limit;
             e.calculate();
-            // A moderate pressure that asks for a thick wall would be answered by the other form.
+            // A moderate pressure that requires a thick wall would be rated by the other form.
             if (!thickForm && (cylinder || sphere) && e.TreqRaw > 0.15f * e.D) continue;
             Shell at = e;
             at.t = e.TreqRaw + e.c + e.u;
@@ -72,7 +72,7 @@ TEST_F(ShellIdentities, TheStressAtTheWorkingPressureIsTheAllowable) {
         for (const Int code :
              {CYLINDER, ELLIPTICAL, TORISPHERICAL, SPHERE, CONE, FLAT_HEAD_ELEMENT}) {
             Shell e = random_element(code, 0);
-            e.P = 15.0f; // the forms go by the wall alone
+            e.P = 15.0f; // only the wall selects the form
             e.calculate();
             EXPECT_NEAR(double(e.Stress) * double(e.MAWP) / 15, double(e.S), 2e-5 * double(e.S))
                 << code;

@@ -16,7 +16,7 @@ inline constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 inline Real above(Real x) { return std::nextafter(x, std::numeric_limits<Real>::infinity()); }
 inline Real below(Real x) { return std::nextafter(x, -std::numeric_limits<Real>::infinity()); }
 
-// Arguments of one call, inside dimensions and carbon steel unless told; results hold UNTOUCHED
+// Arguments of one call, inside dimensions and carbon steel unless noted; results hold UNTOUCHED
 // until a call writes them.
 struct Shell {
     Int Element = CYLINDER;

@@ -135,7 +135,7 @@ TEST_F(ShellReport, BreaksNumberLinesOfManyValues) {
     EXPECT_TRUE(at[3].ends_with(" = 0.1195 in.")) << at[3];
 }
 
-// Pressures and stresses in the unit of what comes out, so that the line can be reckoned.
+// Pressures and stresses in the unit of the result, so that the line can be recalculated.
 TEST_F(ShellReport, ShowsOneUnitOfPressureInALine) {
     UNITS.pressure = 0.5f;
     const auto page = report(element(CYLINDER));
@@ -164,7 +164,7 @@ TEST_F(ShellReport, ConvexHeadShowsThePressureInside) {
     EXPECT_FALSE(has(without, "[Tg]:"));
 }
 
-// A head whose K keeps the column of the call before shows what SHLINT gave.
+// A head whose K keeps the column of the previous call shows what SHLINT gave.
 TEST_F(ShellReport, KeepsTheColumnOfK) {
     G_USE_A5 = 1;
     Shell tight = element(TORISPHERICAL), wide = tight;

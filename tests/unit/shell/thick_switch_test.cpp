@@ -1,4 +1,4 @@
-// Cylinders and spheres: where the thin forms give way to the logarithmic ones, and what both give.
+// Cylinders and spheres: where the logarithmic forms replace the thin ones, and the results of both.
 #include "shell_fixture.h"
 
 namespace tarvane {
@@ -19,7 +19,7 @@ void expect(const Shell& e, const Expected& by) {
     EXPECT_NEAR(e.Stress, by.Stress, 4e-6 * std::fabs(by.Stress));
 }
 
-// Everything different from everything else, so that no value can stand for another.
+// All values differ, so that none can be taken for another.
 Shell some(Int code, Int Outside) {
     Shell e = element(code);
     e.P = 310.0f, e.Sa = 20000.0f, e.S = 17500.0f, e.E = 0.85f;
@@ -77,7 +77,7 @@ TEST_F(ThickSwitch, ThickSphereHasHalfThePressureInItsStress) {
             2 * Sa * E * std::log(20 / (20 - t)), P / 2 / (E * std::log(Ro / Ri))});
 }
 
-// MAPnc tells the forms apart: the thin form of the element, and the thick one.
+// MAPnc distinguishes the forms: the thin form of the element, and the thick one.
 struct Switch {
     Int element, Outside;
     double thin_factor; // of t under Sa E t / (R ...)

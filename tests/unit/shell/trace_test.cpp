@@ -1,4 +1,4 @@
-// The texts that the stages of SHLINT hand to a trace: evaluated with the values handed along, each gives the
+// The texts that the stages of SHLINT pass to a trace: evaluated with the values passed with them, each gives the
 // value of its stage, on both sides of each switch.
 #include "shell_fixture.h"
 

@@ -9,7 +9,7 @@ namespace tarvane {
 namespace {
 
 // Columns: size, series, outside, thickness, blind, length, hub back, hub weld end, bolt circle, hole,
-// bolts, bolt, bore, slip-on length, slip-on bore, face, further. The figures are easy ones, no flange's.
+// bolts, bolt, bore, slip-on length, slip-on bore, face, further. The figures are simple, those of no flange.
 constexpr const char* FILE_TEXT =
     "; size series outside thickness ...\n"
     "[150]\n"
@@ -107,7 +107,7 @@ TEST_F(FlangeSizes, ASizeBelowTheOneBeforeItEndsTheList) {
 TEST_F(FlangeSizes, AnUnknownClassHasNone) {
     EXPECT_EQ(sizes("75x"), Sizes{});
     EXPECT_EQ(count, 0);
-    EXPECT_EQ(sizes("75"), Sizes{}); // behind the end of the data
+    EXPECT_EQ(sizes("75"), Sizes{}); // after the end of the data
 }
 
 TEST_F(FlangeSizes, WithoutTheFileNothingIsTouched) {
@@ -228,7 +228,7 @@ TEST_F(FlangeDimensions, BelowSize26ALargerSizeOfAnySeriesIsTheNextOne) {
     EXPECT_FALSE((Call{.size = 26.0f, .flange_class = 150, .series = 2}.run().notfound));
 }
 
-// The sizes of a metric class beyond DN 26 go by their own series, 0, as the inch sizes from 26 on do.
+// The sizes of a metric class beyond DN 26 have their own series, 0, as the inch sizes from 26 on do.
 TEST_F(FlangeDimensions, AMetricSizePassesOverRowsOfAnotherSeries) {
     write_file("system", "ANSIFlangeDimensions.txt",
                "[PN16]\n600 1 840 40 40 95 670 610 770 36 20 33 590 60 610 725 0\n"
@@ -250,12 +250,12 @@ TEST_F(FlangeDimensions, ARowOfFewerThan17NumbersIsAnErrorOfTheFile) {
     EXPECT_FALSE(found("4\n"));
     EXPECT_FALSE(found("4 0 10 1.38 1.4 3.5 x 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19 0\n"));
     EXPECT_TRUE(found("4 0 10 1.38 1.4 3.5 5.75 4.5 7.88 1.0 8 0.875 4.03 2.0 4.57 6.19 0 7 8\n"));
-    // Before the row looked for, of whatever size and series; a row after it is not reached.
+    // Before the row sought, of whatever size and series; a row after it is not reached.
     EXPECT_FALSE(found("3 0 10\n" + good));
     EXPECT_FALSE(found("3 1 10\n" + good));
     EXPECT_FALSE(found("what is this\n" + good));
     EXPECT_TRUE(found(good + "5 0 10\n"));
-    // Not the next size either: what the row says can't be trusted.
+    // Not the next size either: the row can't be trusted.
     EXPECT_FALSE(found(good + "6 0 10\n", 5.0f));
 }
 
@@ -375,7 +375,7 @@ TEST_F(FlangeDimensions, AClassOfNoTextIsNotMissing) {
 }
 
 TEST_F(FlangeDimensions, AMissingFileOrSectionIsNotFound) {
-    EXPECT_TRUE((Call{.size = 26.0f, .flange_class = 75}.run().notfound)); // behind the end
+    EXPECT_TRUE((Call{.size = 26.0f, .flange_class = 75}.run().notfound)); // after the end
     remove_file("system", "ANSIFlangeDimensions.txt");
     const Call c = Call{.size = 12.0f, .flange_class = 150}.run();
     EXPECT_TRUE(c.notfound);

@@ -1,4 +1,4 @@
-// The impact table of the host's record, and what is asked of it.
+// The impact table of the host's record, and the values looked up in it.
 #include "mdmt_fixture.h"
 
 namespace tarvane {

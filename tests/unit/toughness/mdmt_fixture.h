@@ -1,5 +1,5 @@
 // Common ground of the toughness tests: switches, host record and constants as at load but for the
-// reductions, which are allowed; one element, and what its report says.
+// reductions, which are allowed; one element, and its report.
 #pragma once
 
 #include "toughness/mdmt.h"

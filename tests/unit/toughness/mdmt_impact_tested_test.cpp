@@ -36,7 +36,7 @@ class MdmtImpactTested : public toughness_test::ToughnessTest {
 const Line RATIO_THICKNESSES{"Govrn. thk, tg = 1.0, tr = 0.8, c = 0.0, E* = 1.0"};
 const Line RATIO{"Thickness Ratio = tr * (E*)/(tg - c) = 0.8, Temp. Reduction = 20"};
 
-// ---- the specification tells the temperature -----------------------------------------------------
+// ---- the temperature of the material's own test ---------------------------------------------------
 
 TEST_F(MdmtImpactTested, TemperatureOfTheSpecification) {
     material(-50, -30);

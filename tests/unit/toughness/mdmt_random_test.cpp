@@ -1,4 +1,4 @@
-// The toughness routines on arguments of any bits: nothing undefined, and what comes out is the same in
+// The toughness routines on arguments of any bits: nothing undefined, and the results are the same in
 // a silent pass.
 #include "mdmt_fixture.h"
 

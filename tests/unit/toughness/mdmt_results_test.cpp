@@ -1,5 +1,5 @@
-// The block of GETMDMTRESULTS: rules, ratio, reductions, UG-20(f), exemptions, and what the lowest
-// temperature is by.
+// The block of GETMDMTRESULTS: rules, ratio, reductions, UG-20(f), exemptions, and the rule of the lowest
+// temperature.
 #include "mdmt_fixture.h"
 
 #include "tarvane/tarvane.h"
@@ -287,11 +287,11 @@ TEST_F(MdmtResults, Ug20f) {
     EXPECT_EQ(f.ug20f, TARVANE_UG20F_TOO_HOT);
     EXPECT_EQ(f.lowest, f.t_min);
     EXPECT_EQ(f.lowest_by, TARVANE_LOWEST_BY_CURVE);
-    // As low as the curve, which has the better claim.
+    // As low as the curve, which then counts.
     f = of(candidate(CURVE_D, 0.5f));
     EXPECT_EQ(f.ug20f, TARVANE_UG20F_APPLIES);
     EXPECT_EQ(f.lowest_by, TARVANE_LOWEST_BY_CURVE);
-    // The credit brings the curve below it, above -20 F and beneath.
+    // The credit brings the curve below it, above -20 F and below.
     MDMT_CALL treated = candidate(CURVE_B, 0.6f);
     treated.Pwht = treated.Credit = 1;
     f = of(treated);

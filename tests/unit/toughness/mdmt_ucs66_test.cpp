@@ -60,7 +60,7 @@ TEST_F(MdmtUcs66, OutsideTheTableOnlyTheLimitsAct) {
     tables_on();
     EXPECT_EQ(run(CURVE_A, 0.2f).Tmin, 18.0f);
     EXPECT_EQ(run(CURVE_B, 0.2f).Tmin, 1.0101f);
-    EXPECT_EQ(run(CURVE_C, 0.2f).Tmin, -55.0f); // held by the thin part, not by the table
+    EXPECT_EQ(run(CURVE_C, 0.2f).Tmin, -55.0f); // set by the thin part, not by the table
     MDMT_CALL thick = element_of(CURVE_C, 7.0f);
     thick.c = 4.0f;
     EXPECT_EQ(run(thick).Tmin, 1.0101f);
@@ -521,7 +521,7 @@ TEST_F(MdmtUcs66, LinesOfAPad) {
     EXPECT_EQ(lines[1].text, "Thickness Ratio = tr * (E*)/(tg - c) = 0.75, Temp. Reduction = 25");
     EXPECT_EQ(lines[2].text,
               "Pad governing, Conservatively assuming Pad stress = Shell stress(Div. 1 L-9.3).");
-    part.Tr = -0.5f; // the pad's line stands behind a stress ratio, too
+    part.Tr = -0.5f; // the pad's line comes after a stress ratio, too
     run(part);
     const std::vector<Line> stress = reported();
     EXPECT_EQ(stress[0].text, "Stress Ratio = 0.75, Temperature Reduction per Fig. UCS 66.1 = 25");

@@ -101,7 +101,7 @@ TEST_F(Pwht, GradesOfTheirOwn) {
             EXPECT_EQ(need("4", 1, 0.625f, rule, 0, 0, name), 0) << name;
             EXPECT_EQ(need("4", 1, 0.6251f, rule, 0, 0, name), 1) << name;
         }
-    EXPECT_EQ(need("4", 1, 0.1f, 1, 0, 0, "SA-202 a"), 1); // the name is taken as it stands
+    EXPECT_EQ(need("4", 1, 0.1f, 1, 0, 0, "SA-202 a"), 1); // the name is taken as it is
     for (const char* name : {"SA-487 1", "SA-487 2"})
         EXPECT_EQ(need("10A", 1, 0.1f, 1, 0, 0, name), 1);
 }
@@ -162,7 +162,7 @@ TEST_F(Pwht, EachRuleReadsTheFileOfItsDivision) {
         PWHT_NEEDED("X", 5, rule, 0, 1.0f, required, pNumberOne, 0, groupCode);
         return required;
     };
-    // P-Number 7 is a matter of Division 2, 5C of Division 1: neither finds its own here.
+    // P-Number 7 belongs to Division 2, 5C to Division 1: neither finds its own here.
     EXPECT_EQ(answer(1), 0);
     EXPECT_EQ(answer(2), 0);
     remove_file("system", "MATFILE2.BIN");

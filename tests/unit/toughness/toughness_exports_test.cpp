@@ -15,7 +15,7 @@ using toughness_test::Record;
 
 class ToughnessSurface : public toughness_test::ToughnessTest {
   protected:
-    // The element through the library's entry, and what came back.
+    // The element through the library's entry, and what it returned.
     static MDMT_CALL through(const MDMT_CALL& given) {
         MDMT_CALL a = given;
         a.Tmin = a.Mdmt = a.Tug20 = 7.0f;

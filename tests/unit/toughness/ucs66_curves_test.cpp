@@ -182,9 +182,9 @@ TEST(Ucs66Table, FollowsTheEquationsOfItsCurves) {
 }
 
 // The polynomials have four terms for the whole figure, so they miss its bends. Curve C leaves -55 F
-// at 3/8 in and rises 15 F to the next row: up to 3/4 in its polynomial lies as much as 5.1 F below the
-// figure. Curve D is held at -55 F up to 9/16 in, where the figure stands at -51 F, and its polynomial
-// takes until 11/16 in to meet it. Behind these bends no row is further off than 2.8 F.
+// at 3/8 in and rises 15 F to the next row: up to 3/4 in its polynomial is as much as 5.1 F below the
+// figure. Curve D is at -55 F up to 9/16 in, where the figure is at -51 F, and its polynomial
+// takes until 11/16 in to meet it. After these bends no row is further off than 2.8 F.
 TEST(Ucs66Table, FollowsThePolynomialsAwayFromTheBends) {
     struct {
         Real bendEnds;
@@ -249,7 +249,7 @@ TEST(Ucs66NearerRow, TiesGoToTheLowerRow) {
     EXPECT_EQ(T, -1.0f);
     EXPECT_TRUE(UCS66_NEARER_ROW(CURVE_B, 0.5f, 60, T));
     EXPECT_EQ(T, -7.0f);
-    EXPECT_TRUE(UCS66_NEARER_ROW(CURVE_D, 4.0f, 60, T)); // the row behind the last one searched
+    EXPECT_TRUE(UCS66_NEARER_ROW(CURVE_D, 4.0f, 60, T)); // the row after the last one searched
     EXPECT_EQ(T, 23.0f);
     T = 7.0f;
     EXPECT_FALSE(UCS66_NEARER_ROW(CURVE_D, 4.0001f, 60, T));
