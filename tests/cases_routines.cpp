@@ -383,7 +383,7 @@ void patterned_openings(Values& v) {
     v.set("Cout", static_cast<double>(call.Cout));
 }
 
-// Of the hub that the case was last asked about.
+// Of the hub that the case named last.
 HUB_SOLUTION hub_solution;
 void hub_coefficients(Values&) { HUB_COEFFICIENTS(FLANGE, hub_solution); }
 void figure_factors(Values&) { FIGURE_FACTORS(FLANGE, hub_solution); }

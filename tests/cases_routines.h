@@ -20,7 +20,7 @@ struct CaseError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Inputs of the routine by name, and what it gave back.
+// Inputs of the routine by name, and what it returned.
 class Values {
   public:
     void give(const std::string& name, Value value) { given[name] = std::move(value); }

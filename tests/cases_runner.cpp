@@ -1,5 +1,5 @@
 // The case language: small text files in which a case names a routine, gives inputs by name and says
-// what must come out. See docs/cases.md.
+// says what must result. See docs/cases.md.
 //
 //   tarvane_cases DATA_FOLDER CASE_FOLDER_OR_FILE...
 #include "cases_routines.h"
@@ -20,7 +20,7 @@ using cases::Line;
 using cases::Value;
 
 struct Input {
-    std::string name, written; // as it stands behind the "="
+    std::string name, written; // as written after the "="
 };
 
 struct Expectation {
@@ -90,7 +90,7 @@ double number(const std::string& text) {
     return value;
 }
 
-// Takes the word off the head of the line if it stands there.
+// Takes the word off the start of the line if it is there.
 bool take(std::string& line, std::string_view word) {
     if (!line.starts_with(word)) return false;
     if (line.size() > word.size() && line[word.size()] != ' ') return false;
@@ -172,7 +172,7 @@ void read_statement(std::string line, int at, std::vector<Case>& all) {
         const std::string name = stripped(line.substr(0, equals));
         std::erase_if(now.inputs, [&](const Input& i) { return i.name == name; });
         const std::string written = stripped(line.substr(equals + 1));
-        if (!written.empty()) now.inputs.push_back({name, written}); // "NAME =" takes it away
+        if (!written.empty()) now.inputs.push_back({name, written}); // "NAME =" removes it
     } else {
         throw CaseError("no statement of the case language: " + line);
     }
@@ -238,7 +238,7 @@ void check_line(const LineExpectation& e, const std::vector<Line>& lines, Report
                                  (e.marks ? " and these marks" : ""));
 }
 
-// Inputs go to the routine that names them, the others into the flange state.
+// Inputs go to the routine that names them, the others to the flange state.
 void run_routines(const Case& c, cases::Values& values, std::vector<Line>& lines) {
     std::vector<const cases::Routine*> routines;
     for (const std::string& name : c.routines) {

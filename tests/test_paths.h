@@ -1,4 +1,4 @@
-// Where this build lies. Told by one source file, so that no other compilation depends on it.
+// The folders of this build. They are in one source file, so that no other compilation depends on them.
 #pragma once
 
 extern const char* const TARVANE_SOURCE_DIR;

@@ -19,7 +19,7 @@ namespace tarvane::app {
 
 using namespace vessel;
 
-// A complete flange; each test changes what it is about.
+// A complete flange; each test changes the keys that it tests.
 inline const std::string FLANGE_TOML = R"([[flange]]
 description = "test flange"
 type = "weld neck"
@@ -48,7 +48,7 @@ y = 10000
 facing = "1a"
 )";
 
-// FLANGE_TOML with the line of a key replaced; an empty text takes the line away.
+// FLANGE_TOML with the line of a key replaced; an empty text removes the line.
 inline std::string with(const std::string& key, const std::string& line,
                         std::string toml = FLANGE_TOML) {
     const std::size_t at = toml.find('\n' + key + " = ");

@@ -100,10 +100,10 @@ TEST(CheckState, OfWhatIsNoNumberFails) {
     EXPECT_FALSE(Check::compared(AT_MOST, INF, 1.0f).passes());
     EXPECT_FALSE(Check::compared(AT_LEAST, NO_NUMBER, 0.0f).passes());
     EXPECT_FALSE(Check::compared(AT_MOST, 1.0f, 0.0f).passes());
-    // A compression and nothing at all hold.
+    // A compression passes, and so does nothing at all.
     EXPECT_TRUE(Check::compared(AT_MOST, -5.0f, 1.0f).passes());
     EXPECT_TRUE(Check::compared(AT_MOST, 0.0f, 0.0f).passes());
-    // Below 0 the lesser value is the one that is further down.
+    // Below 0 the lesser value is further down.
     EXPECT_TRUE(Check::compared(AT_MOST, -5.0f, -4.0f).passes());
     EXPECT_FALSE(Check::compared(AT_MOST, -4.0f, -5.0f).passes());
 }
@@ -138,7 +138,7 @@ TEST(CheckState, BlocksOnlyWhereTheCheckDecides) {
     EXPECT_FALSE(Check::compared(ADVICE, 2.0f, 1.0f).blocks());
     EXPECT_TRUE(Check::compared(ADVICE, 2.0f, 1.0f).falls_short());
     EXPECT_FALSE(Check::compared(WARNING, 2.0f, 1.0f).blocks());
-    // A warning is a line of the verdict, an advice isn't.
+    // A warning is a line of the verdict, an advice is not.
     EXPECT_TRUE(Check::found(WARNING, false, "words").told());
     EXPECT_FALSE(Check::found(ADVICE, false, "words").told());
     EXPECT_FALSE(Check::not_asked(AT_MOST, "words").told());

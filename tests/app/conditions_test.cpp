@@ -1,4 +1,4 @@
-// The conditions of the key tables: a value that is not read by its condition changes no result.
+// The conditions of the key tables: a value that its condition excludes changes no result.
 #include "app_fixture.h"
 
 #include "catalogue/data_folder.h"
@@ -18,7 +18,7 @@ namespace {
 
 using Lines = std::map<std::string, std::string>; // values by key, as they are written
 
-// The tables of one kind that the test draws: what stands in each, and what is drawn anew in each trial.
+// The tables of one kind that the test draws: the content of each, and the keys that each trial draws.
 struct Draw {
     const char* table;
     Lines base;
@@ -156,12 +156,12 @@ void append_values(std::string& all, const Value&... values) {
 }
 
 void append_external(std::string& all, const ExternalOutcome& o) {
-    // Without slen, which is the length as it was given but of a cylinder or cone.
+    // Without slen, which is the length as given except of a cylinder or cone.
     append_values(all, o.no_curve, o.chart_maximum, o.above_chart, o.maep, o.tca, o.d_o, o.factor_a,
                   o.factor_b, o.fha, o.fail_ca);
 }
 
-// Everything that a calculation gives but the report, whose lines repeat what was given; of a record without
+// Everything that a calculation gives except the report, whose lines repeat what was given; of a record without
 // the element of the key itself.
 std::string results_of(const ReadResult& read, const Key& key) {
     const Element& element = *read.request.elements[0];
@@ -174,7 +174,7 @@ std::string results_of(const ReadResult& read, const Key& key) {
             if (key.place != Place::record || key.index != i) append_values(all, flange->result(i));
     } else if (const auto* shell = dynamic_cast<const ShellOutcome*>(outcome.get())) {
         TARVANE_SHELL_RESULTS found = shell->found;
-        found.crown_radius = 0.0f; // L as it was given, but of an elliptical head
+        found.crown_radius = 0.0f; // L as given, except of an elliptical head
         append_values(all, found, shell->fail_ca, shell->fail_ca_knuckle, shell->strain);
         append_external(all, shell->external);
     } else if (const auto* external = dynamic_cast<const ExternalOutcome*>(outcome.get())) {
@@ -246,7 +246,7 @@ TEST_P(Conditions, HoldWhatIsNotReadAwayFromTheResults) {
 INSTANTIATE_TEST_SUITE_P(Kinds, Conditions, testing::Range(0, 4),
                          [](const auto& of) { return std::string(DRAWS[of.param].table); });
 
-// ---- the tables by themselves ----------------------------------------------------------------------
+// ---- the tables on their own -----------------------------------------------------------------------
 
 void expect_sound(const Condition& condition, const KeyTable& keys, const Key& key) {
     for (const Term& term : condition.terms) {

@@ -1,4 +1,4 @@
-// UG-33(a)(1): heads with the pressure on their convex side, held against UG-32 for 1.67 P too.
+// UG-33(a)(1): heads with the pressure on their convex side, tested against UG-32 for 1.67 P, too.
 #include "components/convex_head.h"
 
 #include "app_fixture.h"
@@ -93,7 +93,7 @@ TEST_F(ConvexHeads, EllipseByHand) {
     expect_near(head.head().found.t_required, 0.8664864073);
     expect_near(head.head().found.mawp, 168.7654160717);
     expect_near(head.outcome.convex->maep, 101.0571353723);
-    // Of both procedures the worse one.
+    // The worse of both procedures.
     EXPECT_GT(head.outcome.maep, 101.1f);
     EXPECT_LT(head.outcome.tca, 0.8664f);
     EXPECT_EQ(governing_maep(head.outcome), head.outcome.convex->maep);
@@ -143,7 +143,7 @@ chart = "CS-2"
     EXPECT_TRUE(head.tells(" mm")) << head.outcome.report;
 }
 
-// The joint efficiency is 1 and the pressure 1.67 P: what a [[shell]] of the same head gets.
+// The joint efficiency is 1 and the pressure 1.67 P: the same as a [[shell]] of the same head gets.
 TEST_F(ConvexHeads, AreShellsUnderInternalPressure) {
     const std::string more = "Ut = 0.01\nSy = 34800\n";
     const std::string variants[] = {ELLIPSE + more + "corroded_K = true\n",
@@ -178,7 +178,7 @@ TEST_F(ConvexHeads, FailureCorrosionByHand) {
     const auto corrosion = [](const std::string& toml) { return calculate(toml).head().fail_ca; };
     EXPECT_NEAR(corrosion(ELLIPSE + "Ut = 0.01\n"), 0.0610380f, 2e-6f);
     EXPECT_NEAR(corrosion(with("D", "Do = 97.75", ELLIPSE) + "Ut = 0.01\n"), 0.0610380f, 2e-6f);
-    // A head that fails by Appendix 1-4(f) has none to lose; a thin one that holds fails behind it.
+    // A head that fails by Appendix 1-4(f) has none to lose; a thin one that passes fails after it.
     EXPECT_EQ(corrosion(THIN + "Sy = 5000\n"), 0.0f);
     const std::string sound = with("P", "P = 3", THIN) + "Sy = 5000\n";
     const float c = corrosion(sound);
@@ -286,7 +286,7 @@ TEST_F(ConvexHeads, LimitsOfTheFormAreWarnings) {
     const std::string flat = with("t", "t = 1.6", with("L", "L = 99.5", TORISPHERE));
     ASSERT_EQ(reasons(flat).size(), 1u);
     EXPECT_EQ(reasons(flat)[0], "The crown radius L is above the outside diameter, UG-32 (j).");
-    // Without a diameter only the radius against the thickness can be told.
+    // Without a diameter only the radius can be compared with the thickness.
     EXPECT_TRUE(reasons(with("D", "", flat)).empty());
 }
 
@@ -363,7 +363,7 @@ TEST_F(ConvexHeads, TakeStressesOfTheMaterial) {
     const std::string table = "Sy = 34800\nmaterial_class = 2\n";
     EXPECT_EQ(calculate(THIN + table).element().data.count("ElastAlp07.txt"), 1u);
     EXPECT_EQ(calculate(ELLIPSE + table).element().data.count("ElastAlp07.txt"), 0u);
-    // No yield stress where nothing asks for it.
+    // No yield stress where nothing needs it.
     EXPECT_EQ(calculate(with("t", "t = 0.5", named)).element().setting(N::Sy), 0.0f);
     // A temperature without an allowable stress is no fault: the chart does without.
     const ConvexRun hot = calculate(with("T", "T = 1400", named));
@@ -404,7 +404,7 @@ TEST_F(ConvexHeads, OfAShellGetTheSame) {
     ASSERT_NE(at, std::string::npos);
     EXPECT_EQ(outcome->report.substr(at),
               same.outcome.report.substr(same.outcome.report.find(title)));
-    // What holds for both is told once.
+    // What applies to both is reported once.
     const Verdict verdict = shell.judge(*outcome, input.request.units);
     EXPECT_EQ(verdict.status, Status::fine);
     EXPECT_EQ(verdict.reasons, same.verdict().reasons);

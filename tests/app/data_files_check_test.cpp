@@ -71,7 +71,7 @@ class DataFiles : public ProgramTest {
         return run("run " + write("in.toml", toml) + " --data " + data.string());
     }
 
-    // The fault of a file whose bytes are changed; it is whole again behind.
+    // The fault of a file whose bytes are changed; the file is whole again afterwards.
     std::string fault_of(std::string_view name,
                          const std::function<void(std::string& bytes)>& damage) const {
         const std::string sound = whole(name);
@@ -163,7 +163,7 @@ TEST_F(DataFiles, TheFileThatDecidesAResultIsNamedAndEndsTheRun) {
     }
 }
 
-// Where a file decides nothing, nobody needs it.
+// Where a file decides nothing, it is not needed.
 TEST_F(DataFiles, OtherFilesMayBeMissing) {
     std::string plain = UNDER_VACUUM;
     plain.erase(plain.find("table_g"));

@@ -29,7 +29,7 @@ class DataSearch : public ProgramTest {
         return path(place);
     }
 
-    // What the copy says of a file that its folder lacks.
+    // What the copy says about a file that its folder lacks.
     std::string message(const std::string& surroundings = {},
                         const std::string& options = {}) const {
         const ProgramRun result =
@@ -78,7 +78,7 @@ TEST_F(DataSearch, AFolderThatIsNamedMustBeThere) {
     EXPECT_EQ(message("TARVANE_DATA=" + path("absent")),
               "tarvane: there is no data folder " + path("absent") + " (named by TARVANE_DATA)\n");
     const std::string empty = path("empty");
-    fs::create_directory(empty); // nothing else stands in for it
+    fs::create_directory(empty); // nothing else replaces it
     EXPECT_EQ(message("TARVANE_DATA=" + empty),
               missing_in(empty, "no version, named by TARVANE_DATA"));
     const std::string file = write("file", "");

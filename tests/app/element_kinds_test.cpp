@@ -1,4 +1,4 @@
-// Files with elements of several kinds: a kind of the test's own stands beside the flange.
+// Files with elements of several kinds: the flange, and a kind of the test's own.
 #include "app_fixture.h"
 
 namespace tarvane::app {
@@ -74,7 +74,7 @@ TEST(Kinds, StandInTheOrderOfTheFileAndCountByThemselves) {
     EXPECT_EQ(result.request.elements[2]->line, 29);
 }
 
-// Lists in lines stand in their columns.
+// Lists in lines are aligned in columns.
 TEST(Kinds, OfOneLineStandInTheOrderOfTheirColumns) {
     const ReadResult result =
         read_input("peg = [{length = 2}, {length = 1}, {length = 3}]\n", LISTS);
@@ -131,7 +131,7 @@ TEST(Kinds, HaveFaultsOfTheirOwn) {
 TEST(Kinds, AreNamedWhereAFileHasNone) {
     EXPECT_EQ(faults_of("peg = []\n"),
               one("f:1: flange: missing; one or more [[flange]], [[peg]] tables are expected"));
-    // What is wrong with one kind is no reason to look past another.
+    // A fault of one kind is no reason to skip another.
     EXPECT_EQ(faults_of("flange = 3\n[[peg]]\n").size(), 2u);
 }
 

@@ -169,7 +169,7 @@ TEST(ExternalExamples, ThinShell) {
     EXPECT_NEAR(shell.outcome.maep, 15.06f, 0.025f * 15.06f);
 }
 
-// Division 2 example E4.4.1: A 1.95e-4, as the figure has it; the figures of the shipped Table G lie within
+// Division 2 example E4.4.1: A 1.95e-4, as in the figure; the figures of the shipped Table G are within
 // 3 %, and the equations, of which the greatest counts, 10 % above. The published pressure takes the
 // modulus 28.3e6, the chart 29e6.
 TEST(ExternalExamples, ElasticShell) {
@@ -324,7 +324,7 @@ chart = "CS-2"
               "the MAEP 79.36 psig is below the external design pressure 150.00 psig");
 }
 
-// The list of [[external]] tables bears the name of a key of a shell.
+// The list of [[external]] tables has the name of a key of a shell.
 TEST(ExternalShell, StandsBesideElementsUnderExternalPressure) {
     set_data_folder(TARVANE_DATA_DIR);
     const std::string shell =
@@ -386,7 +386,7 @@ TEST_F(ExternalProgram, ChartFileMissing) {
                               folder.string() + " (no version, named by --data)\n");
 }
 
-// A chart of a user's own, of austenitic steel: the factor of safety goes by the tangent modulus.
+// A chart of a user's own, of austenitic steel: the factor of safety depends on the tangent modulus.
 TEST_F(ExternalProgram, OtherSteelGoesByItsChart) {
     std::filesystem::copy_file(std::filesystem::path(TARVANE_DATA_DIR) / "approximate.txt",
                                folder / "approximate.txt");

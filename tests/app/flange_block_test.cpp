@@ -1,5 +1,5 @@
 // The block of GETFLANGERESULTS as a host sees it: against the lines of the golden reports, with the report on
-// and off, and as what the verdicts rest on.
+// and off, and as the basis of the verdicts.
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
 #include "components/engine_session.h"
@@ -43,7 +43,7 @@ std::map<std::string, Request> golden_inputs() {
 
 // ---- the lines of a report -----------------------------------------------------------------------------
 
-// A number as a line shows it, with the decimals it shows.
+// A number as a line shows it, with its decimals.
 struct Number {
     double value;
     int decimals;
@@ -267,7 +267,7 @@ class Report {
             << in_report(value, quantity);
     }
 
-    // The value line behind a heading: the last of its lines, which begin with a blank or "=".
+    // The value line after a heading: the last of its lines, which begin with a blank or "=".
     std::optional<Number> behind(std::size_t heading) const {
         std::optional<Number> value;
         for (std::size_t i = heading + 1; i < lines.size(); ++i) {
@@ -447,7 +447,7 @@ TEST(FlangeBlock, BoltsTooSmallForTheSearchLeaveTheAreas) {
 }
 
 TEST(FlangeBlock, AStopSaysWhy) {
-    // A cover has no bore, and the input check looks at none; the ring must be wider all the same.
+    // A cover has no bore, and the input check tests none; the ring must be wider all the same.
     const Found found =
         ended(with("type", "type = \"blind\"",
                    with("B", "B = 19.5", with("g0", "", with("g1", "", with("h", ""))))));
@@ -462,7 +462,7 @@ TEST(FlangeBlock, ExternalPressureHasItsOwnPass) {
     EXPECT_EQ(found.P, -14.7f);
     EXPECT_GT(found.Am, 0.0f);
     EXPECT_NE(found.stress[SEAT][TARVANE_HUB_STRESS], TARVANE_NO_VALUE);
-    EXPECT_EQ(found.hub_mawp, TARVANE_NO_VALUE); // not looked at
+    EXPECT_EQ(found.hub_mawp, TARVANE_NO_VALUE); // not evaluated
     EXPECT_EQ(found.map_nc, TARVANE_NO_VALUE);
 }
 
@@ -488,7 +488,7 @@ TEST(FlangeBlock, CountsTheCalculations) {
     }
 }
 
-// ---- what held a pressure down -------------------------------------------------------------------------
+// ---- what limits a pressure ----------------------------------------------------------------------------
 
 // Each limit is there in a golden report, and a stress that limits has the least ratio of its condition.
 TEST(FlangeBlock, TellsWhatHoldsTheEstimatesDown) {
@@ -523,7 +523,7 @@ TEST(FlangeBlock, TellsWhatHoldsTheEstimatesDown) {
         EXPECT_GT(seen[by], 0) << by;
 }
 
-// The hub as a cylinder: told under Division 2, too, whose report has no line of it.
+// The hub as a cylinder: given under Division 2, too, whose report has no line of it.
 TEST(FlangeBlock, HubThatHoldsTheMawpDown) {
     const std::string stout = with("t", "t = 6", with("g0", "g0 = 0.1"));
     for (const char* code : {"VIII-1", "VIII-2"}) {

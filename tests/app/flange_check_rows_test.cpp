@@ -1,4 +1,4 @@
-// Each check of a flange on both sides of its limit, and what its results say where there is none.
+// Each check of a flange on both sides of its limit, and the results where there is none.
 #include "check_rows.h"
 #include "components/flange_session.h"
 #include "tarvane/tarvane.h"

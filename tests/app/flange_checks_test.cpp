@@ -24,7 +24,7 @@ struct FlangeRun {
     Verdict verdict;
 
     const FlangeInput& flange() const { return *flanges_of(input.request).at(0); }
-    // Whether the report has a line that begins so, and the number behind it.
+    // Whether the report has a line that begins so, and the number after it.
     std::optional<float> report_number(std::string_view beginning) const {
         for (const ReportLine& line : report_lines(outcome.report)) {
             if (std::string_view(line.text).starts_with(beginning))
@@ -104,7 +104,7 @@ TEST(Rating, IsHeldAgainstTheEquivalentPressure) {
         EXPECT_EQ(rated(equivalent * 1.0001f), Status::fine) << toml;
         EXPECT_EQ(rated(equivalent * 0.9999f), Status::fails) << toml;
     }
-    // A compressive force takes nothing off.
+    // A compressive force relieves nothing.
     const std::string pressed = STANDARD + "axial_force = -3000\nrating = ";
     EXPECT_EQ(calculate(pressed + "150\n").verdict.status, Status::fine);
     EXPECT_EQ(calculate(pressed + "149\n").verdict.status, Status::fails);
@@ -259,7 +259,7 @@ TEST(Gasket, OfALapJointIsLimitedByItsLap) {
               std::string::npos);
 }
 
-// Beyond the bolt circle it is a full face gasket: Taylor Forge takes it to the bolt circle, EN 13445-3
+// Beyond the bolt circle it is a full face gasket: Taylor Forge counts it to the bolt circle, EN 13445-3
 // 11.6 the narrower side.
 TEST(Gasket, BeyondTheBoltCircleTellsItsWidth) {
     const std::string full = with_all({{"Fod", "Fod = 19"}, {"Go", "Go = 19"}, {"Gi", "Gi = 13"}});
@@ -296,7 +296,7 @@ TEST(BoltSize, OfTheSeriesOnly) {
         faults_of(with("a", "a = 0.25")),
         Lines{"f:17: a: the thread series \"TEMA\" has no bolt of 0.250 in.; the nearest are of "
               "0.500 in., and bolt_size = \"nearest\" takes 0.500 in."});
-    // As near as the engine looks.
+    // Within the distance that the engine accepts.
     EXPECT_TRUE(faults_of(with("a", "a = 0.885")).empty());
     EXPECT_TRUE(faults_of(with("a", "a = 0.865")).empty());
     EXPECT_EQ(faults_of(with("a", "a = 0.8851")).size(), 1u);
@@ -326,7 +326,7 @@ TEST(BoltSize, OfAMetricSeriesInItsOwnUnit) {
     EXPECT_NE(faults[0].find("takes 1.181 in."), std::string::npos) << faults[0]; // 30 mm
 }
 
-// The engine's report says in the same words what it took.
+// The engine's report says in the same words what it used.
 TEST(BoltSize, NearestIsNoted) {
     const FlangeRun run = calculate(with("a", "a = 0.9") + "bolt_size = \"nearest\"\n");
     EXPECT_EQ(
@@ -339,7 +339,7 @@ TEST(BoltSize, NearestIsNoted) {
     EXPECT_EQ(run.outcome.result(TARVANE_Ab), listed.outcome.result(TARVANE_Ab));
 }
 
-// What the engine takes shows in the bolt area, for every series between, below and above its sizes.
+// The bolt area shows what the engine uses, for every series between, below and above its sizes.
 TEST(BoltSize, TakenIsThatOfTheEngine) {
     set_data_folder(TARVANE_DATA_DIR);
     for (const std::int32_t series : {TARVANE_TEMA_THREADS, TARVANE_UNC_THREADS,
@@ -425,7 +425,7 @@ TEST_F(Program, LongDescriptionIsKeptWhole) {
     const ProgramRun result =
         run("run --plain " + write("long.toml", with("t", "t = 0.75", flange) + shell + mdmt));
     EXPECT_EQ(result.status, 1);
-    // The engine's line has the first 15 characters, those of the host go on below.
+    // The engine's line has the first 15 characters, those of the host continue below.
     EXPECT_NE(result.out.find("Description: Channel side gi\n"), std::string::npos) << result.out;
     const std::string below(62, ' ');
     EXPECT_NE(result.out.find("Description: Channel side girth flange of the feed\n" + below +

@@ -150,7 +150,7 @@ TEST_F(JudgeTest, SearchWithoutAThickness) {
     outcome.t_req = 1.0f;
     EXPECT_EQ(status(), Status::fine);
     outcome.t_req = 0.0f;
-    outcome.found.status = TARVANE_BOLT_AREA_SHORT; // that is said by the areas
+    outcome.found.status = TARVANE_BOLT_AREA_SHORT; // the areas say that
     outcome.found.Am = 6.0f;
     EXPECT_EQ(reason(), "the bolt area 5.000 in² is below the required 6.000 in²");
 }

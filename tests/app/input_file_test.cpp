@@ -39,7 +39,7 @@ Sample sample(const Key& key, const UnitSystem& units) {
     }
 }
 
-// A flange in which the key can stand.
+// A flange that may have the key.
 std::string flange_for(const Key& key) {
     if (key.name != "channel_cover" && key.name != "Ecover") return FLANGE_TOML;
     std::string cover = with("type", "type = \"blind\"", with("B", ""));
@@ -48,7 +48,7 @@ std::string flange_for(const Key& key) {
     return cover;
 }
 
-// What a key needs beside it.
+// Other keys that a key needs.
 std::string companions(const Key& key) {
     if (key.name == "D") return "d = 1\n";
     if (key.name == "d") return "D = 1\n";
@@ -122,7 +122,7 @@ TEST_P(EveryKey, ReachesItsPlace) {
                 EXPECT_EQ(flange.text[static_cast<std::size_t>(flag.index)], 'Y');
             }
         }
-        // A text where a number belongs, and the other way round.
+        // A text instead of a number, and the other way round.
         const std::string wrong = name + (key.quantity == Quantity::choice ? " = 99" : " = \"no\"");
         const std::vector<std::string> faults = fault_lines(with(name, wrong) + companions(key));
         ASSERT_FALSE(faults.empty());
@@ -274,7 +274,7 @@ TEST(Faults, UnknownKey) {
               one("f:1: unit: no key of this place; the nearest is units"));
 }
 
-// "go" is one letter from Go, but what its writer means is the hub.
+// "go" is one letter from Go, but the hub is meant.
 TEST(Faults, KeyOfAnotherNotation) {
     EXPECT_EQ(fault_lines(FLANGE_TOML + "go = 3\n"),
               one("f:27: go: no key of this place; the nearest is g0, thickness of hub at small "
@@ -297,7 +297,7 @@ TEST(Faults, NumberOutOfRange) {
     EXPECT_EQ(fault_lines(with("y", "y = nan")),
               one("f:25: y: a number in psi is expected, not nan (gasket design seating stress)"));
     EXPECT_EQ(fault_lines(with("y", "y = -inf")).size(), 1u);
-    EXPECT_EQ(fault_lines(with("y", "y = 1e39")).size(), 1u); // no single
+    EXPECT_EQ(fault_lines(with("y", "y = 1e39")).size(), 1u); // beyond a single
     EXPECT_EQ(fault_lines(with("n", "n = 16777217")).size(), 1u);
     EXPECT_TRUE(fault_lines(with("n", "n = 16777216")).empty());
 }
@@ -323,7 +323,7 @@ TEST(Faults, MissingValue) {
     EXPECT_EQ(fault_lines(two)[0].substr(0, 33), "f:27: type: missing in flange 2; ");
 }
 
-// What a flange cannot do without, by type and kind.
+// The keys that a flange requires, by type and kind.
 TEST(Faults, MissingByTypeAndKind) {
     const auto missing = [](std::string toml) {
         std::set<std::string> keys;

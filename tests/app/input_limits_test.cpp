@@ -1,4 +1,4 @@
-// What is refused of an input file by its form: size, keys, nesting, characters; and how many faults show.
+// What is refused in an input file by its form: size, keys, nesting, characters; and how many faults show.
 #include "app_fixture.h"
 #include "input/toml_limits.h"
 #include "values/bounded_file.h"
@@ -31,7 +31,7 @@ bool is_within_limits(const std::string& toml) { return !check_limits(toml); }
 const std::string TOO_MANY_PARTS = "a key of at most 10 parts is expected";
 const std::string TOO_LONG = "a key of at most 100 characters is expected";
 
-// The parser would trip over its own assertion.
+// An assertion of the parser itself would fail.
 TEST(InputLimits, BracketsOfAHeader) {
     EXPECT_TRUE(is_within_limits("[[a]]\n"));
     for (const char* const text : {"[[[", "[[[a]]]\n", "[ [a]\n"})
@@ -62,7 +62,7 @@ TEST(InputLimits, LengthOfAKey) {
     EXPECT_EQ(only_fault("\n[" + longest + "k]\n"), "f:2: " + TOO_LONG);
     EXPECT_EQ(only_fault("'" + longest.substr(1) + "' = 1\n"), "f:1: " + TOO_LONG);
     EXPECT_EQ(only_fault("b = { " + longest + "k = 1 }\n"), "f:1: " + TOO_LONG);
-    // Without a value behind it, too.
+    // Without a value after it, too.
     EXPECT_EQ(only_fault(std::string(4000000, 'k')), "f:1: " + TOO_LONG);
 }
 
@@ -83,14 +83,14 @@ TEST(InputLimits, Nesting) {
     const std::string message = "lists and tables within others, at most 20 deep, are expected";
     EXPECT_EQ(only_fault("a = " + repeated("[", 21) + repeated("]", 21) + "\n"), "f:1: " + message);
     EXPECT_EQ(only_fault("\na = " + repeated("{ a = ", 100000)), "f:2: " + message);
-    // One beside the other is not one within the other.
+    // One after the other is not one within the other.
     EXPECT_TRUE(
         is_within_limits("a = [" + repeated("[1], ", 30) + "]\n" + repeated("b = [1]\n", 30)));
 }
 
 // ---- characters --------------------------------------------------------------------------------------
 
-// The first three took the parser into steps that it has no rule for.
+// The first three led the parser into steps that it has no rule for.
 TEST(InputLimits, WhatTheParserTripsOver) {
     EXPECT_EQ(only_fault("[#"), "f:1: the name of a table is expected, not a comment");
     EXPECT_EQ(only_fault("\n[ a . # b\n]"), "f:2: the name of a table is expected, not a comment");
@@ -114,7 +114,7 @@ TEST(InputLimits, ControlCharactersAreShownByTheirNumbers) {
     EXPECT_EQ(lines[0].find_first_of("\x1b\x07"), std::string::npos);
     EXPECT_NE(lines[0].find("\\u001B]0;x\\u0007: no key of this place"), std::string::npos)
         << lines[0];
-    // Raw ones the parser refuses, and names.
+    // Raw ones are refused and named by the parser.
     for (const char* raw :
          {"a = \"\x1b[2J\"\n", "a\x1b = 1\n", "# \x1b\n", "a = \x1b\n", "[\x1b]\n"})
         EXPECT_EQ(only_fault(raw).find('\x1b'), std::string::npos) << raw;
@@ -151,7 +151,7 @@ TEST(InputLimits, FiftyFaultsAndACount) {
     EXPECT_EQ(fifty.find("more faults"), std::string::npos);
     EXPECT_EQ(std::count(more.begin(), more.end(), '\n'), 51);
     EXPECT_TRUE(more.ends_with("\nand 1 more faults\n")) << more;
-    // Those of the first lines, each with the key that it may mean.
+    // Those of the first lines, each with the key that may be meant.
     EXPECT_TRUE(
         more.starts_with("f:27: material_reference51: no key of this place; the nearest is "));
     const std::size_t last =

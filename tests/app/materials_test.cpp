@@ -224,7 +224,7 @@ TEST_F(MaterialKey, ComesBehindItsOwnKeys) {
     EXPECT_EQ(f.text.substr(slot::chart, 8), "HA-1    ");
     EXPECT_EQ(f.whole_setting(Setting::p_number), 8);
     EXPECT_EQ(f.setting(Setting::chart_yield), 1000.0f);
-    EXPECT_EQ(f.data.count("MATFILE1.BIN"), 0u); // no stress was taken
+    EXPECT_EQ(f.data.count("MATFILE1.BIN"), 0u); // no stress was used
     const FlangeInput half = flange_of(flange({"Sfa"}, "material = \"SA-516 70\"\n"));
     EXPECT_EQ(half.record[6], 20000.0f);
     EXPECT_FLOAT_EQ(half.record[7], 20000.0f);
@@ -239,7 +239,7 @@ TEST_F(MaterialKey, ConvertsToTheUnitsOfTheEngine) {
     const FlangeInput f = flange_of(si);
     EXPECT_NEAR(f.record[6], 136.5f * 145.038f, 1.0f); // 137 MPa at 65 C, 136 at 100
     EXPECT_NEAR(f.record[7], 138.0f * 145.038f, 0.1f);
-    // The inch file serves a file in SI units, too.
+    // The inch file is used for a file in SI units, too.
     const FlangeInput inch =
         flange_of("units = \"SI\"\n" + flange({"Sfo", "Sfa"},
                                               "material = \"SA-516 70\"\nbolt_size = \"nearest\"\n",
@@ -306,7 +306,7 @@ TEST_F(MaterialKey, WithoutAStressAtTheTemperatureTellsTheLimit) {
         std::vector<std::string>{
             "f:26: Sfo: SA-36 has no allowable stress at 100.00 °C in MATFILE1.BIN; its last "
             "one is at 93.33 °C"});
-    // A stress of its own knows better.
+    // A stress given in the file comes first.
     EXPECT_TRUE(fault_lines(with("T", "T = 210", toml) + "Sfo = 9000\n").empty());
 }
 
@@ -427,7 +427,7 @@ TEST_F(Chart, IsDrawnWithItsCurvesAndThePoint) {
     EXPECT_NE(read(si).find(">Factor B, MPa</text>"), std::string::npos);
 }
 
-// The point of the drawing lies on the logarithmic axes where its A and B belong.
+// The point of the drawing is on the logarithmic axes where its A and B belong.
 TEST_F(Chart, PointStandsAtItsPlace) {
     ASSERT_EQ(tarvane("chart CS-2 -T 300 --A 0.0005 --svg " + path("chart.svg")).status, 0);
     const std::string svg = read(path("chart.svg"));

@@ -1,4 +1,4 @@
-// What the host says about lines that are no TOML, values too long to repeat, temperatures that cannot be,
+// What the host says about lines that are no TOML, values too long to repeat, impossible temperatures,
 // and materials that do not fit: on the shipped data files.
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
@@ -222,7 +222,7 @@ TEST_F(Messages, TellThatOtherCodesTakeNoStressFromAFile) {
               std::string::npos);
     EXPECT_NE(fault_lines(with("T", "T = 32", other) + tube)[0].find("460 N/mm2 at 20 °C, Rm 640"),
               std::string::npos);
-    // The bolts' stresses; one that is given is not asked for.
+    // The bolts' stresses; one that is given is not looked up.
     EXPECT_NE(
         fault_lines(with("Sb", "") + "code = 4\nbolt_material = \"SA-193 B7\"\n")[0].find(
             "bolt_material: EN 13445 takes no allowable stress from a material file: Sb is to be"),

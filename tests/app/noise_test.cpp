@@ -1,5 +1,5 @@
-// Verdicts, results and checks rest on the engine's results alone: with noise in place of every line of the
-// report, while it is written and afterwards, those of all golden inputs and examples stay.
+// Verdicts, results and checks depend on the engine's results alone: with noise in place of every line of the
+// report, while it is written and afterwards, those of all golden inputs and examples are unchanged.
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
 #include "components/calculation.h"
@@ -40,7 +40,7 @@ std::int32_t TARVANE_CALL take_noise(void*, const char* text, std::int32_t lengt
 } // namespace
 } // namespace tarvane::app
 
-// It stands before the library's own, to which it hands the call on.
+// It replaces the library's own, to which it passes the call on.
 void TARVANE_CALL OPENHOSTUNIT(const std::int32_t* unit, TARVANE_TAKE_RECORD take, void* user,
                                std::int32_t* status) {
     using namespace tarvane::app;
@@ -56,7 +56,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Everything that is told of a calculation but its report.
+// All output of a calculation except its report.
 std::string told(const Request& request, const Calculation& calculation) {
     return result_json(request, calculation, {.results = true}) +
            closing_tables(calculation.calculated, request.units);

@@ -17,7 +17,7 @@ struct Spelling {
     const char* text;
     Quantity quantity;
     float wanted;           // in the engine's units
-    const char* fault = ""; // a part of the message; empty: the spelling is taken
+    const char* fault = ""; // a part of the message; empty: the spelling is accepted
 };
 
 constexpr float PSI_BAR = 0.0689475729f, ATMOSPHERE = 14.696f;

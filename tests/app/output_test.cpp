@@ -1,4 +1,4 @@
-// What the program writes: standard output, and the files that are named to it.
+// What the program writes: standard output, and the files given to it.
 #include "app_fixture.h"
 #include "components/engine_session.h"
 #include "terminal/output_file.h"
@@ -53,7 +53,7 @@ class Output : public ProgramTest {
         return status.st_mode & 07777;
     }
 
-    // The report as it comes without anything in its way.
+    // The report as it is written without obstacles.
     std::string report() const {
         EXPECT_EQ(shell("$P run flange.toml --report plain").status, 0);
         std::string bytes = read(path("plain"));
@@ -144,7 +144,7 @@ TEST_F(Output, AReaderWhoLeavesHasTheFiles) {
     ASSERT_EQ(
         shell("mkdir whole left; $P run vessel.toml --report whole/report --charts whole").status,
         0);
-    // A pipe that nobody reads any more, from the first byte on.
+    // A pipe that is no longer read, from the first byte on.
     const ProgramRun gone = shell("mkfifo pipe; exec 4<>pipe 5>pipe 4<&-; "
                                   "$P run vessel.toml --report left/report --charts left >&5");
     EXPECT_EQ(gone.status, 141);
@@ -177,7 +177,7 @@ TEST_F(Output, AChartThatCannotBeDrawnKeepsNothingBack) {
     EXPECT_EQ(table.out, shell("$P chart CS-2 --temperature 300").out);
 }
 
-// ---- what stands at the path -----------------------------------------------------------------------
+// ---- what exists at the path -------------------------------------------------------------------------
 
 TEST_F(Output, TheInputIsNoOutput) {
     fs::create_symlink("flange.toml", path("link"));
@@ -243,7 +243,7 @@ TEST_F(Output, AStreamIsWrittenThrough) {
     EXPECT_TRUE(fs::is_fifo(path("fifo")));
     EXPECT_EQ(read(path("got")), wanted);
 
-    // A device, by a link: nothing but the link can come to harm.
+    // A device, by a link: only the link can be damaged.
     fs::create_symlink("/dev/full", path("device"));
     const ProgramRun full = shell("$P run flange.toml --report device");
     EXPECT_EQ(full.status, 2);
@@ -251,7 +251,7 @@ TEST_F(Output, AStreamIsWrittenThrough) {
     EXPECT_NE(full.out.find("\nResults "), std::string::npos);
     EXPECT_TRUE(fs::is_symlink(path("device")));
 
-    // Behind one another, whatever standard output is.
+    // One after the other, whatever standard output is.
     const std::string shown = shell("$P run flange.toml").out;
     fs::create_symlink("/dev/stdout", path("out"));
     EXPECT_EQ(shell("$P run flange.toml --report out").out, wanted + shown);

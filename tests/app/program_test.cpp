@@ -154,7 +154,7 @@ TEST_F(Program, WrongCommandLineIsBadInput) {
     EXPECT_EQ(run("--version").out, "1.0.0\n");
 }
 
-// The corroded bore grows over the outside diameter: the input check looks at B as given, so the
+// The corroded bore grows over the outside diameter: the input check tests B as given, so the
 // kernel stops the run.
 TEST_F(Program, StopOfTheEngine) {
     std::string ring = with("type", "type = \"loose ring\"");
@@ -209,7 +209,7 @@ TEST_F(Program, ColourOnRequestOnly) {
     EXPECT_EQ(run("run " + file + " --colour always --plain").out.find('\033'), std::string::npos);
 }
 
-// Without its marks the report file is what goes to standard output.
+// Without its marks the report file is the standard output.
 TEST_F(Program, OutputIsTheReportFileAndTheTables) {
     const std::string file = write("one.toml", FLANGE_TOML);
     const std::string out = run("run " + file + " --report " + path("report")).out;

@@ -1,5 +1,5 @@
-// Each check of shells, external pressure and metal temperatures on both sides of its limit, and what their
-// results say where there is none.
+// Each check of shells, external pressure and metal temperatures on both sides of its limit, and their
+// results where there is none.
 #include "check_rows.h"
 
 #include <algorithm>
@@ -62,7 +62,7 @@ TEST(ShellRows, Openings) {
     const std::string openings = FLAT + "d1 = 2\nd2 = 1\nedge1 = 2\nedge2 = 2\npitch = 6\n";
     EXPECT_EQ(judged(openings).state("openings"), "pass");
     EXPECT_EQ(judged(FLAT).find("openings"), nullptr);
-    // Both sides of the limit that the row tells.
+    // Both sides of the limit that the row gives.
     const auto text = at("pitch", openings);
     const Judged near = judged(text(1.7f));
     ASSERT_NE(near.find("openings_near"), nullptr);

@@ -51,7 +51,7 @@ struct Variant {
     std::string name, toml;
 };
 
-// Two nodes of each table of AD-204, and the column that stays.
+// Two nodes of each table of AD-204, and the column that is kept.
 TEST(OlderDivisionTwo, FactorsAtTheNodesOfTheTables) {
     const auto factor = [](auto routine, float rd, float tl) {
         const float D = 100.0f, L = 100.0f, c = 0.0f, u = 0.0f, r = rd * D, t = tl * L;
@@ -79,7 +79,7 @@ TEST(ShellCalls, TakeTheResultsOfTheElement) {
     EXPECT_EQ(results_of(shell_of(CONE + "r = 0.001\ntk = 0.7\n")).found.knuckle, 0);
 }
 
-// The modulus table is asked for where Appendix 1-4(f) looks at the head, and not elsewhere.
+// The modulus table is read where Appendix 1-4(f) evaluates the head, and not elsewhere.
 TEST(ShellCalls, TellThinHeads) {
     ShellInput head = shell_of(with("c", "", with("Ut", "", TORISPHERE)));
     const auto at = [&](float t, float Sy) {
@@ -174,7 +174,7 @@ TEST(ShellInputs, TakeUnitsSynonymsOfKindsAndDepth) {
     EXPECT_FLOAT_EQ(shell.setting(N::T), 212.0f);
     EXPECT_FLOAT_EQ(shell.setting(N::t), 0.5f);
     EXPECT_FALSE(shell.outside());
-    // By outside dimensions the depth stands for the inside all the same.
+    // With outside dimensions the depth is still that of the inside.
     const ShellInput out = shell_of(with("D", "Do = 48", ELLIPSE) + "h = 11.625\n");
     EXPECT_FLOAT_EQ(out.setting(N::k), 2.0f);
     EXPECT_TRUE(out.outside());
@@ -266,7 +266,7 @@ TEST(ShellMaterial, FillsWhatTheFileLeavesOut) {
     // The lookup of a yield strength has no mark of its own.
     EXPECT_EQ(shell.data.count("YIELDSTR.BIN"), 1u);
     EXPECT_EQ(own.data.count("YIELDSTR.BIN"), 0u);
-    // A thin head is held against Appendix 1-4(f) then.
+    // A thin head is then tested against Appendix 1-4(f).
     ShellInput thin = shell_of(named);
     thin.put_setting(N::t, 0.15f);
     EXPECT_TRUE(results_of(thin).found.evaluated_14f);
@@ -335,7 +335,7 @@ TEST(ShellVerdict, TellsLimitsOfTheForm) {
     EXPECT_EQ(verdict.reasons.size(), 1u);
 }
 
-// UG-32 sends a head of less than 0.002 L to Appendix 1-4(f).
+// UG-32 refers a head of less than 0.002 L to Appendix 1-4(f).
 TEST(ShellVerdict, FailsAThinHeadThatAppendix14fDidNotSee) {
     const std::string thin = "[[shell]]\nP = 10\nT = 200\nS = 20000\nSa = 20000\nt = 0.18\n"
                              "kind = \"torispherical\"\nD = 100\nL = 100\nr = 7\n";

@@ -1,5 +1,5 @@
 // Standard flanges: `tarvane flanges`, and what `standard` fills in an input file. The dimension file of
-// these tests is the tests' own, but for those on the shipped one.
+// these tests is the tests' own, except for those on the shipped one.
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
 #include "catalogue/standard_flanges.h"
@@ -222,7 +222,7 @@ TEST_F(Standard, MetricClassesGiveWhatIsKnown) {
     EXPECT_NEAR(f.record[10] * 25.4f, 309.7f, 1.0e-3f);
     EXPECT_NEAR(f.record[17] * 25.4f, 17.15f, 1.0e-3f);
     EXPECT_FLOAT_EQ(f.record[22], 24.0f / 25.4f);
-    // An inch bolt would stand in for its M24.
+    // An inch bolt would replace its M24.
     EXPECT_EQ(read_input(head + by_name("standard = { class = \"PN16\", size = 300, wall = 7.1 }\n"
                                         "h = 34\nFod = 378\n"))
                   .faults.size(),

@@ -1,5 +1,5 @@
 // One vocabulary: names on both sides of an alias, keys that hold for every component, where values come
-// from, and the commands that tell about keys.
+// from, and the commands that describe keys.
 #include "app_fixture.h"
 
 #include "catalogue/data_folder.h"

@@ -7,11 +7,11 @@ namespace calls {
 
 namespace {
 
-// AddressSanitizer watches the bytes around a block; without it marks stand there.
+// AddressSanitizer watches the bytes around a block; without it there are marks.
 constexpr std::size_t MARKS = UNDER_ADDRESS_SANITIZER ? 0 : 64;
 constexpr char MARK = '\x5a';
 
-// What the engine tells of its host while it calls back.
+// What the engine says about its host while it calls back.
 std::string told;
 
 void TARVANE_CALL message_box(void*, const char* text, const char* title) {
@@ -35,7 +35,7 @@ void TARVANE_CALL still_clock(void*, std::int32_t* year, std::int32_t* month, st
     *hour = 13;
     *minute = 5;
 }
-// A clock that tells nothing, and one that tells nonsense.
+// A clock that gives nothing, and one that gives nonsense.
 void TARVANE_CALL silent_clock(void*, std::int32_t*, std::int32_t*, std::int32_t*, std::int32_t*,
                                std::int32_t*) {}
 void TARVANE_CALL broken_clock(void* user, std::int32_t* year, std::int32_t* month,
@@ -305,7 +305,7 @@ void** Call::window() {
     return reinterpret_cast<void**>(block(Block::Kind::addresses, &handle, sizeof handle));
 }
 
-// Any version, any of the functions left out; but a host that must stay always gives its stop.
+// Any version, any of the functions left out; but a host that must survive always gives its stop.
 TARVANE_HOST_SERVICES* Call::services() {
     TARVANE_HOST_SERVICES table = staying_services();
     if (manner.may_end && chance.one_in(3)) return nullptr;

@@ -28,7 +28,7 @@ inline constexpr bool UNDER_ADDRESS_SANITIZER = CALLS_UNDER_ASAN;
 
 class Call;
 
-// Looks at a call: at the arguments before it, and at what it made of them.
+// Looks at a call: at its arguments before, and at the results after it.
 class Witness {
   public:
     virtual ~Witness() = default;
@@ -41,7 +41,7 @@ struct Manner {
     bool may_end = false; // a fatal stop may end the process
     bool trace = false;
     bool own_clock = false;      // the host always has a clock
-    std::int32_t code = 0;       // not 0: the design code, unless garbage takes its place
+    std::int32_t code = 0;       // not 0: the design code, unless garbage replaces it
     float most_thickness = 0.0f; // not 0: a thicker flange is made smaller
     Witness* witness = nullptr;
 };
@@ -126,13 +126,13 @@ class Call {
     std::int32_t* latest_whole = nullptr;
 };
 
-// Garbage in the fields of a block that the engine hands out: bytes, or words of texts and numbers.
+// Garbage in the fields of a block that the engine returns: bytes, or words of texts and numbers.
 void scribble(Chance& chance, Noise noise, void* block, std::size_t size);
 
-// The table of services of a host that stays: its fatal report and its stop come back. Its clock
-// stands still.
+// The table of services of a host that survives: its fatal report and its stop return. Its clock
+// is stopped.
 TARVANE_HOST_SERVICES staying_services();
-// What the engine told such a host, and that it is told from now on.
+// What the engine said to such a host, and that it is recorded from now on.
 const std::string& heard();
 void forget_heard();
 

@@ -51,7 +51,7 @@ std::string damaged(Chance& chance, std::string content) {
                                 chance.of(NUMBERS));
             }
             break;
-        case 4: // a line taken out
+        case 4: // a line removed
             if (line != std::string::npos) content.erase(line, content.find('\n', line + 1) - line);
             break;
         case 5: // the same many times

@@ -14,7 +14,7 @@ std::string content_of(const std::filesystem::path& file);
 
 class Folders {
   public:
-    // Makes the folder anew, with a copy of the data files.
+    // Makes the folder again, with a copy of the data files.
     Folders(const std::filesystem::path& data, const std::filesystem::path& scratch);
 
     // Four folders of damaged copies.
@@ -23,7 +23,7 @@ class Folders {
     void empty_working_folder() const;
     // The folder of the data files as they are.
     const std::filesystem::path& data_folder() const { return real; }
-    // Nothing but the working folder was written to.
+    // Only the working folder was written to.
     bool untouched() const;
 
     const std::filesystem::path& working_folder() const { return work; }

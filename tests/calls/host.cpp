@@ -10,7 +10,7 @@ namespace calls {
 
 namespace {
 
-// The rounds of the failure corrosion loop go with the thickness: thick plates are rare.
+// The rounds of the failure corrosion loop grow with the thickness: thick plates are rare.
 constexpr std::size_t LOOP_ONE_IN = 20, TO_TEN_INCHES_ONE_IN = 10, ABOVE_ONE_IN = 50;
 static_assert(LOOP_ONE_IN * ABOVE_ONE_IN >= 1000, "plates above 10 in.: once in 1,000 calls");
 
@@ -84,7 +84,7 @@ void Host::begin() const {
     report();
 }
 
-// What a vessel's host gives beside the arguments.
+// What a vessel's host gives in addition to the arguments.
 void Host::host_blocks() const {
     for (const std::string_view name : {"GETELEMENTTABLES", "GETHOSTINPUT", "READ_IMPACT_TABLE"}) {
         const Routine& routine = routines()[routine_number(name)];

@@ -14,7 +14,7 @@ class Host {
     Host(const Library& the_library, Chance& the_chance)
         : library(the_library), chance(the_chance) {}
 
-    // Everything is as at load, whatever was called before, but for the blocks that the host fills.
+    // Everything is as at load, whatever was called before, except for the blocks that the host fills.
     void reset() const;
     // The folders, settings and blocks of a host.
     void begin() const;
@@ -22,9 +22,9 @@ class Host {
     void set_folders(std::string_view system, std::string_view module) const;
     // To the line store, to a file, or none.
     void report() const;
-    // What differed there must not hide what comes.
+    // What differed there must not hide later differences.
     void clear_lines() const;
-    // Settings and manner of a FLANGE_CALC.
+    // Settings and arguments of a FLANGE_CALC.
     void prepare_flange(Manner& manner);
 
   private:

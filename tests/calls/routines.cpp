@@ -85,7 +85,7 @@ void use(Chance& chance, Noise noise, TARVANE_FOUNDATION_RECORDS* records) {
 
 // ---- the call ------------------------------------------------------------------------------------
 
-// Of what a routine returns: of one that is not a number always the same; an address has none that mean
+// Of what a routine returns: a not-a-number is always the same; an address has no bytes that mean
 // something.
 std::uint32_t bits_of(float result) {
     constexpr float ANY = std::numeric_limits<float>::quiet_NaN();

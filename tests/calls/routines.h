@@ -8,7 +8,7 @@
 
 namespace calls {
 
-// How a call came back.
+// How a call returned.
 enum class Outcome { good, overrun, bad_recipe };
 
 struct Routine {

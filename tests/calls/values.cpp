@@ -110,7 +110,7 @@ constexpr std::string_view EXTENSIONS[] = {"xml", ".ini", "", ".", "..", ".Tvr",
 constexpr std::string_view NUMBERS[] = {"-50",   "11",  "1",           "1e9",
                                         "-20.5", "abc", "99999999999", "-24"};
 
-// A folder name that comes to the end of the field that holds it.
+// A folder name that reaches the end of the field that holds it.
 std::string long_folder(Chance& chance) {
     std::string folder = chance.one_in(2) ? "../real" : "../damaged0";
     const std::size_t size = 225 + chance.below(45);
@@ -119,7 +119,7 @@ std::string long_folder(Chance& chance) {
     return folder;
 }
 
-// Blanks behind a text, as in a field of fixed width.
+// Blanks after a text, as in a field of fixed width.
 void pad(Chance& chance, std::string& text) {
     static constexpr std::size_t WIDTHS[] = {8, 12, 15, 16, 40, 100, 125, 192, 600};
     const std::size_t width = chance.of(WIDTHS);
@@ -207,7 +207,7 @@ float garbage_real(Chance& chance) {
         const float sign = chance.one_in(2) ? 1.0f : -1.0f;
         return sign * std::ldexp(chance.between(1.0f, 2.0f), chance.between(-40, 60));
     }
-    case 3: // a whole number in the place of a real, or a signalling not-a-number
+    case 3: // a whole number in place of a real, or a signalling not-a-number
         return std::bit_cast<float>(chance.one_in(2) ? chance.word() & 0xffffu
                                                      : 0x7f800001u | (chance.word() & 0x803fffffu));
     default:
@@ -413,7 +413,7 @@ void sensible_flange(Chance& chance, float* record) {
               TARVANE_AXIAL_FORCE, TARVANE_BENDING_MOMENT})
             at(element) *= 0.001f;
     }
-    if (chance.one_in(300)) // of a size that walks in fixed steps can't get through
+    if (chance.one_in(300)) // a size that moves in fixed steps would not get through
         scale_flange(record, 10000.0f);
     const float metric = chance.one_in(2) ? 25.4f : 1.0f;
     for (int element = TARVANE_UNIT_THICKNESS; element <= TARVANE_UNIT_WEIGHT; ++element)

@@ -19,7 +19,7 @@ bool is_garbage(Chance& chance, Noise noise);
 // True when the next number is to be an edge.
 bool is_edge(Chance& chance, Noise noise);
 
-// A number at which formulas and tables change over, the next one to it, or one of those drawn so far.
+// A number at which formulas and tables change, the next one to it, or one of those drawn so far.
 float edge_real(Chance& chance, std::span<const float> drawn);
 float garbage_real(Chance& chance);
 std::int32_t garbage_whole(Chance& chance);
@@ -27,7 +27,7 @@ std::int32_t garbage_whole(Chance& chance);
 // Any bytes. Paths get no separators, so that no name leads out of the working folder.
 std::string garbage_text(Chance& chance);
 
-// By the word that stands for the meaning of an argument (recipes.inc); false for an unknown word.
+// By the word for the meaning of an argument (recipes.inc); false for an unknown word.
 bool sensible_real(Chance& chance, std::string_view word, float& value);
 bool sensible_whole(Chance& chance, std::string_view word, std::int32_t& value);
 bool sensible_text(Chance& chance, std::string_view word, std::string& text);

@@ -1,6 +1,6 @@
 /*
 ** A host in C that knows the public header only: a 12 inch class 150 weld neck flange (ASME B16.5
-** dimensions, compressed sheet gasket) in the stand-alone form; the report comes back in the line store
+** dimensions, compressed sheet gasket) in the stand-alone form; the report is read from the line store
 ** and goes to standard output.
 */
 #include "tarvane/tarvane.h"
@@ -84,7 +84,7 @@ static void fill_text(char* text) {
     put(text, TARVANE_TEXT_WEIGHT_LABEL, "lbm");
 }
 
-/* Prints the line of a record: what stands between its four blanks and its six marks. */
+/* Prints the line of a record: what is between its four blanks and its six marks. */
 static int print_record(const char* record) {
     const char* end = memchr(record, '\0', TARVANE_STORE_WIDTH);
     if (end == NULL || end - record < 16) return 0;

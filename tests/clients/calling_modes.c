@@ -100,13 +100,13 @@ int run(void) {
     int status;
     place = (uintptr_t)__builtin_frame_address(0);
     __asm__ volatile("fldcw %0" : : "m"(wanted));
-    wanted = control_word(); /* a bit that the processor does not know stays as it was */
+    wanted = control_word(); /* a bit that the processor does not have stays as it was */
     status = three_elements(2, arguments);
     if (services_fail()) {
         fprintf(stderr, "calling_modes: a service was not called as it should be\n");
         status = 3;
     }
-    /* The six lowest bits tell what has happened. */
+    /* The six lowest bits say what has happened. */
     if (control_word() != wanted || ((sse_word() ^ sse) & ~0x3Fu) != 0) {
         fprintf(stderr, "calling_modes: the engine left other floating-point modes\n");
         status = 4;
@@ -133,7 +133,7 @@ int main(int argc, char** argv) {
                      : "S"(shift), "i"(run)
                      : "ebx", "ecx", "edx", "memory", "cc");
     __asm__ volatile("fldcw %0" : : "m"(own));
-    /* The return address and the frame pointer lie between. */
+    /* The return address and the frame pointer are between. */
     if ((place + 8 + (uintptr_t)shift) % 16 != 0) {
         fprintf(stderr, "calling_modes: the stack was not shifted\n");
         status = 5;

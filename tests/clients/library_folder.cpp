@@ -15,7 +15,7 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "library_folder: no library\n");
         return 1;
     }
-    // Without settings of the user's own the data lie beside the library.
+    // Without settings of the user's own the data are beside the library.
     const int32_t selector = 270;
     char path[260];
     reinterpret_cast<decltype(&::GET_SYSTEM_PATH)>(found)(&selector, "none such", 9, "2024", 4,

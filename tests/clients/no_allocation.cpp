@@ -230,7 +230,7 @@ void to_file(const char* what, int type, int kind, int32_t code) {
     check(size > 50 * 102, what, "the file holds no report");
 }
 
-// The same record under all codes, with nothing to read any more.
+// The same record under all codes, with nothing left to read.
 void warm_calls(const char* what) {
     for (int32_t code = TARVANE_ASME_VIII_1; code <= TARVANE_EN_13445; ++code) {
         for (int type = TARVANE_INTEGRAL_WELD_NECK; type <= TARVANE_LOOSE_REVERSE; ++type) {
@@ -249,7 +249,7 @@ void warm_calls(const char* what) {
     }
 }
 
-// Where the engine's data lie: beside the library.
+// Where the engine's data are: beside the library.
 std::string data_folder() {
     Dl_info info;
     if (dladdr(reinterpret_cast<void*>(&FLANGE_CALC), &info) == 0) return {};
@@ -305,7 +305,7 @@ int main() {
     to_file("a report to a file, EN 13445", TARVANE_INTEGRAL_WELD_NECK, THICKNESS, 4);
     to_file("a report of a blind flange to a file", TARVANE_BLIND, THICKNESS, 1);
 
-    // After RESET_ENGINE too, where the host tells where the files are.
+    // After RESET_ENGINE too, where the host says where the files are.
     const std::string folder = data_folder();
     const auto length = static_cast<int32_t>(folder.size());
     SET_MODULE_DIR(folder.c_str(), length);

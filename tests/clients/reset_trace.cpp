@@ -1,6 +1,6 @@
 // RESET_ENGINE leaves no trace: every byte of the library's own storage is again what it was at load,
-// after calculations of all kinds and with every switch turned. What the host provides is put back by
-// hand, since that is not the engine's to forget. Tables that a look at their files shows unchanged may
+// after calculations of all kinds and with every switch turned. What the host provides is restored by
+// hand, since the engine must not forget it. Tables that a look at their files shows unchanged may
 // stay, until a look finds the files gone.
 //   reset_trace libtarvane.so
 #include "tarvane/tarvane.h"
@@ -47,7 +47,7 @@ struct Storage {
 
 int find_storage(dl_phdr_info* info, std::size_t, void* into) {
     if (std::string_view(info->dlpi_name).find("libtarvane") == std::string_view::npos) return 0;
-    // What the loader writes, and protects afterwards, stands in front of the variables.
+    // What the loader writes, and protects afterwards, is before the variables.
     std::uintptr_t written_by_loader = 0;
     for (int i = 0; i < info->dlpi_phnum; ++i)
         if (info->dlpi_phdr[i].p_type == PT_GNU_RELRO)
@@ -233,7 +233,7 @@ void ask_for_data() {
 }
 
 // An impact table and an element that reads the edition, from a host's record that is blank before and
-// behind.
+// after.
 void ask_for_toughness() {
     TARVANE_HOST_INPUT& host = *ENGINE(GETHOSTINPUT)();
     const TARVANE_HOST_INPUT blank = host;
@@ -279,7 +279,7 @@ class Links {
     const fs::path folder, library_link;
 };
 
-// The lookups find no file any more.
+// The lookups no longer find a file.
 void find_nothing(const Links& links) {
     for (const char* const name : {"ElastAlp07.txt", "BOLTDATA.TXT", "MATFILE1.BIN"})
         fs::remove(links.folder / name);
@@ -314,7 +314,7 @@ int main(int count, char** arguments) {
     dl_iterate_phdr(find_storage, &storage);
     const std::vector<char> at_load(storage.first, storage.first + storage.size);
 
-    // A host that stays: messages to no one, a report file, a stop that comes back.
+    // A host that survives: messages to no one, a report file, a stop that returns.
     TARVANE_HOST_SERVICES services = {};
     services.version = TARVANE_HOST_SERVICES_VERSION;
     services.stop = [](void*, int32_t) {};

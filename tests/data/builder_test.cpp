@@ -73,11 +73,11 @@ struct Fault {
     const char *file, *text, *by, *complaint;
 };
 
-// One broken row for each check of the tables; the complaint behind its file and line.
+// One broken row for each check of the tables; the complaint after its file and line.
 constexpr Fault FAULTS[] = {
     {"materials_viii1.csv", "SA-516 65", "SA-516 65 and more",
      ": name: longer than 16 characters: \"SA-516 65 and more\""},
-    // Its name has nothing that a lookup could go by: a row that only the reading back finds out.
+    // Its name has nothing to look it up by: only reading the file back finds this row.
     {"materials_viii1.csv", "SA-285 C", "-./-", ": name: not found again in MATFILE1.BIN"},
     {"materials_viii1.csv", "\n9 ", "\n8 ", ": reference: \"8\" stands already in line "},
     {"materials_viii1.csv", "17.9", "19.9", ": 600: higher than the figure before: 19.9"},

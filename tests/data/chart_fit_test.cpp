@@ -38,7 +38,7 @@ TEST(ChartFit, ACurveThatReachesALevelIsFoundAgain) {
     EXPECT_EQ(B_of_row(row, 0.02), 16000.0);
 }
 
-// The level may be tabulated far behind the place where the curve reaches it.
+// The level may be tabulated far after the place where the curve reaches it.
 TEST(ChartFit, TheLevelBeginsWhereTheCurveReachesIt) {
     const auto curve = [](double x) { return 16000.0 - 6500.0 * (x + 2.2) * (x + 2.2); };
     auto points = table({0.0008, 0.001, 0.002, 0.004}, curve);

@@ -1,4 +1,4 @@
-// The shipped standard flanges, through the public header and as the file stands.
+// The shipped standard flanges, through the public header and as they are in the file.
 #include "shipped_files.h"
 
 #include <array>

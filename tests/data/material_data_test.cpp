@@ -18,7 +18,7 @@ using Record = TARVANE_MATERIAL_RECORD;
 
 constexpr std::int32_t INCH = 0, METRIC = 1;
 
-// The selections behind the six files.
+// The selections of the six files.
 struct Selection {
     std::int32_t code, class_2, metric;
     const char* file;

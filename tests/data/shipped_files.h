@@ -1,4 +1,4 @@
-// Tests on the data files that lie beside the library.
+// Tests on the data files that are beside the library.
 #pragma once
 
 #include "tarvane/tarvane.h"

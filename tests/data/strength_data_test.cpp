@@ -21,7 +21,7 @@ class ShippedStrengths : public ShippedFiles {
     }
 };
 
-// 33.6 ksi at 300 F stands in a published example of SA-516 70 under external pressure; the allowable
+// 33.6 ksi at 300 F is in a published example of SA-516 70 under external pressure; the allowable
 // stresses that public pages give for 558.8 and 650 F are two thirds of the yield strength there.
 TEST_F(ShippedStrengths, GiveThePublishedYieldStrengths) {
     for (const std::int32_t metric : {0, 1}) {

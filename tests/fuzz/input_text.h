@@ -1,4 +1,4 @@
-// Damaged texts of input files, and what must hold of each, read or refused.
+// Damaged texts of input files, and what must be true of each, read or refused.
 #pragma once
 
 #include "input/input_file.h"
@@ -10,7 +10,7 @@
 
 namespace fuzz {
 
-// What turns one thing of a file into another.
+// Turns one thing of a file into another.
 inline const std::string PIECES[] = {"[",
                                      "]",
                                      "[[",
@@ -123,7 +123,7 @@ inline bool is_sound(const tarvane::vessel::ReadResult& result) {
     return result.faults.empty() != result.request.elements.empty() && is_fit_for_a_terminal(lines);
 }
 
-// The parser tripped over an assertion of its own: a clear fault, but one without a place.
+// An assertion of the parser itself failed: a clear fault, but one without a place.
 inline bool has_place(const tarvane::vessel::ReadResult& result) {
     return tarvane::app::fault_report("f", result.faults).find("cannot be read as TOML") ==
            std::string::npos;

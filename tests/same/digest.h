@@ -1,4 +1,4 @@
-// A number that stands for bytes: other bytes, other number, as good as always.
+// A number for bytes: other bytes give another number, almost without exception.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace same {
 
-// Sign and payload of a not-a-number go with the compiler's order of operands.
+// Sign and payload of a not-a-number depend on the compiler's order of operands.
 inline std::uint32_t without_payload(std::uint32_t real) {
     return (real & 0x7fffffffu) > 0x7f800000u ? 0x7fc00000u : real;
 }

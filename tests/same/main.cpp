@@ -7,11 +7,11 @@
 //   tarvane_same --replay FILE
 //
 // N calls of each calculation routine, a tenth of them of each other. SCRATCH is a folder of the program's
-// own; everything in it is lost, and the files to replay a difference are left there. --limit is the time
-// of the processor that a call may take. Status 0: the same; 1: there are differences.
+// own; everything in it is lost, and the files to replay a difference are left there. --limit is the CPU
+// time that a call may take. Status 0: the same; 1: there are differences.
 //
-// All is compared as it is, but for the sign and the payload of a real that is not a number: they go with
-// the compiler. Addresses are not compared; the clock is the host's and stands still. A part of what a call
+// All is compared as it is, except the sign and the payload of a real that is not a number: they depend on
+// the compiler. Addresses are not compared; the clock is the host's and is stopped. A part of what a call
 // leaves (settings, line store, tables, files) counts as different where it was the same before the call.
 #include "folders.h"
 #include "sequence.h"
@@ -81,7 +81,7 @@ T* shared_memory() {
     return new (memory) T();
 }
 
-// What the processes of one library tell.
+// What the processes of one library report.
 struct Told {
     calls::Names names;
     ResultBytes results;
@@ -121,7 +121,7 @@ class Side {
         return status;
     }
 
-    // Told in the order of the routines, too.
+    // Reported in the order of the routines, too.
     void find_exports() {
         begin([&](const calls::Library& loaded) {
             told.names = calls::names_of(loaded);
@@ -240,7 +240,7 @@ class Comparison {
             for (Side& side : sides)
                 side.begin_block(plan, first, last);
             const End ends[SIDES] = {sides[0].end_block(first), sides[1].end_block(first)};
-            long next = last; // what follows an early end is done anew
+            long next = last; // what follows an early end is done again
             for (const End& end : ends)
                 if (end.early) next = std::min(next, end.sequence + 1);
             for (long number = first; number < next; ++number)
@@ -273,7 +273,7 @@ class Comparison {
         const bool early[SIDES] = {ends[0].early && ends[0].sequence == number,
                                    ends[1].early && ends[1].sequence == number};
         if (!early[0] && !early[1]) return;
-        // The routine of the call that did not come back, on the side that came less far.
+        // The routine of the call that did not return, on the side that got less far.
         const int side = early[0] && a.calls == both ? 0 : 1;
         const Progress& ended = side == 0 ? a : b;
         const std::size_t routine = ended.in_call ? ended.routine : BEGINNING;

@@ -1,4 +1,4 @@
-// The library with faults for the net to find: this one stands before it, hands most calls on and spoils a
+// The library with faults for the comparison to find: this one replaces it, passes most calls on and spoils a
 // few.
 #include "tarvane/tarvane.h"
 

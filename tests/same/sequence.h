@@ -21,7 +21,7 @@ struct Record {
 
 // Where a process is; it may end at any place.
 struct Progress {
-    int calls; // that came back
+    int calls; // that returned
     std::size_t routine;
     bool in_call;
     Record records[MOST_CALLS];
@@ -31,7 +31,7 @@ struct Plan {
     std::size_t theme;              // routine
     const bool* exported = nullptr; // routines to draw from
     std::uint64_t seed = 1;
-    long limit = 10; // seconds of the processor for one call
+    long limit = 10; // seconds of CPU time for one call
 };
 
 class Sequence final : calls::Witness {
@@ -39,7 +39,7 @@ class Sequence final : calls::Witness {
     Sequence(const Plan& the_plan, long number, const calls::Library& the_library, State& the_state,
              Progress& the_progress);
 
-    // Writes what call `shown`, from 0, was given and what came of it.
+    // Writes what call `shown`, from 0, was given and what it returned.
     void run(int shown = -1, std::FILE* out = nullptr);
 
   private:

@@ -12,7 +12,7 @@
 
 namespace same {
 
-// What of a call is compared, each part by a digest of its own.
+// What is compared of a call, each part by a digest of its own.
 enum Part { GIVEN, RESULTS, SETTINGS, LINES, TABLES, FILES, MESSAGES, PARTS };
 inline constexpr std::string_view PART_NAMES[PARTS] = {
     "arguments given", "results", "settings", "line store", "tables", "files", "messages"};

@@ -1,4 +1,4 @@
-// Random requests through the surface, compiled with AddressSanitizer and UBSan: whatever comes in, the status is one of
+// Random requests through the surface, compiled with AddressSanitizer and UBSan: whatever the input, the status is one of
 // the documented ones, results and faults are JSON, and the next sound request finds what it always finds.
 //   surface_fuzz FOLDER_OF_THE_DATA_FILES [COUNT] [SEED]
 #include "tarvane/vessel.h"
@@ -72,7 +72,7 @@ void spoil(std::string& text, Chance& chance) {
     case 2:
         text.insert(at, WORDS[chance.below(std::size(WORDS))]);
         break;
-    case 3: { // a number in place of another
+    case 3: { // a number replaced by another
         const std::size_t digit = text.find_first_of("0123456789", at);
         if (digit != std::string::npos)
             text.replace(digit, 1 + chance.below(3), WORDS[8 + chance.below(6)]);

@@ -43,7 +43,7 @@ TEST(Open, TellsTheThreadThatFailedAndNoOther) {
     std::string other;
     std::thread([&] { other = tarvane_last_error(nullptr); }).join();
     EXPECT_EQ(other, "[]");
-    // What another one opens leaves the text alone.
+    // Opening another one leaves the text alone.
     const Handle handle;
     EXPECT_EQ(handle.opened, TARVANE_OK);
     EXPECT_NE(std::string(tarvane_last_error(nullptr)), "[]");
@@ -89,7 +89,7 @@ TEST(Open, NamesEveryMissingFileAndCalculatesWithoutIt) {
     EXPECT_EQ(text_at(error, "[0].reason"), "BOLTDATA.TXT is missing in the data folder " +
                                                 folder.path.string() + " (version " +
                                                 tarvane_version() + ", named by tarvane_open)");
-    // A flange goes by the one, a shell by neither.
+    // A flange uses the one, a shell neither.
     const Answer flange = handle.calculate(request_of(flange_json()));
     EXPECT_NE(flange.status, TARVANE_OK);
     EXPECT_EQ(
@@ -172,7 +172,7 @@ TEST(Calculate, WritesNoReportThatNobodyWants) {
     EXPECT_GT(at(report.result, "flange[0].report").list()->size(), 100u);
     EXPECT_EQ(at(report.result, "flange[0].report[0].marks").list()->size(), 6u);
     EXPECT_NE(report.text.find("Flange Input Data Values"), std::string::npos);
-    // Degrees and squares come as UTF-8.
+    // Degrees and squares are in UTF-8.
     EXPECT_NE(report.text.find("in\xC2\xB2"), std::string::npos);
 }
 
@@ -322,7 +322,7 @@ TEST(NullPointers, AreRefused) {
     EXPECT_EQ(tarvane_calculate(nullptr, nullptr, 0, nullptr), TARVANE_INTERNAL);
 }
 
-// A ring whose corroded bore grows over its outside diameter ends the run in the engine; the library goes on.
+// A ring whose corroded bore grows over its outside diameter ends the run in the engine; the library continues.
 TEST(Stopped, IsAStatusWithTheCode) {
     const Handle handle;
     const std::string ring =

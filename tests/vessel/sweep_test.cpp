@@ -72,7 +72,7 @@ struct Range {
     bool whole = false;
 };
 
-// Every result of a component and what its checks come to.
+// Every result of a component, and the outcome of its checks.
 std::vector<std::string> all_outputs(const Handle& handle, const std::string& kind) {
     std::vector<std::string> outputs;
     const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
@@ -103,7 +103,7 @@ std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
     return {in_order.begin(), in_order.end()};
 }
 
-// What the result of a calculation says of an output.
+// What the result of a calculation says about an output.
 double wanted(const Value& result, const std::string& output, const std::vector<std::string>& ids) {
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
     const std::size_t point = output.find('.');
@@ -112,7 +112,7 @@ double wanted(const Value& result, const std::string& output, const std::vector<
     const std::string root = vessel ? "" : of + '.';
     if (what == "passed") return text_at(result, root + "verdict") == "pass" ? 1.0 : 0.0;
     if (what == "ratio" || what == "governing") {
-        // The only component's; the first check that was asked.
+        // The only component's; the first check that was requested.
         const std::string component = vessel ? text_at(result, "governing.component") : of;
         const Value id = at(result, "governing.check");
         if (id.null()) return NONE;
@@ -155,7 +155,7 @@ void compare(const std::string& kind, const std::string& request, const std::vec
     std::vector<std::string> ids;
     ids_of(handle, kind, ids);
     const std::vector<std::string> outputs = all_outputs(handle, kind);
-    // What stands where the inputs go is not looked at.
+    // What is in the places of the inputs is ignored.
     const std::vector<double> nothing(ranges.size(), -1.0e30);
     const Swept swept = sweep(handle, filled(request, nothing), inputs, outputs, x, rows);
     ASSERT_EQ(swept.status, TARVANE_OK) << text_at(swept.error, "[0].reason");

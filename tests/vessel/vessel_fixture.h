@@ -1,4 +1,4 @@
-// Requests, and a handle whose answers come back as trees.
+// Requests, and a handle whose answers are returned as trees.
 #pragma once
 
 #include "tarvane/vessel.h"

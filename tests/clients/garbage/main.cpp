@@ -1,14 +1,14 @@
 // A host that passes garbage: every exported routine in random order, its arguments, the blocks that the
-// engine hands out and the data files partly or wholly random, each sequence of calls in a process of
-// its own. Whatever comes, a call returns within its time, keeps to the memory that it was given, and
+// engine returns and the data files partly or wholly random, each sequence of calls in a process of
+// its own. Whatever the input, a call returns within its time, keeps to the memory that it was given, and
 // ends the process by the fatal path alone.
 //
 //   garbage DATA SCRATCH [--seed N] [--count SEQUENCES] [--calls N] [--seconds N] [--only SEQUENCE]
 //           [--limit SECONDS]
 //
 // SCRATCH is a folder of the program's own; everything in it is lost. --seconds goes on for that time
-// instead of a count, --only runs one sequence in this process, telling each call, and --limit is the time
-// of the processor that a call may take.
+// instead of a count, --only runs one sequence in this process and prints each call, and --limit is the CPU
+// time that a call may take.
 #include "folders.h"
 #include "library.h"
 #include "routines.h"
@@ -40,7 +40,7 @@ using namespace calls;
 constexpr int FATAL_PATH = 1, OVERRUN = 3, BAD_RECIPE = 4;
 constexpr std::size_t MOST_ROUTINES = 1000;
 
-// What the process of a sequence tells the one that waits for it.
+// What the process of a sequence reports to the one that waits for it.
 struct Progress {
     int call;
     std::size_t routine;
@@ -52,7 +52,7 @@ struct Options {
     std::string data, scratch;
     unsigned long long seed = 1;
     long count = 100, calls = 200, seconds = 0, only = -1;
-    long limit = UNDER_ADDRESS_SANITIZER ? 40 : 6; // seconds of the processor for one call
+    long limit = UNDER_ADDRESS_SANITIZER ? 40 : 6; // seconds of CPU time for one call
 };
 
 void limit_time(long seconds) {
@@ -85,7 +85,7 @@ class Sequence {
     }
 
   private:
-    // The host's beginning, as the header tells it, or nothing of it.
+    // The host's beginning, as the header describes it, or nothing of it.
     void start() {
         if (!manner.may_end) {
             const TARVANE_HOST_SERVICES table = staying_services();
@@ -226,7 +226,7 @@ class Run {
     }
 
   private:
-    // The data are damaged anew from time to time.
+    // The data are damaged again from time to time.
     Chance damage_of(long number) const {
         constexpr long EACH = 50;
         return {options.seed + 1000003, static_cast<std::uint64_t>(number / EACH * EACH)};

@@ -1,5 +1,5 @@
 /*
-** Holds what the library asks of Windows against what is told of it: settings in the registry, folders,
+** Compares what the library asks of Windows with what it should: settings in the registry, folders,
 ** help, files, message boxes, and the way in which a calculation that can't go on ends its host.
 **   platform     from a folder with tarvane.dll, stand_in.exe and the data files beside it
 ** Status 0 when every check holds. The settings and the data folder of the engine itself are written:

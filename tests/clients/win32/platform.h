@@ -27,7 +27,7 @@ void not_tested(const char* name, const char* reason);
                     use(SET_IWRITE) use(SET_IWRTFL) use(SET_MODULE_DIR) use(SET_NO_DIALOG)         \
                         use(SET_SYSTEM_DIR) use(WORK_FILE) use(WRITE_TEXT)
 
-/* A stranger's view: everything by its exported name. */
+/* As an outsider sees it: everything by its exported name. */
 struct engine {
     HMODULE library;
 #define PLATFORM_ROUTINE(name) __typeof__(name)* name;
@@ -36,7 +36,7 @@ struct engine {
 };
 extern struct engine engine;
 
-/* Loads tarvane.dll from a folder, as it is at load; the one before is unloaded. */
+/* Loads tarvane.dll from a folder, as it is at load; the previous one is unloaded. */
 void load_engine(const char* folder);
 void unload_engine(void);
 
@@ -56,7 +56,7 @@ int32_t open_unit(int32_t unit, const char* path);
 const char* text_of(const char* format, ...) __attribute__((format(printf, 1, 2)));
 /* The folder of this test's own, with a blank in its name; removed at the end. */
 extern const char* scratch;
-/* The folder of this program: the library, the stand-in and the data files lie there. */
+/* The folder of this program: the library, the stand-in and the data files are there. */
 extern const char* stage;
 extern char program[PATH_ROOM];
 

@@ -77,7 +77,7 @@ static void test_two_folders(const char* kind, const char* library, const char* 
     check_number(text_of("%s, bolt data in the data folder", kind), 1, bolt_found());
 }
 
-/* A program that keeps a data file open, for writing too, is in nobody's way. */
+/* A program that keeps a data file open, for writing too, disturbs nobody. */
 static void test_shared_reading(void) {
     const char* const folder = new_folder("Shared data");
     HANDLE file;
@@ -201,7 +201,7 @@ static void test_long_data_folders(void) {
     load_engine(stage);
     system_folder(folder);
     check_number("a path of 262 characters is not cut", 0, bolt_found());
-    /* The library's own folder fits no more: the name of the file stays as it is. */
+    /* The library's own folder no longer fits: the name of the file stays as it is. */
     folder = _strdup(text_of("\\\\?\\%s", long_folder("Longest library", 270)));
     copy_to(folder, "tarvane.dll", text_of("%s\\tarvane.dll", stage));
     write_moduli(folder, "11.11");
@@ -297,7 +297,7 @@ static void test_records(void) {
     close_unit(20);
 }
 
-/* What the unit says of a path, and what becomes of the file. */
+/* What the unit says about a path, and what becomes of the file. */
 static void test_path(const char* name, const char* path, long status, const char* state) {
     check_number(text_of("report to %s", name), status, open_unit(20, path));
     close_unit(20);
@@ -305,7 +305,7 @@ static void test_path(const char* name, const char* path, long status, const cha
     DeleteFileA(path);
 }
 
-/* Of 260 characters and more the system decides. */
+/* For 260 characters and more the system decides. */
 static void test_long_path(const char* name, const char* path) {
     const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, 0, NULL);
     const int opens = file != INVALID_HANDLE_VALUE;
@@ -400,7 +400,7 @@ static void TARVANE_CALL take_message(void* stops, const char* text, const char*
     (void)title;
 }
 
-/* Other programs of the suite read it, whatever they share it for. */
+/* Other programs of the suite read it, in whatever mode they share it. */
 static void test_work_file(void) {
     static const DWORD shared[] = {FILE_SHARE_READ | FILE_SHARE_WRITE,
                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE};

@@ -169,7 +169,7 @@ static void TARVANE_CALL log_stop(void* user, int32_t status) {
 
 /*
 ** A host that the fatal stop ends. Options: - none; n no dialogs; and services: m messages, r report,
-** s stop (which comes back).
+** s stop (which returns).
 */
 int fatal_host(const char* library, const char* options) {
     static struct boxes boxes;

@@ -1,4 +1,4 @@
-// Any calls of the exported routines, as a string of bytes tells them:
+// Any calls of the exported routines, described by a string of bytes:
 //
 //   2 bytes  seed of the host's beginning
 //   and for each call
@@ -8,7 +8,7 @@
 //            written, 5 to 7 the number of words put into the arguments
 //   and for each of these words 7 bytes: the argument, the place in it (2 bytes), the word
 //
-// A call keeps to the memory that it was given and comes back: the sanitizers and libFuzzer's clock watch.
+// A call keeps to the memory that it was given and returns: the sanitizers and libFuzzer's clock watch.
 #include "ground.h"
 #include "routines.h"
 
@@ -46,7 +46,7 @@ class Bytes {
     std::size_t left;
 };
 
-// How many calls there were, told at the end of the process.
+// How many calls there were, printed at the end of the process.
 struct Count {
     long all = 0;
     std::vector<long> of_routine = std::vector<long>(routines().size());

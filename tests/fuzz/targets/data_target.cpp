@@ -97,7 +97,7 @@ struct DataFile {
     std::string_view name;
     std::string_view others;   // that have the same content
     std::string_view routines; // that look things up in it
-    std::string_view users;    // calculations that go by it
+    std::string_view users;    // calculations that use it
     void (*show)(std::ostream& out);
 };
 constexpr DataFile FILES[] = {
@@ -163,7 +163,7 @@ std::vector<const Routine*> routines_of(std::string_view names) {
     return list;
 }
 
-// Drawn by the content, so that the file alone says what happens.
+// Drawn by the content, so that the file alone decides what happens.
 void call_readers(std::uint64_t digest) {
     static const std::vector<const Routine*> READERS = routines_of(file->routines),
                                              USERS = routines_of(file->users);

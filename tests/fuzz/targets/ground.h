@@ -1,4 +1,4 @@
-// Where a target calls the library: a folder of its own with copies of the data files, gone at the end of the
+// Where a target calls the library: a folder of its own with copies of the data files, deleted at the end of the
 // process, and the library as at load before each input.
 #pragma once
 
@@ -31,7 +31,7 @@ class Ground {
 
 Ground& ground();
 
-// The process works in the folder of the ground; what libFuzzer is told by relative paths lies outside.
+// The process works in the folder of the ground; the relative paths given to libFuzzer are outside.
 class Inside {
   public:
     Inside();
