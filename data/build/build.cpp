@@ -21,7 +21,7 @@ constexpr std::string_view APPROXIMATE_HEAD =
     "it.\n"
     "; Replace the file by one made from a licensed copy of the standard.\n";
 
-// A folder beside the output, so that its files can be moved there whole; gone with the object.
+// A folder beside the output, so that its files can be moved there whole; deleted with the object.
 class Workshop {
   public:
     explicit Workshop(const fs::path& out) {

@@ -109,7 +109,7 @@ struct EngineRow {
     }
 };
 
-// The charts that depend on the yield stress keep their rows under temperatures just above a limit: the
+// The charts that depend on the yield stress have their rows under temperatures just above a limit: the
 // yield in ksi counts hundredths of a degree.
 EngineRow read_back(const Curve& curve) {
     const std::string& chart = curve.source.field("chart");

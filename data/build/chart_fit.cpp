@@ -19,7 +19,7 @@ struct Quadratic {
     double at(double x) const { return c0 + x * (c1 + x * c2); }
 };
 
-// Of a curve that is to stay below its points, one above counts so much that none remains.
+// Where a curve must not be above its points, a point that it exceeds counts so much that none remains.
 double worst_deviation(const Quadratic& q, const Samples& samples, Side side) {
     constexpr double ABOVE = 1.0e6;
     double worst = 0.0;
@@ -73,7 +73,7 @@ Quadratic best_steepness(double level, double top, const Samples& samples, Side 
     return reaching(level, top, least(0.0, highest, deviation));
 }
 
-// The top lies behind the last point below the level and not behind the first point on it.
+// The top is after the last point below the level and not after the first point on it.
 Quadratic fit_to_level(double level, double first_on_level, const Samples& samples, Side side,
                        double& top) {
     constexpr int STEPS = 2000;

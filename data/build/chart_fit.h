@@ -1,5 +1,5 @@
 // A curve of an external pressure chart (ASME Section II Part D, Subpart 3) in the form that the engine
-// reads: the straight part B = A * E / 2, a quadratic in log10(A) up to Amax, and Bmax behind it.
+// reads: the straight part B = A * E / 2, a quadratic in log10(A) up to Amax, and Bmax after it.
 #pragma once
 
 #include <vector>
@@ -22,12 +22,12 @@ struct Deviation {
     double A = 0.0;
 };
 
-// Where a curve may deviate to. `below` holds where the points end in a level part.
+// How far a curve may deviate. `below` applies where the points end in a level part.
 enum class Side { both, below };
 
 double B_of_row(const ChartRow& row, double A);
 
-// Points, the last of the straight part included, that lie on the line B = A * E / 2: within 1 %, or
+// Points, the last of the straight part included, that are on the line B = A * E / 2: within 1 %, or
 // within 5 psi, to which the first points of the tables are rounded.
 std::size_t points_on_line(double E, const std::vector<ChartPoint>& points);
 
@@ -35,10 +35,10 @@ std::size_t points_on_line(double E, const std::vector<ChartPoint>& points);
 // part. Where the table ends in a level part the quadratic reaches that level with a level tangent, so
 // that it does not leave it between the points; where nothing but the line and the level is known, the
 // curve is a straight line in log10(A) between their ends. The points ascend in A, do not fall in B,
-// and the first one lies on the line.
+// and the first one is on the line.
 ChartRow fit_chart(double E, const std::vector<ChartPoint>& points, Side side = Side::both);
 
-// The worst deviation at the points behind the straight part.
+// The worst deviation at the points after the straight part.
 Deviation worst_at_points(const ChartRow& row, const std::vector<ChartPoint>& points);
 
 } // namespace tarvane::data

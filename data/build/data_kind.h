@@ -5,14 +5,14 @@
 //     void build_charts(Place& place);
 //
 // declared below and listed in KINDS of build.cpp; its output files are listed in
-// app/data_builder/CMakeLists.txt and its columns in docs/data_files.md. The function
+// data/build/CMakeLists.txt and its columns in docs/data_files.md. The function
 //
 // 1. reads its tables:     const Table table(place.sources / "charts.csv", COLUMNS);
 // 2. writes its files:     write_file(place.out / "ExtChartData.txt", text);
-// 3. reads them back through tarvane/tarvane.h alone and compares every row with what the table says
+// 3. reads them back through tarvane/tarvane.h alone and compares every row with the table
 //    (Row::expect, Row::fail), so that no row is lost on the way;
-// 4. tells approximate rows of text files and yield strengths to place.approximate. Material records that
-//    a host reads whole carry their own mark.
+// 4. adds approximate rows of text files and yield strengths to place.approximate. Material records that
+//    a host reads whole have their own mark.
 //
 // Whatever is wrong is thrown as a DataError. place.out is a fresh folder that holds the files of this
 // run only. build() has pointed both folders of the engine at it and resets the engine before each

@@ -23,7 +23,7 @@ constexpr std::string_view COLUMNS[] = {"key",           "name",    "number", "s
 
 constexpr std::string_view PROOF[] = {"Rp0.2", "Rp1.0"};
 
-// A record of the file. The engine hands it out as it lies there.
+// A record of the file. The engine returns it as it is there.
 struct EnRecord {
     std::int32_t key;
     char name[24];

@@ -9,7 +9,7 @@ namespace tarvane::data {
 
 namespace {
 
-// The selection that leads READ_MATERIAL to a file.
+// The selection by which READ_MATERIAL reads a file.
 struct Selection {
     std::int32_t code, class_2, metric;
     std::string_view file;

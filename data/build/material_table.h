@@ -1,4 +1,4 @@
-// The materials of materials_viii1.csv: their properties, which the other material tables take over.
+// The materials of materials_viii1.csv: their properties, which the other material tables use.
 #pragma once
 
 #include "table.h"
@@ -51,11 +51,11 @@ std::string_view text_of(const char (&field)[N]) {
 // A material with the figures of a row.
 TARVANE_MATERIAL_RECORD with_stresses(const Material& material, const Row& stresses);
 
-// A record as it stands in a metric file, and as it must come back from one.
+// A record as it is in a metric file, and as it must be read back from one.
 TARVANE_MATERIAL_RECORD metric_record(TARVANE_MATERIAL_RECORD inch);
 TARVANE_MATERIAL_RECORD inch_record(TARVANE_MATERIAL_RECORD metric);
 
-// The note of a record: composition, what tells it from others, and the mark of an approximate row.
+// The note of a record: composition, what distinguishes it from others, and the mark of an approximate row.
 std::string note_text(const Row& material, bool approximate);
 
 } // namespace tarvane::data

@@ -74,7 +74,7 @@ Property with_values(const Row& row, Columns axis) {
             static_cast<std::size_t>(end - first)};
 }
 
-// Rows with the longest axis first: an axis holds the temperature to its ends for the rows behind it,
+// Rows with the longest axis first: an axis limits the temperature to its ends for the rows after it,
 // too.
 std::vector<Property> by_axis(const Table& table, Columns axis) {
     std::vector<Property> rows;
@@ -123,7 +123,7 @@ std::string row_text(const Property& property, Columns axis) {
 std::string section_text(std::string_view marker, const std::vector<Property>& rows, Columns axis) {
     std::string text(1, '\n'), source;
     text.append(marker) += '\n';
-    std::size_t first = axis.size(); // of the axis that stands
+    std::size_t first = axis.size(); // of the current axis
     for (const Property& property : rows) {
         const std::string from =
             property.source->field("status") + ": " + property.source->field("source");

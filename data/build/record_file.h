@@ -1,4 +1,4 @@
-// A binary file of records of one length behind a first one that holds their count.
+// A binary file of records of one length after a first one that holds their count.
 #pragma once
 
 #include <bit>
@@ -15,7 +15,7 @@ class RecordFile {
   public:
     explicit RecordFile(std::size_t record_bytes) : length(record_bytes), content(length, '\0') {}
 
-    // The first bytes of a record as it lies in memory.
+    // The first bytes of a record as it is in memory.
     template <typename Record>
     void add(const Record& record) {
         static_assert(std::is_trivially_copyable_v<Record>);
@@ -23,7 +23,7 @@ class RecordFile {
         const std::int32_t count = static_cast<std::int32_t>(content.size() / length - 1);
         std::memcpy(content.data(), &count, sizeof count);
     }
-    // The second count, of 0, stands behind the first.
+    // The second count, of 0, follows the first.
     const std::string& bytes() const { return content; }
 
   private:

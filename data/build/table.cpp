@@ -29,8 +29,8 @@ std::string number_text(float value) {
     return {buffer, end};
 }
 
-// One field from `at` on, which moves behind the comma or to the end. False when a quotation mark
-// does not close, or something stands behind it.
+// One field from `at` on, which moves past the comma or to the end. False when a quotation mark
+// does not close, or something follows it.
 bool take_field(std::string_view line, std::size_t& at, std::string& field) {
     field.clear();
     const std::size_t start = std::min(line.find_first_not_of(BLANKS, at), line.size());

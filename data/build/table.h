@@ -4,9 +4,9 @@
 //   name,reference,tensile,note          the first other line names the columns
 //   SA-516 70,1,70.0,"quoted, with a ""comma"""
 //
-// A field stands between quotation marks when it holds a comma or one of them (then doubled). Blanks
+// A field is between quotation marks when it holds a comma or one of them (then doubled). Blanks
 // around a field without quotation marks don't count. Every line has a field for each column.
-// Whatever is wrong is told as "FILE:LINE: column: what and the value".
+// Whatever is wrong is reported as "FILE:LINE: column: what and the value".
 #pragma once
 
 #include <cstdint>
@@ -19,23 +19,23 @@
 
 namespace tarvane::data {
 
-// What is wrong with a source, or with what became of it.
+// What is wrong with a source, or with what was made from it.
 struct DataError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
 class Table;
 
-// One line of a table. Holds only as long as its table.
+// One line of a table. Valid only as long as its table.
 class Row {
   public:
-    // The field as it stands; `text` refuses an empty one.
+    // The field as it is; `text` refuses an empty one.
     const std::string& field(std::string_view column) const;
     const std::string& text(std::string_view column) const;
     // The same, at most `width` characters, all of them printable ASCII.
     const std::string& text(std::string_view column, std::size_t width) const;
     const std::string& field(std::string_view column, std::size_t width) const;
-    // No field either: an optional column that the table has not.
+    // Also without the field: an optional column that the table does not have.
     bool blank(std::string_view column) const;
 
     // A number; the second form takes an empty field as `otherwise`.
@@ -52,7 +52,7 @@ class Row {
     [[noreturn]] void fail(std::string_view column, const std::string& what) const;
     // Refuses the row for a key that another row has already.
     [[noreturn]] void fail_again(std::string_view column, const Row& other) const;
-    // Refuses a number or a text that did not come back as it was written.
+    // Refuses a number or a text that was not read back as it was written.
     void expect(std::string_view column, float written, float read) const;
     void expect(std::string_view column, std::int32_t written, std::int32_t read) const;
     void expect(std::string_view column, std::string_view written, std::string_view read) const;

@@ -23,7 +23,7 @@ inline constexpr float KSI_OF_MPA = 0.145038f;
 inline constexpr float MM_OF_INCH = 25.4f;
 
 // The figures of a row in columns that are named by temperatures: one in the first column, none higher
-// than the one before. A blank between two figures is filled on the straight line between them; behind the
+// than the one before. A blank between two figures is filled on the straight line between them; after the
 // last one the places hold 0.
 void take_figures(const Row& row, std::span<const std::string_view> columns,
                   std::span<float> figures);
@@ -34,7 +34,7 @@ TemperatureRow temperature_row(const Row& row);
 // Temperature of a place in a metric file, degrees C.
 float metric_temperature(std::size_t place);
 
-// The same in MPa at the metric temperatures; 40 C stands for 100 F. A place holds 0 when it is above the
+// The same in MPa at the metric temperatures; 40 C is used for 100 F. A place holds 0 when it is above the
 // last figure.
 TemperatureRow metric_row(const TemperatureRow& row);
 

@@ -16,7 +16,7 @@ constexpr float HIGHEST = 1000.0f, HIGHEST_METRIC = 977.0f;
 struct Entry {
     const Row* row;
     bool approximate;
-    TARVANE_MATERIAL_RECORD record; // yield strengths in the place of the allowable stresses
+    TARVANE_MATERIAL_RECORD record; // yield strengths in place of the allowable stresses
 };
 
 std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yields) {
