@@ -1,5 +1,5 @@
 /*
-** A host in C that hands two vessels to the foundation design application: a column on a ring of anchor
+** A host in C that passes two vessels to the foundation design application: a column on a ring of anchor
 ** bolts and a horizontal drum on saddles. Writes tower.xml and tower.ini, drum.xml and drum.ini.
 **
 **   foundation FOLDER

@@ -1,6 +1,6 @@
 /*
 ** A host in C: one flange, one shell, one element under external pressure. Prints the bits of every
-** result, so that hosts in other languages can be held against it, and the reports.
+** result, so that hosts in other languages can be compared with it, and the reports.
 **   three_elements_c [DATA_FOLDER [FILE]]    the report of the last element goes into the file
 */
 #include "tarvane/tarvane.h"
@@ -41,7 +41,7 @@ static void provide_services(int32_t* fatal_code) {
 
 /* ---- the report ---- */
 
-/* A file behind the first free unit, 0 when it can't be opened. CLOSEUNIT ends it. */
+/* The file of the first free unit, 0 when it can't be opened. CLOSEUNIT ends it. */
 static int32_t report_to_file(const char* path) {
     const int32_t on = 1;
     int32_t unit, status;
@@ -231,7 +231,7 @@ static void fresh(void) {
     SET_METRIC_CONSTANTS();
 }
 
-/* The data files lie beside the library, or in the folder that is given: on Windows the engine by itself
+/* The data files are beside the library, or in the folder that is given: on Windows the engine by itself
    looks for some of them in the suite's data folder only. */
 int main(int argc, char** argv) {
     int32_t fatal_code = 0;

@@ -1,5 +1,5 @@
 ! A host in Fortran: one flange, one shell, one element under external pressure. Prints the bits of every
-! result, so that hosts in other languages can be held against it, and the reports.
+! result, so that hosts in other languages can be compared with it, and the reports.
 !   three_elements_fortran [DATA_FOLDER]
 program three_elements
     use, intrinsic :: iso_c_binding, only: c_float, c_int32_t, c_null_ptr
@@ -11,7 +11,7 @@ program three_elements
     character(len=260) :: folder
     integer :: length
 
-    ! The data files lie beside the library, or in the folder that is given.
+    ! The data files are beside the library, or in the folder that is given.
     call get_command_argument(1, folder, length)
     if (length > 0) call set_system_dir(folder, len_trim(folder))
 

@@ -18,7 +18,7 @@ static void put(char* field, size_t width, const char* text) {
 }
 #define PUT(field, text) put((field), sizeof(field), (text))
 
-/* What holds for every element: switches, code, units. */
+/* What applies to every element: switches, code, units. */
 static void begin_vessel(int32_t code) {
     static const float factors[11] = {25.4f, 0.00689475729f, 25.4f,       0.00689475729f,
                                       1.0f,  4.44822162f,    1.35581795f, 645.16f,
