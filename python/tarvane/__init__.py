@@ -6,8 +6,8 @@ pressure, minimum design metal temperatures.
     ...                                  "D": 90.0, "t": 1.125, "ci": 0.125}]})
     >>> result.passed, result.shell[0].results.mawp
 
-A request is a dictionary, or the path of a TOML or JSON file; help(tarvane.run) tells its keys with their units,
-`Vessel.schema` tells them to a program. A result has verdicts, results, checks and report lines under the names
+A request is a dictionary, or the path of a TOML or JSON file; help(tarvane.run) lists its keys with their units,
+`Vessel.schema` gives them to a program. A result has verdicts, results, checks and report lines under the names
 of the same vocabulary; a result without a value raises `NoValue` with the reason. What can't be calculated raises
 `InputError` with all faults. Numbers may come from numpy; arrays are taken one number at a time.
 

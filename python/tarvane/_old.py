@@ -107,7 +107,7 @@ class FlangeResult(_Gone):
     report          lines of the report, a list of ReportLine
 
     Moments are those of the vessel library, in foot-pounds, times 12: the last bit may differ from the engine's.
-    Loads, moments and areas are 0.0 of a flange that was refused, of one whose bolts are too small, and, but
+    Loads, moments and areas are 0.0 for a flange that was refused, for one whose bolts are too small, and, but
     for G, under external pressure. There is no `record` of the engine any more.
     """
 
@@ -176,9 +176,9 @@ class ExternalResult:
 
 
 class Engine:
-    """As `Vessel`, for the old functions; an old path of the engine's library is taken for that beside it.
+    """As `Vessel`, for the old functions; for an old path of the engine's library the one beside it is used.
 
-    flange(data), shell(data) and external(data) take the keys of before, `tarvane.FLANGE_KEYS` and so on, or
+    flange(data), shell(data) and external(data) take the old keys, `tarvane.FLANGE_KEYS` and so on, or
     those of `Vessel.calculate` under the same names.
     """
 
@@ -239,7 +239,7 @@ class Engine:
         """Elastic modulus in millions of psi at a temperature (F), of the codes 'VIII-1' and 'VIII-2' by the
         reference number of its table, of 'PD 5500' and 'EN 13445' by the material's external pressure chart.
 
-        The vessel library has the moduli of a flange alone, E_cold and E_hot: here the engine is asked by its
+        The vessel library has the moduli of a flange alone, E_cold and E_hot: here the engine is called through its
         own library, beside that of the vessel. Raises InputError where it has none.
         """
         _old("Engine.modulus", "the results E_cold and E_hot of a flange")

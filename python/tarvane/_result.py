@@ -1,4 +1,4 @@
-"""What a calculation gives back, by the names of the vocabulary."""
+"""The results of a calculation, by the names of the vocabulary."""
 
 from __future__ import annotations
 
@@ -25,7 +25,7 @@ class ReportLine:
 
 @dataclass(frozen=True)
 class Check:
-    """A check: what is asked (`demand`) held against its `limit`, in `unit`. `ratio` is at most 1 where it
+    """A check: what is required (`demand`) compared with its `limit`, in `unit`. `ratio` is at most 1 where it
     passes; None without numbers. `state`: 'pass', 'fail', 'not asked', 'not made' or 'waived'."""
 
     id: str
@@ -53,7 +53,7 @@ class Governing:
 
 @dataclass(frozen=True)
 class Input:
-    """A value that was taken: in the request's units, as it was given, and where it came from."""
+    """A value that was used: in the request's units, as it was given, and where it came from."""
 
     value: Any
     source: str
@@ -62,7 +62,7 @@ class Input:
 
 class Results:
     """Results by name: `results.mawp`, `results.designed.C`, `results["designed.C"]`. One without a value raises
-    NoValue with the reason, which `why` has by name; `get` gives a default in its place."""
+    NoValue with the reason, which `why` has by name; `get` gives a default instead."""
 
     def __init__(self, values: Mapping[str, Optional[Number]], why: Mapping[str, str], table: str = "") -> None:
         self._values, self._why, self._table = values, why, table

@@ -33,7 +33,7 @@ class Fault:
 
 
 class InputError(ValueError):
-    """A request that can't be calculated, with all of its `faults`."""
+    """A request that can't be calculated, with all its `faults`."""
 
     def __init__(self, faults: Iterable[Fault]) -> None:
         self.faults = tuple(faults)
@@ -41,11 +41,11 @@ class InputError(ValueError):
 
 
 class EngineStopped(RuntimeError):
-    """The engine asked for the end of the run: a flange that can't be calculated at all."""
+    """The engine ended the run: a flange that can't be calculated at all."""
 
 
 def read_json(text: Union[str, bytes]) -> Any:
-    """With the sign of a zero, which is no whole number of Python."""
+    """Keeps the sign of a zero, which a whole number of Python does not have."""
     return json.loads(text, parse_int=lambda digits: -0.0 if digits == "-0" else int(digits))
 
 
@@ -62,7 +62,7 @@ def _failed(status: int, text: str) -> Exception:
 
 
 def plain(value: Any, path: str, faults: list[Fault]) -> Any:
-    """A value as JSON has it. Scalars of numpy, and arrays without dimensions, are the numbers that they hold."""
+    """A value in the form of JSON. Scalars of numpy, and arrays without dimensions, become the numbers they hold."""
     if getattr(value, "shape", None) == () and hasattr(value, "item"):
         value = value.item()
     if isinstance(value, Mapping):
@@ -87,7 +87,7 @@ def _read(path: str) -> Any:
     text = Path(path).read_bytes()
     try:
         if path.lower().endswith(".json"):
-            return text  # the library reads it, and finds what this json would pass over
+            return text  # the library reads it, and finds faults that this json would pass over
         try:
             import tomllib
         except ImportError:
@@ -103,7 +103,7 @@ def _read(path: str) -> Any:
 class _Text(str):
     """A text of help(), written when it is asked for: the keys are those of the library, which may be missing."""
 
-    def expandtabs(self, tabsize: Any = 8) -> str:  # the first that inspect does with a text
+    def expandtabs(self, tabsize: Any = 8) -> str:  # the first thing that inspect does with a text
         try:
             keys = told_keys(_default().keys())
         except OSError as error:
@@ -139,15 +139,15 @@ class Vessel:
     """The vessel library with its data files.
 
     library      path of libtarvane_vessel.so (tarvane_vessel.dll); without it that of the TARVANE_LIBRARY
-                 variable, a library beside this package, or whatever the loader finds
-    data_folder  folder of the data files; without it where the library looks by itself
+                 variable, a library beside this package, or the one that the loader finds
+    data_folder  folder of the data files; without it the library looks for one by itself
     """
 
     def __init__(self, library: Optional[PathName] = None, data_folder: Optional[PathName] = None) -> None:
         if data_folder is not None and not os.path.isdir(data_folder):
             raise NotADirectoryError(f"data_folder: {os.fspath(data_folder)!r} is no folder")
         self._handle = Handle(library, data_folder)
-        # Without data files it calculates what asks for none.
+        # Without data files it calculates what needs none.
         if self._handle.opened not in (OK, NO_DATA):
             raise _failed(self._handle.opened, self._handle.open_error)
 
@@ -178,7 +178,7 @@ class Vessel:
         return schema
 
     def keys(self) -> dict[str, dict[str, dict[str, Any]]]:
-        """By kind of component and name what the vocabulary says of each key."""
+        """What the vocabulary says about each key, by kind of component and name."""
         return {kind["name"]: {key["name"]: key for key in kind["keys"]} for kind in self.schema("keys")["kinds"]}
 
     @_with_keys
@@ -186,7 +186,7 @@ class Vessel:
         """Calculates a request: a dictionary, or the path of a TOML or JSON file.
 
         {"units": "SI", "vessel": {"T": 150}, "shell": [{"kind": "cylinder", "P": 1.5, ...}]}: components by
-        kind, each a list of dictionaries; what holds for all of them in "vessel" or beside it. "units" is "US",
+        kind, each a list of dictionaries; what applies to all of them in "vessel" or beside it. "units" is "US",
         which is understood, "SI" or a dictionary of units.
 
         Raises InputError with all faults of the request, EngineStopped when the engine can't go on, OSError

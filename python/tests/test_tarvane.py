@@ -34,7 +34,7 @@ CYLINDER = {"kind": "cylinder", "P": 356.0, "T": 300.0, "S": 20000.0, "Sa": 2000
             "ci": 0.125}  # fmt: skip
 VACUUM = {"kind": "sphere", "P_external": 15.0, "T": 200.0, "D": 60.0, "t": 0.5, "S": 20000.0,
           "Sy": 38000.0, "method": "stress", "chart": "CS-2"}  # fmt: skip
-# The same in the words of before.
+# The same with the old names.
 OLD_RING = {**{key: RING[key] for key in RING if key not in ("n", "bolting", "facing")}, "bolts": 20}
 OLD_CYLINDER = {"element": "cylinder", "P": 356.0, "S": 20000.0, "Sa": 20000.0, "D": 90.0, "t": 1.125, "c": 0.125}
 OLD_VACUUM = {"element": "sphere", "P": 15.0, "T": 200.0, "D": 60.0, "t": 0.5, "S": 20000.0,
@@ -50,7 +50,7 @@ def faults_of(request, calculate=tarvane.run):
 
 
 def python(program, cwd="/", **environment):
-    """A Python of its own."""
+    """A Python process of its own."""
     kept = {name: value for name, value in os.environ.items() if name != "TARVANE_LIBRARY"}
     return subprocess.run(
         [sys.executable, "-c", "import tarvane\n" + program], cwd=cwd, env={**kept, **environment},
@@ -59,7 +59,7 @@ def python(program, cwd="/", **environment):
 
 
 class Scalar:
-    """As the scalars of numpy."""
+    """Like the scalars of numpy."""
 
     shape = ()
 
@@ -289,7 +289,7 @@ class Library(unittest.TestCase):
 
 
 class Before(unittest.TestCase):
-    """The functions of before."""
+    """The old functions."""
 
     def setUp(self):
         catcher = warnings.catch_warnings(record=True)
