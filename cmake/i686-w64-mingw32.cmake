@@ -13,6 +13,6 @@ set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 
 # Hosts of other compilers keep the stack aligned to 4 bytes only. The compiler's default under SSE2, which
-# must not get lost.
+# must not be lost.
 set(CMAKE_C_FLAGS_INIT "-mstackrealign")
 set(CMAKE_CXX_FLAGS_INIT "-mstackrealign")

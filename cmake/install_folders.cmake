@@ -1,4 +1,4 @@
-# Where things lie in an installation, and how they find one another in one that was moved.
+# Where things are in an installation, and how they find one another in one that was moved.
 include(GNUInstallDirs)
 set(TARVANE_INSTALL_DATA ${CMAKE_INSTALL_DATADIR}/tarvane)
 set(TARVANE_INSTALL_PYTHON lib/python3/dist-packages CACHE STRING

@@ -1,5 +1,5 @@
 """A host in Python: one flange, one shell, one element under external pressure. Prints the bits of their results,
-so that hosts in other languages can be held against it, and the verdicts.
+so that hosts in other languages can be compared with it, and the verdicts.
 
     three_elements.py [DATA_FOLDER]
 """

@@ -1,5 +1,5 @@
-"""The arguments of each exported routine stand in one order: in the header, in the engine's definitions and in
-the Fortran interfaces. Types alone would not tell two REALs apart.
+"""The arguments of each exported routine are in one order: in the header, in the engine's definitions and in
+the Fortran interfaces. Types alone would not distinguish two REALs.
 
     argument_order_test.py REPOSITORY
 """
@@ -11,7 +11,7 @@ from pathlib import Path
 ROOT = Path(sys.argv[1])
 LONG_COMMENT = re.compile(r"/\*.*?\*/", re.S)
 
-# Fortran knows no difference between C and c, D2 and d2.
+# Fortran does not distinguish C and c, D2 and d2.
 FORTRAN_NAMES = {("SHLINT", "C"): "cf", ("SHLINT", "d2"): "dd2",
                  ("SHELL_REPORT", "C"): "cf", ("SHELL_REPORT", "d2"): "dd2",
                  ("COMPUTE_FAILURE_CA_DIV1", "C"): "cf", ("COMPUTE_FAILURE_CA_DIV1", "d2"): "dd2"}  # fmt: skip

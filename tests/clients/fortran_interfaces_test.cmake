@@ -1,6 +1,6 @@
 # The Fortran module binds every name of the export list, nothing else, with as many argument words, and
 # by the C prototypes that gfortran makes of it with the types of the header; its blocks have the header's
-# layout; and each of its routines is told to be __stdcall on 32-bit Windows.
+# layout; and each of its routines is declared __stdcall on 32-bit Windows.
 #   cmake -DFORTRAN=gfortran -DCC=cc -DSOURCE=folder -DFOLDER=scratch -P fortran_interfaces_test.cmake
 cmake_policy(VERSION 3.25)
 set(BLOCKS
@@ -20,7 +20,7 @@ set(BLOCKS
     material_class_row TARVANE_MATERIAL_CLASS_ROW
     material_record TARVANE_MATERIAL_RECORD)
 
-# Members of flange_results are capitals and small letters in the header, of which Fortran makes no difference:
+# Members of flange_results are capitals and small letters in the header, which Fortran does not distinguish:
 # four have names of their own.
 set(ALIASES load_hd Hd load_ht Ht load_hg HG hub_f F)
 file(READ ${SOURCE}/include/tarvane/results.h header)
@@ -134,7 +134,7 @@ foreach(line ${lines})
         if(NOT words EQUAL listed)
             list(APPEND wrong "${name} has ${words} words in place of ${listed}")
         endif()
-        # An address is an untyped one in Fortran; of two of them gfortran shows one.
+        # An address has no type in Fortran; of two of them gfortran shows one.
         if(gives STREQUAL "void *")
             string(APPEND code "const void *got_${name}(void) { return ${name}()<end> }\n")
         else()

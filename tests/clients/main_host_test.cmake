@@ -1,4 +1,4 @@
-# The main host is known by the name of its program file, in the letters told, and not by its folder.
+# The main host is known by the name of its program file, in the given letters, and not by its folder.
 #   cmake -DPROGRAM=main_host -DFOLDER=scratch -P main_host_test.cmake
 function(expect answer file)
     get_filename_component(folder ${FOLDER}/${file} DIRECTORY)

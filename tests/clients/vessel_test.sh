@@ -7,7 +7,7 @@ cd "$folder"
 rm -f report.txt
 "$vessel" report.txt >output.txt
 "$stand_alone" >stand_alone.txt
-# The figure behind a label of a report, the first time that it comes.
+# The figure after a label of a report, where it first occurs.
 figure() {
     sed -n "s/^.*$1 *\([0-9.]*\).*$/\1/p" "$2" | head -n 1
 }
@@ -20,6 +20,6 @@ LC_ALL=C grep -a '^ Flange Input Data Values  *Description: Manway *$' report.tx
 [ "$(wc -l <report.txt)" -gt 150 ]
 # Every record is a blank, 100 columns and the style marks when any is set.
 [ -z "$(LC_ALL=C awk 'length($0) != 101 && length($0) != 113 || substr($0, 1, 1) != " "' report.txt)" ]
-# A file that can't be written is told.
+# A file that can't be written is reported.
 if "$vessel" no/such/folder/report.txt >refused.txt 2>&1; then exit 1; fi
 grep -F 'cannot write no/such/folder/report.txt' refused.txt

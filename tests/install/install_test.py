@@ -1,4 +1,4 @@
-"""The installed tree: moved elsewhere, met from a folder outside the source tree, by paths with a blank.
+"""The installed tree: moved elsewhere, used from a folder outside the source tree, by paths with a blank.
 
     install_test.py BUILD.JSON SCRATCH
 """
@@ -26,7 +26,7 @@ TAKEN_AWAY = ("TARVANE_DATA", "TARVANE_LIBRARY", "LD_LIBRARY_PATH", "PYTHONPATH"
 
 
 def run(*command, folder=SCRATCH, **surroundings):
-    """What a command prints; its failure is that of the test."""
+    """The output of a command; if it fails, the test fails."""
     environment = {name: value for name, value in os.environ.items() if name not in TAKEN_AWAY}
     environment.update({name: str(value) for name, value in surroundings.items()})
     done = subprocess.run([str(word) for word in command], cwd=folder, env=environment, capture_output=True,

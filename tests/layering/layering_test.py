@@ -38,7 +38,7 @@ NAME = re.compile(r'"([^"]+)"|<([^>]+)>')
 
 
 def includes(file):
-    """Line, name and whether it stands in quotation marks; no name for what is no plain include."""
+    """Line, name and whether it is in quotation marks; no name for what is no plain include."""
     text = file.read_text(encoding="utf-8")
     for directive in DIRECTIVE.finditer(text):
         line = text.count("\n", 0, directive.start()) + 1
@@ -82,7 +82,7 @@ def faults(repository):
             if wrong:
                 found.append(f"engine/{file}:{line}: {name}: {wrong}")
     found += [f"engine/{room} has no sources" for room in ROOMS if room not in rooms]
-    # Above the public headers nobody sees the engine's own.
+    # Above the public headers nothing sees the engine's own.
     for above in ("app", "vessel", "examples"):
         for path in sorted((repository / above).rglob("*")):
             if path.suffix not in SOURCES:

@@ -67,7 +67,7 @@ def inputs(source, scratch):
 
 
 def outputs(program, path, folder):
-    """Each output by its name. Both programs are called by one name, for it may stand in a message."""
+    """Each output by its name. Both programs are called by one name, as it may be in a message."""
     folder.mkdir(parents=True)
     report = folder / "report.txt"
     surroundings = {"PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8", "HOME": str(folder)}

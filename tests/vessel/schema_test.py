@@ -1,4 +1,4 @@
-"""The schemas of the vessel library hold every example and golden input and their results; the report lines of a
+"""The schemas of the vessel library accept every example and golden input and their results; the report lines of a
 result are those of the golden report, what is found without a report is what is found with one, and the program
 comes to the same verdict.
 
@@ -57,7 +57,7 @@ def golden_lines(report):
 
 
 def without_report(result):
-    """Nor with the messages, of which some belong to the report."""
+    """Also without the messages, of which some belong to the report."""
     result = copy.deepcopy(result)
     for components in result.values():
         if isinstance(components, list):

@@ -1,4 +1,4 @@
-"""Random inputs of each kind of component, in US and SI units: the results through TOML, JSON and Python are one,
+"""Random inputs of each kind of component, in US and SI units: the results through TOML, JSON and Python are the same,
 and have the bits that the engine's own C surface gives without the vessel library.
 
     ways_test.py LIBRARY ENGINE_LIBRARY PROGRAM SOURCE
@@ -457,7 +457,7 @@ class Comparison:
                 self.faults.append(f"flange, {units.name}, {given}: another report by the program")
 
     def plant(self, kind, components, results):
-        """A thickness off by a millionth must not go unseen."""
+        """A thickness off by a millionth must be noticed."""
         key = "tg" if kind == "mdmt" else "t"
         for place, (given, result) in enumerate(zip(components, results), 1):
             nudged = {**given, key: given[key] * (1 + 2**-20)}

@@ -1,4 +1,4 @@
-# The engine for 32-bit Windows calculates by SSE2: of the x87 its code has nothing but what passes results
+# The engine for 32-bit Windows calculates by SSE2: of the x87 its code has only what passes results
 # of functions on. (The mathematical functions of the runtime are the x87's own.)
 #   cmake -DOBJDUMP=objdump -DARCHIVE=libtarvane_engine.a -P arithmetic_test.cmake
 execute_process(COMMAND ${OBJDUMP} -d --no-show-raw-insn ${ARCHIVE}
