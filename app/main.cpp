@@ -81,6 +81,9 @@ int command(int argc, char** argv, std::ostream& out) {
     run_command->add_option("--colour,--color", colour, "auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}));
     run_command->add_flag("--plain", plain, "The same as --colour never");
+    constexpr const char* STRICT =
+        "Refuse defaults of what decides about safety: units, code, edition, E, corrosion, column";
+    run_command->add_flag("--strict", options.strict, STRICT);
     const CLI::IsMember UNITS({"us", "si"}, CLI::ignore_case);
 
     MaterialsOptions materials;
@@ -156,6 +159,7 @@ int command(int argc, char** argv, std::ostream& out) {
         app.add_subcommand("check", "Find the faults of an input file, without a calculation");
     check_command->add_option("file", check.input, "Input file (TOML)")->required();
     check_command->add_option("--data", check.data, "Folder of the data files");
+    check_command->add_flag("--strict", check.strict, STRICT);
 
     NewFileOptions new_options;
     std::string new_units = "us";

@@ -71,7 +71,8 @@ void write_files(const RunOptions& options, const UnitSystem& units, Calculation
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.data, "--data");
-    const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
+    const ReadResult input =
+        read_input(read_bounded(options.input, LARGEST_INPUT), element_kinds(), options.strict);
     err << fault_report(options.input, input.faults);
     if (!input.faults.empty()) return Status::bad_input;
 

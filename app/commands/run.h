@@ -17,6 +17,7 @@ struct RunOptions {
     std::string
         charts; // folder for drawings of the charts, with the points of the elements; empty: none
     bool colour = false;
+    bool strict = false; // no defaults of what decides about safety
 };
 
 Status run(const RunOptions& options, std::ostream& out, std::ostream& err);

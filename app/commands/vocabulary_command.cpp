@@ -70,7 +70,8 @@ Status write_new_file(const NewFileOptions& options, std::ostream& out, std::ost
 Status check_file(const CheckOptions& options, std::ostream& out, std::ostream& err) {
     return attempt(err, [&] {
         set_data_folder(options.data, "--data");
-        const ReadResult input = read_input(read_bounded(options.input, LARGEST_INPUT));
+        const ReadResult input =
+            read_input(read_bounded(options.input, LARGEST_INPUT), element_kinds(), options.strict);
         err << fault_report(options.input, input.faults);
         if (!input.faults.empty()) return Status::bad_input;
         out << printable(options.input) << ": no faults\n";

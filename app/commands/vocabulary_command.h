@@ -27,6 +27,7 @@ Status write_new_file(const NewFileOptions& options, std::ostream& out, std::ost
 struct CheckOptions {
     std::string input;
     std::string data; // folder of the data files; empty: beside the library
+    bool strict = false;
 };
 // The faults of a file, as `tarvane run` tells them, without a calculation.
 Status check_file(const CheckOptions& options, std::ostream& out, std::ostream& err);

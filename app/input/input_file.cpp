@@ -50,10 +50,13 @@ ReadResult refused(Fault fault) { return {{}, {std::move(fault)}}; }
 
 } // namespace
 
-ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds) {
+ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds,
+                      bool strict) {
     if (std::optional<Fault> fault = check_limits(toml_text)) return refused(std::move(*fault));
     try {
-        return read_request(table_of(toml::parse(toml_text)), kinds);
+        Table root = table_of(toml::parse(toml_text));
+        if (strict) root.put("strict", true);
+        return read_request(root, kinds);
     } catch (const toml::parse_error& error) {
         return refused(syntax_fault(toml_text, static_cast<int>(error.source().begin.line),
                                     error.description()));

@@ -10,8 +10,10 @@ namespace tarvane::app {
 
 using namespace vessel;
 
+// `strict`: as if the text said so.
 ReadResult read_input(std::string_view toml_text,
-                      std::span<const ElementKind* const> kinds = element_kinds());
+                      std::span<const ElementKind* const> kinds = element_kinds(),
+                      bool strict = false);
 
 // "FILE:LINE: KEY: message", fit for a terminal.
 std::string fault_line(std::string_view path, const Fault& fault);

@@ -4,6 +4,8 @@
 #include "components/fault_list.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
+#include "components/strict.h"
+#include "values/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,8 +18,8 @@ namespace {
 
 using Kinds = std::span<const ElementKind* const>;
 
-constexpr std::string_view FILE_KEYS[] = {"tarvane", "units", "decimal_comma", "metric_constants",
-                                          "vessel"};
+constexpr std::string_view FILE_KEYS[] = {"tarvane",          "units",  "decimal_comma",
+                                          "metric_constants", "strict", "vessel"};
 constexpr std::int64_t NEWEST_FORM = 1;
 constexpr double LARGEST_INTEGER = 9007199254740992.0; // that a double holds with all below it
 
@@ -48,6 +50,7 @@ class Reader {
     std::span<const std::string> later;
     std::vector<const ElementKind*> kinds; // that the request has
     std::vector<CommonTable> commons;
+    bool strict = false;
     MaterialFiles materials;
     DataFilesCheck data_files;
 
@@ -333,6 +336,7 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
     element->data = std::move(reading.data);
     element->notes = std::move(reading.notes);
     element->origins = complete_origins(*element, reading);
+    if (strict) refuse_defaults(*element, reading);
     if (place == request.elements.size())
         request.elements.push_back(std::move(element));
     else
@@ -388,6 +392,11 @@ void Reader::read_file_keys(const Table& root) {
     if (const Value* units = root.find("units")) request.units = read_units(*units, faults);
     request.decimal_comma = read_flag(root, "decimal_comma", false);
     request.metric_constants = read_flag(root, "metric_constants", request.units.metric());
+    strict = read_flag(root, "strict", false);
+    if (strict && root.find("units") == nullptr)
+        faults.add({.line = 1}, "units",
+                   "missing; a strict request gives them, else they would be " +
+                       quoted(request.units.name));
     const Value* form = root.find("tarvane");
     if (form != nullptr && (form->whole() == nullptr || *form->whole() != NEWEST_FORM))
         faults.wrong(*form, "tarvane", "1, the form of the file,");

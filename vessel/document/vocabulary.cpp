@@ -209,7 +209,7 @@ std::string key_list() {
     }
     list +=
         "Keys of the file: tarvane = 1, the form of the file; units = \"US\", \"SI\" or a [units] "
-        "table; decimal_comma; metric_constants.\n";
+        "table; decimal_comma; metric_constants; strict.\n";
     return list;
 }
 

@@ -213,7 +213,7 @@ std::string input_schema() {
     Properties head, common, definitions;
     head.put("tarvane", object_of({{"const", "1"}, {"description", text("form of the request")}}));
     head.put("units", units_schema());
-    for (const std::string_view flag : {"decimal_comma", "metric_constants"})
+    for (const std::string_view flag : {"decimal_comma", "metric_constants", "strict"})
         head.put(flag, of_type("boolean"));
     JsonWriter definitions_json;
     definitions_json.begin_object();
