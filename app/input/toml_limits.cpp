@@ -38,8 +38,9 @@ class Walk {
     bool in_key = true;        // not in a value
     std::size_t key_begin = 0; // first character of the key, where there is one
     bool has_key = false;
-    bool wants_part = true; // at the begin of a key, and behind a point
+    bool wants_part = true; // at the begin of a key, and after a point
     bool in_header = false;
+    bool in_word = false; // in a value without quotation marks and brackets
     int parts = 1;
     bool given_up = false; // at what the parser will not read beyond
     std::optional<Fault> fault;
@@ -56,14 +57,17 @@ class Walk {
 
     void step() {
         const char c = here();
+        if (in_header && in_key && wants_part && (c == '\n' || c == '\r'))
+            return refuse("the name of a table is expected, not the end of the line");
         if (c == '\n') return end_line();
         if (c == '#') return comment();
         if (is_blank(c)) {
             ++at;
+            in_word = false;
         } else if (static_cast<unsigned char>(c) >= 0x80) {
             refuse(quoted(text.substr(at, sequence_length())) +
                    " cannot stand outside of quotation marks");
-        } else if (c == '"' || c == '\'') {
+        } else if ((c == '"' || c == '\'') && !in_word) {
             const std::size_t begin = at;
             skip_string(c);
             if (in_key) part_of_key(begin);
@@ -84,6 +88,7 @@ class Walk {
     void end_line() {
         ++at;
         ++line;
+        in_word = false;
         if (!open.empty()) return;
         in_header = false;
         begin_key();
@@ -96,7 +101,7 @@ class Walk {
             ++at;
     }
 
-    // Behind the string; without an end of it the parser goes no further.
+    // After the string; without an end of it the parser goes no further.
     void skip_string(char mark) {
         const std::string ends(3, mark);
         const bool several = text.substr(at).starts_with(ends);
@@ -136,6 +141,8 @@ class Walk {
         if (is_key_character(c)) {
             part_of_key(at++);
         } else if (c == '.') {
+            if (in_header && !has_key)
+                return refuse("the name of a table is expected, not a point");
             ++at;
             wants_part = true;
             if (++parts > MOST_KEY_PARTS)
@@ -158,9 +165,9 @@ class Walk {
     }
 
     void value_character(char c) {
-        if (in_header) { // behind its name, where the parser wants nothing more
+        if (in_header) { // after its name, where the parser wants nothing more
             ++at;
-        } else if (c == '[' || c == '{') {
+        } else if ((c == '[' || c == '{') && !in_word) {
             ++at;
             open.push_back(c);
             if (c == '{') begin_key();
@@ -171,6 +178,7 @@ class Walk {
             close();
         } else {
             ++at;
+            in_word = c != ',';
             if (c == ',' && !open.empty() && open.back() == '{') begin_key();
         }
     }
@@ -180,7 +188,7 @@ class Walk {
         ++at;
         given_up = open.empty();
         if (!given_up) open.pop_back();
-        in_key = false;
+        in_key = in_word = false;
     }
 };
 

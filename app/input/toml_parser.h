@@ -20,12 +20,19 @@ struct TomlAssertion : std::logic_error {
 #define TOML_ASSERT(expr)                                                                          \
     static_cast<void>((expr) || (throw ::tarvane::app::TomlAssertion(#expr), false))
 #define TOML_ENABLE_FORMATTERS 0
-#ifdef __GNUC__
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wterminate" // a few stand in routines that may not throw
+#pragma GCC diagnostic ignored "-Wterminate" // a few are in routines that may not throw
 #endif
+#include <toml++/impl/forward_declarations.h>
+// Its table of blanks takes for granted that most letters from U+00A1 on never come: they are no blanks.
+#undef TOML_UNREACHABLE
+#define TOML_UNREACHABLE return false
+#include <toml++/impl/unicode.h>
+#undef TOML_UNREACHABLE
+#define TOML_UNREACHABLE __builtin_unreachable()
 #include <toml++/toml.h>
-#ifdef __GNUC__
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic pop
 #endif
 #pragma pop_macro("NDEBUG")

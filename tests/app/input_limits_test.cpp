@@ -90,18 +90,41 @@ TEST(InputLimits, Nesting) {
 
 // ---- characters --------------------------------------------------------------------------------------
 
-// The first three led the parser into steps that it has no rule for.
+// Steps that the parser has no rule for, and characters that its tables miss.
 TEST(InputLimits, WhatTheParserTripsOver) {
     EXPECT_EQ(only_fault("[#"), "f:1: the name of a table is expected, not a comment");
     EXPECT_EQ(only_fault("\n[ a . # b\n]"), "f:2: the name of a table is expected, not a comment");
+    for (const char* const header : {"\n[", "\n[[ ", "\n[a.", "\n[\"a\" . "}) {
+        for (const char* const end : {"\n", "\r\n", "\n["})
+            EXPECT_EQ(only_fault(std::string(header) + end),
+                      "f:2: the name of a table is expected, not the end of the line")
+                << header;
+    }
+    EXPECT_EQ(only_fault("[ .a]"), "f:1: the name of a table is expected, not a point");
     EXPECT_EQ(only_fault("[%"), "f:1: \"%\" cannot stand in a key");
     EXPECT_EQ(only_fault("[[a]]\nP% = 3"), "f:2: \"%\" cannot stand in a key");
     EXPECT_EQ(only_fault("a = \xCF\xBF\x31\x30\x30"),
               "f:1: \"\xCF\xBF\" cannot stand outside of quotation marks");
+    // Quotation marks and brackets within a word begin nothing.
+    for (const char* const word :
+         {"0x\"\"-[u.k'''", "5'", "+1\"", "1979-05-27 5'", "[1'", "{ b = 5\""})
+        EXPECT_EQ(only_fault("\na = " + std::string(word) + "\xCF\xBF"),
+                  "f:2: \"\xCF\xBF\" cannot stand outside of quotation marks")
+            << word;
+    EXPECT_TRUE(
+        is_within_limits("a = [1,'\xCF\xBF', \"\xCF\xBF\"]\nb = { c = 1,'d'='\xCF\xBF' }\n"));
     EXPECT_EQ(only_fault("g\xC3\xB6 = 1"),
               "f:1: \"\xC3\xB6\" cannot stand outside of quotation marks");
     EXPECT_EQ(only_fault("a = \xFF"), "f:1: \"\\xFF\" cannot stand outside of quotation marks");
     EXPECT_TRUE(is_within_limits("\xEF\xBB\xBF" + FLANGE_TOML)) << "the mark of a UTF-8 file";
+}
+
+// The parser asks of the first letter of a continued line whether it is a blank.
+TEST(InputLimits, LettersAfterTheEndOfALineInAText) {
+    const ReadResult result = read_input(
+        with("description", "description = \"\"\"\\\n  \xC3\xA9t\xC3\xA9 \\\n\n \xC2\xB5\"\"\""));
+    ASSERT_TRUE(result.faults.empty()) << fault_report("f", result.faults);
+    EXPECT_EQ(result.request.elements.at(0)->description(), "\xE9t\xE9 \xB5");
 }
 
 TEST(InputLimits, ControlCharactersAreShownByTheirNumbers) {
