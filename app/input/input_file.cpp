@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace tarvane::app {
 
@@ -48,6 +49,29 @@ Value value_of(const toml::node& node) {
 
 ReadResult refused(Fault fault) { return {{}, {std::move(fault)}}; }
 
+bool trips(std::string_view toml_text) {
+    try {
+        static_cast<void>(toml::parse(toml_text));
+    } catch (const TomlAssertion&) {
+        return true;
+    } catch (const toml::parse_error&) {
+    }
+    return false;
+}
+
+// The line of a text that the parser trips over, from 1 on: the first lines up to it are the fewest that it trips
+// over, as it reads from front to back.
+int tripping_line(std::string_view toml_text) {
+    std::vector<std::size_t> ends; // of the lines
+    for (std::size_t i = 0; i < toml_text.size(); ++i) {
+        if (toml_text[i] == '\n') ends.push_back(i + 1);
+    }
+    const auto first = std::partition_point(ends.begin(), ends.end(), [&](std::size_t end) {
+        return !trips(toml_text.substr(0, end));
+    });
+    return static_cast<int>(first - ends.begin()) + 1;
+}
+
 } // namespace
 
 ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* const> kinds,
@@ -61,7 +85,8 @@ ReadResult read_input(std::string_view toml_text, std::span<const ElementKind* c
         return refused(syntax_fault(toml_text, static_cast<int>(error.source().begin.line),
                                     error.description()));
     } catch (const TomlAssertion&) {
-        return refused({.line = 1, .message = "the file cannot be read as TOML"});
+        return refused(
+            syntax_fault(toml_text, tripping_line(toml_text), "the line cannot be read as TOML"));
     }
 }
 

@@ -183,11 +183,16 @@ class Walk {
         }
     }
 
-    // Brackets that don't match are the parser's to tell.
+    // One too many is the parser's to tell.
     void close() {
-        ++at;
         given_up = open.empty();
-        if (!given_up) open.pop_back();
+        if (given_up) return;
+        const char begin = open.back();
+        if ((begin == '[') != (here() == ']'))
+            return refuse(quoted(text.substr(at, 1)) + " cannot end what begins with " +
+                          quoted(std::string_view(&begin, 1)));
+        ++at;
+        open.pop_back();
         in_key = in_word = false;
     }
 };

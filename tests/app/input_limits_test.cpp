@@ -105,6 +105,8 @@ TEST(InputLimits, WhatTheParserTripsOver) {
     EXPECT_EQ(only_fault("[[a]]\nP% = 3"), "f:2: \"%\" cannot stand in a key");
     EXPECT_EQ(only_fault("a = \xCF\xBF\x31\x30\x30"),
               "f:1: \"\xCF\xBF\" cannot stand outside of quotation marks");
+    EXPECT_EQ(only_fault("a = [}"), "f:1: \"}\" cannot end what begins with \"[\"");
+    EXPECT_EQ(only_fault("a = { b = 1\n]"), "f:2: \"]\" cannot end what begins with \"{\"");
     // Quotation marks and brackets within a word begin nothing.
     for (const char* const word :
          {"0x\"\"-[u.k'''", "5'", "+1\"", "1979-05-27 5'", "[1'", "{ b = 5\""})
@@ -125,6 +127,15 @@ TEST(InputLimits, LettersAfterTheEndOfALineInAText) {
         with("description", "description = \"\"\"\\\n  \xC3\xA9t\xC3\xA9 \\\n\n \xC2\xB5\"\"\""));
     ASSERT_TRUE(result.faults.empty()) << fault_report("f", result.faults);
     EXPECT_EQ(result.request.elements.at(0)->description(), "\xE9t\xE9 \xB5");
+}
+
+TEST(InputLimits, ALineThatTripsTheParser) {
+    const std::string lines = "tarvane = 1\n# more\n";
+    EXPECT_EQ(only_fault(lines + "day = 1979-05-27T:32\nP = 1\n"),
+              "f:3: day: unquoted text: 1979-05-27T:32; a number stands without its unit, a text "
+              "between quotation marks");
+    EXPECT_EQ(only_fault(lines + "days = [\n1979-05-27T:32"),
+              "f:4: key = value is expected, not 1979-05-27T:32");
 }
 
 TEST(InputLimits, ControlCharactersAreShownByTheirNumbers) {

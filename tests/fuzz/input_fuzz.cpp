@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
             << text; // for a fault that ends the run
         const ReadResult result = read_input(text);
         read += result.faults.empty();
-        if (!is_sound(result) || !has_place(result)) {
+        if (!is_sound(result)) {
             std::printf("file %zu of seed %u, in input_fuzz.last.toml:\n%s", files + 1, seed,
                         fault_report("f", result.faults).c_str());
             return 1;
