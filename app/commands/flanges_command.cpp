@@ -35,12 +35,22 @@ void print_approximate(std::string_view sign, std::ostream& out) {
         << " by one made from a licensed copy of the standard.\n";
 }
 
+// "ASME B16.5", "ASME B16.5, B16.47"
+std::string standards_of(const FlangeClass& flanges) {
+    if (flanges.rows.empty()) return std::string(flanges.standard({}));
+    const std::string first(flanges.standard(flanges.rows.front().size()));
+    const std::string_view last = flanges.standard(flanges.rows.back().size());
+    return last == first ? first : first + ", " + std::string(last.substr(last.find(' ') + 1));
+}
+
+constexpr std::size_t STANDARDS = 22; // width of their column
+
 void print_classes(const std::vector<FlangeClass>& classes, std::ostream& out) {
     out << "Classes of " << STANDARD_FLANGE_FILE << "\n\n"
-        << padded("Class", 8) << padded("Standard", 14) << "Sizes\n"
-        << std::string(46, '-') << '\n';
+        << padded("Class", 8) << padded("Standard", STANDARDS) << "Sizes\n"
+        << std::string(STANDARDS + 32, '-') << '\n';
     for (const FlangeClass& c : classes) {
-        out << padded(c.name, 8) << padded(c.standard(), 14);
+        out << padded(c.name, 8) << padded(standards_of(c), STANDARDS);
         if (!c.rows.empty())
             out << c.size_text(c.rows.front().size()) << " to " << c.size_text(c.rows.back().size())
                 << " (" << c.rows.size() << ')';
@@ -66,7 +76,7 @@ void print_sizes(const FlangeClass& flanges, const UnitSystem& units, std::ostre
         titles += right_aligned(place.title, WIDTH);
         labels += right_aligned(unit, WIDTH);
     }
-    out << "Class " << flanges.name << ", " << flanges.standard() << "\n\n"
+    out << "Class " << flanges.name << ", " << standards_of(flanges) << "\n\n"
         << titles << right_aligned("Bolts", WIDTH) << '\n'
         << labels << right_aligned(unit, WIDTH) << '\n'
         << std::string(characters(titles) + WIDTH, '-') << '\n';
@@ -87,12 +97,12 @@ void print_sizes(const FlangeClass& flanges, const UnitSystem& units, std::ostre
     if (marked) print_approximate("~ ", out);
 }
 
-void print_flange(const FlangeClass& flanges, float size, FlangeForm form,
+void print_flange(const FlangeClass& flanges, const NominalSize& size, FlangeForm form,
                   const FlangeLookup& found, const UnitSystem& units, std::ostream& out) {
     const FlangeDimensions& f = found.flange;
     constexpr std::string_view FORMS[] = {"welding neck", "slip on", "blind"};
-    out << flanges.standard() << " class " << flanges.name << ' ' << flanges.size_text(size) << ", "
-        << FORMS[static_cast<std::size_t>(form)] << " flange\n\n";
+    out << flanges.standard(size) << " class " << flanges.name << ' ' << flanges.size_text(size)
+        << ", " << FORMS[static_cast<std::size_t>(form)] << " flange\n\n";
     const auto line = [&](std::string_view meaning, std::string_view key, const std::string& value,
                           std::string_view unit) {
         out << padded(meaning, 34) << padded(key, 8) << right_aligned(value, 12);
@@ -151,7 +161,7 @@ Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostre
     if (wall && form != FlangeForm::weld_neck)
         return refuse("only a weld neck takes its bore from the wall of the pipe");
     if (wall) wall = options.units.to_engine(*wall, Quantity::thickness);
-    const std::optional<float> size = nominal_size(options.size);
+    const std::optional<NominalSize> size = nominal_size(options.size);
     if (!size) return refuse("a nominal size is expected, not " + echoed(options.size));
     const FlangeLookup found = look_up_flange(*flanges, *size, form, wall);
     if (!found.fault.empty()) return refuse(found.fault);

@@ -155,6 +155,8 @@ void build_bolts(Place& place) {
     write_file(place.out / FILE_NAME, text);
 
     for (const Series& series : all) {
+        for (const Row* row : series.sizes)
+            place.note(std::string(FILE_NAME), series.name, *row);
         const auto approximate = [](const Row* row) { return row->approximate(); };
         if (std::count_if(series.sizes.begin(), series.sizes.end(), approximate) > 0)
             place.approximate[std::string(FILE_NAME)].push_back(series.name);

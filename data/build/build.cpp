@@ -2,6 +2,7 @@
 
 #include "tarvane/tarvane.h"
 
+#include <algorithm>
 #include <fstream>
 #include <random>
 
@@ -58,6 +59,28 @@ void write_approximate(const Place& place) {
     write_file(place.out / "approximate.txt", text + "\n[END]\n");
 }
 
+constexpr std::string_view SOURCES_HEAD = "; Where the figures of the data files come from: a "
+                                          "section for each file, a line for each item "
+                                          "of it:\n"
+                                          "; item|status|edition|source\n";
+
+// A bar parts the fields of a line, and a line goes by its first character.
+std::string listed(std::string text) {
+    std::replace(text.begin(), text.end(), '|', '/');
+    return text;
+}
+
+void write_sources(const Place& place) {
+    std::string text(SOURCES_HEAD);
+    for (const auto& [file, items] : place.items) {
+        text += "\n[" + file + "]\n";
+        for (const auto& [item, from] : items)
+            text += listed(item) + '|' + std::string(status_word(from.status)) + '|' +
+                    listed(from.edition) + '|' + listed(from.source) + '\n';
+    }
+    write_file(place.out / "data_sources.txt", text + "\n[END]\n");
+}
+
 // Nothing is moved before every file is known to have a place; a folder of its name would stop the
 // move half-way.
 void move_files(const fs::path& from, const fs::path& to) {
@@ -73,6 +96,22 @@ void move_files(const fs::path& from, const fs::path& to) {
 
 } // namespace
 
+void Place::note(const std::string& file, const std::string& item, const Row& row) {
+    note(file, item, row, row.status());
+}
+
+void Place::note(const std::string& file, const std::string& item, const Row& row, Status status) {
+    auto& list = items[file];
+    const auto known = std::find_if(list.begin(), list.end(),
+                                    [&](const auto& entry) { return entry.first == item; });
+    if (known != list.end()) {
+        known->second.status = std::max(known->second.status, status);
+        return;
+    }
+    const std::string edition = row.blank(EDITION_COLUMN) ? "" : row.field(EDITION_COLUMN);
+    list.push_back({item, {status, edition, row.field("source")}});
+}
+
 void write_file(const fs::path& path, std::string_view bytes) {
     std::ofstream file(path, std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -81,13 +120,14 @@ void write_file(const fs::path& path, std::string_view bytes) {
 
 void build(const fs::path& sources, const fs::path& out) {
     const Workshop workshop(out);
-    Place place{.sources = sources, .out = workshop.path(), .approximate = {}};
+    Place place{.sources = sources, .out = workshop.path(), .approximate = {}, .items = {}};
     for (const auto build_kind : KINDS) {
         RESET_ENGINE();
         point_engine_at(place.out);
         build_kind(place);
     }
     write_approximate(place);
+    write_sources(place);
     move_files(place.out, out);
 }
 

@@ -174,6 +174,7 @@ void build_charts(Place& place) {
             row.fail("temperature", "not above the one before");
         if (of_chart.size() == MOST_ROWS) row.fail("temperature", "more than 10 rows");
         of_chart.push_back(fitted(row, points));
+        place.note(std::string(FILE_NAME), chart, row);
         std::vector<std::string>& marked = place.approximate[std::string(FILE_NAME)];
         if (row.approximate() && (marked.empty() || marked.back() != chart))
             marked.push_back(chart);

@@ -11,8 +11,8 @@
 // 2. writes its files:     write_file(place.out / "ExtChartData.txt", text);
 // 3. reads them back through tarvane/tarvane.h alone and compares every row with the table
 //    (Row::expect, Row::fail), so that no row is lost on the way;
-// 4. adds approximate rows of text files and yield strengths to place.approximate. Material records that
-//    a host reads whole have their own mark.
+// 4. adds approximate rows of text files and yield strengths to place.approximate, and the source of each
+//    item that a host names by place.note. Material records that a host reads whole have their own mark.
 //
 // Whatever is wrong is thrown as a DataError. place.out is a fresh folder that holds the files of this
 // run only. build() has pointed both folders of the engine at it and resets the engine before each
@@ -29,12 +29,24 @@
 
 namespace tarvane::data {
 
+struct ItemSource {
+    Status status = Status::published;
+    std::string edition, source;
+};
+
 struct Place {
     std::filesystem::path sources; // folder of the tables
     std::filesystem::path out;     // folder of the files that are being made
     // By data file: the names of what is approximate in it (a chart, a thread series, ...), listed in
     // approximate.txt for the host, which names the file that a licensed user should replace.
     std::map<std::string, std::vector<std::string>> approximate;
+    // By data file and item: status, edition and source, listed in data_sources.txt for the host.
+    std::map<std::string, std::vector<std::pair<std::string, ItemSource>>> items;
+
+    // An item of a file comes from a row. Of several rows of one name the least sure status holds, the
+    // first edition and source.
+    void note(const std::string& file, const std::string& item, const Row& row);
+    void note(const std::string& file, const std::string& item, const Row& row, Status status);
 };
 
 void write_file(const std::filesystem::path& path, std::string_view bytes);

@@ -90,6 +90,7 @@ void build_en_materials(Place& place) {
         for (std::size_t i = 0; i < records.size(); ++i)
             if (records[i].key == record.key) row.fail_again("key", table.rows()[i]);
         records.push_back(record);
+        place.note("ENMATDATA.BIN", row.field("key"), row);
         file.add(record);
     }
     write_file(place.out / "ENMATDATA.BIN", file.bytes());

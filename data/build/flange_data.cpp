@@ -14,9 +14,11 @@ namespace {
 
 constexpr std::string_view FILE_NAME = "ANSIFlangeDimensions.txt";
 constexpr std::string_view COLUMNS[] = {
-    "class",        "size",        "outside", "thickness",   "blind", "length", "hub",
-    "neck",         "bolt_circle", "hole",    "bolts",       "bolt",  "wall",   "slip_on_length",
-    "slip_on_bore", "raised_face", "status",  "rest_status", "source"};
+    "class",        "size",        "series", "outside",     "thickness",
+    "blind",        "length",      "hub",    "neck",        "bolt_circle",
+    "hole",         "bolts",       "bolt",   "wall",        "slip_on_length",
+    "slip_on_bore", "raised_face", "status", "face_status", "slip_on_status",
+    "source"};
 
 constexpr std::size_t MOST_SIZES = 60, SIZE_COLUMNS = 10, RESULTS = 14;
 constexpr float MM = 25.4f;
@@ -24,6 +26,9 @@ constexpr float MM = 25.4f;
 // the tabulated bore below NPS 14 there.
 constexpr int LOW_CLASSES_TO = 300;
 constexpr float LOW_FACE = 0.06f, BORE_TO = 14.0f;
+// From this size on an inch class has the series A and B of B16.47, whose raised face the engine takes off.
+constexpr float SERIES_FROM = 26.0f, HIGH_FACE = 0.25f;
+constexpr std::string_view SERIES[] = {"", "A", "B"};
 
 struct ClassNumber {
     std::string_view name;
@@ -48,9 +53,12 @@ constexpr std::string_view HEAD =
     ";  1 size              NPS or DN, alone in the first ten columns of the line\n"
     ";  2 series            0; 1 or 2 for sizes from 26 on with two series\n"
     ";  3 outside           outside diameter\n"
-    ";  4 thickness         of the ring, without the raised face\n"
+    ";  4 thickness         of the ring, without the raised face; of a series with it\n"
     ";  5 blind             thickness of the blind flange\n"
-    ";  6 length            through the hub, without the raised face\n"
+    ";  6 length            through the hub, without the raised face; of a series with it twice, "
+    "as "
+    "the\n"
+    ";                      reader takes it off ring and hub\n"
     ";  7 hub               diameter of the hub at the ring\n"
     ";  8 neck              diameter of the hub at the weld end\n"
     ";  9 bolt circle       its diameter\n"
@@ -74,6 +82,24 @@ struct FlangeClass {
     bool low() const { return kind->number <= LOW_CLASSES_TO; }
 };
 
+std::int32_t series_of(const Row& row) {
+    const auto found = std::find(std::begin(SERIES), std::end(SERIES), row.field("series"));
+    if (found == std::end(SERIES)) row.fail("series", "neither A, B nor empty");
+    return static_cast<std::int32_t>(found - std::begin(SERIES));
+}
+
+// "12", "26 A"
+std::string size_text(const Row& row) {
+    const std::string size = formatted("%g", row.real("size"));
+    return row.blank("series") ? size : size + ' ' + row.field("series");
+}
+
+// What the engine takes off the ring of a series, and off its hub once more.
+float face_of(const Row& row, const FlangeClass& flanges) {
+    if (series_of(row) == 0) return 0.0f;
+    return flanges.low() ? LOW_FACE : HIGH_FACE;
+}
+
 const ClassNumber& class_of(const Row& row) {
     const auto found =
         std::find_if(std::begin(CLASSES), std::end(CLASSES),
@@ -92,8 +118,15 @@ std::vector<FlangeClass> by_class(const Table& table) {
             all.push_back({&kind, {}});
         }
         FlangeClass& flanges = all.back();
-        if (!flanges.sizes.empty() && row.positive("size") <= flanges.sizes.back()->real("size"))
-            row.fail("size", "not above the one before");
+        const std::int32_t series = series_of(row);
+        if ((series != 0) != (!kind.metric && row.positive("size") >= SERIES_FROM))
+            row.fail("series", "A or B belongs to the sizes from NPS 26 on");
+        if (!flanges.sizes.empty()) {
+            const std::int32_t before = series_of(*flanges.sizes.back());
+            if (series < before) row.fail("series", "before that of the row before");
+            if (series == before && row.positive("size") <= flanges.sizes.back()->real("size"))
+                row.fail("size", "not above the one before");
+        }
         if (flanges.sizes.size() == MOST_SIZES) row.fail("class", "more than 60 sizes");
         flanges.sizes.push_back(&row);
     }
@@ -113,10 +146,8 @@ void check_shape(const Row& row) {
     if (row.real("neck", 0.0f) >= row.real("hub", 1.0f)) row.fail("neck", "not below the hub");
     if (row.blank("slip_on_length") != row.blank("slip_on_bore"))
         row.fail("slip_on_bore", "length and bore of a slip on flange stand together");
-    const std::string& rest = row.field("rest_status");
-    if (row.blank("rest_status") ? !row.blank("slip_on_bore") || !row.blank("raised_face")
-                                 : rest != "published" && rest != "approximate")
-        row.fail("rest_status", "neither \"published\" nor \"approximate\"");
+    if (!row.blank("raised_face")) row.status_of("face_status");
+    if (!row.blank("slip_on_bore")) row.status_of("slip_on_status");
 }
 
 template <typename Number>
@@ -141,9 +172,15 @@ std::string slip_on_length_text(const Row& row, const FlangeClass& flanges) {
 std::string row_text(const Row& row, const FlangeClass& flanges) {
     std::string size = formatted("%g", row.positive("size"));
     size.resize(std::max(size.size(), SIZE_COLUMNS), ' ');
-    std::string text = size + "  0";
-    for (const std::string_view column :
-         {"outside", "thickness", "blind", "length", "hub", "neck", "bolt_circle", "hole"})
+    const float face = face_of(row, flanges);
+    const auto with_face = [&](std::string_view column, float added) {
+        const float value = row.real(column, 0.0f);
+        return number(value > 0.0f ? value + added : value);
+    };
+    std::string text = size + "  " + std::to_string(series_of(row));
+    text += number(row.real("outside", 0.0f)) + with_face("thickness", face) +
+            number(row.real("blind", 0.0f)) + with_face("length", 2.0f * face);
+    for (const std::string_view column : {"hub", "neck", "bolt_circle", "hole"})
         text += number(row.real(column, 0.0f));
     return text + formatted("%4.0f", row.real("bolts")) + number(row.real("bolt")) +
            bore_text(row) + slip_on_length_text(row, flanges) +
@@ -158,7 +195,7 @@ using Result = std::array<float, RESULTS>;
 Result look_up(const Row& row, const FlangeClass& flanges, Form form, float wall) {
     Result result{};
     float size = row.real("size");
-    std::int32_t notfound = 0, series = 0;
+    std::int32_t notfound = 0, series = series_of(row);
     const std::int32_t blind = form == Form::blind, slip_on = form == Form::slip_on,
                        straight_hub = 2, ansi = flanges.kind->metric;
     GET_FLANGE_DIMENSIONS(&size, &flanges.kind->number, result.data(), &notfound, &series, &wall,
@@ -176,7 +213,7 @@ void check_row(const Row& row, const FlangeClass& flanges) {
     const auto inches = [&](std::string_view column) { return row.real(column, 0.0f) / scale; };
     const float wall = row.real("wall", 0.25f);
     const Result neck = look_up(row, flanges, Form::weld_neck, wall);
-    row.expect("thickness", inches("thickness"), neck[1]);
+    expect_near(row, "thickness", inches("thickness"), neck[1]);
     row.expect("hole", inches("hole"), neck[3]);
     row.expect("bolts", row.real("bolts"), neck[4]);
     row.expect("bolt", inches("bolt"), neck[5]);
@@ -200,25 +237,35 @@ void check_sizes(const FlangeClass& flanges) {
     const std::string_view name = flanges.kind->name;
     GET_FLANGE_SIZES(name.data(), static_cast<std::int32_t>(name.size()), sizes[0], sizeof sizes,
                      &count);
-    if (static_cast<std::size_t>(count) != flanges.sizes.size())
+    // The list ends where the sizes of a second series begin again.
+    std::int32_t first = 0;
+    for (const Row* row : flanges.sizes)
+        first = first == 0 ? series_of(*row) : first;
+    const auto listed = static_cast<std::size_t>(
+        std::count_if(flanges.sizes.begin(), flanges.sizes.end(),
+                      [&](const Row* row) { return series_of(*row) <= first; }));
+    if (static_cast<std::size_t>(count) != listed)
         flanges.sizes.front()->fail("class", std::to_string(count) + " sizes read back");
-    for (std::size_t i = 0; i < flanges.sizes.size(); ++i)
+    for (std::size_t i = 0; i < listed; ++i)
         flanges.sizes[i]->expect("size", flanges.sizes[i]->real("size"), std::stof(sizes[i]));
 }
 
-// Items of approximate.txt: "class 400 size 4", "class 150 raised face", "class 150 slip on".
-void note_approximate(const FlangeClass& flanges, std::vector<std::string>& items) {
-    const std::string name = "class " + std::string(flanges.kind->name);
-    bool face = false, slip_on = false;
+// Items: "class 400 size 4", "class 150 size 26 A", "class 150 size 4 raised face", "class 150 size 4 slip on".
+void note_items(const FlangeClass& flanges, Place& place) {
+    const std::string file(FILE_NAME);
+    const auto note = [&](const Row& row, const std::string& item, Status status) {
+        place.note(file, item, row, status);
+        if (status == Status::approximate) place.approximate[file].push_back(item);
+    };
     for (const Row* row : flanges.sizes) {
-        if (row->approximate())
-            items.push_back(name + " size " + formatted("%g", row->real("size")));
-        const bool rest = row->field("rest_status") == "approximate";
-        face = face || (rest && !row->blank("raised_face"));
-        slip_on = slip_on || (rest && !row->blank("slip_on_bore"));
+        const std::string name =
+            "class " + std::string(flanges.kind->name) + " size " + size_text(*row);
+        note(*row, name, row->status());
+        if (!row->blank("raised_face"))
+            note(*row, name + " raised face", row->status_of("face_status"));
+        if (!row->blank("slip_on_bore"))
+            note(*row, name + " slip on", row->status_of("slip_on_status"));
     }
-    if (face) items.push_back(name + " raised face");
-    if (slip_on) items.push_back(name + " slip on");
 }
 
 } // namespace
@@ -241,7 +288,7 @@ void build_flanges(Place& place) {
         check_sizes(flanges);
         for (const Row* row : flanges.sizes)
             check_row(*row, flanges);
-        note_approximate(flanges, place.approximate[std::string(FILE_NAME)]);
+        note_items(flanges, place);
     }
 }
 

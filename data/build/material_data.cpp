@@ -75,7 +75,7 @@ void read_back(const std::vector<Entry>& entries, const Selection& selection) {
     }
 }
 
-void make_files(const Place& place, const std::vector<Entry>& entries,
+void make_files(Place& place, const std::vector<Entry>& entries,
                 std::span<const Selection> selections) {
     for (const Selection& selection : selections) {
         RecordFile file(TARVANE_MATERIAL_BYTES);
@@ -83,6 +83,9 @@ void make_files(const Place& place, const std::vector<Entry>& entries,
             file.add(selection.metric == 1 ? metric_record(entry.record) : entry.record);
         write_file(place.out / selection.file, file.bytes());
         read_back(entries, selection);
+        for (const Entry& entry : entries)
+            place.note(std::string(selection.file), entry.material->field("name"), *entry.stresses,
+                       std::max(entry.material->status(), entry.stresses->status()));
     }
 }
 

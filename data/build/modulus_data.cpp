@@ -176,10 +176,12 @@ void check_moduli(const std::vector<Property>& rows) {
 }
 
 void mark(Place& place, const std::vector<Property>& rows, const std::string& what) {
-    for (const Property& property : rows)
+    for (const Property& property : rows) {
+        const std::string item = what + " " + property.source->field("reference");
+        place.note(std::string(FILE_NAME), item, *property.source);
         if (property.source->approximate())
-            place.approximate[std::string(FILE_NAME)].push_back(
-                what + " " + property.source->field("reference"));
+            place.approximate[std::string(FILE_NAME)].push_back(item);
+    }
 }
 
 } // namespace

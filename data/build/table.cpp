@@ -113,7 +113,8 @@ void Table::take_header(const std::vector<std::string>& fields,
     for (const std::string& column : fields) {
         if (std::count(fields.begin(), fields.end(), column) > 1)
             throw DataError(place_of(name, line) + column + ": the column stands twice");
-        if (!holds(expected, column) && !holds(optional, column))
+        if (!holds(expected, column) && !holds(optional, column) && column != CHECKS_COLUMN &&
+            column != EDITION_COLUMN)
             throw DataError(place_of(name, line) + column + ": no column of this table");
     }
     for (const std::string_view column : expected)
@@ -132,6 +133,11 @@ std::size_t Table::place(std::string_view column) const {
 bool Table::has(std::string_view column) const { return holds(columns, column); }
 
 // ---- a row -----------------------------------------------------------------------------------------
+
+std::string_view status_word(Status status) {
+    constexpr std::string_view WORDS[] = {"checked", "published", "approximate"};
+    return WORDS[static_cast<std::size_t>(status)];
+}
 
 void Row::fail(std::string_view column, const std::string& what) const {
     throw DataError(place_of(table->name, number) + std::string(column) + ": " + what);
@@ -198,12 +204,19 @@ std::int32_t Row::whole(std::string_view column, std::int32_t otherwise) const {
     return blank(column) ? otherwise : whole(column);
 }
 
-bool Row::approximate() const {
+Status Row::status_of(std::string_view column) const {
+    const std::string& word = text(column);
+    for (const Status status : {Status::published, Status::checked, Status::approximate})
+        if (word == status_word(status)) return status;
+    fail(column, "neither \"published\", \"checked\" nor \"approximate\": " + in_quotes(word));
+}
+
+Status Row::status() const {
     text("source");
-    const std::string& status = text("status");
-    if (status != "approximate" && status != "published")
-        fail("status", "neither \"published\" nor \"approximate\": " + in_quotes(status));
-    return status == "approximate";
+    const Status status = status_of("status");
+    if (status == Status::checked && blank(CHECKS_COLUMN))
+        fail("status", "checked, but the column checks names no source");
+    return status;
 }
 
 void Row::expect(std::string_view column, float written, float read) const {

@@ -24,6 +24,13 @@ struct DataError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// How well the figures of a row are known, the surest first.
+enum class Status { checked, published, approximate };
+std::string_view status_word(Status status);
+
+// Optional columns of every table: the sources that confirm a checked row, and the edition of the standard.
+inline constexpr std::string_view CHECKS_COLUMN = "checks", EDITION_COLUMN = "edition";
+
 class Table;
 
 // One line of a table. Valid only as long as its table.
@@ -45,8 +52,11 @@ class Row {
     std::int32_t whole(std::string_view column) const;
     std::int32_t whole(std::string_view column, std::int32_t otherwise) const;
 
-    // Each row names its `source`, and its `status` is "published" or "approximate".
-    bool approximate() const;
+    // Each row names its `source` and a status; a checked one names what confirms it in `checks`.
+    Status status() const;
+    bool approximate() const { return status() == Status::approximate; }
+    // The word of a status in a column of its own, without `checks`.
+    Status status_of(std::string_view column) const;
 
     // Refuses the row: "FILE:LINE: column: what".
     [[noreturn]] void fail(std::string_view column, const std::string& what) const;
@@ -68,8 +78,8 @@ class Row {
 
 class Table {
   public:
-    // Reads the file. It must have all of `columns` and may have those of `optional`, in any order, and
-    // no others.
+    // Reads the file. It must have all of `columns` and may have those of `optional`, `checks` and
+    // `edition`, in any order, and no others.
     Table(const std::filesystem::path& path, std::span<const std::string_view> columns,
           std::span<const std::string_view> optional = {});
     Table(const Table&) = delete;

@@ -136,6 +136,7 @@ void build_table_g(Place& place) {
         bool approximate = false;
         for (const Row* row : section.rows) {
             approximate |= row->approximate();
+            place.note(std::string(FILE_NAME), std::to_string(section.key), *row);
             text += row_text(*row);
         }
         if (approximate)

@@ -3,6 +3,7 @@
 #include "material_table.h"
 #include "record_file.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarvane::data {
@@ -15,8 +16,13 @@ constexpr float HIGHEST = 1000.0f, HIGHEST_METRIC = 977.0f;
 
 struct Entry {
     const Row* row;
+<<<<<<< HEAD
     bool approximate;
     TARVANE_MATERIAL_RECORD record; // yield strengths in place of the allowable stresses
+=======
+    Status status;
+    TARVANE_MATERIAL_RECORD record; // yield strengths in the place of the allowable stresses
+>>>>>>> 1fa9899 (Check the tables against figures of public copies, kept with their sources; ship B16.47, more of EN 1092-1 and SA-537)
 };
 
 std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yields) {
@@ -24,7 +30,7 @@ std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yield
     for (const Row& row : yields.rows()) {
         const Material& material = materials.of(row);
         entries.push_back({.row = &row,
-                           .approximate = material.row->approximate() || row.approximate(),
+                           .status = std::max(material.row->status(), row.status()),
                            .record = with_stresses(material, row)});
     }
     return entries;
@@ -73,8 +79,11 @@ void build_yields(Place& place) {
         write_file(place.out / name, file.bytes());
         read_back(entries, metric);
         // The lookup gives the strength alone, without the record and its mark.
-        for (const Entry& entry : entries)
-            if (entry.approximate) place.approximate[name].push_back(entry.row->field("name"));
+        for (const Entry& entry : entries) {
+            place.note(name, entry.row->field("name"), *entry.row, entry.status);
+            if (entry.status == Status::approximate)
+                place.approximate[name].push_back(entry.row->field("name"));
+        }
     }
 }
 

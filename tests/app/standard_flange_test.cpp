@@ -65,12 +65,12 @@ TEST_F(Standard, ClassesAreListedInTheOrderOfTheFile) {
     const ProgramRun result = tarvane("flanges");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "Classes of ANSIFlangeDimensions.txt\n\n"
-                          "Class   Standard      Sizes\n"
-                          "----------------------------------------------\n"
-                          "150     ASME B16.5    NPS 0.5 to NPS 12 (3)\n"
-                          "600     ASME B16.5    NPS 6 to NPS 6 (1)\n"
-                          "PN16    EN 1092-1     DN 300 to DN 300 (1)\n"
-                          "PN25    EN 1092-1     DN 300 to DN 300 (1)\n");
+                          "Class   Standard              Sizes\n"
+                          "------------------------------------------------------\n"
+                          "150     ASME B16.5            NPS 0.5 to NPS 12 (3)\n"
+                          "600     ASME B16.5            NPS 6 to NPS 6 (1)\n"
+                          "PN16    EN 1092-1             DN 300 to DN 300 (1)\n"
+                          "PN25    EN 1092-1             DN 300 to DN 300 (1)\n");
 }
 
 TEST_F(Standard, SizesOfAClassStandWithTheirMainDimensions) {
@@ -298,14 +298,44 @@ TEST_F(Standard, TellsTheApproximateFiguresThatWereUsed) {
     };
     EXPECT_EQ(approximate(by_name("standard = { class = 150, size = 12 }\n")), Items{});
     EXPECT_EQ(approximate(by_name("standard = { class = 600, size = 6 }\n")),
-              Items{"class 600 raised face"});
+              Items{"class 600 size 6 raised face"});
     EXPECT_EQ(approximate(by_name("standard = { class = 600, size = 6 }\nFod = 8.5\n")), Items{});
     EXPECT_EQ(approximate(with("type", "type = \"slip on\"",
                                by_name("standard = { class = 150, size = 1.5 }\n"))),
-              (Items{"class 150 size 1.5", "class 150 slip on"}));
+              (Items{"class 150 size 1.5", "class 150 size 1.5 slip on"}));
 }
 
 // ---- the shipped file ------------------------------------------------------------------------------------
+
+// From NPS 26 on a size has a series, with dimensions of its own.
+TEST(ShippedStandard, LargeSizesHaveASeries) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const std::vector<FlangeClass> classes = flange_classes();
+    const FlangeClass* flanges = find_class(classes, "150");
+    ASSERT_NE(flanges, nullptr);
+    const auto outside = [&](const char* text) {
+        const std::optional<NominalSize> size = nominal_size(text);
+        EXPECT_TRUE(size) << text;
+        const FlangeLookup found =
+            look_up_flange(*flanges, size.value_or(NominalSize{}), FlangeForm::weld_neck, {});
+        EXPECT_EQ(found.fault, "") << text;
+        return found.flange.A;
+    };
+    EXPECT_EQ(outside("26 A"), 34.25f);
+    EXPECT_EQ(outside("NPS 26-B"), 30.94f);
+    EXPECT_EQ(outside("24"), 32.0f);
+    const auto fault = [&](const NominalSize& size) {
+        return look_up_flange(*flanges, size, FlangeForm::weld_neck, {}).fault;
+    };
+    EXPECT_EQ(fault({26.0f}), "no size NPS 26 in class 150; there is NPS 26 A and NPS 26 B");
+    EXPECT_EQ(fault({27.0f, FlangeSeries::B}),
+              "no size NPS 27 B in class 150; the next is NPS 28 B");
+    EXPECT_EQ(fault({24.0f, FlangeSeries::A}), "no size NPS 24 A in class 150; there is NPS 24");
+    EXPECT_EQ(flanges->standard({26.0f, FlangeSeries::A}), "ASME B16.47");
+    EXPECT_EQ(flanges->standard({24.0f}), "ASME B16.5");
+    EXPECT_FALSE(nominal_size("A"));
+    EXPECT_FALSE(nominal_size("26 C"));
+}
 
 // A flange picked by name and the same flange by its printed dimensions get the same report.
 TEST(ShippedStandard, FlangeByNameIsTheFlangeByItsDimensions) {

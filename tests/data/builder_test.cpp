@@ -88,7 +88,9 @@ constexpr Fault FAULTS[] = {
     {"materials_viii1.csv", "2.5     , 4       ", "4       , 2.5     ",
      ": max_size: not above min_size: \"2.5\""},
     {"materials_viii1.csv", "approximate", "sure       ",
-     ": status: neither \"published\" nor \"approximate\": \"sure\""},
+     ": status: neither \"published\", \"checked\" nor \"approximate\": \"sure\""},
+    {"materials_viii1.csv", "checked    , list-2001", "checked    ,          ",
+     ": status: checked, but the column checks names no source"},
     {"materials_viii2_class1.csv", "SA-516 70", "SA-516 71",
      ": name: \"SA-516 71\" where materials_viii1.csv has \"SA-516 70\" for this reference"},
     {"materials_viii2_class2.csv", "\n1 ", "\n0 ", ": reference: 0 is not in materials_viii1.csv"},
@@ -107,9 +109,13 @@ constexpr Fault FAULTS[] = {
     {"chart_points.csv", "9.0e-4,11806", "9.0e-4,11300", ": b: below the one before"},
     {"bolts.csv", "IMPERIAL,in,0.625", "IMPERIAL,in,0.425", ": diameter: not above the one before"},
     {"bolts.csv", "UNC,in,0.5,", "UNX,in,0.5,", ": series: no thread series"},
+    {"flange_dimensions.csv", "150,26,A,", "150,26,,",
+     ": series: A or B belongs to the sizes from NPS 26 on"},
+    {"flange_dimensions.csv", "150,26,A,", "150,26,C,", ": series: neither A, B nor empty"},
+    {"flange_dimensions.csv", "150,28,B,", "150,28,A,", ": series: before that of the row before"},
     {"flange_dimensions.csv", "150,0.75,", "151,0.75,", ": class: no flange class"},
     {"flange_dimensions.csv", "150,0.75,", "150,0.25,", ": size: not above the one before"},
-    {"flange_dimensions.csv", "0.75,3.88,", "0.75,2.88,",
+    {"flange_dimensions.csv", "0.75,,3.88,", "0.75,,2.88,",
      ": outside: the bolt holes reach the edge"},
     {"flange_dimensions.csv", "2.75,0.625,4,", "2.75,0.625,6,", ": bolts: no multiple of four"},
     {"moduli.csv", "31.4,30.8,30.3", "31.4,,30.3", ": -100: a gap before this value"},
@@ -181,19 +187,37 @@ TEST_F(DataBuilder, MarksARecordWhenItsPropertiesOrItsStressesAreApproximate) {
     constexpr const char *MARKED = "Carbon steel; approximate", *BARE = "Carbon steel";
     replace("materials_viii2_class2.csv", "approximate", "published  ");
     ASSERT_EQ(outcome().status, 0);
-    EXPECT_EQ(first_note("MATFILE2.BIN"), MARKED);
-
-    replace("materials_viii1.csv", ", approximate", ", published  ");
-    ASSERT_EQ(outcome().status, 0);
     EXPECT_EQ(first_note("MATFILE1.BIN"), BARE);
     EXPECT_EQ(first_note("MATFILE2.BIN"), BARE);
     EXPECT_EQ(first_note("MatFileD2C1.BIN"), MARKED);
+
+    replace("materials_viii1.csv", "checked    , list-2001", "approximate, list-2001");
+    ASSERT_EQ(outcome().status, 0);
+    EXPECT_EQ(first_note("MATFILE1.BIN"), MARKED);
+    EXPECT_EQ(first_note("MATFILE2.BIN"), MARKED);
+}
+
+// A host finds the status, the edition and the source of an item beside the files.
+TEST_F(DataBuilder, ListsWhereEachItemComesFrom) {
+    replace("materials_viii1.csv", "approximate",
+            "published  "); // SA-182 F304 above 5 in., one of its rows
+    ASSERT_EQ(outcome().status, 0);
+    const std::string list = content(out / "data_sources.txt");
+    for (const char* line :
+         {"\n[MATFILE1.BIN]\nSA-516 70|checked|1999 addenda and later|II-D Table 1A: customary of "
+          "about 2001",
+          "\nSA-182 F304|published|", "\nSA-312 TP321|approximate|", "\nSA-193 B7|approximate|",
+          "\n[MATFILE2.BIN]\nSA-516 70|approximate|2017 and later|two thirds of the Y-1",
+          "\nclass 150 size 26 A|checked||ASME B16.47 series A\n",
+          "\nclass 300 size 5 raised face|approximate|", "\nTEMA IMPERIAL|checked||TEMA 9th ed.\n",
+          "\nmodulus 3|checked|", "\nmodulus 2|approximate|", "\nCS-1|published|"})
+        EXPECT_NE(list.find(line), std::string::npos) << line;
+    EXPECT_TRUE(list.ends_with("\n[END]\n"));
 }
 
 // A host that asks for a yield strength gets no record with a mark.
 TEST_F(DataBuilder, ListsApproximateYieldStrengths) {
     replace("yields.csv", ", approximate", ", published  ");
-    replace("materials_viii1.csv", ", approximate", ", published  "); // both are of SA-516 70
     ASSERT_EQ(outcome().status, 0);
     const std::string list = content(out / "approximate.txt");
     for (const char* section : {"\n[YIELDSTR.BIN]\nSA-516 65\n", "\n[YIELDSTRM.BIN]\nSA-516 65\n"})

@@ -105,7 +105,7 @@ TEST_F(ShippedMaterials, AreComplete) {
             EXPECT_TRUE(references.insert(r.reference).second);
             EXPECT_EQ(text(r.first_name), text(r.name));
             EXPECT_NE(text(r.product_form), "");
-            EXPECT_EQ(text(r.uns_number).size(), 6u);
+            EXPECT_TRUE(text(r.uns_number).size() == 6u || text(r.uns_number) == "-");
             EXPECT_NE(text(r.note), "");
             EXPECT_EQ(text(r.text_92) + text(r.text_316) + text(r.text_404), "");
             EXPECT_GT(r.yield, 0.0f);
@@ -119,12 +119,14 @@ TEST_F(ShippedMaterials, AreComplete) {
             EXPECT_LE(r.impact_temperature, 1);
             if (is_bolting(r)) continue;
             EXPECT_NE(text(r.p_number), "");
-            // Of the others a size, where there is one, has one end.
-            EXPECT_TRUE(r.min_dia == -1.0f || r.max_dia == -1.0f);
+            EXPECT_TRUE(r.min_dia == -1.0f || r.max_dia == -1.0f || r.min_dia < r.max_dia);
             EXPECT_EQ(r.impact_temperature < 1, r.curve == 5);
             if (is_nonferrous(r)) continue;
             EXPECT_GE(r.group, 1);
-            EXPECT_NE(text(r.chart), "");
+            // No public chart is known for sure for SA-203 F and SA-537.
+            const bool unknown = r.reference == 24 || r.reference == 25 ||
+                                 (r.reference >= 180 && r.reference <= 187);
+            EXPECT_EQ(text(r.chart).empty(), unknown);
         }
     }
 }
@@ -173,7 +175,7 @@ TEST_F(ShippedMaterials, GiveMoreInDivision2AndMostInItsClass2) {
         Record division_1;
         ASSERT_TRUE(find(DIVISION_1, text(class_1[k].name), class_1[k].reference, division_1));
         EXPECT_EQ(class_1[k].reference, class_2[k].reference);
-        EXPECT_EQ(text(division_1.note), text(class_1[k].note));
+        EXPECT_TRUE(text(class_1[k].note).starts_with(text(division_1.note)));
         for (std::size_t i = 0; i < 32; ++i) {
             if (class_1[k].allowable[i] == 0.0f) continue;
             // The public figure of Division 2 for LF2 at 700 F is below that of Division 1.
@@ -231,7 +233,7 @@ TEST_F(ShippedMaterials, FallWithTheTensileStrengthOf1CrHalfMo) {
     constexpr float LEFT_AT_200 = 0.98f, LEFT_AT_300 = 0.9625f;
     int count = 0;
     for (const Record& r : all(DIVISION_1)) {
-        if (!text(r.note).starts_with("1Cr-1/2Mo;")) continue;
+        if (text(r.note) != "1Cr-1/2Mo") continue;
         EXPECT_NEAR(r.allowable[2] * 3.5f / r.tensile, LEFT_AT_200, 0.004f) << text(r.name);
         EXPECT_NEAR(r.allowable[4] * 3.5f / r.tensile, LEFT_AT_300, 0.004f) << text(r.name);
         ++count;
@@ -338,10 +340,15 @@ TEST_F(ShippedMaterials, NameReferencesThatTheModulusTableHas) {
 }
 
 TEST_F(ShippedMaterials, MarkTheirApproximateRows) {
-    // The table of sources says of every row that its figures are quoted without a copy.
+    // Public copies confirm the steels of Division 1 but those rows of large forgings and thick pipes; they
+    // have neither bolts nor nonferrous materials, and nothing of Division 2.
     for (const Selection& file : FILES)
-        for (const Record& r : all(file))
-            EXPECT_TRUE(text(r.note).ends_with("; approximate")) << text(r.name);
+        for (const Record& r : all(file)) {
+            const bool large = r.reference >= 161 && r.reference <= 165;
+            EXPECT_EQ(text(r.note).ends_with("; approximate"),
+                      file.code == 2 || r.reference > 300 || large)
+                << text(r.name) << ' ' << r.reference << ' ' << file.file;
+        }
 }
 
 TEST_F(ShippedMaterials, KeepTheSizesOfBoltingApart) {

@@ -104,8 +104,9 @@ TEST(DataTable, NamesTheColumnAndTheValueOfWhatIsWrong) {
         complaint(HEADER + "a\tb,1,published,x\n", [](const Row& row) { row.text("name", 9); }),
         "bolts.csv:4: name: characters other than printable ASCII in \"a\tb\"");
     const auto status = [](const Row& row) { row.approximate(); };
-    EXPECT_EQ(complaint(HEADER + "a,1,sure,x\n", status),
-              "bolts.csv:4: status: neither \"published\" nor \"approximate\": \"sure\"");
+    EXPECT_EQ(
+        complaint(HEADER + "a,1,sure,x\n", status),
+        "bolts.csv:4: status: neither \"published\", \"checked\" nor \"approximate\": \"sure\"");
     EXPECT_EQ(complaint(HEADER + "a,1,published,\n", status), "bolts.csv:4: source: empty");
 }
 

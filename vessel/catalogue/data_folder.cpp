@@ -119,12 +119,21 @@ std::vector<int> modulus_tables() {
     return references;
 }
 
+// "class 150 raised face" for "class 150 size 4 raised face": lists of earlier versions name whole classes.
+std::string without_size(std::string_view item) {
+    std::string text(item);
+    const std::size_t size = text.find(" size "), last = text.find_first_of("rs", size + 6);
+    if (size == std::string::npos || last == std::string::npos) return text;
+    return text.erase(size + 1, last - size - 1);
+}
+
 bool is_approximate(std::string_view file, std::string_view item) {
     require_data_file(APPROXIMATE_FILE);
+    const std::string whole_class = without_size(item);
     for (const Section& section : read_sections("approximate.txt")) {
-        if (section.name == file &&
-            std::find(section.lines.begin(), section.lines.end(), item) != section.lines.end())
-            return true;
+        if (section.name != file) continue;
+        for (const std::string& line : section.lines)
+            if (line == item || line == whole_class) return true;
     }
     return false;
 }

@@ -30,6 +30,13 @@ std::string short_text(float value) {
     return text;
 }
 
+// "12", "26 A"
+std::string plain_text(const NominalSize& size) {
+    constexpr std::string_view SERIES[] = {"", " A", " B"};
+    const auto series = static_cast<std::size_t>(size.series);
+    return short_text(size.size) + std::string(series < std::size(SERIES) ? SERIES[series] : "");
+}
+
 // The number of a class as the engine takes it: that of "PN2.5" is 2.
 std::int32_t number_of(const FlangeClass& flanges) {
     return std::atoi(flanges.name.c_str() + (flanges.metric() ? 2 : 0));
@@ -40,6 +47,25 @@ std::string names_of(const std::vector<FlangeClass>& classes) {
     for (const FlangeClass& c : classes)
         names += (names.empty() ? "" : ", ") + c.name;
     return names;
+}
+
+// "NPS 26 A and NPS 26 B": the same size in the series that have it.
+std::string series_with(const FlangeClass& flanges, const NominalSize& size) {
+    std::string list;
+    for (const FlangeRow& row : flanges.rows)
+        if (row.size().size == size.size)
+            list += (list.empty() ? "" : " and ") + flanges.size_text(row.size());
+    return list;
+}
+
+// The size of the file that the engine names as the next one.
+NominalSize next_size(const FlangeClass& flanges, const NominalSize& size, float next) {
+    const auto row =
+        std::find_if(flanges.rows.begin(), flanges.rows.end(), [&](const FlangeRow& r) {
+            return r.size().size == next &&
+                   (size.series == FlangeSeries::none || r.size().series == size.series);
+        });
+    return row == flanges.rows.end() ? NominalSize{next} : row->size();
 }
 
 FlangeRow row_of(const std::string& line) {
@@ -83,8 +109,13 @@ std::optional<float> number_or_fraction(std::string_view text) {
 
 } // namespace
 
-std::string FlangeClass::size_text(float size) const {
-    return (metric() ? "DN " : "NPS ") + short_text(size);
+std::string_view FlangeClass::standard(const NominalSize& size) const {
+    if (metric()) return "EN 1092-1";
+    return size.series == FlangeSeries::none ? "ASME B16.5" : "ASME B16.47";
+}
+
+std::string FlangeClass::size_text(const NominalSize& size) const {
+    return (metric() ? "DN " : "NPS ") + plain_text(size);
 }
 
 std::vector<FlangeClass> flange_classes() {
@@ -111,11 +142,16 @@ std::string unknown_class(std::string_view name, const std::vector<FlangeClass>&
     return "no class " + echoed(name) + " in " + file + "; there are " + names_of(classes);
 }
 
-std::optional<float> nominal_size(std::string_view text) {
+std::optional<NominalSize> nominal_size(std::string_view text) {
     std::string words;
     for (const char c : text)
         words += c == '-' ? ' ' : c; // "1-1/2"
-    float size = 0.0f;
+    NominalSize nominal;
+    words.erase(words.find_last_not_of(' ') + 1);
+    if (!words.empty() && (words.back() == 'A' || words.back() == 'B')) {
+        nominal.series = words.back() == 'A' ? FlangeSeries::A : FlangeSeries::B;
+        words.pop_back();
+    }
     bool any = false;
     for (std::size_t at = 0; at < words.size();) {
         const std::size_t end = std::min(words.find(' ', at), words.size());
@@ -124,13 +160,13 @@ std::optional<float> nominal_size(std::string_view text) {
         if (word.empty() || (!any && (folded(word) == "nps" || folded(word) == "dn"))) continue;
         const std::optional<float> value = number_or_fraction(word);
         if (!value || !(*value > 0.0f)) return std::nullopt;
-        size += *value;
+        nominal.size += *value;
         any = true;
     }
-    return any ? std::optional(size) : std::nullopt;
+    return any ? std::optional(nominal) : std::nullopt;
 }
 
-FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm form,
+FlangeLookup look_up_flange(const FlangeClass& flanges, const NominalSize& size, FlangeForm form,
                             std::optional<float> wall) {
     FlangeLookup found;
     const auto row = std::find_if(flanges.rows.begin(), flanges.rows.end(),
@@ -138,8 +174,8 @@ FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm f
     if (row != flanges.rows.end() && !wall && form == FlangeForm::weld_neck)
         wall = standard_wall(flanges, *row);
 
-    float nominal = size, engine_wall = wall.value_or(0.0f), result[RESULTS] = {};
-    std::int32_t notfound = 0, series = 0;
+    float nominal = size.size, engine_wall = wall.value_or(0.0f), result[RESULTS] = {};
+    std::int32_t notfound = 0, series = static_cast<std::int32_t>(size.series);
     const std::int32_t number = number_of(flanges), blind = form == FlangeForm::blind,
                        slip_on = form == FlangeForm::slip_on, pn = flanges.metric();
     GET_FLANGE_DIMENSIONS(&nominal, &number, result, &notfound, &series, &engine_wall, &blind,
@@ -147,14 +183,19 @@ FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm f
     const std::string name = "class " + flanges.name;
     if ((notfound & 1) != 0 || row == flanges.rows.end()) {
         found.fault = "no size " + flanges.size_text(size) + " in " + name;
-        if (result[NEXT] > 0.0f) {
-            found.fault += "; the next is " + flanges.size_text(result[NEXT]);
+        const std::string in_series = series_with(flanges, size);
+        if (!in_series.empty()) {
+            found.fault += "; there is " + in_series;
+        } else if (result[NEXT] > 0.0f) {
+            found.fault +=
+                "; the next is " + flanges.size_text(next_size(flanges, size, result[NEXT]));
         } else if (!flanges.rows.empty()) {
             found.fault += "; the largest is " + flanges.size_text(flanges.rows.back().size());
         }
         return found;
     }
-    found.items.push_back(name + " size " + short_text(size));
+    const std::string item = name + " size " + plain_text(size);
+    found.items.push_back(item);
 
     FlangeDimensions& f = found.flange;
     f.A = result[OUTSIDE];
@@ -164,13 +205,13 @@ FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm f
     f.hole = result[HOLE];
     f.t = known(result[THICKNESS]);
     f.Fod = known(result[FACE]);
-    if (f.Fod) found.items.push_back(name + " raised face");
+    if (f.Fod) found.items.push_back(item + " raised face");
     if (form == FlangeForm::slip_on) {
         if (!((*row)[Column::slip_on_bore] > 0.0f)) {
             found.fault = "no slip on flange " + flanges.size_text(size) + " in " + name;
             return found;
         }
-        found.items.push_back(name + " slip on");
+        found.items.push_back(item + " slip on");
         f.B = flanges.inches((*row)[Column::slip_on_bore]);
         f.g0 = result[G0];
         f.g1 = result[G1];

@@ -33,11 +33,22 @@ enum class FlangeColumn {
     count
 };
 
+// A nominal size, and from NPS 26 on its series of ASME B16.47.
+enum class FlangeSeries { none, A, B };
+struct NominalSize {
+    float size = 0.0f;
+    FlangeSeries series = FlangeSeries::none;
+
+    bool operator==(const NominalSize&) const = default;
+};
+
 struct FlangeRow {
     std::array<float, static_cast<std::size_t>(FlangeColumn::count)> numbers{};
 
     float operator[](FlangeColumn c) const { return numbers[static_cast<std::size_t>(c)]; }
-    float size() const { return numbers[0]; }
+    NominalSize size() const {
+        return {numbers[0], static_cast<FlangeSeries>(static_cast<int>(numbers[1]))};
+    }
 };
 
 struct FlangeClass {
@@ -45,8 +56,8 @@ struct FlangeClass {
     std::vector<FlangeRow> rows;
 
     bool metric() const { return name.starts_with("PN"); } // millimetres and DN
-    std::string_view standard() const { return metric() ? "EN 1092-1" : "ASME B16.5"; }
-    std::string size_text(float size) const; // "NPS 0.5", "DN 300"
+    std::string_view standard(const NominalSize& size) const;
+    std::string size_text(const NominalSize& size) const; // "NPS 0.5", "NPS 26 A", "DN 300"
     float inches(float value) const { return metric() ? value / 25.4f : value; }
 };
 
@@ -56,8 +67,8 @@ std::vector<FlangeClass> flange_classes();
 const FlangeClass* find_class(const std::vector<FlangeClass>& classes, std::string_view name);
 std::string unknown_class(std::string_view name, const std::vector<FlangeClass>& classes);
 
-// "12", "0.5", "1/2", "1 1/2", "NPS 12", "DN 300": nothing for another text.
-std::optional<float> nominal_size(std::string_view text);
+// "12", "0.5", "1/2", "1 1/2", "NPS 12", "26 A", "DN 300": nothing for another text.
+std::optional<NominalSize> nominal_size(std::string_view text);
 
 enum class FlangeForm { weld_neck, slip_on, blind };
 
@@ -76,7 +87,7 @@ struct FlangeLookup {
 };
 
 // `wall` in inches; without one that of standard pipe.
-FlangeLookup look_up_flange(const FlangeClass& flanges, float size, FlangeForm form,
+FlangeLookup look_up_flange(const FlangeClass& flanges, const NominalSize& size, FlangeForm form,
                             std::optional<float> wall);
 
 } // namespace tarvane::vessel

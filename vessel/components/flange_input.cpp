@@ -154,16 +154,22 @@ void FlangeInput::take_standard(Reading& reading) {
     const FlangeClass* flanges = find_class(classes, name);
     if (flanges == nullptr) return refuse(CLASS, unknown_class(to_utf8(name), classes));
     const std::string& size_text = text_setting(TextSetting::standard_size);
-    const std::optional<float> size = nominal_size(size_text);
+    const std::optional<NominalSize> size = nominal_size(size_text);
     if (!size) return refuse(SIZE, "a nominal size is expected, not " + quoted(to_utf8(size_text)));
     const std::optional<float> wall =
         reading.given(WALL) ? std::optional(setting(Setting::standard_wall)) : std::nullopt;
     const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
     if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
 
+<<<<<<< HEAD
     standard_name = std::string(flanges->standard()) + (flanges->metric() ? " " : " class ") +
                     flanges->name + ' ' + flanges->size_text(*size);
     const std::string origin = "standard " + standard_name;
+=======
+    const std::string origin = "standard " + std::string(flanges->standard(*size)) +
+                               (flanges->metric() ? " " : " class ") + flanges->name + ' ' +
+                               flanges->size_text(*size);
+>>>>>>> 1fa9899 (Check the tables against figures of public copies, kept with their sources; ship B16.47, more of EN 1092-1 and SA-537)
     bool face = false;
     for (const StandardKey& key : STANDARD_KEYS) {
         const std::optional<float> value = key.value(found.flange);

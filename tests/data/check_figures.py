@@ -1,0 +1,249 @@
+"""The figures of data/sources against those that were found in public copies, data/sources/checks.
+
+  check_figures.py SOURCES
+
+- No figure differs from a found one by more than 1 % but those that checks/exceptions.csv lists, each with its
+  reason; a line there that no figure needs is a fault, too.
+- A row is `checked` when found figures confirm every figure of it (SCOPE below), and by the sources that its
+  column `checks` names; one that is confirmed is not called approximate.
+- Each line of checks/corrections.csv has a decision, and the tables hold what it says.
+"""
+
+import csv
+import sys
+from pathlib import Path
+
+TOLERANCE = 0.01
+DISTANCES = ["spacing", "hub", "edge", "flats"]
+FLANGE = ["outside", "thickness", "length", "hub", "neck", "bolt_circle", "hole", "bolts", "bolt"]
+DECISIONS = {"changed", "kept", "added", "not shipped"}
+
+
+def read(path):
+    lines = [line for line in path.read_text(encoding="utf-8").splitlines()
+             if line.strip() and not line.lstrip().startswith("#")]
+    rows = list(csv.reader(lines, skipinitialspace=True))
+    header = [name.strip() for name in rows[0]]
+    return [dict(zip(header, (field.strip() for field in row))) for row in rows[1:]]
+
+
+def temperatures(row):
+    return [(float(name), float(row[name])) for name in row if name.lstrip("-").isdigit() and row[name]]
+
+
+def on_line(points, x):
+    """At x on the straight lines between points; None outside."""
+    for (x0, y0), (x1, y1) in zip(points, points[1:]):
+        if x0 <= x <= x1:
+            return y0 + (y1 - y0) * (x - x0) / (x1 - x0)
+    return points[0][1] if points and points[0][0] == x else None
+
+
+class Comparison:
+    """Found figures by the table, row and column of ours that they belong to."""
+
+    def __init__(self):
+        self.found = {}
+        self.contradictions = []
+
+    def add(self, table, row, column, ours, theirs, source):
+        agree = abs(theirs / ours - 1.0) <= TOLERANCE
+        if agree:
+            self.found.setdefault((table, row, column), set()).add(source)
+        else:
+            self.contradictions.append((table, row, column, ours, theirs, source))
+
+    def confirming(self, table, row, columns):
+        """The sources that confirm these columns; None where one of them has none."""
+        each = [self.found.get((table, row, column)) for column in columns]
+        return None if not each or None in each else set().union(*each)
+
+
+def compare_materials(tables, checks, result):
+    ours = {row["reference"]: row for row in tables["materials_viii1"]}
+    for theirs in checks["allowables"]:
+        row = ours[theirs["reference"]]
+        assert row["name"] == theirs["name"], theirs
+        points = temperatures(row)
+        for degrees, stress in temperatures(theirs):
+            own = on_line(points, degrees)
+            if own is not None:
+                result.add("materials_viii1", row["reference"], "%g" % degrees, own, stress,
+                           theirs["source"])
+
+
+def compare_moduli(tables, checks, result):
+    for row in tables["moduli"]:
+        sources = {}
+        for theirs in checks["moduli"]:
+            if theirs["reference"] == row["reference"]:
+                sources.setdefault(theirs["source"], []).append(
+                    (float(theirs["temperature"]), float(theirs["modulus"])))
+        for source, points in sources.items():
+            for degrees, modulus in temperatures(row):
+                found = on_line(sorted(points), degrees)
+                if found is not None:
+                    result.add("moduli", row["reference"], "%g" % degrees, modulus, found, source)
+
+
+def compare_bolts(tables, checks, result):
+    for row in tables["bolts"]:
+        key = row["series"] + " " + row["diameter"]
+        for theirs in checks["bolts"]:
+            if theirs["units"] != row["units"] or float(theirs["diameter"]) != float(row["diameter"]):
+                continue
+            columns = ["root_area"] if theirs["series"] == row["series"] else []
+            if theirs["series"] == row["series"] or (row["series"], theirs["series"]) == (
+                    "UNC", "TEMA IMPERIAL"):
+                columns += DISTANCES
+            for column in columns:
+                if theirs[column]:
+                    result.add("bolts", key, column, float(row[column]), float(theirs[column]),
+                               theirs["source"])
+
+
+def flange_key(row):
+    return " ".join(part for part in (row["class"], "%g" % float(row["size"]), row["series"]) if part)
+
+
+def compare_flanges(tables, checks, result):
+    ours = {flange_key(row): row for row in tables["flange_dimensions"]}
+    for theirs in checks["flanges"]:
+        row = ours.get(flange_key(theirs))
+        if row is None:
+            continue
+        for column in FLANGE + ["slip_on_length", "slip_on_bore", "raised_face", "wall"]:
+            if theirs[column] and row[column]:
+                result.add("flange_dimensions", flange_key(row), column, float(row[column]),
+                           float(theirs[column]), theirs["source"])
+
+
+def compare_en(tables, checks, result):
+    for row in tables["materials_en"]:
+        for theirs in checks["materials_en"]:
+            thickness = theirs["thickness"]
+            holds = not thickness or (thickness.startswith("<=") and
+                                      float(thickness[2:]) >= float(row["max_thickness"]))
+            same_proof = theirs["proof"] == row["proof"] or (theirs["proof"], row["proof"]) == (
+                "ReH", "Rp0.2")
+            if (theirs["number"], theirs["standard"]) != (row["number"], row["standard"]):
+                continue
+            own = row.get(theirs["temperature"])
+            if holds and same_proof and own:
+                result.add("materials_en", row["key"], theirs["temperature"], float(own),
+                           float(theirs["strength"]), theirs["source"])
+
+
+def compare_charts(tables, checks, result):
+    for theirs in checks["chart_points"]:
+        for row in tables["chart_points"]:
+            if (row["chart"], row["temperature"]) == (theirs["chart"], theirs["temperature"]) and float(
+                    row["a"]) == float(theirs["a"]):
+                result.add("chart_points", f"{row['chart']} {row['temperature']}", "%g" % float(row["a"]),
+                           float(row["b"]), float(theirs["b"]), theirs["source"])
+
+
+def compare_table_g(tables, checks, result):
+    ours = {(float(row["do_t"]), float(row["l_do"])): row["a"] for row in tables["table_g"]}
+    for theirs in checks["table_g"]:
+        own = ours.get((float(theirs["do_t"]), float(theirs["l_do"])))
+        if own:
+            result.add("table_g", theirs["do_t"], theirs["l_do"], float(own), float(theirs["a"]),
+                       theirs["source"])
+
+
+def given(row, columns):
+    return [column for column in columns if row.get(column)]
+
+
+def by_temperature(row):
+    return ["%g" % degrees for degrees, _ in temperatures(row)]
+
+
+def ring(row):
+    """A blind flange has the thickness of the ring, a metric bolt follows from its hole."""
+    figures = [name for name in FLANGE if name != "bolt" or not row["class"].startswith("PN")]
+    return given(row, figures) + (["blind"] if row["blind"] not in ("", row["thickness"]) else [])
+
+
+# What the status of a row tells of: the figures by temperature; of a bolt and a flange all but the walls of
+# the pipes.
+SCOPE = [
+    ("materials_viii1", lambda row: row["reference"], "status", by_temperature),
+    ("moduli", lambda row: row["reference"], "status", by_temperature),
+    ("materials_en", lambda row: row["key"], "status", by_temperature),
+    ("bolts", lambda row: row["series"] + " " + row["diameter"], "status",
+     lambda row: given(row, ["root_area"] + DISTANCES)),
+    ("flange_dimensions", flange_key, "status", ring),
+    ("flange_dimensions", flange_key, "face_status", lambda row: given(row, ["raised_face"])),
+    ("flange_dimensions", flange_key, "slip_on_status",
+     lambda row: given(row, ["slip_on_length", "slip_on_bore"])),
+]
+
+
+def status_faults(tables, result):
+    for table, key, column, scope in SCOPE:
+        for row in tables[table]:
+            sources = result.confirming(table, key(row), scope(row))
+            status, place = row[column], f"{table}.csv: {key(row)}: {column}"
+            if status == "checked" and sources is None:
+                missing = [c for c in scope(row) if not result.confirming(table, key(row), [c])]
+                yield f"{place}: checked, but nothing confirms {', '.join(missing)}"
+            if status == "approximate" and sources is not None:
+                yield f"{place}: approximate, but {', '.join(sorted(sources))} confirm every figure of it"
+            if status == "checked" and column == "status" and sources is not None:
+                if set(row["checks"].split()) != sources:
+                    yield f"{place}: its column checks is not \"{' '.join(sorted(sources))}\""
+
+
+def exception_faults(exceptions, result):
+    listed = {(e["table"], e["row"], e["column"], e["source"]): e for e in exceptions}
+    used = set()
+    for table, row, column, ours, theirs, source in result.contradictions:
+        known = listed.get((table, row, column, source))
+        if known is None or not known["reason"]:
+            yield f"{table}.csv: {row}: {column}: {ours:g}, where {source} has {theirs:g}"
+        used.add((table, row, column, source))
+    for key in listed.keys() - used:
+        yield f"exceptions.csv: {', '.join(key)}: there is no such contradiction"
+
+
+def correction_faults(corrections, tables):
+    keys = {"materials_viii1": "reference", "materials_viii2_class2": "reference", "materials_en": "key"}
+    for line in corrections:
+        place = f"corrections.csv: {line['table']} {line['row']} {line['at']}"
+        if line["decision"] not in DECISIONS or not line["reason"]:
+            yield f"{place}: no decision with a reason"
+        table = line["table"].removesuffix(".csv")
+        degrees = line["at"].split()[0]
+        if table not in keys or not degrees.isdigit() or not line["now"]:
+            continue
+        own = next(r for r in tables[table] if r[keys[table]] == line["row"].split()[0])
+        if (own.get(degrees) or "none") != line["now"]:
+            yield f"{place}: the table has {own.get(degrees) or 'none'}, the decision {line['now']}"
+
+
+def main():
+    folder = Path(sys.argv[1])
+    tables = {path.stem: read(path) for path in folder.glob("*.csv")}
+    checks = {path.stem: read(path) for path in (folder / "checks").glob("*.csv")}
+    result = Comparison()
+    for compare in (compare_materials, compare_moduli, compare_bolts, compare_flanges, compare_en,
+                    compare_charts, compare_table_g):
+        compare(tables, checks, result)
+    named = {row["source"] for row in checks["sources"]}
+    faults = [f"sources.csv: no source {source}" for name, rows in checks.items() for source in
+              {row["source"] for row in rows if "source" in row} - named
+              if name not in ("corrections", "sources")]
+    faults += list(exception_faults(checks["exceptions"], result))
+    faults += list(status_faults(tables, result))
+    faults += list(correction_faults(checks["corrections"], tables))
+    for fault in faults:
+        print(fault)
+    agreeing = sum(len(sources) for sources in result.found.values())
+    print(f"{agreeing} found figures agree, {len(result.contradictions)} contradict, {len(faults)} faults")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
