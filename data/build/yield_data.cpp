@@ -16,13 +16,8 @@ constexpr float HIGHEST = 1000.0f, HIGHEST_METRIC = 977.0f;
 
 struct Entry {
     const Row* row;
-<<<<<<< HEAD
-    bool approximate;
-    TARVANE_MATERIAL_RECORD record; // yield strengths in place of the allowable stresses
-=======
     Status status;
-    TARVANE_MATERIAL_RECORD record; // yield strengths in the place of the allowable stresses
->>>>>>> 1fa9899 (Check the tables against figures of public copies, kept with their sources; ship B16.47, more of EN 1092-1 and SA-537)
+    TARVANE_MATERIAL_RECORD record; // yield strengths in place of the allowable stresses
 };
 
 std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yields) {
