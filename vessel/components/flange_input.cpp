@@ -161,15 +161,9 @@ void FlangeInput::take_standard(Reading& reading) {
     const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
     if (!found.fault.empty()) return refuse(found.wall_at_fault ? WALL : SIZE, found.fault);
 
-<<<<<<< HEAD
-    standard_name = std::string(flanges->standard()) + (flanges->metric() ? " " : " class ") +
+    standard_name = std::string(flanges->standard(*size)) + (flanges->metric() ? " " : " class ") +
                     flanges->name + ' ' + flanges->size_text(*size);
     const std::string origin = "standard " + standard_name;
-=======
-    const std::string origin = "standard " + std::string(flanges->standard(*size)) +
-                               (flanges->metric() ? " " : " class ") + flanges->name + ' ' +
-                               flanges->size_text(*size);
->>>>>>> 1fa9899 (Check the tables against figures of public copies, kept with their sources; ship B16.47, more of EN 1092-1 and SA-537)
     bool face = false;
     for (const StandardKey& key : STANDARD_KEYS) {
         const std::optional<float> value = key.value(found.flange);
