@@ -1,5 +1,5 @@
 ! The blocks, services and kinds of results of the Fortran module that the host of three elements does not
-! meet.
+! use.
 !   fortran_host [DATA_FOLDER]
 #ifdef TARVANE_WIN32
 #define SERVICE(name) !GCC$ ATTRIBUTES STDCALL :: name
@@ -80,7 +80,7 @@ contains
         call check(no_value == -no_temperature, 'no_value')
     end subroutine
 
-    ! The routine and the variable are two ways to one place.
+    ! The routine and the variable reach the same place.
     subroutine variables()
         iinospecial = 3
         lbsarea = 4
