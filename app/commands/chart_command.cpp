@@ -110,7 +110,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     const ChartCurve curve = read_curve(*name, temperature, yield);
     if (!(curve.E > 0.0f && curve.Amax > 0.0f))
         return refuse("the rows of chart " + *name + " cannot be read");
-    // The drawing comes first, so that a reader who leaves early has it; without it there is the table.
+    // The drawing comes first, so that it exists when the reader of standard output leaves early.
     Status status = Status::fine;
     if (!options.svg.empty()) {
         try {

@@ -22,7 +22,7 @@ struct ChartOptions {
     UnitSystem units = us_units();
 };
 
-// Writes the table of a chart, and the drawing when one is asked for.
+// Writes the table of a chart, and the drawing when one is requested.
 Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& err);
 
 } // namespace tarvane::app

@@ -13,7 +13,7 @@ using namespace vessel;
 
 namespace {
 
-constexpr std::string_view NEITHER = "-"; // nothing stands in the record
+constexpr std::string_view NEITHER = "-"; // the record has nothing
 
 // Allowable stresses are read in ksi and MPa, as the tables of the code show them.
 struct StressUnit {

@@ -53,7 +53,7 @@ void print_answer(const MdmtInput& element, const MdmtOutcome& o, const UnitSyst
 
 } // namespace
 
-// The options go the way of an input file, so that units, choices, materials and checks are the same.
+// The options are read as an input file, so that units, choices, materials and checks are the same.
 Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.data, "--data");
     std::string text = "units = " + quoted(options.units) + "\n[mdmt]\n";

@@ -20,7 +20,7 @@ Status explain_name(const std::string& name, std::ostream& out, std::ostream& er
 struct NewFileOptions {
     std::string name;   // "drum"
     bool si = false;    // units
-    std::string output; // a file that isn't there yet; empty: standard output
+    std::string output; // a file that does not exist yet; empty: standard output
 };
 Status write_new_file(const NewFileOptions& options, std::ostream& out, std::ostream& err);
 
@@ -29,7 +29,7 @@ struct CheckOptions {
     std::string data; // folder of the data files; empty: beside the library
     bool strict = false;
 };
-// The faults of a file, as `tarvane run` tells them, without a calculation.
+// The faults of a file, as `tarvane run` shows them, without a calculation.
 Status check_file(const CheckOptions& options, std::ostream& out, std::ostream& err);
 
 } // namespace tarvane::app

@@ -132,7 +132,7 @@ Fault syntax_fault(std::string_view file, int number, std::string_view descripti
     const Line line = split(text);
     const bool of_lines =
         text.find(R"(""")") != std::string_view::npos || text.find("'''") != std::string_view::npos;
-    // A second value for the same key is no matter of how the line is written.
+    // A second value for the same key has nothing to do with how the line is written.
     if (trimmed(text).empty() || of_lines || parser.find("redefine") != std::string::npos)
         return plain;
     const std::string key = line.assigns && !line.open_text ? cut(line.key) : std::string();

@@ -1,4 +1,4 @@
-// What is wrong with a line that is no TOML, in the words of who wrote it.
+// What is wrong with a line that is no TOML, in a user's words.
 #pragma once
 
 #include "components/element.h"
@@ -10,8 +10,8 @@ namespace tarvane::app {
 using namespace vessel;
 
 // The fault of a line (from 1 on) that the parser refuses: a text without quotation marks, one whose second
-// mark is missing, a number with its unit, and so on. `description` is what the parser says; it stands where
-// the line tells nothing.
+// mark is missing, a number with its unit, and so on. `description` is what the parser says; it is used where
+// the line shows no cause.
 Fault syntax_fault(std::string_view file, int line, std::string_view description);
 
 } // namespace tarvane::app

@@ -18,7 +18,7 @@ bool is_key_character(char c) {
 
 bool is_blank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
 
-// Walks through a text as far as strings, comments, brackets and keys go.
+// Follows strings, comments, brackets and keys through a text.
 class Walk {
   public:
     explicit Walk(std::string_view toml_text) : text(toml_text) {}
@@ -42,7 +42,7 @@ class Walk {
     bool in_header = false;
     bool in_word = false; // in a value without quotation marks and brackets
     int parts = 1;
-    bool given_up = false; // at what the parser will not read beyond
+    bool given_up = false; // at a place beyond which the parser does not read
     std::optional<Fault> fault;
 
     char here() const { return text[at]; }

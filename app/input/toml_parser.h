@@ -1,5 +1,5 @@
-// The parser of input files, with assertions that throw: what it takes for granted of a text need not hold
-// for one of a user's. It belongs in one source file only.
+// The parser of input files, with assertions that throw: what it assumes about a text need not be true
+// of a user's. It belongs in one source file only.
 #pragma once
 
 #include <stdexcept>
@@ -14,7 +14,7 @@ struct TomlAssertion : std::logic_error {
 
 } // namespace tarvane::app
 
-// In a release build the parser drops its assertions, and lets the compiler go by them besides.
+// In a release build the parser drops its assertions, and lets the compiler rely on them.
 #pragma push_macro("NDEBUG")
 #undef NDEBUG
 #define TOML_ASSERT(expr)                                                                          \

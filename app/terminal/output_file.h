@@ -14,16 +14,16 @@ struct FileInUse {
 };
 
 // Throws std::runtime_error when `path` leads to one of the files or to a data file, by whatever name:
-// symbolic and hard links, and the place of a file that isn't there yet.
+// symbolic and hard links, and the place of a file that does not exist yet.
 void refuse_same_file(const std::string& path, std::span<const FileInUse> files);
 
-// The same, and throws when what stands at `path` can't or must not be written: a folder, a file without
-// permission to write, a device other than a stream. To be asked before anything is calculated.
+// The same, and throws when what is at `path` can't or must not be written: a folder, a file without
+// permission to write, a device other than a stream. To be called before anything is calculated.
 void check_output(const std::string& path, std::span<const FileInUse> files);
 
 // The whole file, or what was there before: written under another name in the same folder, then renamed,
-// with the mode of the file that it replaces. A symbolic link keeps pointing to its file. A stream, a FIFO
-// or a terminal say, is written through. Throws std::runtime_error, and leaves nothing behind, also when
+// with the mode of the file that it replaces. A symbolic link keeps pointing to its file. A stream, such as
+// a FIFO or a terminal, is written directly. Throws std::runtime_error, and leaves nothing behind, also when
 // the process is asked to end meanwhile.
 void write_whole(const std::string& path, std::string_view bytes);
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t ROWS = 27, NUMBERS = 9;
 constexpr float MILLIMETRES = 25.4f; // in an inch
-constexpr float PRESENT = 0.001f;    // a diameter above it is one
+constexpr float PRESENT = 0.001f;    // a diameter above it counts
 // How the engine compares, in the unit of the section: with a size, and with the ends of the series.
 constexpr float NEAR = 0.01f, BEYOND = 0.0001f;
 

@@ -7,13 +7,13 @@ namespace tarvane::vessel {
 
 class BoltSizes {
   public:
-    // None for a series without sizes of its own ("special"), and for one that the data do not have.
+    // Empty for a series without sizes of its own ("special"), and for one that the data do not have.
     explicit BoltSizes(int series);
 
     bool empty() const { return sizes.empty(); }
-    // Whether a diameter (in.) is one of the sizes, as near as the engine looks.
+    // Whether a diameter (in.) is one of the sizes, within the engine's tolerance.
     bool lists(float diameter) const;
-    // The size (in.) that the engine takes for it: the size itself, the next smaller one, or the smallest.
+    // The size (in.) that the engine uses for it: the size itself, the next smaller one, or the smallest.
     float taken(float diameter) const;
     // The sizes (in.) next to it on both sides; one where the series ends.
     std::vector<float> neighbours(float diameter) const;

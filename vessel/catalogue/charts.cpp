@@ -25,7 +25,7 @@ std::string no_chart(std::string_view given, const std::vector<std::string>& nam
     std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);
-    // The chart of another family of materials would be no help.
+    // The chart of another family of materials is no suggestion.
     if (!near.empty() && folded(near).substr(0, 2) == folded(given).substr(0, 2))
         message += "; the nearest is " + std::string(near);
     return message;

@@ -12,7 +12,7 @@ namespace tarvane::vessel {
 
 // A chart at a temperature. Stresses in psi.
 struct ChartCurve {
-    float temperature = 0.0f; // that the chart was held to (F)
+    float temperature = 0.0f; // of the curve (F)
     float E = 0.0f;           // modulus (millions of psi); 0: there is no chart
     float Aelastic = 0.0f;    // end of the straight line
     float Amax = 0.0f, Bmax = 0.0f;
@@ -28,7 +28,7 @@ inline constexpr std::string_view CHART_FILE = "ExtChartData.txt";
 
 // The name of a chart as the chart file writes it; nothing when it has no such chart.
 std::optional<std::string> chart_in_file(std::string_view given);
-// What there is to say about a name without a chart: the nearest one, or that the file is missing.
+// The message about a name without a chart: the nearest one, or that the file is missing.
 std::string unknown_chart(std::string_view given);
 // The same about the chart that the record of a material names.
 std::string missing_chart(std::string_view material, std::string_view chart);

@@ -30,7 +30,7 @@ bool is_text(std::string_view bytes) {
     });
 }
 
-// Lines without what stands around them, cut to the columns that the engine reads.
+// Lines without the blanks around them, cut to the columns that the engine reads.
 Lines lines_of(std::string_view text, std::size_t width = std::string_view::npos) {
     Lines lines;
     while (!text.empty()) {
@@ -43,7 +43,7 @@ Lines lines_of(std::string_view text, std::size_t width = std::string_view::npos
     return lines;
 }
 
-// The numbers at the begin of a line, up to the first item that is none.
+// The numbers at the beginning of a line, up to the first item that is none.
 Numbers numbers_of(std::string_view line) {
     constexpr std::string_view GAPS = " \t\r,";
     Numbers numbers;
@@ -166,7 +166,7 @@ Fault check_table_g(std::string_view text) {
     Lines lines = lines_of(text, WIDTH);
     lines.resize(std::min(lines.size(), FILE_LINES));
     std::size_t key = 0;
-    double last = MOST; // L/Do of the row before
+    double last = MOST; // L/Do of the previous row
     std::size_t last_line = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view line = lines[i];
@@ -225,7 +225,7 @@ Fault check_record(std::string_view record) {
     return sound ? Fault() : "strengths";
 }
 
-// Record 1 holds two counts, whose sum is the number of those behind it.
+// Record 1 holds two counts, whose sum is the number of records after it.
 Fault check_records(std::string_view bytes, std::size_t width) {
     if (bytes.size() < width) return "damaged: it has no first record";
     std::int32_t counts[2];
@@ -278,7 +278,7 @@ const KnownFile* find_file(std::string_view name) {
     return known == std::end(KNOWN) ? nullptr : known;
 }
 
-// Why there is nothing to be read.
+// Why there is nothing to read.
 Fault absence(const std::filesystem::path& path) {
     std::error_code ignored;
     const auto status = std::filesystem::status(path, ignored);

@@ -1,5 +1,5 @@
-// Whether a data file is there and has the form that the engine reads. The engine answers a file that is
-// missing or damaged by a fallback or by zeros; a host that lets it decide a result asks here first.
+// Whether a data file is there and has the form that the engine reads. The engine replaces a file that is
+// missing or damaged by a fallback or by zeros; before a result depends on a file it is checked here.
 #pragma once
 
 #include <map>
@@ -17,7 +17,7 @@ inline constexpr std::string_view APPROXIMATE_FILE = "approximate.txt", BOLT_FIL
                                   UCS_23_FILE = "VIII-1_Matls_By_Table.txt";
 
 // What is wrong with a file of the data folder, "missing in FOLDER" for instance; nothing when it is sound, or
-// a file of which only its readers know the form.
+// when only its readers know its form.
 std::optional<std::string> data_file_fault(std::string_view name);
 
 // Whether a text is the name of a file whose form is known.
@@ -32,10 +32,10 @@ void require_data_file(std::string_view name);
 // The same for many elements of one input file: each data file is read once.
 class DataFilesCheck {
   public:
-    // The fault of a file when it is asked for the first time; nothing later, as nobody needs it told twice.
+    // The fault of a file at the first request for it; nothing later, so that it is reported once.
     std::optional<std::string> first_fault(std::string_view name);
 
-    // Every fault is asked for the first time again.
+    // Every fault is reported once more.
     void tell_again();
 
     bool sound(std::string_view name);

@@ -10,7 +10,7 @@
 
 namespace tarvane::vessel {
 
-// The engine holds 260 characters of a path, 256 for what may lie beside the library: a longer folder would
+// The engine holds 260 characters of a path, 256 for files beside the library: a longer folder would
 // hide some of its files.
 inline constexpr std::size_t LONGEST_DATA_FOLDER = 234;
 inline constexpr std::size_t LARGEST_DATA_FILE = 64 * 1024 * 1024;
@@ -21,13 +21,13 @@ struct DataFolder {
 };
 // Gives the engine a folder. Throws std::runtime_error for one that is not there or whose path is too long.
 void set_data_folder(const DataFolder& folder);
-// The folder that `by` names, a call or an option; without one the folder that is found.
+// The folder that `by`, a call or an option, names; without one the folder that is found.
 void set_data_folder(const std::string& folder, std::string_view by = "the call");
 // The folder that was set, else the one that is found.
 const DataFolder& data_folder();
 // Where the engine looks for a data file.
 std::string data_file_path(std::string_view name);
-// What keeps a folder from being one of data files: "..., which is too long".
+// Why a folder can't be one of data files: "..., which is too long".
 std::optional<std::string> data_folder_fault(const std::string& folder);
 
 // Names of the data files that are texts.
@@ -47,7 +47,7 @@ std::vector<Section> read_sections(std::string_view file);
 // Reference numbers of the moduli of "ElastAlp07.txt".
 std::vector<int> modulus_tables();
 
-// What the data files hold as approximate: "modulus 5" of ElastAlp07.txt, say. Material records carry a
+// What is approximate in the data files, such as "modulus 5" of ElastAlp07.txt. Material records have a
 // mark of their own. Throws std::runtime_error where "approximate.txt" is missing or damaged.
 bool is_approximate(std::string_view file, std::string_view item);
 

@@ -74,7 +74,7 @@ std::string MaterialSelection::file() const {
 std::vector<Material::Allowable> Material::allowables() const {
     std::size_t count = std::size(record.allowable);
     while (count > 0 && !(record.allowable[count - 1] > 0.0f))
-        --count; // zeros behind the last stress: not allowed there
+        --count; // zeros after the last stress: not allowed there
     std::vector<Allowable> list;
     for (std::size_t i = 0; i < count; ++i)
         list.push_back({axis(i, selection.metric), record.allowable[i] * PSI});
@@ -87,11 +87,11 @@ float Material::last_temperature() const {
 }
 
 float Material::allowable_at(float temperature) const {
-    select_materials(selection); // the axis goes by it
+    select_materials(selection); // the axis depends on it
     return READ_ALLOWABLE_AT(&record, &temperature) * PSI;
 }
 
-// What a metric file gives is rounded on its way to degrees F.
+// The figures of a metric file are rounded when they are converted to degrees F.
 bool Material::has_allowable_at(float temperature) const {
     return !allowables().empty() && !(temperature > last_temperature() + 0.01f);
 }

@@ -20,12 +20,12 @@ struct MaterialSelection {
     int d2_class = 0;
     int year = 0;
 
-    // clang-tidy 14 sees a null pointer in what the compiler makes of it.
+    // clang-tidy 14 finds a null pointer in the code that the compiler generates.
     auto operator<=>(const MaterialSelection&) const = default; // NOLINT(modernize-use-nullptr)
 
     // The code whose file is read.
     int file_code() const { return force_div1 ? TARVANE_ASME_VIII_1 : code; }
-    // "MATFILE1.BIN", or what there is to say about an older edition.
+    // "MATFILE1.BIN", or the words for an older edition.
     std::string file() const;
 };
 
@@ -58,9 +58,9 @@ struct Material {
     // the last one.
     float allowable_at(float temperature) const;
     bool has_allowable_at(float temperature) const;
-    // The first stress holds down to this temperature: the head of the first column of the tables.
+    // The first stress is valid down to this temperature: the head of the first column of the tables.
     float coldest() const { return selection.metric ? -22.0f : -20.0f; }
-    // A bolt of this size, or another product of this thickness, belongs to this record, as far as it has
+    // A bolt of this size, or another product of this thickness, belongs to this record, if it has
     // limits.
     bool takes_size(float size) const;
 };
@@ -71,17 +71,17 @@ std::string size_range(const Material& material, const UnitSystem& units);
 // "A" to "D", "impact" (tested by its specification), "exempt"; empty without a curve.
 std::string_view curve_name(int curve);
 
-// Which file the engine reads from now on.
+// Selects the file that the engine reads from now on.
 void select_materials(const MaterialSelection& selection);
 
-// Reads each file once. The engine's material selection is another one behind a read.
+// Reads each file once. Reading changes the engine's material selection.
 class MaterialFiles {
   public:
     // In the order of the file; empty without a file.
     const std::vector<Material>& all(const MaterialSelection& selection);
-    // The records of a name, which compares as in the engine: without case, blanks, "." "/" "-".
+    // The records of a name, compared as in the engine: without case, blanks, "." "/" "-".
     std::vector<const Material*> named(std::string_view name, const MaterialSelection& selection);
-    // Up to `count` names that come near, the nearest first.
+    // Up to `count` similar names, the nearest first.
     std::vector<std::string> near_names(std::string_view name, const MaterialSelection& selection,
                                         std::size_t count);
 

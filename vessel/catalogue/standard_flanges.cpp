@@ -225,7 +225,7 @@ FlangeLookup look_up_flange(const FlangeClass& flanges, const NominalSize& size,
                 found.wall_at_fault = true;
                 return found;
             }
-            // The engine forms a bore of its own with the nominal size; the neck has that of the pipe.
+            // The engine calculates a bore of its own from the nominal size; the neck has that of the pipe.
             f.wall = wall;
             f.B = neck - 2.0f * *wall;
             f.g0 = result[G0];

@@ -1,4 +1,4 @@
-// Standard flanges of the data files: classes, sizes and the dimensions that a flange takes from them.
+// Standard flanges of the data files: classes, sizes and the dimensions of a flange.
 #pragma once
 
 #include <array>
@@ -72,7 +72,7 @@ std::optional<NominalSize> nominal_size(std::string_view text);
 
 enum class FlangeForm { weld_neck, slip_on, blind };
 
-// Inches. What the file doesn't know, or the form doesn't have, is left open.
+// Inches. What the file or the form of the flange does not have is left open.
 struct FlangeDimensions {
     float A = 0.0f, C = 0.0f, n = 0.0f, a = 0.0f, hole = 0.0f;
     std::optional<float> B, t, g0, g1, h, Fod;

@@ -32,7 +32,7 @@ constexpr ValueUnit INCH{"in", length, 1.0f}, FOOT{"ft", length, 1.0f / 12.0f},
     KG_A_M3{"kg/m3", density, 27679.9047f}, G_A_CM3{"g/cm3", density, 27.6799047f},
     FAHRENHEIT{"F", temperature, 1.0f}, CELSIUS{"C", temperature, 1.8f, FREEZING};
 
-// Other case is another unit in the SI, so that names are taken as they are.
+// The case of a letter matters in the SI, so that names are compared as they are.
 constexpr ValueUnit UNITS[] = {
     INCH,
     further("in.", INCH),

@@ -1,4 +1,4 @@
-// Units that a single value may bring along, "10 bar": a closed table of names, each with one factor.
+// Units that a single value may have, "10 bar": a closed table of names, each with one factor.
 #pragma once
 
 #include "catalogue/units.h"
@@ -35,7 +35,7 @@ struct ValueUnit {
 
 // The unit of the name for values of the quantity; none: a null pointer.
 const ValueUnit* find_value_unit(std::string_view name, Quantity quantity);
-// The same for whatever quantity.
+// The same for any quantity.
 const ValueUnit* find_value_unit(std::string_view name);
 
 // "a pressure"; empty: its values have no unit.

@@ -1,4 +1,4 @@
-// A request calculated: its components in their order, up to the first one that ends the run.
+// The calculation of a request: its components in their order, up to the first one that ends the run.
 #pragma once
 
 #include "components/request.h"
@@ -32,7 +32,7 @@ std::string path_of(const Element& element);
 // The closing tables of all kinds, in the order of the kinds.
 std::string closing_tables(const std::vector<Calculated>& calculated, const UnitSystem& units);
 
-// What the components take from the files: of a file without items, nothing that has a status.
+// What the components use of the data files; a file without items has nothing with a status.
 DataUses data_used(const Request& request);
 
 // One line for each data file of which approximate rows were used.

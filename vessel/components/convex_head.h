@@ -1,4 +1,4 @@
-// UG-33(a)(1) asks more of an ellipsoidal or torispherical head with the pressure on its convex side than
+// UG-33(a)(1) requires more of an ellipsoidal or torispherical head with the pressure on its convex side than
 // the chart: the thickness by UG-32 too, for 1.67 times the pressure and with a joint efficiency of 1.
 #pragma once
 
@@ -13,7 +13,7 @@ struct ConvexHead {
     float maep = 0.0f; // MAWP of the head / 1.67
 };
 
-// CONVEX_HEAD: of an external pressure, what the chart gives, and what SHLINT found.
+// CONVEX_HEAD: by an external pressure, what the chart gives, and what SHLINT found.
 struct ConvexRating {
     float Pi, t_inside, maep_i, maep_g, t_g;
 };
@@ -26,10 +26,10 @@ ShellInput internal_head(const ExternalInput& element);
 // The keys, "S and r", without which the check cannot be made; empty when it can.
 std::string_view missing_for_convex_head(const ExternalInput& element);
 
-// Behind RESET_ENGINE and the units. It changes the globals and writes no report.
+// After RESET_ENGINE and the units. It changes the globals and writes no report.
 ConvexHead check_convex_head(const ExternalInput& element);
 
-// The lines of the report, behind those of the chart; `chart` has their results.
+// The lines of the report, after those of the chart; `chart` has their results.
 void write_convex_head(const ConvexHead& convex, const ExternalInput& element,
                        const ExternalOutcome& chart);
 

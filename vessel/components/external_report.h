@@ -5,7 +5,7 @@
 
 namespace tarvane::vessel {
 
-// Begins the report; behind it follow the lines of the engine.
+// Begins the report; the lines of the engine follow.
 void write_external_inputs(const ExternalInput& element, const UnitSystem& units);
 void write_external_results(const ExternalInput& element, const ExternalOutcome& outcome);
 

@@ -8,10 +8,10 @@ namespace tarvane::vessel {
 
 bool is_short_of_pressure(const ExternalInput& element, const ExternalOutcome& outcome);
 bool is_short_of_thickness(const ExternalInput& element, const ExternalOutcome& outcome);
-// By the chart and, of a head, by UG-33(a)(1).
+// By the chart and, for a head, by UG-33(a)(1).
 float governing_maep(const ExternalOutcome& outcome);
 float governing_thickness(const ExternalOutcome& outcome);
-// The search for the longest stiffened length goes up to a limit: a length beyond it may hold too.
+// The search for the longest stiffened length has a limit: a longer one may be allowed too.
 bool ends_at_limit(const ExternalOutcome& outcome);
 
 ExternalFound found_of(const ExternalInput& element, const ExternalOutcome& outcome);

@@ -1,4 +1,4 @@
-// The calls of one element under external pressure: what the host sets, SHLEXT, and what comes back.
+// The calls of one element under external pressure: what the host sets, SHLEXT, and its results.
 #pragma once
 
 #include "components/external_input.h"
@@ -16,7 +16,7 @@ struct ExternalOutcome final : Outcome {
     // By SHLEXT; the rest is taken from it, TARVANE_NO_VALUE where a stage did not run.
     TARVANE_EXTERNAL_RESULTS found{};
     float chart_maximum = 0.0f; // last temperature of the chart, when T is above it (F)
-    bool above_chart = false;   // and that it is
+    bool above_chart = false;   // T is above it
     float maep = 0.0f, tca = 0.0f, slen = 0.0f;
     float d_o = 0.0f;                       // outside diameter, or crown radius, used
     float factor_a = 0.0f, factor_b = 0.0f; // by the charts

@@ -72,7 +72,7 @@ void fill_tables(const FlangeInput& flange, int number) {
     SET_MATERIAL_ITEM(&bolt_materials, &at, bolts.data(), static_cast<std::int32_t>(bolts.size()));
 }
 
-// What UCS-56 asks for a material whose P-number is known.
+// What UCS-56 requires of a material whose P-number is known.
 int heat_treatment(const FlangeInput& flange, float thickness) {
     const std::string material = flange.text.substr(slot::flange_material, 15);
     const bool named = material.find_first_not_of(' ') != std::string::npos;
@@ -86,7 +86,7 @@ int heat_treatment(const FlangeInput& flange, float thickness) {
     return required;
 }
 
-// The rating takes the place of a calculation.
+// The rating replaces a calculation.
 void run_rated(const FlangeInput& flange, const Request& file, FlangeOutcome& outcome) {
     RESET_ENGINE();
     set_decimal_comma(file);

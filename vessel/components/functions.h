@@ -1,4 +1,4 @@
-// Functions as the engine works them out: in double precision, rounded once, so that a report has the
+// Functions as the engine calculates them: in double precision, rounded once, so that a report has the
 // same digits on every platform.
 #pragma once
 

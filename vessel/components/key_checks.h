@@ -1,4 +1,4 @@
-// Checks of number keys, for kinds whose values all stand in settings.
+// Checks of number keys, for kinds whose values are all in settings.
 #pragma once
 
 #include "components/element.h"
@@ -10,7 +10,7 @@
 
 namespace tarvane::vessel {
 
-// A key that is missing, or at fault otherwise, is passed over.
+// A key that is missing, or at fault otherwise, is skipped.
 class KeyChecks {
   public:
     KeyChecks(const KeyTable& table, std::span<const float> values, Reading& into)
@@ -35,7 +35,7 @@ class KeyChecks {
             if (sound(key) && !(value(key) >= 0.0f)) fault(key, "it must not be below 0");
         }
     }
-    // Only one of two keys can stand in the file; the fault is the second one's.
+    // Only one of two keys can be given; the fault is the second one's.
     void either(std::string_view first, std::string_view second) const {
         if (given(first) && given(second)) {
             fault(second, "either " + std::string(first) + " or " + std::string(second) +

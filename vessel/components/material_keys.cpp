@@ -19,7 +19,7 @@ bool differ(const std::vector<const Material*>& materials, std::string Material:
                        [&](const Material* m) { return m->*field != materials.front()->*field; });
 }
 
-// What tells records of one name apart: "101 (18Cr-8Ni, high stress), 201 (18Cr-8Ni, low stress)",
+// How records of one name differ: "101 (18Cr-8Ni, high stress), 201 (18Cr-8Ni, low stress)",
 // "401 (1Cr-1/5Mo, up to 2.5000 in.)".
 std::string reference_list(const std::vector<const Material*>& materials, const UnitSystem& units) {
     std::string list;

@@ -15,8 +15,8 @@ struct MaterialKeys {
     std::string name;  // Western; blank: none
     int reference = 0; // 0: not given
     MaterialSelection selection;
-    std::optional<float> size = {}; // of a bolt, which can tell records apart
-    // Of the wall: a record of another thickness is none, whoever names it.
+    std::optional<float> size = {}; // of a bolt, by which records can differ
+    // Of the wall: a record of another thickness does not apply, whether named or not.
     std::optional<float> thickness = {};
     std::optional<float> temperature = {}; // design temperature, for messages
 };
@@ -38,7 +38,7 @@ std::string origin_of(const Material& material, float temperature, const UnitSys
 
 inline constexpr float AMBIENT = 70.0f; // degrees F
 
-// A note where a temperature is below those that the first figure of a record holds for.
+// A note where a temperature is below the range of the first figure of a record.
 void note_cold(Reading& reading, const Material& material, std::string_view file,
                float temperature);
 

@@ -5,7 +5,7 @@
 
 namespace tarvane::vessel {
 
-// Begins the report; behind it follow the lines of the engine.
+// Begins the report; the lines of the engine follow.
 void write_mdmt_inputs(const MdmtInput& element, const UnitSystem& units);
 void write_mdmt_results(const MdmtInput& element, const MdmtOutcome& outcome,
                         const UnitSystem& units);

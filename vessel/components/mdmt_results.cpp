@@ -56,7 +56,7 @@ bool is_exempt(const MdmtInput& element, const MdmtOutcome& outcome) {
     return element.exempt() && !outcome.exempt_stainless;
 }
 
-// Reports show whole degrees: what is above one by less than half counts as that.
+// Reports show whole degrees: less than half a degree above one counts as that one.
 Check temperature_check(const MdmtInput& element, float lowest) {
     return Check::compared(field("mdmt"), std::min(lowest, std::round(lowest)),
                            element.setting(N::required));

@@ -13,9 +13,9 @@ std::optional<float> curve_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduced_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduction_of(const MdmtOutcome& outcome);
 std::optional<float> ug20f_temperature(const MdmtOutcome& outcome);
-// The lowest of them: down to it the element may run as it is.
+// The lowest of them: the element may run as it is down to that temperature.
 std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
-// The temperature that the file asks for is not reached.
+// The temperature that the file requires is not reached.
 bool falls_short(const MdmtInput& element, const MdmtOutcome& outcome);
 
 MdmtFound found_of(const MdmtInput& element, const MdmtOutcome& outcome);

@@ -89,7 +89,7 @@ void call_mdmt_element(const MdmtInput& element, MdmtOutcome& o) {
     const auto at = [&](N number) -> const float* {
         return &element.settings[static_cast<std::size_t>(number)];
     };
-    // A Division 2 curve below 1 says that there is nothing to calculate.
+    // A Division 2 curve below 1 means that there is nothing to calculate.
     const std::int32_t curve = element.exempt() ? 0 : element.curve();
     const std::int32_t code = element.code(), pwht = element.whole_setting(N::pwht),
                        credit = element.whole_setting(N::credit),

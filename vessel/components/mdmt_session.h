@@ -1,4 +1,4 @@
-// The calls of one element's metal temperature: what the host sets, MDMT_ELEMENT, and what comes back.
+// The calls of one element's metal temperature: what the host sets, MDMT_ELEMENT, and its results.
 #pragma once
 
 #include "components/mdmt_input.h"

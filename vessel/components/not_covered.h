@@ -1,4 +1,4 @@
-// What the design code asks of a vessel and the program does not look at: a result says so beside its verdict.
+// What the design code requires of a vessel and the program does not check: part of every result.
 #pragma once
 
 #include "components/request.h"

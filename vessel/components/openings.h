@@ -9,7 +9,7 @@
 
 namespace tarvane::vessel {
 
-// As GETFLANGERESULTS and GETSHELLRESULTS tell them: the rule, the length that breaks it, its limit.
+// As in GETFLANGERESULTS and GETSHELLRESULTS: the rule, the length that breaks it, its limit.
 struct OpeningFaults {
     std::span<const std::int32_t> rules;
     std::span<const float> found, limits;

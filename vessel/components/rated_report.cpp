@@ -23,7 +23,7 @@ std::string type_name(const FlangeInput& flange) {
     return name;
 }
 
-// "UG-44": where the code lets the rating stand for a calculation; empty: not known.
+// "UG-44": where the code accepts the rating instead of a calculation; empty: not known.
 std::string_view paragraph_of(const FlangeInput& flange) {
     if (flange.code() == TARVANE_ASME_VIII_1) return "UG-44";
     if (flange.code() == TARVANE_ASME_VIII_2) return "4.1.11";

@@ -1,4 +1,4 @@
-// One value of a request as its key takes it.
+// One value of a request in the form that its key needs.
 #pragma once
 
 #include "fields/keys.h"

@@ -20,11 +20,11 @@ ReadResult read_request(const Table& root,
 // these numbers; but the first can have faults that a later one would not, and then there are no later ones.
 class RepeatedReading {
   public:
-    // The request has a value, whichever, at each of the paths. Both must outlive the object.
+    // The request has some value at each of the paths. Both must outlive the object.
     RepeatedReading(const Table& root, std::span<const std::string> inputs);
     ~RepeatedReading();
 
-    // Of what the inputs have no part in.
+    // Of everything that does not depend on the inputs.
     const ReadResult& result() const;
     // With the components of the latest reading.
     Request& request();
@@ -41,11 +41,11 @@ class RepeatedReading {
     std::unique_ptr<Parts> parts;
 };
 
-// Faults in the order of their lines, each once: a key that holds for every component is read with each
+// Faults in the order of their lines, each once: a key for every component is read with each
 // of them.
 void sort_faults(Faults& faults);
 
-// As many faults as a message shows. For those behind them the nearest name is not searched.
+// As many faults as a message shows. For those after them the nearest name is not searched.
 inline constexpr std::size_t MOST_FAULT_LINES = 50;
 
 } // namespace tarvane::vessel

@@ -1,4 +1,4 @@
-// Report lines of the host's own, in the form of the engine's: through the report channel, behind
+// Report lines of the host's own, in the form of the engine's: through the report channel, after
 // BEGIN_REPORT.
 #pragma once
 
@@ -26,7 +26,7 @@ void report_input_value(std::string_view text, std::string_view symbol, std::str
                         std::string_view unit = {});
 // A temperature (F) as a whole number in the units of the file.
 void report_temperature(std::string_view label, float value, const UnitSystem& units);
-// A name that begins in column 43, padded behind.
+// A name that begins in column 43, padded with blanks.
 void report_name(std::string_view label, std::string_view name);
 // The blank line and the line that open the report of an element.
 void report_opening(std::string_view title, std::string_view description);

@@ -11,10 +11,10 @@ namespace tarvane::vessel {
 void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
                         const UnitSystem& units);
 
-// For a head that another check holds against the same rules, too.
+// For a head that another check tests by the same rules, too.
 void write_head_warnings(const ShellInput& shell, const ShellOutcome& outcome);
 
-// Lines of the report by which the verdict goes, in the error style.
+// Lines of the report on a failure, in the error style.
 inline constexpr std::string_view THICKNESS_WARNING =
     "Warning: Required Thickness Exceeds the Given Thickness!";
 inline constexpr std::string_view PRESSURE_WARNING =

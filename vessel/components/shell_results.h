@@ -8,11 +8,11 @@
 
 namespace tarvane::vessel {
 
-// What a value that is no number does, too.
+// Also true of a value that is not a number.
 bool is_short_of_thickness(const ShellInput& shell, const ShellOutcome& outcome);
 bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome);
 
-// Limits of VIII-1 on the form of the element; its formulas do not know them.
+// Limits of VIII-1 on the form of the element, which its formulas do not contain.
 Checks form_checks(const ShellInput& shell, const ShellOutcome& outcome);
 // No element but a head that is thinner than 0.0005 L is outside the rules of Appendix 1-4(f).
 void check_very_thin(const ShellOutcome& outcome, Checks& checks);

@@ -78,7 +78,7 @@ void find_failure_corrosion(const ShellInput& shell, ShellOutcome& o) {
     const std::int32_t element = shell.shape(), service = shell.whole_setting(N::service),
                        outside = shell.outside() ? ON : OFF,
                        corroded_k = shell.whole_setting(N::corroded_K);
-    // It does not know the tolerance, which comes off the outside.
+    // It does not have the tolerance, which is taken off the outside.
     const float Ut = shell.setting(N::Ut), t = shell.setting(N::t) - Ut,
                 tk = o.found.knuckle != 0 ? shell.setting(N::tk) - Ut : shell.setting(N::tk);
     float D = shell.diameter();

@@ -1,4 +1,4 @@
-// The calls of one shell: what the host sets, SHLINT and its companions, and what comes back.
+// The calls of one shell: what the host sets, SHLINT and its companions, and their results.
 #pragma once
 
 #include "components/external_session.h"
@@ -19,19 +19,19 @@ struct ShellOutcome final : Outcome {
     bool by_older_division_2() const { return found.formula == TARVANE_AD_204; }
 };
 
-// What SHLINT finds of a shell, before anything is reset: for its input is being read.
+// What SHLINT finds for a shell, before anything is reset: its input is still being read.
 TARVANE_SHELL_RESULTS look_at(const ShellInput& shell);
 
-// SHLINT with what belongs to it, without a report: behind RESET_ENGINE and the units.
+// SHLINT and the calls that belong to it, without a report: after RESET_ENGINE and the units.
 void calculate_pressures(const ShellInput& shell, ShellOutcome& outcome);
 
-// All calls without a report, behind RESET_ENGINE and the units.
+// All calls without a report, after RESET_ENGINE and the units.
 void calculate_shell(const ShellInput& shell, ShellOutcome& outcome);
 
 // Runs a shell of the file. Throws std::runtime_error when the report file cannot be opened or read.
 ShellOutcome run_shell(const ShellInput& shell, const Request& file);
 
-// The formulas in the report, behind calculate_pressures for the same shell.
+// The formulas in the report, after calculate_pressures for the same shell.
 void report_formulas(const ShellInput& shell);
 
 // A formed head whose convex side has the pressure, UG-33(a)(1): with that pressure (0: none), and what

@@ -1,4 +1,4 @@
-// What a strict request has to say itself: no default decides about safety.
+// What a strict request must say itself: no default decides about safety.
 #pragma once
 
 #include "components/element.h"

@@ -13,7 +13,7 @@ constexpr std::size_t MARK_COLUMNS = 2;
 
 constexpr std::string_view RESET = "\033[0m";
 
-// The marks by their rank: what a reader must not miss comes first.
+// The marks in the order of their importance.
 std::string_view look(const std::array<int, 6>& marks) {
     if (marks[4] != 0) return "\033[1;31m";   // error, overstress, failure: bold red
     if (marks[0] != 0) return "\033[1;7;33m"; // highlighted warning: bold, reverse

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t LABEL_WIDTH = 44, UNIT_WIDTH = 8, VALUE_WIDTH = 15, ABREAST = 3;
 
-// The title, and the headings of the columns beside it, on as many lines as the longest of them takes.
+// The title, and the headings of the columns beside it, on as many lines as the longest of them needs.
 std::string heading_lines(std::string_view title, std::span<const std::string> headings) {
     std::vector<std::vector<std::string>> columns;
     std::size_t lines = 1;

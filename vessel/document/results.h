@@ -15,7 +15,7 @@ namespace tarvane::vessel {
 
 std::string number_text(float value, int decimals);
 
-// Decimals that show about six figures whatever the unit.
+// Decimals that show about six figures in any unit.
 int decimals_of(Quantity quantity, const UnitSystem& units);
 
 // "150.00 psig": a value in the engine's units as the file's, UTF-8.

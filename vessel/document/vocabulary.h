@@ -9,7 +9,7 @@ namespace tarvane::vessel {
 // All keys of an input file, kind by kind. UTF-8.
 std::string key_list();
 
-// What is known of a key, a result or a check, in every kind of component that has it; of one kind for
+// What is known about a key, a result or a check, in every kind of component that has it; in one kind for
 // "flange.t" or "flange[0].t".
 struct Explanation {
     bool known;

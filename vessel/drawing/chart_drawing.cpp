@@ -138,7 +138,7 @@ double round_above(double value) {
     return decade * (lead <= 1 ? 1 : lead <= 2 ? 2 : lead <= 3 ? 3 : lead <= 5 ? 5 : 10);
 }
 
-// Marks of an axis: each whole digit of each decade, and those among them that bear a number.
+// Marks of an axis: each whole digit of each decade, and those among them that have a number.
 struct Mark {
     double value;
     int digit;
@@ -215,7 +215,7 @@ class Drawing {
         if (chart.A) A_end = std::max(A_end, *chart.A);
         const double high = shown_stress(B_end) * 1.05;
         B = {round_below(high / 20), round_above(high), BOTTOM, TOP};
-        // Where the straight line of the asked curve comes up from the lower edge.
+        // Where the straight line of the requested curve rises from the lower edge.
         const double first = straight_A(chart.asked, B.low);
         A = {std::pow(10.0, std::floor(std::log10(first))),
              std::pow(10.0, std::ceil(std::log10(static_cast<double>(A_end)) - 1e-4)), LEFT, RIGHT};
@@ -297,7 +297,7 @@ class Drawing {
             places.push_back(y);
             y += LABEL_STEP;
         }
-        // Not below the plot: what is too low moves up.
+        // Not below the plot: labels that are too low move up.
         double lowest = BOTTOM;
         for (std::size_t i = labels.size(); i-- > 0; lowest -= LABEL_STEP)
             places[i] = std::min(places[i], lowest);

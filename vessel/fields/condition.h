@@ -1,5 +1,5 @@
 // When a key is read, or cannot be left out: a conjunction of terms, or a rule that has a name because it
-// is more than that. Whoever shows a form can follow the terms and asks the library for the rules.
+// is more than that. A host that shows a form evaluates the terms itself and asks the library for the rules.
 #pragma once
 
 #include <array>

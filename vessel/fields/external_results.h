@@ -6,7 +6,7 @@
 
 namespace tarvane::vessel {
 
-// What they are taken from, in the engine's units: values by keys, what SHLEXT returned, and of a head
+// What they are taken from, in the engine's units: values by keys, what SHLEXT returned, and for a head
 // with a check by UG-33(a)(1) what that gave.
 struct ExternalFound {
     const Settings<ExternalNumber, ExternalText>& given;

@@ -1,5 +1,5 @@
 // The checks of the openings of a flat head or cover: rules in the order of TARVANE_OPENING_D1_LARGE and its
-// companions, then the one that stands where none is broken.
+// companions, then the one for openings that break none.
 #pragma once
 
 #include "fields/results.h"

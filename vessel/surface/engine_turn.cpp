@@ -14,7 +14,7 @@ std::mutex& the_engine() {
 } // namespace
 
 EngineTurn::EngineTurn(const DataFolder& data_folder) : lock(the_engine()) {
-    RESET_ENGINE(); // what others left would show where a request is read
+    RESET_ENGINE(); // a state left by others would affect how a request is read
     try {
         set_data_folder(data_folder);
     } catch (const std::runtime_error& problem) {

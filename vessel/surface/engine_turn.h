@@ -13,7 +13,7 @@ struct NoData : std::runtime_error {
     using runtime_error::runtime_error;
 };
 
-// While it lives the engine is its caller's, as at load, and reads the files of the folder. Throws NoData.
+// While it lives the engine belongs to its caller, as at load, and reads the files of the folder. Throws NoData.
 class EngineTurn {
   public:
     explicit EngineTurn(const DataFolder& data_folder);

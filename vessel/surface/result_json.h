@@ -1,4 +1,4 @@
-// The texts that go to a host: results and faults as JSON.
+// The texts returned to a host: results and faults as JSON.
 #pragma once
 
 #include "components/calculation.h"
@@ -13,7 +13,7 @@ struct Wanted {
     bool results = false, report = false, drawings = false;
 };
 
-// Of a calculation that nothing ended.
+// Of a calculation that was completed.
 std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted);
 
 std::string faults_json(const Faults& faults);

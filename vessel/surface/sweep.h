@@ -29,7 +29,7 @@ struct SweepEnd {
     std::int64_t done = 0;
 };
 
-// `turn` is given up now and then, and taken again, so that others have theirs.
+// `turn` is released now and then, and taken again, so that others get theirs.
 SweepEnd sweep(Value request, std::span<const std::string> inputs,
                std::span<const std::string> outputs, const SweepArrays& arrays,
                std::optional<EngineTurn>& turn, const DataFolder& data_folder);

@@ -1,4 +1,4 @@
-// What is wrong with a request: where, what was given, and why it can't be taken.
+// What is wrong with a request: where, what was given, and why it can't be accepted.
 #pragma once
 
 #include <string>

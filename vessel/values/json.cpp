@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t DEEPEST = 64;
 
-// Builds the tree as the parser goes on, so that nothing is built of what is refused.
+// Builds the tree while the parser reads, so that nothing is built of a refused text.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
   public:
     Value root;

@@ -40,7 +40,7 @@ class JsonWriter {
 
   private:
     std::string document;
-    bool first = true; // nothing stands before the next value of its list or object
+    bool first = true; // there is nothing before the next value of its list or object
 
     JsonWriter& open(char bracket);
     JsonWriter& close(char bracket);

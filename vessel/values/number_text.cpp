@@ -108,7 +108,7 @@ std::optional<Magnitude> scan_decimal(Scanner& scanner) {
     return found;
 }
 
-// The fraction at the begin of the text; false: it is malformed.
+// The fraction at the beginning of the text; false: it is malformed.
 bool scan_fraction(Scanner& scanner, std::string_view numerator, Magnitude& into) {
     const std::string_view denominator = scanner.take_digits();
     if (numerator.size() > MOST_FRACTION_DIGITS || denominator.empty() ||

@@ -18,7 +18,7 @@ struct NumberReading {
     std::string hint; // why not, for what is nearly a number
 };
 
-// Decimals with a point and perhaps an exponent, fractions and mixed numbers; feet with inches come in inches.
+// Decimals with a point and perhaps an exponent, fractions and mixed numbers; feet with inches are returned in inches.
 // Blanks may be those of typography.
 NumberReading read_number_text(std::string_view utf8);
 

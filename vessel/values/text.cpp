@@ -112,7 +112,7 @@ std::vector<std::string> wrapped(std::string_view utf8, std::size_t width) {
         std::size_t end = 0;
         for (std::size_t columns = 0; columns <= width; ++end)
             columns += characters(utf8.substr(end, 1));
-        --end; // behind the last character that finds room
+        --end; // after the last character that fits
         const std::size_t blank = utf8.rfind(' ', end);
         if (blank != std::string_view::npos && blank > 0) end = blank;
         lines.emplace_back(utf8.substr(0, end));
@@ -125,7 +125,7 @@ std::vector<std::string> wrapped(std::string_view utf8, std::size_t width) {
 
 namespace {
 
-// Length of the character at the begin of a text, 0 where the bytes are no UTF-8, and its number.
+// Length of the character at the beginning of a text, 0 where the bytes are no UTF-8, and its number.
 std::size_t decode(std::string_view utf8, std::uint32_t& code) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(utf8[i]); };
     const unsigned lead = byte(0);

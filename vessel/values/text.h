@@ -17,7 +17,7 @@ std::optional<std::string> to_western(std::string_view utf8);
 // Names compare without regard to case, blanks, "-", "_" and ".".
 std::string folded(std::string_view name);
 
-// The candidate with the fewest edits from `name`; empty when none comes near.
+// The candidate with the fewest edits from `name`; empty when none is near.
 std::string_view nearest(std::string_view name, std::span<const std::string_view> candidates);
 
 // Columns on a terminal, and texts filled up to as many.
@@ -28,12 +28,12 @@ std::string right_aligned(std::string_view utf8, std::size_t width);
 // Lines of up to `width` columns, broken at blanks, and within a word that is longer. At least one.
 std::vector<std::string> wrapped(std::string_view utf8, std::size_t width);
 
-// As it can go to a terminal: control characters, and bytes that are no UTF-8, by their numbers.
+// Fit for a terminal: control characters, and bytes that are no UTF-8, by their numbers.
 std::string printable(std::string_view utf8);
 
 std::string quoted(std::string_view text);
 
-// What a user wrote as messages repeat it: cut after 60 characters, and the same in quotation marks.
+// A user's text as messages repeat it: cut after 60 characters, and the same in quotation marks.
 std::string cut(std::string_view utf8);
 std::string echoed(std::string_view utf8);
 

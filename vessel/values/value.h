@@ -1,4 +1,4 @@
-// A request as a tree of values, whatever notation it was written in: a table of the input file, a
+// A request as a tree of values, in whatever notation it was written: a table of the input file, a
 // JSON object, a dictionary of Python.
 #pragma once
 
@@ -38,7 +38,7 @@ class Table {
     const Entry* entry(std::string_view key) const; // none: a null pointer
     const Value* find(std::string_view key) const;  // the same
     Value* find(std::string_view key);
-    // In place of the value that the key has, perhaps.
+    // Replaces the value that the key may have.
     Value& put(std::string key, Value value, Position at = {});
     bool empty() const;
     std::size_t size() const;
@@ -50,7 +50,7 @@ class Table {
     std::map<std::string, std::size_t, std::less<>> places;
 };
 
-// What a notation has and no field takes: "a date or time".
+// What a notation has and no field accepts: "a date or time".
 struct Foreign {
     std::string what;
 };
@@ -93,7 +93,7 @@ struct Table::Entry {
     Position at; // of the key
 };
 
-// What uses the entries waits until they are complete.
+// Functions that use the entries are defined where Entry is complete.
 inline Table::Table() = default;
 inline Table::Table(const Table& other) = default;
 inline Table::Table(Table&& other) noexcept = default;
