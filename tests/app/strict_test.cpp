@@ -1,4 +1,4 @@
-// A strict request has no default for what decides about safety.
+// A strict request has no defaults for values that decide about safety.
 #include "app_fixture.h"
 
 namespace tarvane::app {
@@ -44,7 +44,7 @@ TEST(Strict, IsContentWithWhatIsGiven) {
     }
 }
 
-// Required anyway, where the sketch reads it; where it doesn't, nobody has to give it.
+// Required anyway, where the sketch reads it; where it does not, it need not be given.
 TEST(Strict, AsksForTheColumnOfASketchThatHasTwo) {
     const std::string us = "units = \"US\"\n" + HEAD.substr(HEAD.find('\n') + 1);
     const std::vector<std::string> faults =

@@ -58,7 +58,7 @@ void show(char sign, const std::string& line) {
     std::printf("  %c |%s|\n", sign, to_utf8(line).c_str());
 }
 
-// The lines that differ, behind the lines that both have in common at the head of each stretch.
+// The lines that differ, after the lines that both have in common at the head of each stretch.
 void show_differences(const std::string& wanted_text, const std::string& found_text) {
     const std::vector<std::string> wanted = lines_of(wanted_text), found = lines_of(found_text);
     std::size_t i = 0, j = 0, shown = 0;

@@ -1,6 +1,6 @@
 // Walks every golden report and evaluates each printed number line that is an arithmetic expression:
 // it must give the value line under it, within the rounding of the printed operands. Formula text and
-// formula code are written apart; this holds them together.
+// formula code are written separately; this shows that they agree.
 //
 //   tarvane_substitution DIRECTORY EXCEPTIONS
 //
@@ -184,7 +184,7 @@ class Expression {
         return x;
     }
 
-    // A printed number stands for every value that rounds to it; a short whole number is a constant of
+    // A printed number represents every value that rounds to it; a short whole number is a constant of
     // the formula, and exact.
     Interval number() {
         skip();
