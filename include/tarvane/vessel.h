@@ -115,16 +115,19 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **   units       name of the unit system
 **   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
 **   governing   component and check that are nearest to their limit or furthest beyond; null without checks
-**   data        files that were used, and of the items in them the status, "approximate" or "published"
+**   data        files that were used: the version of the folder's data_version.txt, their SHA-256, and of the items
+**               in them the status, "approximate" or "published"
 **   not_covered what the design code requires of such a vessel and tarvane does not check
 **   flange and so on: lists of the components in the order of the request, each with
 **     description
 **     verdict   as above
 **     inputs    by key the value that was used, as it was given, and where it comes from
-**     results   by name; null where there is no value or none that is finite
+**     results   by name, a choice by the name of its value; null where there is no value or none that is finite
 **     why       of each result without a value, the reason
-**     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state
-**               and a reason in words
+**     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state;
+**               force: what a row that falls short does, "decides" (the component can't pass), "warns" (a note says
+**               so) or "advises" (the row alone does); whether the user may waive it; a remark beside a row that
+**               passes within the tolerance alone; a reason in words
 **     messages  of the engine; some belong to the report and are missing without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks
@@ -152,7 +155,7 @@ typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
 **   rows      0 or more
 **   x         rows by inputs, in the units of the request; a flag is 0 or 1, a choice its number
 **   y         receives rows by outputs, in the units of the request: singles, bit for bit those that
-**             tarvane_calculate finds with the values of the row; NaN where there is no value
+**             tarvane_calculate finds with the values of the row, a choice as its number; NaN where there is no value
 **   fault     may be a null pointer; receives for each row 0, or k: the k-th fault, from 1 on, of
 **             tarvane_last_error is the first of the row, all of whose outputs are NaN then
 **   progress  may be a null pointer, user is handed on to it

@@ -5,7 +5,7 @@ from __future__ import annotations
 from dataclasses import dataclass
 from typing import Any, Iterator, Mapping, Optional, Union
 
-Number = Union[float, bool]
+Number = Union[float, bool, str]  # a choice has the name of its value
 
 
 class NoValue(LookupError):
@@ -31,11 +31,14 @@ class Check:
     id: str
     paragraph: str
     state: str
+    force: str
+    waivable: bool
     demand: Optional[float] = None
     operator: str = ""
     limit: Optional[float] = None
     unit: str = ""
     ratio: Optional[float] = None
+    remark: str = ""
     reason: str = ""
 
     @property
@@ -72,7 +75,7 @@ class Results:
         value = self._values[name]
         if value is None:
             raise NoValue(f"{name} has no value: {self._why.get(name, '')}")
-        return value if isinstance(value, bool) else float(value)
+        return value if isinstance(value, (bool, str)) else float(value)
 
     def __getattr__(self, name: str) -> Any:
         if name.startswith("__") or self.__dict__.get("_values") is None:

@@ -7,6 +7,7 @@ comes to the same verdict.
 
 import copy
 import ctypes
+import hashlib
 import json
 import subprocess
 import sys
@@ -80,6 +81,12 @@ def check_file(path, vessel, program, accepts, accepts_result):
         yield f"the schema refuses of the result {fault.json_path}: {fault.message}"
     if vessel.calculate(request, RESULTS | REPORT | DRAWINGS)[1] != result:
         yield "another result the second time"
+    for used in result["data"]:
+        content = (Path(program).parent / used["file"]).read_bytes()
+        if used["sha256"] != hashlib.sha256(content).hexdigest():
+            yield f"another SHA-256 of {used['file']}"
+        if used["version"] != result["program"]:
+            yield f"the version {used['version']!r} of {used['file']}"
     ended = subprocess.run([program, "run", path], capture_output=True, check=False).returncode
     if (ended == 0) != (result["verdict"] == "pass"):
         yield f"the verdict {result['verdict']!r}, but status {ended} of the program"

@@ -161,6 +161,52 @@ TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
     EXPECT_TRUE(at(answer.result, "flange[0].report").null());
 }
 
+const Value* row_of(const Value& checks, std::string_view id) {
+    for (const Value& check : *checks.list())
+        if (text_at(check, "id") == id) return &check;
+    return nullptr;
+}
+
+TEST(Calculate, TellsWhatACheckDecides) {
+    const Handle handle;
+    const Answer answer = handle.calculate(request_of(flange_json(R"(, "rigidity": true)")));
+    const Value checks = at(answer.result, "flange[0].checks");
+    std::set<std::string> forces;
+    for (const Value& check : *checks.list())
+        forces.insert(text_at(check, "force"));
+    EXPECT_EQ(forces, (std::set<std::string>{"decides", "warns", "advises"}));
+    // As the tables have it.
+    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
+    const Value fields = at(keys, "kinds[0].checks");
+    for (const Value& check : *checks.list()) {
+        const Value* field = row_of(fields, text_at(check, "id"));
+        ASSERT_NE(field, nullptr);
+        EXPECT_EQ(text_at(check, "force"), text_at(*field, "force"));
+        EXPECT_EQ(*at(check, "waivable").flag(), *at(*field, "waivable").flag());
+    }
+}
+
+TEST(Calculate, NamesTheValueOfAChoice) {
+    const Handle handle;
+    const Answer answer = handle.calculate(
+        R"({"shell": [{"kind": "cylinder", "P": 100, "T": 300, "D": 48, "t": 0.5,
+            "S": 20000, "Sa": 20000, "E": 0.85}]})");
+    EXPECT_EQ(text_at(answer.result, "shell[0].results.formula"), "UG-27(c)(1)");
+    EXPECT_EQ(text_at(answer.result, "shell[0].results.t_by"), "formula");
+}
+
+TEST(Calculate, SaysNothingOfAVersionThatTheFolderHasNot) {
+    const Folder folder("tarvane_versions");
+    const auto version = [&] {
+        const Handle handle(folder.path.string());
+        return at(handle.calculate(request_of(flange_json())).result, "data[0].version");
+    };
+    std::ofstream(folder.path / "data_version.txt") << "2.3.4\n";
+    EXPECT_EQ(*version().text(), "2.3.4");
+    std::filesystem::remove(folder.path / "data_version.txt");
+    EXPECT_TRUE(version().null());
+}
+
 TEST(Calculate, WritesNoReportThatNobodyWants) {
     const Handle handle;
     const std::string request = request_of(flange_json());

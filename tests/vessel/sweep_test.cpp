@@ -103,8 +103,27 @@ std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
     return {in_order.begin(), in_order.end()};
 }
 
+// The number behind the name that a result has; "flange[0].results.mawp_by".
+double choice_number(const Handle& handle, const std::string& output, const std::string& name) {
+    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
+    const Value kinds = at(keys, "kinds");
+    for (const Value& kind : *kinds.list()) {
+        if (!output.starts_with(text_at(kind, "name") + '[')) continue;
+        const Value results = at(kind, "results");
+        for (const Value& field : *results.list()) {
+            if (!output.ends_with(".results." + text_at(field, "name"))) continue;
+            const Value choices = at(field, "choices");
+            for (const Value& choice : *choices.list())
+                if (text_at(choice, "name") == name) return *at(choice, "number").number();
+        }
+    }
+    ADD_FAILURE() << output << ' ' << name;
+    return -1.0;
+}
+
 // What the result of a calculation says about an output.
-double wanted(const Value& result, const std::string& output, const std::vector<std::string>& ids) {
+double wanted(const Handle& handle, const Value& result, const std::string& output,
+              const std::vector<std::string>& ids) {
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
     const std::size_t point = output.find('.');
     const std::string of = output.substr(0, point), what = output.substr(point + 1);
@@ -129,6 +148,7 @@ double wanted(const Value& result, const std::string& output, const std::vector<
     }
     const Value value = at(result, output);
     if (const bool* flag = value.flag()) return *flag ? 1.0 : 0.0;
+    if (value.text() != nullptr) return choice_number(handle, output, *value.text());
     return value.number().value_or(NONE);
 }
 
@@ -179,9 +199,9 @@ void compare(const std::string& kind, const std::string& request, const std::vec
             if (k != 0)
                 EXPECT_TRUE(std::isnan(found)) << outputs[i];
             else
-                EXPECT_TRUE(same(found, wanted(answer.result, outputs[i], ids)))
+                EXPECT_TRUE(same(found, wanted(handle, answer.result, outputs[i], ids)))
                     << row << ' ' << outputs[i] << ' ' << found << ' '
-                    << wanted(answer.result, outputs[i], ids);
+                    << wanted(handle, answer.result, outputs[i], ids);
         }
     }
     EXPECT_GE(sound, least_sound);

@@ -394,6 +394,12 @@ class Comparison:
             kind["name"]: {result["name"]: result["quantity"] for result in kind["results"]}
             for kind in self.vessel.schema("keys")["kinds"]
         }
+        self.choices = {
+            (kind["name"], result["name"]): {choice["number"]: choice["name"] for choice in result["choices"]}
+            for kind in self.vessel.schema("keys")["kinds"]
+            for result in kind["results"]
+            if "choices" in result
+        }
         self.faults, self.compared = [], 0
 
     def batch(self, random_numbers, kind, units):
@@ -421,7 +427,12 @@ class Comparison:
     def compare(self, kind, given, units, number, result):
         v = engine_values(kind, given, units)
         found, records = RESULTS[kind](self.engine, v, units, number)
-        wrong = differences(kind, found, result["results"], self.quantities[kind], units)
+        told = dict(result["results"])
+        for name in found:
+            names = self.choices.get((kind, name))
+            if names and told[name] is not None:
+                told[name] = next(choice for choice, text in names.items() if text == told[name])
+        wrong = differences(kind, found, told, self.quantities[kind], units)
         if records is not None:
             told, own = [line["text"].rstrip() for line in result["report"]], lines_of(records)
             if told != own[: len(told)] or any(own[len(told) :]):

@@ -66,21 +66,6 @@ bool has_data(const fs::path& folder) {
     });
 }
 
-std::string version_of(const fs::path& folder) {
-    constexpr std::size_t LONGEST = 40;
-    std::string text;
-    try {
-        text = read_regular((folder / DATA_VERSION_FILE).string(), LONGEST);
-    } catch (const std::runtime_error&) {
-        return "no version";
-    }
-    text.resize(std::min(text.find_first_of("\r\n"), text.size()));
-    const bool sound =
-        !text.empty() && text.size() <= LONGEST &&
-        std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c < '\x7F'; });
-    return sound ? "version " + text : "no version";
-}
-
 } // namespace
 
 std::vector<SearchPlace> search_places(const fs::path& library, const fs::path& program,
@@ -125,8 +110,25 @@ DataFolder find_data_folder(const std::string& named, std::string_view by) {
     return first_with_data(search_places(library_file(), program_file(), TARVANE_BUILT_IN_DATA));
 }
 
+std::optional<std::string> version_in(const fs::path& folder) {
+    constexpr std::size_t LONGEST = 40;
+    std::string text;
+    try {
+        text = read_regular((folder / DATA_VERSION_FILE).string(), LONGEST);
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+    text.resize(std::min(text.find_first_of("\r\n"), text.size()));
+    const bool sound =
+        !text.empty() && text.size() <= LONGEST &&
+        std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c < '\x7F'; });
+    return sound ? std::optional(text) : std::nullopt;
+}
+
 std::string described(const DataFolder& folder) {
-    return folder.path + " (" + version_of(folder.path) + ", " + folder.how + ')';
+    const std::optional<std::string> version = version_in(folder.path);
+    return folder.path + " (" + (version ? "version " + *version : "no version") + ", " +
+           folder.how + ')';
 }
 
 } // namespace tarvane::vessel

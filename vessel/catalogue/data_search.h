@@ -4,6 +4,7 @@
 #include "catalogue/data_folder.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,9 @@ DataFolder first_with_data(const std::vector<SearchPlace>& places);
 
 // The folder that `by` names, else that of the environment, else the first place with data files.
 DataFolder find_data_folder(const std::string& named, std::string_view by);
+
+// The version of the data files in a folder; nothing where it has none that is sound.
+std::optional<std::string> version_in(const std::filesystem::path& folder);
 
 // "/opt/data (version 1.0.0, named by --data)".
 std::string described(const DataFolder& folder);

@@ -86,6 +86,10 @@ enum class Force {
     advises  // it passes: the row shows it, nothing more
 };
 
+constexpr std::string_view force_name(Force force) {
+    return force == Force::decides ? "decides" : force == Force::warns ? "warns" : "advises";
+}
+
 struct CheckField {
     std::string_view id;        // "bolt_area", unique among the checks of the kind
     std::string_view paragraph; // of the code: "2-5", "UG-27 (c)(1)"; "TEMA" where no code asks

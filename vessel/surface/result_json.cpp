@@ -1,10 +1,14 @@
 #include "surface/result_json.h"
 
 #include "catalogue/charts.h"
+#include "catalogue/data_folder.h"
+#include "catalogue/data_search.h"
 #include "components/not_covered.h"
 #include "components/read_value.h"
 #include "document/report_view.h"
+#include "values/bounded_file.h"
 #include "values/json.h"
+#include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -64,6 +68,7 @@ class Writer {
     }
     void write_governing(const std::vector<Found>& components);
     void write_data();
+    bool write_choice(std::span<const Choice> choices, float engine);
     void write_number(const Key& key, float engine, const Value& given);
     void write_inputs(const Element& element);
     void write_results(const Found& found);
@@ -95,10 +100,17 @@ void Writer::write_governing(const std::vector<Found>& components) {
 }
 
 void Writer::write_data() {
+    const std::optional<std::string> version = version_in(data_folder().path);
     json.key("data").begin_list();
     for (const auto& [file, items] : data_used(request)) {
         json.begin_object();
         text("file", file);
+        json.key("version");
+        if (version)
+            json.text(*version);
+        else
+            json.null();
+        text("sha256", sha256(read_regular(data_file_path(file), LARGEST_DATA_FILE)));
         json.key("used").begin_list();
         for (const auto& [item, approximate] : items) {
             json.begin_object();
@@ -113,19 +125,21 @@ void Writer::write_data() {
 
 // ---- of a component ------------------------------------------------------------------------------------
 
+// The name of a number that has one.
+bool Writer::write_choice(std::span<const Choice> choices, float engine) {
+    const std::string_view name =
+        choices.empty() ? std::string_view() : choice_name(choices, static_cast<int>(engine));
+    if (!name.empty()) json.text(name);
+    return !name.empty();
+}
+
 // What was given goes out as it came in: the factor of a unit there and back can cost its last bit.
 void Writer::write_number(const Key& key, float engine, const Value& given) {
     if (key.quantity == Quantity::flag) {
         json.flag(engine != 0.0f);
         return;
     }
-    if (key.quantity == Quantity::choice) {
-        for (const Choice& choice : key.choices) {
-            if (static_cast<float>(choice.number) != engine) continue;
-            json.text(choice.name);
-            return;
-        }
-    }
+    if (write_choice(key.choices, engine)) return;
     if (const std::optional<double> number = given.number()) {
         const auto single = static_cast<float>(*number);
         if (request.units.to_engine(single, key.quantity) == engine) {
@@ -168,7 +182,7 @@ void Writer::write_results(const Found& found) {
             json.null();
         else if (result.field->quantity == Quantity::flag)
             json.flag(*value != 0.0f);
-        else
+        else if (!write_choice(result.field->choices, *value))
             json.single(*value);
     }
     json.end_object().key("why").begin_object();
@@ -191,6 +205,9 @@ void Writer::write_check(const Check& check) {
         json.key("ratio").single(*check.ratio());
     }
     text("state", state_name(check.state()));
+    text("force", force_name(field.force));
+    json.key("waivable").flag(field.waivable);
+    if (!check.remark().empty()) text("remark", check.remark());
     if (!check.reason().empty()) text("reason", check.reason());
     json.end_object();
 }

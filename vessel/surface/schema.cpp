@@ -264,20 +264,30 @@ std::string results_schema(const ElementKind& kind) {
     std::vector<std::string_view> names;
     for (const ResultField& field : kind.results) {
         names.push_back(field.name);
+        const std::string words = text(field.label);
+        if (!field.choices.empty()) {
+            std::vector<std::string> values{"null"};
+            for (const Choice& choice : field.choices)
+                values.push_back(text(choice.name));
+            results.put(field.name, object_of({{"description", words}, {"enum", list_of(values)}}));
+            continue;
+        }
         const std::string_view types[] = {field.quantity == Quantity::flag ? "boolean" : "number",
                                           "null"};
-        results.put(field.name,
-                    object_of({{"description", text(field.label)}, {"type", texts(types)}}));
+        results.put(field.name, object_of({{"description", words}, {"type", texts(types)}}));
     }
     return results.object(names);
 }
 
 std::string check_schema(const ElementKind& kind) {
     Properties check;
-    std::vector<std::string_view> ids;
-    for (const CheckField& field : kind.checks)
-        ids.push_back(field.id);
-    check.put("id", ids.empty() ? "false" : object_of({{"enum", texts(ids)}}));
+    std::vector<std::string> ids;
+    for (const CheckField& field : kind.checks) {
+        std::string words(field.label);
+        if (!field.asked.empty()) words += "; asked: " + std::string(field.asked);
+        ids.push_back(object_of({{"const", text(field.id)}, {"description", text(words)}}));
+    }
+    check.put("id", ids.empty() ? "false" : object_of({{"oneOf", list_of(ids)}}));
     check.put("paragraph", of_type("string"));
     const std::string_view operators[] = {"<=", ">="};
     const std::string_view states[] = {"pass", "fail", "not asked", "not made", "waived"};
@@ -287,8 +297,13 @@ std::string check_schema(const ElementKind& kind) {
     check.put("unit", of_type("string"));
     check.put("ratio", nullable("number"));
     check.put("state", object_of({{"enum", texts(states)}}));
+    const std::string_view forces[] = {force_name(Force::decides), force_name(Force::warns),
+                                       force_name(Force::advises)};
+    check.put("force", object_of({{"enum", texts(forces)}}));
+    check.put("waivable", of_type("boolean"));
+    check.put("remark", of_type("string"));
     check.put("reason", of_type("string"));
-    const std::string_view required[] = {"id", "paragraph", "state"};
+    const std::string_view required[] = {"id", "paragraph", "state", "force", "waivable"};
     return check.object(required);
 }
 
@@ -329,8 +344,11 @@ std::string result_schema() {
         governing.put(member, of_type("string"));
     item.put("item", of_type("string"));
     item.put("status", object_of({{"enum", texts(statuses)}}));
-    const std::string_view item_members[] = {"item", "status"}, file_members[] = {"file", "used"};
+    const std::string_view item_members[] = {"item", "status"},
+                           file_members[] = {"file", "version", "sha256", "used"};
     file.put("file", of_type("string"));
+    file.put("version", nullable("string"));
+    file.put("sha256", object_of({{"type", text("string")}, {"pattern", text("^[0-9a-f]{64}$")}}));
     file.put("used", list_schema(item.object(item_members)));
 
     JsonWriter definitions;
@@ -454,6 +472,15 @@ class Vocabulary {
         put("words", in_words(condition, keys));
         json.end_object();
     }
+    void write_choices(std::span<const Choice> choices) {
+        if (choices.empty()) return;
+        json.key("choices").begin_list();
+        for (const Choice& choice : choices) {
+            json.begin_object().key("name").text(choice.name);
+            json.key("number").whole(choice.number).end_object();
+        }
+        json.end_list();
+    }
     void write_key(const Key& key, const KeyTable& keys) {
         json.begin_object();
         put("name", key.name);
@@ -466,14 +493,7 @@ class Vocabulary {
         if (key.decimals) json.key("decimals").whole(*key.decimals);
         if (!key.read.always()) write_condition("read", key.read, keys);
         if (key.needed) write_condition("required", *key.needed, keys);
-        if (!key.choices.empty()) {
-            json.key("choices").begin_list();
-            for (const Choice& choice : key.choices) {
-                json.begin_object().key("name").text(choice.name);
-                json.key("number").whole(choice.number).end_object();
-            }
-            json.end_list();
-        }
+        write_choices(key.choices);
         if (key.width > 0) json.key("width").whole(key.width);
         // In the units of the engine, as the tables have it.
         json.key("default").single(static_cast<float>(key.fallback));
@@ -512,6 +532,7 @@ class Vocabulary {
             write_quantity(field.quantity);
             put("label", field.label);
             put("meaning", field.meaning);
+            write_choices(field.choices);
             json.end_object();
         }
         json.end_list().key("checks").begin_list();
@@ -523,6 +544,8 @@ class Vocabulary {
             write_quantity(field.quantity);
             json.key("operator").text(field.at_least ? ">=" : "<=");
             put("asked", field.asked);
+            put("force", force_name(field.force));
+            json.key("waivable").flag(field.waivable);
             json.end_object();
         }
         json.end_list().end_object();
