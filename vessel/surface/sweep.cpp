@@ -3,7 +3,7 @@
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/fault_list.h"
-#include "components/reader.h"
+#include "model/reader.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
