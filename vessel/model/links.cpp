@@ -116,14 +116,15 @@ class Sorter {
         if (states[i] != State::unseen) return;
         states[i] = State::open;
         path.push_back(i);
-        std::erase_if(links[i], [&](const Link& link) {
-            if (states[link.target] == State::open) {
+        for (Link& link : links[i]) {
+            if (!link.target) continue;
+            if (states[*link.target] == State::open) {
                 tell_circle(i, link);
-                return true;
+                link.target.reset();
+            } else {
+                visit(*link.target);
             }
-            visit(link.target);
-            return false;
-        });
+        }
         path.pop_back();
         states[i] = State::done;
         sorted.push_back(i);
@@ -131,11 +132,11 @@ class Sorter {
 
     void tell_circle(std::size_t i, const Link& link) {
         std::string members;
-        for (auto at = std::find(path.begin(), path.end(), link.target); at != path.end(); ++at)
+        for (auto at = std::find(path.begin(), path.end(), *link.target); at != path.end(); ++at)
             members += name_of(nodes[*at]) + " (" + place_of(nodes[*at]) + "), ";
         finder.fault(nodes[i], link.key,
                      "the links lead in a circle: " + members + "and back to " +
-                         name_of(nodes[link.target]));
+                         name_of(nodes[*link.target]));
     }
 };
 
@@ -154,8 +155,7 @@ Links::Links(std::span<const Node> nodes, FaultList& faults) : links(nodes.size(
         for (const LinkKey& link : LINK_KEYS) {
             const Value* value = node.table->find(link.key);
             if (value == nullptr || node.kind->keys.find(link.key) == nullptr) continue;
-            if (const auto target = finder.find(node, link, *value))
-                links[i].push_back({link.key, *target});
+            links[i].push_back({link.key, finder.find(node, link, *value)});
         }
     }
     refuse_second_mates(nodes, finder);
@@ -166,19 +166,22 @@ Links::Links(std::span<const Node> nodes, FaultList& faults) : links(nodes.size(
 void Links::refuse_second_mates(std::span<const Node> nodes, Finder& finder) {
     std::vector<std::optional<std::size_t>> mates(nodes.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        std::erase_if(links[i], [&](const Link& link) {
-            if (link.key != "mates_with") return false;
-            for (const std::size_t one : {i, link.target}) {
-                if (!mates[one]) continue;
+        for (Link& link : links[i]) {
+            if (link.key != "mates_with" || !link.target) continue;
+            const std::size_t pair[] = {i, *link.target};
+            const auto* taken =
+                std::find_if(std::begin(pair), std::end(pair),
+                             [&](std::size_t one) { return mates[one].has_value(); });
+            if (taken != std::end(pair)) {
                 finder.fault(nodes[i], link.key,
-                             name_of(nodes[one]) + " has a mate already, in " +
-                                 place_of(nodes[*mates[one]]));
-                return true;
+                             name_of(nodes[*taken]) + " has a mate already, in " +
+                                 place_of(nodes[*mates[*taken]]));
+                link.target.reset();
+                continue;
             }
             mates[i] = link.target;
-            mates[link.target] = i;
-            return false;
-        });
+            mates[*link.target] = i;
+        }
     }
 }
 

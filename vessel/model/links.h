@@ -30,14 +30,14 @@ struct Node {
 
 struct Link {
     std::string_view key;
-    std::size_t target;
+    std::optional<std::size_t> target; // nothing behind a link at fault
 };
 
 class Finder;
 
 class Links {
   public:
-    // Names that are unknown, not unique, or lead in a circle are faults, and no links.
+    // Names that are unknown, not unique, or lead in a circle are faults.
     Links(std::span<const Node> nodes, FaultList& faults);
 
     const std::vector<Link>& of(std::size_t component) const { return links[component]; }

@@ -371,16 +371,21 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
 // ---- links -----------------------------------------------------------------------------------------------
 
 void Reader::take_links(std::size_t place, Element& element, Reading& reading) {
-    for (const Link& link : links.of(place))
-        take_over(link.key, element, reading, *request.elements[link.target]);
+    for (const Link& link : links.of(place)) {
+        if (link.target)
+            take_over(link.key, element, reading, *request.elements[*link.target]);
+        else
+            take_nothing(link.key, element, reading);
+    }
     if (const std::optional<Liquid> in_vessel = liquid()) add_head(*in_vessel, element, reading);
 }
 
 void Reader::settle_mates_of(std::size_t place) {
     for (const Link& link : links.of(place)) {
-        if (link.key != "mates_with" || faults.size() > 0) continue;
+        if (link.key != "mates_with" || !link.target || faults.size() > 0) continue;
         auto& flange = static_cast<FlangeInput&>(*request.elements[place]);
-        auto& mate = static_cast<FlangeInput&>(*request.elements[link.target]);
+        auto& mate = static_cast<FlangeInput&>(*request.elements[*link.target]);
+        if (flange.rated()) continue;
         const auto given = [](const FlangeInput& f) {
             return !f.origins.at("mating_operating").given.null();
         };
@@ -604,10 +609,11 @@ std::vector<bool> Reader::find_drafts(const std::vector<Draft>& begun) const {
         found = false;
         for (const Draft& draft : begun) {
             for (const Link& link : links.of(draft.place)) {
+                if (!link.target) continue;
                 const bool mates = link.key == "mates_with";
-                const bool ours = open[draft.place], theirs = open[link.target];
+                const bool ours = open[draft.place], theirs = open[*link.target];
                 if (ours == theirs || (ours && !mates)) continue;
-                open[draft.place] = open[link.target] = found = true;
+                open[draft.place] = open[*link.target] = found = true;
             }
         }
     }

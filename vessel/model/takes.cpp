@@ -125,9 +125,11 @@ void take_elevation(const Taker& taker, std::optional<float> elevation) {
 
 // ---- the links -------------------------------------------------------------------------------------------
 
-void take_from_shell(ShellInput& head, const Taker& taker, const Element& from) {
-    if (!is_cylinder(from))
-        return taker.fault("on", "a cylinder is expected, and " + taker.name() + " is none");
+void take_from_shell(ShellInput& head, Reading& reading, const Taker& taker, const Element& from) {
+    if (!is_cylinder(from)) {
+        taker.fault("on", "a cylinder is expected, and " + taker.name() + " is none");
+        return take_nothing("on", head, reading);
+    }
     const ShellInput& shell = shell_of(from);
     if (!taker.own("D") && !taker.own("Do")) {
         const bool flat = head.shape() == TARVANE_FLAT_HEAD;
@@ -144,12 +146,13 @@ void take_from_shell(ShellInput& head, const Taker& taker, const Element& from) 
 
 void take_from_neck(FlangeInput& flange, Reading& reading, const Taker& taker,
                     const Element& from) {
-    if (!is_cylinder(from))
-        return taker.fault("attached_to",
-                           "a cylinder is expected, and " + taker.name() + " is none");
-    if (flange.type() == TARVANE_BLIND)
-        return taker.fault("attached_to",
-                           "a blind flange is bolted to its mate; mates_with names that");
+    const bool blind = flange.type() == TARVANE_BLIND;
+    if (blind || !is_cylinder(from)) {
+        taker.fault("attached_to",
+                    blind ? "a blind flange is bolted to its mate; mates_with names that"
+                          : "a cylinder is expected, and " + taker.name() + " is none");
+        return take_nothing("attached_to", flange, reading);
+    }
     const ShellInput& neck = shell_of(from);
     const float t = neck.setting(S::t), bore = inside_diameter(neck);
     const bool standard = reading.own("standard.class") || reading.own("standard.size");
@@ -167,8 +170,23 @@ void take_from_neck(FlangeInput& flange, Reading& reading, const Taker& taker,
     take_elevation(taker, elevation_of(neck));
 }
 
-void take_from_mate(const Taker& taker, const Element& from) {
-    take_elevation(taker, elevation_of(from));
+// Rated flanges share what names their rating. The loads of others are those of the pair (model/mates).
+void take_from_mate(const FlangeInput& flange, Reading& reading, const Taker& taker,
+                    const Element& from) {
+    const FlangeInput& mate = flange_of(from);
+    take_elevation(taker, elevation_of(mate));
+    if (flange.rated() != mate.rated()) {
+        taker.fault("mates_with", "a flange of kind \"rated\" and one of another kind have no "
+                                  "loads in common; " +
+                                      taker.name() + (mate.rated() ? " is rated" : " is not"));
+        return take_nothing("mates_with", flange, reading);
+    }
+    if (!flange.rated()) return;
+    for (const std::string_view key : {"standard.class", "standard.size"}) {
+        const std::string text = mate.text_of(*flange_keys().find(key));
+        if (!text.empty()) taker.text(key, text);
+    }
+    if (mate.setting(Setting::rating) > 0.0f) taker.number("rating", mate.setting(Setting::rating));
 }
 
 // ---- metal temperatures ------------------------------------------------------------------------------------
@@ -231,15 +249,33 @@ void take_of_flange(const FlangeInput& part, const Taker& taker) {
 void take_over(std::string_view link, Element& to, Reading& reading, const Element& from) {
     const Taker taker(to, reading, from);
     if (link == "on") {
-        take_from_shell(static_cast<ShellInput&>(to), taker, from);
+        take_from_shell(static_cast<ShellInput&>(to), reading, taker, from);
     } else if (link == "attached_to") {
         take_from_neck(static_cast<FlangeInput&>(to), reading, taker, from);
     } else if (link == "mates_with") {
-        take_from_mate(taker, from);
+        take_from_mate(static_cast<FlangeInput&>(to), reading, taker, from);
     } else if (from.kind == &SHELL_KIND) {
         take_of_shell(shell_of(from), taker);
     } else {
         take_of_flange(flange_of(from), taker);
+    }
+}
+
+void take_nothing(std::string_view link, const Element& to, Reading& reading) {
+    struct Given {
+        std::string_view link, keys[4];
+    };
+    constexpr Given GIVEN[] = {{"on", {"D", "S", "Sa", "elevation"}},
+                               {"attached_to", {"B", "g0", "elevation"}},
+                               {"mates_with", {"standard.class", "standard.size", "elevation"}},
+                               {"of", {"tg", "curve"}}};
+    for (const Given& given : GIVEN) {
+        if (given.link != link) continue;
+        for (const std::string_view key : given.keys) {
+            const bool other = key == "D" && reading.given("Do");
+            if (!key.empty() && !other && !reading.given(key) && to.kind->keys.find(key) != nullptr)
+                reading.supply(key, std::string(link));
+        }
     }
 }
 

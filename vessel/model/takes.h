@@ -11,6 +11,9 @@ namespace tarvane::vessel {
 // Into the values of a component, before what follows from them. The other one is complete.
 void take_over(std::string_view link, Element& to, Reading& reading, const Element& from);
 
+// What a link at fault would have given isn't missing on top of that.
+void take_nothing(std::string_view link, const Element& to, Reading& reading);
+
 // The density of the liquid in the vessel, and the elevation of its surface; the engine's units.
 struct Liquid {
     float density, level;
