@@ -366,7 +366,12 @@ mates_with = "Manway"
     EXPECT_EQ(taken.standard(), "ASME B16.5 class 150 NPS 20");
     EXPECT_EQ(taken.setting(Setting::elevation), 75.0f);
     EXPECT_EQ(pressure(request, 1), pressure(request, 0));
-    EXPECT_EQ(fault_lines(VESSEL + NECK + FLANGE + changed(cover, "Manway", "Flange")).size(), 1u);
+    const std::string other = changed(cover, "Manway", "Flange") + "rating = 740\n";
+    EXPECT_EQ(
+        fault_lines(VESSEL + NECK + FLANGE + other),
+        (std::vector<std::string>{
+            "f:31: mates_with: a flange of kind \"rated\" and one of another kind have no loads "
+            "in common; flange 1 (Flange) is not"}));
 }
 
 TEST(Mates, AreTwo) {

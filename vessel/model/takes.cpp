@@ -267,7 +267,7 @@ void take_nothing(std::string_view link, const Element& to, Reading& reading) {
     };
     constexpr Given GIVEN[] = {{"on", {"D", "S", "Sa", "elevation"}},
                                {"attached_to", {"B", "g0", "elevation"}},
-                               {"mates_with", {"standard.class", "standard.size", "elevation"}},
+                               {"mates_with", {"elevation"}},
                                {"of", {"tg", "curve"}}};
     for (const Given& given : GIVEN) {
         if (given.link != link) continue;
