@@ -84,6 +84,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];
         out << show_report(outcome->report, options.colour) << std::flush;
+        out << rated_pressure_text(outcome->rated_pressure, file.units);
         const std::string name = name_of(*element);
         for (const std::string& message : outcome->messages)
             err << name << ": " << to_utf8(message) << '\n';

@@ -30,7 +30,8 @@ constexpr float INF = std::numeric_limits<float>::infinity(),
 // ---- descriptions ------------------------------------------------------------------------------------
 
 bool legal(std::string_view name, bool point) {
-    if (point && name.starts_with("designed.")) name.remove_prefix(9);
+    for (const std::string_view of : {"designed.", "rounded."})
+        if (point && name.starts_with(of)) name.remove_prefix(of.size());
     return !name.empty() && std::isalpha(static_cast<unsigned char>(name[0])) != 0 &&
            std::all_of(name.begin(), name.end(),
                        [](unsigned char c) { return std::isalnum(c) != 0 || c == '_'; });

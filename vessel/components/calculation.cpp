@@ -22,6 +22,8 @@ Calculation calculate(const Request& request) {
         c.status = std::max(c.status, c.verdicts.back().status);
         c.complete = c.verdicts.back().status != Status::stopped;
         if (!c.complete) break;
+        Outcome& outcome = *c.outcomes.back();
+        outcome.rated_pressure = find_rated_pressure(*element, outcome, request);
     }
     return c;
 }

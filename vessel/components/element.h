@@ -6,6 +6,7 @@
 #include "catalogue/data_files_check.h"
 #include "catalogue/material_files.h"
 #include "components/check.h"
+#include "components/rated_pressure.h"
 #include "fields/keys.h"
 #include "values/fault.h"
 #include "values/value.h"
@@ -39,6 +40,7 @@ struct Outcome {
     std::vector<std::string> messages; // text of each message box, once each
     bool stopped = false;              // the engine asked for the end of the run
     int fatal_code = 0;                // and said why
+    std::optional<RatedPressure> rated_pressure; // where it was looked for
 
     virtual ~Outcome() = default;
     // The input can't be calculated.
@@ -101,23 +103,15 @@ class Reading {
         const auto at = keys.find(key);
         return at != keys.end() && at->second.supplied;
     }
-    // In the table of the component itself, not in one that holds for all of them.
-    bool own(std::string_view key) const {
-        const auto at = keys.find(key);
-        return at != keys.end() && at->second.own;
-    }
     // A key that is given, under a name and at a path.
     void note(std::string_view key, const Value& value, std::string written, std::string path,
-              bool is_sound, bool is_own) {
+              bool is_sound) {
         keys[key] = {.line = value.at.line,
                      .sound = is_sound,
-                     .own = is_own,
                      .written = std::move(written),
                      .path = std::move(path)};
         origins[key] = {value, "file"};
     }
-    // Something is added to a value that is given.
-    void adds(std::string_view key, const std::string& what) { origins[key].from += ", " + what; }
     Origins take_origins() { return std::move(origins); }
 
   private:
@@ -125,7 +119,6 @@ class Reading {
         int line;
         bool sound;
         bool supplied = false;
-        bool own = false;
         std::string written = {}; // the name: that of an alias, perhaps
         std::string path = {};
     };
@@ -183,6 +176,10 @@ struct Element {
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
     // A check for each of the keys that this element does not heed.
     void add_unmade_checks(Checks& checks) const;
+    // The geometry as it was judged, for the search of its rated pressure.
+    virtual RatingBasis rating_basis(const Outcome&) const { return {}; }
+    // Another design pressure, and what follows it, in a copy of that geometry.
+    virtual void put_pressure(float) {}
     // The point of a chart that a drawing can mark.
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };

@@ -27,28 +27,19 @@ void TARVANE_CALL report_fatal(void* user, std::int32_t code) {
 
 void TARVANE_CALL stop(void* user, std::int32_t) { static_cast<Outcome*>(user)->stopped = true; }
 
-Outcome* serving = nullptr; // of the innermost object
+} // namespace
 
-void serve(Outcome* outcome) {
-    serving = outcome;
-    if (outcome == nullptr) {
-        SET_HOST_SERVICES(nullptr);
-        return;
-    }
+Services::Services(Outcome& outcome) {
     TARVANE_HOST_SERVICES table{};
     table.version = TARVANE_HOST_SERVICES_VERSION;
     table.message_box = message_box;
     table.report_fatal = report_fatal;
     table.stop = stop;
-    table.user = outcome;
+    table.user = &outcome;
     SET_HOST_SERVICES(&table);
 }
 
-} // namespace
-
-Services::Services(Outcome& outcome) : before(serving) { serve(&outcome); }
-
-Services::~Services() { serve(before); }
+Services::~Services() { SET_HOST_SERVICES(nullptr); }
 
 // ---- report ----------------------------------------------------------------------------------------
 

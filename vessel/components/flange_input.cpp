@@ -7,6 +7,7 @@
 #include "components/flange_session.h"
 #include "components/material_keys.h"
 #include "components/request.h"
+#include "components/rounded_design.h"
 #include "document/results.h"
 #include "fields/flange_checks.h"
 #include "values/text.h"
@@ -357,7 +358,9 @@ bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
 // ---- running ---------------------------------------------------------------------------------------
 
 std::unique_ptr<Outcome> FlangeInput::calculate(const Request& file) const {
-    return std::make_unique<FlangeOutcome>(run_flange(*this, file));
+    auto outcome = std::make_unique<FlangeOutcome>(run_flange(*this, file));
+    outcome->rounded = round_design(*this, *outcome, file);
+    return outcome;
 }
 
 std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
@@ -366,22 +369,64 @@ std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
 
 Checks FlangeInput::checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const FlangeOutcome&>(outcome);
-    Checks checks = flange_checks(*this, own, units);
+    Checks checks = own.rounded ? flange_checks(own.rounded->flange, own.rounded->outcome, units)
+                                : flange_checks(*this, own, units);
+    if (own.rounded) checks.push_back(Check::found(field_of(FLANGE_CHECKS, "search"), true));
+    const float found = own.rounded ? own.rounded->flange.record[TARVANE_t] : own.t_req;
     // A thickness that was found can be above the size that the stresses hold up to.
     const float most = sized_material ? sized_material->size_to : 0.0f;
-    if (most > 0.0f && own.t_req > 0.0f && !own.stopped && !own.refused()) {
-        Check check = Check::compared(field_of(FLANGE_CHECKS, "material_size"), own.t_req, most);
+    if (most > 0.0f && found > 0.0f && !own.stopped && !own.refused()) {
+        Check check = Check::compared(field_of(FLANGE_CHECKS, "material_size"), found, most);
         if (check.falls_short()) {
             check.because("the stresses of " + sized_material->name + ", reference " +
                           std::to_string(sized_material->reference) + ", hold up to " +
                           shown(most, Quantity::thickness, units) + ", not for the " +
-                          shown(own.t_req, Quantity::thickness, units) + " found");
+                          shown(found, Quantity::thickness, units) + " found");
         }
         checks.push_back(std::move(check));
     }
     for (Check& check : checks)
         check.listed_in(FLANGE_CHECKS);
     return checks;
+}
+
+RatingBasis FlangeInput::rating_basis(const Outcome& outcome) const {
+    const auto& own = static_cast<const FlangeOutcome&>(outcome);
+    if (own.rounded) return own.rounded->flange.rating_basis(own.rounded->outcome);
+    RatingBasis basis{.judged = nullptr, .P = record[TARVANE_P]};
+    const bool found = analysis() == TARVANE_ANALYSE || rated() || own.t_req > 0.0f;
+    if (own.stopped || own.refused())
+        basis.why = "no calculation was made";
+    else if (basis.P < 0.0f)
+        basis.why = "external pressure";
+    else if (!(basis.P > 0.0f))
+        basis.why = "P is not above 0";
+    else if (!found || analysis() == TARVANE_DESIGN)
+        basis.why = "no geometry was found";
+    if (!basis.why.empty()) return basis;
+
+    // That of a channel cover is a deflection.
+    const bool pressure =
+        own.mawp != TARVANE_NO_VALUE && own.found.mawp_by != TARVANE_BY_DEFLECTION;
+    if (!rated() && pressure) basis.estimate = own.mawp;
+    auto judged = std::make_unique<FlangeInput>(*this);
+    if (analysis() == TARVANE_THICKNESS) {
+        judged->record[TARVANE_KIND] = TARVANE_ANALYSE;
+        const bool at_given = setting(Setting::keep_thickness) != 0.0f && record[TARVANE_t] > 0.0f;
+        if (!at_given) judged->record[TARVANE_t] = own.t_req;
+    }
+    basis.judged = std::move(judged);
+    return basis;
+}
+
+// The operating load of the mate is in proportion to the pressure; its design load is not below the given one.
+void FlangeInput::put_pressure(float P) {
+    const float by = P / record[TARVANE_P];
+    float& operating = settings[static_cast<std::size_t>(Setting::design_pressure_operating)];
+    operating = operating == record[TARVANE_P] ? P : operating * by;
+    record[TARVANE_MATING_OPERATING] *= by;
+    record[TARVANE_MATING_DESIGN] *= std::max(by, 1.0f);
+    record[TARVANE_P] = P;
 }
 
 std::vector<const FlangeInput*> flanges_of(const Request& file) {

@@ -42,6 +42,8 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
+    RatingBasis rating_basis(const Outcome& outcome) const override;
+    void put_pressure(float P) override;
 
   private:
     std::optional<Material> sized_material; // that stresses were taken of

@@ -12,7 +12,7 @@ namespace tarvane::vessel {
 FlangeFound found_of(const FlangeInput& flange, const FlangeOutcome& outcome);
 
 // Results side by side in the units of the file, UTF-8; "none" where there is none. After them the geometry
-// that was selected, of the flanges of kind design, and the ratings of those of kind rated.
+// that was selected, of the flanges of kind design, as it is and rounded, and the ratings of those of kind rated.
 std::string flange_tables(std::span<const Calculated> elements, const UnitSystem& units);
 
 } // namespace tarvane::vessel

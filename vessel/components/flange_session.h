@@ -7,8 +7,11 @@
 #include "tarvane/results.h"
 
 #include <array>
+#include <memory>
 
 namespace tarvane::vessel {
+
+struct RoundedDesign;
 
 struct FlangeOutcome final : Outcome {
     std::array<float, RECORD_ELEMENTS + 1> record{}; // one-based, as the call left it
@@ -18,7 +21,8 @@ struct FlangeOutcome final : Outcome {
     float mawp = 0.0f;
     float t_req = 0.0f;
     TARVANE_FLANGE_RESULTS found{};
-    int pwht_required = -1; // heat treatment: 1, 0; -1 nobody knows
+    int pwht_required = -1;                       // heat treatment: 1, 0; -1 nobody knows
+    std::shared_ptr<const RoundedDesign> rounded; // of kind "design", where something was selected
 
     bool refused() const override { return found.status == TARVANE_REFUSED; }
     float result(int element) const { return record[static_cast<std::size_t>(element)]; }

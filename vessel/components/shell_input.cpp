@@ -307,7 +307,8 @@ std::vector<Result> ShellInput::results(const Outcome& outcome) const {
                      .fail_ca_knuckle = own.fail_ca_knuckle,
                      .strain = own.strain,
                      .stopped = own.stopped,
-                     .external = nullptr};
+                     .external = nullptr,
+                     .rated_pressure = rated_pressure_of(own.rated_pressure)};
     if (!external) return shell_results(found);
     const ExternalFound other = found_of(*external, own.external);
     found.external = &other;
@@ -330,6 +331,21 @@ Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const
     for (Check& check : checks)
         check.listed_in(shell_check_fields());
     return checks;
+}
+
+// Of the internal pressure: an external one of its own, which stays, has its MAEP.
+RatingBasis ShellInput::rating_basis(const Outcome& outcome) const {
+    const auto& own = static_cast<const ShellOutcome&>(outcome);
+    RatingBasis basis{.judged = nullptr, .P = setting(N::P)};
+    if (own.stopped) {
+        basis.why = "no calculation was made";
+        return basis;
+    }
+    if (own.found.mawp != TARVANE_NO_VALUE) basis.estimate = own.found.mawp;
+    auto shell = std::make_unique<ShellInput>(*this);
+    shell->external.reset();
+    basis.judged = std::move(shell);
+    return basis;
 }
 
 std::optional<ChartPoint> ShellInput::chart_point(const Outcome& outcome) const {

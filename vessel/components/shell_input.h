@@ -35,6 +35,8 @@ struct ShellInput final : SettingsElement<ShellNumber, ShellText> {
     std::vector<Result> results(const Outcome& outcome) const override;
     Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
 
+    RatingBasis rating_basis(const Outcome& outcome) const override;
+    void put_pressure(float P) override { put_setting(ShellNumber::P, P); }
     std::optional<ChartPoint> chart_point(const Outcome& outcome) const override;
 
   private:

@@ -33,7 +33,6 @@ enum class Setting {
     standard_wall,
     rating,
     bolt_size,
-    elevation,
     count
 };
 
@@ -47,8 +46,6 @@ enum class TextSetting {
     standard_size,
     material_name,
     bolt_material_name,
-    attached_to,
-    mates_with,
     count
 };
 

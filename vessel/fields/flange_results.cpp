@@ -1,6 +1,7 @@
 #include "fields/flange_results.h"
 
 #include "fields/flange_checks.h"
+#include "fields/rated_pressure.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::vessel {
@@ -60,6 +61,13 @@ template <int ELEMENT>
 Got designed(F f) {
     if (static_cast<int>(f.given[TARVANE_KIND]) != TARVANE_DESIGN) return Got::none(NOT_DESIGNED);
     return f.record[ELEMENT];
+}
+
+template <int ELEMENT>
+Got rounded(F f) {
+    if (f.rounded != nullptr) return f.rounded[ELEMENT];
+    const bool design = static_cast<int>(f.given[TARVANE_KIND]) == TARVANE_DESIGN;
+    return Got::none(design ? "no design to round" : NOT_DESIGNED);
 }
 
 Got pressure_of(F f, float number) {
@@ -164,6 +172,26 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
              return Got::none(NOT_DESIGNED);
          return thickness_of(f, f.t_req);
      }},
+    // ---- the same, rounded
+    {{"rounded.B", "B", diameter, "Inside diameter", ROUNDED_TABLE}, rounded<TARVANE_B>},
+    {{"rounded.n", "n", whole, "Number of bolts", ROUNDED_TABLE}, rounded<TARVANE_BOLTS>},
+    {{"rounded.a", "a", diameter, "Bolt diameter", ROUNDED_TABLE}, rounded<TARVANE_a>},
+    {{"rounded.C", "C", diameter, "Bolt circle", ROUNDED_TABLE}, rounded<TARVANE_C>},
+    {{"rounded.g1", "g1", thickness, "Hub thickness, large end", ROUNDED_TABLE},
+     rounded<TARVANE_g1>},
+    {{"rounded.g0", "g0", thickness, "Hub thickness, small end", ROUNDED_TABLE},
+     rounded<TARVANE_go>},
+    {{"rounded.h", "h", thickness, "Hub length", ROUNDED_TABLE}, rounded<TARVANE_h>},
+    {{"rounded.A", "A", diameter, "Outside diameter", ROUNDED_TABLE}, rounded<TARVANE_A>},
+    {{"rounded.Fod", "Fod", diameter, "Face outside diameter", ROUNDED_TABLE},
+     rounded<TARVANE_Fod>},
+    {{"rounded.Fid", "Fid", diameter, "Face inside diameter", ROUNDED_TABLE},
+     rounded<TARVANE_Fid>},
+    {{"rounded.Go", "Go", diameter, "Gasket outside diameter", ROUNDED_TABLE},
+     rounded<TARVANE_Go>},
+    {{"rounded.Gi", "Gi", diameter, "Gasket inside diameter", ROUNDED_TABLE},
+     rounded<TARVANE_Gi>},
+    {{"rounded.t", "t", thickness, "Thickness", ROUNDED_TABLE}, rounded<TARVANE_t>},
     // ---- thicknesses
     {{"t_req_new", "", thickness, "Required thickness, new, at design conditions"},
      [](F f) { return thickness_of(f, f.t_req_new); }},
@@ -181,6 +209,7 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
     {{"trla", "trla", thickness, "Lap thickness by shear, gasket seating"},
      [](F f) { return value(f, f.block.lap_required[SEAT]); }},
     // ---- pressures
+    {RATED_PRESSURE, [](F f) { return f.rated_pressure; }},
     {{"mawp_by", "", choice, "What holds the MAWP down", "", "", HELD_BY},
      [](F f) { return held(f, f.block.mawp_by); }},
     {{"map_nc_by", "", choice, "What holds the MAPnc down", "", "", HELD_BY},
@@ -337,7 +366,8 @@ std::vector<Result> flange_results(const FlangeFound& found) {
     if (!found.rated) return results;
     for (Result& result : results) {
         const std::string_view name = result.field->name;
-        const bool given = name == "t" || result.field->table == RATED_TABLE;
+        const bool given =
+            name == "t" || name == RATED_PRESSURE.name || result.field->table == RATED_TABLE;
         if (!given) result = {result.field, std::nullopt, KIND_RATED_ALONE};
     }
     return results;

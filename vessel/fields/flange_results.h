@@ -15,10 +15,13 @@ struct FlangeFound {
     float mawp, map_nc, t_req, t_req_new, t_req_new_cold;
     float rating; // as given; 0: none
     bool stopped;
-    bool rated; // without a calculation
+    bool rated;           // of kind rated, without a calculation
+    const float* rounded; // record of the rounded design; none: a null pointer
+    Got rated_pressure;
 };
 
 inline constexpr std::string_view FLANGE_TABLE = "Results", DESIGN_TABLE = "Selected design",
+                                  ROUNDED_TABLE = "Rounded design, as judged",
                                   RATED_TABLE = "Rated flanges";
 
 std::span<const ResultField> flange_result_fields();

@@ -50,14 +50,10 @@ enum class ShellNumber {
     table_g,
     length,
     cone_length,
-    end,
-    elevation,
     count
 };
 
-enum class ShellText { description, material, chart, on, count };
-
-inline constexpr int END_TOP = 1, END_BOTTOM = 2, END_LEFT = 3, END_RIGHT = 4;
+enum class ShellText { description, material, chart, count };
 
 inline constexpr int SHELL_EDITION_CURRENT = 0, SHELL_EDITION_OLDER = 1;
 

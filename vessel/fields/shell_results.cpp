@@ -1,5 +1,6 @@
 #include "fields/shell_results.h"
 
+#include "fields/rated_pressure.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -73,6 +74,7 @@ constexpr ResultRow<ShellFound> ROWS[] = {
          return value(f, knuckle ? f.fail_ca_knuckle : f.fail_ca);
      }},
     // ---- further ones
+    {RATED_PRESSURE, [](F f) { return f.rated_pressure; }},
     {{"formula", "", choice, "Formula", "", "", FORMULAS}, chosen<&B::formula>},
     {{"tc", "tc", thickness, "Thickness less allowances"}, of<&B::tc>},
     {{"t_req_raw", "", thickness, "Required thickness before the minima"}, of<&B::t_req_raw>},

@@ -15,6 +15,7 @@ struct ShellFound {
     float fail_ca, fail_ca_knuckle, strain;
     bool stopped;
     const ExternalFound* external; // none: a null pointer
+    Got rated_pressure;
 };
 
 inline constexpr std::string_view SHELL_TABLE = "Shells and heads";

@@ -72,6 +72,7 @@ class Writer {
     void write_number(const Key& key, float engine, const Value& given);
     void write_inputs(const Element& element);
     void write_results(const Found& found);
+    void write_rating(const Outcome& outcome);
     void write_check(const Check& check);
     void write_report(const Outcome& outcome);
     void write_drawings(const Found& found);
@@ -192,6 +193,31 @@ void Writer::write_results(const Found& found) {
     json.end_object();
 }
 
+void Writer::write_rating(const Outcome& outcome) {
+    json.key("rating");
+    if (!outcome.rated_pressure) {
+        json.null();
+        return;
+    }
+    const RatedPressure& rated = *outcome.rated_pressure;
+    json.begin_object();
+    optional_value("pressure", rated.P, Quantity::pressure);
+    if (!rated.why.empty()) text("why", rated.why);
+    optional_value("estimate", rated.estimate, Quantity::pressure);
+    optional_value("passes", rated.passes, Quantity::pressure);
+    optional_value("fails", rated.fails, Quantity::pressure);
+    json.key("held_by");
+    if (rated.held_by.empty())
+        json.null();
+    else
+        json.text(rated.held_by);
+    json.key("anyway").begin_list();
+    for (const std::string_view id : rated.anyway)
+        json.text(id);
+    json.end_list();
+    json.key("calculations").whole(rated.calculations).end_object();
+}
+
 void Writer::write_check(const Check& check) {
     const CheckField& field = check.field();
     json.begin_object();
@@ -244,6 +270,7 @@ void Writer::write_component(const Found& found) {
     write_inputs(*found.element);
     if (wanted.results) {
         write_results(found);
+        write_rating(*found.outcome);
         json.key("checks").begin_list();
         for (const Check& check : found.checks)
             write_check(check);

@@ -307,6 +307,20 @@ std::string check_schema(const ElementKind& kind) {
     return check.object(required);
 }
 
+// Of the rated pressure: what it stands between, what holds it down, what fails whatever the pressure.
+std::string rating_schema() {
+    Properties rating;
+    for (const std::string_view name : {"pressure", "estimate", "passes", "fails"})
+        rating.put(name, nullable("number"));
+    rating.put("why", of_type("string"));
+    rating.put("held_by", nullable("string"));
+    rating.put("anyway", list_schema(of_type("string")));
+    rating.put("calculations", of_type("integer"));
+    const std::string_view required[] = {"pressure", "estimate", "passes",      "fails",
+                                         "held_by",  "anyway",   "calculations"};
+    return rating.object(required);
+}
+
 std::string component_schema(const ElementKind& kind) {
     Properties why, line, drawing, component;
     for (const ResultField& field : kind.results)
@@ -323,6 +337,8 @@ std::string component_schema(const ElementKind& kind) {
     component.put("inputs", inputs_schema(kind));
     component.put("results", results_schema(kind));
     component.put("why", why.object());
+    component.put("rating", rating_schema());
+    component.put("rating", of_type("null"));
     component.put("checks", list_schema(check_schema(kind)));
     for (const std::string_view words : {"messages", "notes"})
         component.put(words, list_schema(of_type("string")));

@@ -3,7 +3,8 @@
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/fault_list.h"
-#include "model/reader.h"
+#include "components/reader.h"
+#include "fields/rated_pressure.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -148,12 +149,14 @@ class Sweep {
         components.resize(count);
         with_results.resize(count);
         with_checks.resize(count);
+        with_rating.resize(count);
         for (const Output& output : outputs) {
             if (!output.component)
                 with_checks.assign(count, true);
-            else if (output.what == Output::What::result)
+            else if (output.what == Output::What::result) {
                 with_results[*output.component] = true;
-            else
+                if (is_rating(output)) with_rating[*output.component] = true;
+            } else
                 with_checks[*output.component] = true;
         }
         reading.request().report = false;
@@ -193,7 +196,13 @@ class Sweep {
     RepeatedReading& reading;
     std::vector<Output> outputs;
     std::vector<Found> components;
-    std::vector<bool> with_results, with_checks;
+    std::vector<bool> with_results, with_checks, with_rating;
+
+    // Some sixty calculations more.
+    bool is_rating(const Output& output) const {
+        const ElementKind& kind = *reading.request().elements[*output.component]->kind;
+        return kind.results[output.field].name == RATED_PRESSURE.name;
+    }
 
     std::optional<Fault> calculate(std::size_t i) {
         const Request& request = reading.request();
@@ -210,6 +219,8 @@ class Sweep {
                          .path = path_of(element),
                          .value = std::to_string(found.outcome->fatal_code)};
         }
+        if (with_rating[i])
+            found.outcome->rated_pressure = find_rated_pressure(element, *found.outcome, request);
         if (with_results[i]) found.results = element.results(*found.outcome);
         if (with_checks[i]) {
             found.checks = element.checks(*found.outcome, request.units);
