@@ -7,6 +7,7 @@
 #include "commands/vocabulary_command.h"
 #include "document/new_files.h"
 #include "terminal/standard_output.h"
+#include "values/decimal.h"
 #include "values/text.h"
 
 #include <CLI/CLI.hpp>
@@ -47,9 +48,9 @@ static_assert(std::string_view(MDMT_OPTIONS[MDMT_TEMPERATURE].key) == "T");
 
 // "0.5" for ".5", as input files write it.
 std::string plain_number(const std::string& text) {
-    char number[40];
-    std::snprintf(number, sizeof number, "%.9g", std::strtod(text.c_str(), nullptr));
-    return number;
+    std::string_view digits = text;
+    const std::optional<double> number = tarvane::vessel::take_decimal<double>(digits);
+    return number && digits.empty() ? tarvane::vessel::general_text(*number, 9) : text;
 }
 
 // The unit system of --units.

@@ -4,6 +4,7 @@
 #include "catalogue/data_folder.h"
 #include "document/results.h"
 #include "terminal/output_file.h"
+#include "values/decimal.h"
 #include "values/text.h"
 
 #include "tarvane/tarvane.h"
@@ -17,11 +18,7 @@ namespace tarvane::app {
 
 namespace {
 
-std::string factor_text(float A) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.3e", static_cast<double>(A));
-    return text;
-}
+std::string factor_text(float A) { return exponent_text(static_cast<double>(A), 3); }
 
 // Values of A for the table: a few in each decade up to the end of the curve, and the ends of its two
 // parts.

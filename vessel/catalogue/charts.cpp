@@ -5,10 +5,10 @@
 #include "drawing/chart_drawing.h"
 
 #include "tarvane/tarvane.h"
+#include "values/decimal.h"
 #include "values/text.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace tarvane::vessel {
 
@@ -59,8 +59,8 @@ std::vector<float> chart_temperatures(std::string_view name) {
     if (needs_yield(name)) return temperatures;
     for (const Section& section : read_sections(CHART_FILE)) {
         if (section.name != name) continue;
-        for (const std::string& row : section.lines)
-            temperatures.push_back(std::strtof(row.c_str(), nullptr));
+        for (std::string_view row : section.lines)
+            temperatures.push_back(take_decimal<float>(row).value_or(0.0f));
     }
     return temperatures;
 }

@@ -2,6 +2,7 @@
 
 #include "catalogue/data_search.h"
 #include "values/bounded_file.h"
+#include "values/decimal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -52,10 +53,10 @@ Numbers numbers_of(std::string_view line) {
         std::string item(line.substr(0, line.find_first_of(GAPS)));
         std::replace_if(
             item.begin(), item.end(), [](char c) { return c == 'D' || c == 'd'; }, 'E');
-        char* end = nullptr;
-        const double value = std::strtod(item.c_str(), &end);
-        if (item.empty() || *end != '\0' || !std::isfinite(value)) return numbers;
-        numbers.push_back(value);
+        std::string_view rest = item;
+        const std::optional<double> value = take_decimal<double>(rest);
+        if (!value || !rest.empty() || !std::isfinite(*value)) return numbers;
+        numbers.push_back(*value);
         line.remove_prefix(item.size());
     }
 }

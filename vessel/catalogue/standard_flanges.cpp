@@ -2,6 +2,7 @@
 
 #include "catalogue/data_folder.h"
 #include "document/results.h"
+#include "values/decimal.h"
 #include "values/text.h"
 
 #include "tarvane/tarvane.h"
@@ -24,11 +25,7 @@ enum Result { THICKNESS = 1, HOLE = 3, BOLTS, BOLT, CIRCLE, OUTSIDE = 8, G0, G1,
 
 constexpr std::int32_t STRAIGHT_HUB = 2; // of a slip on flange
 
-std::string short_text(float value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", static_cast<double>(value));
-    return text;
-}
+std::string short_text(float value) { return general_text(static_cast<double>(value)); }
 
 // "12", "26 A"
 std::string plain_text(const NominalSize& size) {
@@ -68,14 +65,10 @@ NominalSize next_size(const FlangeClass& flanges, const NominalSize& size, float
     return row == flanges.rows.end() ? NominalSize{next} : row->size();
 }
 
-FlangeRow row_of(const std::string& line) {
+FlangeRow row_of(std::string_view line) {
     FlangeRow row;
-    const char* at = line.c_str();
-    for (float& number : row.numbers) {
-        char* end = nullptr;
-        number = std::strtof(at, &end);
-        at = end;
-    }
+    for (float& number : row.numbers)
+        number = take_decimal<float>(line).value_or(0.0f);
     return row;
 }
 

@@ -3,8 +3,8 @@
 #include "components/engine_session.h"
 #include "components/mdmt_report.h"
 #include "tarvane/tarvane.h"
+#include "values/decimal.h"
 
-#include <cstdio>
 #include <cstring>
 
 namespace tarvane::vessel {
@@ -38,11 +38,7 @@ void put_field(char (&field)[width], const std::string& text) {
     put_blank_padded(field, width, text);
 }
 
-std::string temperature_text(float value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.7g", static_cast<double>(value));
-    return text;
-}
+std::string temperature_text(float value) { return general_text(static_cast<double>(value), 7); }
 
 void fill_host_input(const MdmtInput& element) {
     TARVANE_HOST_INPUT& host = *GETHOSTINPUT();

@@ -2,12 +2,12 @@
 
 #include "catalogue/value_units.h"
 #include "document/results.h"
+#include "values/decimal.h"
 #include "values/number_text.h"
 #include "values/text.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace tarvane::vessel {
 
@@ -96,9 +96,7 @@ Taken<Measured> measure(const Value& value, const Key& key, const UnitSystem& un
 std::optional<std::string> designation(const Value& value) {
     const std::optional<double> number = value.number();
     if (!number || !std::isfinite(*number)) return std::nullopt;
-    char text[40];
-    std::snprintf(text, sizeof text, "%.9g", *number);
-    return text;
+    return general_text(*number, 9);
 }
 
 } // namespace

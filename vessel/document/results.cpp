@@ -1,8 +1,9 @@
 #include "document/results.h"
 
+#include "values/decimal.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace tarvane::vessel {
 
@@ -31,9 +32,7 @@ std::string heading_lines(std::string_view title, std::span<const std::string> h
 } // namespace
 
 std::string number_text(float value, int decimals) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*f", decimals, static_cast<double>(value));
-    return text;
+    return fixed_text(static_cast<double>(value), decimals);
 }
 
 int decimals_of(Quantity quantity, const UnitSystem& units) {

@@ -1,11 +1,11 @@
 #include "drawing/chart_drawing.h"
 
 #include "document/results.h"
+#include "values/decimal.h"
 #include "values/text.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace tarvane::vessel {
 
@@ -44,17 +44,9 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
-std::string coordinate(double x) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.2f", x);
-    return text;
-}
+std::string coordinate(double x) { return fixed_text(x, 2); }
 
-std::string number(double x) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", x);
-    return text;
-}
+std::string number(double x) { return general_text(x); }
 
 struct TextStyle {
     double size = 13;
@@ -165,9 +157,7 @@ std::string grouped(double value) {
 }
 
 std::string power_of_ten(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.5f", value);
-    std::string plain = text;
+    std::string plain = fixed_text(value, 5);
     plain.erase(plain.find_last_not_of('0') + 1);
     if (plain.ends_with('.')) plain.pop_back();
     return plain;
@@ -346,9 +336,9 @@ class Drawing {
         page.line(x, BOTTOM, x, y, COLOUR, 1);
         page.line(x, y, LEFT, y, COLOUR, 1);
         page.dot(x, y, COLOUR);
-        char text[80];
-        std::snprintf(text, sizeof text, "A = %.3g, B = %.4g ", factor, stress);
-        page.text(LEFT + 12, y - 8, text + unit, {.colour = COLOUR, .bold = true});
+        const std::string text =
+            "A = " + general_text(factor, 3) + ", B = " + general_text(stress, 4) + ' ' + unit;
+        page.text(LEFT + 12, y - 8, text, {.colour = COLOUR, .bold = true});
     }
 };
 

@@ -1,8 +1,7 @@
 #include "values/value.h"
 
+#include "values/decimal.h"
 #include "values/text.h"
-
-#include <cstdio>
 
 namespace tarvane::vessel {
 
@@ -42,9 +41,7 @@ std::string Value::shown() const {
     if (list() != nullptr) return "a list";
     if (table() != nullptr) return "a table";
     if (const auto* foreign = std::get_if<Foreign>(&content)) return foreign->what;
-    char digits[40];
-    std::snprintf(digits, sizeof digits, "%g", *number());
-    return digits;
+    return general_text(*number());
 }
 
 } // namespace tarvane::vessel
