@@ -22,7 +22,7 @@
 
 namespace {
 
-// Options of `tarvane mdmt` by the key of an [[mdmt]] that each stands for.
+// Options of `tarvane mdmt`, each with its key of an [[mdmt]].
 struct MdmtOption {
     const char *option, *key, *help;
     bool text;

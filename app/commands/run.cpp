@@ -28,7 +28,7 @@ std::string chart_file(const std::string& folder, const Element& element) {
     return (std::filesystem::path(folder) / name).string();
 }
 
-// Nothing that is read, and no output twice, is written over.
+// No file that is read, and no other output, is overwritten.
 void check_outputs(const RunOptions& options, const Request& file) {
     std::vector<FileInUse> in_use{{"the input file", options.input}};
     if (!options.report.empty()) {
@@ -40,7 +40,7 @@ void check_outputs(const RunOptions& options, const Request& file) {
         refuse_same_file(chart_file(options.charts, *element), in_use);
 }
 
-// The named files. What can't be written is a problem of its own; the rest is written all the same.
+// The named files. One that can't be written is a problem; the others are written all the same.
 void write_files(const RunOptions& options, const UnitSystem& units, Calculation& c) {
     const auto attempt = [&](const auto& write) {
         try {
@@ -79,7 +79,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     const Request& file = input.request;
     check_outputs(options, file);
     Calculation c = calculate(file);
-    // The files come first: a reader of standard output who leaves early has them.
+    // The files come first: they are there when the reader of standard output leaves early.
     write_files(options, file.units, c);
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];

@@ -38,7 +38,7 @@ class Walk {
     bool in_key = true;        // not in a value
     std::size_t key_begin = 0; // first character of the key, where there is one
     bool has_key = false;
-    bool wants_part = true; // at the begin of a key, and after a point
+    bool wants_part = true; // at the beginning of a key, and after a point
     bool in_header = false;
     bool in_word = false; // in a value without quotation marks and brackets
     int parts = 1;
@@ -101,7 +101,7 @@ class Walk {
             ++at;
     }
 
-    // After the string; without an end of it the parser goes no further.
+    // Skips to the end of the string; without an end the parser goes no further.
     void skip_string(char mark) {
         const std::string ends(3, mark);
         const bool several = text.substr(at).starts_with(ends);
@@ -165,7 +165,7 @@ class Walk {
     }
 
     void value_character(char c) {
-        if (in_header) { // after its name, where the parser wants nothing more
+        if (in_header) { // after its name, where the parser accepts nothing more
             ++at;
         } else if ((c == '[' || c == '{') && !in_word) {
             ++at;
@@ -183,7 +183,7 @@ class Walk {
         }
     }
 
-    // One too many is the parser's to tell.
+    // One too many is reported by the parser.
     void close() {
         given_up = open.empty();
         if (given_up) return;

@@ -32,7 +32,7 @@ namespace fs = std::filesystem;
     cannot_write(path, reason.message());
 }
 
-// The file that a path leads to, which need not be there.
+// The file that a path leads to, which need not exist.
 fs::path followed(const fs::path& path) {
     constexpr int MOST_LINKS = 40; // as many as the system follows
     fs::path file = path;
@@ -48,7 +48,7 @@ fs::path folder_of(const fs::path& file) {
     return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-// The place of a file that isn't there, by one name.
+// The place of a file that does not exist, under one name.
 fs::path place_of(const fs::path& path) {
     std::error_code none;
     const fs::path file = followed(path);
@@ -73,7 +73,7 @@ bool permits_to_write(const fs::path& path) {
 #endif
 }
 
-// The descriptor of standard output or standard error when a path leads to what is behind it, else -1.
+// The descriptor of standard output or standard error when a path leads to the same file, else -1.
 int standard_stream(const std::string& path) {
 #ifdef _WIN32
     static_cast<void>(path);
@@ -108,9 +108,9 @@ Target target_of(const std::string& path) {
         return target;
     }
     case fs::file_type::regular:
-        // What follows on standard output is not to go to a file that is no longer there.
+        // Later output must not go to a file that is no longer there.
         if (standard_stream(path) >= 0) return {path, true};
-        // A file without any permission to write is meant to stay, whoever asks.
+        // A file without any permission to write is protected from every user, also from root.
         if ((status.permissions() & ANY_WRITE) == fs::perms::none)
             cannot_write(path, "the file is read-only");
         if (!permits_to_write(path) || !permits_to_write(folder_of(followed(path))))
@@ -161,7 +161,7 @@ void replace(const std::string& path, const fs::path& file, std::string_view byt
 
 std::error_code last_error() { return {errno, std::generic_category()}; }
 
-// An open file; gone with the object unless `close` has told how that went.
+// An open file, closed with the object; `close` says whether that succeeded.
 class Descriptor {
   public:
     explicit Descriptor(int opened) : number(opened) {}
@@ -182,7 +182,7 @@ class Descriptor {
         }
         return true;
     }
-    // Some file systems have no such thing; what it tells then is no failure of the file.
+    // Some file systems can't do it; that is no failure of the file.
     bool sync() const {
         return fsync(number) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
     }
@@ -214,7 +214,7 @@ class NoEndMeanwhile {
     sigset_t before;
 };
 
-// Owner, group and mode of the file that is replaced. Not everybody may give a file to its owner.
+// Owner, group and mode of the file that is replaced. Not every user may give a file to its owner.
 bool take_over(int partial, const struct stat& old) {
     constexpr mode_t PERMISSIONS = 07777;
     constexpr uid_t AS_IT_IS = static_cast<uid_t>(-1);

@@ -53,7 +53,7 @@ void prepare_standard_streams() {
 #ifndef _WIN32
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
-    // Opened for what nobody does with them, they fail as closed ones do.
+    // Opened in a mode that is not used, they fail as closed ones do.
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(stream, F_GETFD) < 0 && errno == EBADF)
             open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);

@@ -1,4 +1,4 @@
-// Standard output, whose failures are not to go unseen.
+// Standard output, whose failures must be noticed.
 #pragma once
 
 #include <ostream>
@@ -30,7 +30,7 @@ class StandardOutput : private std::streambuf {
     void write_out();
 
     std::string waiting;
-    bool written = false; // something went out
+    bool written = false; // something was written
     int failure = 0;      // the first one, an errno
     std::ostream text;
 };

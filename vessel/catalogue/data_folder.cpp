@@ -15,7 +15,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-// What the engine was given, which has one folder for a whole process.
+// The folder given to the engine, which has one for the whole process.
 std::optional<DataFolder> given;
 
 } // namespace
@@ -109,7 +109,7 @@ std::vector<int> modulus_tables() {
     std::vector<int> references;
     bool moduli = false;
     for (const Section& section : read_sections("ElastAlp07.txt")) {
-        if (section.name != "Temp") moduli = section.name == "Emod"; // the axis stands within
+        if (section.name != "Temp") moduli = section.name == "Emod"; // the axis is in one of them
         if (!moduli) continue;
         for (const std::string& row : section.lines) {
             const int reference = std::atoi(row.c_str());

@@ -83,7 +83,7 @@ std::vector<SearchPlace> search_places(const fs::path& library, const fs::path& 
         const fs::path folder = library.parent_path();
         look_in(folder, "found beside the library");
         look_in(folder / ".." / shared, "found by the library's place");
-        // Libraries of several machine types lie a folder deeper.
+        // Libraries of several machine types are a folder deeper.
         look_in(folder / TARVANE_DATA_FROM_LIBRARY, "found by the library's place");
     }
     if (!program.empty())

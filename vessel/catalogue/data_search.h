@@ -1,4 +1,4 @@
-// Which folder the data files come from: the one that is named, else the first that has any.
+// The folder that the data files come from: the one that is named, else the first that has any.
 #pragma once
 
 #include "catalogue/data_folder.h"
@@ -11,18 +11,18 @@
 
 namespace tarvane::vessel {
 
-// Names the folder where a call doesn't.
+// Names the folder when a call does not.
 inline constexpr const char* DATA_VARIABLE = "TARVANE_DATA";
 // One line, the version of the data files beside it.
 inline constexpr std::string_view DATA_VERSION_FILE = "data_version.txt";
 
-// A folder that may hold the data files, and what it is to the library.
+// A folder that may hold the data files, and how it was found.
 struct SearchPlace {
     std::filesystem::path folder;
     std::string how;
 };
 
-// Where data files are looked for when nobody names a folder, in this order; each folder once.
+// Where data files are looked for when no folder is named, in this order; each folder once.
 std::vector<SearchPlace> search_places(const std::filesystem::path& library,
                                        const std::filesystem::path& program,
                                        const std::filesystem::path& built_in);

@@ -1,6 +1,6 @@
 // Units of an input file: one factor and one label a kind of quantity. The factor turns the
 // engine's unit (inch, pound, psi, degree Fahrenheit) into the file's; a value of the file is
-// divided by it, in single precision, on its way in, and the report multiplies it back.
+// divided by it, in single precision, when it is read, and the report multiplies it back.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace tarvane::vessel {
 
-// The first eleven stand in the order in which the engine takes its unit factors.
+// The first eleven are in the order in which the engine takes its unit factors.
 enum class Quantity {
     thickness,
     pressure,

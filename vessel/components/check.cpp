@@ -9,9 +9,9 @@ namespace tarvane::vessel {
 namespace {
 
 constexpr float NO_LIMIT = std::numeric_limits<float>::infinity();
-constexpr double FIRST_FAILED = 1.00005; // shown as 1.0001; no single lies on it
+constexpr double FIRST_FAILED = 1.00005; // shown as 1.0001; no single is equal to it
 
-// Demand over limit, the other way round for "at least". Signs take part: what a negative limit allows is
+// Demand over limit, the other way round for "at least". Signs count: what a negative limit allows is
 // below it.
 float ratio_of(float upper, float lower) {
     if (std::isnan(upper) || std::isnan(lower)) return NO_LIMIT;

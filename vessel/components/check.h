@@ -14,8 +14,8 @@ namespace tarvane::vessel {
 enum class State {
     pass,
     fail,
-    not_asked, // only an input that nobody gave would ask for it; no influence
-    not_made,  // the code asks, a value is missing: the component can't pass
+    not_asked, // only an input that was not given would require it; no influence
+    not_made,  // the code requires it, a value is missing: the component can't pass
     waived     // the user says so
 };
 
@@ -34,7 +34,7 @@ class Check {
     static Check not_made(const CheckField& field, std::string reason);
     // The same row, waived by the user; a row that passes stays as it is.
     Check waived() const;
-    // A sentence for people; the figures stay the row's.
+    // A sentence for people; the figures are still those of the row.
     Check& because(std::string words);
     // The engine's own warning or mark, which knows another tolerance.
     Check& marked(bool by_engine);
@@ -74,7 +74,7 @@ using Checks = std::vector<Check>;
 // ones by falling ratio, waived ones, those that nobody asked for.
 void sort_worst_first(Checks& checks);
 
-// The check that governs: the worst one that decides and was asked; a null pointer without any.
+// The check that governs: the worst one that decides and is required; a null pointer without any.
 const Check* governing(const Checks& checks);
 // None keeps its component from passing.
 bool all_pass(const Checks& checks);

@@ -30,7 +30,7 @@ bool has_thickness(const ConvexHead& convex) {
     return std::isfinite(convex.results.found.t_required);
 }
 
-// The thickness is infinite where none holds.
+// The thickness is infinite where none is enough.
 void calculate(ConvexHead& convex) {
     calculate_pressures(convex.head, convex.results);
     TARVANE_SHELL_RESULTS& found = convex.results.found;
@@ -46,7 +46,7 @@ bool holds(const ConvexHead& convex) {
            o.found.t_status_14f != TARVANE_HEAD_FAILED;
 }
 
-// COMPUTE_FAILURE_CA_DIV1 knows neither the tolerance nor Appendix 1-4(f).
+// COMPUTE_FAILURE_CA_DIV1 has neither the tolerance nor Appendix 1-4(f).
 float failure_corrosion(const ConvexHead& convex) {
     constexpr int PASSES = 24;
     const ShellInput& given = convex.head;
@@ -104,7 +104,7 @@ ShellInput internal_head(const ExternalInput& element) {
         {S::Ut, N::Ut},
         {S::service, N::service},
         {S::S, N::S},
-        {S::Sa, N::S}, // for what is new and cold, which nobody asks for
+        {S::Sa, N::S}, // for the new and cold pressure, which is not needed
         {S::Sy, N::Sy},
         {S::Sy_cold, N::Sy},
         {S::material_class, N::material_class},
@@ -124,7 +124,7 @@ ShellInput internal_head(const ExternalInput& element) {
                                ? convex_rating({external_pressure(element), 0.0f, 0.0f}, {}).Pi
                                : NOMINAL_PRESSURE);
     head.put_setting(S::E, 1.0f);
-    // A chart asks for no diameter of a torispherical head, Appendix 1-4(f) does.
+    // A chart needs no diameter of a torispherical head, Appendix 1-4(f) does.
     if (!(head.diameter() > 0.0f)) head.put_setting(S::skip_1_4f, 1.0f);
     head.texts[static_cast<std::size_t>(ShellText::material)] = element.material();
     return head;

@@ -15,7 +15,7 @@ void Verdict::say(Status grave, std::string reason) {
 
 namespace {
 
-// Of a check that blocks and has no words of its own.
+// For a check that blocks and has no words of its own.
 std::string words_of(const Check& check, const UnitSystem& units) {
     const CheckField& field = check.field();
     std::string words = "the check of the " + std::string(field.label);
@@ -38,7 +38,7 @@ Verdict Element::judge(const Outcome& outcome, const UnitSystem& units) const {
         else if (check.blocks() && wordless.empty())
             wordless = words_of(check, units);
     }
-    // Most of these fail beside a check that has words for it.
+    // Most of these fail together with a check that has words for it.
     if (!wordless.empty() && verdict.status == Status::fine)
         verdict.say(Status::fails, std::move(wordless));
     return verdict;

@@ -1,5 +1,5 @@
-// The components of a request, and what a kind of component brings along: its table of keys, its
-// checks, its calculation, its verdict and its closing tables. The reader and whoever calculates know
+// The components of a request, and what a kind of component consists of: its table of keys, its
+// checks, its calculation, its verdict and its closing tables. The reader and the calculation know
 // components through these alone; element_kinds.cpp lists the kinds.
 #pragma once
 
@@ -24,7 +24,7 @@ namespace tarvane::vessel {
 struct ElementKind;
 struct Request;
 
-// Exit statuses of `tarvane run`, the graver the higher.
+// Exit statuses of `tarvane run`, the more serious the higher.
 enum class Status { fine = 0, fails = 1, bad_input = 2, stopped = 3 };
 
 struct Verdict {
@@ -38,7 +38,7 @@ struct Verdict {
 struct Outcome {
     std::string report;                // the report file: records with marks, Western characters
     std::vector<std::string> messages; // text of each message box, once each
-    bool stopped = false;              // the engine asked for the end of the run
+    bool stopped = false;              // the engine ended the run
     int fatal_code = 0;                // and said why
     std::optional<RatedPressure> rated_pressure; // where it was looked for
 
@@ -47,7 +47,7 @@ struct Outcome {
     virtual bool refused() const { return false; }
 };
 
-// What a calculation takes from the data files: by file, the items, and whether they are approximate.
+// What a calculation uses of the data files: by file, the items, and whether they are approximate.
 using DataUses = std::map<std::string, std::map<std::string, bool>>;
 
 // Where the value of a key comes from.
@@ -71,7 +71,7 @@ class Reading {
     DataUses data;
     std::vector<std::string> notes; // UTF-8
 
-    // Something that the user should know, once.
+    // A note for the user, once.
     void tell(std::string note);
     bool given(std::string_view key) const { return keys.contains(key); }
     // Given with a value that can be used, too.
@@ -82,11 +82,11 @@ class Reading {
     }
     // The same at the line of another key.
     void fault_at(std::string_view place, std::string_view key, std::string message);
-    // The calculation goes by a data file: a fault where it is missing or damaged.
+    // The calculation depends on a data file: a fault where it is missing or damaged.
     void rely_on(std::string_view file);
-    // The same by an item of the file: told at the end when it is approximate.
+    // The same for an item of the file: reported at the end when it is approximate.
     void use(const std::string& file, const std::string& item);
-    // The same of a record that says itself whether it is approximate.
+    // The same for a record that says itself whether it is approximate.
     void use(const std::string& file, const std::string& record, bool approximate) {
         data[file][record] = approximate;
     }
@@ -130,7 +130,7 @@ class Reading {
     Origins origins;
 };
 
-// A point of an external pressure chart: what a result went by.
+// A point of an external pressure chart that a result is based on.
 struct ChartPoint {
     std::string chart;
     float temperature, yield; // F, psi
@@ -169,7 +169,7 @@ struct Element {
     // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
     // of the report are lost.
     virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
-    // Of what calculate gave: results in the order of the kind's table, checks in the order of theirs.
+    // From what calculate returned: results in the order of the kind's table, checks in the order of theirs.
     virtual std::vector<Result> results(const Outcome&) const { return {}; }
     virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
     // By the checks alone: those that keep it from passing, and what others have to say.
@@ -184,7 +184,7 @@ struct Element {
     virtual std::optional<ChartPoint> chart_point(const Outcome&) const { return std::nullopt; }
 };
 
-// An element whose values all stand in settings.
+// An element whose values are all in settings.
 template <class Number, class Text>
 struct SettingsElement : Element, Settings<Number, Text> {
     void put_number(const Key& key, float value) override {
@@ -208,7 +208,7 @@ struct ElementKind {
     std::string_view plural; // in messages
     const KeyTable& keys;
     std::size_t most; // elements of this kind in a file
-    bool single;      // a [table] will do for one of them
+    bool single;      // a [table] is enough for one of them
     std::unique_ptr<Element> (*make)();
     // The closing tables of the elements of this kind, UTF-8; never called for none.
     std::string (*tables)(std::span<const Calculated> elements, const UnitSystem& units);

@@ -40,10 +40,10 @@ class ReportUnit {
     std::int32_t number = 0;     // 0: none
 };
 
-// Decimal commas of the report, when the file asks for them. Behind RESET_ENGINE.
+// Decimal commas of the report, when the file asks for them. After RESET_ENGINE.
 void set_decimal_comma(const Request& file);
 
-// Unit factors and labels of the report, dimensions of the code's metric edition. Behind
+// Unit factors and labels of the report, dimensions of the code's metric edition. After
 // RESET_ENGINE.
 void set_units(const Request& file);
 

@@ -145,7 +145,7 @@ bool ExternalInput::needs_yield() const { return by_stress() || vessel::needs_yi
 
 bool ExternalInput::is_thin_head() const { return convex_head() && internal_head(*this).thin(); }
 
-// Each of its own keys in the file comes before what the record says.
+// A key given in the file comes before the value of the record.
 void ExternalInput::take_material(Reading& reading) {
     MaterialKeys keys{.name_key = "material",
                       .reference_key = "material_reference",
@@ -157,7 +157,7 @@ void ExternalInput::take_material(Reading& reading) {
                                            : find_material(reading, keys, {"chart"});
     if (found == nullptr) return;
     const auto T = reading.sound("T") ? std::optional(setting(N::T)) : std::nullopt;
-    // A head does without where the material has none.
+    // A head needs none where the material has none.
     const bool for_head = convex_head() && T && found->has_allowable_at(*T);
     if (needs_stress() || for_head) {
         if (const auto stress = supply_stress(reading, keys, *found, "S", T))
@@ -187,7 +187,7 @@ void ExternalInput::take_material(Reading& reading) {
     }
 }
 
-// A chart that the file does not have would be another one in the engine.
+// The engine would replace a chart that the file does not have.
 void ExternalInput::find_chart(Reading& reading) {
     if (chart().empty()) {
         if (reading.sound("chart") && !reading.supplied("chart"))
@@ -201,7 +201,7 @@ void ExternalInput::find_chart(Reading& reading) {
         reading.fault("chart", unknown_chart(given));
     } else {
         reading.fault_at("material", "chart", missing_chart(to_utf8(material()), given));
-        if (!reading.given("Sy")) reading.supply("Sy"); // of a chart that is not there
+        if (!reading.given("Sy")) reading.supply("Sy"); // of a missing chart
     }
 }
 
@@ -215,7 +215,7 @@ void ExternalInput::note_tables(Reading& reading) const {
     const bool thin = convex_head() && missing_for_convex_head(*this).empty() &&
                       internal_head(*this).needs_modulus();
     if (!buckling && !thin) return;
-    // For a table that is not there the engine would take another modulus: that of the chart, which is
+    // For a missing table the engine would use another modulus: that of the chart, which is
     // greater, or that of carbon steel.
     const int table = whole_setting(N::material_class);
     const std::vector<int> tables = modulus_tables();

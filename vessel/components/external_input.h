@@ -19,11 +19,11 @@ struct ExternalInput final : SettingsElement<ExternalNumber, ExternalText> {
     int shape() const { return whole_setting(ExternalNumber::kind); } // TARVANE_CYLINDER and so on
     int code() const { return whole_setting(ExternalNumber::code); }
     bool older() const { return whole_setting(ExternalNumber::edition) == EXTERNAL_EDITION_OLDER; }
-    bool by_stress() const; // in place of the charts
+    bool by_stress() const; // instead of the charts
     bool long_shell() const { return shape() == TARVANE_CYLINDER || shape() == TARVANE_CONE; }
     bool flat_cone() const;    // so steep that UG-34 applies
-    bool convex_head() const;  // a formed head that UG-33(a)(1) asks more of than the chart
-    bool has_pressure() const; // without one only the allowable pressure is told
+    bool convex_head() const;  // a formed head of which UG-33(a)(1) requires more than the chart
+    bool has_pressure() const; // without one only the allowable pressure is calculated
     bool outside() const { return setting(ExternalNumber::Do) > 0.0f; }
     float diameter() const { return setting(outside() ? ExternalNumber::Do : ExternalNumber::D); }
     const std::string& material() const { return text_setting(ExternalText::material); }

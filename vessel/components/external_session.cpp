@@ -85,7 +85,7 @@ ExternalOutcome run_external(const ExternalInput& element, const Request& file) 
     set_units(file);
     if (element.convex_head() && missing_for_convex_head(element).empty())
         outcome.convex = std::make_shared<ConvexHead>(check_convex_head(element));
-    set_globals(element); // behind the check of a head, which has others
+    set_globals(element); // after the check of a head, which has others
     look_for_curve(element, outcome);
 
     const ReportUnit report(file.report);

@@ -22,10 +22,10 @@ class FaultList {
                           .message = std::move(message),
                           .path = std::string(key)});
     }
-    // What stands there is not what is expected.
+    // The value is not what is expected.
     void wrong(const Value& value, std::string_view key, const std::string& wanted,
                std::string_view meaning = {});
-    // Keys of one table that it doesn't have. `nearest_of` gives the rest of the message, the name that
+    // Keys that the table does not have. `nearest_of` gives the rest of the message, the name that
     // may have been meant; its search takes time, so that it is made only for faults that can be
     // among those that are shown.
     void unknown(std::vector<const Table::Entry*> entries, std::string_view table,

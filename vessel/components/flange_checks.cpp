@@ -151,7 +151,7 @@ void check_deflection(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& uni
 
 // ---- bolts -----------------------------------------------------------------------------------------
 
-// Appendix 2 and its like are for a gasket within the bolt circle, on a flange that reaches beyond it;
+// Appendix 2 and similar rules are for a gasket within the bolt circle, on a flange that reaches beyond it;
 // the engine calculates with any bolt circle.
 void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     const bool circular = !(given(flange, TARVANE_D) > 0.0f || given(flange, TARVANE_d) > 0.0f);
@@ -169,7 +169,7 @@ void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Check
                       : "the bolt circle " + shown(C, Quantity::diameter, units) + ' ' + where));
 }
 
-// The engine takes another size where the thread series does not have the given one.
+// The engine uses another size where the thread series does not have the given one.
 void check_bolt_size(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     if (!flange.takes_bolt_size()) return;
     const BoltSizes sizes(static_cast<int>(given(flange, TARVANE_THREADS)));
@@ -196,7 +196,7 @@ std::optional<Face> face_of(const FlangeInput& flange, const FlangeOutcome& outc
         return Face{given(flange, TARVANE_Fod), given(flange, TARVANE_Fid),
                     given(flange, TARVANE_Go), given(flange, TARVANE_Gi), given(flange, TARVANE_C)};
     }
-    // Under external pressure a design does not give back what it selected.
+    // Under external pressure a design does not return what it selected.
     if (!(outcome.result(TARVANE_DESIGNED_C) > 0.0f)) return std::nullopt;
     return Face{outcome.result(TARVANE_DESIGNED_Fod), outcome.result(TARVANE_DESIGNED_Fid),
                 outcome.result(TARVANE_DESIGNED_Go), outcome.result(TARVANE_DESIGNED_Gi),
@@ -249,7 +249,7 @@ std::string contact_text(const Contact& contact, const UnitSystem& units) {
            diameter(contact.outside.name, contact.outside.diameter, units);
 }
 
-// The widths other than that of the contact that the basic width goes by; "" when they are there.
+// The widths, other than that of the contact, that the basic width depends on; "" when they are given.
 std::string missing_width(const FlangeInput& flange, const UnitSystem& units) {
     const int sketch = static_cast<int>(given(flange, TARVANE_SKETCH));
     const float w = given(flange, TARVANE_w), tg = given(flange, TARVANE_tg);
@@ -278,7 +278,7 @@ void check_partition(const FlangeInput& flange, const UnitSystem& units, Checks&
                                               shown(tp, Quantity::thickness, units)));
 }
 
-// The face of such a design is not given back; the width that was taken is.
+// The face of such a design is not returned; the width that was used is.
 void check_taken_width(const FlangeInput& flange, float N, const UnitSystem& units,
                        Checks& checks) {
     if (!(given(flange, TARVANE_P) < 0.0f)) return;
@@ -358,7 +358,7 @@ float added_pressure(const FlangeInput& flange, const FlangeOutcome& outcome) {
            16.0f * std::fabs(M) * 12.0f / (PI * G * G * G);
 }
 
-// Of a standard or rated flange no stresses are calculated: the pressure rating decides.
+// No stresses of a standard or rated flange are calculated: the pressure rating decides.
 void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const UnitSystem& units,
                   Checks& checks) {
     const CheckField& row = field("rating");
@@ -384,7 +384,7 @@ void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const
 
 void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
-    // A limit of 0.0 is none: the thread series doesn't have it.
+    // A limit of 0.0 is none: the thread series does not have it.
     const auto row = [&](const CheckField& described, float demand, float limit) {
         if (!is_none(demand) && !is_none(limit) && limit > 0.0001f)
             checks.push_back(Check::compared(described, demand, limit));

@@ -129,12 +129,12 @@ constexpr StandardKey STANDARD_KEYS[] = {{"B", 10, [](F f) { return f.B; }},
 
 } // namespace
 
-// Each of its own keys in the file comes before the dimension of the standard.
+// A key given in the file comes before the dimension of the standard.
 void FlangeInput::take_standard(Reading& reading) {
     constexpr std::string_view CLASS = "standard.class", SIZE = "standard.size",
                                WALL = "standard.wall";
     if (!reading.given(CLASS) && !reading.given(SIZE) && !reading.given(WALL)) return;
-    // What a faulty table would have given isn't missing on top of it.
+    // A value that a faulty table would have given is not reported as missing, too.
     const auto refuse = [&](std::string_view key, std::string message) {
         if (!message.empty()) reading.fault(key, std::move(message));
         for (const StandardKey& filled : STANDARD_KEYS)
@@ -189,7 +189,7 @@ MaterialSelection FlangeInput::material_selection() const {
             .year = whole_setting(Setting::material_year)};
 }
 
-// Each of its own keys in the file comes before what the record says.
+// A key given in the file comes before the value of the record.
 void FlangeInput::take_material(Reading& reading) {
     const auto design_temperature = reading.sound("T") ? std::optional(record[5]) : std::nullopt;
     MaterialKeys keys{.name_key = "material",
@@ -254,7 +254,7 @@ void FlangeInput::note_tables(Reading& reading) const {
 
 // ---- checks -----------------------------------------------------------------------------------------
 
-// Values that the engine would take as they are, or read as something else: a thickness that is not above
+// Values that the engine would use as they are, or read as something else: a thickness that is not above
 // 0 counts as 2 inches.
 void FlangeInput::check_values(Reading& reading) const {
     const auto value = [&](std::string_view name) { return number_of(*flange_keys().find(name)); };
@@ -271,7 +271,7 @@ void FlangeInput::check_values(Reading& reading) const {
         reading.fault("E", "a joint efficiency up to 1 is expected");
 }
 
-// The engine would take the next smaller size, or the smallest.
+// The engine would use the next smaller size, or the smallest.
 void FlangeInput::check_bolt_size(Reading& reading) const {
     const float a = record[22];
     const bool known = reading.sound("a") && reading.sound("bolting") &&
@@ -298,7 +298,7 @@ void FlangeInput::check_bolt_size(Reading& reading) const {
                            shown(sizes.taken(a), Quantity::diameter, reading.units));
 }
 
-// The equivalent pressure of external loads goes by the gasket, which a rated flange does not have.
+// The equivalent pressure of external loads depends on the gasket, which a rated flange does not have.
 void FlangeInput::complete_rated(Reading& reading) {
     for (const std::string_view key : {"axial_force", "bending_moment", "external_loads"}) {
         if (!reading.given(key) || text[slot::external_loads] != 'Y') continue;
@@ -346,7 +346,7 @@ bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
     if (id == "standard")
         return reading.given("standard.class") || reading.given("standard.size") ||
                reading.given("standard.wall");
-    // g0, g1 or h of 0 says that there is no hub.
+    // g0, g1 or h of 0 means that there is no hub.
     const auto has = [&](std::string_view key, int element) {
         return reading.given(key) && record[static_cast<std::size_t>(element)] != 0.0f;
     };
@@ -373,7 +373,7 @@ Checks FlangeInput::checks(const Outcome& outcome, const UnitSystem& units) cons
                                 : flange_checks(*this, own, units);
     if (own.rounded) checks.push_back(Check::found(field_of(FLANGE_CHECKS, "search"), true));
     const float found = own.rounded ? own.rounded->flange.record[TARVANE_t] : own.t_req;
-    // A thickness that was found can be above the size that the stresses hold up to.
+    // A thickness that was found can be above the size limit of the stresses.
     const float most = sized_material ? sized_material->size_to : 0.0f;
     if (most > 0.0f && found > 0.0f && !own.stopped && !own.refused()) {
         Check check = Check::compared(field_of(FLANGE_CHECKS, "material_size"), found, most);

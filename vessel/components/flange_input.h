@@ -46,7 +46,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     void put_pressure(float P) override;
 
   private:
-    std::optional<Material> sized_material; // that stresses were taken of
+    std::optional<Material> sized_material; // whose stresses are used
     std::string standard_name;
 
     void write_description();

@@ -1,4 +1,4 @@
-// The calls of one flange: what the host sets, FLANGE_CALC, and what comes back.
+// The calls of one flange: what the host sets, FLANGE_CALC, and its results.
 #pragma once
 
 #include "components/flange_input.h"
@@ -21,7 +21,7 @@ struct FlangeOutcome final : Outcome {
     float mawp = 0.0f;
     float t_req = 0.0f;
     TARVANE_FLANGE_RESULTS found{};
-    int pwht_required = -1;                       // heat treatment: 1, 0; -1 nobody knows
+    int pwht_required = -1;                       // heat treatment: 1, 0; -1 not known
     std::shared_ptr<const RoundedDesign> rounded; // of kind "design", where something was selected
 
     bool refused() const override { return found.status == TARVANE_REFUSED; }
@@ -29,7 +29,7 @@ struct FlangeOutcome final : Outcome {
 };
 
 // The two halves of run_flange: what the host sets, from RESET_ENGINE on, then the call with the report
-// gates as they stand. write_case as FLANGE_CALC takes it.
+// gates as they are. write_case as FLANGE_CALC takes it.
 void set_up_flange(const FlangeInput& flange, const Request& file);
 void call_flange(const FlangeInput& flange, const Request& file, std::int32_t write_case,
                  FlangeOutcome& outcome);

@@ -35,7 +35,7 @@ const ElementKind MDMT_KIND{
 
 // ---- reading ---------------------------------------------------------------------------------------
 
-// Each of its own keys in the file comes before what the record says.
+// A key given in the file comes before the value of the record.
 void MdmtInput::take_material(Reading& reading) {
     const MaterialKeys keys{.name_key = "material",
                             .reference_key = "material_reference",

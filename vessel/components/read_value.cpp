@@ -38,7 +38,7 @@ Taken<float> take_choice(const Value& value, const Key& key, const UnitSystem& u
                      std::to_string(high->number));
 }
 
-// A number in the unit that it brings along; in that of the request where it brings none.
+// A number in its own unit; in that of the request where it has none.
 struct Measured {
     double number;
     const ValueUnit* unit;

@@ -21,9 +21,9 @@ using Kinds = std::span<const ElementKind* const>;
 constexpr std::string_view FILE_KEYS[] = {"tarvane",          "units",  "decimal_comma",
                                           "metric_constants", "strict", "vessel"};
 constexpr std::int64_t NEWEST_FORM = 1;
-constexpr double LARGEST_INTEGER = 9007199254740992.0; // that a double holds with all below it
+constexpr double LARGEST_INTEGER = 9007199254740992.0; // a double holds it and all below it
 
-// A table whose keys hold for every component that doesn't give them.
+// A table whose keys apply to every component that does not give them.
 struct CommonTable {
     const Table& table;
     std::string prefix; // of paths: "vessel."
@@ -117,7 +117,7 @@ std::string nearest_key(std::string_view name, std::span<const std::string_view>
     std::string message =
         near.empty() ? nearest_name(name, others) : "; the nearest is " + std::string(near);
     if (message.empty()) return message;
-    // The first of several kinds that knows the key gives its meaning.
+    // The first of several kinds that has the key gives its meaning.
     near = std::string_view(message).substr(std::string_view("; the nearest is ").size());
     for (const ElementKind* kind : kinds) {
         if (const Key* key = kind->keys.find(near))
@@ -126,7 +126,7 @@ std::string nearest_key(std::string_view name, std::span<const std::string_view>
     return message;
 }
 
-// Keys that the table doesn't have. In a table that holds for every component some may go unheeded.
+// Keys that the table does not have. In a table for every component some may be ignored.
 void Reader::check_names(const Table& table, std::string_view prefix, Kinds of, bool holds_for_all,
                          std::span<const std::string_view> others) {
     std::vector<std::string_view> names;
@@ -179,7 +179,7 @@ bool Reader::check_inner_table(const Table::Entry& entry, std::string_view prefi
 
 // ---- components -------------------------------------------------------------------------------------------
 
-// The value of a name, which may stand in a table of its own; a null pointer without one.
+// The value of a name, which may be in a table of its own; a null pointer without one.
 const Value* find_value(const Table& table, std::string_view name) {
     const std::size_t point = name.find('.');
     const Value* value = table.find(name.substr(0, point));
@@ -268,7 +268,7 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
     faults.list().back().value = written.value->shown();
 }
 
-// Whether a key that holds for every component has a value other than 0, or one that comes later.
+// Whether a key for every component has a value other than 0, or one that comes later.
 bool Reader::holds_for_all(const Key& key) {
     for (const CommonTable& table : commons) {
         const Value* value = table.table.find(key.name);
@@ -481,7 +481,7 @@ bool Reader::takes(std::size_t input) const {
     });
 }
 
-// A number as its key takes it.
+// A number in the form that its key needs.
 Value value_for(const Key& key, double number) {
     const bool flag = key.quantity == Quantity::flag && (number == 0.0 || number == 1.0);
     if (flag) return number == 1.0;
@@ -547,7 +547,7 @@ void sort_faults(Faults& faults) {
                      [](const Fault& a, const Fault& b) { return a.line < b.line; });
     std::set<std::tuple<int, std::string, std::string>> known;
     std::erase_if(faults, [&](const Fault& f) {
-        // Without lines the same words may be said of two components.
+        // Without lines two components may have the same words.
         const std::string& place = f.line == 0 ? f.path : f.key;
         return !known.emplace(f.line, place, f.message).second;
     });

@@ -71,7 +71,7 @@ float yield_at(const Material& material, float temperature) {
 
 } // namespace
 
-// Each of its own keys in the file comes before what the record says.
+// A key given in the file comes before the value of the record.
 void ShellInput::take_material(Reading& reading) {
     MaterialKeys keys{.name_key = "material",
                       .reference_key = "material_reference",
@@ -229,7 +229,7 @@ void ShellInput::complete(Reading& reading) {
     if (has(N::external)) make_external(reading);
 }
 
-// Its keys bear the names of an [[external]], but for the pressure.
+// Its keys have the names of an [[external]], except the pressure.
 void ShellInput::make_external(Reading& reading) {
     if (shape() == TARVANE_FLAT_HEAD) {
         reading.fault(reading.given("external") ? "external" : "P_external",
@@ -321,7 +321,7 @@ Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const
     add_unmade_checks(checks);
     if (external && !own.stopped) {
         for (Check& check : external_checks(*external, own.external, units)) {
-            // Limits of the form hold for both.
+            // Limits of the form apply to both.
             const bool there = std::any_of(checks.begin(), checks.end(), [&](const Check& first) {
                 return first.field().id == check.field().id;
             });

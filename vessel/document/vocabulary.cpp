@@ -21,7 +21,7 @@ std::string units_of(Quantity quantity) {
     return unit;
 }
 
-// What stands behind a key.
+// The kind of value of a key.
 std::string kind_of_value(const Key& key) {
     switch (key.quantity) {
     case Quantity::flag:
@@ -197,7 +197,7 @@ std::string key_list() {
                 section = kind->keys.section(key);
                 list.append("\n-- ").append(section).append(" --\n");
             }
-            // A name or unit of more than its column keeps one blank behind it.
+            // A name or unit wider than its column is followed by one blank.
             list += padded(std::string(key.name) + ' ', NAME_WIDTH) +
                     padded(kind_of_value(key) + ' ', UNIT_WIDTH) + std::string(key.meaning) + '\n';
             const std::string margin(NAME_WIDTH + UNIT_WIDTH, ' ');

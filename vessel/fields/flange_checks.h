@@ -1,4 +1,4 @@
-// The checks of a [[flange]], in the order in which its verdict tells them.
+// The checks of a [[flange]], in the order of its verdict.
 #pragma once
 
 #include "fields/opening_checks.h"

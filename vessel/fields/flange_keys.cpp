@@ -27,7 +27,7 @@ constexpr Choice TYPES[] = {{"weld neck", 1},
                             {"reverse", 8}};
 constexpr Choice KINDS[] = {{"analyse", 1},        {"thickness", 2}, {"design", 3},
                             {"rated", KIND_RATED}, {"analyze", 1},   {"analysis", 1}};
-// Of which the engine calculates stresses; a rated flange goes by its rating alone.
+// The kinds whose stresses the engine calculates; a rated flange has its rating alone.
 constexpr Condition STRESSED = among("kind", {1, 2, 3});
 constexpr Choice SERIES[] = {{"TEMA", 1},          {"UNC", 2},        {"special", 3},
                              {"TEMA metric", 4},   {"BS 3643", 5},    {"SABS 1700", 6},

@@ -1,4 +1,4 @@
-// The keys of a [[flange]] and where their values stand.
+// The keys of a [[flange]] and where their values are.
 #pragma once
 
 #include "fields/keys.h"
@@ -50,7 +50,7 @@ enum class TextSetting {
 };
 
 inline constexpr int BOLT_LISTED = 0, BOLT_NEAREST = 1;
-inline constexpr int KIND_RATED = 4; // after the kinds that the engine knows
+inline constexpr int KIND_RATED = 4; // after the kinds of the engine
 inline constexpr int EDITION_CURRENT = 0, EDITION_OLDER = 1, EDITION_A98 = 2;
 
 const KeyTable& flange_keys();

@@ -17,7 +17,7 @@ constexpr std::string_view NO_INTERNAL_PRESSURE = "no internal pressure pass",
                            NO_RIGIDITY = "no rigidity index of this flange",
                            KIND_RATED_ALONE = "kind rated: no stresses are calculated";
 
-// Why a stage has no value: it didn't run for this flange, or nothing did.
+// Why a stage has no value: it did not run for this flange, or nothing did.
 std::string_view no_stage(F f) {
     if (f.stopped) return "the engine stopped";
     if (f.block.status == TARVANE_REFUSED) return "the input check found fatal errors";

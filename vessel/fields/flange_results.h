@@ -27,7 +27,7 @@ inline constexpr std::string_view FLANGE_TABLE = "Results", DESIGN_TABLE = "Sele
 std::span<const ResultField> flange_result_fields();
 std::vector<Result> flange_results(const FlangeFound& found);
 
-// "hub small end as a cylinder": what holds a pressure down, by TARVANE_BY_...; empty: it is not known.
+// "hub small end as a cylinder": what limits a pressure, by TARVANE_BY_...; empty: it is not known.
 std::string_view held_down_by(int by);
 
 } // namespace tarvane::vessel

@@ -27,7 +27,7 @@ enum class Place {
     text_setting, // text, by another
 };
 
-// A name and the number that it stands for. The first name of a number is the one that lists show.
+// A name and its number. The first name of a number is the one that lists show.
 struct Choice {
     std::string_view name;
     int number;
@@ -36,8 +36,8 @@ struct Choice {
 // Longest description of an element.
 inline constexpr int MOST_DESCRIPTION = 200;
 
-// A row of the table: Key{name, place, index, quantity, meaning, symbol}, then what else is to be said of it,
-// in words that give a changed copy.
+// A row of the table: Key{name, place, index, quantity, meaning, symbol}, then further properties,
+// by functions that return a changed copy.
 struct Key {
     std::string_view name; // "standard.class": class of the table `standard`
     Place place;
@@ -46,7 +46,7 @@ struct Key {
     std::string_view meaning;
     std::string_view symbol = {}; // in the report; empty: it has none there
 
-    std::string_view few_words = {}; // for a line of a form; empty: the meaning will do
+    std::string_view few_words = {}; // for a line of a form; empty: the meaning is used
     std::span<const Choice> choices = {};
     int width = 0;                        // longest text
     double fallback = 0.0;                // in the engine's units, for a key that is not given
@@ -120,7 +120,7 @@ struct Synonym {
 // where no component of another kind has it as its own.
 enum class Shared { both, other, ours };
 
-// A second name that is taken for one of ours. Files without a number of their form have the names that
+// A second name that is accepted for one of ours. Files without a number of their form have the names that
 // they always had in common; [vessel] and newer files have those of the one vocabulary.
 struct Alias {
     std::string_view other, ours;
@@ -133,8 +133,8 @@ struct InnerTable {
     std::span<const std::string_view> keys;
 };
 
-// A key that components of the kind do not heed: in their own tables it is a fault, with what to do in its
-// place. Where it holds for every component and is not 0, a check of theirs is not made.
+// A key that components of the kind ignore: in their own tables it is a fault, with what to do
+// instead. Where it applies to every component and is not 0, one of their checks is not made.
 struct Unheeded {
     Key key;
     std::string_view advice;
@@ -156,7 +156,7 @@ struct KeyTable {
     std::span<const Unheeded> unheeded = {};
 
     const Key* find(std::string_view name) const; // none: a null pointer
-    // The key behind a name or an alias.
+    // The key of a name or an alias.
     const Key* resolve(std::string_view name) const;
     // The names in a table of its own; none: there is no such table. "class" and "size" of "standard".
     std::vector<std::string_view> names_in(std::string_view table) const;
@@ -165,7 +165,7 @@ struct KeyTable {
     const Unheeded* find_unheeded(std::string_view name) const; // none: a null pointer
 };
 
-// Values behind the keys of a kind: numbers and texts by two enumerations that end in `count`.
+// Values of the keys of a kind: numbers and texts by two enumerations that end in `count`.
 template <class Number, class Text>
 struct Settings {
     std::array<float, static_cast<std::size_t>(Number::count)> settings{};
@@ -180,13 +180,13 @@ struct Settings {
     const std::string& text_at(int index) const { return texts[static_cast<std::size_t>(index)]; }
 };
 
-// "a number in mm", "true or false", "one of ...": what belongs behind a key.
+// "a number in mm", "true or false", "one of ...": what a key accepts.
 std::string expected(const Key& key, const UnitSystem& units);
 // The list of names of a choice, in double quotes.
 std::string choice_names(std::span<const Choice> choices);
 // The first name of a number; empty: there is none.
 std::string_view choice_name(std::span<const Choice> choices, int number);
-// Further names that are taken: of the numbers of a choice, in double quotes; empty without any.
+// Further names that are accepted: of the numbers of a choice, in double quotes; empty without any.
 std::string further_names(std::span<const Choice> choices);
 
 // "kind is "cone", D is not given": a condition in words; empty: always.

@@ -1,4 +1,4 @@
-// The keys of an [[mdmt]] and where their values stand.
+// The keys of an [[mdmt]] and where their values are.
 #pragma once
 
 #include "fields/keys.h"

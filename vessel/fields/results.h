@@ -21,7 +21,7 @@ struct ResultField {
     std::string_view label;               // "Maximum allowable working pressure"
     std::string_view table = {};          // title of the closing table that lists it; none: empty
     std::string_view meaning = {};        // what the label leaves open
-    std::span<const Choice> choices = {}; // what the numbers of a choice stand for
+    std::span<const Choice> choices = {}; // the meanings of the numbers of a choice
     float times = 1.0f;                   // in the closing table, which shows few decimals
 };
 
@@ -92,7 +92,7 @@ constexpr std::string_view force_name(Force force) {
 
 struct CheckField {
     std::string_view id;        // "bolt_area", unique among the checks of the kind
-    std::string_view paragraph; // of the code: "2-5", "UG-27 (c)(1)"; "TEMA" where no code asks
+    std::string_view paragraph; // of the code: "2-5", "UG-27 (c)(1)"; "TEMA" where no code applies
     std::string_view label;     // "bolt area": what is compared
     Quantity quantity;          // of demand and limit
     bool at_least = false;      // the demand must not be below the limit; else not above it

@@ -1,4 +1,4 @@
-// The checks of a [[shell]] and of an [[external]], in the order in which their verdicts tell them.
+// The checks of a [[shell]] and of an [[external]], in the order of their verdicts.
 #pragma once
 
 #include "fields/opening_checks.h"
@@ -18,7 +18,7 @@ inline constexpr CheckField EXTERNAL_CORROSION_CHECK{
     .quantity = Quantity::thickness,
     .asked = "ce holds for every component and is not 0"};
 
-// Limits of VIII-1 on the form of a head, which its formulas do not know.
+// Limits of VIII-1 on the form of a head, which its formulas do not contain.
 inline constexpr CheckField CROWN_RADIUS{.id = "crown_radius",
                                          .paragraph = "UG-32 (j)",
                                          .label = "crown radius, by the outside diameter",
@@ -153,7 +153,7 @@ inline constexpr CheckField EXTERNAL_CHECKS[] = {
     EXTERNAL_CORROSION_CHECK,
 };
 
-// All checks of a [[shell]]: those under external pressure stand behind its own.
+// All checks of a [[shell]]: those under external pressure follow its own.
 std::span<const CheckField> shell_check_fields();
 
 } // namespace tarvane::vessel

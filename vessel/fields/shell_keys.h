@@ -1,4 +1,4 @@
-// The keys of a [[shell]] and where their values stand.
+// The keys of a [[shell]] and where their values are.
 #pragma once
 
 #include "fields/keys.h"

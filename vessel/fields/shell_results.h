@@ -7,7 +7,7 @@
 
 namespace tarvane::vessel {
 
-// What they are taken from, in the engine's units: values by keys, GETSHELLRESULTS, what the routines beside
+// What they are taken from, in the engine's units: values by keys, GETSHELLRESULTS, what routines other than
 // SHLINT returned.
 struct ShellFound {
     const Settings<ShellNumber, ShellText>& given;

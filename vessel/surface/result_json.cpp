@@ -21,7 +21,7 @@ namespace {
 constexpr int FORM = 1; // of a result
 constexpr std::string_view NOT_FINITE = "not finite";
 
-// A component with what was found of it.
+// A component with what was found for it.
 struct Found {
     const Element* element;
     const Outcome* outcome;
@@ -134,7 +134,7 @@ bool Writer::write_choice(std::span<const Choice> choices, float engine) {
     return !name.empty();
 }
 
-// What was given goes out as it came in: the factor of a unit there and back can cost its last bit.
+// An input is written as it was given: a unit's factor applied and undone can cost the last bit.
 void Writer::write_number(const Key& key, float engine, const Value& given) {
     if (key.quantity == Quantity::flag) {
         json.flag(engine != 0.0f);
@@ -333,7 +333,7 @@ std::string faults_json(const Faults& faults) {
     json.begin_list();
     for (const Fault& fault : faults) {
         json.begin_object();
-        // Bytes of a request that is no UTF-8, or of a path, go out by their numbers.
+        // Bytes of a request or a path that are no UTF-8 are written by their numbers.
         json.key("path").text(printable(fault.path));
         json.key("value").text(printable(fault.value));
         json.key("reason").text(printable(fault.message));

@@ -16,7 +16,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-// A number with a unit of its own, perhaps, and that or a vacuum.
+// A number, perhaps with a unit of its own, and that or a vacuum.
 constexpr std::string_view NUMBER_TEXT = "^\\s*[-+]?\\.?[0-9]",
                            PRESSURE_TEXT = "^\\s*[-+]?\\.?[0-9]|^full vacuum$";
 constexpr std::string_view DRAFT = "https://json-schema.org/draft/2020-12/schema";
@@ -67,7 +67,7 @@ std::string nullable(std::string_view type) {
 
 // ---- properties ----------------------------------------------------------------------------------------
 
-// Properties in their order; what one name may be in several places is any of it.
+// Properties in their order; a name with several meanings accepts any of them.
 class Properties {
   public:
     void put(std::string_view name, std::string schema) {
@@ -155,7 +155,7 @@ std::string key_schema(const Key& key) {
     return json.take();
 }
 
-// All that a component of the kind may hold.
+// Everything that a component of the kind may have.
 Properties keys_of(const ElementKind& kind) {
     const KeyTable& table = kind.keys;
     Properties properties;
@@ -464,7 +464,7 @@ class Vocabulary {
         put("SI", to_utf8(si_units().label(quantity)));
         json.end_object();
     }
-    // {} holds always. The words are those that people read.
+    // {} is always true. The words are for people.
     void write_condition(std::string_view name, const Condition& condition, const KeyTable& keys) {
         json.key(name).begin_object();
         if (condition.terms[0].is != Term::Is::unused) json.key("all").begin_list();
@@ -511,7 +511,7 @@ class Vocabulary {
         if (key.needed) write_condition("required", *key.needed, keys);
         write_choices(key.choices);
         if (key.width > 0) json.key("width").whole(key.width);
-        // In the units of the engine, as the tables have it.
+        // In the units of the engine, as in the tables.
         json.key("default").single(static_cast<float>(key.fallback));
         put("group", key.group);
         json.end_object();

@@ -51,7 +51,7 @@ std::optional<Path> split(const std::string& path) {
 
 // ---- inputs ----------------------------------------------------------------------------------------------
 
-// A number at the path, in place of the value that is there, perhaps; else what is wrong with the path.
+// Puts a number at the path, replacing a value that is there; else returns what is wrong with the path.
 std::string put_number_at(Table& root, const std::string& path) {
     const std::optional<Path> parts = split(path);
     if (!parts) return "a path like flange[0].t or vessel.P is expected";
@@ -94,7 +94,7 @@ class Outputs {
   public:
     explicit Outputs(const Request& of) : request(of) {}
 
-    // Nothing, and the reason, for what there isn't.
+    // Nothing, and the reason, for an output that does not exist.
     std::optional<Output> find(const std::string& path, std::string& reason) const {
         std::vector<std::string> names;
         const auto take = [&](std::string name, Output output) {
@@ -133,7 +133,7 @@ class Outputs {
 
 // ---- rows ------------------------------------------------------------------------------------------------
 
-// What was found of a component in the present row.
+// What was found for a component in the present row.
 struct Found {
     std::unique_ptr<Outcome> outcome;
     std::vector<Result> results;
@@ -162,7 +162,7 @@ class Sweep {
         reading.request().report = false;
     }
 
-    // The components without inputs, once. A fault ends every row alike.
+    // The components without inputs, once. A fault ends every row in the same way.
     std::optional<Fault> calculate_the_rest() {
         const std::vector<std::size_t> changing = reading.changing();
         for (std::size_t i = 0; i < components.size(); ++i) {
@@ -278,7 +278,7 @@ class Sweep {
     }
 };
 
-// The faults of rows, each once, and their numbers from 1 on. Behind the last of them there is one for the others.
+// The faults of rows, each once, and their numbers from 1 on. After the last of them there is one for the others.
 class RowFaults {
   public:
     explicit RowFaults(Faults& into) : faults(into) {}

@@ -22,8 +22,8 @@
 using namespace tarvane::vessel;
 
 struct TARVANE_VESSEL {
-    DataFolder data_folder;   // by a whole path, whatever becomes of the working directory
-    mutable std::mutex texts; // the following ones are changed and looked at by many threads
+    DataFolder data_folder;   // by a full path, so that the working directory may change
+    mutable std::mutex texts; // the following ones are changed and read by many threads
     std::string result, schema, error;
     const char* last_error = "[]";
 };
@@ -57,7 +57,7 @@ Ended ended(std::int32_t status, std::string reason) {
 // Of a handle, or of a failed open.
 template <class Texts>
 void put_error(Texts& texts, const Faults& faults) {
-    texts.last_error = NO_MEMORY; // in case the next line finds none
+    texts.last_error = NO_MEMORY; // in case the next line finds no memory
     texts.error = faults_json(faults);
     texts.last_error = texts.error.c_str();
 }
@@ -117,7 +117,7 @@ Ended read(const char* text, ReadResult& into) {
     Value tree;
     Ended end = parse(text, tree);
     if (end.status != TARVANE_OK) return end;
-    Outcome reading; // of what the engine is asked on the way
+    Outcome reading; // of what the engine is asked during the reading
     {
         const Services services(reading);
         into = read_request(*tree.table());
@@ -129,7 +129,7 @@ Ended read(const char* text, ReadResult& into) {
     return into.faults.empty() ? Ended{} : refused(std::move(into.faults));
 }
 
-// What ended a calculation before all of it was made.
+// What ended a calculation before it was complete.
 Ended broken_off(const Calculation& calculation) {
     if (!calculation.problems.empty()) return ended(TARVANE_INTERNAL, calculation.problems.front());
     const Calculated& last = calculation.calculated.back();

@@ -39,7 +39,7 @@ std::string read_file(const std::string& path, std::size_t limit, bool regular) 
 
 class Handle {
   public:
-    // Does not wait for somebody who writes into a pipe, nor for what a device may do.
+    // Waits neither for a writer of a pipe nor for a device.
     explicit Handle(const std::string& path)
         : number(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
     ~Handle() {
