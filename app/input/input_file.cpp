@@ -1,5 +1,6 @@
 #include "input/input_file.h"
 
+#include "components/fault_list.h"
 #include "input/syntax_message.h"
 #include "input/toml_limits.h"
 #include "input/toml_parser.h"

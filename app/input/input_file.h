@@ -1,7 +1,7 @@
 // From the text of an input file to the components that it describes.
 #pragma once
 
-#include "components/reader.h"
+#include "model/reader.h"
 
 #include <string>
 #include <string_view>

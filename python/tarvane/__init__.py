@@ -17,9 +17,11 @@ One calculation runs at a time; calls from several threads wait for one another.
 from typing import Any
 
 from . import _old, _vessel
+from ._faults import EngineStopped, Fault, InputError
 from ._old import ELEMENTS, NO_VALUE, Engine, ExternalResult, FlangeResult, Key, ShellResult
 from ._result import Check, Component, Governing, Input, NoValue, ReportLine, Result, Results
-from ._vessel import EngineStopped, Fault, InputError, Vessel, run
+from ._sweep import Sweep
+from ._vessel import Vessel, run, sweep
 
 _TABLES = {f"{kind.upper()}_{what}" for kind in _old.NAMES for what in ("KEYS", "TEXTS")} | {"FLANGE_FLAGS"}
 
@@ -42,8 +44,10 @@ __all__ = [
     "Result",
     "Results",
     "ShellResult",
+    "Sweep",
     "Vessel",
     "run",
+    "sweep",
 ]
 
 

@@ -9,8 +9,9 @@ import sysconfig
 import threading
 import weakref
 from pathlib import Path
-from typing import Callable, Optional, Union
+from typing import Any, Callable, Optional, Sequence, Union
 
+PROGRESS = ctypes.CFUNCTYPE(ctypes.c_int32, ctypes.c_void_p, ctypes.c_int64, ctypes.c_int64)
 PathName = Union[str, "os.PathLike[str]"]
 
 OK, FAULTY, ENGINE_STOPPED, NO_DATA = range(4)
@@ -76,10 +77,14 @@ class Handle:
             self._library.tarvane_calculate.argtypes = [
                 ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int32, ctypes.c_void_p,
             ]  # fmt: skip
+            self._library.tarvane_sweep.argtypes = [
+                ctypes.c_void_p, ctypes.c_char_p, ctypes.c_void_p, ctypes.c_void_p, ctypes.c_int64,
+                ctypes.c_void_p, ctypes.c_void_p, ctypes.c_void_p, PROGRESS, ctypes.c_void_p, ctypes.c_void_p,
+            ]  # fmt: skip
         except AttributeError:
             raise OSError(f"{path} is not the vessel library of tarvane") from None
         folder = None if data_folder is None else os.fsencode(path_text("data_folder", data_folder))
-        self._turn = threading.Lock()
+        self._turn = threading.RLock()  # progress of a sweep may call
         self._handle = ctypes.c_void_p()
         self.opened: int = self._library.tarvane_open(_ABI, folder, ctypes.byref(self._handle))
         self.open_error = self._text(self._library.tarvane_last_error(self._handle))
@@ -112,3 +117,17 @@ class Handle:
             status = self._library.tarvane_calculate(self._open(), request, want, ctypes.byref(result))
             text = result.value if status == OK else self._library.tarvane_last_error(self._handle)
             return status, self._text(text)
+
+    def sweep(
+        self, request: bytes, inputs: Sequence[str], outputs: Sequence[str], rows: int,
+        places: Sequence[ctypes.c_void_p], progress: Callable[[Any, int, int], int],
+    ) -> tuple[int, str, int]:  # fmt: skip
+        """The status, the faults, and the rows that were made. `places`: of inputs, outputs and faults."""
+        names = [(ctypes.c_char_p * (len(each) + 1))(*(name.encode("utf-8") for name in each), None)
+                 for each in (inputs, outputs)]  # fmt: skip
+        done = ctypes.c_int64()
+        with self._turn:
+            status = self._library.tarvane_sweep(
+                self._open(), request, *names, rows, *places, PROGRESS(progress), None, ctypes.byref(done)
+            )
+            return status, self._text(self._library.tarvane_last_error(self._handle)), done.value

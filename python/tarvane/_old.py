@@ -9,9 +9,10 @@ import warnings
 from dataclasses import dataclass
 from typing import Any, Mapping, NoReturn, Optional, Union
 
+from ._faults import Fault, InputError
 from ._library import ENGINE, PathName, library_path, load
 from ._result import Component, ReportLine
-from ._vessel import Fault, InputError, Vessel, plain
+from ._vessel import Vessel, plain
 
 Real = ctypes.c_float
 _LOADER = getattr(ctypes, "WinDLL", ctypes.CDLL)  # of the engine
@@ -73,7 +74,9 @@ def tables(vessel: Vessel, name: str) -> Union[dict[str, Key], dict[str, str]]:
         if (flag, text) == (what == "flags", what == "texts"):
             choices = {choice["name"]: choice["number"] for choice in key.get("choices", [])}
             keys[old_names.get(new, new)] = Key(key["meaning"], key.get("units", {}).get("US", ""), choices or None)
-    return keys if what == "keys" else {name: key.meaning for name, key in keys.items()}
+    if what == "keys":
+        return keys
+    return {old: key.meaning for old, key in keys.items()}
 
 
 class _Gone:
@@ -249,7 +252,8 @@ class Engine:
         for name, value in numbers.items():
             if not isinstance(value, (int, float)) or (name != "temperature" and value != int(value)):
                 _refuse(name, value, f"{value!r} is no {'number' if name == 'temperature' else 'whole number'}")
-        words = [Real(numbers["temperature"]), *(ctypes.c_int32(int(numbers[name])) for name in ("reference", "code"))]
+        words = (Real(numbers["temperature"]), ctypes.c_int32(int(numbers["reference"])),
+                 ctypes.c_int32(int(numbers["code"])))  # fmt: skip
         with self._one_at_a_time:
             engine = load(self._engine, _LOADER)
             if not self._folder and self._engine in self._given_folders:
@@ -263,7 +267,7 @@ class Engine:
                     routine(folder, ctypes.c_int32(len(folder)))
             engine.SET_CHART(chart.encode("latin-1"), ctypes.c_int32(len(chart)))
             engine.ASMEMOD.restype = Real
-            result: float = engine.ASMEMOD(*map(ctypes.byref, words))
+            result: float = engine.ASMEMOD(ctypes.byref(words[0]), *map(ctypes.byref, words[1:]))
             status = ctypes.c_int32()
             engine.MODULUS_STATUS(ctypes.byref(status))
         if status.value >= 4 or not result > 0.0:  # carbon steel stood in, or there is none

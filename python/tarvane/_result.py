@@ -17,7 +17,7 @@ class ReportLine:
     """A line of a report and its six style marks."""
 
     text: str
-    marks: tuple[int, int, int, int, int, int]
+    marks: tuple[int, ...]
 
     def __str__(self) -> str:
         return self.text

@@ -7,58 +7,22 @@ import math
 import numbers
 import os
 import textwrap
-from dataclasses import dataclass
 from pathlib import Path
 from typing import Any, Callable, Iterable, Mapping, Optional, TypeVar, Union
 
-from ._library import (
-    ENGINE_STOPPED, FAULTY, NO_DATA, OK, WANT_DRAWINGS, WANT_REPORT, WANT_RESULTS, Handle, PathName,
-)  # fmt: skip
+from . import _sweep
+from ._faults import Fault, InputError, failed, faults_of
+from ._library import FAULTY, NO_DATA, OK, WANT_DRAWINGS, WANT_REPORT, WANT_RESULTS, Handle, PathName
 from ._result import Result
+from ._sweep import Sweep
 
 Request = Union[Mapping[str, Any], PathName]
 Function = TypeVar("Function", bound=Callable[..., Any])
 
 
-@dataclass(frozen=True)
-class Fault:
-    """What is wrong with a request: where ('flange[0].P'; empty: the whole), the value, and why."""
-
-    path: str
-    value: str
-    reason: str
-
-    def __str__(self) -> str:
-        return f"{self.path}: {self.reason}" if self.path else self.reason
-
-
-class InputError(ValueError):
-    """A request that can't be calculated, with all its `faults`."""
-
-    def __init__(self, faults: Iterable[Fault]) -> None:
-        self.faults = tuple(faults)
-        super().__init__("\n".join(map(str, self.faults)))
-
-
-class EngineStopped(RuntimeError):
-    """The engine ended the run: a flange that can't be calculated at all."""
-
-
 def read_json(text: Union[str, bytes]) -> Any:
     """Keeps the sign of a zero, which a whole number of Python does not have."""
     return json.loads(text, parse_int=lambda digits: -0.0 if digits == "-0" else int(digits))
-
-
-def _faults(text: str) -> list[Fault]:
-    return [Fault(**fault) for fault in json.loads(text or "[]")]
-
-
-def _failed(status: int, text: str) -> Exception:
-    faults = _faults(text)
-    if status == FAULTY:
-        return InputError(faults)
-    words = "\n".join(f"{fault} ({fault.value})" if fault.value else str(fault) for fault in faults)
-    return {ENGINE_STOPPED: EngineStopped, NO_DATA: OSError}.get(status, RuntimeError)(words)
 
 
 def plain(value: Any, path: str, faults: list[Fault]) -> Any:
@@ -149,7 +113,7 @@ class Vessel:
         self._handle = Handle(library, data_folder)
         # Without data files it calculates what needs none.
         if self._handle.opened not in (OK, NO_DATA):
-            raise _failed(self._handle.opened, self._handle.open_error)
+            raise failed(self._handle.opened, self._handle.open_error)
 
     @property
     def version(self) -> str:
@@ -158,7 +122,7 @@ class Vessel:
     @property
     def missing(self) -> list[str]:
         """What is missing of the data files."""
-        return [fault.reason for fault in _faults(self._handle.open_error)]
+        return [fault.reason for fault in faults_of(self._handle.open_error)]
 
     def close(self) -> None:
         self._handle.close()
@@ -173,7 +137,7 @@ class Vessel:
         """'input' or 'result': JSON Schema of a request or a result; 'keys': the vocabulary of every kind."""
         text, faults = self._handle.schema(what)
         if not text:
-            raise _failed(FAULTY, faults)
+            raise failed(FAULTY, faults)
         schema: dict[str, Any] = json.loads(text)
         return schema
 
@@ -192,19 +156,47 @@ class Vessel:
         Raises InputError with all faults of the request, EngineStopped when the engine can't go on, OSError
         when a file can't be read or a data file is missing.
         """
-        tables = request if isinstance(request, Mapping) else _read(path_of(request))
-        if not isinstance(tables, bytes):
-            faults: list[Fault] = []
-            tables = json.dumps(plain(tables, "", faults)).encode("utf-8", "surrogatepass")
-            if faults:
-                raise InputError(faults)
+        tables = _tables(request)
         want = WANT_RESULTS + (WANT_REPORT if report else 0) + (WANT_DRAWINGS if drawings else 0)
-        if b"\0" in tables:
-            raise InputError([Fault("", "", "a NUL character is no part of JSON")])
         status, text = self._handle.calculate(tables, want)
         if status != OK:
-            raise _failed(status, text)
+            raise failed(status, text)
         return Result(read_json(text))
+
+
+    def sweep(
+        self, base: Request, inputs: Mapping[str, Any], results: Iterable[str], *,
+        progress: Optional[_sweep.Progress] = None,
+    ) -> Sweep:  # fmt: skip
+        """Calculates a request with many values, without a report.
+
+        {"flange[0].t": [1.0, 1.25, 1.5], "vessel.P": 100.0}: by path of a key, numbers (arrays of numpy, lists)
+        or one that holds for all rows; a flag is 0 or 1, a choice its number. What the request has there is not
+        looked at. `results` are paths, too: "flange[0].results.mawp", a result; "flange[0].passed"; of the check
+        that governs "flange[0].ratio" and "flange[0].governing"; "vessel.passed" and so on of all of them.
+
+        `progress` is called now and then with the rows that are done and all of them; when it returns False the
+        sweep ends early. Calls with one Vessel take turns: another one calculates in the meantime.
+
+        Raises as `calculate` does. A row that can't be calculated, one with nan in it for instance, has nan in its
+        results, "fault" as "status" and the reason in "reason".
+        """
+        text = _tables(base)
+        keys = {kind["name"]: kind for kind in self.schema("keys")["kinds"]}
+        return _sweep.run(self._handle, text, keys, inputs, results, progress)
+
+
+def _tables(request: Request) -> bytes:
+    """A request as JSON."""
+    tables: Any = request if isinstance(request, Mapping) else _read(path_of(request))
+    if not isinstance(tables, bytes):
+        faults: list[Fault] = []
+        tables = json.dumps(plain(tables, "", faults)).encode("utf-8", "surrogatepass")
+        if faults:
+            raise InputError(faults)
+    if b"\0" in tables:
+        raise InputError([Fault("", "", "a NUL character is no part of JSON")])
+    return bytes(tables)
 
 
 def path_of(request: Any) -> str:
@@ -230,3 +222,11 @@ def run(request: Request, *, report: bool = True, drawings: bool = False) -> Res
     """Calculates a request, a dictionary or the path of a TOML or JSON file, with the library that
     `Vessel()` finds; see there."""
     return _default().calculate(request, report=report, drawings=drawings)
+
+
+def sweep(
+    base: Request, inputs: Mapping[str, Any], results: Iterable[str], *,
+    progress: Optional[_sweep.Progress] = None,
+) -> Sweep:  # fmt: skip
+    """Calculates a request with many values, with the library that `Vessel()` finds; see Vessel.sweep."""
+    return _default().sweep(base, inputs, results, progress=progress)

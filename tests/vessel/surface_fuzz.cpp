@@ -25,7 +25,16 @@ const std::string SEEDS[] = {
 "P_external": 0.1}, {"kind": "flat", "D": 300.0, "t": 30, "T": 20, "S": 138, "Sa": 138, "C": 0.3}]})",
     R"({"external": [{"kind": "cylinder", "P_external": 15, "T": 300, "D": 60, "t": 0.5, "chart": "CS-2",
 "length": 150, "S": 20000}, {"kind": "cone", "P_external": 15, "T": 300, "Do": 60, "t": 0.5, "material": "SA-516 70",
-"alpha": 30, "Dsmall": 20, "cone_length": 40}], "mdmt": [{"material": "SA-516 70", "tg": 1, "MDMT": -20}]})"};
+"alpha": 30, "Dsmall": 20, "cone_length": 40}], "mdmt": [{"material": "SA-516 70", "tg": 1, "MDMT": -20}]})",
+    R"({"tarvane": 1, "document": {"number": "1", "revisions": [{"revision": "A"}]}, "vessel": {"P": 150, "T": 300,
+"MDMT": -20, "material": "SA-516 70", "liquid": {"density": 0.036, "level": 90}}, "mdmt": [{"of": "Head"}],
+"shell": [{"description": "Head", "kind": "elliptical", "on": "Shell", "end": "bottom", "t": 0.75},
+{"description": "Shell", "kind": "cylinder", "Do": 12.75, "t": 0.375, "length": 150, "elevation": 0}],
+"flange": [{"description": "N1", "type": "weld neck", "standard": {"class": 150, "size": 12}, "attached_to": "Shell",
+"bolt_material": "SA-193 B7", "bolting": "TEMA", "Fid": 12.0, "m": 3, "y": 10000, "facing": "1a", "Go": 14.75,
+"Gi": 14.0}, {"description": "Cover", "type": "blind", "standard": {"class": 150, "size": 12}, "mates_with": "N1",
+"bolt_material": "SA-193 B7", "bolting": "TEMA", "Fid": 12.0, "m": 3, "y": 10000, "facing": "1a", "Go": 14.75,
+"Gi": 14.0}]})"};
 
 const char* const WORDS[] = {"{",
                              "}",

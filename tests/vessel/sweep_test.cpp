@@ -250,6 +250,74 @@ TEST(Sweep, OfMetalTemperatures) {
             20);
 }
 
+// What depends on an input by a link follows it: heads, mates, metal temperatures, the liquid's head.
+TEST(Sweep, OfLinkedComponents) {
+    const Handle handle;
+    const std::string gasket =
+        R"("bolt_material": "SA-193 B7", "bolting": "TEMA", "Fid": 6.07, "m": 3, "y": 10000, "facing": "1a", "Gi": 7.19)";
+    const std::string request =
+        R"({"tarvane": 1,
+        "vessel": {"P": @0, "T": 300, "MDMT": @1, "liquid": {"density": 0.036, "level": @2}},
+        "shell": [{"description": "Head", "kind": "elliptical", "on": "Shell", "end": "bottom", "t": 0.75},
+                  {"description": "Shell", "kind": "cylinder", "D": @3, "t": 0.625, "length": 150,
+                   "material": "SA-516 70", "ci": @4, "elevation": 100}],
+        "flange": [{"description": "Cover", "type": "blind", "standard": {"class": 300, "size": 6}, "Go": 8.5,
+                    "material": "SA-105", "mates_with": "N1", )" +
+        gasket + R"(},
+                   {"description": "N1", "type": "weld neck", "standard": {"class": 300, "size": 6}, "Go": @5,
+                    "material": "SA-105", "elevation": 50, )" +
+        gasket + "}]}";
+    const std::vector<Range> ranges{{"vessel.P", 100, 300},          {"vessel.MDMT", -60, 0},
+                                    {"vessel.liquid.level", 0, 300}, {"shell[1].D", 30, 90},
+                                    {"shell[1].ci", 0, 0.7},         {"flange[1].Go", 8, 9}};
+    const std::vector<std::string> outputs{"shell[0].results.P",    "shell[0].results.t_req",
+                                           "shell[0].results.mawp", "shell[1].results.P",
+                                           "mdmt[0].results.ratio", "mdmt[1].results.ratio",
+                                           "mdmt[1].results.MDMT",  "mdmt[1].results.tg",
+                                           "flange[0].results.Wm1", "flange[0].results.W",
+                                           "flange[1].results.Wm1", "flange[1].results.Wm2",
+                                           "vessel.passed",         "vessel.ratio"};
+    std::vector<std::string> inputs;
+    for (const Range& range : ranges)
+        inputs.push_back(range.path);
+    // Each input alone, and all of them.
+    for (std::size_t only = 0; only <= inputs.size(); ++only) {
+        const bool all = only == inputs.size();
+        std::mt19937 chance(7);
+        constexpr std::size_t ROWS = 6;
+        std::vector<double> x, whole;
+        std::vector<double> base;
+        for (const Range& range : ranges)
+            base.push_back((range.from + 2 * range.to) / 3);
+        base[4] = 0.125;
+        for (std::size_t row = 0; row < ROWS; ++row) {
+            for (std::size_t i = 0; i < ranges.size(); ++i) {
+                std::uniform_real_distribution<double> draw(ranges[i].from, ranges[i].to);
+                const double value = draw(chance);
+                whole.push_back(all || i == only ? value : base[i]);
+                if (all || i == only) x.push_back(value);
+            }
+        }
+        const std::vector<std::string> names =
+            all ? inputs : std::vector<std::string>{inputs[only]};
+        const Swept swept = sweep(handle, filled(request, base), names, outputs, x, ROWS);
+        ASSERT_EQ(swept.status, TARVANE_OK) << text_at(swept.error, "[0].reason");
+        std::size_t sound = 0;
+        for (std::size_t row = 0; row < ROWS; ++row) {
+            const Answer answer = handle.calculate(
+                filled(request, std::span(whole).subspan(row * ranges.size(), ranges.size())));
+            ASSERT_EQ(swept.fault[row] == 0, answer.status == TARVANE_OK) << row;
+            if (swept.fault[row] != 0) continue;
+            ++sound;
+            for (std::size_t i = 0; i < outputs.size(); ++i)
+                EXPECT_TRUE(
+                    same(swept.y[row * outputs.size() + i], wanted(answer.result, outputs[i], {})))
+                    << row << ' ' << outputs[i] << ' ' << swept.y[row * outputs.size() + i];
+        }
+        EXPECT_GE(sound, 3u) << only;
+    }
+}
+
 TEST(Sweep, OfAFlagAndAChoice) {
     const Handle handle;
     const std::string request = request_of(flange_json());

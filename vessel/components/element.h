@@ -103,15 +103,23 @@ class Reading {
         const auto at = keys.find(key);
         return at != keys.end() && at->second.supplied;
     }
+    // In the table of the component itself, not in one that holds for all of them.
+    bool own(std::string_view key) const {
+        const auto at = keys.find(key);
+        return at != keys.end() && at->second.own;
+    }
     // A key that is given, under a name and at a path.
     void note(std::string_view key, const Value& value, std::string written, std::string path,
-              bool is_sound) {
+              bool is_sound, bool is_own) {
         keys[key] = {.line = value.at.line,
                      .sound = is_sound,
+                     .own = is_own,
                      .written = std::move(written),
                      .path = std::move(path)};
         origins[key] = {value, "file"};
     }
+    // Something is added to a value that is given.
+    void adds(std::string_view key, const std::string& what) { origins[key].from += ", " + what; }
     Origins take_origins() { return std::move(origins); }
 
   private:
@@ -119,6 +127,7 @@ class Reading {
         int line;
         bool sound;
         bool supplied = false;
+        bool own = false;
         std::string written = {}; // the name: that of an alias, perhaps
         std::string path = {};
     };

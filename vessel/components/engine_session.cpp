@@ -27,19 +27,28 @@ void TARVANE_CALL report_fatal(void* user, std::int32_t code) {
 
 void TARVANE_CALL stop(void* user, std::int32_t) { static_cast<Outcome*>(user)->stopped = true; }
 
-} // namespace
+Outcome* serving = nullptr; // of the innermost object
 
-Services::Services(Outcome& outcome) {
+void serve(Outcome* outcome) {
+    serving = outcome;
+    if (outcome == nullptr) {
+        SET_HOST_SERVICES(nullptr);
+        return;
+    }
     TARVANE_HOST_SERVICES table{};
     table.version = TARVANE_HOST_SERVICES_VERSION;
     table.message_box = message_box;
     table.report_fatal = report_fatal;
     table.stop = stop;
-    table.user = &outcome;
+    table.user = outcome;
     SET_HOST_SERVICES(&table);
 }
 
-Services::~Services() { SET_HOST_SERVICES(nullptr); }
+} // namespace
+
+Services::Services(Outcome& outcome) : before(serving) { serve(&outcome); }
+
+Services::~Services() { serve(before); }
 
 // ---- report ----------------------------------------------------------------------------------------
 

@@ -11,13 +11,17 @@ namespace tarvane::vessel {
 
 inline constexpr std::int32_t OFF = 0, ON = 1;
 
-// Message boxes and the end of the run go to an outcome while the object lives.
+// Message boxes and the end of the run go to an outcome while the object lives; after it to that of the object
+// around it, if any.
 class Services {
   public:
     explicit Services(Outcome& outcome);
     ~Services();
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
+
+  private:
+    Outcome* before;
 };
 
 // A unit of the engine whose report lines go to the object. Throws std::runtime_error when there is no

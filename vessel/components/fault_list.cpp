@@ -1,7 +1,6 @@
 #include "components/fault_list.h"
 
 #include "components/read_value.h"
-#include "components/reader.h"
 #include "values/text.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "values/fault.h"
 #include "values/value.h"
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,6 +12,9 @@
 #include <vector>
 
 namespace tarvane::vessel {
+
+// As many faults as a message shows. For those after them the nearest name is not searched.
+inline constexpr std::size_t MOST_FAULT_LINES = 50;
 
 class FaultList {
   public:

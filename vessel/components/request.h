@@ -6,16 +6,31 @@
 #include "values/fault.h"
 
 #include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarvane::vessel {
+
+// Texts by their keys, in the order of the keys; UTF-8.
+using Texts = std::vector<std::pair<std::string_view, std::string>>;
+
+// What a request says of the document that its calculation belongs to.
+struct Document {
+    Texts texts;
+    std::vector<Texts> revisions;
+};
 
 struct Request {
     UnitSystem units = us_units();
     bool decimal_comma = false;
     bool metric_constants = false; // the code's dimensions of its metric edition
     bool report = true;            // its calculation writes the lines of the report
-    std::vector<std::unique_ptr<Element>> elements; // in the order in which they are written
+    std::string description;       // of the vessel, UTF-8
+    Document document;
+    // In the order in which they are written, then the metal temperatures that the vessel asks for.
+    std::vector<std::unique_ptr<Element>> elements;
 };
 
 // The ways of a request for calculations beside its own: no components, no lines of a report.

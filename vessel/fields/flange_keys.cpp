@@ -356,6 +356,18 @@ constexpr Key ROWS[] = {
         "wall of the pipe at a weld neck; that of standard pipe when it is not given"}
         .label("Wall of the pipe"),
     // ---- place in the vessel, material files -------------------------------------------------
+    Key{"attached_to", P::text_setting, at(TextSetting::attached_to), text,
+        "description of the cylinder that the flange is welded to; it gives wall, inside diameter, "
+        "allowable stresses, corrosion, E and elevation"}
+        .label("Cylinder at the flange")
+        .up_to(MOST_DESCRIPTION),
+    Key{"mates_with", P::text_setting, at(TextSetting::mates_with), text,
+        "description of the flange that it is bolted to; both take the greater bolt loads"}
+        .label("Mating flange")
+        .up_to(MOST_DESCRIPTION),
+    Key{"elevation", P::setting, at(Setting::elevation), diameter,
+        "elevation of the lowest point inside, for the head of the liquid"}
+        .label("Elevation"),
     Key{"from_node", P::text_setting, at(TextSetting::from_node), text,
         "node where the flange begins"}
         .up_to(16)
@@ -402,6 +414,9 @@ constexpr std::string_view OF_RATED[] = {"description",
                                          "standard.size",
                                          "standard.wall",
                                          "P_operating",
+                                         "attached_to",
+                                         "mates_with",
+                                         "elevation",
                                          "from_node",
                                          "to_node",
                                          "external_loads",
@@ -437,7 +452,7 @@ constexpr KeySection SECTIONS[] = {{"description", "Element"},
                                    {"tShell", "Attached shell"},
                                    {"rigidity", "Checks"},
                                    {"standard_flange", "Standard flange"},
-                                   {"from_node", "Place in the vessel"},
+                                   {"attached_to", "Place in the vessel"},
                                    {"material_metric", "Material files"}};
 
 constexpr Synonym SYNONYMS[] = {{"go", "g0"},

@@ -33,6 +33,7 @@ enum class Setting {
     standard_wall,
     rating,
     bolt_size,
+    elevation,
     count
 };
 
@@ -46,6 +47,8 @@ enum class TextSetting {
     standard_size,
     material_name,
     bolt_material_name,
+    attached_to,
+    mates_with,
     count
 };
 

@@ -31,6 +31,12 @@ constexpr Key KEYS[] = {
         "Description"}
         .label("Description")
         .up_to(MOST_DESCRIPTION),
+    Key{"of", TEXT, at(MdmtText::of), text,
+        "description of the shell, head or flange whose metal temperature it is; it gives "
+        "material, thickness, "
+        "required thickness, E and corrosion"}
+        .label("Component")
+        .up_to(MOST_DESCRIPTION),
     Key{"code", NUMBER, at(N::code), choice, "design code"}.of(CODES).otherwise(1).to(
         "MDMT_ELEMENT code"),
     Key{"edition", NUMBER, at(N::edition), choice,

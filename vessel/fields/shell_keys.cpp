@@ -26,6 +26,9 @@ constexpr Choice SERVICES[] = {
     {"none", 0}, {"air, steam and water", 1}, {"unfired steam boiler", 2}, {"air", 1}, {"steam", 1},
     {"water", 1}};
 
+constexpr Choice ENDS[] = {
+    {"top", END_TOP}, {"bottom", END_BOTTOM}, {"left", END_LEFT}, {"right", END_RIGHT}};
+
 constexpr int at(ShellNumber number) { return static_cast<int>(number); }
 constexpr int at(ShellText text) { return static_cast<int>(text); }
 
@@ -198,6 +201,20 @@ constexpr Key KEYS[] = {
         .reads(on("external") && among("kind", {5}))
         .to("SHLEXT cone_length")
         .needs(),
+    // ---- place in the vessel -----------------------------------------------------------------
+    Key{"on", TEXT, at(ShellText::on), text,
+        "description of the cylinder that the head closes; it gives diameter, material and place"}
+        .label("Cylinder that it closes")
+        .up_to(MOST_DESCRIPTION),
+    Key{"end", NUMBER, at(N::end), choice, "end of the cylinder that the head closes"}
+        .label("End of the cylinder")
+        .of(ENDS)
+        .reads(given("on"))
+        .needs(),
+    Key{"elevation", NUMBER, at(N::elevation), diameter,
+        "elevation of the lowest point inside, for the head of the liquid; with on: that of the "
+        "end"}
+        .label("Elevation"),
     // ---- openings of a flat head -------------------------------------------------------------
     Key{"openings", NUMBER, at(N::openings), flag,
         "openings in the flat head by UG-39; true when one of their keys is given"}
@@ -231,7 +248,8 @@ constexpr Key KEYS[] = {
 
 constexpr KeySection SECTIONS[] = {{"description", "Element"},        {"P", "Design conditions"},
                                    {"material", "Material"},          {"D", "Dimensions"},
-                                   {"external", "External pressure"}, {"openings", "Openings"}};
+                                   {"external", "External pressure"}, {"on", "Place in the vessel"},
+                                   {"openings", "Openings"}};
 
 constexpr Synonym SYNONYMS[] = {{"name", "description"},
                                 {"type", "kind"},

@@ -50,10 +50,14 @@ enum class ShellNumber {
     table_g,
     length,
     cone_length,
+    end,
+    elevation,
     count
 };
 
-enum class ShellText { description, material, chart, count };
+enum class ShellText { description, material, chart, on, count };
+
+inline constexpr int END_TOP = 1, END_BOTTOM = 2, END_LEFT = 3, END_RIGHT = 4;
 
 inline constexpr int SHELL_EDITION_CURRENT = 0, SHELL_EDITION_OLDER = 1;
 

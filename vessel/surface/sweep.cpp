@@ -3,8 +3,8 @@
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/fault_list.h"
-#include "components/reader.h"
 #include "fields/rated_pressure.h"
+#include "model/reader.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "catalogue/data_search.h"
 #include "components/calculation.h"
 #include "components/engine_session.h"
-#include "components/reader.h"
+#include "model/reader.h"
 #include "surface/engine_turn.h"
 #include "surface/result_json.h"
 #include "surface/schema.h"

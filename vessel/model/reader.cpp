@@ -1,14 +1,21 @@
-#include "components/reader.h"
+#include "model/reader.h"
 
 #include "components/conditions.h"
 #include "components/fault_list.h"
+#include "components/flange_input.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
 #include "components/strict.h"
+#include "fields/vessel_keys.h"
+#include "model/links.h"
+#include "model/mates.h"
+#include "model/takes.h"
 #include "values/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <deque>
 #include <set>
 #include <tuple>
 
@@ -18,8 +25,8 @@ namespace {
 
 using Kinds = std::span<const ElementKind* const>;
 
-constexpr std::string_view FILE_KEYS[] = {"tarvane",          "units",  "decimal_comma",
-                                          "metric_constants", "strict", "vessel"};
+constexpr std::string_view FILE_KEYS[] = {"tarvane", "units",  "decimal_comma", "metric_constants",
+                                          "strict",  "vessel", "document"};
 constexpr std::int64_t NEWEST_FORM = 1;
 constexpr double LARGEST_INTEGER = 9007199254740992.0; // a double holds it and all below it
 
@@ -59,6 +66,7 @@ class Reader {
         const ElementKind* kind;
         const Value* value;
         int number;
+        std::optional<std::size_t> of = {}; // the vessel asks for the metal temperature of this one
 
         const Table& table() const { return *value->table(); }
         std::string path() const {
@@ -84,7 +92,12 @@ class Reader {
         Reading reading;
         std::vector<Open> open;
     };
-    std::vector<Draft> drafts;
+    std::vector<Draft> drafts; // that inputs have a part in, those first that others name
+    std::vector<Source> sources;
+    std::deque<Value> implied; // tables of metal temperatures that the vessel asks for
+    Links links{{}, faults};
+    std::array<std::optional<float>, static_cast<std::size_t>(VesselNumber::count)> vessel_values;
+    std::vector<std::pair<const Key*, std::size_t>> open_vessel_values; // with their inputs
 
     bool read_flag(const Table& root, std::string_view key, bool fallback);
     void read_file_keys(const Table& root);
@@ -102,6 +115,18 @@ class Reader {
     Draft begin_component(const Source& source);
     void finish_component(std::unique_ptr<Element> element, Reading& reading, std::size_t place);
     bool holds_for_all(const Key& key);
+    void take_links(std::size_t place, Element& element, Reading& reading);
+    void settle_mates_of(std::size_t place);
+    void find_sources(const Table& root);
+    void add_metal_temperatures(const Table& root);
+    void read_components();
+    std::vector<bool> find_drafts(const std::vector<Draft>& begun) const;
+    std::optional<Liquid> liquid() const;
+    void read_vessel(const Table& vessel);
+    void put_vessel_value(const Key& key, const Value& value);
+    void read_document(const Table& root);
+    Texts read_texts(const Table& table, std::span<const Key> keys, const std::string& path,
+                     std::span<const std::string_view> others);
 };
 
 // ---- names ---------------------------------------------------------------------------------------------
@@ -220,7 +245,7 @@ Reader::Written Reader::find_own(const Table& table, const KeyTable& keys, const
 
 Reader::Written Reader::find_common(const CommonTable& common, const KeyTable& keys,
                                     const Key& key) const {
-    if (common.newer && key.name == "description") return {nullptr, {}};
+    if ((common.newer && key.name == "description") || is_link(key.name)) return {nullptr, {}};
     for (std::string& name : names_of(keys, key)) {
         // The list of [[external]] is no value for the key `external` of a shell.
         const bool is_list = std::any_of(known_kinds.begin(), known_kinds.end(),
@@ -251,6 +276,7 @@ bool Reader::has_owner(std::string_view name) const {
 
 void Reader::read_key(const Written& written, const Key& key, const std::string& path,
                       Element& element, Reading& reading) {
+    const bool own = path.starts_with(std::string(element.kind->table) + '[');
     std::string fault;
     if (is_text(key)) {
         Taken<std::string> text = take_text(*written.value, key, request.units);
@@ -261,7 +287,7 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
         if (number.value) element.put_number(key, *number.value);
         fault = std::move(number.fault);
     }
-    reading.note(key.name, *written.value, written.name, path, fault.empty());
+    reading.note(key.name, *written.value, written.name, path, fault.empty(), own);
     if (fault.empty()) return;
     faults.add(written.value->at, written.name, std::move(fault));
     faults.list().back().path = path;
@@ -288,7 +314,7 @@ Reader::Draft Reader::begin_component(const Source& source) {
     const KeyTable& keys = source.kind->keys;
     const std::string path = source.path();
     Draft draft{
-        request.elements.size(),
+        static_cast<std::size_t>(&source - sources.data()),
         source.kind->make(),
         Reading(request.units, materials, data_files, source.value->at.line, path, faults.list()),
         {}};
@@ -323,6 +349,7 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
                               std::size_t place) {
     const ElementKind& kind = *element->kind;
     const KeyTable& keys = kind.keys;
+    take_links(place, *element, reading);
     // A flag that is left open is on when one of the keys that belong to it is given.
     for (const Key& key : keys.keys) {
         if (key.group.empty() || !reading.given(key.name) || reading.given(key.group)) continue;
@@ -337,10 +364,40 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
     element->notes = std::move(reading.notes);
     element->origins = complete_origins(*element, reading);
     if (strict) refuse_defaults(*element, reading);
-    if (place == request.elements.size())
-        request.elements.push_back(std::move(element));
-    else
-        request.elements[place] = std::move(element);
+    request.elements[place] = std::move(element);
+    settle_mates_of(place);
+}
+
+// ---- links -----------------------------------------------------------------------------------------------
+
+void Reader::take_links(std::size_t place, Element& element, Reading& reading) {
+    for (const Link& link : links.of(place)) {
+        if (link.target)
+            take_over(link.key, element, reading, *request.elements[*link.target]);
+        else
+            take_nothing(link.key, element, reading);
+    }
+    if (const std::optional<Liquid> in_vessel = liquid()) add_head(*in_vessel, element, reading);
+}
+
+void Reader::settle_mates_of(std::size_t place) {
+    for (const Link& link : links.of(place)) {
+        if (link.key != "mates_with" || !link.target || faults.size() > 0) continue;
+        auto& flange = static_cast<FlangeInput&>(*request.elements[place]);
+        auto& mate = static_cast<FlangeInput&>(*request.elements[*link.target]);
+        if (flange.rated()) continue;
+        const auto given = [](const FlangeInput& f) {
+            return !f.origins.at("mating_operating").given.null();
+        };
+        std::string fault = given(flange) || given(mate)
+                                ? "either mates_with or the loads of the mating flange are expected"
+                                : settle_mates(flange, mate, request);
+        if (fault.empty()) continue;
+        const Value& name = *sources[place].table().find(link.key);
+        faults.add(name.at, link.key, std::move(fault));
+        faults.list().back().path = sources[place].path() + ".mates_with";
+        faults.list().back().value = name.shown();
+    }
 }
 
 // "[[flange]], [[shell]]" for the messages.
@@ -372,10 +429,10 @@ std::vector<Reader::Source> Reader::find_components(const Table& root, const Ele
                        " are expected, not " + std::to_string(list->size()));
         return {};
     }
-    std::vector<Source> sources;
+    std::vector<Source> found;
     for (const Value& component : *list)
-        sources.push_back({&kind, &component, static_cast<int>(sources.size()) + 1});
-    return sources;
+        found.push_back({&kind, &component, static_cast<int>(found.size()) + 1});
+    return found;
 }
 
 // ---- the whole -----------------------------------------------------------------------------------------
@@ -411,7 +468,7 @@ std::vector<CommonTable> Reader::common_tables(const Table& root) {
         faults.wrong(*vessel, "vessel", "a table of keys that hold for every component");
         return tables;
     }
-    constexpr std::string_view OWN[] = {"description"};
+    constexpr std::string_view OWN[] = {"description", "liquid"};
     check_names(*vessel->table(), "vessel", kinds, true, OWN);
     for (const Table::Entry& entry : *vessel->table()) {
         if (root.find(entry.key) == nullptr) continue;
@@ -421,13 +478,12 @@ std::vector<CommonTable> Reader::common_tables(const Table& root) {
         faults.list().back().value = entry.value.shown();
     }
     tables.push_back({*vessel->table(), "vessel.", true});
+    read_vessel(*vessel->table());
     return tables;
 }
 
-void Reader::read(const Table& root) {
-    read_file_keys(root);
-
-    std::vector<Source> sources;
+// Components of all kinds in the order in which they are written.
+void Reader::find_sources(const Table& root) {
     bool faulty = false;
     for (const ElementKind* kind : known_kinds) {
         const std::size_t before = faults.size();
@@ -437,14 +493,6 @@ void Reader::read(const Table& root) {
         sources.insert(sources.end(), found.begin(), found.end());
     }
     if (kinds.empty()) kinds.assign(known_kinds.begin(), known_kinds.end());
-
-    std::vector<std::string_view> others(std::begin(FILE_KEYS), std::end(FILE_KEYS));
-    for (const ElementKind* kind : known_kinds)
-        others.push_back(kind->table);
-    check_names(root, "", kinds, true, others);
-    for (CommonTable& table : common_tables(root))
-        commons.push_back(table);
-
     if (sources.empty() && !faulty) {
         faults.add({.line = 1}, known_kinds.front()->table,
                    "missing; one or more " + table_names(known_kinds) + " tables are expected");
@@ -453,16 +501,238 @@ void Reader::read(const Table& root) {
         const Position &p = a.value->at, &q = b.value->at;
         return p.line != q.line ? p.line < q.line : p.column < q.column;
     });
+}
+
+// With MDMT in [vessel] each shell, head and flange is checked for it, unless an [[mdmt]] of the request is of it.
+void Reader::add_metal_temperatures(const Table& root) {
+    const Value* vessel = root.find("vessel");
+    if (vessel == nullptr || vessel->table() == nullptr || vessel->table()->find("MDMT") == nullptr)
+        return;
+    const auto kind = std::find_if(known_kinds.begin(), known_kinds.end(),
+                                   [](const ElementKind* k) { return k->table == "mdmt"; });
+    if (kind == known_kinds.end()) return;
+    std::set<std::string> named;
+    int number = 0;
     for (const Source& source : sources) {
-        check_names(source.table(), source.path(), Kinds(&source.kind, 1), false, {});
-        Draft draft = begin_component(source);
-        if (draft.open.empty()) {
+        if (source.kind != *kind) continue;
+        ++number;
+        const Value* of = source.table().find("of");
+        if (of != nullptr && of->text() != nullptr) named.insert(*of->text());
+    }
+    const std::size_t written = sources.size();
+    for (std::size_t i = 0; i < written; ++i) {
+        const Source& part = sources[i];
+        if (part.kind->table != "shell" && part.kind->table != "flange") continue;
+        const Value* description = part.table().find("description");
+        const std::string* name = description != nullptr ? description->text() : nullptr;
+        if (name != nullptr && named.contains(*name)) continue;
+        Table table;
+        table.put("description", name != nullptr ? *name
+                                                 : std::string(part.kind->table) + ' ' +
+                                                       std::to_string(part.number));
+        implied.emplace_back(std::move(table));
+        implied.back().at = part.value->at;
+        sources.push_back({*kind, &implied.back(), ++number, i});
+    }
+    if (number > static_cast<int>((*kind)->most)) {
+        faults.add(vessel->table()->find("MDMT")->at, "MDMT",
+                   "at most " + std::to_string((*kind)->most) + ' ' + std::string((*kind)->plural) +
+                       " are expected, not " + std::to_string(number));
+        sources.resize(written);
+    } else if (std::find(kinds.begin(), kinds.end(), *kind) == kinds.end()) {
+        kinds.push_back(*kind);
+    }
+}
+
+void Reader::read(const Table& root) {
+    read_file_keys(root);
+    read_document(root);
+    find_sources(root);
+    add_metal_temperatures(root);
+
+    std::vector<std::string_view> others(std::begin(FILE_KEYS), std::end(FILE_KEYS));
+    for (const ElementKind* kind : known_kinds)
+        others.push_back(kind->table);
+    check_names(root, "", kinds, true, others);
+    for (CommonTable& table : common_tables(root))
+        commons.push_back(table);
+    for (const CommonTable& common : commons) {
+        for (const Table::Entry& entry : common.table) {
+            if (!is_link(entry.key)) continue;
+            faults.add(entry.at, entry.key, "a key of one component, not of all of them");
+            faults.list().back().path = common.prefix + entry.key;
+            faults.list().back().value = entry.value.shown();
+        }
+    }
+    read_components();
+}
+
+// A component that an input has no part in is read once, the others again and again.
+void Reader::read_components() {
+    std::vector<Node> nodes;
+    for (const Source& source : sources)
+        nodes.push_back(
+            {source.kind, &source.table(), source.value->at.line, source.path(), source.of});
+    links = Links(nodes, faults);
+    request.elements.resize(sources.size());
+    std::vector<Draft> begun;
+    for (const std::size_t i : links.order()) {
+        if (!sources[i].of)
+            check_names(sources[i].table(), sources[i].path(), Kinds(&sources[i].kind, 1), false,
+                        {});
+        begun.push_back(begin_component(sources[i]));
+        if (!later.empty()) continue;
+        finish_component(std::move(begun.back().element), begun.back().reading, i);
+        begun.pop_back();
+    }
+    const std::vector<bool> open = find_drafts(begun);
+    for (Draft& draft : begun) {
+        if (!open[draft.place]) {
             finish_component(std::move(draft.element), draft.reading, draft.place);
         } else {
-            request.elements.push_back(draft.element->copy());
+            request.elements[draft.place] = draft.element->copy();
             drafts.push_back(std::move(draft));
         }
     }
+}
+
+// Those that have inputs, that name one that has, or that have it as their mate; and with an input of the liquid those
+// that it stands in.
+std::vector<bool> Reader::find_drafts(const std::vector<Draft>& begun) const {
+    std::vector<bool> open(sources.size());
+    for (const Draft& draft : begun) {
+        const bool in_liquid =
+            !open_vessel_values.empty() && draft.element->kind->keys.find("elevation") != nullptr;
+        open[draft.place] = !draft.open.empty() || in_liquid;
+    }
+    for (bool found = true; found;) {
+        found = false;
+        for (const Draft& draft : begun) {
+            for (const Link& link : links.of(draft.place)) {
+                if (!link.target) continue;
+                const bool mates = link.key == "mates_with";
+                const bool ours = open[draft.place], theirs = open[*link.target];
+                if (ours == theirs || (ours && !mates)) continue;
+                open[draft.place] = open[*link.target] = found = true;
+            }
+        }
+    }
+    return open;
+}
+
+// ---- the vessel ------------------------------------------------------------------------------------------
+
+void Reader::read_vessel(const Table& vessel) {
+    if (const Value* description = vessel.find("description")) {
+        if (description->text() != nullptr)
+            request.description = *description->text();
+        else
+            faults.wrong(*description, "description", "a text");
+    }
+    const Value* inner = vessel.find("liquid");
+    if (inner == nullptr) return;
+    if (inner->table() == nullptr)
+        return faults.wrong(*inner, "liquid", "a table of density, level");
+    for (const Key& key : vessel_keys()) {
+        const std::string_view name = key.name.substr(key.name.find('.') + 1);
+        const std::string path = "vessel." + std::string(key.name);
+        const Value* value = inner->table()->find(name);
+        if (value == nullptr) {
+            faults.add(inner->at, key.name,
+                       "missing; " + expected(key, request.units) + " is expected (" +
+                           std::string(key.meaning) + ')');
+            faults.list().back().path = path;
+            continue;
+        }
+        const auto input = std::find(later.begin(), later.end(), path);
+        if (input != later.end()) {
+            open_vessel_values.emplace_back(&key, static_cast<std::size_t>(input - later.begin()));
+            continue;
+        }
+        put_vessel_value(key, *value);
+    }
+    std::vector<const Table::Entry*> unknown;
+    for (const Table::Entry& entry : *inner->table()) {
+        const auto keys = vessel_keys();
+        if (std::none_of(keys.begin(), keys.end(), [&](const Key& key) {
+                return key.name.substr(key.name.find('.') + 1) == entry.key;
+            }))
+            unknown.push_back(&entry);
+    }
+    constexpr std::string_view NAMES[] = {"density", "level"};
+    faults.unknown(std::move(unknown), "vessel.liquid",
+                   [&](std::string_view name) { return nearest_name(name, NAMES); });
+}
+
+void Reader::put_vessel_value(const Key& key, const Value& value) {
+    Taken<float> number = take_number(value, key, request.units);
+    if (number.fault.empty() && key.name == "liquid.density" && !(*number.value > 0.0f))
+        number.fault = "it must be above 0";
+    if (!number.fault.empty()) {
+        faults.add(value.at, key.name, std::move(number.fault));
+        faults.list().back().path = "vessel." + std::string(key.name);
+        faults.list().back().value = value.shown();
+        return;
+    }
+    vessel_values[static_cast<std::size_t>(key.index)] = number.value;
+}
+
+std::optional<Liquid> Reader::liquid() const {
+    const auto& [density, level] = vessel_values;
+    return density && level ? std::optional(Liquid{*density, *level}) : std::nullopt;
+}
+
+// ---- the document ------------------------------------------------------------------------------------------
+
+Texts Reader::read_texts(const Table& table, std::span<const Key> keys, const std::string& path,
+                         std::span<const std::string_view> others) {
+    std::vector<std::string_view> names(others.begin(), others.end());
+    Texts texts;
+    for (const Key& key : keys) {
+        names.push_back(key.name);
+        const Value* value = table.find(key.name);
+        if (value == nullptr) continue;
+        const std::string* text = value->text();
+        if (text != nullptr && characters(*text) <= static_cast<std::size_t>(key.width)) {
+            texts.emplace_back(key.name, *text);
+            continue;
+        }
+        faults.wrong(*value, key.name, expected(key, request.units), key.meaning);
+        faults.list().back().path = path + '.' + std::string(key.name);
+    }
+    std::vector<const Table::Entry*> unknown;
+    for (const Table::Entry& entry : table) {
+        if (std::find(names.begin(), names.end(), entry.key) == names.end())
+            unknown.push_back(&entry);
+    }
+    faults.unknown(std::move(unknown), path,
+                   [&](std::string_view name) { return nearest_name(name, names); });
+    return texts;
+}
+
+void Reader::read_document(const Table& root) {
+    const Value* document = root.find("document");
+    if (document == nullptr) return;
+    if (document->table() == nullptr)
+        return faults.wrong(*document, "document", "a table of texts");
+    constexpr std::string_view OTHERS[] = {REVISIONS};
+    request.document.texts = read_texts(*document->table(), document_keys(), "document", OTHERS);
+    const Value* revisions = document->table()->find(REVISIONS);
+    if (revisions == nullptr) return;
+    const List* list = revisions->list();
+    const bool tables = list != nullptr && list->size() <= MOST_REVISIONS &&
+                        std::all_of(list->begin(), list->end(),
+                                    [](const Value& v) { return v.table() != nullptr; });
+    if (!tables) {
+        faults.wrong(*revisions, REVISIONS,
+                     "a list of up to " + std::to_string(MOST_REVISIONS) + " tables of texts");
+        faults.list().back().path = "document." + std::string(REVISIONS);
+        return;
+    }
+    for (std::size_t i = 0; i < list->size(); ++i)
+        request.document.revisions.push_back(
+            read_texts(*(*list)[i].table(), revision_keys(),
+                       "document." + std::string(REVISIONS) + '[' + std::to_string(i) + ']', {}));
 }
 
 // ---- readings one after another --------------------------------------------------------------------------
@@ -475,10 +745,13 @@ std::vector<std::size_t> Reader::open_places() const {
 }
 
 bool Reader::takes(std::size_t input) const {
-    return std::any_of(drafts.begin(), drafts.end(), [input](const Draft& draft) {
-        return std::any_of(draft.open.begin(), draft.open.end(),
-                           [input](const Open& open) { return open.input == input; });
-    });
+    const bool of_vessel =
+        std::any_of(open_vessel_values.begin(), open_vessel_values.end(),
+                    [input](const auto& value) { return value.second == input; });
+    return of_vessel || std::any_of(drafts.begin(), drafts.end(), [input](const Draft& draft) {
+               return std::any_of(draft.open.begin(), draft.open.end(),
+                                  [input](const Open& open) { return open.input == input; });
+           });
 }
 
 // A number in the form that its key needs.
@@ -494,6 +767,8 @@ Value value_for(const Key& key, double number) {
 void Reader::read_again(std::span<const double> values) {
     faults.list().clear();
     data_files.tell_again();
+    for (const auto& [key, input] : open_vessel_values)
+        put_vessel_value(*key, value_for(*key, values[input]));
     for (const Draft& draft : drafts) {
         std::unique_ptr<Element> element = draft.element->copy();
         Reading reading = draft.reading;

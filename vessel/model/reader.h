@@ -45,7 +45,4 @@ class RepeatedReading {
 // of them.
 void sort_faults(Faults& faults);
 
-// As many faults as a message shows. For those after them the nearest name is not searched.
-inline constexpr std::size_t MOST_FAULT_LINES = 50;
-
 } // namespace tarvane::vessel
