@@ -310,8 +310,8 @@ TEST(Sweep, OfLinkedComponents) {
             if (swept.fault[row] != 0) continue;
             ++sound;
             for (std::size_t i = 0; i < outputs.size(); ++i)
-                EXPECT_TRUE(
-                    same(swept.y[row * outputs.size() + i], wanted(answer.result, outputs[i], {})))
+                EXPECT_TRUE(same(swept.y[row * outputs.size() + i],
+                                 wanted(handle, answer.result, outputs[i], {})))
                     << row << ' ' << outputs[i] << ' ' << swept.y[row * outputs.size() + i];
         }
         EXPECT_GE(sound, 3u) << only;

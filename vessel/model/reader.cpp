@@ -96,6 +96,7 @@ class Reader {
     std::vector<Source> sources;
     std::deque<Value> implied; // tables of metal temperatures that the vessel asks for
     Links links{{}, faults};
+    bool linked = false; // there is one
     std::array<std::optional<float>, static_cast<std::size_t>(VesselNumber::count)> vessel_values;
     std::vector<std::pair<const Key*, std::size_t>> open_vessel_values; // with their inputs
 
@@ -362,7 +363,9 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
     find_missing_keys(*element, request.units, reading);
     element->data = std::move(reading.data);
     element->notes = std::move(reading.notes);
-    element->origins = complete_origins(*element, reading);
+    // Without links nobody asks of one reading after another where values came from that are not given.
+    const bool asked = later.empty() || strict || linked;
+    element->origins = asked ? complete_origins(*element, reading) : reading.take_origins();
     if (strict) refuse_defaults(*element, reading);
     request.elements[place] = std::move(element);
     settle_mates_of(place);
@@ -574,6 +577,8 @@ void Reader::read_components() {
         nodes.push_back(
             {source.kind, &source.table(), source.value->at.line, source.path(), source.of});
     links = Links(nodes, faults);
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        linked = linked || !links.of(i).empty();
     request.elements.resize(sources.size());
     std::vector<Draft> begun;
     for (const std::size_t i : links.order()) {
