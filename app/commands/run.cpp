@@ -3,7 +3,9 @@
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "components/calculation.h"
+#include "document/checks_table.h"
 #include "document/report_view.h"
+#include "document/vessel_verdict.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
 #include "terminal/output_file.h"
@@ -83,8 +85,9 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     write_files(options, file.units, c);
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];
-        out << show_report(outcome->report, options.colour) << std::flush;
-        out << rated_pressure_text(outcome->rated_pressure, file.units);
+        out << show_report(outcome->report, options.colour)
+            << text_of(checks_table(*element, *outcome, file.units), options.colour)
+            << rated_pressure_text(outcome->rated_pressure, file.units) << std::flush;
         const std::string name = name_of(*element);
         for (const std::string& message : outcome->messages)
             err << name << ": " << to_utf8(message) << '\n';
@@ -95,6 +98,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     }
     if (c.complete)
         out << closing_tables(c.calculated, file.units) << approximate_lines(file) << std::flush;
+    out << text_of(vessel_verdict(file, c), options.colour) << std::flush;
     for (const std::string& problem : c.problems)
         err << "tarvane: " << problem << '\n';
     return c.status;

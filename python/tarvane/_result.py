@@ -26,7 +26,8 @@ class ReportLine:
 @dataclass(frozen=True)
 class Check:
     """A check: what is required (`demand`) compared with its `limit`, in `unit`. `ratio` is at most 1 where it
-    passes; None without numbers. `state`: 'pass', 'fail', 'not asked', 'not made' or 'waived'."""
+    passes; None without numbers. `state`: 'pass', 'fail', 'not asked', 'not made' or 'waived'. One that doesn't
+    decide (good practice) may fail in a component that passes. `step` shows how the demand is found."""
 
     id: str
     paragraph: str
@@ -38,8 +39,10 @@ class Check:
     limit: Optional[float] = None
     unit: str = ""
     ratio: Optional[float] = None
-    remark: str = ""
+    case: str = ""
     reason: str = ""
+    remark: str = ""
+    step: str = ""
 
     @property
     def passed(self) -> bool:
@@ -120,6 +123,7 @@ class Component:
         self.path: str = path
         self.description: str = data["description"]
         self.verdict: str = data["verdict"]
+        self.says: str = data["says"]
         self.results = Results(data["results"], data["why"])
         self.inputs = {
             name: Input(taken["value"], taken["from"], taken.get("given"))
@@ -138,8 +142,9 @@ class Component:
 
     @property
     def governing(self) -> Optional[Check]:
-        """The worst check that has numbers."""
-        return next((check for check in self.checks if check.ratio is not None), None)
+        """The worst check that decides and was asked."""
+        asked = ("pass", "fail", "not made")
+        return next((check for check in self.checks if check.state in asked and (check.force == "decides" or check.state == "not made")), None)
 
     @property
     def why(self) -> dict[str, str]:
@@ -160,6 +165,7 @@ class Result:
         self.units: str = data["units"]
         self.program: str = data["program"]
         self.verdict: str = data["verdict"]
+        self.says: str = data["says"]
         governing = data["governing"]
         self.governing = Governing(**governing) if governing else None
         self.data: list[dict[str, Any]] = data["data"]

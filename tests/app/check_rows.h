@@ -84,6 +84,27 @@ inline void expect_flip(std::string_view id, float sound, float failing,
         EXPECT_GT(demand, limit);
 }
 
+// The same of a rule of openings: it has a row where it is broken, all of them have one where none is.
+inline void expect_opening_flip(std::string_view id, float sound, float failing,
+                                const std::function<std::string(float)>& text) {
+    SCOPED_TRACE(id);
+    ASSERT_EQ(judged(text(sound)).state(id), "no row") << text(sound);
+    ASSERT_EQ(judged(text(failing)).state(id), "fail") << text(failing);
+    for (int step = 0; step < 40; ++step) {
+        const float middle = (sound + failing) / 2.0f;
+        if (middle == sound || middle == failing) break;
+        (judged(text(middle)).find(id) == nullptr ? sound : failing) = middle;
+    }
+    const Judged fails = judged(text(failing));
+    const Check& broken = *fails.find(id);
+    EXPECT_TRUE(broken.blocks());
+    EXPECT_NE(fails.verdict.status, Status::fine);
+    EXPECT_FALSE(fails.verdict.reasons.empty());
+    // The rules of openings allow a thousandth of an inch.
+    EXPECT_NEAR(*broken.demand(), *broken.limit(), 0.0011f);
+    EXPECT_GT(*broken.ratio(), 1.0f);
+}
+
 using Text = std::function<std::string(float)>;
 
 // FLANGE_TOML, or another text, with a number at a key.

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <set>
+#include <type_traits>
 
 namespace tarvane::app {
 
@@ -21,6 +22,12 @@ constexpr CheckField AT_LEAST{"least", "UG-27", "a pressure", Quantity::pressure
 constexpr CheckField WARM{"warm", "UCS-66", "a temperature", Quantity::temperature};
 constexpr CheckField ADVICE{"advice",           "TEMA", "a spacing",
                             Quantity::diameter, false,  Force::advises};
+constexpr CheckField WAIVABLE{.id = "waivable",
+                              .paragraph = "U-2(g)",
+                              .label = "a thickness",
+                              .quantity = Quantity::thickness,
+                              .waivable = true,
+                              .load_case = "operating"};
 constexpr CheckField WARNING{"warning",          "UG-32", "a radius",
                              Quantity::diameter, false,   Force::warns};
 
@@ -125,16 +132,38 @@ TEST(CheckState, RemarksOnWhatTheEngineMarksAllTheSame) {
 }
 
 TEST(CheckState, WaivedOnlyWhereItFallsShort) {
-    EXPECT_EQ(Check::not_made(AT_MOST, "no yield").waived().state(), State::waived);
-    EXPECT_EQ(Check::compared(AT_MOST, 2.0f, 1.0f).waived().state(), State::waived);
-    EXPECT_FALSE(Check::compared(AT_MOST, 2.0f, 1.0f).waived().blocks());
-    EXPECT_EQ(Check::compared(AT_MOST, 1.0f, 1.0f).waived().state(), State::pass);
-    EXPECT_EQ(Check::not_asked(AT_MOST, "not given").waived().state(), State::not_asked);
+    EXPECT_EQ(Check::not_made(WAIVABLE, "no yield").waived().state(), State::waived);
+    EXPECT_EQ(Check::compared(WAIVABLE, 2.0f, 1.0f).waived().state(), State::waived);
+    EXPECT_FALSE(Check::compared(WAIVABLE, 2.0f, 1.0f).waived().blocks());
+    EXPECT_EQ(Check::compared(WAIVABLE, 1.0f, 1.0f).waived().state(), State::pass);
+    EXPECT_EQ(Check::not_asked(WAIVABLE, "not given").waived().state(), State::not_asked);
+    // Not every check can be.
+    EXPECT_EQ(Check::compared(AT_MOST, 2.0f, 1.0f).waived().state(), State::fail);
+    EXPECT_EQ(Check::not_made(AT_MOST, "").waived().state(), State::not_made);
+}
+
+// A state comes from numbers, a finding or a reason; nothing sets it beside them.
+TEST(CheckState, CantContradictItsNumbers) {
+    static_assert(!std::is_constructible_v<Check, const CheckField&, State>);
+    static_assert(!std::is_default_constructible_v<Check>);
+    Check check = Check::compared(AT_MOST, 2.0f, 1.0f);
+    check.because("words").marked(true).shown_by("a formula").in_case("external").under("UG-99");
+    EXPECT_EQ(check.state(), State::fail);
+    EXPECT_EQ(*check.ratio(), 2.0f);
+    EXPECT_EQ(check.load_case(), "external");
+    EXPECT_EQ(check.paragraph(), "UG-99");
+    EXPECT_EQ(check.label(), "a stress, external");
+    EXPECT_EQ(Check::not_made(WAIVABLE, "").label(), "a thickness, operating");
 }
 
 TEST(CheckState, BlocksOnlyWhereTheCheckDecides) {
     EXPECT_TRUE(Check::found(AT_MOST, false).blocks());
     EXPECT_TRUE(Check::not_made(AT_MOST, "").blocks());
+    // What the code asks for and nobody made, whatever it counts for.
+    EXPECT_TRUE(Check::not_made(ADVICE, "").blocks());
+    EXPECT_TRUE(Check::not_made(WARNING, "").blocks());
+    EXPECT_TRUE(Check::compared(ADVICE, 2.0f, 1.0f).advises());
+    EXPECT_FALSE(Check::not_made(ADVICE, "").advises());
     EXPECT_FALSE(Check::not_asked(AT_MOST, "").blocks());
     EXPECT_FALSE(Check::compared(ADVICE, 2.0f, 1.0f).blocks());
     EXPECT_TRUE(Check::compared(ADVICE, 2.0f, 1.0f).falls_short());
@@ -150,7 +179,8 @@ TEST(CheckState, BlocksOnlyWhereTheCheckDecides) {
 
 TEST(CheckOrder, IsWorstFirst) {
     Checks checks{Check::not_asked(AT_MOST, "0"),
-                  Check::compared(AT_MOST, 2.0f, 1.0f).waived().because("1"),
+                  Check::compared(WAIVABLE, 2.0f, 1.0f).waived().because("1"),
+                  Check::compared(ADVICE, 0.9f, 1.0f).because("a"),
                   Check::compared(AT_MOST, 0.5f, 1.0f).because("2"),
                   Check::compared(AT_LEAST, 1.0f, 0.9f).because("3"),
                   Check::found(AT_MOST, true, "4"),
@@ -164,7 +194,7 @@ TEST(CheckOrder, IsWorstFirst) {
     std::string order;
     for (const Check& check : checks)
         order += check.reason();
-    EXPECT_EQ(order, "876532410");
+    EXPECT_EQ(order, "8765324a10");
 }
 
 TEST(CheckOrder, GoverningIsTheWorstThatDecides) {
@@ -175,6 +205,19 @@ TEST(CheckOrder, GoverningIsTheWorstThatDecides) {
                        Check::compared(AT_LEAST, 1.0f, 0.9f), Check::found(AT_MOST, true)};
     EXPECT_TRUE(all_pass(sound));
     EXPECT_EQ(governing(sound), &sound[2]);
+}
+
+// -20 F against -10 F is a ratio of 0.98, whatever the margin is worth.
+TEST(CheckOrder, OfSeveralComponentsHasPassedTemperaturesLast) {
+    const Checks checks{Check::compared(WARM, -20.0f, -10.0f),
+                        Check::compared(AT_MOST, 0.5f, 1.0f)};
+    EXPECT_EQ(governing(checks), &checks[0]);
+    EXPECT_EQ(governing_of_several(checks), &checks[1]);
+    const Checks alone{Check::compared(WARM, -20.0f, -10.0f)};
+    EXPECT_EQ(governing_of_several(alone), &alone[0]);
+    const Checks failing{Check::compared(AT_MOST, 0.5f, 1.0f),
+                         Check::compared(WARM, 20.0f, -10.0f)};
+    EXPECT_EQ(governing_of_several(failing), &failing[1]);
 }
 
 } // namespace

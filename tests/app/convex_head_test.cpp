@@ -246,7 +246,7 @@ TEST_F(ConvexHeads, TellWhatIsMissing) {
             "UG-33 (a)(1) was not checked for 1.67 times the pressure inside; it needs " + c.keys;
         EXPECT_TRUE(head.tells("Note: " + missing + '.')) << c.keys;
         const Verdict verdict = head.verdict();
-        EXPECT_EQ(verdict.status, Status::fine);
+        EXPECT_EQ(verdict.status, Status::fails);
         ASSERT_EQ(verdict.reasons.size(), 1u);
         EXPECT_EQ(verdict.reasons[0], missing);
         EXPECT_EQ(governing_maep(head.outcome), head.outcome.maep);
@@ -310,10 +310,10 @@ TEST_F(ConvexHeads, ThinOnesNeedAppendix14f) {
         Status status;
     };
     const Case cases[] = {
-        {THIN, told + "; it needs Sy", Status::fine},
-        {with("D", "", THIN) + "Sy = 34800\n", told + "; it needs D or Do", Status::fine},
-        {with("D", "", THIN), told + "; it needs Sy and D or Do", Status::fine},
-        {with("P", "P = 0", THIN), told + "; it needs Sy", Status::fine},
+        {THIN, told + "; it needs Sy", Status::fails},
+        {with("D", "", THIN) + "Sy = 34800\n", told + "; it needs D or Do", Status::fails},
+        {with("D", "", THIN), told + "; it needs Sy and D or Do", Status::fails},
+        {with("P", "P = 0", THIN), told + "; it needs Sy", Status::fails},
         {THIN + "skip_1_4f = true\n", told, Status::fine},
         // Given, but no yield stress in psi.
         {THIN + "Sy = 34.8\n", told + "; it needs Sy above 1000.00 psi", Status::fails},
@@ -406,7 +406,7 @@ TEST_F(ConvexHeads, OfAShellGetTheSame) {
               same.outcome.report.substr(same.outcome.report.find(title)));
     // What applies to both is reported once.
     const Verdict verdict = shell.judge(*outcome, input.request.units);
-    EXPECT_EQ(verdict.status, Status::fine);
+    EXPECT_EQ(verdict.status, Status::fails);
     EXPECT_EQ(verdict.reasons, same.verdict().reasons);
     EXPECT_EQ(verdict.reasons.size(), 1u);
 }

@@ -15,6 +15,7 @@ class JudgeTest : public testing::Test {
         flange.record[TARVANE_KIND] = TARVANE_ANALYSE;
         flange.record[TARVANE_P] = 150.0f;
         flange.record[TARVANE_t] = 1.5f;
+        flange.record[TARVANE_go] = 0.375f;
         flange.record[TARVANE_Fod] = 15.0f;
         flange.record[TARVANE_Fid] = 12.0f;
         flange.record[TARVANE_Go] = 14.75f;

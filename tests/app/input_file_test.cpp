@@ -98,6 +98,11 @@ TEST_P(EveryKey, ReachesItsPlace) {
                       1u);
             continue;
         }
+        if (key.quantity == Quantity::waivers) {
+            const FlangeInput flange = flange_of(with(name, name + " = [\"heat_treatment\"]"));
+            EXPECT_EQ(flange.text_of(key), "heat_treatment");
+            continue; // its faults are those of ids
+        }
         const Sample given = sample(key, units);
         const std::string toml =
             with(name, name + " = " + given.written, flange_for(key)) + companions(key);

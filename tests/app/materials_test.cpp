@@ -322,10 +322,11 @@ TEST_F(MaterialKey, TellsTheApproximateFilesThatWereUsed) {
         return "\nApproximate figures of " + file + " were used (" + items +
                "): replace the file by one made from a licensed copy of the standard.\n";
     };
-    EXPECT_TRUE(result.out.ends_with(line("BOLTDATA.TXT", "TEMA") +
-                                     line("ElastAlp07.txt", "modulus 4") +
-                                     line("MATFILE1.BIN", "SA-516 70")))
-        << result.out.substr(result.out.size() - 600);
+    const std::string lines = line("BOLTDATA.TXT", "TEMA") + line("ElastAlp07.txt", "modulus 4") +
+                              line("MATFILE1.BIN", "SA-516 70");
+    EXPECT_NE(result.out.find(lines + "\nPASS  every check that tarvane makes passes"),
+              std::string::npos)
+        << result.out.substr(result.out.size() - 1200);
     const ProgramRun own =
         tarvane("run " + write("own.toml", with("bolting", "bolting = \"UNC\"")));
     EXPECT_EQ(own.out.find("Approximate"), std::string::npos);

@@ -71,13 +71,34 @@ Check Check::not_made(const CheckField& field, std::string reason) {
 
 Check Check::waived() const {
     Check check = *this;
-    if (falls_short()) check.is = State::waived;
+    if (falls_short() && described->waivable) check.is = State::waived;
     return check;
 }
 
 Check& Check::because(std::string sentence) {
     words = std::move(sentence);
     return *this;
+}
+
+Check& Check::shown_by(std::string text) {
+    formula = std::move(text);
+    return *this;
+}
+
+Check& Check::in_case(std::string other) {
+    other_case = std::move(other);
+    return *this;
+}
+
+Check& Check::under(std::string_view other) {
+    other_paragraph = other;
+    return *this;
+}
+
+std::string Check::label() const {
+    std::string label(described->label);
+    if (!load_case().empty()) label.append(", ").append(load_case());
+    return label;
 }
 
 Check& Check::marked(bool by_engine) {
@@ -95,7 +116,7 @@ std::string_view Check::remark() const { return passes() && engine_marks ? "with
 
 bool Check::told() const {
     return !words.empty() && is != State::not_asked &&
-           !(falls_short() && described->force == Force::advises);
+           !(advises() && described->force == Force::advises);
 }
 
 namespace {
@@ -107,13 +128,13 @@ int rank(const Check& check) {
     case State::not_made:
         return check.blocks() ? 1 : 2;
     case State::pass:
-        return 3;
+        return check.field().force == Force::decides ? 3 : 4;
     case State::waived:
-        return 4;
+        return 5;
     case State::not_asked:
         break;
     }
-    return 5;
+    return 6;
 }
 
 // Among rows of one rank. A failed finding without figures comes first, a passed one last.
@@ -129,16 +150,33 @@ void sort_worst_first(Checks& checks) {
     });
 }
 
-const Check* governing(const Checks& checks) {
+namespace {
+
+template <class Excluded>
+const Check* worst_of(const Checks& checks, Excluded excluded) {
     const Check* first = nullptr;
     for (const Check& check : checks) {
-        if (!check.passes() && !check.blocks()) continue;
-        if (check.field().force != Force::decides) continue;
+        if (excluded(check)) continue;
+        const bool counts = check.passes() && check.field().force == Force::decides;
+        if (!counts && !check.blocks()) continue;
         const bool worse = first == nullptr || rank(check) < rank(*first) ||
                            (rank(check) == rank(*first) && weight(check) > weight(*first));
         if (worse) first = &check;
     }
     return first;
+}
+
+} // namespace
+
+const Check* governing(const Checks& checks) {
+    return worst_of(checks, [](const Check&) { return false; });
+}
+
+const Check* governing_of_several(const Checks& checks) {
+    const Check* worst = worst_of(checks, [](const Check& check) {
+        return check.passes() && check.field().quantity == Quantity::temperature;
+    });
+    return worst != nullptr ? worst : governing(checks);
 }
 
 bool all_pass(const Checks& checks) {

@@ -32,12 +32,18 @@ class Check {
     static Check found(const CheckField& field, bool sound, std::string reason = {});
     static Check not_asked(const CheckField& field, std::string reason);
     static Check not_made(const CheckField& field, std::string reason);
-    // The same row, waived by the user; a row that passes stays as it is.
+    // The same row, waived by the user. One that passes, or that can't be waived, stays as it is.
     Check waived() const;
     // A sentence for people; the figures are still those of the row.
     Check& because(std::string words);
+    // How the demand comes about, where no report shows it: "P*R/(S*E - 0.6*P) = ...".
+    Check& shown_by(std::string formula);
     // The engine's own warning or mark, which knows another tolerance.
     Check& marked(bool by_engine);
+    // Another case than that of the field: "external".
+    Check& in_case(std::string other);
+    // Another paragraph than that of the field, a text of the tables: of the code and formula that were taken.
+    Check& under(std::string_view other);
 
     // The field of the same id in the list of a kind, for a row that several kinds share.
     Check& listed_in(std::span<const CheckField> fields);
@@ -48,13 +54,24 @@ class Check {
     std::optional<float> limit() const { return allowed; }
     // At most 1 when passed, for "at least", too. Nothing without figures.
     std::optional<float> ratio() const { return used; }
+    std::string_view paragraph() const { return other_paragraph.value_or(described->paragraph); }
+    std::string_view load_case() const {
+        return other_case.empty() ? described->load_case : std::string_view(other_case);
+    }
+    // "longitudinal hub stress, operating"
+    std::string label() const;
     const std::string& reason() const { return words; }
+    const std::string& step() const { return formula; }
     // Beside a row that passes although the engine marks it; else empty.
     std::string_view remark() const;
     bool passes() const { return is == State::pass; }
     bool falls_short() const { return is == State::fail || is == State::not_made; }
     // It keeps its component from passing.
-    bool blocks() const { return falls_short() && described->force == Force::decides; }
+    bool blocks() const {
+        return is == State::not_made || (is == State::fail && described->force == Force::decides);
+    }
+    // It fails what is good practice, not the code.
+    bool advises() const { return falls_short() && !blocks(); }
     // Its reason is a line of the verdict.
     bool told() const;
 
@@ -64,18 +81,22 @@ class Check {
     const CheckField* described;
     State is;
     std::optional<float> asked, allowed, used;
-    std::string words;
+    std::string words, formula, other_case;
+    std::optional<std::string_view> other_paragraph;
     bool engine_marks = false;
 };
 
 using Checks = std::vector<Check>;
 
-// The worst first: failed and not made ones by falling ratio, those of them that only warn or advise, passed
-// ones by falling ratio, waived ones, those that nobody asked for.
+// The worst first: failed and not made ones by falling ratio, those of good practice that fail, passed ones by
+// falling ratio, those of good practice, waived ones, those that nobody asked for.
 void sort_worst_first(Checks& checks);
 
 // The check that governs: the worst one that decides and is required; a null pointer without any.
 const Check* governing(const Checks& checks);
+// The same of the checks of several components: temperatures of a metal that pass come last, as their ratios, which
+// count from absolute zero, are always near 1.
+const Check* governing_of_several(const Checks& checks);
 // None keeps its component from passing.
 bool all_pass(const Checks& checks);
 

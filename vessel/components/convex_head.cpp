@@ -68,21 +68,16 @@ float failure_corrosion(const ConvexHead& convex) {
     return sound;
 }
 
-// What Appendix 1-4(f) lacks of a thin head: keys that may be left out, or what cannot be passed over.
-struct MissingForThinHead {
-    std::string what;
-    bool optional;
-};
-
-MissingForThinHead missing_for_thin_head(const ConvexHead& convex, const UnitSystem& units) {
+// What Appendix 1-4(f) lacks of a thin head.
+std::string missing_for_thin_head(const ConvexHead& convex, const UnitSystem& units) {
     const ShellInput& head = convex.head;
     const float yield = head.setting(ShellNumber::Sy);
     const bool diameter = head.diameter() > 0.0f;
-    if (!(yield > 0.0f)) return {diameter ? "Sy" : "Sy and D or Do", true};
-    if (!diameter) return {"D or Do", true};
+    if (!(yield > 0.0f)) return diameter ? "Sy" : "Sy and D or Do";
+    if (!diameter) return "D or Do";
     if ((convex.results.found.lacks_14f & TARVANE_LACKS_YIELD) != 0)
-        return {"Sy above " + shown(LEAST_YIELD, Quantity::stress, units), false};
-    return {"the elastic modulus of material_class", false};
+        return "Sy above " + shown(LEAST_YIELD, Quantity::stress, units);
+    return "the elastic modulus of material_class";
 }
 
 } // namespace
@@ -231,10 +226,8 @@ void check_thin_head(const ConvexHead& convex, bool skipped, const UnitSystem& u
         checks.push_back(Check::not_made(row, reason).waived());
         return;
     }
-    // A warning where a key is left out, as for the check as a whole.
-    const MissingForThinHead missing = missing_for_thin_head(convex, units);
-    checks.push_back(Check::not_made(missing.optional ? field("convex_made") : row,
-                                     reason + "; it needs " + missing.what));
+    checks.push_back(
+        Check::not_made(row, reason + "; it needs " + missing_for_thin_head(convex, units)));
 }
 
 } // namespace

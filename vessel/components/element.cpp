@@ -1,6 +1,7 @@
 #include "components/element.h"
 
 #include "catalogue/data_folder.h"
+#include "components/waivers.h"
 #include "document/results.h"
 #include "values/text.h"
 
@@ -26,6 +27,19 @@ std::string words_of(const Check& check, const UnitSystem& units) {
 }
 
 } // namespace
+
+Checks Element::checks(const Outcome& outcome, const UnitSystem& units) const {
+    Checks checks = find_checks(outcome, units);
+    for (Check& check : checks) {
+        if (waives(check.field().id)) check = check.waived();
+    }
+    return checks;
+}
+
+bool Element::waives(std::string_view id) const {
+    const Key* key = kind == nullptr ? nullptr : kind->keys.find(WAIVE);
+    return key != nullptr && has_waiver(text_of(*key), id);
+}
 
 Verdict Element::judge(const Outcome& outcome, const UnitSystem& units) const {
     Verdict verdict;
@@ -99,6 +113,11 @@ std::string closing_table(std::string_view title, std::span<const Calculated> el
     for (const Calculated& c : elements)
         columns.push_back({to_utf8(column_heading(*c.element)), c.element->results(*c.outcome)});
     return result_table(title, columns, units);
+}
+
+bool Element::gives(std::string_view key) const {
+    const auto origin = origins.find(key);
+    return origin != origins.end() && !origin->second.given.null();
 }
 
 void Element::add_unmade_checks(Checks& checks) const {

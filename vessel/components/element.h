@@ -180,9 +180,15 @@ struct Element {
     virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
     // From what calculate returned: results in the order of the kind's table, checks in the order of theirs.
     virtual std::vector<Result> results(const Outcome&) const { return {}; }
-    virtual Checks checks(const Outcome&, const UnitSystem&) const { return {}; }
+    virtual Checks find_checks(const Outcome&, const UnitSystem&) const { return {}; }
+    // The same with those waived that the user waives.
+    Checks checks(const Outcome& outcome, const UnitSystem& units) const;
     // By the checks alone: those that keep it from passing, and what others have to say.
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
+    // The user waives the check of this id.
+    bool waives(std::string_view id) const;
+    // The file gives the key, of this element or of all of them.
+    bool gives(std::string_view key) const;
     // A check for each of the keys that this element does not heed.
     void add_unmade_checks(Checks& checks) const;
     // The geometry as it was judged, for the search of its rated pressure.

@@ -9,6 +9,7 @@
 #include "components/key_checks.h"
 #include "components/material_keys.h"
 #include "components/request.h"
+#include "components/waivers.h"
 #include "fields/shell_checks.h"
 #include "values/text.h"
 
@@ -230,6 +231,10 @@ void ExternalInput::note_tables(Reading& reading) const {
 void ExternalInput::complete(Reading& reading) {
     const KeyChecks checks(external_keys(), settings, reading);
     checks.above_zero({"S", "Sy"}); // those of the file, before a material fills them
+    if (waives("convex_1_4f")) {
+        put_setting(N::skip_1_4f, 1.0f);
+        reading.comes_from("skip_1_4f", std::string(WAIVE));
+    }
     const float h = setting(N::h);
     if (h > 0.0f && !reading.given("k")) {
         reading.comes_from("k", "h");
@@ -273,7 +278,7 @@ std::vector<Result> ExternalInput::results(const Outcome& outcome) const {
     return external_results(found_of(*this, static_cast<const ExternalOutcome&>(outcome)));
 }
 
-Checks ExternalInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+Checks ExternalInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     Checks checks = external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
     add_unmade_checks(checks);
     for (Check& check : checks)

@@ -37,7 +37,7 @@ struct ExternalInput final : SettingsElement<ExternalNumber, ExternalText> {
     bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
-    Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
+    Checks find_checks(const Outcome& outcome, const UnitSystem& units) const override;
     std::optional<ChartPoint> chart_point(const Outcome& outcome) const override;
 
   private:

@@ -21,6 +21,24 @@ Check thickness_check(const ExternalInput& element, const ExternalOutcome& outco
     return Check::compared(field("external_thickness"), outcome.tca, element.setting(N::t));
 }
 
+// Of the rule that pressure and thickness are found by.
+std::string_view paragraph_of(const ExternalInput& element) {
+    if (element.by_stress())
+        return element.code() == TARVANE_ASME_VIII_2 ? "4.4" : "Code Case 2286";
+    switch (element.shape()) {
+    case TARVANE_CYLINDER:
+        return "UG-28(c)";
+    case TARVANE_SPHERE:
+        return "UG-28(d)";
+    case TARVANE_ELLIPTICAL_HEAD:
+        return "UG-33(d)";
+    case TARVANE_TORISPHERICAL_HEAD:
+        return "UG-33(e)";
+    default:
+        return "UG-33(f)";
+    }
+}
+
 // Of a head with a check by UG-33(a)(1).
 ConvexRating with_chart(const ExternalOutcome& outcome) {
     return convex_rating({0.0f, outcome.maep, outcome.tca}, outcome.convex->results.found);
@@ -115,6 +133,10 @@ Checks external_checks(const ExternalInput& element, const ExternalOutcome& outc
                                   shown(outcome.tca, Quantity::thickness, units) +
                                   " is above the given " + shown(t, Quantity::thickness, units));
         }
+    }
+    for (Check& check : checks) {
+        const std::string_view id = check.field().id;
+        if (id == "maep" || id == "external_thickness") check.under(paragraph_of(element));
     }
     convex_checks(element, outcome, units, checks);
     return checks;

@@ -45,14 +45,15 @@ std::string joined(const std::vector<std::string>& parts) {
 void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
     const CheckField* stress_field = &field("SHo");
     for (const int row : {TARVANE_OPERATING, TARVANE_SEATING}) {
-        for (int place = 0; place < TARVANE_STRESS_PLACES; ++place, ++stress_field) {
+        const int places = TARVANE_STRESS_PLACES - (row == TARVANE_SEATING ? 1 : 0);
+        for (int place = 0; place < places; ++place, ++stress_field) {
             const float stress = found.stress[row][place], allowed = found.allowed[row][place];
             const bool marked = found.exceeded[row][place] != 0;
             // A place that this type doesn't have is 0.0.
             if (!marked && (is_none(stress) || stress == 0.0f)) continue;
             Check check = Check::compared(*stress_field, stress, allowed).marked(marked);
             if (check.falls_short()) {
-                check.because("the " + std::string(stress_field->label) + ", " +
+                check.because("the " + check.label() + ", " +
                               shown(stress, Quantity::stress, units) + ", exceeds its allowable " +
                               shown(allowed, Quantity::stress, units));
             }
@@ -63,7 +64,8 @@ void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units
 
 void check_bolt_area(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
     if (is_none(found.Ab) || is_none(found.Am)) return;
-    Check check = Check::compared(field("bolt_area"), found.Ab, found.Am);
+    Check check =
+        Check::compared(field("bolt_area"), found.Ab, found.Am).marked(found.Ab < found.Am);
     if (check.falls_short()) {
         check.because("the bolt area " + shown(found.Ab, Quantity::area, units) +
                       " is below the required " + shown(found.Am, Quantity::area, units));
@@ -79,6 +81,7 @@ void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& uni
     const std::string pressure = shown(outcome.mawp, Quantity::pressure, units);
     const std::string by(held_down_by(outcome.found.mawp_by));
     Check check = Check::compared(field("mawp"), outcome.mawp, P);
+    if (!by.empty()) check.shown_by("held down by: " + by);
     if (check.falls_short()) {
         check.because("the MAWP " + pressure + " is below the design pressure " +
                       shown(P, Quantity::pressure, units) +
@@ -117,8 +120,7 @@ void check_rigidity(const TARVANE_FLANGE_RESULTS& found, int kind, Checks& check
         if (is_none(J) || J == 0.0f) continue;
         Check check = Check::compared(*row, J, 1.0f);
         if (check.falls_short())
-            check.because("the " + std::string(row->label) + ", " + number_text(J, 4) +
-                          ", is above 1");
+            check.because("the " + check.label() + ", " + number_text(J, 4) + ", is above 1");
         checks.push_back(std::move(check));
     }
 }
@@ -139,7 +141,8 @@ void check_modulus(const FlangeInput& flange, const TARVANE_FLANGE_RESULTS& foun
 void check_deflection(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
                       Checks& checks) {
     if (is_none(found.deflection) || is_none(found.deflection_allowed)) return;
-    Check check = Check::compared(field("deflection"), found.deflection, found.deflection_allowed);
+    Check check = Check::compared(field("deflection"), found.deflection, found.deflection_allowed)
+                      .marked(found.deflection > found.deflection_allowed);
     if (check.falls_short()) {
         check.because("the deflection of the cover, " +
                       shown(found.deflection, Quantity::thickness, units) +
@@ -380,7 +383,108 @@ void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const
     checks.push_back(std::move(check));
 }
 
-// ---- what the verdict does not judge -----------------------------------------------------------------
+// ---- hub and attached shell ----------------------------------------------------------------------------
+
+// Text of the rating of the small end as a cylinder, with its numbers where they give what the engine found:
+// a design goes by a hub of its own, and units of one system are needed to put them in.
+std::string hub_step(const FlangeInput& flange, float hub_mawp, const UnitSystem& units) {
+    const bool by_shell = given(flange, TARVANE_HUB_BY_SHELL) == 1.0f;
+    const float S = given(flange, by_shell ? TARVANE_SHELL_STRESS : TARVANE_Sfo),
+                E = flange.setting(Setting::joint_efficiency), ci = given(flange, TARVANE_ci),
+                t = given(flange, TARVANE_go) - ci - given(flange, TARVANE_ce),
+                R = given(flange, TARVANE_B) / 2.0f + ci;
+    const bool division_1 = flange.code() == TARVANE_ASME_VIII_1;
+    const float P = division_1 ? S * E * t / (R + 0.6f * t) : S * E * std::log((t + R) / R);
+    const std::string letters = division_1 ? "S*E*t/(R + 0.6*t)" : "S*E*ln((R + t)/R)";
+    const bool one_system = units.factor(Quantity::stress) == units.factor(Quantity::pressure) &&
+                            units.factor(Quantity::thickness) == units.factor(Quantity::diameter);
+    if (!one_system || !(std::fabs(P - hub_mawp) <= 1.0e-4f * hub_mawp)) return letters;
+    const auto number = [&](float value, Quantity quantity) {
+        return value_text(value, quantity, units);
+    };
+    const std::string s = number(S, Quantity::stress) + '*' + number_text(E, 3),
+                      thick = number(t, Quantity::thickness), r = number(R, Quantity::diameter);
+    return letters + " = " +
+           (division_1 ? s + '*' + thick + "/(" + r + " + 0.6*" + thick + ')'
+                       : s + "*ln((" + r + " + " + thick + ")/" + r + ')') +
+           " = " + shown(hub_mawp, Quantity::pressure, units);
+}
+
+void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
+                     const UnitSystem& units, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
+    const float P = given(flange, TARVANE_P), g0 = given(flange, TARVANE_go);
+    const bool welding_neck =
+        flange.type() == TARVANE_INTEGRAL_WELD_NECK || flange.type() == TARVANE_REVERSE_WELD_NECK;
+    // A hub that corrosion takes away has no rating.
+    const bool asme = flange.code() <= TARVANE_ASME_VIII_2,
+               gone = asme && welding_neck && flange.analysis() != TARVANE_DESIGN &&
+                      g0 - given(flange, TARVANE_ci) - given(flange, TARVANE_ce) <= 0.0001f;
+    if (P > 0.0f && (gone || (!is_none(found.hub_mawp) && found.hub_mawp > 0.0f))) {
+        const float holds = gone ? 0.0f : found.hub_mawp;
+        Check check = Check::compared(field("hub_cylinder"), holds, P);
+        if (!gone) check.shown_by(hub_step(flange, holds, units));
+        if (check.falls_short()) {
+            check.because("the small end of the hub as a cylinder holds " +
+                          shown(holds, Quantity::pressure, units) + ", below the design pressure " +
+                          shown(P, Quantity::pressure, units));
+        }
+        checks.push_back(std::move(check));
+    }
+    if (flange.code() == TARVANE_EN_13445 && welding_neck && found.hub_required > 0.0f &&
+        flange.analysis() != TARVANE_DESIGN) {
+        Check check = Check::compared(field("hub_thickness"), found.hub_required, g0);
+        if (check.falls_short()) {
+            check.because("the small end of the hub as a cylinder requires " +
+                          shown(found.hub_required, Quantity::thickness, units) + ", g0 is " +
+                          shown(g0, Quantity::thickness, units));
+        }
+        checks.push_back(std::move(check));
+    }
+    const float operating = flange.setting(Setting::design_pressure_operating);
+    const bool has_shell = given(flange, TARVANE_SHELL_STRESS_COLD) > 0.0f &&
+                           flange.gives("tShell") && flange.gives("Dshell");
+    if (has_shell && !is_none(found.shell_mawp) && operating > 0.0001f) {
+        Check check = Check::compared(field("attached_shell"), found.shell_mawp, operating);
+        if (check.falls_short()) {
+            check.because("the attached shell holds " +
+                          shown(found.shell_mawp, Quantity::pressure, units) + ", below " +
+                          shown(operating, Quantity::pressure, units));
+        }
+        checks.push_back(std::move(check));
+    }
+}
+
+void check_thickness_of_full_face(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
+                                  Checks& checks) {
+    if (is_none(found.t_used) || is_none(found.t_min) || !(found.t_min > 0.0001f)) return;
+    Check check = Check::compared(field("full_face_thickness"), found.t_used, found.t_min);
+    if (check.falls_short()) {
+        check.because("the thickness " + shown(found.t_used, Quantity::thickness, units) +
+                      " is below the least one for a full face gasket, " +
+                      shown(found.t_min, Quantity::thickness, units));
+    }
+    checks.push_back(std::move(check));
+}
+
+// ---- heat treatment ------------------------------------------------------------------------------------
+
+void check_heat_treatment(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
+    const CheckField& row = field("heat_treatment");
+    if (flange.whole_setting(Setting::p_number) == 0)
+        checks.push_back(Check::not_asked(row, "p_number is not given"));
+    else if (outcome.pwht_required == 0)
+        checks.push_back(Check::found(row, true).shown_by("none is required"));
+    else if (outcome.pwht_required == 1 && flange.setting(Setting::pwht) != 0.0f)
+        checks.push_back(Check::found(row, true).shown_by("required, and done: pwht = true"));
+    else if (outcome.pwht_required == 1 && flange.gives("pwht"))
+        checks.push_back(Check::found(row, false, "heat treatment is required, pwht is false"));
+    else if (outcome.pwht_required == 1)
+        checks.push_back(
+            Check::not_made(row, "heat treatment is required; pwht = true where it is done"));
+}
+
+// ---- good practice -----------------------------------------------------------------------------------
 
 void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
@@ -402,19 +506,36 @@ void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& che
     row(field("radial_distance"), found.radial, found.radial_min);
     row(field("edge_distance"), found.edge, found.edge_min);
     row(field("gasket_width_min"), found.N, found.N_min);
-    row(field("full_face_thickness"), found.t_used, found.t_min);
-    row(field("hub_cylinder"), found.hub_mawp, given(flange, TARVANE_P));
-    row(field("attached_shell"), found.shell_mawp,
-        flange.setting(Setting::design_pressure_operating));
+}
 
-    const CheckField& treatment = field("heat_treatment");
-    if (flange.whole_setting(Setting::p_number) == 0)
-        checks.push_back(Check::not_asked(treatment, "p_number is not given"));
-    else if (outcome.pwht_required == 1)
-        checks.push_back(Check::not_made(treatment, "heat treatment is required; whether it is "
-                                                    "done is not known"));
-    else if (outcome.pwht_required == 0)
-        checks.push_back(Check::found(treatment, true));
+// ---- paragraphs ----------------------------------------------------------------------------------------
+
+std::string_view paragraph_of(std::string_view viii_1, int code) {
+    for (const Paragraphs& row : FLANGE_PARAGRAPHS) {
+        if (row.viii_1 != viii_1) continue;
+        switch (code) {
+        case TARVANE_ASME_VIII_2:
+            return row.viii_2;
+        case TARVANE_PD_5500:
+            return row.pd_5500;
+        case TARVANE_EN_13445:
+            return row.en_13445;
+        default:
+            return row.viii_1;
+        }
+    }
+    return viii_1;
+}
+
+void name_paragraphs(const FlangeInput& flange, Checks& checks) {
+    const bool older = flange.code() == TARVANE_ASME_VIII_2 && flange.edition() != EDITION_CURRENT;
+    for (Check& check : checks) {
+        std::string_view paragraph = check.paragraph();
+        const bool stress = check.field().quantity == Quantity::stress;
+        if (stress && flange.type() == TARVANE_BLIND && paragraph == "2-8") paragraph = "UG-34";
+        if (!older) paragraph = paragraph_of(paragraph, flange.code());
+        check.under(paragraph);
+    }
 }
 
 } // namespace
@@ -454,7 +575,11 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
     check_deflection(found, units, checks);
     if (found.openings != 0) check_openings(faults_of(found), units, checks);
     check_bolt_size(flange, units, checks);
+    check_thickness_of_full_face(found, units, checks);
+    check_cylinders(flange, outcome, units, checks);
+    check_heat_treatment(flange, outcome, checks);
     advise(flange, outcome, checks);
+    name_paragraphs(flange, checks);
     return checks;
 }
 

@@ -367,7 +367,7 @@ std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
     return flange_results(found_of(*this, static_cast<const FlangeOutcome&>(outcome)));
 }
 
-Checks FlangeInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+Checks FlangeInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const FlangeOutcome&>(outcome);
     Checks checks = own.rounded ? flange_checks(own.rounded->flange, own.rounded->outcome, units)
                                 : flange_checks(*this, own, units);

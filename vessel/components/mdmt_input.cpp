@@ -123,7 +123,7 @@ std::vector<Result> MdmtInput::results(const Outcome& outcome) const {
     return mdmt_results(found_of(*this, static_cast<const MdmtOutcome&>(outcome)));
 }
 
-Checks MdmtInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+Checks MdmtInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     return mdmt_checks(*this, static_cast<const MdmtOutcome&>(outcome), units);
 }
 

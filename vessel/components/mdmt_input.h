@@ -36,7 +36,7 @@ struct MdmtInput final : SettingsElement<MdmtNumber, MdmtText> {
     bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
-    Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
+    Checks find_checks(const Outcome& outcome, const UnitSystem& units) const override;
 
   private:
     void take_material(Reading& reading);

@@ -3,7 +3,6 @@
 #include "document/results.h"
 #include "tarvane/tarvane.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace tarvane::vessel {
@@ -56,10 +55,8 @@ bool is_exempt(const MdmtInput& element, const MdmtOutcome& outcome) {
     return element.exempt() && !outcome.exempt_stainless;
 }
 
-// Reports show whole degrees: less than half a degree above one counts as that one.
 Check temperature_check(const MdmtInput& element, float lowest) {
-    return Check::compared(field("mdmt"), std::min(lowest, std::round(lowest)),
-                           element.setting(N::required));
+    return Check::compared(field("mdmt"), lowest, element.setting(N::required));
 }
 
 } // namespace

@@ -110,7 +110,8 @@ std::string not_expected(const Value& value, const std::string& wanted, std::str
 bool takes_vacuum(const Key& key) { return key.name == "P_external"; }
 
 bool is_text(const Key& key) {
-    return key.quantity == Quantity::text || key.quantity == Quantity::designation;
+    return key.quantity == Quantity::text || key.quantity == Quantity::designation ||
+           key.quantity == Quantity::waivers;
 }
 
 Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& units) {

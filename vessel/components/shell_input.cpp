@@ -6,6 +6,7 @@
 #include "components/request.h"
 #include "components/shell_results.h"
 #include "components/shell_session.h"
+#include "components/waivers.h"
 #include "fields/shell_checks.h"
 #include "fields/shell_results.h"
 #include "tarvane/tarvane.h"
@@ -124,7 +125,8 @@ class ShellKeyChecks : KeyChecks {
 
     void all() {
         above_zero({"P", "t", "D", "Do", "E"});
-        at_least_zero({"ci", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch"});
+        at_least_zero(
+            {"ci", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch", "strain_limit"});
         if (value("E") > 1.0f) fault("E", "a joint efficiency up to 1 is expected");
         either("D", "Do");
         wall();
@@ -209,6 +211,10 @@ class ShellKeyChecks : KeyChecks {
 void ShellInput::complete(Reading& reading) {
     ShellKeyChecks key_checks(*this, reading);
     key_checks.stresses();
+    if (waives("head_1_4f")) {
+        put_setting(N::skip_1_4f, 1.0f);
+        reading.comes_from("skip_1_4f", std::string(WAIVE));
+    }
     take_material(reading);
     if (!(setting(N::Sy_cold) > 0.0f)) {
         put_setting(N::Sy_cold, setting(N::Sy));
@@ -266,6 +272,8 @@ void ShellInput::make_external(Reading& reading) {
                                           {X::alpha, N::alpha},
                                           {X::Dsmall, N::Dsmall},
                                           {X::cone_length, N::cone_length}};
+    // It looks its waivers up by the keys of this kind.
+    static_assert(static_cast<int>(ExternalText::waive) == static_cast<int>(ShellText::waive));
     ExternalInput& e = external.emplace();
     e.kind = kind;
     e.line = line;
@@ -273,7 +281,8 @@ void ShellInput::make_external(Reading& reading) {
     for (const auto& [theirs, ours] : SHARED)
         e.put_setting(theirs, setting(ours));
     e.put_setting(X::P, std::max(setting(N::P_external), 0.0f));
-    e.texts = {description(), material(), text_setting(ShellText::chart)};
+    e.texts = {description(), material(), text_setting(ShellText::chart),
+               text_setting(ShellText::waive)};
     e.complete(reading);
 }
 
@@ -315,7 +324,7 @@ std::vector<Result> ShellInput::results(const Outcome& outcome) const {
     return shell_results(found);
 }
 
-Checks ShellInput::checks(const Outcome& outcome, const UnitSystem& units) const {
+Checks ShellInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const ShellOutcome&>(outcome);
     Checks checks = shell_checks(*this, own, units);
     add_unmade_checks(checks);

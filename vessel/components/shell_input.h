@@ -33,7 +33,7 @@ struct ShellInput final : SettingsElement<ShellNumber, ShellText> {
     bool rule(std::string_view id, const Reading& reading) const override;
     std::unique_ptr<Outcome> calculate(const Request& file) const override;
     std::vector<Result> results(const Outcome& outcome) const override;
-    Checks checks(const Outcome& outcome, const UnitSystem& units) const override;
+    Checks find_checks(const Outcome& outcome, const UnitSystem& units) const override;
 
     RatingBasis rating_basis(const Outcome& outcome) const override;
     void put_pressure(float P) override { put_setting(ShellNumber::P, P); }

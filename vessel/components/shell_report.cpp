@@ -179,8 +179,11 @@ void write_shell_report(const ShellInput& shell, const ShellOutcome& outcome,
 }
 
 void write_head_warnings(const ShellInput& shell, const ShellOutcome& o) {
+    constexpr float ROUNDED =
+        1.001f; // a dimension that is rounded by less than a thousandth has no line
     for (const Check& check : form_checks(shell, o))
-        if (check.falls_short()) report_line("Warning: " + check.reason(), WARNING_LINE);
+        if (check.falls_short() && *check.ratio() > ROUNDED)
+            report_line("Warning: " + check.reason(), WARNING_LINE);
     if (o.found.thin != 0 && o.found.evaluated_14f == 0)
         report_line("Warning: Head is thinner than 0.002 L, and Appendix 1-4(f) was not evaluated.",
                     WARNING_LINE);

@@ -44,10 +44,8 @@ bool is_short_of_pressure(const ShellInput& shell, const ShellOutcome& outcome) 
 }
 
 Checks form_checks(const ShellInput& shell, const ShellOutcome& outcome) {
-    // Dimensions are rounded ones: a thousandth does not count.
-    constexpr float WITHIN = 0.999f, BEYOND = 1.001f;
-    constexpr float LEAST_KNUCKLE = 0.06f * WITHIN; // of the outside diameter of the skirt
-    constexpr float MOST_ANGLE = 30.0f * BEYOND;    // half apex angle without a knuckle, degrees
+    constexpr float LEAST_KNUCKLE = 0.06f; // of the outside diameter of the skirt
+    constexpr float MOST_ANGLE = 30.0f;    // half apex angle without a knuckle, degrees
     Checks checks;
     if (shell.whole_setting(N::code) != TARVANE_ASME_VIII_1) return checks;
     const auto row = [&](const CheckField& limit, float demand, float allowed, const char* words) {
@@ -59,17 +57,17 @@ Checks form_checks(const ShellInput& shell, const ShellOutcome& outcome) {
     const float Do = shell.outside() ? D : D + 2.0f * t;
     if (shell.shape() == TARVANE_TORISPHERICAL_HEAD) {
         if (D > 0.0f) { // a chart does not ask for it
-            row(field("crown_radius"), shell.setting(N::L), Do * BEYOND,
+            row(field("crown_radius"), shell.setting(N::L), Do,
                 "The crown radius L is above the outside diameter, UG-32 (j).");
             row(field("knuckle_radius"), r, LEAST_KNUCKLE * Do,
                 "The knuckle radius r is below 6 % of the outside diameter, UG-32 (j).");
         }
-        row(field("knuckle_thickness"), r, 3.0f * t * WITHIN,
+        row(field("knuckle_thickness"), r, 3.0f * t,
             "The knuckle radius r is below three times the thickness, UG-32 (j).");
     } else if (shell.shape() == TARVANE_CONE && outcome.found.knuckle != 0) {
         row(field("cone_knuckle_radius"), r, LEAST_KNUCKLE * Do,
             "The knuckle radius r is below 6 % of the outside diameter, UG-32 (h).");
-        row(field("cone_knuckle_thickness"), r, 3.0f * shell.setting(N::tk) * WITHIN,
+        row(field("cone_knuckle_thickness"), r, 3.0f * shell.setting(N::tk),
             "The knuckle radius r is below three times its thickness, UG-32 (h).");
     } else if (shell.shape() == TARVANE_CONE) {
         row(field("cone_angle"), shell.setting(N::alpha), MOST_ANGLE,
@@ -80,8 +78,13 @@ Checks form_checks(const ShellInput& shell, const ShellOutcome& outcome) {
 
 void check_very_thin(const ShellOutcome& outcome, Checks& checks) {
     constexpr float LEAST = 0.0005f; // of the crown radius
-    if (outcome.found.evaluated_14f != 0 && outcome.found.ratio != TARVANE_NO_VALUE)
-        checks.push_back(Check::compared(VERY_THIN_HEAD, outcome.found.ratio, LEAST));
+    const TARVANE_SHELL_RESULTS& found = outcome.found;
+    if (found.thin == 0 || found.evaluated_14f == 0 || found.ratio == TARVANE_NO_VALUE) return;
+    Check check = Check::compared(VERY_THIN_HEAD, found.ratio, LEAST);
+    if (check.falls_short())
+        check.because(
+            "the head is thinner than 0.0005 L, outside the rules of Appendix 1-4(f), U-2(g)");
+    checks.push_back(std::move(check));
 }
 
 namespace {
@@ -93,14 +96,35 @@ void check_thin_head(const ShellInput& shell, const ShellOutcome& outcome, Check
         checks.push_back(
             Check::found(row, false, "Appendix 1-4(f) has no solution for this geometry"));
     } else if (found.thin != 0 && found.evaluated_14f == 0) {
-        const Check check =
-            Check::not_made(row, "thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it "
-                                 "needs Sy and the elastic modulus of material_class");
-        checks.push_back(shell.has(N::skip_1_4f) ? check.waived() : check);
+        const bool skipped = shell.has(N::skip_1_4f);
+        const Check check = Check::not_made(
+            row,
+            std::string("thinner than 0.002 L, but Appendix 1-4(f) was not evaluated; it ") +
+                (skipped ? "was left out" : "needs Sy and the elastic modulus of material_class"));
+        checks.push_back(skipped ? check.waived() : check);
     } else if (found.thin != 0) {
         const float with_allowances = found.t_14f + shell.setting(N::ci) + shell.setting(N::Ut);
         checks.push_back(Check::compared(row, with_allowances, shell.setting(N::t)));
     }
+}
+
+void check_strain(const ShellInput& shell, const ShellOutcome& outcome, Checks& checks) {
+    if (!(outcome.strain > 0.0f)) return;
+    const CheckField& row = field("forming_strain");
+    const float limit = shell.setting(N::strain_limit);
+    const std::string strain = number_text(outcome.strain, 2) + " %";
+    if (!(limit > 0.0f)) {
+        checks.push_back(
+            Check::not_asked(row, "strain_limit is not given; the strain is " + strain));
+        return;
+    }
+    Check check = Check::compared(row, outcome.strain, limit);
+    if (check.falls_short()) {
+        check.because("the forming strain " + strain + " is above its limit " +
+                      number_text(limit, 2) + " %: heat treatment after forming, " +
+                      std::string(row.paragraph));
+    }
+    checks.push_back(std::move(check));
 }
 
 } // namespace
@@ -129,9 +153,11 @@ Checks shell_checks(const ShellInput& shell, const ShellOutcome& outcome, const 
     check_thin_head(shell, outcome, checks);
     check_very_thin(outcome, checks);
     if (outcome.found.openings != 0) check_openings(faults_of(outcome.found), units, checks);
-    if (outcome.strain > 0.0f) {
-        checks.push_back(
-            Check::not_made(field("forming_strain"), "the limit of the material is not known"));
+    check_strain(shell, outcome, checks);
+    const std::string_view formula = formula_name(outcome.found.formula);
+    for (Check& check : checks) {
+        const std::string_view id = check.field().id;
+        if (!formula.empty() && (id == "required_thickness" || id == "mawp")) check.under(formula);
     }
     return checks;
 }

@@ -30,6 +30,8 @@ std::string kind_of_value(const Key& key) {
         return "text, " + std::to_string(key.width);
     case Quantity::designation:
         return "number, text";
+    case Quantity::waivers:
+        return "list of checks";
     case Quantity::whole:
         return "whole number";
     case Quantity::choice:
@@ -144,7 +146,9 @@ std::string explain_check(const ElementKind& kind, const CheckField& field) {
             field.force == Force::decides ? "the component does not pass"
             : field.force == Force::warns ? "the component passes, with a note"
                                           : "the row says so, no more");
+    add_row(text, "Case", std::string(field.load_case));
     add_row(text, "Asked", field.asked.empty() ? "always" : std::string(field.asked));
+    if (field.waivable) add_row(text, "Waived by", "waive = [" + quoted(field.id) + ']');
     return text;
 }
 

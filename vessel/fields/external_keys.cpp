@@ -38,6 +38,9 @@ constexpr Key KEYS[] = {
         "Description"}
         .label("Description")
         .up_to(MOST_DESCRIPTION),
+    Key{"waive", TEXT, at(ExternalText::waive), waivers,
+        "checks that are waived; the verdict names them"}
+        .label("Waived checks"),
     Key{"kind", NUMBER, at(N::kind), choice, "kind of shell or head"}
         .of(KINDS)
         .to("SHLEXT element")
@@ -142,7 +145,9 @@ constexpr Key KEYS[] = {
         .label("Inside knuckle radius")
         .reads(among("kind", {3}))
         .to("SHLINT r"),
-    Key{"skip_1_4f", NUMBER, at(N::skip_1_4f), flag, "no Appendix 1-4(f) for UG-33(a)(1)"}
+    Key{"skip_1_4f", NUMBER, at(N::skip_1_4f), flag,
+        "no Appendix 1-4(f) for UG-33(a)(1); the same as waive = [\"convex_1_4f\"]"}
+        .label("No Appendix 1-4(f)")
         .reads(among("kind", {2, 3}))
         .to("SHLINT skip14f"),
     Key{"temp_limit", NUMBER, at(N::temp_limit), temperature,

@@ -38,7 +38,7 @@ enum class ExternalNumber {
     count
 };
 
-enum class ExternalText { description, material, chart, count };
+enum class ExternalText { description, material, chart, waive, count };
 
 inline constexpr int EXTERNAL_EDITION_CURRENT = 0, EXTERNAL_EDITION_OLDER = 1;
 inline constexpr int METHOD_OF_THE_CODE = 0, METHOD_CHART = 1, METHOD_STRESS = 2;

@@ -55,6 +55,9 @@ constexpr Key ROWS[] = {
         "description of the flange; the report has its first 15 characters", "Description"}
         .label("Description")
         .up_to(MOST_DESCRIPTION),
+    Key{"waive", P::text_setting, at(TextSetting::waive), waivers,
+        "checks that are waived; the verdict names them"}
+        .label("Waived checks"),
     Key{"type", P::record, 2, choice, "flange type"}.of(TYPES).needs(),
     Key{"kind", P::record, 3, choice,
         "analysis kind; \"rated\" is for a flange that goes by its pressure rating, without "
@@ -327,6 +330,9 @@ constexpr Key ROWS[] = {
         .to("SET_SWITCHES per_element_ratio"),
     Key{"p_number", P::setting, at(Setting::p_number), whole, "P-number of the flange material"}.to(
         "GETELEMENTTABLES heat_treatment"),
+    Key{"pwht", P::setting, at(Setting::pwht), flag,
+        "heat treated after welding, for UCS-56; a flange that asks for it does not pass without"}
+        .label("Heat treated after welding"),
     // ---- standard flange ---------------------------------------------------------------------
     Key{"standard_flange", P::setting, at(Setting::standard_flange), flag,
         "a rated standard flange, without stress calculations"}

@@ -23,6 +23,7 @@ enum class Setting {
     failure_corrosion,
     per_element_ratio,
     p_number,
+    pwht,
     inspection_first,
     inspection_second,
     material_metric,
@@ -49,6 +50,7 @@ enum class TextSetting {
     bolt_material_name,
     attached_to,
     mates_with,
+    waive,
     count
 };
 

@@ -149,6 +149,8 @@ std::string expected(const Key& key, const UnitSystem& units) {
         return "a number or a text of up to " + std::to_string(key.width) + " characters";
     case Quantity::choice:
         return "one of " + choice_names(key.choices);
+    case Quantity::waivers:
+        return "a list of checks";
     default:
         return "a number in " + to_utf8(units.label(key.quantity));
     }

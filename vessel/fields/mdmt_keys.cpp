@@ -37,6 +37,9 @@ constexpr Key KEYS[] = {
         "required thickness, E and corrosion"}
         .label("Component")
         .up_to(MOST_DESCRIPTION),
+    Key{"waive", TEXT, at(MdmtText::waive), waivers,
+        "checks that are waived; the verdict names them"}
+        .label("Waived checks"),
     Key{"code", NUMBER, at(N::code), choice, "design code"}.of(CODES).otherwise(1).to(
         "MDMT_ELEMENT code"),
     Key{"edition", NUMBER, at(N::edition), choice,

@@ -39,7 +39,7 @@ enum class MdmtNumber {
     count
 };
 
-enum class MdmtText { description, material, of, count };
+enum class MdmtText { description, material, of, waive, count };
 
 inline constexpr int MDMT_EDITION_CURRENT = 0, MDMT_EDITION_OLDER = 1, MDMT_EDITION_A98 = 2;
 

@@ -79,7 +79,8 @@ std::vector<Result> results_of(const ResultRow<Found> (&rows)[COUNT],
     return results;
 }
 
-// What it means for the component that a check fails or could not be made.
+// What it means for the component that a check fails. One that the code asks for and that could not be made
+// keeps it from passing whatever its force.
 enum class Force {
     decides, // it can't pass
     warns,   // it passes, with a line that says so
@@ -97,8 +98,9 @@ struct CheckField {
     Quantity quantity;          // of demand and limit
     bool at_least = false;      // the demand must not be below the limit; else not above it
     Force force = Force::decides;
-    std::string_view asked = {}; // the condition under which the code asks; empty: always
-    bool waivable = false;       // by the user
+    std::string_view asked = {};     // the condition under which the code asks; empty: always
+    bool waivable = false;           // by the user
+    std::string_view load_case = {}; // "gasket seating"; empty: there is but one
 };
 
 // The field of an id, looked up when the program is compiled: an id that isn't there does not compile.

@@ -43,6 +43,9 @@ constexpr Key KEYS[] = {
         "Description"}
         .label("Description")
         .up_to(MOST_DESCRIPTION),
+    Key{"waive", TEXT, at(ShellText::waive), waivers,
+        "checks that are waived; the verdict names them"}
+        .label("Waived checks"),
     Key{"kind", NUMBER, at(N::kind), choice, "kind of shell or head"}
         .of(KINDS)
         .to("SHLINT element")
@@ -130,7 +133,13 @@ constexpr Key KEYS[] = {
         .label("Straight flange")
         .reads(among("kind", {2, 3, 4}))
         .to("FORMING_STRAIN straight"),
-    Key{"skip_1_4f", NUMBER, at(N::skip_1_4f), flag, "no Appendix 1-4(f)"}
+    Key{"strain_limit", NUMBER, at(N::strain_limit), number,
+        "greatest forming strain that the material takes without heat treatment, per cent; "
+        "UCS-79(d): 5"}
+        .label("Limit of the forming strain"),
+    Key{"skip_1_4f", NUMBER, at(N::skip_1_4f), flag,
+        "no Appendix 1-4(f); the same as waive = [\"head_1_4f\"]"}
+        .label("No Appendix 1-4(f)")
         .reads(among("kind", {2, 3}))
         .to("SHLINT skip14f"),
     Key{"temp_limit", NUMBER, at(N::temp_limit), temperature,

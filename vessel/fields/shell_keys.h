@@ -19,6 +19,7 @@ enum class ShellNumber {
     Sy_cold,
     temp_limit,
     skip_1_4f,
+    strain_limit,
     D,
     Do,
     t,
@@ -55,7 +56,7 @@ enum class ShellNumber {
     count
 };
 
-enum class ShellText { description, material, chart, on, count };
+enum class ShellText { description, material, chart, waive, on, count };
 
 inline constexpr int END_TOP = 1, END_BOTTOM = 2, END_LEFT = 3, END_RIGHT = 4;
 

@@ -39,7 +39,7 @@ Got chosen(F f) {
     return f.block.*MEMBER == 0 ? Got::none(NOT_RUN) : Got(static_cast<float>(f.block.*MEMBER));
 }
 
-constexpr Choice FORMULAS[] = {
+constexpr Choice FORMULA_NAMES[] = {
     {"UG-27(c)(1)", TARVANE_UG_27_C_1},      {"App. 1-1(a)(1)", TARVANE_APP_1_1_A_1},
     {"App. 1-2(a)(1)", TARVANE_APP_1_2_A_1}, {"UG-27(d)", TARVANE_UG_27_D},
     {"App. 1-1(a)(2)", TARVANE_APP_1_1_A_2}, {"App. 1-3", TARVANE_APP_1_3},
@@ -75,7 +75,7 @@ constexpr ResultRow<ShellFound> ROWS[] = {
      }},
     // ---- further ones
     {RATED_PRESSURE, [](F f) { return f.rated_pressure; }},
-    {{"formula", "", choice, "Formula", "", "", FORMULAS}, chosen<&B::formula>},
+    {{"formula", "", choice, "Formula", "", "", FORMULA_NAMES}, chosen<&B::formula>},
     {{"tc", "tc", thickness, "Thickness less allowances"}, of<&B::tc>},
     {{"t_req_raw", "", thickness, "Required thickness before the minima"}, of<&B::t_req_raw>},
     {{"t_least", "", thickness, "Least thickness, UG-16(b)"}, of<&B::t_least>},
@@ -129,6 +129,8 @@ std::vector<ResultField> all_fields() {
 }
 
 } // namespace
+
+std::string_view formula_name(int formula) { return choice_name(FORMULA_NAMES, formula); }
 
 std::span<const ResultField> shell_result_fields() {
     static const std::vector<ResultField> fields = all_fields();

@@ -18,6 +18,9 @@ struct ShellFound {
     Got rated_pressure;
 };
 
+// "UG-27(c)(1)" of a formula of TARVANE_UG_27_C_1 and its companions; empty: none.
+std::string_view formula_name(int formula);
+
 inline constexpr std::string_view SHELL_TABLE = "Shells and heads";
 
 // Those under internal pressure, then those under external pressure under their own names.

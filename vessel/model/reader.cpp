@@ -6,6 +6,7 @@
 #include "components/read_units.h"
 #include "components/read_value.h"
 #include "components/strict.h"
+#include "components/waivers.h"
 #include "fields/vessel_keys.h"
 #include "model/links.h"
 #include "model/mates.h"
@@ -280,7 +281,11 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
     const bool own = path.starts_with(std::string(element.kind->table) + '[');
     std::string fault;
     if (is_text(key)) {
-        Taken<std::string> text = take_text(*written.value, key, request.units);
+        // Those of a common table may be of any kind in the request.
+        Taken<std::string> text =
+            key.quantity == Quantity::waivers
+                ? take_waivers(*written.value, own ? Kinds(&element.kind, 1) : Kinds(kinds))
+                : take_text(*written.value, key, request.units);
         if (text.value) element.put_text(key, *text.value);
         fault = std::move(text.fault);
     } else {

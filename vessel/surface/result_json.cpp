@@ -3,9 +3,10 @@
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "catalogue/data_search.h"
-#include "components/not_covered.h"
 #include "components/read_value.h"
+#include "document/checks_table.h"
 #include "document/report_view.h"
+#include "document/vessel_verdict.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
 #include "values/sha256.h"
@@ -48,7 +49,7 @@ class Writer {
   public:
     Writer(const Request& of, Wanted members) : request(of), wanted(members) {}
 
-    std::string write(const std::vector<Found>& components);
+    std::string write(const std::vector<Found>& components, const VesselVerdict& verdict);
 
   private:
     const Request& request;
@@ -89,7 +90,7 @@ void Writer::write_governing(const std::vector<Found>& components) {
         of.insert(of.end(), found.checks.size(), found.element);
     }
     json.key("governing");
-    const Check* worst = governing(all);
+    const Check* worst = governing_of_several(all);
     if (worst == nullptr) {
         json.null();
         return;
@@ -222,7 +223,8 @@ void Writer::write_check(const Check& check) {
     const CheckField& field = check.field();
     json.begin_object();
     text("id", field.id);
-    text("paragraph", field.paragraph);
+    text("paragraph", check.paragraph());
+    if (!check.load_case().empty()) text("case", check.load_case());
     if (check.ratio()) {
         optional_value("demand", check.demand(), field.quantity);
         text("operator", field.at_least ? ">=" : "<=");
@@ -233,8 +235,9 @@ void Writer::write_check(const Check& check) {
     text("state", state_name(check.state()));
     text("force", force_name(field.force));
     json.key("waivable").flag(field.waivable);
-    if (!check.remark().empty()) text("remark", check.remark());
     if (!check.reason().empty()) text("reason", check.reason());
+    if (!check.remark().empty()) text("remark", check.remark());
+    if (!check.step().empty()) text("step", check.step());
     json.end_object();
 }
 
@@ -267,6 +270,7 @@ void Writer::write_component(const Found& found) {
     json.begin_object();
     text("description", to_utf8(found.element->description()));
     text("verdict", verdict_of(found));
+    text("says", words_of(found.checks));
     write_inputs(*found.element);
     if (wanted.results) {
         write_results(found);
@@ -290,15 +294,16 @@ void Writer::write_component(const Found& found) {
     json.end_object();
 }
 
-std::string Writer::write(const std::vector<Found>& components) {
+std::string Writer::write(const std::vector<Found>& components, const VesselVerdict& verdict) {
     json.begin_object().key("tarvane").whole(FORM);
     text("program", TARVANE_VERSION);
     text("units", request.units.name);
     text("verdict", verdict_of(components));
+    text("says", verdict.words);
     write_governing(components);
     write_data();
     json.key("not_covered").begin_list();
-    for (const std::string_view words : not_covered(request))
+    for (const std::string_view words : verdict.not_covered)
         json.text(words);
     json.end_list();
     for (const ElementKind* kind : element_kinds()) {
@@ -325,7 +330,7 @@ std::string result_json(const Request& request, const Calculation& calculation, 
         sort_worst_first(checks);
         components.push_back({element, outcome, &calculation.verdicts[i], std::move(checks)});
     }
-    return Writer(request, wanted).write(components);
+    return Writer(request, wanted).write(components, vessel_verdict(request, calculation));
 }
 
 std::string faults_json(const Faults& faults) {

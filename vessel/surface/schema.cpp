@@ -127,7 +127,17 @@ std::string meaning_of(const Key& key) {
     return words;
 }
 
-std::string key_schema(const Key& key) {
+// The checks of a kind that can be waived, one of them or a list.
+std::string waivers_schema(const ElementKind& kind) {
+    std::vector<std::string_view> ids;
+    for (const CheckField& field : kind.checks) {
+        if (field.waivable) ids.push_back(field.id);
+    }
+    const std::string id = ids.empty() ? "false" : object_of({{"enum", texts(ids)}});
+    return list_of({list_schema(id), id});
+}
+
+std::string key_schema(const Key& key, const ElementKind& kind) {
     JsonWriter json;
     json.begin_object().key("description").text(meaning_of(key));
     switch (key.quantity) {
@@ -146,6 +156,9 @@ std::string key_schema(const Key& key) {
         break;
     case Quantity::designation:
         json.key("type").begin_list().text("string").text("number").end_list();
+        break;
+    case Quantity::waivers:
+        json.key("anyOf").raw(waivers_schema(kind));
         break;
     default:
         json.key("type").begin_list().text("number").text("string").end_list();
@@ -169,15 +182,16 @@ Properties keys_of(const ElementKind& kind) {
     for (const Key& key : table.keys) {
         const std::size_t point = key.name.find('.');
         if (point == std::string_view::npos)
-            properties.put(key.name, key_schema(key));
+            properties.put(key.name, key_schema(key, kind));
         else
-            inner_of(key.name.substr(0, point)).put(key.name.substr(point + 1), key_schema(key));
+            inner_of(key.name.substr(0, point))
+                .put(key.name.substr(point + 1), key_schema(key, kind));
     }
     for (const Alias& alias : table.aliases)
-        properties.put(alias.other, key_schema(*table.find(alias.ours)));
+        properties.put(alias.other, key_schema(*table.find(alias.ours), kind));
     for (const InnerTable& own : table.tables) {
         for (const std::string_view name : own.keys)
-            inner_of(own.name).put(name, key_schema(*table.find(name)));
+            inner_of(own.name).put(name, key_schema(*table.find(name), kind));
     }
     for (const auto& [name, members] : inner)
         properties.put(name, members.object());
@@ -289,6 +303,8 @@ std::string check_schema(const ElementKind& kind) {
     }
     check.put("id", ids.empty() ? "false" : object_of({{"oneOf", list_of(ids)}}));
     check.put("paragraph", of_type("string"));
+    for (const std::string_view words : {"case", "step"})
+        check.put(words, of_type("string"));
     const std::string_view operators[] = {"<=", ">="};
     const std::string_view states[] = {"pass", "fail", "not asked", "not made", "waived"};
     check.put("demand", nullable("number"));
@@ -334,6 +350,7 @@ std::string component_schema(const ElementKind& kind) {
     drawing.put("svg", of_type("string"));
     component.put("description", of_type("string"));
     component.put("verdict", reference("verdict"));
+    component.put("says", of_type("string"));
     component.put("inputs", inputs_schema(kind));
     component.put("results", results_schema(kind));
     component.put("why", why.object());
@@ -345,7 +362,8 @@ std::string component_schema(const ElementKind& kind) {
     const std::string_view line_members[] = {"text", "marks"}, drawing_members[] = {"name", "svg"};
     component.put("report", list_schema(line.object(line_members)));
     component.put("drawings", list_schema(drawing.object(drawing_members)));
-    const std::string_view required[] = {"description", "verdict", "inputs", "messages", "notes"};
+    const std::string_view required[] = {"description", "verdict",  "says",
+                                         "inputs",      "messages", "notes"};
     return component.object(required);
 }
 
@@ -374,6 +392,7 @@ std::string result_schema() {
     result.put("program", of_type("string"));
     result.put("units", of_type("string"));
     result.put("verdict", reference("verdict"));
+    result.put("says", of_type("string"));
     result.put("governing", of_type("null"));
     result.put("governing", governing.object(governing_members));
     result.put("data", list_schema(file.object(file_members)));
@@ -383,8 +402,8 @@ std::string result_schema() {
         result.put(kind->table, list_schema(reference(kind->table)));
     }
     definitions.end_object();
-    const std::string_view required[] = {"tarvane",   "program", "units",      "verdict",
-                                         "governing", "data",    "not_covered"};
+    const std::string_view required[] = {"tarvane", "program",   "units", "verdict",
+                                         "says",    "governing", "data",  "not_covered"};
     JsonWriter json;
     json.begin_object().key("$schema").text(DRAFT).key("title").text("Result of tarvane");
     json.key("$defs").raw(definitions.str());
@@ -433,6 +452,8 @@ std::string_view quantity_name(Quantity quantity) {
         return "flag";
     case Quantity::text:
         return "text";
+    case Quantity::waivers:
+        return "list of checks";
     case Quantity::designation:
         break;
     }
@@ -559,7 +580,8 @@ class Vocabulary {
             put("label", field.label);
             write_quantity(field.quantity);
             json.key("operator").text(field.at_least ? ">=" : "<=");
-            put("asked", field.asked);
+            put("case", field.load_case);
+            put("asked", field.asked.empty() ? "always" : field.asked);
             put("force", force_name(field.force));
             json.key("waivable").flag(field.waivable);
             json.end_object();

@@ -263,7 +263,7 @@ class Sweep {
             all.insert(all.end(), components[i].checks.begin(), components[i].checks.end());
             of.insert(of.end(), components[i].checks.size(), i);
         }
-        const Check* worst = governing(all);
+        const Check* worst = governing_of_several(all);
         if (worst == nullptr) return NO_VALUE;
         if (output.what == Output::What::ratio) return number(worst->ratio());
         return static_cast<double>(of[static_cast<std::size_t>(worst - all.data())]);

@@ -1,0 +1,45 @@
+// The checks of a component as a document shows them: one line with the verdict and the check that governs, then
+// a row for each check, the worst first. Texts, HTML and PDF are made of the same rows.
+#pragma once
+
+#include "catalogue/units.h"
+#include "components/element.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+// How a reader takes a row in at a glance.
+enum class Tone { sound, bad, advice, quiet };
+
+// Texts, UTF-8, in the units of the file. Demand, relation, limit, unit and ratio are empty without figures.
+struct CheckRow {
+    std::string label, load_case, paragraph; // "bolt stress", "gasket seating", "2-5"
+    std::string demand, relation, limit, unit, ratio;
+    std::string state;  // "pass", "fail", "advice", "not made", "waived", "not asked"
+    std::string remark; // formula, reason, what the engine marks; may be empty
+    Tone tone = Tone::quiet;
+};
+
+struct ChecksTable {
+    bool passes = false;
+    std::string headline; // "flange 1 (channel): governing check: bolt area, 0.9312"
+    std::vector<CheckRow> rows;
+};
+
+ChecksTable checks_table(const Element& element, const Outcome& outcome, const UnitSystem& units);
+
+// "governing check: bolt area, 0.9312", of the checks of a component or of several.
+std::string governing_words(const Checks& checks);
+// The same with the number of those that fail and with those that are waived.
+std::string words_of(const Checks& checks);
+
+// PASS or FAIL with the headline, then the rows, up to 100 columns wide. A blank line before and after it.
+std::string text_of(const ChecksTable& table, bool colour);
+
+// "PASS  words", "FAIL  words", and the end of the line.
+std::string verdict_line(bool passes, std::string_view words, bool colour);
+
+} // namespace tarvane::vessel

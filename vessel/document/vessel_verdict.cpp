@@ -1,0 +1,65 @@
+#include "document/vessel_verdict.h"
+
+#include "components/not_covered.h"
+#include "document/checks_table.h"
+
+namespace tarvane::vessel {
+
+namespace {
+
+// ", " between the parts of a list.
+void add(std::string& list, std::string_view part) {
+    if (!list.empty()) list += ", ";
+    list += part;
+}
+
+} // namespace
+
+VesselVerdict vessel_verdict(const Request& request, const Calculation& calculation) {
+    Checks all;
+    std::vector<const Element*> of;
+    std::string failing, waived;
+    for (std::size_t i = 0; i < calculation.calculated.size(); ++i) {
+        const auto& [element, outcome] = calculation.calculated[i];
+        const Checks checks = element->checks(*outcome, request.units);
+        if (verdict_of(calculation.verdicts[i], checks) != PASS)
+            failing +=
+                (failing.empty() ? "" : "; ") + name_of(*element) + ": " + governing_words(checks);
+        std::string ids;
+        for (const Check& check : checks) {
+            if (check.state() == State::waived) add(ids, check.field().id);
+        }
+        if (!ids.empty()) waived += "; waived: " + name_of(*element) + ": " + ids;
+        all.insert(all.end(), checks.begin(), checks.end());
+        of.insert(of.end(), checks.size(), element);
+    }
+    VesselVerdict verdict{.passes = failing.empty() && calculation.complete,
+                          .words = {},
+                          .not_covered = not_covered(request)};
+    if (verdict.passes) {
+        verdict.words = "every check that tarvane makes passes";
+        if (const Check* worst = governing_of_several(all)) {
+            const Element& element = *of[static_cast<std::size_t>(worst - all.data())];
+            verdict.words += "; " + governing_words({*worst}) + ", of " + name_of(element);
+        }
+    } else {
+        verdict.words = failing;
+        if (!calculation.complete) {
+            verdict.words += (failing.empty() ? "" : "; ");
+            verdict.words += "the run ended before its last component";
+        }
+    }
+    verdict.words += waived;
+    return verdict;
+}
+
+std::string text_of(const VesselVerdict& verdict, bool colour) {
+    std::string out = '\n' + verdict_line(verdict.passes, verdict.words, colour);
+    if (verdict.not_covered.empty()) return out;
+    out += "\ntarvane makes no checks of:\n";
+    for (const std::string_view words : verdict.not_covered)
+        out += "  " + std::string(words) + '\n';
+    return out;
+}
+
+} // namespace tarvane::vessel

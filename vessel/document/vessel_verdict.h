@@ -1,0 +1,25 @@
+// The verdict on all components together, which closes a run: what was checked passes or doesn't, and what the
+// program does not look at.
+#pragma once
+
+#include "components/calculation.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+struct VesselVerdict {
+    bool passes = false;
+    std::string
+        words; // "every check that tarvane makes passes; governing: flange 1 (channel), bolt area, 0.9312"
+    std::vector<std::string_view> not_covered;
+};
+
+VesselVerdict vessel_verdict(const Request& request, const Calculation& calculation);
+
+// A blank line, PASS or FAIL with the words, then the list.
+std::string text_of(const VesselVerdict& verdict, bool colour);
+
+} // namespace tarvane::vessel
