@@ -114,6 +114,7 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **   program     tarvane_version
 **   units       name of the unit system
 **   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
+**   says        the verdict in words, with what fails and what is waived
 **   governing   component and check that are nearest to their limit or furthest beyond; null without checks
 **   data        files that were used: the version of the folder's data_version.txt, their SHA-256, and of the items
 **               in them the status, "approximate" or "published"
@@ -121,13 +122,15 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **   flange and so on: lists of the components in the order of the request, each with
 **     description
 **     verdict   as above
+**     says      the check that governs, in words, and what is waived
+**     governing its id; null where no check was required
 **     inputs    by key the value that was used, as it was given, and where it comes from
 **     results   by name, a choice by the name of its value; null where there is no value or none that is finite
 **     why       of each result without a value, the reason
-**     checks    the worst first: id, paragraph, demand, operator, limit, unit, ratio (at most 1 when passed), state;
-**               force: what a row that falls short does, "decides" (the component can't pass), "warns" (a note says
+**     checks    the worst first: id, paragraph, case, demand, operator, limit, unit, ratio (at most 1 when passed),
+**               state; force: what a row that fails does, "decides" (the component can't pass), "warns" (a note says
 **               so) or "advises" (the row alone does); whether the user may waive it; a remark beside a row that
-**               passes within the tolerance alone; a reason in words
+**               passes within the tolerance alone; a reason in words; the step that shows how the demand is found
 **     messages  of the engine; some belong to the report and are missing without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks

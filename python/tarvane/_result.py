@@ -143,8 +143,7 @@ class Component:
     @property
     def governing(self) -> Optional[Check]:
         """The worst check that decides and was asked."""
-        asked = ("pass", "fail", "not made")
-        return next((check for check in self.checks if check.state in asked and (check.force == "decides" or check.state == "not made")), None)
+        return next((check for check in self.checks if check.id == self._data["governing"]), None)
 
     @property
     def why(self) -> dict[str, str]:

@@ -255,6 +255,14 @@ TEST_F(Program, ReadmeTellsTheTruth) {
         EXPECT_NE(result.out.find(line + '\n'), std::string::npos) << line;
     }
 
+    const std::size_t checks = readme.find("\nPASS  ");
+    ASSERT_NE(checks, std::string::npos);
+    std::istringstream rows(readme.substr(checks + 1, readme.find("```", checks) - checks - 1));
+    for (std::string line; std::getline(rows, line);) {
+        if (line == "...") continue;
+        EXPECT_NE(result.out.find(line + '\n'), std::string::npos) << line;
+    }
+
     const ProgramRun demo = run("run " + EXAMPLES + "weld_neck_nps12.toml");
     const std::size_t formula = readme.find("Hydrostatic End Load");
     const std::string shown = readme.substr(formula, readme.find("```", formula) - formula);

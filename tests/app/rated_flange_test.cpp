@@ -25,7 +25,7 @@ TEST(RatedFlange, PassesByItsRatingAlone) {
     const Judged flange = judged(RATED);
     EXPECT_EQ(flange.verdict.status, Status::fine);
     EXPECT_TRUE(flange.verdict.reasons.empty());
-    ASSERT_EQ(flange.checks.size(), 2u);
+    ASSERT_EQ(flange.checks.size(), 3u);
     EXPECT_EQ(flange.state("rating"), "pass");
     EXPECT_EQ(flange.find("rating")->demand(), 150.0f);
     EXPECT_EQ(flange.find("rating")->limit(), 230.0f);

@@ -19,7 +19,7 @@ const std::string CONE = "[[shell]]\nP = 100\nT = 200\nS = 20000\nSa = 20000\nt 
 const std::string THIN =
     "[[shell]]\ndescription = \"top\"\nP = 10\nT = 200\nS = 20000\nSa = 20000\n"
     "t = 0.18\nkind = \"torispherical\"\nD = 100\nL = 100\nr = 7\n";
-const std::string METAL = "[[mdmt]]\ncurve = \"B\"\ntg = 1.0\nratio = 0.5\nMDMT = 0\n";
+const std::string METAL = "[[mdmt]]\ncurve = \"B\"\ntg = 1.0\nratio = 0.1\nMDMT = 0\n";
 
 VesselVerdict verdict_on(const std::string& toml) {
     set_data_folder(TARVANE_DATA_DIR);

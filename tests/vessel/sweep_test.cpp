@@ -133,7 +133,7 @@ double wanted(const Handle& handle, const Value& result, const std::string& outp
     if (what == "ratio" || what == "governing") {
         // The only component's; the first check that was requested.
         const std::string component = vessel ? text_at(result, "governing.component") : of;
-        const Value id = at(result, "governing.check");
+        const Value id = at(result, vessel ? "governing.check" : of + ".governing");
         if (id.null()) return NONE;
         const Value checks = at(result, component + ".checks");
         for (const Value& check : *checks.list()) {

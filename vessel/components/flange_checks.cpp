@@ -484,6 +484,11 @@ void check_heat_treatment(const FlangeInput& flange, const FlangeOutcome& outcom
             Check::not_made(row, "heat treatment is required; pwht = true where it is done"));
 }
 
+void ask_for_temperature(const FlangeInput& flange, Checks& checks) {
+    if (flange.code() <= TARVANE_ASME_VIII_2)
+        checks.push_back(Check::not_asked(field(METAL_TEMPERATURE.id), std::string(BY_AN_MDMT)));
+}
+
 // ---- good practice -----------------------------------------------------------------------------------
 
 void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
@@ -560,6 +565,8 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
         check_rating(flange, outcome, units, checks);
         checks.push_back(Check::not_asked(field("heat_treatment"),
                                           "kind \"rated\": the flange goes by its rating"));
+        ask_for_temperature(flange, checks);
+        name_paragraphs(flange, checks);
         return checks;
     }
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
@@ -578,6 +585,7 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
     check_thickness_of_full_face(found, units, checks);
     check_cylinders(flange, outcome, units, checks);
     check_heat_treatment(flange, outcome, checks);
+    ask_for_temperature(flange, checks);
     advise(flange, outcome, checks);
     name_paragraphs(flange, checks);
     return checks;

@@ -110,9 +110,7 @@ std::string governing_words(const Checks& checks) {
     return words + ", " + ratio_text(*worst);
 }
 
-std::string words_of(const Checks& checks) {
-    return governing_words(checks) + other_words(checks);
-}
+std::string words_of(const Checks& checks) { return governing_words(checks) + other_words(checks); }
 
 ChecksTable checks_table(const Element& element, const Outcome& outcome, const UnitSystem& units) {
     Checks checks = element.checks(outcome, units);

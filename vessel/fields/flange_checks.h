@@ -1,6 +1,7 @@
 // The checks of a [[flange]], in the order of its verdict.
 #pragma once
 
+#include "fields/metal_temperature_check.h"
 #include "fields/opening_checks.h"
 #include "fields/results.h"
 #include "tarvane/results.h"
@@ -201,6 +202,7 @@ inline constexpr CheckField FLANGE_CHECKS[] = {
      .quantity = Quantity::number,
      .asked = "p_number is given, or the material's is known",
      .waivable = true},
+    METAL_TEMPERATURE,
 };
 
 // The paragraphs of the other codes for those of VIII-1.

@@ -396,6 +396,7 @@ constexpr Key ROWS[] = {
 
 // What a rated flange reads: its rating, its dimensions, and what names it.
 constexpr std::string_view OF_RATED[] = {"description",
+                                         "waive",
                                          "type",
                                          "kind",
                                          "code",

@@ -1,6 +1,7 @@
 // The checks of a [[shell]] and of an [[external]], in the order of their verdicts.
 #pragma once
 
+#include "fields/metal_temperature_check.h"
 #include "fields/opening_checks.h"
 #include "fields/results.h"
 
@@ -103,6 +104,7 @@ inline constexpr CheckField SHELL_CHECKS[] = {
      .quantity = Quantity::number,
      .asked = "strain_limit is given, a material whose strain is limited",
      .waivable = true},
+    METAL_TEMPERATURE,
     EXTERNAL_CORROSION_CHECK,
 };
 
@@ -155,6 +157,7 @@ inline constexpr CheckField EXTERNAL_CHECKS[] = {
     KNUCKLE_RADIUS,
     KNUCKLE_THICKNESS,
     VERY_THIN_HEAD,
+    METAL_TEMPERATURE,
     EXTERNAL_CORROSION_CHECK,
 };
 

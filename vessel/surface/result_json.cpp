@@ -271,6 +271,11 @@ void Writer::write_component(const Found& found) {
     text("description", to_utf8(found.element->description()));
     text("verdict", verdict_of(found));
     text("says", words_of(found.checks));
+    json.key("governing");
+    if (const Check* worst = governing(found.checks))
+        json.text(worst->field().id);
+    else
+        json.null();
     write_inputs(*found.element);
     if (wanted.results) {
         write_results(found);

@@ -351,6 +351,7 @@ std::string component_schema(const ElementKind& kind) {
     component.put("description", of_type("string"));
     component.put("verdict", reference("verdict"));
     component.put("says", of_type("string"));
+    component.put("governing", nullable("string"));
     component.put("inputs", inputs_schema(kind));
     component.put("results", results_schema(kind));
     component.put("why", why.object());
@@ -362,7 +363,7 @@ std::string component_schema(const ElementKind& kind) {
     const std::string_view line_members[] = {"text", "marks"}, drawing_members[] = {"name", "svg"};
     component.put("report", list_schema(line.object(line_members)));
     component.put("drawings", list_schema(drawing.object(drawing_members)));
-    const std::string_view required[] = {"description", "verdict",  "says",
+    const std::string_view required[] = {"description", "verdict",  "says", "governing",
                                          "inputs",      "messages", "notes"};
     return component.object(required);
 }
