@@ -19,8 +19,7 @@ constexpr double STEP = 1.1;
 constexpr std::string_view ESTIMATE = "mawp"; // the check of the engine's own MAWP
 
 std::string words_of(const Check& check) {
-    const CheckField& field = check.field();
-    std::string words(field.label);
+    std::string words = check.label();
     if (check.state() == State::not_made) words += ", not made";
     return words;
 }
