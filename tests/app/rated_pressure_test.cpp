@@ -40,7 +40,7 @@ struct Box final : Element {
         if (calculated != nullptr) calculated->push_back(P);
         return std::make_unique<Outcome>();
     }
-    Checks checks(const Outcome&, const UnitSystem&) const override { return judge_at(P); }
+    Checks find_checks(const Outcome&, const UnitSystem&) const override { return judge_at(P); }
     RatingBasis rating_basis(const Outcome&) const override { return {copy(), P, estimate, {}}; }
     void put_pressure(float pressure) override { P = pressure; }
 };
