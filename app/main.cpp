@@ -32,7 +32,7 @@ constexpr MdmtOption MDMT_OPTIONS[] = {
      true},
     {"--thickness,-t", "tg", "Governing thickness", false},
     {"--ratio", "ratio", "Stress or pressure ratio", false},
-    {"--tr", "tr", "Required thickness, in place of the ratio", false},
+    {"--tr", "tr", "Required thickness, instead of the ratio", false},
     {"--corrosion,-c", "ci", "Corrosion allowance", false},
     {"--efficiency,-E", "E", "Joint efficiency", false},
     {"--material", "material", "Material of the data files", true},
@@ -63,7 +63,7 @@ tarvane::vessel::UnitSystem units_named(const std::string& name) {
 int command(int argc, char** argv, std::ostream& out) {
     using namespace tarvane::app;
     using namespace tarvane::vessel;
-    CLI::App app{"Calculations of bolted flanges and flat covers of pressure vessels"};
+    CLI::App app{"Calculations of pressure vessels: flanges, shells, heads, metal temperatures"};
     app.set_version_flag("--version", TARVANE_VERSION);
     app.require_subcommand(1);
 
@@ -83,7 +83,7 @@ int command(int argc, char** argv, std::ostream& out) {
         ->check(CLI::IsMember({"auto", "always", "never"}));
     run_command->add_flag("--plain", plain, "The same as --colour never");
     constexpr const char* STRICT =
-        "Refuse defaults of what decides about safety: units, code, edition, E, corrosion, column";
+        "Refuse defaults that decide about safety: units, code, edition, E, corrosion, column";
     run_command->add_flag("--strict", options.strict, STRICT);
     const CLI::IsMember UNITS({"us", "si"}, CLI::ignore_case);
 
@@ -171,7 +171,7 @@ int command(int argc, char** argv, std::ostream& out) {
             std::vector<std::string>(new_file_names().begin(), new_file_names().end())));
     new_command->add_option("--units", new_units, "us or si")->check(UNITS);
     new_command->add_option("--output,-o", new_options.output,
-                            "Write to this file, which is not there yet");
+                            "Write to this file, which must not exist yet");
 
     try {
         app.parse(argc, argv);

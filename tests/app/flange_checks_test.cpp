@@ -379,7 +379,7 @@ TEST(Column, IsRequiredWhereTheColumnsDiffer) {
         EXPECT_EQ(
             faults_of(toml),
             Lines{"f:1: column: missing in flange 1; one of \"I\", \"II\" is expected (column for "
-                  "gasket seating; to be given for the facings 2 to 5, whose columns differ)"})
+                  "gasket seating; required for the facings 2 to 5, whose columns differ)"})
             << sketch;
         const FlangeRun first = calculate(toml + "column = \"I\"\n"),
                         second = calculate(toml + "column = \"II\"\n");

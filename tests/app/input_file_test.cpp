@@ -312,12 +312,12 @@ TEST(Faults, NumberOutOfRange) {
 TEST(Faults, NameOutOfRange) {
     EXPECT_EQ(fault_lines(with("column", "column = \"III\"")),
               one("f:27: column: one of \"I\", \"II\" or 1 to 2 is expected, not the text \"III\" "
-                  "(column for gasket seating; to be given for the facings 2 to 5, whose columns "
+                  "(column for gasket seating; required for the facings 2 to 5, whose columns "
                   "differ)"));
     EXPECT_EQ(
         fault_lines(with("kind", "kind = 5")),
         one("f:27: kind: one of \"analyse\", \"thickness\", \"design\", \"rated\" or 1 to 4 is "
-            "expected, not 5 (analysis kind; \"rated\" is for a flange that goes by its pressure "
+            "expected, not 5 (analysis kind; \"rated\" is for a flange accepted by its pressure "
             "rating, without stresses)"));
 }
 

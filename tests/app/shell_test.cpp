@@ -240,7 +240,7 @@ TEST(ShellInputs, TellWhatIsWrong) {
               one("f:11: edition: \"older\" is an edition of code VIII-2 only"));
     EXPECT_EQ(
         fault_lines(CYLINDER + "OD = 50\n"),
-        one("f:9: OD: no key of this place; the nearest is Do, outside diameter, in place of D"));
+        one("f:9: OD: no key of this place; the nearest is Do, outside diameter, instead of D"));
 }
 
 // ---- material --------------------------------------------------------------------------------------

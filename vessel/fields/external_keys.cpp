@@ -64,7 +64,7 @@ constexpr Key KEYS[] = {
         .to("SET_GLOBALS_FROM_TVN use_table_g"),
     // ---- design conditions -------------------------------------------------------------------
     Key{"P_external", NUMBER, at(N::P), pressure,
-        "external design pressure; 0 asks for the allowable one only", "P"}
+        "external design pressure; 0: only the allowable one is calculated", "P"}
         .label("External design pressure")
         .to("SHLEXT p")
         .needs(),
@@ -111,7 +111,7 @@ constexpr Key KEYS[] = {
         .label("Inside diameter")
         .to("SHLEXT d")
         .needs(not_given("Do") && among("kind", {1, 2, 4, 5})),
-    Key{"Do", NUMBER, at(N::Do), diameter, "outside diameter, in place of D", "Do"}
+    Key{"Do", NUMBER, at(N::Do), diameter, "outside diameter, instead of D", "Do"}
         .label("Outside diameter")
         .to("SHLEXT d"),
     Key{"t", NUMBER, at(N::t), thickness, "nominal thickness", "t"}.to("SHLEXT t").needs(),
@@ -127,7 +127,7 @@ constexpr Key KEYS[] = {
         .reads(among("kind", {2}))
         .shows(3)
         .to("SHLEXT k"),
-    Key{"h", NUMBER, at(N::h), diameter, "inside depth of an elliptical head, in place of k"}
+    Key{"h", NUMBER, at(N::h), diameter, "inside depth of an elliptical head, instead of k"}
         .label("Inside depth")
         .reads(among("kind", {2})),
     Key{"corroded_K", NUMBER, at(N::corroded_K), flag,
@@ -151,7 +151,7 @@ constexpr Key KEYS[] = {
         .reads(among("kind", {2, 3}))
         .to("SHLINT skip14f"),
     Key{"temp_limit", NUMBER, at(N::temp_limit), temperature,
-        "temperature limit of Table 1-4.3 for the material; a note tells when T is not below it"}
+        "temperature limit of Table 1-4.3 for the material; a note says when T is not below it"}
         .label("Temperature limit of Table 1-4.3")
         .otherwise(1.0e9)
         .reads(among("kind", {2, 3}))

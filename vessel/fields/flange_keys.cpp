@@ -60,7 +60,7 @@ constexpr Key ROWS[] = {
         .label("Waived checks"),
     Key{"type", P::record, 2, choice, "flange type"}.of(TYPES).needs(),
     Key{"kind", P::record, 3, choice,
-        "analysis kind; \"rated\" is for a flange that goes by its pressure rating, without "
+        "analysis kind; \"rated\" is for a flange accepted by its pressure rating, without "
         "stresses"}
         .label("Analysis kind")
         .of(KINDS)
@@ -148,7 +148,7 @@ constexpr Key ROWS[] = {
     Key{"a", P::record, 22, diameter, "nominal bolt diameter", "a"}.needs(among("kind", {1, 2})),
     Key{"n", P::record, 24, whole, "number of bolts", "n"}.needs(among("kind", {1, 2})),
     Key{"bolt_size", P::setting, at(Setting::bolt_size), choice,
-        "whether a has to be a size of the thread series, or stands for the next smaller one"}
+        "whether a must be a size of the thread series, or is replaced by the next smaller one"}
         .label("Bolt size")
         .of(BOLT_SIZES)
         .reads(among("kind", {1, 2}) && among("bolting", {1, 2, 4, 5, 6, 7, 8})),
@@ -193,7 +193,7 @@ constexpr Key ROWS[] = {
         .of(FACINGS)
         .needs(),
     Key{"column", P::record, 28, choice,
-        "column for gasket seating; to be given for the facings 2 to 5, whose columns differ"}
+        "column for gasket seating; required for the facings 2 to 5, whose columns differ"}
         .label("Column for gasket seating")
         .of(COLUMNS)
         .otherwise(1)
@@ -223,7 +223,7 @@ constexpr Key ROWS[] = {
         .otherwise(1)
         .opens("partition_gasket"),
     Key{"column_part", P::record, 58, choice,
-        "column of the partition gasket; to be given for its facings 2 to 5"}
+        "column of the partition gasket; required for its facings 2 to 5"}
         .label("Column of the partition gasket")
         .of(COLUMNS)
         .otherwise(1)
@@ -306,7 +306,7 @@ constexpr Key ROWS[] = {
         .label("Rigidity index")
         .to("FLANGE_CALC rigidity"),
     Key{"corroded_rigidity", P::setting, at(Setting::corroded_rigidity), flag,
-        "the rigidity index takes the corroded thickness"}
+        "the rigidity index uses the corroded thickness"}
         .label("Rigidity of the corroded flange")
         .reads(on("rigidity"))
         .to("FLANGE_CALC corroded_rigidity"),

@@ -197,7 +197,7 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
      [](F f) { return thickness_of(f, f.t_req_new); }},
     {{"t_req_new_cold", "", thickness, "Required thickness, new and cold"},
      [](F f) { return thickness_of(f, f.t_req_new_cold); }},
-    {{"t_used", "", thickness, "Thickness at which the stresses stand"}, of<&B::t_used>},
+    {{"t_used", "", thickness, "Thickness for which the stresses are calculated"}, of<&B::t_used>},
     {{"t_edge", "", thickness, "Thickness of a cover at its gasket"}, of<&B::t_edge>},
     {{"t_min", "tmin", thickness, "Least thickness for a full face gasket"}, of<&B::t_min>},
     {{"t_stress", "", thickness, "Thickness that meets the stresses"}, of<&B::t_stress>},
@@ -210,9 +210,9 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
      [](F f) { return value(f, f.block.lap_required[SEAT]); }},
     // ---- pressures
     {RATED_PRESSURE, [](F f) { return f.rated_pressure; }},
-    {{"mawp_by", "", choice, "What holds the MAWP down", "", "", HELD_BY},
+    {{"mawp_by", "", choice, "What limits the MAWP", "", "", HELD_BY},
      [](F f) { return held(f, f.block.mawp_by); }},
-    {{"map_nc_by", "", choice, "What holds the MAPnc down", "", "", HELD_BY},
+    {{"map_nc_by", "", choice, "What limits the MAPnc", "", "", HELD_BY},
      [](F f) { return held(f, f.block.map_nc_by); }},
     {{"mawp_operating", "", pressure, "MAWP by the operating condition"},
      [](F f) {

@@ -47,7 +47,7 @@ constexpr Key KEYS[] = {
         .label("Edition of the code")
         .of(EDITIONS)
         .to("GETSETUP edition"),
-    Key{"MDMT", NUMBER, at(N::required), temperature, "minimum design metal temperature asked for"}
+    Key{"MDMT", NUMBER, at(N::required), temperature, "required minimum design metal temperature"}
         .label("Required minimum metal temperature")
         .to("GETHOSTINPUT required_temperature")
         .needs(by_rule("temperature_asked")),
@@ -103,12 +103,12 @@ constexpr Key KEYS[] = {
         .label("Required thickness")
         .to("MDMT_ELEMENT tr"),
     Key{"ratio", NUMBER, at(N::ratio), number,
-        "stress or pressure ratio, in place of tr; 1 when neither is given"}
+        "stress or pressure ratio, instead of tr; 1 when neither is given"}
         .label("Stress ratio")
         .otherwise(1)
         .shows(3)
         .to("MDMT_ELEMENT tr"),
-    Key{"reductions", NUMBER, at(N::reductions), flag, "the reduction by the ratio may be taken"}
+    Key{"reductions", NUMBER, at(N::reductions), flag, "the reduction by the ratio may be used"}
         .label("Reduction by the ratio")
         .otherwise(1)
         .to("SET_TOUGHNESS_SWITCHES reductions_allowed"),
@@ -144,7 +144,7 @@ constexpr Key KEYS[] = {
         .label("Curves by their table")
         .to("SET_TOUGHNESS_SWITCHES curve_tables"),
     Key{"low_ratio", NUMBER, at(N::low_ratio), flag,
-        "a ratio of up to 0.35 holds down to -155 F, UCS-66(b)(3)"}
+        "a ratio of up to 0.35 is allowed down to -155 F, UCS-66(b)(3)"}
         .label("Exemption of a low ratio")
         .to("SET_TOUGHNESS_SWITCHES floor_switch"),
     // ---- impact tests ------------------------------------------------------------------------

@@ -99,7 +99,7 @@ constexpr Key KEYS[] = {
         .label("Inside diameter")
         .to("SHLINT D")
         .needs(not_given("Do")),
-    Key{"Do", NUMBER, at(N::Do), diameter, "outside diameter, in place of D", "Do"}
+    Key{"Do", NUMBER, at(N::Do), diameter, "outside diameter, instead of D", "Do"}
         .label("Outside diameter")
         .to("SHLINT D"),
     Key{"t", NUMBER, at(N::t), thickness, "nominal thickness", "t"}.to("SHLINT t").needs(),
@@ -109,7 +109,7 @@ constexpr Key KEYS[] = {
         .reads(among("kind", {2}))
         .shows(3)
         .to("SHLINT k"),
-    Key{"h", NUMBER, at(N::h), diameter, "inside depth of an elliptical head, in place of k"}
+    Key{"h", NUMBER, at(N::h), diameter, "inside depth of an elliptical head, instead of k"}
         .label("Inside depth")
         .reads(among("kind", {2})),
     Key{"corroded_K", NUMBER, at(N::corroded_K), flag,
@@ -143,7 +143,7 @@ constexpr Key KEYS[] = {
         .reads(among("kind", {2, 3}))
         .to("SHLINT skip14f"),
     Key{"temp_limit", NUMBER, at(N::temp_limit), temperature,
-        "temperature limit of Table 1-4.3 for the material; a note tells when T is not below it"}
+        "temperature limit of Table 1-4.3 for the material; a note says when T is not below it"}
         .label("Temperature limit of Table 1-4.3")
         .otherwise(1.0e9)
         .reads(among("kind", {2, 3}))
