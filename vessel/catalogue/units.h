@@ -28,7 +28,7 @@ enum class Quantity {
     choice,
     flag,
     text,
-    designation, // a text, or a number that stands for one: class = 150, class = "PN16"
+    designation, // a text, or a number used as one: class = 150, class = "PN16"
     waivers      // a list of ids of checks
 };
 

@@ -89,7 +89,7 @@ class Check {
 using Checks = std::vector<Check>;
 
 // The worst first: failed and not made ones by falling ratio, those of good practice that fail, passed ones by
-// falling ratio, those of good practice, waived ones, those that nobody asked for.
+// falling ratio, those of good practice, waived ones, those that are not required.
 void sort_worst_first(Checks& checks);
 
 // The check that governs: the worst one that decides and is required; a null pointer without any.
