@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <functional>
+#include <map>
 #include <set>
 #include <span>
 
@@ -103,22 +104,29 @@ std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
     return {in_order.begin(), in_order.end()};
 }
 
-// The number behind the name that a result has; "flange[0].results.mawp_by".
-double choice_number(const Handle& handle, const std::string& output, const std::string& name) {
-    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
-    const Value kinds = at(keys, "kinds");
+// Numbers of the choices of results, by kind, result and name.
+std::map<std::string, double> choice_numbers(const Handle& handle) {
+    std::map<std::string, double> numbers;
+    const Value kinds = at(parsed(tarvane_schema(handle.get(), "keys")), "kinds");
     for (const Value& kind : *kinds.list()) {
-        if (!output.starts_with(text_at(kind, "name") + '[')) continue;
         const Value results = at(kind, "results");
         for (const Value& field : *results.list()) {
-            if (!output.ends_with(".results." + text_at(field, "name"))) continue;
             const Value choices = at(field, "choices");
+            if (choices.null()) continue;
             for (const Value& choice : *choices.list())
-                if (text_at(choice, "name") == name) return *at(choice, "number").number();
+                numbers.emplace(text_at(kind, "name") + ' ' + text_at(field, "name") + ' ' +
+                                    text_at(choice, "name"),
+                                *at(choice, "number").number());
         }
     }
-    ADD_FAILURE() << output << ' ' << name;
-    return -1.0;
+    return numbers;
+}
+
+// The number behind the name that a result has; "flange[0].results.mawp_by".
+double choice_number(const Handle& handle, const std::string& output, const std::string& name) {
+    static const std::map<std::string, double> numbers = choice_numbers(handle);
+    const std::size_t dot = output.find(".results.") + std::string(".results.").size();
+    return numbers.at(output.substr(0, output.find('[')) + ' ' + output.substr(dot) + ' ' + name);
 }
 
 // What the result of a calculation says about an output.
