@@ -289,17 +289,35 @@ TEST(RatedFlangePressure, OfAFoundThicknessIsThatOfTheFlangeWithIt) {
 TEST(RatedFlangePressure, OperatingPressureAndMateFollow) {
     FlangeInput flange = flange_of(FLANGE_TOML + "P_operating = 120\nmating_operating = 1000\n"
                                                  "mating_seating = 2000\nmating_design = 3000\n");
-    FlangeInput higher = flange, lower = flange;
+    const ReadResult input = read_input(FLANGE_TOML);
+    const FlangeOutcome outcome = run_flange(*flanges_of(input.request)[0], input.request);
+    const float Ab = outcome.found.Ab;
+    ASSERT_GT(Ab, 0.0f);
+    const auto basis = flange.rating_basis(outcome);
+    const auto& judged = static_cast<const FlangeInput&>(*basis.judged);
+    FlangeInput higher = judged, lower = judged;
     higher.put_pressure(300.0f);
     lower.put_pressure(75.0f);
     EXPECT_EQ(higher.record[4], 300.0f);
     EXPECT_EQ(higher.setting(Setting::design_pressure_operating), 240.0f);
     EXPECT_EQ(higher.record[44], 2000.0f);
     EXPECT_EQ(higher.record[45], 2000.0f);
-    EXPECT_EQ(higher.record[46], 6000.0f);
+    EXPECT_EQ(higher.record[46], 6000.0f); // more than in proportion it cannot be
     EXPECT_EQ(lower.setting(Setting::design_pressure_operating), 60.0f);
     EXPECT_EQ(lower.record[44], 500.0f);
     EXPECT_EQ(lower.record[46], 3000.0f);
+    // The bolts need more for the operating load than the given design load had: W = Sa (Am + Ab)/2.
+    FlangeInput loaded = judged;
+    loaded.record[44] = 60000.0f;
+    loaded.record[46] = 25000.0f * (60000.0f / 25000.0f + Ab) / 2.0f;
+    const float given = loaded.record[46];
+    loaded.put_pressure(300.0f);
+    EXPECT_FLOAT_EQ(loaded.record[46], given + 60000.0f / 2.0f);
+    // By the actual area alone it stays.
+    FlangeInput by_area = judged;
+    by_area.record[73] = 1.0f;
+    by_area.put_pressure(300.0f);
+    EXPECT_EQ(by_area.record[46], 3000.0f);
     FlangeInput alike = flange_of(FLANGE_TOML);
     alike.put_pressure(0.3f);
     EXPECT_EQ(alike.setting(Setting::design_pressure_operating), 0.3f);

@@ -410,6 +410,7 @@ RatingBasis FlangeInput::rating_basis(const Outcome& outcome) const {
         own.mawp != TARVANE_NO_VALUE && own.found.mawp_by != TARVANE_BY_DEFLECTION;
     if (!rated() && pressure) basis.estimate = own.mawp;
     auto judged = std::make_unique<FlangeInput>(*this);
+    if (own.found.Ab != TARVANE_NO_VALUE) judged->mated_bolts = own.found.Ab;
     if (analysis() == TARVANE_THICKNESS) {
         judged->record[TARVANE_KIND] = TARVANE_ANALYSE;
         const bool at_given = setting(Setting::keep_thickness) != 0.0f && record[TARVANE_t] > 0.0f;
@@ -419,13 +420,20 @@ RatingBasis FlangeInput::rating_basis(const Outcome& outcome) const {
     return basis;
 }
 
-// The operating load of the mate is in proportion to the pressure; its design load is not below the given one.
+// The operating load of the mate is in proportion to the pressure. Its design load, of the mean of the required
+// and the actual area of the bolts, grows where the operating load comes to require the more; it is not below the
+// given one, nor above that in proportion.
 void FlangeInput::put_pressure(float P) {
     const float by = P / record[TARVANE_P];
     float& operating = settings[static_cast<std::size_t>(Setting::design_pressure_operating)];
     operating = operating == record[TARVANE_P] ? P : operating * by;
     record[TARVANE_MATING_OPERATING] *= by;
-    record[TARVANE_MATING_DESIGN] *= std::max(by, 1.0f);
+    float& design = record[TARVANE_MATING_DESIGN];
+    if (by > 1.0f && record[TARVANE_SEATING_RULE] == 0.0f) {
+        const float required = record[TARVANE_MATING_OPERATING] / record[TARVANE_Sb];
+        const float mean = record[TARVANE_Sa] * (required + mated_bolts) / 2.0f;
+        design = std::min(std::max(mean, design), by * design);
+    }
     record[TARVANE_P] = P;
 }
 

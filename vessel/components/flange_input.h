@@ -48,6 +48,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
   private:
     std::optional<Material> sized_material; // whose stresses are used
     std::string standard_name;
+    float mated_bolts = 0.0f; // area of the bolts, which its mate has too; 0: not known
 
     void write_description();
     void check_bolt_size(Reading& reading) const;
