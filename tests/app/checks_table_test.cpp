@@ -40,7 +40,7 @@ TEST(ChecksTable, NamesTheGoverningCheck) {
         << table.headline;
     // It is the first row that isn't good practice alone, with its ratio.
     const auto first = std::find_if(table.rows.begin(), table.rows.end(),
-                                    [](const CheckRow& row) { return row.state != "advice"; });
+                                    [](const CheckRow& row) { return row.tone != Tone::advice; });
     ASSERT_NE(first, table.rows.end());
     EXPECT_NE(table.headline.find(first->label + ", " +
                                   (first->load_case.empty() ? "" : first->load_case + ", ") +
@@ -87,6 +87,16 @@ TEST(ChecksTable, HasFiguresInTheUnitsOfTheFile) {
     EXPECT_EQ(row_of(table, "bolt stress", "gasket seating").relation, "<=");
     EXPECT_EQ(row_of(table, "pressure rating").state, "not asked");
     EXPECT_EQ(table.rows.back().state, "not asked");
+}
+
+TEST(ChecksTable, OfAWarningPassesAndSaysSo) {
+    const ChecksTable table =
+        table_of("[[shell]]\nP = 10\nT = 200\nS = 20000\nSa = 20000\nt = 0.5\n"
+                 "kind = \"torispherical\"\nD = 48\nL = 52\nr = 4\n");
+    EXPECT_TRUE(table.passes);
+    EXPECT_EQ(row_of(table, "crown radius (Do)").state, "warning");
+    EXPECT_EQ(row_of(table, "crown radius (Do)").tone, Tone::advice);
+    EXPECT_TRUE(table.headline.ends_with("; warning: crown radius (Do)")) << table.headline;
 }
 
 // A failure by less than the digits of its figures shows more of them.

@@ -154,6 +154,8 @@ TEST(FlangeRows, BoltOfTheSeriesIsANote) {
 
 TEST(FlangeRows, HeatTreatment) {
     EXPECT_EQ(judged(FLANGE_TOML).state("heat_treatment"), "not asked");
+    EXPECT_EQ(judged(FLANGE_TOML + "p_number = 1\n").state("heat_treatment"), "not asked");
+    EXPECT_EQ(judged(FLANGE_TOML + "code = \"EN 13445\"\n").state("heat_treatment"), "no row");
     const std::string known = with_all({{"Sfo", ""}, {"Sfa", ""}}) + "material = \"SA-105\"\n";
     // UCS-56: P-number 1 above 1 1/2 in. without preheat above 1 1/4 in.
     EXPECT_EQ(judged(known).state("heat_treatment"), "pass");

@@ -36,12 +36,18 @@ TEST(ShellRows, FormOfHeadsAndCones) {
     const std::string knuckle = with("alpha", "alpha = 45", CONE) + "r = 4\ntk = 0.75\n";
     expect_flip("cone_knuckle_radius", 4.0f, 2.0f, at("r", knuckle));
     expect_flip("cone_knuckle_thickness", 0.75f, 2.0f, at("tk", knuckle));
+    // A line of the verdict, no failure.
     const Judged flat = judged(with("L", "L = 52", TORISPHERE));
-    EXPECT_EQ(flat.verdict.status, Status::fails);
+    EXPECT_EQ(flat.verdict.status, Status::fine);
     EXPECT_EQ(flat.verdict.reasons.size(), 1u);
     const Judged waived = judged(with("L", "L = 52", TORISPHERE) + "waive = [\"crown_radius\"]\n");
     EXPECT_EQ(waived.state("crown_radius"), "waived");
-    EXPECT_EQ(waived.verdict.status, Status::fine);
+    // A cone of more than 30 degrees takes a knuckle, or an analysis of its own.
+    const Judged steep = judged(with("alpha", "alpha = 31", CONE));
+    EXPECT_EQ(steep.verdict.status, Status::fails);
+    EXPECT_EQ(
+        judged(with("alpha", "alpha = 31", CONE) + "waive = [\"cone_angle\"]\n").verdict.status,
+        Status::fine);
 }
 
 TEST(ShellRows, ThinHeads) {
@@ -166,6 +172,8 @@ TEST(MdmtRows, RatioAndThickness) {
     expect_flip("ratio", 0.8f, 1.2f, at("ratio", METAL));
     expect_flip("required_thickness", 0.8f, 1.2f, at("tr", METAL));
     EXPECT_EQ(judged(METAL + "tr = 0.8\n").find("ratio"), nullptr);
+    EXPECT_EQ(judged(METAL).state("ratio"), "not asked");
+    EXPECT_EQ(judged(METAL + "ratio = 1.0\n").state("ratio"), "pass");
 }
 
 TEST(MdmtRows, ImpactTestsAndHeatTreatment) {

@@ -62,7 +62,7 @@ TEST(VesselVerdict, NamesEachComponentThatFails) {
 TEST(VesselVerdict, NamesWhatIsWaived) {
     const VesselVerdict verdict = verdict_on(SHELL + THIN + "waive = [\"head_1_4f\"]\n");
     EXPECT_TRUE(verdict.passes);
-    EXPECT_TRUE(verdict.words.ends_with("; waived: shell 2 (top): head_1_4f")) << verdict.words;
+    EXPECT_TRUE(verdict.words.ends_with("; shell 2 (top): waived: head_1_4f")) << verdict.words;
 }
 
 TEST(VesselVerdict, OfARunThatEndedDoesNotPass) {

@@ -471,9 +471,12 @@ void check_thickness_of_full_face(const TARVANE_FLANGE_RESULTS& found, const Uni
 
 void check_heat_treatment(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& checks) {
     const CheckField& row = field("heat_treatment");
-    if (flange.whole_setting(Setting::p_number) == 0)
-        checks.push_back(Check::not_asked(row, "p_number is not given"));
-    else if (outcome.pwht_required == 0)
+    if (flange.whole_setting(Setting::p_number) == 0) {
+        if (flange.code() <= TARVANE_ASME_VIII_2)
+            checks.push_back(Check::not_asked(row, "p_number is not given"));
+        return;
+    }
+    if (outcome.pwht_required == 0)
         checks.push_back(Check::found(row, true).shown_by("none is required"));
     else if (outcome.pwht_required == 1 && flange.setting(Setting::pwht) != 0.0f)
         checks.push_back(Check::found(row, true).shown_by("required, and done: pwht = true"));
@@ -482,6 +485,8 @@ void check_heat_treatment(const FlangeInput& flange, const FlangeOutcome& outcom
     else if (outcome.pwht_required == 1)
         checks.push_back(
             Check::not_made(row, "heat treatment is required; pwht = true where it is done"));
+    else
+        checks.push_back(Check::not_asked(row, "material is not given"));
 }
 
 void ask_for_temperature(const FlangeInput& flange, Checks& checks) {

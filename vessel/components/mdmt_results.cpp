@@ -111,6 +111,10 @@ void check_ratio(const MdmtInput& element, const UnitSystem& units, Checks& chec
         return;
     }
     const float ratio = element.setting(N::ratio);
+    if (ratio == 1.0f && !element.gives("ratio")) {
+        checks.push_back(Check::not_asked(field("ratio"), "neither ratio nor tr is given"));
+        return;
+    }
     Check check = Check::compared(field("ratio"), ratio, 1.0f);
     if (check.falls_short()) check.because("the ratio " + number_text(ratio, 3) + " is above 1");
     checks.push_back(std::move(check));

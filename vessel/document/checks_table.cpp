@@ -62,6 +62,12 @@ void add_sentence(std::string& text, std::string_view sentence) {
     text += sentence;
 }
 
+// A row that fails and doesn't decide says what it is worth.
+std::string_view state_word(const Check& check) {
+    if (!check.advises()) return state_name(check.state());
+    return check.field().force == Force::warns ? "warning" : "advice";
+}
+
 CheckRow row_of(const Check& check, const UnitSystem& units) {
     CheckRow row{.label = std::string(check.field().label),
                  .load_case = std::string(check.load_case()),
@@ -71,7 +77,7 @@ CheckRow row_of(const Check& check, const UnitSystem& units) {
                  .limit = {},
                  .unit = {},
                  .ratio = ratio_text(check),
-                 .state = std::string(check.advises() ? "advice" : state_name(check.state())),
+                 .state = std::string(state_word(check)),
                  .remark = {},
                  .tone = tone_of(check)};
     if (check.ratio()) put_figures(check, units, row);
@@ -91,12 +97,7 @@ std::string other_words(const Checks& checks) {
                                         [](const Check& check) { return check.blocks(); });
     std::string words;
     if (blocking > 1) words += "; " + std::to_string(blocking) + " checks fail or were not made";
-    std::string waived;
-    for (const Check& check : checks) {
-        if (check.state() == State::waived)
-            waived += (waived.empty() ? "; waived: " : ", ") + std::string(check.field().id);
-    }
-    return words + waived;
+    return words + remarks_on(checks);
 }
 
 } // namespace
@@ -108,6 +109,17 @@ std::string governing_words(const Checks& checks) {
     if (worst->state() == State::not_made) return words + ", not made";
     if (!worst->ratio()) return words + (worst->passes() ? "" : ", fails");
     return words + ", " + ratio_text(*worst);
+}
+
+std::string remarks_on(const Checks& checks) {
+    std::string warnings, waived;
+    for (const Check& check : checks) {
+        const bool warns = check.advises() && check.field().force == Force::warns;
+        if (warns) warnings += (warnings.empty() ? "; warning: " : ", ") + check.label();
+        if (check.state() == State::waived)
+            waived += (waived.empty() ? "; waived: " : ", ") + std::string(check.field().id);
+    }
+    return warnings + waived;
 }
 
 std::string words_of(const Checks& checks) { return governing_words(checks) + other_words(checks); }

@@ -18,7 +18,7 @@ enum class Tone { sound, bad, advice, quiet };
 struct CheckRow {
     std::string label, load_case, paragraph; // "bolt stress", "gasket seating", "2-5"
     std::string demand, relation, limit, unit, ratio;
-    std::string state;  // "pass", "fail", "advice", "not made", "waived", "not asked"
+    std::string state;  // "pass", "fail", "warning", "advice", "not made", "waived", "not asked"
     std::string remark; // formula, reason, what the engine marks; may be empty
     Tone tone = Tone::quiet;
 };
@@ -33,8 +33,10 @@ ChecksTable checks_table(const Element& element, const Outcome& outcome, const U
 
 // "governing check: bolt area, 0.9312", of the checks of a component or of several.
 std::string governing_words(const Checks& checks);
-// The same with the number of those that fail and with those that are waived.
+// The same with the number of those that fail, and with the remarks.
 std::string words_of(const Checks& checks);
+// "; warning: knuckle radius (6 % of Do); waived: head_1_4f": beside the verdict; may be empty.
+std::string remarks_on(const Checks& checks);
 
 // PASS or FAIL with the headline, then the rows, up to 100 columns wide. A blank line before and after it.
 std::string text_of(const ChecksTable& table, bool colour);

@@ -5,31 +5,18 @@
 
 namespace tarvane::vessel {
 
-namespace {
-
-// ", " between the parts of a list.
-void add(std::string& list, std::string_view part) {
-    if (!list.empty()) list += ", ";
-    list += part;
-}
-
-} // namespace
-
 VesselVerdict vessel_verdict(const Request& request, const Calculation& calculation) {
     Checks all;
     std::vector<const Element*> of;
-    std::string failing, waived;
+    std::string failing, beside;
     for (std::size_t i = 0; i < calculation.calculated.size(); ++i) {
         const auto& [element, outcome] = calculation.calculated[i];
         const Checks checks = element->checks(*outcome, request.units);
         if (verdict_of(calculation.verdicts[i], checks) != PASS)
             failing +=
                 (failing.empty() ? "" : "; ") + name_of(*element) + ": " + governing_words(checks);
-        std::string ids;
-        for (const Check& check : checks) {
-            if (check.state() == State::waived) add(ids, check.field().id);
-        }
-        if (!ids.empty()) waived += "; waived: " + name_of(*element) + ": " + ids;
+        if (const std::string remarks = remarks_on(checks); !remarks.empty())
+            beside += "; " + name_of(*element) + ": " + remarks.substr(2);
         all.insert(all.end(), checks.begin(), checks.end());
         of.insert(of.end(), checks.size(), element);
     }
@@ -49,7 +36,7 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
             verdict.words += "the run ended before its last component";
         }
     }
-    verdict.words += waived;
+    verdict.words += beside;
     return verdict;
 }
 
