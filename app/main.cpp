@@ -1,6 +1,7 @@
 // The command line of the host.
 #include "commands/chart_command.h"
 #include "commands/flanges_command.h"
+#include "commands/gaskets_command.h"
 #include "commands/materials_command.h"
 #include "commands/mdmt_command.h"
 #include "commands/run.h"
@@ -142,6 +143,11 @@ int command(int argc, char** argv, std::ostream& out) {
     flanges_command->add_option("--units", flange_units, "us or si")->check(UNITS);
     flanges_command->add_option("--data", flanges.data, "Folder of the data files");
 
+    std::string gasket;
+    CLI::App* gaskets_command =
+        app.add_subcommand("gaskets", "List the gaskets of the gasket table with m and y");
+    gaskets_command->add_option("name", gasket, "Words of their names: spiral");
+
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
 
     std::string explained;
@@ -196,6 +202,7 @@ int command(int argc, char** argv, std::ostream& out) {
         flanges.units = units_named(flange_units);
         return static_cast<int>(list_flanges(flanges, out, std::cerr));
     }
+    if (gaskets_command->parsed()) return static_cast<int>(list_gaskets(gasket, out, std::cerr));
     if (chart_command->parsed()) {
         if (factor_option->count() > 0) chart.A = factor;
         chart.units = units_named(chart_units);

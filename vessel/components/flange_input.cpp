@@ -5,6 +5,7 @@
 #include "components/flange_checks.h"
 #include "components/flange_results.h"
 #include "components/flange_session.h"
+#include "components/gasket_keys.h"
 #include "components/material_keys.h"
 #include "components/request.h"
 #include "components/rounded_design.h"
@@ -318,6 +319,7 @@ void FlangeInput::complete(Reading& reading) {
         reading.comes_from("P_operating", "P");
     }
     if (rated()) return complete_rated(reading);
+    take_gasket(*this, reading);
     check_bolt_size(reading);
     take_material(reading);
     take_bolt_material(reading);

@@ -176,10 +176,12 @@ std::string_view take_table(std::string_view& name) {
     const std::size_t point = name.find('.');
     if (point == std::string_view::npos) return {};
     const std::string_view table = name.substr(0, std::min(name.find('['), point));
-    const bool known = std::any_of(element_kinds().begin(), element_kinds().end(),
-                                   [&](const ElementKind* kind) { return kind->table == table; });
-    if (!known) return {};
+    const auto kinds = element_kinds();
+    const auto kind = std::find_if(kinds.begin(), kinds.end(),
+                                   [&](const ElementKind* k) { return k->table == table; });
+    if (kind == kinds.end()) return {};
     name.remove_prefix(point + 1);
+    if ((*kind)->keys.find(name) != nullptr) return table; // "gasket.type"
     for (const std::string_view role : {"results.", "checks.", "gasket."}) {
         if (name.starts_with(role)) name.remove_prefix(role.size());
     }

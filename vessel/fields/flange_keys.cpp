@@ -185,6 +185,10 @@ constexpr Key ROWS[] = {
     Key{"Fid", P::record, 13, diameter, "flange face inside diameter", "Fid"}.needs(),
     Key{"Go", P::record, 14, diameter, "gasket outside diameter", "Go"}.needs(),
     Key{"Gi", P::record, 15, diameter, "gasket inside diameter", "Gi"}.needs(),
+    Key{"gasket.type", P::text_setting, at(TextSetting::gasket_type), text,
+        "gasket of the gasket table, which gives m and y where the file leaves them out"}
+        .label("Gasket")
+        .up_to(40),
     Key{"m", P::record, 25, number, "gasket factor", "m"}.shows(4).needs(),
     Key{"y", P::record, 26, stress, "gasket design seating stress", "y"}.needs(),
     Key{"facing", P::record, 27, choice,

@@ -51,6 +51,7 @@ enum class TextSetting {
     attached_to,
     mates_with,
     waive,
+    gasket_type,
     count
 };
 

@@ -1,0 +1,125 @@
+// Gaskets by name: m and y of the gasket table.
+#include "app_fixture.h"
+#include "catalogue/gaskets.h"
+#include "values/text.h"
+
+namespace tarvane::app {
+namespace {
+
+constexpr std::size_t M = 25, Y = 26;
+
+// FLANGE_TOML with these lines in place of m and y.
+std::string with_gasket(const std::string& lines) {
+    return with("m", "", with("y", "", FLANGE_TOML)) + "bolt_size = \"nearest\"\n" + lines;
+}
+
+// The same in SI units, of the numbers as they are.
+std::string in_si(const std::string& toml) {
+    return "[units]\nbase = \"US\"\nthickness = { factor = 25.4, label = \"mm\" }\n"
+           "stress = { factor = 0.00689475729, label = \"MPa\" }\n" +
+           toml;
+}
+
+std::string origin(const FlangeInput& flange, std::string_view key) {
+    return flange.origins.at(key).from;
+}
+
+TEST(GasketTable, GivesFactorAndSeatingStress) {
+    const FlangeInput flange =
+        flange_of(with_gasket("gasket = { type = \"spiral wound, stainless\" }\n"));
+    EXPECT_EQ(flange.record[M], 3.0f);
+    EXPECT_EQ(flange.record[Y], 10000.0f);
+    EXPECT_EQ(origin(flange, "m"), "gasket table: spiral wound, stainless");
+    EXPECT_EQ(origin(flange, "y"), "gasket table: spiral wound, stainless");
+    EXPECT_EQ(origin(flange, "gasket.type"), "file");
+    const FlangeInput jacketed =
+        flange_of(with_gasket("gasket.type = \"Flat-jacketed, soft Steel\"\n"));
+    EXPECT_EQ(jacketed.record[M], 3.75f);
+    EXPECT_EQ(jacketed.record[Y], 7600.0f);
+}
+
+// 69 N/mm2 are not 10 000 psi: each unit has a column of its own.
+TEST(GasketTable, HasAColumnForEachUnit) {
+    const ReadResult result =
+        read_input(in_si(with_gasket("gasket.type = \"spiral wound, stainless\"\n")));
+    ASSERT_TRUE(result.faults.empty()) << fault_line("f", result.faults[0]);
+    const FlangeInput& flange = *flanges_of(result.request).front();
+    EXPECT_EQ(flange.record[Y], 69.0f / 0.00689475729f);
+    EXPECT_NE(flange.record[Y], 10000.0f);
+    EXPECT_EQ(result.request.units.to_file(flange.record[Y], Quantity::stress), 69.0f);
+}
+
+TEST(GasketTable, LeavesWhatTheFileGives) {
+    const FlangeInput flange =
+        flange_of(with_gasket("m = 2.5\ngasket = { type = \"spiral wound, stainless\" }\n"));
+    EXPECT_EQ(flange.record[M], 2.5f);
+    EXPECT_EQ(flange.record[Y], 10000.0f);
+    EXPECT_EQ(origin(flange, "m"), "file");
+    const FlangeInput both =
+        flange_of(with_gasket("gasket = { type = \"grooved metal, stainless\", y = 10100 }\n"));
+    EXPECT_EQ(both.record[M], 4.25f);
+    EXPECT_EQ(both.record[Y], 10100.0f);
+}
+
+TEST(GasketTable, DoesNotConvert) {
+    EXPECT_EQ(fault_lines(with_gasket("gasket.type = \"grooved metal, stainless\"\n")),
+              std::vector<std::string>{
+                  "f:26: y: the gasket table has it of grooved metal, stainless in N/mm2 only, "
+                  "69.5, and does not convert it; y is to be given"});
+    EXPECT_TRUE(read_input(in_si(with_gasket("gasket.type = \"grooved metal, stainless\"\n")))
+                    .faults.empty());
+}
+
+TEST(GasketTable, NamesTheNearest) {
+    EXPECT_EQ(
+        fault_lines(with_gasket("gasket.type = \"spiral wound, stainles\"\n")),
+        std::vector<std::string>{
+            "f:26: gasket.type: no gasket \"spiral wound, stainles\" in the gasket table; the "
+            "nearest is spiral wound, stainless; tarvane gaskets lists them"});
+    const auto faults = fault_lines(with_gasket("gasket.type = 3\n"));
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_NE(faults[0].find("a text of up to 40 characters is expected, not 3"), std::string::npos)
+        << faults[0];
+}
+
+// A name of its own for each line, within the key's width; metric figures within half a unit of the last digit of
+// the round figures in psi.
+TEST(GasketTable, IsSound) {
+    std::vector<std::string> names;
+    for (const Gasket& gasket : gaskets()) {
+        names.push_back(folded(gasket.name));
+        EXPECT_LE(gasket.name.size(), 40u) << gasket.name;
+        EXPECT_EQ(find_gasket(gasket.name), &gasket);
+        if (gasket.y_us) {
+            EXPECT_NEAR(*gasket.y_us * 0.00689475729f, gasket.y_metric, 0.06) << gasket.name;
+        }
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
+}
+
+using GasketProgramTest = ProgramTest;
+
+TEST_F(GasketProgramTest, Lists) {
+    const ProgramRun all = run("gaskets");
+    EXPECT_EQ(all.status, 0);
+    EXPECT_EQ(static_cast<std::size_t>(std::count(all.out.begin(), all.out.end(), '\n')),
+              gaskets().size() + 5);
+    const ProgramRun spiral = run("gaskets \"spiral wound\"");
+    EXPECT_NE(
+        spiral.out.find("spiral wound, stainless                     3.00     10000      69.0\n"),
+        std::string::npos)
+        << spiral.out;
+    EXPECT_EQ(spiral.out.find("ring joint"), std::string::npos);
+    EXPECT_NE(
+        run("gaskets ring")
+            .out.find("ring joint, stainless                       6.50         -     179.0\n"),
+        std::string::npos);
+    const ProgramRun none = run("gaskets spirl");
+    EXPECT_EQ(none.status, 2);
+    EXPECT_EQ(none.out, "");
+    EXPECT_NE(none.err.find("no gasket \"spirl\" in the gasket table"), std::string::npos);
+}
+
+} // namespace
+} // namespace tarvane::app
