@@ -255,6 +255,39 @@ TEST(ExternalIdentities, TableGComesNearTheEquations) {
     EXPECT_NEAR(table.outcome.factor_a / equations.outcome.factor_a, 1.0f, 0.05f);
 }
 
+// A message where the two are more than 5 % apart, and nowhere else.
+TEST(ExternalIdentities, TableGFarFromTheEquationsIsTold) {
+    int told = 0, silent = 0;
+    for (const float t : {0.05f, 0.1f, 0.3f, 1.0f, 2.0f, 3.0f, 6.0f}) {
+        for (const float length : {5.0f, 12.0f, 40.0f, 200.0f, 900.0f}) {
+            float by[2], both[2];
+            for (const int table : {0, 1}) {
+                const ExternalRun run =
+                    calculate(with("t", "t = " + std::to_string(t),
+                                   with_lines("length", "length = " + std::to_string(length))) +
+                              (table == 1 ? "table_g = true\n" : ""));
+                by[table] = run.outcome.factor_a;
+                const bool said = !run.outcome.messages.empty();
+                both[table] = said ? 1.0f : 0.0f;
+                if (!said) continue;
+                const std::string& message = run.outcome.messages[0];
+                EXPECT_TRUE(message.starts_with("factor A is ")) << message;
+                EXPECT_TRUE(message.ends_with(table == 1 ? "; that of the table was taken"
+                                                         : "; that of the equations was taken"))
+                    << message;
+            }
+            for (const int table : {0, 1}) {
+                const float apart = std::fabs(by[1] - by[0]) / by[table];
+                EXPECT_EQ(both[table], apart > 0.05f ? 1.0f : 0.0f)
+                    << t << ' ' << length << ' ' << apart;
+                ++(apart > 0.05f ? told : silent);
+            }
+        }
+    }
+    EXPECT_GT(told, 0);
+    EXPECT_GT(silent, 0);
+}
+
 // ---- verdict -----------------------------------------------------------------------------------------
 
 TEST(ExternalVerdict, ShortOfPressureAndThickness) {

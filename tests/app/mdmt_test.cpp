@@ -103,6 +103,39 @@ TEST(MdmtResults, CurvesAtOneInch) {
     }
 }
 
+// Files with a number of their form go by the table, others by the equations; the key says otherwise in both.
+TEST(MdmtResults, NewerFilesTakeTheTable) {
+    const std::string newer = "tarvane = 1\n", keys = "curve = \"C\"\ntg = 0.5\n";
+    const MdmtRun table = calculate(keys, newer), equations = calculate(keys);
+    EXPECT_EQ(table.outcome.t_min, -32.0f);
+    EXPECT_NEAR(equations.outcome.t_min, -36.5f, 0.1f);
+    EXPECT_EQ(calculate(keys + "curve_tables = false\n", newer).outcome.t_min,
+              equations.outcome.t_min);
+    EXPECT_EQ(calculate(keys + "curve_tables = true\n").outcome.t_min, -32.0f);
+    EXPECT_EQ(table.element().origins.at("curve_tables").from, "default");
+    // Every other row of the figure's table, and between two of them.
+    EXPECT_EQ(calculate("curve = \"B\"\ntg = 0.75\n", newer).outcome.t_min, 15.0f);
+    EXPECT_EQ(calculate("curve = \"A\"\ntg = 1.5\n", newer).outcome.t_min, 88.0f);
+    EXPECT_EQ(calculate("curve = \"D\"\ntg = 2\n", newer).outcome.t_min, -4.0f);
+    EXPECT_NEAR(calculate("curve = \"B\"\ntg = 0.78125\n", newer).outcome.t_min, 17.0f, 1e-4f);
+}
+
+// The table has no thickness below 1/4 inch; a thin part keeps the end of its curve.
+TEST(MdmtResults, NewerFilesTakeTheEquationsBelowTheTable) {
+    const std::string newer = "tarvane = 1\n";
+    const float ends[] = {18.0f, -20.0f, -55.0f, -55.0f};
+    for (int curve = 1; curve <= 4; ++curve) {
+        const std::string keys = "curve = " + std::to_string(curve) + "\ntg = ";
+        const MdmtRun at = calculate(keys + "0.25\n", newer);
+        EXPECT_EQ(at.outcome.t_min, ends[curve - 1]);
+        EXPECT_EQ(at.element().origins.at("curve_tables").from, "default");
+        const MdmtRun below = calculate(keys + "0.2499\n", newer);
+        EXPECT_EQ(below.outcome.t_min, ends[curve - 1]);
+        EXPECT_EQ(below.element().origins.at("curve_tables").from, "tg below the table");
+        EXPECT_FALSE(below.element().has(MdmtNumber::curve_tables));
+    }
+}
+
 TEST(MdmtResults, RatioGivesAReduction) {
     const MdmtRun stress = calculate("curve = \"B\"\ntg = 1.0\nratio = 0.8\n");
     EXPECT_NEAR(stress.outcome.reduction, 20.0f, 1e-3f);

@@ -3,7 +3,10 @@
 #include "components/convex_head.h"
 #include "components/engine_session.h"
 #include "components/external_report.h"
+#include "document/results.h"
 #include "tarvane/tarvane.h"
+
+#include <cmath>
 
 namespace tarvane::vessel {
 
@@ -75,6 +78,32 @@ void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
     take_results(o);
 }
 
+// The user should know where Table G and the equations of the geometric chart are apart.
+void compare_factor_a(const ExternalInput& element, ExternalOutcome& o) {
+    constexpr int STAGE = TARVANE_AT_GIVEN;
+    constexpr float MOST_APART = 0.05f;
+    const bool of_table = o.found.a_by[STAGE] == TARVANE_A_OF_TABLE_G;
+    if (!of_table && o.found.a_by[STAGE] != TARVANE_A_OF_CYLINDER) return;
+    const std::int32_t shape = element.shape();
+    const auto factor_by = [&](std::int32_t table) {
+        float d_over_t = 0.0f, l_over_d = 0.0f, a = 0.0f;
+        GLOBALS_mp_G_NUSE_TABLEG = table;
+        FACTOR_A(&o.found.thickness[STAGE], &o.found.diameter[STAGE], &o.found.length[STAGE],
+                 &element.settings[static_cast<std::size_t>(N::k)], &shape, &d_over_t, &l_over_d,
+                 &a);
+        return a;
+    };
+    const float table = factor_by(ON), equations = factor_by(OFF);
+    GLOBALS_mp_G_NUSE_TABLEG = element.whole_setting(N::table_g);
+    const float taken = of_table ? table : equations;
+    const float apart = std::fabs(table - equations) / taken;
+    if (!(apart > MOST_APART)) return;
+    o.messages.push_back("factor A is " + number_text(equations, 7) +
+                         " by the equations of the geometric chart and " + number_text(table, 7) +
+                         " by Table G, " + number_text(apart * 100.0f, 1) + " % apart; that of " +
+                         (of_table ? "the table" : "the equations") + " was taken");
+}
+
 } // namespace
 
 ExternalOutcome run_external(const ExternalInput& element, const Request& file) {
@@ -94,6 +123,7 @@ ExternalOutcome run_external(const ExternalInput& element, const Request& file) 
     if (!outcome.no_curve) call_shlext(element, outcome);
     write_external_results(element, outcome);
     outcome.report = report.switch_off_and_read();
+    if (file.report && !outcome.no_curve && !outcome.stopped) compare_factor_a(element, outcome);
     return outcome;
 }
 

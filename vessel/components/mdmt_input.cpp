@@ -13,6 +13,7 @@ using N = MdmtNumber;
 namespace {
 
 constexpr std::size_t MOST_ELEMENTS = 500;
+constexpr float THINNEST_OF_TABLE = 0.25f; // in.
 
 } // namespace
 
@@ -94,6 +95,13 @@ void MdmtInput::complete(Reading& reading) {
     asked = reading.sound("MDMT");
     user_temperature = reading.sound("impact_temperature");
     take_material(reading);
+
+    // The table begins at 0.25 in., and the engine has no temperature below it.
+    if (has(N::curve_tables) && !reading.given("curve_tables") && reading.sound("tg") &&
+        setting(N::tg) < THINNEST_OF_TABLE) {
+        put_setting(N::curve_tables, 0.0f);
+        reading.comes_from("curve_tables", "tg below the table");
+    }
 
     const KeyChecks checks(mdmt_keys(), settings, reading);
     checks.above_zero({"tg", "tg_sr", "tr", "E", "Sy"});

@@ -53,7 +53,13 @@ std::string plain(double value) {
 std::string default_of(const Key& key) {
     constexpr double BEYOND_EVERYTHING = 1.0e8; // a limit that is none
     if (key.needed && key.needed->always()) return {};
-    if (key.quantity == Quantity::flag) return key.fallback != 0.0 ? "true" : "false";
+    if (key.quantity == Quantity::flag) {
+        const auto words = [](double value) { return value != 0.0 ? "true" : "false"; };
+        std::string text = words(key.fallback);
+        if (key.newer_fallback)
+            text += std::string(", ") + words(*key.newer_fallback) + " in a file with tarvane = 1";
+        return text;
+    }
     if (key.quantity == Quantity::choice) {
         const std::string_view name = choice_name(key.choices, static_cast<int>(key.fallback));
         return name.empty() ? std::string() : quoted(name);

@@ -55,6 +55,8 @@ struct Key {
     Condition read = {};                  // the value counts, wherever it comes from
     std::optional<Condition> needed = {}; // it must come from somewhere, where it is read
     std::string_view argument = {};       // of the engine that a setting goes to: "SHLINT Sa"
+    std::optional<double> newer_fallback =
+        {}; // in a file with a number of its form, if it is another
 
     // ---- words of a row ----
     constexpr Key label(std::string_view words) const {
@@ -75,6 +77,11 @@ struct Key {
     constexpr Key otherwise(double value) const {
         Key copy = *this;
         copy.fallback = value;
+        return copy;
+    }
+    constexpr Key in_newer_files(double value) const {
+        Key copy = *this;
+        copy.newer_fallback = value;
         return copy;
     }
     constexpr Key shows(int digits) const {
@@ -105,6 +112,10 @@ struct Key {
         return copy;
     }
 
+    // What it is where nothing gives it.
+    constexpr double default_value(bool newer_file) const {
+        return newer_file ? newer_fallback.value_or(fallback) : fallback;
+    }
     // "Design pressure", the few words of a line of a form.
     std::string label() const;
     // Where the engine takes it: "record 4", "text 30", an argument; empty: the library uses it itself.

@@ -140,8 +140,10 @@ constexpr Key KEYS[] = {
         .label("Exemption of UG-20(f)")
         .to("MDMT_ELEMENT ug20_candidate"),
     Key{"curve_tables", NUMBER, at(N::curve_tables), flag,
-        "curves of Fig. UCS-66 by their table, not by equations"}
+        "curves of Fig. UCS-66 by their table, from 0.25 in. on; false: by equations fitted to "
+        "them"}
         .label("Curves by their table")
+        .in_newer_files(1)
         .to("SET_TOUGHNESS_SWITCHES curve_tables"),
     Key{"low_ratio", NUMBER, at(N::low_ratio), flag,
         "a ratio of up to 0.35 is allowed down to -155 F, UCS-66(b)(3)"}

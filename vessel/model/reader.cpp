@@ -58,7 +58,7 @@ class Reader {
     std::span<const std::string> later;
     std::vector<const ElementKind*> kinds; // that the request has
     std::vector<CommonTable> commons;
-    bool strict = false;
+    bool strict = false, newer_form = false;
     MaterialFiles materials;
     DataFilesCheck data_files;
 
@@ -329,7 +329,8 @@ Reader::Draft Reader::begin_component(const Source& source) {
     element->number = source.number;
 
     for (const Key& key : keys.keys) {
-        if (!is_text(key)) element->put_number(key, static_cast<float>(key.fallback));
+        if (!is_text(key))
+            element->put_number(key, static_cast<float>(key.default_value(newer_form)));
         Written written = find_own(source.table(), keys, key, path);
         std::string place = path + '.' + written.name;
         for (const CommonTable& table : commons) {
@@ -463,6 +464,7 @@ void Reader::read_file_keys(const Table& root) {
                    "missing; a strict request gives them, else they would be " +
                        quoted(request.units.name));
     const Value* form = root.find("tarvane");
+    newer_form = form != nullptr;
     if (form != nullptr && (form->whole() == nullptr || *form->whole() != NEWEST_FORM))
         faults.wrong(*form, "tarvane", "1, the form of the file,");
 }

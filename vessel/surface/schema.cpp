@@ -535,6 +535,8 @@ class Vocabulary {
         if (key.width > 0) json.key("width").whole(key.width);
         // In the units of the engine, as in the tables.
         json.key("default").single(static_cast<float>(key.fallback));
+        if (key.newer_fallback)
+            json.key("newer_default").single(static_cast<float>(*key.newer_fallback));
         put("group", key.group);
         json.end_object();
     }
