@@ -1,5 +1,6 @@
 // The command line of the host.
 #include "commands/chart_command.h"
+#include "commands/data_command.h"
 #include "commands/flanges_command.h"
 #include "commands/gaskets_command.h"
 #include "commands/materials_command.h"
@@ -106,9 +107,9 @@ int command(int argc, char** argv, std::ostream& out) {
     std::string chart_units = "us";
     float factor = 0.0f;
     CLI::App* chart_command = app.add_subcommand("chart", "Show an external pressure chart");
-    chart_command->add_option("name", chart.name, "Chart, CS-2 for example")->required();
-    chart_command->add_option("--temperature,-T", chart.temperature, "Temperature, in the units")
-        ->required();
+    chart_command->add_option("name", chart.name, "Chart, CS-2 for example; without one, a list");
+    CLI::Option* chart_temperature = chart_command->add_option(
+        "--temperature,-T", chart.temperature, "Temperature, in the units");
     chart_command->add_option("--yield", chart.yield, "Yield stress, for charts that depend on it");
     CLI::Option* factor_option = chart_command->add_option("--A", factor, "Factor A to mark");
     chart_command->add_option("--svg", chart.svg, "Draw the chart into this file");
@@ -148,6 +149,37 @@ int command(int argc, char** argv, std::ostream& out) {
         app.add_subcommand("gaskets", "List the gaskets of the gasket table with m and y");
     gaskets_command->add_option("name", gasket, "Words of their names: spiral");
 
+    DataOptions data_options;
+    data_options.version = TARVANE_VERSION;
+    DataImportOptions data_import;
+    CLI::App* data_command = app.add_subcommand("data", "Data files from your own tables");
+    data_command->require_subcommand(1);
+    CLI::App* data_check = data_command->add_subcommand("check", "Check a folder of tables");
+    CLI::App* data_build =
+        data_command->add_subcommand("build", "Make data files from a folder of tables");
+    for (CLI::App* each : {data_check, data_build}) {
+        each->add_option("folder", data_options.folder, "Folder of the tables")->required();
+        each->add_option("--tolerance", data_options.tolerance,
+                         "Percent by which a chart may miss its points; else 1")
+            ->check(CLI::Range(0.0, 100.0));
+    }
+    data_build->add_option("out", data_options.out, "Folder of the data files")->required();
+    CLI::App* data_import_command = data_command->add_subcommand(
+        "import", "Take a table with a row for each material and temperatures as columns");
+    data_import_command->add_option("table", data_import.table, "Table (CSV)")->required();
+    data_import_command->add_option("folder", data_import.folder, "Folder of the tables")
+        ->required();
+    data_import_command->add_option("--edition", data_import.edition, "Where the figures are from")
+        ->required();
+    data_import_command->add_option("--stress", data_import.stress, "ksi or MPa")
+        ->check(CLI::IsMember({"ksi", "MPa"}, CLI::ignore_case));
+    data_import_command->add_option("--temperature", data_import.temperature, "F or C")
+        ->check(CLI::IsMember({"F", "C"}, CLI::ignore_case));
+    data_import_command
+        ->add_option("--as", data_import.figures,
+                     "VIII-1, VIII-2-1 and VIII-2-2 (its classes), or yield")
+        ->check(CLI::IsMember({"VIII-1", "VIII-2-1", "VIII-2-2", "yield"}, CLI::ignore_case));
+
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
 
     std::string explained;
@@ -185,6 +217,10 @@ int command(int argc, char** argv, std::ostream& out) {
         return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
     if (keys_command->parsed()) return static_cast<int>(list_keys(out));
+    if (data_check->parsed()) return static_cast<int>(check_data(data_options, out, std::cerr));
+    if (data_build->parsed()) return static_cast<int>(build_data(data_options, out, std::cerr));
+    if (data_import_command->parsed())
+        return static_cast<int>(import_data(data_import, out, std::cerr));
     if (explain_command->parsed()) return static_cast<int>(explain_name(explained, out, std::cerr));
     if (schema_command->parsed()) return static_cast<int>(write_schema(schema, out));
     if (check_command->parsed()) return static_cast<int>(check_file(check, out, std::cerr));
@@ -205,6 +241,7 @@ int command(int argc, char** argv, std::ostream& out) {
     if (gaskets_command->parsed()) return static_cast<int>(list_gaskets(gasket, out, std::cerr));
     if (chart_command->parsed()) {
         if (factor_option->count() > 0) chart.A = factor;
+        chart.temperature_given = chart_temperature->count() > 0;
         chart.units = units_named(chart_units);
         return static_cast<int>(show_chart(chart, out, std::cerr));
     }

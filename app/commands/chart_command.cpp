@@ -2,6 +2,7 @@
 
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "document/results.h"
 #include "terminal/output_file.h"
 #include "values/decimal.h"
@@ -40,6 +41,46 @@ std::vector<float> table_factors(const ChartCurve& curve) {
     return factors;
 }
 
+// A curve of a chart, and what its data file says of the fit to the points of the code.
+struct Fit {
+    float temperature;
+    std::string error; // "largest error +1.57 % at A = 6.450e-04"; empty where nothing is said
+};
+
+std::vector<Fit> fits_of(const std::string& name) {
+    const auto sources = data_sources();
+    std::vector<Fit> fits;
+    for (const float temperature : chart_temperatures(name)) {
+        char item[64];
+        std::snprintf(item, sizeof item, "%s %g", name.c_str(), static_cast<double>(temperature));
+        const ItemSource* from = sources->of(CHART_FILE, item);
+        std::string error = from != nullptr ? from->remark : "";
+        constexpr std::string_view OF_THE_FIT = " of the fit";
+        if (const std::size_t at = error.find(OF_THE_FIT); at != std::string::npos)
+            error.erase(at, OF_THE_FIT.size());
+        fits.push_back({temperature, std::move(error)});
+    }
+    return fits;
+}
+
+void print_charts(const std::vector<std::string>& names, const UnitSystem& units,
+                  std::ostream& out) {
+    out << "Charts of " << CHART_FILE << '\n';
+    const auto sources = data_sources();
+    for (const std::string& name : names) {
+        out << '\n' << name;
+        if (const ItemSource* from = sources->of(CHART_FILE, name)) out << ": " << from->text();
+        out << '\n';
+        for (const Fit& fit : fits_of(name)) {
+            out << "  to " << shown(fit.temperature, Quantity::temperature, units);
+            if (!fit.error.empty()) out << ": " << fit.error;
+            out << '\n';
+        }
+    }
+    out << "\nThere are no other charts, none for stainless steel unless it is listed: "
+        << own_chart_hint() << ".\n";
+}
+
 void print_table(const ChartOptions& options, const std::string& name, float temperature,
                  const ChartCurve& curve, std::ostream& out) {
     const UnitSystem& units = options.units;
@@ -55,6 +96,12 @@ void print_table(const ChartOptions& options, const std::string& name, float tem
     }
     line("Modulus of the chart", number_text(units.to_file(curve.E * 1e6f, Quantity::stress), 0) +
                                      ' ' + to_utf8(units.label(Quantity::stress)));
+    const std::vector<Fit> fits = fits_of(name);
+    for (const Fit& fit : fits)
+        if (!fit.error.empty())
+            line("Fit at " + shown(fit.temperature, Quantity::temperature, units), fit.error);
+    if (const ItemSource* from = data_sources()->of(CHART_FILE, name))
+        line("Figures", from->text());
     line("Straight line up to A =", factor_text(curve.Aelastic));
     line("Curve up to A =", factor_text(curve.Amax));
     if (options.A) {
@@ -95,6 +142,14 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     if (options.A && !(*options.A > 0.0f && std::isfinite(*options.A)))
         return refuse("a factor A is a number above 0");
 
+    if (options.name.empty()) {
+        const std::vector<std::string> names = chart_names();
+        if (names.empty()) return refuse(unknown_chart(""));
+        print_charts(names, units, out);
+        return Status::fine;
+    }
+    if (!options.temperature_given)
+        return refuse("the temperature of the chart is expected: --temperature");
     const std::optional<std::string> name = chart_in_file(options.name);
     if (!name) return refuse(unknown_chart(options.name));
     if (needs_yield(*name) && !(yield > 0.0f))

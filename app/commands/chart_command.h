@@ -15,6 +15,7 @@ using namespace vessel;
 struct ChartOptions {
     std::string name;
     float temperature = 0.0f; // in the units of the option
+    bool temperature_given = false;
     float yield = 0.0f;
     std::optional<float> A; // a point to mark
     std::string svg;        // the drawing; empty: none

@@ -1,6 +1,7 @@
 #include "commands/flanges_command.h"
 
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "document/results.h"
 #include "values/text.h"
 
@@ -128,6 +129,15 @@ void print_flange(const FlangeClass& flanges, const NominalSize& size, FlangeFor
     length("Bolt hole diameter", "", f.hole);
     length("Raised face diameter", "Fod", f.Fod);
     if (form == FlangeForm::weld_neck) length("Wall of the pipe", "", f.wall);
+    const auto sources = data_sources();
+    for (const std::string& item : found.items)
+        if (const ItemSource* from = sources->of(STANDARD_FLANGE_FILE, item))
+            out << '\n'
+                << (item.ends_with("raised face") ? "Raised face"
+                    : item.ends_with("slip on")   ? "Slip on flange"
+                                                  : "Figures")
+                << ": " << from->text();
+    if (sources->of(STANDARD_FLANGE_FILE, found.items.front()) != nullptr) out << '\n';
     if (any_approximate(found.items)) print_approximate("", out);
 }
 

@@ -1,10 +1,13 @@
 #include "commands/materials_command.h"
 
+#include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "document/results.h"
 #include "values/text.h"
 
 #include <algorithm>
+#include <functional>
 #include <ostream>
 
 namespace tarvane::app {
@@ -47,6 +50,23 @@ std::string curve(const Material& m) {
     return or_dash(text);
 }
 
+// What the data folder says of the figures of a record; that of an earlier version says only whether they are
+// approximate.
+ItemSource source_of(const Material& m, const DataSources& sources) {
+    const std::string item = m.name + ", " + std::to_string(m.reference);
+    const ItemSource* from = sources.of(m.selection.file(), item);
+    ItemSource source = from != nullptr ? *from : ItemSource{"published", "", "", ""};
+    if (m.approximate) source.status = "approximate";
+    return source;
+}
+
+// The chart of a material, marked where the chart file does not have it.
+std::string chart(const Material& m, const std::vector<std::string>& charts) {
+    if (m.chart.empty()) return std::string(NEITHER);
+    const bool there = std::find(charts.begin(), charts.end(), m.chart) != charts.end();
+    return there ? m.chart : m.chart + " *";
+}
+
 std::string last_temperature(const Material& m, const UnitSystem& units) {
     if (m.allowables().empty()) return std::string(NEITHER);
     return temperature_text(m.last_temperature(), units);
@@ -58,13 +78,15 @@ struct Column {
     std::string_view title;
     std::string_view unit;
     bool number;
-    std::string (*text)(const Material&, const UnitSystem&);
+    std::function<std::string(const Material&, const UnitSystem&)> text;
 };
 
 void print_list(const std::vector<const Material*>& materials, const UnitSystem& units,
                 std::ostream& out) {
     const std::string to_temperature = "to " + to_utf8(units.label(Quantity::temperature));
     const std::string_view stress = stress_unit(units).label;
+    const std::vector<std::string> charts = chart_names();
+    const auto sources = data_sources();
     using M = const Material&;
     using U = const UnitSystem&;
     const Column columns[] = {
@@ -75,8 +97,9 @@ void print_list(const std::vector<const Material*>& materials, const UnitSystem&
         {"UCS-66", "curve", false, [](M m, U) { return curve(m); }},
         {"Tensile", stress, true, [](M m, U u) { return stress_text(m.tensile, u); }},
         {"Yield", stress, true, [](M m, U u) { return stress_text(m.yield, u); }},
-        {"Chart", "", false, [](M m, U) { return or_dash(m.chart); }},
+        {"Chart", "", false, [&](M m, U) { return chart(m, charts); }},
         {"Allowed", to_temperature, true, last_temperature},
+        {"Figures", "", false, [&](M m, U) { return source_of(m, *sources).status; }},
         {"Note", "", false,
          [](M m, U u) {
              const std::string size = size_range(m, u);
@@ -133,7 +156,10 @@ void print_record(const Material& m, const UnitSystem& units, std::ostream& out)
     line("The same, normalized", or_dash(std::string(curve_name(m.curve_normalized))));
     line("Tensile strength", stress_text(m.tensile, units) + stress);
     line("Yield strength", stress_text(m.yield, units) + stress);
-    line("External pressure chart", or_dash(m.chart));
+    const std::vector<std::string> charts = chart_names();
+    const bool missing = chart(m, charts).ends_with('*');
+    line("External pressure chart",
+         or_dash(m.chart) + (missing ? " (not in " + std::string(CHART_FILE) + ")" : ""));
     line("Elastic modulus table", number(m.modulus));
     line("Expansion coefficient table", number(m.expansion));
     if (m.thickness_limit > 0.0f)
@@ -147,7 +173,10 @@ void print_record(const Material& m, const UnitSystem& units, std::ostream& out)
         line("Reduction by UCS-66(g)", number_text(static_cast<float>(m.reduction_66g) / scale, 0) +
                                            ' ' + to_utf8(units.label(Quantity::temperature)));
     }
-    line("Figures", m.approximate ? "approximate" : "published");
+    const ItemSource source = source_of(m, *data_sources());
+    line("Figures", source.status);
+    line("Edition", source.edition);
+    line("Source", source.source);
 
     out << '\n'
         << padded("Temperature", 16) << "Allowable stress\n"
@@ -158,6 +187,16 @@ void print_record(const Material& m, const UnitSystem& units, std::ostream& out)
         out << right_aligned(temperature_text(a.temperature, units), 11)
             << right_aligned(stress_text(a.stress, units), 21) << '\n';
     }
+}
+
+// External pressure on these is refused until the chart file has their chart.
+void print_missing_charts(const std::vector<const Material*>& materials, std::ostream& out) {
+    const std::vector<std::string> charts = chart_names();
+    const bool any = std::any_of(materials.begin(), materials.end(), [&](const Material* m) {
+        return chart(*m, charts).ends_with('*');
+    });
+    if (any)
+        out << "\n* " << CHART_FILE << " does not have this chart: " << own_chart_hint() << '\n';
 }
 
 void print_approximate(const std::vector<const Material*>& materials,
@@ -205,6 +244,9 @@ Status list_materials(const MaterialsOptions& options, std::ostream& out, std::o
     }
     out << "Materials of " << selection.file() << ": " << materials.size() << "\n\n";
     print_list(materials, options.units, out);
+    print_missing_charts(materials, out);
+    if (const std::string edition = data_edition(); !edition.empty())
+        out << "\nData files: " << edition << '\n';
     print_approximate(materials, selection, "~ ", out);
     return Status::fine;
 }

@@ -3,6 +3,7 @@
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "components/calculation.h"
+#include "components/data_lines.h"
 #include "document/checks_table.h"
 #include "document/report_view.h"
 #include "document/vessel_verdict.h"
@@ -97,7 +98,8 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
             err << name << ": " << reason << '\n';
     }
     if (c.complete)
-        out << closing_tables(c.calculated, file.units) << approximate_lines(file) << std::flush;
+        out << closing_tables(c.calculated, file.units) << approximate_lines(file)
+            << data_lines(file) << std::flush;
     out << text_of(vessel_verdict(file, c), options.colour) << std::flush;
     for (const std::string& problem : c.problems)
         err << "tarvane: " << problem << '\n';

@@ -144,7 +144,7 @@ void check(const Series& series) {
 } // namespace
 
 void build_bolts(Place& place) {
-    const Table table(place.sources / "bolts.csv", COLUMNS);
+    const Table table(place.sources, "bolts.csv", "series", COLUMNS);
     const std::vector<Series> all = by_series(table);
     std::string text(HEAD);
     for (const Series& series : all)

@@ -62,7 +62,7 @@ void write_approximate(const Place& place) {
 constexpr std::string_view SOURCES_HEAD = "; Where the figures of the data files come from: a "
                                           "section for each file, a line for each item "
                                           "of it:\n"
-                                          "; item|status|edition|source\n";
+                                          "; item|status|edition|source|remark\n";
 
 // A bar parts the fields of a line, and a line goes by its first character.
 std::string listed(std::string text) {
@@ -76,7 +76,8 @@ void write_sources(const Place& place) {
         text += "\n[" + file + "]\n";
         for (const auto& [item, from] : items)
             text += listed(item) + '|' + std::string(status_word(from.status)) + '|' +
-                    listed(from.edition) + '|' + listed(from.source) + '\n';
+                    listed(from.edition) + '|' + listed(from.source) + '|' + listed(from.remark) +
+                    '\n';
     }
     write_file(place.out / "data_sources.txt", text + "\n[END]\n");
 }
@@ -94,13 +95,44 @@ void move_files(const fs::path& from, const fs::path& to) {
         fs::rename(from / name, to / name);
 }
 
-} // namespace
-
-void Place::note(const std::string& file, const std::string& item, const Row& row) {
-    note(file, item, row, row.status());
+void build_one(void (*build_kind)(Place& place), Place& place) {
+    RESET_ENGINE();
+    point_engine_at(place.out);
+    build_kind(place);
 }
 
-void Place::note(const std::string& file, const std::string& item, const Row& row, Status status) {
+// A table of another name would be left out without a word.
+void count_own_rows(const Sources& sources, CheckReport& report) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(sources.folder)) {
+        if (entry.path().extension() != ".csv") continue;
+        const std::string name = entry.path().filename().string();
+        const bool known =
+            std::any_of(sources.shipped.begin(), sources.shipped.end(),
+                        [&](const ShippedTable& table) { return table.file == name; });
+        if (!known) {
+            report.faults.push_back(name + ": no table of this name");
+            continue;
+        }
+        std::ifstream file(entry.path());
+        std::size_t lines = 0;
+        for (std::string line; std::getline(file, line);) {
+            const std::size_t first = line.find_first_not_of(" \t\r");
+            lines += first != std::string::npos && line[first] != '#';
+        }
+        report.own_rows[name] = lines > 0 ? lines - 1 : 0; // without the names of the columns
+    }
+    std::sort(report.faults.begin(), report.faults.end());
+}
+
+} // namespace
+
+void Place::note(const std::string& file, const std::string& item, const Row& row,
+                 std::string remark) {
+    note(file, item, row, row.status(), std::move(remark));
+}
+
+void Place::note(const std::string& file, const std::string& item, const Row& row, Status status,
+                 std::string remark) {
     auto& list = items[file];
     const auto known = std::find_if(list.begin(), list.end(),
                                     [&](const auto& entry) { return entry.first == item; });
@@ -108,8 +140,9 @@ void Place::note(const std::string& file, const std::string& item, const Row& ro
         known->second.status = std::max(known->second.status, status);
         return;
     }
-    const std::string edition = row.blank(EDITION_COLUMN) ? "" : row.field(EDITION_COLUMN);
-    list.push_back({item, {status, edition, row.field("source")}});
+    std::string edition = row.shipped() ? std::string() : sources.edition;
+    if (!row.blank(EDITION_COLUMN)) edition = row.field(EDITION_COLUMN);
+    list.push_back({item, {status, edition, row.field("source"), std::move(remark)}});
 }
 
 void write_file(const fs::path& path, std::string_view bytes) {
@@ -118,17 +151,35 @@ void write_file(const fs::path& path, std::string_view bytes) {
     if (!file.flush()) throw DataError(path.filename().string() + ": cannot be written");
 }
 
-void build(const fs::path& sources, const fs::path& out) {
+void build(const Sources& sources, const fs::path& out, const std::vector<FurtherFile>& further) {
     const Workshop workshop(out);
-    Place place{.sources = sources, .out = workshop.path(), .approximate = {}, .items = {}};
-    for (const auto build_kind : KINDS) {
-        RESET_ENGINE();
-        point_engine_at(place.out);
-        build_kind(place);
-    }
+    Place place(sources, workshop.path());
+    for (const auto build_kind : KINDS)
+        build_one(build_kind, place);
     write_approximate(place);
     write_sources(place);
+    for (const FurtherFile& file : further)
+        write_file(place.out / file.name, file.bytes);
     move_files(place.out, out);
+}
+
+CheckReport check(const Sources& sources) {
+    CheckReport report;
+    count_own_rows(sources, report);
+    const Workshop workshop(fs::temp_directory_path());
+    Place place(sources, workshop.path());
+    for (const auto build_kind : KINDS) {
+        try {
+            build_one(build_kind, place);
+        } catch (const DataError& fault) {
+            // A table that several kinds read has its fault once.
+            if (std::find(report.faults.begin(), report.faults.end(), fault.what()) ==
+                report.faults.end())
+                report.faults.emplace_back(fault.what());
+        }
+    }
+    report.fits = place.fits;
+    return report;
 }
 
 } // namespace tarvane::data

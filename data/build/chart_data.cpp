@@ -6,6 +6,7 @@
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarvane::data {
 
@@ -128,12 +129,18 @@ EngineRow read_back(const Curve& curve) {
 }
 
 // Between the rows the engine interpolates, so that a number may differ in its last bits.
-void check(const Curve& curve) {
+void check(const Curve& curve, float usual_tolerance) {
     constexpr double ROUNDING = 0.1; // psi, of the figures in the file
     const EngineRow read = read_back(curve);
     if (!within(read.E, curve.source.real("modulus"), 1.0e-6))
         curve.source.expect("modulus", curve.source.real("modulus"), read.E);
-    const double tolerance = 0.01 * static_cast<double>(curve.source.real("tolerance", 1.0f));
+    const double tolerance =
+        0.01 * static_cast<double>(curve.source.real("tolerance", usual_tolerance));
+    if (const Deviation worst = worst_at_points(curve.row, curve.points);
+        std::abs(worst.relative) > tolerance)
+        curve.source.fail("tolerance", "the fit misses the points by up to " + in_percent(worst) +
+                                           ", more than " + formatted("%g", 100.0 * tolerance) +
+                                           " %");
     for (const ChartPoint& p : curve.points) {
         const double written = B_of_row(curve.row, p.A), B = read.B(p.A);
         const std::string at = " at A = " + formatted("%g", p.A);
@@ -154,8 +161,8 @@ void check(const Curve& curve) {
 } // namespace
 
 void build_charts(Place& place) {
-    const Table curves(place.sources / "charts.csv", CURVE_COLUMNS);
-    const Table points(place.sources / "chart_points.csv", POINT_COLUMNS);
+    const Table curves(place.sources, "charts.csv", "chart", CURVE_COLUMNS);
+    const Table points(place.sources, "chart_points.csv", "chart", POINT_COLUMNS);
     for (const Row& point : points.rows())
         if (std::none_of(curves.rows().begin(), curves.rows().end(),
                          [&](const Row& curve) { return belongs(point, curve); }))
@@ -175,6 +182,14 @@ void build_charts(Place& place) {
         if (of_chart.size() == MOST_ROWS) row.fail("temperature", "more than 10 rows");
         of_chart.push_back(fitted(row, points));
         place.note(std::string(FILE_NAME), chart, row);
+        const Curve& curve = of_chart.back();
+        place.note(std::string(FILE_NAME), chart + " " + formatted("%g", curve.temperature), row,
+                   "largest error of the fit " +
+                       in_percent(worst_at_points(curve.row, curve.points)));
+        if (!row.shipped())
+            place.fits.push_back(chart + " to " + formatted("%g", curve.temperature) +
+                                 " F: largest error of the fit " +
+                                 in_percent(worst_at_points(curve.row, curve.points)));
         std::vector<std::string>& marked = place.approximate[std::string(FILE_NAME)];
         if (row.approximate() && (marked.empty() || marked.back() != chart))
             marked.push_back(chart);
@@ -190,7 +205,7 @@ void build_charts(Place& place) {
 
     for (const auto& [chart, of_chart] : charts)
         for (const Curve& curve : of_chart)
-            check(curve);
+            check(curve, place.sources.tolerance);
 }
 
 } // namespace tarvane::data

@@ -82,7 +82,7 @@ void compare(const Row& row, const EnRecord& wrote, const EnRecord& read) {
 } // namespace
 
 void build_en_materials(Place& place) {
-    const Table table(place.sources / "materials_en.csv", COLUMNS, EN_TEMPERATURES);
+    const Table table(place.sources, "materials_en.csv", "key", COLUMNS, EN_TEMPERATURES);
     RecordFile file(sizeof(EnRecord));
     std::vector<EnRecord> records;
     for (const Row& row : table.rows()) {

@@ -271,7 +271,7 @@ void note_items(const FlangeClass& flanges, Place& place) {
 } // namespace
 
 void build_flanges(Place& place) {
-    const Table table(place.sources / "flange_dimensions.csv", COLUMNS);
+    const Table table(place.sources, "flange_dimensions.csv", "class", COLUMNS);
     const std::vector<FlangeClass> all = by_class(table);
     std::string text(HEAD);
     for (const FlangeClass& flanges : all) {

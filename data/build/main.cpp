@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     try {
-        tarvane::data::build(argv[1], argv[2]);
+        tarvane::data::build({.folder = argv[1]}, argv[2]);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tarvane-data: %s\n", error.what());
         return 1;

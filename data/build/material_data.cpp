@@ -84,7 +84,9 @@ void make_files(Place& place, const std::vector<Entry>& entries,
         write_file(place.out / selection.file, file.bytes());
         read_back(entries, selection);
         for (const Entry& entry : entries)
-            place.note(std::string(selection.file), entry.material->field("name"), *entry.stresses,
+            place.note(std::string(selection.file),
+                       entry.material->field("name") + ", " + entry.material->field("reference"),
+                       *entry.stresses,
                        std::max(entry.material->status(), entry.stresses->status()));
     }
 }
@@ -106,6 +108,7 @@ std::vector<Entry> division_1(const MaterialTable& materials) {
 std::vector<Entry> division_2(const MaterialTable& materials, const Table& stresses) {
     std::vector<Entry> entries;
     for (const Row& row : stresses.rows()) {
+        if (materials.orphan(row)) continue;
         const Material& material = materials.of(row);
         for (const Entry& other : entries)
             if (other.material == material.row) row.fail_again("reference", *other.stresses);
@@ -120,11 +123,11 @@ void build_materials(Place& place) {
     const MaterialTable materials(place.sources);
     make_files(place, division_1(materials), DIVISION_1);
 
-    const Table class_1(place.sources / "materials_viii2_class1.csv", STRESS_COLUMNS,
+    const Table class_1(place.sources, "materials_viii2_class1.csv", "name", STRESS_COLUMNS,
                         TEMPERATURE_COLUMNS);
     make_files(place, division_2(materials, class_1), DIVISION_2_CLASS_1);
 
-    const Table class_2(place.sources / "materials_viii2_class2.csv", STRESS_COLUMNS,
+    const Table class_2(place.sources, "materials_viii2_class2.csv", "name", STRESS_COLUMNS,
                         TEMPERATURE_COLUMNS);
     make_files(place, division_2(materials, class_2), DIVISION_2_CLASS_2);
 }

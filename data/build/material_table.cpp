@@ -143,8 +143,8 @@ TARVANE_MATERIAL_RECORD inch_record(TARVANE_MATERIAL_RECORD r) {
     return r;
 }
 
-MaterialTable::MaterialTable(const std::filesystem::path& sources)
-    : table(sources / "materials_viii1.csv", COLUMNS, TEMPERATURE_COLUMNS) {
+MaterialTable::MaterialTable(const Sources& sources)
+    : table(sources, "materials_viii1.csv", "name", COLUMNS, TEMPERATURE_COLUMNS) {
     for (const Row& row : table.rows()) {
         const Material material{.row = &row, .record = properties(row)};
         for (const Material& other : list)
@@ -152,6 +152,13 @@ MaterialTable::MaterialTable(const std::filesystem::path& sources)
                 row.fail_again("reference", *other.row);
         list.push_back(material);
     }
+}
+
+bool MaterialTable::orphan(const Row& row) const {
+    return row.shipped() && std::none_of(list.begin(), list.end(), [&](const Material& material) {
+               return material.row->field("reference") == row.field("reference") &&
+                      material.row->field("name") == row.field("name");
+           });
 }
 
 const Material& MaterialTable::of(const Row& row) const {

@@ -25,11 +25,13 @@ struct Material {
 
 class MaterialTable {
   public:
-    explicit MaterialTable(const std::filesystem::path& sources);
+    explicit MaterialTable(const Sources& sources);
 
     const std::vector<Material>& materials() const { return list; }
     // The material that the columns `name` and `reference` of another table's row name.
     const Material& of(const Row& row) const;
+    // A shipped row of another table, of a material that the folder has under another reference.
+    bool orphan(const Row& row) const;
 
   private:
     Table table;

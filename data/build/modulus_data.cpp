@@ -187,8 +187,8 @@ void mark(Place& place, const std::vector<Property>& rows, const std::string& wh
 } // namespace
 
 void build_moduli(Place& place) {
-    const Table modulus_table(place.sources / "moduli.csv", MODULUS_COLUMNS);
-    const Table expansion_table(place.sources / "expansion.csv", EXPANSION_COLUMNS);
+    const Table modulus_table(place.sources, "moduli.csv", "reference", MODULUS_COLUMNS);
+    const Table expansion_table(place.sources, "expansion.csv", "reference", EXPANSION_COLUMNS);
     const Columns modulus_axis = temperatures(MODULUS_COLUMNS);
     const Columns expansion_axis = temperatures(EXPANSION_COLUMNS);
     const auto moduli = by_axis(modulus_table, modulus_axis);

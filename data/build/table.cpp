@@ -4,6 +4,8 @@
 #include <charconv>
 #include <cmath>
 #include <fstream>
+#include <iterator>
+#include <sstream>
 
 namespace tarvane::data {
 
@@ -73,64 +75,111 @@ bool parse(const std::string& text, Number& value) {
     return result.ec == std::errc{} && result.ptr == end;
 }
 
+bool is_number(const std::string& text) {
+    float value = 0.0f;
+    return parse(text, value) && std::isfinite(value);
+}
+
 } // namespace
 
 // ---- a table ---------------------------------------------------------------------------------------
 
 Table::Table(const std::filesystem::path& path, std::span<const std::string_view> expected,
-             std::span<const std::string_view> optional)
+             std::span<const std::string_view> optional, Numbers numbers)
     : name(path.filename().string()) {
+    read(path, {expected, optional, numbers});
+    if (lines.empty()) throw DataError(name + ": no rows");
+}
+
+Table::Table(const Sources& sources, std::string_view file, std::string_view key,
+             std::span<const std::string_view> expected, std::span<const std::string_view> optional)
+    : name(file) {
+    const Columns columns{expected, optional};
+    const auto shipped =
+        std::find_if(sources.shipped.begin(), sources.shipped.end(),
+                     [&](const ShippedTable& table) { return table.file == file; });
+    const bool stands_in = shipped != sources.shipped.end();
+    const std::filesystem::path path = sources.folder / name;
+    std::error_code none;
+    if (!stands_in || std::filesystem::exists(path, none)) read(path, columns);
+    if (stands_in) {
+        std::vector<Row> own;
+        own.swap(lines);
+        std::istringstream text{std::string(shipped->text)};
+        take(text, parts.emplace_back(TablePart{.name = name, .columns = {}, .shipped = true}),
+             columns);
+        std::erase_if(lines, [&](const Row& row) {
+            return std::any_of(own.begin(), own.end(), [&](const Row& other) {
+                return other.field(key) == row.field(key);
+            });
+        });
+        lines.insert(lines.end(), std::make_move_iterator(own.begin()),
+                     std::make_move_iterator(own.end()));
+    }
+    if (lines.empty()) throw DataError(name + ": no rows");
+}
+
+void Table::read(const std::filesystem::path& path, const Columns& columns) {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw DataError(name + ": cannot be opened");
+    take(file, parts.emplace_back(TablePart{.name = name, .columns = {}, .shipped = false}),
+         columns);
+    if (file.bad()) throw DataError(name + ": cannot be read");
+}
+
+void Table::take(std::istream& text, TablePart& part, const Columns& columns) {
     std::string line;
     std::vector<std::string> fields;
-    for (int number = 1; std::getline(file, line); ++number) {
+    for (int number = 1; std::getline(text, line); ++number) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         const std::string_view content = trimmed(line);
         if (content.empty() || content.front() == '#') continue;
         if (!split(line, fields))
             throw DataError(place_of(name, number) + "quotation marks out of place in " + line);
-        if (columns.empty()) {
-            take_header(fields, expected, optional, number);
+        if (part.columns.empty()) {
+            take_header(fields, part, columns, number);
             continue;
         }
-        if (fields.size() != columns.size())
+        if (fields.size() != part.columns.size())
             throw DataError(place_of(name, number) + std::to_string(fields.size()) +
-                            " fields where the header has " + std::to_string(columns.size()));
+                            " fields where the header has " + std::to_string(part.columns.size()));
         Row& row = lines.emplace_back();
-        row.table = this;
+        row.part = &part;
         row.number = number;
         row.fields = fields;
     }
-    if (file.bad()) throw DataError(name + ": cannot be read");
-    if (columns.empty()) throw DataError(name + ": no line with the names of the columns");
-    if (lines.empty()) throw DataError(name + ": no rows");
+    if (part.columns.empty()) throw DataError(name + ": no line with the names of the columns");
 }
 
-void Table::take_header(const std::vector<std::string>& fields,
-                        std::span<const std::string_view> expected,
-                        std::span<const std::string_view> optional, int line) {
+void Table::take_header(const std::vector<std::string>& fields, TablePart& part,
+                        const Columns& columns, int line) {
     for (const std::string& column : fields) {
         if (std::count(fields.begin(), fields.end(), column) > 1)
-            throw DataError(place_of(name, line) + column + ": the column stands twice");
-        if (!holds(expected, column) && !holds(optional, column) && column != CHECKS_COLUMN &&
-            column != EDITION_COLUMN)
-            throw DataError(place_of(name, line) + column + ": no column of this table");
+            throw DataError(place_of(part.name, line) + column + ": the column stands twice");
+        const bool number = columns.numbers == Numbers::any && is_number(column);
+        if (!number && !holds(columns.expected, column) && !holds(columns.optional, column) &&
+            column != CHECKS_COLUMN && column != EDITION_COLUMN)
+            throw DataError(place_of(part.name, line) + column + ": no column of this table");
     }
-    for (const std::string_view column : expected)
+    for (const std::string_view column : columns.expected)
         if (!holds(fields, column))
-            throw DataError(place_of(name, line) + std::string(column) + ": the column is missing");
-    columns = fields;
+            throw DataError(place_of(part.name, line) + std::string(column) +
+                            ": the column is missing");
+    part.columns = fields;
 }
 
-std::size_t Table::place(std::string_view column) const {
-    const auto found = std::find(columns.begin(), columns.end(), column);
-    if (found == columns.end())
-        throw std::logic_error(name + " has no column " + std::string(column));
-    return static_cast<std::size_t>(found - columns.begin());
+std::vector<std::string> Table::number_columns() const {
+    std::vector<std::string> numbers;
+    for (const TablePart& part : parts)
+        std::copy_if(part.columns.begin(), part.columns.end(), std::back_inserter(numbers),
+                     is_number);
+    std::sort(numbers.begin(), numbers.end(), [](const std::string& a, const std::string& b) {
+        return std::stof(a) < std::stof(b);
+    });
+    return numbers;
 }
 
-bool Table::has(std::string_view column) const { return holds(columns, column); }
+bool TablePart::has(std::string_view column) const { return holds(columns, column); }
 
 // ---- a row -----------------------------------------------------------------------------------------
 
@@ -139,21 +188,27 @@ std::string_view status_word(Status status) {
     return WORDS[static_cast<std::size_t>(status)];
 }
 
+std::size_t Row::place(std::string_view column) const {
+    const auto found = std::find(part->columns.begin(), part->columns.end(), column);
+    if (found == part->columns.end())
+        throw std::logic_error(part->name + " has no column " + std::string(column));
+    return static_cast<std::size_t>(found - part->columns.begin());
+}
+
 void Row::fail(std::string_view column, const std::string& what) const {
-    throw DataError(place_of(table->name, number) + std::string(column) + ": " + what);
+    throw DataError(place_of(part->name, number) + std::string(column) + ": " + what);
 }
 
 void Row::fail_again(std::string_view column, const Row& other) const {
     fail(column,
-         in_quotes(field(column)) + " stands already in line " + std::to_string(other.number));
+         in_quotes(field(column)) + " stands already in line " + std::to_string(other.number) +
+             (other.shipped() && !shipped() ? " of the table that comes with the program" : ""));
 }
 
-const std::string& Row::field(std::string_view column) const {
-    return fields[table->place(column)];
-}
+const std::string& Row::field(std::string_view column) const { return fields[place(column)]; }
 
 bool Row::blank(std::string_view column) const {
-    return !table->has(column) || field(column).empty();
+    return !part->has(column) || field(column).empty();
 }
 
 const std::string& Row::text(std::string_view column) const {

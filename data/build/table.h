@@ -10,7 +10,9 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
+#include <iosfwd>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -32,6 +34,31 @@ std::string_view status_word(Status status);
 inline constexpr std::string_view CHECKS_COLUMN = "checks", EDITION_COLUMN = "edition";
 
 class Table;
+
+// A table that comes with the program, as text.
+struct ShippedTable {
+    std::string_view file, text;
+};
+
+// Where tables come from: a folder, and tables in place of what it does not have. A row of the folder replaces all
+// shipped ones with the same key.
+struct Sources {
+    std::filesystem::path folder;
+    std::span<const ShippedTable> shipped = {};
+    // Percent by which a chart may miss its points unless its row has another bound.
+    float tolerance = 1.0f;
+    // Of the folder's rows that name none of their own.
+    std::string edition = {};
+};
+
+// One file of a table: its name and the names of its columns.
+struct TablePart {
+    std::string name;
+    std::vector<std::string> columns;
+    bool shipped = false;
+
+    bool has(std::string_view column) const;
+};
 
 // One line of a table. Valid only as long as its table.
 class Row {
@@ -69,35 +96,50 @@ class Row {
 
     int line() const { return number; }
 
+    // It comes with the program, for a folder with tables of its own.
+    bool shipped() const { return part->shipped; }
+
   private:
     friend class Table;
-    const Table* table = nullptr;
+    const TablePart* part = nullptr;
     int number = 0;
+    std::size_t place(std::string_view column) const;
     std::vector<std::string> fields;
 };
 
 class Table {
   public:
+    // Whether columns with a number for a name may stand beside those that are named.
+    enum class Numbers { listed, any };
+
     // Reads the file. It must have all of `columns` and may have those of `optional`, `checks` and
     // `edition`, in any order, and no others.
     Table(const std::filesystem::path& path, std::span<const std::string_view> columns,
+          std::span<const std::string_view> optional = {}, Numbers numbers = Numbers::listed);
+    // The file of this name of the sources; rows of one `key` are either of the folder or shipped.
+    Table(const Sources& sources, std::string_view file, std::string_view key,
+          std::span<const std::string_view> columns,
           std::span<const std::string_view> optional = {});
     Table(const Table&) = delete;
     Table& operator=(const Table&) = delete;
 
     const std::string& file() const { return name; } // without its folder
     const std::vector<Row>& rows() const { return lines; }
-    bool has(std::string_view column) const;
+    // The columns with a number for a name, in ascending order.
+    std::vector<std::string> number_columns() const;
 
   private:
-    friend class Row;
-    std::size_t place(std::string_view column) const;
-    void take_header(const std::vector<std::string>& fields,
-                     std::span<const std::string_view> expected,
-                     std::span<const std::string_view> optional, int line);
+    struct Columns {
+        std::span<const std::string_view> expected, optional;
+        Numbers numbers = Numbers::listed;
+    };
+    void read(const std::filesystem::path& path, const Columns& columns);
+    void take(std::istream& text, TablePart& part, const Columns& columns);
+    static void take_header(const std::vector<std::string>& fields, TablePart& part,
+                            const Columns& columns, int line);
 
     std::string name;
-    std::vector<std::string> columns;
+    std::deque<TablePart> parts;
     std::vector<Row> lines;
 };
 

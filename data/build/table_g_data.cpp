@@ -127,7 +127,7 @@ void check(const std::string& text, const std::vector<Section>& sections) {
 } // namespace
 
 void build_table_g(Place& place) {
-    const Table table(place.sources / "table_g.csv", COLUMNS);
+    const Table table(place.sources, "table_g.csv", "do_t", COLUMNS);
     const std::vector<Section> sections = by_key(table);
     std::string text(HEAD);
     for (const Section& section : sections) {

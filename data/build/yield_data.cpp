@@ -23,6 +23,7 @@ struct Entry {
 std::vector<Entry> entries_of(const MaterialTable& materials, const Table& yields) {
     std::vector<Entry> entries;
     for (const Row& row : yields.rows()) {
+        if (materials.orphan(row)) continue;
         const Material& material = materials.of(row);
         entries.push_back({.row = &row,
                            .status = std::max(material.row->status(), row.status()),
@@ -64,7 +65,7 @@ void read_back(const std::vector<Entry>& entries, bool metric) {
 
 void build_yields(Place& place) {
     const MaterialTable materials(place.sources);
-    const Table yields(place.sources / "yields.csv", STRESS_COLUMNS, TEMPERATURE_COLUMNS);
+    const Table yields(place.sources, "yields.csv", "name", STRESS_COLUMNS, TEMPERATURE_COLUMNS);
     const std::vector<Entry> entries = entries_of(materials, yields);
     for (const bool metric : {false, true}) {
         RecordFile file(YIELD_BYTES);

@@ -116,8 +116,10 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
 **   says        the verdict in words, with what fails and what is waived
 **   governing   component and check that are nearest to their limit or furthest beyond; null without checks
+**   data_edition  the name that a user gave to data files of his own; not there for those that are shipped
 **   data        files that were used: the version of the folder's data_version.txt, their SHA-256, and of the items
-**               in them the status, "approximate" or "published"
+**               in them the status, "approximate", "published" or "checked", and the edition and the source as far
+**               as they are known
 **   not_covered what the design code requires of such a vessel and tarvane does not check
 **   flange and so on: lists of the components in the order of the request, each with
 **     description

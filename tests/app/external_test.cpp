@@ -84,8 +84,11 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
 // The built files have stainless materials without their charts, which the engine would read as CS-2.
 TEST(ExternalInputFile, MaterialWithoutItsChart) {
     set_data_folder(TARVANE_DATA_DIR);
-    const std::string missing = " chart: SA-240 304 belongs to external pressure chart HA-1, which "
-                                "ExtChartData.txt does not have";
+    const std::string missing =
+        " chart: SA-240 304 belongs to external pressure chart HA-1, which "
+        "ExtChartData.txt does not have: it has CS-1 and CS-2; external "
+        "pressure on a material of another chart needs one of your own, see "
+        "tarvane data";
     const std::string named = "material = \"SA-240 304\"\nmaterial_reference = 101\n";
     const std::vector<std::string> faults =
         fault_lines(with("chart", "", with("S", "", CYLINDER_TOML)) + named);

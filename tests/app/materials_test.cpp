@@ -123,11 +123,11 @@ TEST_F(Materials, AreListedInTheOrderOfTheFile) {
     EXPECT_EQ(result.out.substr(0, 29), "Materials of MATFILE1.BIN: 6\n");
     std::size_t last = 0;
     for (const char* line : {"SA-516 70 ~     1  Plate    9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    650  Carbon steel",
+                             "    650  approximate  Carbon steel",
                              "SA-240 304    101  Plate    9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    550  18Cr-8Ni, high",
+                             "    550  published    18Cr-8Ni, high",
                              "SA-193 B7     402  Bolting  9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    550  1Cr-1/5Mo, "
+                             "    550  published    1Cr-1/5Mo, "
                              "above 2.5000 in., up to 4.0000 in.",
                              "SA-36          10  "}) {
         const std::size_t at = result.out.find(line);
@@ -381,6 +381,11 @@ TEST_F(Chart, RefusesWhatItDoesNotHave) {
     EXPECT_EQ(error("CS-2 -T 100 --A 0"), "tarvane: a factor A is a number above 0\n");
     EXPECT_EQ(error("CS-2 -T nan"), "tarvane: a temperature and a yield stress are numbers\n");
     EXPECT_NE(error("CS-2").find("--temperature"), std::string::npos);
+    EXPECT_EQ(
+        error("NFN-1 -T 100"),
+        "tarvane: no chart \"NFN-1\" in ExtChartData.txt, which has CS-2, CS-3 "
+        "and HA-1; external pressure on a material of another chart needs one of your own, see "
+        "tarvane data\n");
     EXPECT_EQ(tarvane("chart CS-3 -T 100 --yield 40000").status, 0);
     std::filesystem::remove(path("ExtChartData.txt"));
     EXPECT_EQ(error("CS-2 -T 100"), "tarvane: ExtChartData.txt is missing in the data folder " +

@@ -323,9 +323,11 @@ column = "II"
 TEST_F(Messages, NameTheChartThatAMaterialBelongsTo) {
     for (const char* name : {"SA-387 11 2", "SA-387 22 2", "SA-182 F22 3"}) {
         const std::string material = std::string("material = \"") + name + "\"\n";
-        const std::string says = std::string("chart: ") + name +
-                                 " belongs to external pressure chart CS-3, which ExtChartData.txt "
-                                 "does not have";
+        const std::string says =
+            std::string("chart: ") + name +
+            " belongs to external pressure chart CS-3, which ExtChartData.txt "
+            "does not have: it has CS-1 and CS-2; external pressure on a "
+            "material of another chart needs one of your own, see tarvane data";
         const std::string external =
             "[[external]]\nkind = \"cylinder\"\nP = 15\nT = 300\nDo = 60\nt = "
             "0.5\nlength = 90\n";

@@ -157,8 +157,31 @@ TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
     EXPECT_EQ(text_at(answer.result, "flange[0].inputs.type.value"), "weld neck");
     EXPECT_EQ(*at(answer.result, "flange[0].inputs.n.value").whole(), 12);
     EXPECT_EQ(text_at(answer.result, "data[0].file"), "BOLTDATA.TXT");
-    EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "published");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "checked");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].source"), "TEMA 9th ed.");
+    EXPECT_TRUE(at(answer.result, "data_edition").null());
     EXPECT_TRUE(at(answer.result, "flange[0].report").null());
+}
+
+// Data files that a user made have his edition.
+TEST(Calculate, NamesTheEditionOfDataFilesOfTheUser) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(testing::TempDir()) / "tarvane_own_data";
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    for (const fs::directory_entry& entry : fs::directory_iterator(TARVANE_DATA_DIR))
+        if (entry.path().extension() == ".txt" || entry.path().extension() == ".TXT" ||
+            entry.path().extension() == ".BIN")
+            fs::copy(entry.path(), folder / entry.path().filename());
+    std::ofstream(folder / "data_edition.txt") << "Invented tables, edition 2\n";
+    {
+        const Handle handle(folder.string());
+        const Answer answer = handle.calculate(request_of(flange_json()));
+        ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+        EXPECT_EQ(text_at(answer.result, "data_edition"), "Invented tables, edition 2");
+    }
+    const Handle shipped; // the folder of the other tests again
+    fs::remove_all(folder);
 }
 
 const Value* row_of(const Value& checks, std::string_view id) {

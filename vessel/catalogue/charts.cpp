@@ -18,17 +18,24 @@ bool holds(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
+std::string listed(const std::vector<std::string>& names) {
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        list += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+    return list;
+}
+
 std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
     if (const auto fault = data_file_fault(CHART_FILE))
         return std::string(CHART_FILE) + " is " + *fault;
     if (names.empty()) return std::string(CHART_FILE) + " holds no charts";
-    std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
+    const std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);
     // The chart of another family of materials is no suggestion.
     if (!near.empty() && folded(near).substr(0, 2) == folded(given).substr(0, 2))
-        message += "; the nearest is " + std::string(near);
-    return message;
+        return message + "; the nearest is " + std::string(near);
+    return message + ", which has " + listed(names) + "; " + own_chart_hint();
 }
 
 } // namespace
@@ -77,7 +84,13 @@ std::string unknown_chart(std::string_view given) { return no_chart(given, chart
 std::string missing_chart(std::string_view material, std::string_view chart) {
     if (chart_names().empty()) return unknown_chart(chart);
     return std::string(material) + " belongs to external pressure chart " + std::string(chart) +
-           ", which " + std::string(CHART_FILE) + " does not have";
+           ", which " + std::string(CHART_FILE) + " does not have: it has " +
+           listed(chart_names()) + "; " + own_chart_hint();
+}
+
+std::string own_chart_hint() {
+    return "external pressure on a material of another chart needs one of your own, see tarvane "
+           "data";
 }
 
 bool needs_yield(std::string_view chart) {

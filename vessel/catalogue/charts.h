@@ -32,6 +32,8 @@ std::optional<std::string> chart_in_file(std::string_view given);
 std::string unknown_chart(std::string_view given);
 // The same about the chart that the record of a material names.
 std::string missing_chart(std::string_view material, std::string_view chart);
+// "external pressure needs a chart of your own (tarvane data)": what to do without a chart.
+std::string own_chart_hint();
 // A chart whose one curve depends on the yield stress.
 bool needs_yield(std::string_view chart);
 

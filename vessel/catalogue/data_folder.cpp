@@ -49,14 +49,11 @@ const DataFolder& data_folder() {
 }
 
 std::span<const std::string_view> data_text_files() {
-    static constexpr std::string_view NAMES[] = {"ANSIFlangeDimensions.txt",
-                                                 "BOLTDATA.TXT",
-                                                 "ElastAlp07.txt",
-                                                 "ExtChartData.txt",
-                                                 "PLWXML.TXT",
-                                                 "TableGData.txt",
-                                                 "approximate.txt",
-                                                 "VIII-1_Matls_By_Table.txt"};
+    static constexpr std::string_view NAMES[] = {
+        "ANSIFlangeDimensions.txt", "BOLTDATA.TXT",     "ElastAlp07.txt",
+        "ExtChartData.txt",         "PLWXML.TXT",       "TableGData.txt",
+        "approximate.txt",          "data_edition.txt", "data_sources.txt",
+        "VIII-1_Matls_By_Table.txt"};
     return NAMES;
 }
 

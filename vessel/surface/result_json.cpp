@@ -3,6 +3,7 @@
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "catalogue/data_search.h"
+#include "catalogue/data_sources.h"
 #include "components/read_value.h"
 #include "document/checks_table.h"
 #include "document/report_view.h"
@@ -103,6 +104,8 @@ void Writer::write_governing(const std::vector<Found>& components) {
 
 void Writer::write_data() {
     const std::optional<std::string> version = version_in(data_folder().path);
+    if (const std::string edition = data_edition(); !edition.empty()) text("data_edition", edition);
+    const auto sources = data_sources();
     json.key("data").begin_list();
     for (const auto& [file, items] : data_used(request)) {
         json.begin_object();
@@ -117,7 +120,10 @@ void Writer::write_data() {
         for (const auto& [item, approximate] : items) {
             json.begin_object();
             text("item", to_utf8(item));
-            text("status", approximate ? "approximate" : "published");
+            const ItemSource* from = sources->of(file, to_utf8(item));
+            text("status", approximate ? "approximate" : from ? from->status : "published");
+            if (from && !from->edition.empty()) text("edition", from->edition);
+            if (from && !from->source.empty()) text("source", from->source);
             json.end_object();
         }
         json.end_list().end_object();

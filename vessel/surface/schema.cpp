@@ -372,13 +372,15 @@ std::string component_schema(const ElementKind& kind) {
 
 std::string result_schema() {
     const std::string_view verdicts[] = {"pass", "fail", "not made"};
-    const std::string_view statuses[] = {"approximate", "published"};
+    const std::string_view statuses[] = {"approximate", "published", "checked"};
     Properties governing, item, file, result;
     const std::string_view governing_members[] = {"component", "check"};
     for (const std::string_view member : governing_members)
         governing.put(member, of_type("string"));
     item.put("item", of_type("string"));
     item.put("status", object_of({{"enum", texts(statuses)}}));
+    item.put("edition", of_type("string"));
+    item.put("source", of_type("string"));
     const std::string_view item_members[] = {"item", "status"},
                            file_members[] = {"file", "version", "sha256", "used"};
     file.put("file", of_type("string"));
@@ -396,6 +398,7 @@ std::string result_schema() {
     result.put("says", of_type("string"));
     result.put("governing", of_type("null"));
     result.put("governing", governing.object(governing_members));
+    result.put("data_edition", of_type("string"));
     result.put("data", list_schema(file.object(file_members)));
     result.put("not_covered", list_schema(of_type("string")));
     for (const ElementKind* kind : element_kinds()) {

@@ -1,0 +1,12 @@
+# Writes the tables of SOURCES as text into the C++ file OUT.
+file(GLOB TABLES ${SOURCES}/*.csv)
+list(SORT TABLES)
+set(TEXT "// Made by embed_tables.cmake.\n#include \"shipped_tables.h\"\n\nnamespace tarvane::data {\n\n")
+string(APPEND TEXT "std::span<const ShippedTable> shipped_tables() {\n    static constexpr ShippedTable TABLES[] = {\n")
+foreach(TABLE IN LISTS TABLES)
+    get_filename_component(NAME ${TABLE} NAME)
+    file(READ ${TABLE} ROWS)
+    string(APPEND TEXT "        {\"${NAME}\", R\"rows(${ROWS})rows\"},\n")
+endforeach()
+string(APPEND TEXT "    };\n    return TABLES;\n}\n\n} // namespace tarvane::data\n")
+file(WRITE ${OUT} "${TEXT}")

@@ -1,0 +1,211 @@
+// `tarvane data`: a user's own tables by the documented steps, from the plain layout to a run that names them.
+#include "app_fixture.h"
+#include "test_paths.h"
+
+namespace tarvane::app {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Invented round figures: 48 new materials, and both rows of one that is shipped. MPa and degrees C.
+std::string plain_table() {
+    std::string text = "# invented\n"
+                       "material,form,uns,composition,tensile,yield,chart,40,100,150,200,300,400\n";
+    for (int i = 1; i <= 48; ++i) {
+        const int S = 100 + i;
+        const auto number = [](double x) { return std::to_string(x); };
+        text += "MADE-" + std::to_string(i) + ",Plate,S99999,Made-up steel," + number(3.5 * S) +
+                ',' + number(1.5 * S) + (i % 2 == 0 ? ",HA-1," : ",HA-2,");
+        for (const int less : {0, 0, 5, 10, 20, 30})
+            text += std::to_string(S - less) + (less == 30 ? "\n" : ",");
+    }
+    return text + "SA-240 304,,,,,,,138,137,130,126,116,107\n"
+                  "SA-240 304,,,,,,,138,113,103,95,86,79\n";
+}
+
+constexpr const char* CHARTS = "chart,temperature,modulus,tolerance,fit,status,source,note\n"
+                               "HA-1,100,28.0,,,published,invented,\n"
+                               "HA-1,400,26.0,,,published,invented,\n"
+                               "HA-2,100,28.0,,,published,invented,\n"
+                               "HA-3,100,28.0,,,published,invented,\n";
+constexpr const char* POINTS = "chart,temperature,a,b,source\n"
+                               "HA-1,100,1.0e-5,140,invented\n"
+                               "HA-1,100,4.0e-4,5600,invented\n"
+                               "HA-1,100,1.0e-2,12000,invented\n"
+                               "HA-1,100,1.0e-1,12000,invented\n"
+                               "HA-1,400,1.0e-5,130,invented\n"
+                               "HA-1,400,4.0e-4,5200,invented\n"
+                               "HA-1,400,1.0e-2,9000,invented\n"
+                               "HA-1,400,1.0e-1,9000,invented\n"
+                               "HA-2,100,1.0e-5,140,invented\n"
+                               "HA-2,100,5.0e-4,7000,invented\n"
+                               "HA-2,100,2.0e-2,15000,invented\n"
+                               "HA-2,100,1.0e-1,15000,invented\n"
+                               "HA-3,100,1.0e-5,140,invented\n"
+                               "HA-3,100,4.0e-4,5600,invented\n"
+                               "HA-3,100,1.0e-2,10000,invented\n"
+                               "HA-3,100,1.0e-1,10000,invented\n";
+constexpr const char* EDITION = "Made-up tables, edition 7";
+
+class OwnData : public ProgramTest {
+  protected:
+    OwnData() {
+        write("plain.csv", plain_table());
+        fs::create_directories(path("own"));
+    }
+    ProgramRun import(const std::string& options = "--stress MPa --temperature C") const {
+        return run("data import " + path("plain.csv") + ' ' + path("own") + " --edition '" +
+                   EDITION + "' " + options);
+    }
+    void with_charts() const {
+        write("own/charts.csv", CHARTS);
+        write("own/chart_points.csv", POINTS);
+    }
+    ProgramRun check(const std::string& options = "") const {
+        return run("data check " + path("own") + options);
+    }
+    ProgramRun build() const { return run("data build " + path("own") + ' ' + path("out")); }
+};
+
+TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
+    const ProgramRun imported = import();
+    ASSERT_EQ(imported.status, 0) << imported.err;
+    EXPECT_EQ(imported.out, "50 rows into materials_viii1.csv of " + path("own") +
+                                ", 48 of names that are not shipped\n");
+    EXPECT_EQ(read(path("own/edition.txt")), std::string(EDITION) + '\n');
+    with_charts();
+    const ProgramRun checked = check();
+    ASSERT_EQ(checked.status, 0) << checked.err;
+    for (const char* line : {"materials_viii1.csv                 50 rows\n",
+                             "charts.csv                           4 rows\n",
+                             "HA-1 to 400 F: largest error of the fit +0.00 % at A = "})
+        EXPECT_NE(checked.out.find(line), std::string::npos) << line << checked.out;
+    const ProgramRun made = build();
+    ASSERT_EQ(made.status, 0) << made.err;
+
+    // What is shipped is there still, and SA-240 304 has the figures of the user.
+    const ProgramRun list = run("materials --data " + path("out"));
+    EXPECT_NE(list.out.find("\nSA-516 70"), std::string::npos);
+    EXPECT_NE(list.out.find("\nMADE-48"), std::string::npos);
+    EXPECT_NE(list.out.find(std::string("\nData files: ") + EDITION), std::string::npos);
+    // 300 F between 100 and 150 C, 700 F between 300 and 400 C.
+    const ProgramRun steel = run("materials 'SA-240 304' --data " + path("out"));
+    EXPECT_NE(steel.out.find("        300                18.88\n"), std::string::npos) << steel.out;
+    EXPECT_NE(steel.out.find("        700                11.75\n"), std::string::npos) << steel.out;
+    EXPECT_NE(steel.out.find(std::string("Edition                         ") + EDITION),
+              std::string::npos);
+    const ProgramRun charts = run("chart --data " + path("out"));
+    for (const char* line :
+         {"\nHA-3: published, Made-up tables, edition 7: invented\n", "\nCS-1: published"})
+        EXPECT_NE(charts.out.find(line), std::string::npos) << line << charts.out;
+
+    const std::string vessel =
+        "[[external]]\nkind = \"cylinder\"\nP = 15\nT = 300\nDo = 60\nt = 1\n"
+        "length = 90\nmaterial = \"MADE-2\"\n";
+    const ProgramRun result = run("run " + write("v.toml", vessel) + " --data " + path("out"));
+    EXPECT_EQ(result.status, 0) << result.err;
+    for (const std::string& line :
+         {"\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
+          "\nFigures of ExtChartData.txt:\n  HA-1: published, " + std::string(EDITION) +
+              ": invented\n",
+          "\n  MADE-2: published, " + std::string(EDITION) + ": " + EDITION + '\n'})
+        EXPECT_NE(result.out.find(line), std::string::npos) << line << result.out;
+}
+
+TEST_F(OwnData, FaultsAreNamedByFileLineAndColumn) {
+    ASSERT_EQ(import().status, 0);
+    with_charts();
+    std::string points = POINTS;
+    points.replace(points.find("HA-2,100,2.0e-2,15000"), 21, "HA-2,100,2.0e-2,x5000");
+    write("own/chart_points.csv", points);
+    std::string materials = read(path("own/materials_viii1.csv"));
+    materials.replace(materials.find("MADE-3,UHA"), 10, "MADE-3,UHX");
+    write("own/materials_viii1.csv", materials);
+    write("own/chart.csv", CHARTS);
+    const ProgramRun faulty = check();
+    EXPECT_EQ(faulty.status, 2);
+    EXPECT_EQ(faulty.out, "");
+    EXPECT_EQ(faulty.err,
+              path("own") + "/chart.csv: no table of this name\n" + path("own") +
+                  "/chart_points.csv:12: b: not a number: \"x5000\"\n" + path("own") +
+                  "/materials_viii1.csv:5: part: not one of the words for it: \"UHX\"\n");
+    EXPECT_EQ(build().status, 2);
+    EXPECT_FALSE(fs::exists(path("out")));
+}
+
+// A knee that one quadratic cannot follow.
+TEST_F(OwnData, ChartThatTheRowMissesIsTakenOnlyWhenToldTo) {
+    write("own/edition.txt", "one\n");
+    write("own/charts.csv", "chart,temperature,modulus,tolerance,fit,status,source,note\n"
+                            "HA-1,100,28.0,,,published,invented,\n");
+    write("own/chart_points.csv", "chart,temperature,a,b,source\nHA-1,100,1.0e-5,140,i\n"
+                                  "HA-1,100,4.0e-4,5600,i\nHA-1,100,1.0e-3,8000,i\n"
+                                  "HA-1,100,3.0e-3,11000,i\nHA-1,100,1.0e-2,13000,i\n"
+                                  "HA-1,100,1.0e-1,13000,i\n");
+    const ProgramRun refused = check();
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.err, path("own") +
+                               "/charts.csv:2: tolerance: the fit misses the points by up to "
+                               "+4.80 % at A = 3.000e-03, more than 1 %\n");
+    EXPECT_EQ(check(" --tolerance 4.7").status, 2);
+    const ProgramRun taken = check(" --tolerance 4.9");
+    EXPECT_EQ(taken.status, 0) << taken.err;
+    EXPECT_NE(taken.out.find("HA-1 to 100 F: largest error of the fit +4.80 % at A = 3.000e-03\n"),
+              std::string::npos);
+}
+
+TEST_F(OwnData, FolderNamesItsEdition) {
+    write("own/charts.csv", CHARTS);
+    write("own/chart_points.csv", POINTS);
+    EXPECT_EQ(check().err, path("own") +
+                               "/edition.txt: missing; one line that names the edition of "
+                               "these tables is expected\n");
+    write("own/edition.txt", "two\nlines\n");
+    EXPECT_EQ(check().err,
+              path("own") + "/edition.txt:1: one line of at most 80 characters is expected\n");
+    write("own/edition.txt", "one\r\n");
+    EXPECT_EQ(check().status, 0);
+    EXPECT_EQ(run("data check " + path("none")).err,
+              "tarvane: there is no folder " + path("none") + '\n');
+    EXPECT_EQ(run("data build " + path("own") + ' ' + path("own")).status, 2);
+    EXPECT_FALSE(fs::exists(path("own/MATFILE1.BIN")));
+}
+
+TEST_F(OwnData, ImportKeepsUnitsAndRefusesWhatItCannotTake) {
+    const auto imported = [&](const std::string& rows, const std::string& options = "") {
+        write("plain.csv", rows);
+        fs::remove_all(path("own"));
+        return import(options);
+    };
+    ASSERT_EQ(imported("material,tensile,yield,100,300\nMADE-1,70,30,20.0,16.0\n").status, 0);
+    // On the straight line between two temperatures, and none above the last one.
+    const std::string table = read(path("own/materials_viii1.csv"));
+    EXPECT_NE(table.find(",20,19,18,17,16,,"), std::string::npos) << table;
+    EXPECT_NE(table.find("\n1001,MADE-1,UCS,-,-,-,"), std::string::npos) << table;
+    // A second import adds, and replaces the rows of its names.
+    write("plain.csv", "material,tensile,yield,100\nMADE-2,70,30,19.0\nMADE-1,70,30,18.0\n");
+    ASSERT_EQ(import("").status, 0);
+    const std::string both = read(path("own/materials_viii1.csv"));
+    EXPECT_NE(both.find("MADE-2"), std::string::npos);
+    EXPECT_EQ(both.find(",20,19,"), std::string::npos);
+    EXPECT_EQ(check().status, 0) << check().err;
+
+    EXPECT_EQ(imported("material,tensile,yield,100\nM,70,30,1x\n").err,
+              "tarvane: plain.csv:2: 100: not a number: \"1x\"\n");
+    EXPECT_EQ(imported("material,tensile,yield,100,200\nM,70,30,10,11\n").err,
+              "tarvane: plain.csv:2: 200: higher than the figure before: 11\n");
+    EXPECT_EQ(imported("material,yield,100\nM,30,10\n").err,
+              "tarvane: plain.csv:2: material: a new one needs its tensile strength: \"M\"\n");
+    EXPECT_EQ(imported("material,colour,100\nM,red,10\n").err,
+              "tarvane: plain.csv:1: colour: no column of this table\n");
+    EXPECT_EQ(imported("material,tensile\nM,70\n").err,
+              "tarvane: plain.csv: no column of a temperature, \"100\" for example\n");
+    EXPECT_EQ(imported("material,100\nM,10\n", "--as yield").err,
+              "tarvane: plain.csv:2: material: not in materials_viii1.csv: import its stresses of "
+              "Division 1 first: \"M\"\n");
+    EXPECT_EQ(imported("material,100,200\nSA-516 70,38,34\n", "--as yield").status, 0);
+    EXPECT_NE(read(path("own/yields.csv")).find("\n1,SA-516 70,"), std::string::npos);
+}
+
+} // namespace
+} // namespace tarvane::app

@@ -1,0 +1,44 @@
+// Where the figures of the data files come from: status, edition and source of each item that a host names, and
+// the edition that a user gave to data files of his own.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace tarvane::vessel {
+
+inline constexpr std::string_view SOURCES_FILE = "data_sources.txt",
+                                  EDITION_FILE = "data_edition.txt";
+
+struct ItemSource {
+    std::string status; // "checked", "published", "approximate"
+    std::string edition, source, remark;
+
+    // "checked, 1999 addenda and later: II-D Table 1A"
+    std::string text() const;
+};
+
+// What data_sources.txt of the data folder says; nothing without the file, as that of an earlier version.
+class DataSources {
+  public:
+    DataSources();
+
+    // A null pointer for an item that is not listed. The name of a material stands for all its records.
+    const ItemSource* of(std::string_view file, std::string_view item) const;
+
+  private:
+    std::map<std::pair<std::string, std::string>, ItemSource, std::less<>> items;
+
+    void add(const std::string& file, const std::string& item, const ItemSource& source);
+};
+
+// Those of the data folder, read again only when the file has changed.
+std::shared_ptr<const DataSources> data_sources();
+
+// "Licensed tables of 2025" where a user made the data files of the folder; empty for those that are shipped.
+std::string data_edition();
+
+} // namespace tarvane::vessel
