@@ -9,6 +9,7 @@
 #include "document/vessel_verdict.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
+#include "model/summary.h"
 #include "terminal/output_file.h"
 #include "values/bounded_file.h"
 #include "values/text.h"
@@ -100,6 +101,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     if (c.complete)
         out << closing_tables(c.calculated, file.units) << approximate_lines(file)
             << data_lines(file) << std::flush;
+    if (c.complete && file.of_vessel) out << summary_text(file, summary(file, c)) << std::flush;
     out << text_of(vessel_verdict(file, c), options.colour) << std::flush;
     for (const std::string& problem : c.problems)
         err << "tarvane: " << problem << '\n';

@@ -386,8 +386,8 @@ TEST_F(Commands, NewFilesRunAndPass) {
 TEST_F(Commands, NewDrumIsAVessel) {
     set_data_folder(TARVANE_DATA_DIR);
     const ReadResult drum = read_input(new_file("drum", false));
-    ASSERT_EQ(drum.request.elements.size(), 4u);
-    EXPECT_EQ(drum.request.elements[3]->kind, &FLANGE_KIND);
+    ASSERT_EQ(drum.request.elements.size(), 14u); // a metal temperature for each of seven
+    EXPECT_EQ(drum.request.elements[4]->kind, &FLANGE_KIND);
     EXPECT_TRUE(new_file("drum", false).starts_with("tarvane = 1"));
 }
 

@@ -3,6 +3,7 @@
 #include "catalogue/bolt_sizes.h"
 #include "catalogue/standard_flanges.h"
 #include "components/flange_checks.h"
+#include "components/flange_external.h"
 #include "components/flange_results.h"
 #include "components/flange_session.h"
 #include "components/gasket_keys.h"
@@ -341,6 +342,20 @@ void FlangeInput::complete(Reading& reading) {
         }
         record[10] = setting(Setting::cover_modulus);
     }
+    make_external(reading);
+}
+
+// Loads of a mate are those of the internal pressure.
+void FlangeInput::make_external(Reading& reading) {
+    const float P = setting(Setting::external_pressure);
+    if (reading.sound("P_external") && !(P >= 0.0f))
+        reading.fault("P_external", "it must not be below 0");
+    if (!(P > 0.0f)) return;
+    auto other = std::make_shared<FlangeInput>(*this);
+    other->record[TARVANE_P] = -P;
+    other->put_setting(Setting::design_pressure_operating, -P);
+    other->write_slot(slot::mating_loads, 15, "N");
+    external = std::move(other);
 }
 
 bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
@@ -362,6 +377,14 @@ bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
 std::unique_ptr<Outcome> FlangeInput::calculate(const Request& file) const {
     auto outcome = std::make_unique<FlangeOutcome>(run_flange(*this, file));
     outcome->rounded = round_design(*this, *outcome, file);
+    if (external == nullptr || outcome->stopped || outcome->refused()) return outcome;
+    const auto other = std::make_shared<FlangeOutcome>(run_flange(*external, file));
+    outcome->report += other->report;
+    outcome->messages.insert(outcome->messages.end(), other->messages.begin(),
+                             other->messages.end());
+    outcome->stopped = other->stopped;
+    outcome->fatal_code = other->fatal_code;
+    outcome->external = other;
     return outcome;
 }
 
@@ -387,6 +410,7 @@ Checks FlangeInput::find_checks(const Outcome& outcome, const UnitSystem& units)
         }
         checks.push_back(std::move(check));
     }
+    add_external_checks(*this, own, units, checks);
     for (Check& check : checks)
         check.listed_in(FLANGE_CHECKS);
     return checks;
@@ -413,6 +437,7 @@ RatingBasis FlangeInput::rating_basis(const Outcome& outcome) const {
     if (!rated() && pressure) basis.estimate = own.mawp;
     auto judged = std::make_unique<FlangeInput>(*this);
     if (own.found.Ab != TARVANE_NO_VALUE) judged->mated_bolts = own.found.Ab;
+    judged->external.reset();
     if (analysis() == TARVANE_THICKNESS) {
         judged->record[TARVANE_KIND] = TARVANE_ANALYSE;
         const bool at_given = setting(Setting::keep_thickness) != 0.0f && record[TARVANE_t] > 0.0f;

@@ -5,6 +5,7 @@
 #include "fields/flange_keys.h"
 
 #include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,9 @@ extern const ElementKind FLANGE_KIND;
 struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     std::array<float, RECORD_ELEMENTS + 1> record{};  // one-based; the engine's units
     std::string text = std::string(TEXT_LENGTH, ' '); // slots of 15 Western characters
+
+    // The same flange under external pressure, with that as its only one.
+    std::shared_ptr<const FlangeInput> external;
 
     int code() const { return whole_setting(Setting::code); }
     int edition() const { return whole_setting(Setting::edition); }
@@ -59,6 +63,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     void take_material(Reading& reading);
     void take_bolt_material(Reading& reading);
     void note_tables(Reading& reading) const;
+    void make_external(Reading& reading);
 };
 
 // The flanges of a file in their order.

@@ -27,6 +27,7 @@ struct Request {
     bool decimal_comma = false;
     bool metric_constants = false; // the code's dimensions of its metric edition
     bool report = true;            // its calculation writes the lines of the report
+    bool of_vessel = false;        // its components are those of one vessel: there is a [vessel]
     std::string description;       // of the vessel, UTF-8
     Document document;
     // In the order in which they are written, then the metal temperatures that the vessel asks for.

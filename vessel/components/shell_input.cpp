@@ -238,6 +238,8 @@ void ShellInput::complete(Reading& reading) {
 // Its keys have the names of an [[external]], except the pressure.
 void ShellInput::make_external(Reading& reading) {
     if (shape() == TARVANE_FLAT_HEAD) {
+        // The external pressure of the vessel is held against its MAWP, see checks.
+        if (!reading.own("external") && !reading.own("P_external")) return;
         reading.fault(reading.given("external") ? "external" : "P_external",
                       "a flat head holds external pressure by UG-34, as it does internal pressure");
         return;
@@ -339,6 +341,11 @@ Checks ShellInput::find_checks(const Outcome& outcome, const UnitSystem& units) 
             if (!there) checks.push_back(std::move(check));
         }
     }
+    // A flat head holds external pressure as it does internal pressure, UG-34.
+    const float P_external = setting(N::P_external);
+    if (shape() == TARVANE_FLAT_HEAD && P_external > 0.0f && !own.stopped)
+        checks.push_back(Check::compared(field_of(SHELL_CHECKS, "mawp"), own.found.mawp, P_external)
+                             .in_case("external"));
     for (Check& check : checks)
         check.listed_in(shell_check_fields());
     return checks;

@@ -65,32 +65,80 @@ t = {0.375|10}
 )";
 
 constexpr std::string_view DRUM =
-    R"([vessel]                    # holds for every component without its own
+    R"([document]
+project = "Project"
+number = "V-101-C-001"
+revision = "A"
+
+[vessel]                    # holds for every component without its own
 description = "V-101 knock-out drum"
 code = "VIII-1"
-)";
-
-constexpr std::string_view DRUM_MORE = R"(E = 0.85                    # joint efficiency
+P = {150|1.0}                     # at the top, {psig|MPa}; the head of the liquid is added by elevation
+P_external = "full vacuum"
+T = {300|150}                     # design temperature, degrees {F|C}
+MDMT = {-20|-29}                  # every pressure part is checked for it
+ci = {0.125|3.0}                  # internal corrosion allowance
+E = 0.85                    # joint efficiency
 material = "SA-516 70"      # S, Sa, yield stresses and modulus come from the material files
+bolt_material = "SA-193 B7"
+liquid = { density = "{62.4 lb/ft3|1000 kg/m3}", level = {90|2300} }    # level: elevation of the surface
 
 [[shell]]
 description = "Shell"
 kind = "cylinder"
 D = {60|1500}                      # inside diameter
-t = {0.5|14}                     # nominal thickness
+t = {0.625|16}                   # nominal thickness
+length = {150|3800}                # from head to head, and stiffened length under vacuum
+elevation = 0               # of the lowest point
 
 [[shell]]
 description = "Top head"
 kind = "elliptical"         # 2:1 without k = D/2h
-D = {60|1500}
-t = {0.5|14}
+on = "Shell"                # D, material, place
+end = "top"
+t = {0.625|16}
 
 [[shell]]
 description = "Bottom head"
 kind = "elliptical"
-D = {60|1500}
-t = {0.5|14}
+on = "Shell"
+end = "bottom"
+t = {0.625|16}
 
+[[shell]]
+description = "N1 neck"
+kind = "cylinder"
+Do = {6.625|168.3}
+t = {0.432|10.97}
+length = {8|200}
+material = "SA-106 B"
+elevation = {40|1000}
+
+[[flange]]
+description = "N1 flange"
+type = "weld neck"          # `tarvane explain type` lists the others
+standard = { class = 300, size = 6 }    # A, B, C, t, hub, bolts; any key given here comes before it
+attached_to = "N1 neck"     # wall, bore, allowable stresses, corrosion, elevation
+material = "SA-105"
+bolting = "TEMA"            # thread series
+)";
+
+constexpr std::string_view MANWAY = R"(
+[[flange]]
+description = "Manway flange"
+type = "weld neck"
+kind = "rated"              # by its rating, UG-44; no stresses
+standard = { class = 150, size = 20, wall = {0.5|12.7} }
+rating = {230|1.58}                # at T, {psig|MPa}
+material = "SA-105"
+elevation = {75|1900}
+
+[[flange]]
+description = "Manway cover"
+type = "blind"
+kind = "rated"
+mates_with = "Manway flange"    # class, size, rating and elevation of its mate
+material = "SA-105"
 )";
 
 std::string in_units(std::string_view text, bool si) {
@@ -118,7 +166,7 @@ std::string new_file(std::string_view name, bool si) {
     };
     if (name == "flange") add({FLANGE, CONDITIONS, GASKET});
     if (name == "heads") add({HEADS, CONDITIONS, HEADS_MORE});
-    if (name == "drum") add({DRUM, CONDITIONS, DRUM_MORE, FLANGE, GASKET});
+    if (name == "drum") add({DRUM, GASKET, MANWAY});
     return in_units(text, si);
 }
 

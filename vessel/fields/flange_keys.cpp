@@ -81,6 +81,10 @@ constexpr Key ROWS[] = {
         "vessel pressure at the flange; P when it is not given"}
         .label("Operating pressure")
         .to("FLANGE_CALC p_operating"),
+    Key{"P_external", P::setting, at(Setting::external_pressure), pressure,
+        "external design pressure, for a second calculation with it in place of P"}
+        .label("External design pressure")
+        .to("record 4"),
     Key{"ci", P::record, 9, thickness, "internal corrosion allowance", "ci"},
     Key{"ce", P::record, 63, thickness, "external corrosion allowance", "ce"},
     Key{"use_corrosion", P::slot_flag, slot::use_corrosion, flag,
@@ -425,6 +429,7 @@ constexpr std::string_view OF_RATED[] = {"description",
                                          "standard.size",
                                          "standard.wall",
                                          "P_operating",
+                                         "P_external",
                                          "attached_to",
                                          "mates_with",
                                          "elevation",

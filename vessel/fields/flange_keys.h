@@ -35,6 +35,7 @@ enum class Setting {
     rating,
     bolt_size,
     elevation,
+    external_pressure,
     count
 };
 

@@ -160,6 +160,9 @@ Links::Links(std::span<const Node> nodes, FaultList& faults) : links(nodes.size(
     }
     refuse_second_mates(nodes, finder);
     sorted = Sorter(nodes, links, finder).sort();
+    // Nothing names a metal temperature, and it goes by flanges whose mates are known.
+    std::stable_partition(sorted.begin(), sorted.end(),
+                          [&](std::size_t i) { return nodes[i].kind->table != "mdmt"; });
 }
 
 // Bolts join two flanges.

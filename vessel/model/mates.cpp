@@ -1,6 +1,5 @@
 #include "model/mates.h"
 
-#include "components/engine_session.h"
 #include "components/flange_session.h"
 #include "document/results.h"
 #include "tarvane/tarvane.h"
@@ -19,10 +18,7 @@ using Loads = std::array<float, 3>; // in the order of the keys
 
 // Silently; nothing where the engine has none.
 std::optional<Loads> loads_of(const FlangeInput& flange, const Request& request) {
-    FlangeOutcome outcome;
-    const Services services(outcome);
-    set_up_flange(flange, request);
-    call_flange(flange, request, 1, outcome);
+    const FlangeOutcome outcome = run_flange(flange, without_report(request));
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
     if (outcome.stopped || outcome.refused()) return std::nullopt;
     const Loads loads{found.Wm1, found.Wm2, found.W};

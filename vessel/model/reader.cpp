@@ -276,6 +276,21 @@ bool Reader::has_owner(std::string_view name) const {
     });
 }
 
+// A code that others are calculated by; else nothing.
+std::string code_not_covered(const Value& value, const ElementKind& kind) {
+    const Key& codes = *flange_keys().find("code");
+    const std::string* text = value.text();
+    const auto code =
+        std::find_if(codes.choices.begin(), codes.choices.end(), [&](const Choice& c) {
+            return text != nullptr && folded(c.name) == folded(*text);
+        });
+    const Key* own = kind.keys.find("code");
+    if (code == codes.choices.end() || own == nullptr) return {};
+    return std::string(kind.plural) + " by " +
+           std::string(choice_name(codes.choices, code->number)) + " are not covered; by " +
+           choice_names(own->choices) + " they are";
+}
+
 void Reader::read_key(const Written& written, const Key& key, const std::string& path,
                       Element& element, Reading& reading) {
     const bool own = path.starts_with(std::string(element.kind->table) + '[');
@@ -295,6 +310,10 @@ void Reader::read_key(const Written& written, const Key& key, const std::string&
     }
     reading.note(key.name, *written.value, written.name, path, fault.empty(), own);
     if (fault.empty()) return;
+    if (key.name == "code") {
+        if (std::string words = code_not_covered(*written.value, *element.kind); !words.empty())
+            fault = std::move(words);
+    }
     faults.add(written.value->at, written.name, std::move(fault));
     faults.list().back().path = path;
     faults.list().back().value = written.value->shown();
@@ -382,7 +401,7 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
 void Reader::take_links(std::size_t place, Element& element, Reading& reading) {
     for (const Link& link : links.of(place)) {
         if (link.target)
-            take_over(link.key, element, reading, *request.elements[*link.target]);
+            take_over(link.key, element, reading, *request.elements[*link.target], request);
         else
             take_nothing(link.key, element, reading);
     }
@@ -635,6 +654,7 @@ std::vector<bool> Reader::find_drafts(const std::vector<Draft>& begun) const {
 // ---- the vessel ------------------------------------------------------------------------------------------
 
 void Reader::read_vessel(const Table& vessel) {
+    request.of_vessel = true;
     if (const Value* description = vessel.find("description")) {
         if (description->text() != nullptr)
             request.description = *description->text();

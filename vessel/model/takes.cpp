@@ -1,10 +1,12 @@
 #include "model/takes.h"
 
 #include "components/flange_input.h"
+#include "components/flange_session.h"
 #include "components/mdmt_input.h"
 #include "components/shell_input.h"
 #include "components/shell_session.h"
 #include "document/results.h"
+#include "model/place.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -67,56 +69,8 @@ class Taker {
     }
 };
 
-float inside_diameter(const ShellInput& shell) {
-    return shell.outside() ? shell.diameter() - 2.0f * shell.setting(S::t) : shell.diameter();
-}
-
 bool is_cylinder(const Element& element) {
     return element.kind == &SHELL_KIND && shell_of(element).shape() == TARVANE_CYLINDER;
-}
-
-// ---- elevation -----------------------------------------------------------------------------------------
-
-// From the end of the shell to the lowest or highest point inside a head; nothing where dimensions are missing.
-std::optional<float> depth_of(const ShellInput& head) {
-    const float D = inside_diameter(head), straight = head.setting(S::straight);
-    switch (head.shape()) {
-    case TARVANE_ELLIPTICAL_HEAD: {
-        const float h = head.setting(S::h), k = head.setting(S::k);
-        if (h > 0.0f) return h + straight;
-        return k > 0.0f ? std::optional(D / (2.0f * k) + straight) : std::nullopt;
-    }
-    case TARVANE_TORISPHERICAL_HEAD: {
-        const float L = head.setting(S::L), r = head.setting(S::r);
-        const float crown = L - r, side = D / 2.0f - r;
-        return crown >= side ? std::optional(L - std::sqrt(crown * crown - side * side) + straight)
-                             : std::nullopt;
-    }
-    case TARVANE_SPHERE:
-        return D / 2.0f + straight;
-    case TARVANE_CONE:
-        return head.setting(S::cone_length) > 0.0f ? std::optional(head.setting(S::cone_length))
-                                                   : std::nullopt;
-    default:
-        return 0.0f;
-    }
-}
-
-// Of the lowest point inside a head at one end of a shell.
-std::optional<float> elevation_at_end(const ShellInput& head, const ShellInput& shell) {
-    const std::optional<float> foot = elevation_of(shell);
-    if (!foot) return std::nullopt;
-    switch (head.whole_setting(S::end)) {
-    case END_TOP:
-        return shell.setting(S::length) > 0.0f ? std::optional(*foot + shell.setting(S::length))
-                                               : std::nullopt;
-    case END_BOTTOM: {
-        const std::optional<float> depth = depth_of(head);
-        return depth ? std::optional(*foot - *depth) : std::nullopt;
-    }
-    default: // of a vessel that lies
-        return foot;
-    }
 }
 
 void take_elevation(const Taker& taker, std::optional<float> elevation) {
@@ -195,7 +149,8 @@ void take_from_mate(const FlangeInput& flange, Reading& reading, const Taker& ta
 // Without a shell the weld is not known. Its ratio is that of the pressures: it is not under membrane stress.
 void take_flat_head(const ShellInput& head, const Taker& taker) {
     const TARVANE_SHELL_RESULTS found = look_at(head);
-    if (found.mawp > 0.0f) taker.number("ratio", std::min(head.setting(S::P) / found.mawp, 1.0f));
+    if (found.mawp > 0.0f && !taker.own("tr"))
+        taker.number("ratio", std::min(head.setting(S::P) / found.mawp, 1.0f));
 }
 
 void take_of_shell(const ShellInput& part, const Taker& taker) {
@@ -233,8 +188,24 @@ std::optional<float> governing_thickness(const FlangeInput& flange) {
     }
 }
 
-void take_of_flange(const FlangeInput& part, const Taker& taker) {
+// Of the pressure to the greatest one that the flange holds cold: it is not under membrane stress, UCS-66(b). A
+// rating at the design temperature is not above that.
+std::optional<float> pressure_ratio(const FlangeInput& flange, const Request& request) {
+    const float P = flange.record[TARVANE_P], rating = flange.setting(Setting::rating);
+    if (flange.rated())
+        return rating > 0.0f ? std::optional(std::min(std::abs(P) / rating, 1.0f)) : std::nullopt;
+    const FlangeOutcome outcome = run_flange(flange, without_report(request));
+    RESET_ENGINE();
+    const float ratio = outcome.found.stress_ratio;
+    const bool found = !outcome.stopped && !outcome.refused() && ratio != TARVANE_NO_VALUE;
+    return found && ratio > 0.0f ? std::optional(ratio) : std::nullopt;
+}
+
+void take_of_flange(const FlangeInput& part, const Taker& taker, const Request& request) {
     if (const auto tg = governing_thickness(part)) taker.number("tg", *tg);
+    if (!taker.own("tr")) {
+        if (const auto ratio = pressure_ratio(part, request)) taker.number("ratio", *ratio);
+    }
     taker.number("ci", part.record[TARVANE_ci]);
     taker.number("ce", part.record[TARVANE_ce]);
     if (taker.own("material")) return;
@@ -246,7 +217,8 @@ void take_of_flange(const FlangeInput& part, const Taker& taker) {
 
 } // namespace
 
-void take_over(std::string_view link, Element& to, Reading& reading, const Element& from) {
+void take_over(std::string_view link, Element& to, Reading& reading, const Element& from,
+               const Request& request) {
     const Taker taker(to, reading, from);
     if (link == "on") {
         take_from_shell(static_cast<ShellInput&>(to), reading, taker, from);
@@ -257,7 +229,7 @@ void take_over(std::string_view link, Element& to, Reading& reading, const Eleme
     } else if (from.kind == &SHELL_KIND) {
         take_of_shell(shell_of(from), taker);
     } else {
-        take_of_flange(flange_of(from), taker);
+        take_of_flange(flange_of(from), taker, request);
     }
 }
 
@@ -297,14 +269,8 @@ void add_head(const Liquid& liquid, Element& to, Reading& reading) {
     const float head = liquid.head_at(to.number_of(*elevation));
     if (!(head > 0.0f)) return;
     to.put_number(*P, to.number_of(*P) + head);
+    to.liquid_head = head;
     reading.adds("P", shown(head, Quantity::pressure, reading.units) + " of liquid");
-}
-
-std::optional<float> elevation_of(const Element& element) {
-    const auto origin = element.origins.find("elevation");
-    if (origin == element.origins.end()) return std::nullopt;
-    if (origin->second.given.null() && origin->second.from == "default") return std::nullopt;
-    return element.number_of(*element.kind->keys.find("elevation"));
 }
 
 } // namespace tarvane::vessel

@@ -3,13 +3,13 @@
 
 #include "components/element.h"
 
-#include <optional>
 #include <string_view>
 
 namespace tarvane::vessel {
 
 // Into the values of a component, before what follows from them. The other one is complete.
-void take_over(std::string_view link, Element& to, Reading& reading, const Element& from);
+void take_over(std::string_view link, Element& to, Reading& reading, const Element& from,
+               const Request& request);
 
 // What a link at fault would have given isn't missing on top of that.
 void take_nothing(std::string_view link, const Element& to, Reading& reading);
@@ -24,8 +24,5 @@ struct Liquid {
 
 // The head on a component whose pressure is that of the vessel. A component without an elevation is a fault.
 void add_head(const Liquid& liquid, Element& to, Reading& reading);
-
-// The elevation of a component that is complete; nothing where neither it nor a link gives one.
-std::optional<float> elevation_of(const Element& element);
 
 } // namespace tarvane::vessel

@@ -8,6 +8,7 @@
 #include "document/checks_table.h"
 #include "document/report_view.h"
 #include "document/vessel_verdict.h"
+#include "model/summary.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
 #include "values/sha256.h"
@@ -48,12 +49,14 @@ std::string_view verdict_of(const std::vector<Found>& components) {
 
 class Writer {
   public:
-    Writer(const Request& of, Wanted members) : request(of), wanted(members) {}
+    Writer(const Request& of, const Calculation& as, Wanted members)
+        : request(of), calculation(as), wanted(members) {}
 
     std::string write(const std::vector<Found>& components, const VesselVerdict& verdict);
 
   private:
     const Request& request;
+    const Calculation& calculation;
     Wanted wanted;
     JsonWriter json;
 
@@ -69,6 +72,7 @@ class Writer {
             json.null();
     }
     void write_governing(const std::vector<Found>& components);
+    void write_summary();
     void write_data();
     bool write_choice(std::span<const Choice> choices, float engine);
     void write_number(const Key& key, float engine, const Value& given);
@@ -100,6 +104,27 @@ void Writer::write_governing(const std::vector<Found>& components) {
     text("component", path_of(*of[static_cast<std::size_t>(worst - all.data())]));
     text("check", worst->field().id);
     json.end_object();
+}
+
+// Of a request with a [vessel].
+void Writer::write_summary() {
+    json.key("summary").begin_list();
+    for (const SummaryRow& row : summary(request, calculation)) {
+        json.begin_object();
+        text("name", row.field->name);
+        optional_value("value", row.value, row.field->quantity);
+        json.key("component");
+        if (row.by != nullptr)
+            json.text(path_of(*row.by));
+        else
+            json.null();
+        text("note", row.note);
+        json.key("lacks").begin_list();
+        for (const std::string& each : row.lacks)
+            json.text(each);
+        json.end_list().end_object();
+    }
+    json.end_list();
 }
 
 void Writer::write_data() {
@@ -312,6 +337,7 @@ std::string Writer::write(const std::vector<Found>& components, const VesselVerd
     text("verdict", verdict_of(components));
     text("says", verdict.words);
     write_governing(components);
+    if (request.of_vessel && wanted.results) write_summary();
     write_data();
     json.key("not_covered").begin_list();
     for (const std::string_view words : verdict.not_covered)

@@ -3,6 +3,8 @@
 #include "components/element.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
+#include "fields/vessel_keys.h"
+#include "model/summary.h"
 #include "values/json.h"
 #include "values/text.h"
 
@@ -221,6 +223,18 @@ std::string units_schema() {
     return object_of({{"anyOf", list_of({system, units.object()})}});
 }
 
+std::string document_schema() {
+    Properties document, revision;
+    for (const Key& key : document_keys())
+        document.put(key.name, key_schema(key));
+    for (const Key& key : revision_keys())
+        revision.put(key.name, key_schema(key));
+    document.put(REVISIONS, object_of({{"type", text("array")},
+                                       {"maxItems", std::to_string(MOST_REVISIONS)},
+                                       {"items", revision.object()}}));
+    return document.object();
+}
+
 } // namespace
 
 std::string input_schema() {
@@ -242,9 +256,15 @@ std::string input_schema() {
         head.put(kind->table, list.take());
         if (kind->single) head.put(kind->table, reference(kind->table));
     }
-    definitions_json.key("vessel").raw(common.object()).end_object();
+    Properties of_vessel = common, liquid;
+    for (const Key& key : vessel_keys())
+        liquid.put(key.name.substr(key.name.find('.') + 1), key_schema(key));
+    constexpr std::string_view LIQUID_MEMBERS[] = {"density", "level"};
+    of_vessel.put("liquid", liquid.object(LIQUID_MEMBERS));
+    definitions_json.key("vessel").raw(of_vessel.object()).end_object();
     head.put("vessel", reference("vessel"));
     head.put_all(common);
+    head.put("document", document_schema());
 
     JsonWriter json;
     json.begin_object().key("$schema").text(DRAFT).key("title").text("Request of tarvane");
@@ -400,6 +420,18 @@ std::string result_schema() {
     result.put("governing", governing.object(governing_members));
     result.put("data_edition", of_type("string"));
     result.put("data", list_schema(file.object(file_members)));
+    Properties row;
+    std::vector<std::string_view> rows;
+    const std::vector<ResultField> fields = summary_fields();
+    for (const ResultField& field : fields)
+        rows.push_back(field.name);
+    row.put("name", object_of({{"enum", texts(rows)}}));
+    row.put("value", nullable("number"));
+    row.put("component", nullable("string"));
+    row.put("note", of_type("string"));
+    row.put("lacks", list_schema(of_type("string")));
+    const std::string_view row_members[] = {"name", "value", "component", "note", "lacks"};
+    result.put("summary", list_schema(row.object(row_members)));
     result.put("not_covered", list_schema(of_type("string")));
     for (const ElementKind* kind : element_kinds()) {
         definitions.key(kind->table).raw(component_schema(*kind));

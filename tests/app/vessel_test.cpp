@@ -1,0 +1,331 @@
+// A vessel as a whole: its summary, its external pressure, its examples.
+#include "app_fixture.h"
+#include "components/calculation.h"
+#include "components/shell_input.h"
+#include "model/summary.h"
+
+#include <cmath>
+
+namespace tarvane::app {
+
+using namespace vessel;
+namespace {
+
+// Stresses of its own: no data file decides.
+const std::string VESSEL = R"(tarvane = 1
+[vessel]
+description = "Drum"
+P = 100
+T = 300
+E = 1
+)";
+const std::string SHELL = R"([[shell]]
+description = "Shell"
+kind = "cylinder"
+D = 60
+t = 0.5
+ci = 0.125
+S = 17500
+Sa = 20000
+length = 100
+elevation = 20
+)";
+const std::string HEAD = R"([[shell]]
+description = "Head"
+kind = "sphere"
+on = "Shell"
+end = "top"
+t = 0.5
+S = 16000
+Sa = 16000
+)";
+
+struct Made {
+    ReadResult read;
+    Calculation calculation;
+    std::vector<SummaryRow> rows;
+
+    const SummaryRow& row(std::string_view name) const {
+        for (const SummaryRow& each : rows)
+            if (each.field->name == name) return each;
+        ADD_FAILURE() << name;
+        return rows.front();
+    }
+    double value(std::string_view name) const {
+        const auto found = row(name).value;
+        return found ? static_cast<double>(*found) : std::nan("");
+    }
+    std::string by(std::string_view name) const {
+        const Element* element = row(name).by;
+        return element != nullptr ? element->description() : "nothing";
+    }
+    Checks checks(std::size_t place) const {
+        const Calculated& c = calculation.calculated.at(place);
+        return c.element->checks(*c.outcome, read.request.units);
+    }
+};
+
+Made make(const std::string& toml) {
+    Made made{read_input(toml), {}, {}};
+    for (const Fault& fault : made.read.faults)
+        ADD_FAILURE() << fault_line("f", fault);
+    made.calculation = calculate(made.read.request);
+    made.rows = summary(made.read.request, made.calculation);
+    return made;
+}
+
+// ---- summary -----------------------------------------------------------------------------------------------
+
+TEST(Summary, FindsTheLeastPressures) {
+    const Made made = make(VESSEL + SHELL + HEAD);
+    // S E t / (R + 0.6 t), UG-27(c)(1); 2 S E t / (R + 0.2 t), UG-27(d)
+    const double shell = 17500 * 0.375 / (30.125 + 0.6 * 0.375);
+    EXPECT_NEAR(made.value("mawp"), shell, 0.01);
+    EXPECT_EQ(made.by("mawp"), "Shell");
+    EXPECT_NEAR(made.value("map_nc"), 20000 * 0.5 / (30 + 0.6 * 0.5), 0.01);
+    EXPECT_EQ(made.by("map_nc"), "Shell");
+    // The head has the least ratio, 1; the shell has 20000 / 17500.
+    EXPECT_NEAR(made.value("hydrotest_b"), 1.3 * shell, 0.01);
+    EXPECT_EQ(made.by("hydrotest_b"), "Head");
+    EXPECT_EQ(made.row("hydrotest_b").note, "1.3 MAWP times the least stress ratio 1.0000");
+    // Upright, full of water to the top of the head: 100 in. of shell and 30 of head
+    EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * 20000 * 0.5 / (30 + 0.6 * 0.5) - 62.4 / 1728 * 130,
+                0.01);
+    EXPECT_EQ(made.by("hydrotest_c"), "Shell");
+}
+
+TEST(Summary, NamesTheMaterialOfTheLeastRatio) {
+    const Made made = make(VESSEL + SHELL + HEAD + "material = \"SA-240 304\"\n");
+    EXPECT_EQ(made.row("hydrotest_b").note,
+              "1.3 MAWP times the least stress ratio 1.0000, of SA-240 304");
+}
+
+TEST(Summary, TakesTheHeadOfTheLiquidOff) {
+    const Made made = make(VESSEL + "liquid = { density = 0.04, level = 120 }\n" + SHELL + HEAD);
+    EXPECT_NEAR(made.value("mawp"), 17500 * 0.375 / (30.125 + 0.6 * 0.375) - 0.04 * 100, 0.01);
+    EXPECT_NEAR(static_cast<double>(made.calculation.calculated[0].element->liquid_head), 4.0,
+                1e-5);
+}
+
+TEST(Summary, SaysWhatItCannotHave) {
+    const Made made = make(VESSEL + SHELL + HEAD);
+    EXPECT_FALSE(made.row("maep").value);
+    EXPECT_EQ(made.row("maep").lacks.size(), 2u);
+    EXPECT_FALSE(made.row("mdmt").value);
+    EXPECT_EQ(made.row("mdmt").note, "no metal temperature was asked for");
+    // Without elevations the head of the test water is not known.
+    std::string bare = SHELL;
+    bare.erase(bare.find("elevation"), std::string("elevation = 20\n").size());
+    const Made flat = make(VESSEL + bare);
+    EXPECT_NEAR(flat.value("hydrotest_c"), 1.3 * 20000 * 0.5 / (30 + 0.6 * 0.5), 0.01);
+    EXPECT_NE(flat.row("hydrotest_c").note.find("elevations are missing"), std::string::npos);
+    // A rated flange without a material: no stress ratio; it is named, and the pressure stays.
+    const Made rated = make(VESSEL + SHELL +
+                            "[[flange]]\ndescription = \"N1\"\nkind = \"rated\"\ntype = \"blind\"\n"
+                            "standard = { class = 150, size = 6 }\nrating = 150\n");
+    EXPECT_EQ(rated.by("mawp"), "N1");
+    EXPECT_EQ(rated.row("hydrotest_b").lacks,
+              (std::vector<std::string>{"flange 1 (N1): no stress ratio"}));
+}
+
+TEST(Summary, HasNoPressureThatOneComponentLacks) {
+    // Seating its gasket is beyond its bolts, whatever the pressure.
+    const Made made = make(VESSEL + SHELL + with("y", "y = 40000", FLANGE_TOML));
+    EXPECT_FALSE(made.row("mawp").value);
+    ASSERT_EQ(made.row("mawp").lacks.size(), 1u);
+    EXPECT_EQ(made.row("mawp").lacks[0].find("flange 1 (test flange)"), 0u);
+    EXPECT_EQ(made.row("hydrotest_b").note, "there is no MAWP");
+}
+
+TEST(Summary, FindsTheWarmestTemperature) {
+    const Made made = make(VESSEL + "MDMT = -20\ncurve = \"B\"\n" + SHELL + HEAD);
+    double warmest = -1000;
+    std::string by;
+    for (const Calculated& c : made.calculation.calculated) {
+        for (const Result& result : c.element->results(*c.outcome)) {
+            if (result.field->name != "T_lowest" || !result.value) continue;
+            if (static_cast<double>(*result.value) <= warmest) continue;
+            warmest = static_cast<double>(*result.value);
+            by = c.element->description();
+        }
+    }
+    EXPECT_EQ(made.value("mdmt"), warmest);
+    EXPECT_EQ(made.by("mdmt"), by);
+}
+
+class VesselProgram : public ProgramTest {};
+
+TEST_F(VesselProgram, ShowsTheSummaryOfAVessel) {
+    const std::string out = run("run " + write("v.toml", VESSEL + SHELL + HEAD)).out;
+    EXPECT_NE(out.find("\nVessel: Drum\n"), std::string::npos);
+    EXPECT_NE(out.find("\nMAWP, hot and corroded      psig       216.23  shell 1 (Shell)\n"),
+              std::string::npos)
+        << out.substr(out.find("\nVessel: Drum\n"));
+    // A file without [vessel] is a list of components.
+    EXPECT_EQ(run("run " + write("f.toml", FLANGE_TOML)).out.find("\nVessel"), std::string::npos);
+}
+
+// ---- external pressure -------------------------------------------------------------------------------------
+
+struct Row {
+    std::string id;
+    std::optional<float> demand, limit;
+    auto operator<=>(const Row&) const = default;
+};
+
+std::vector<Row> rows_of(const Checks& checks, bool external) {
+    std::vector<Row> rows;
+    for (const Check& check : checks) {
+        const bool figures = check.ratio() && std::isfinite(*check.ratio());
+        if (check.load_case().starts_with("external") == external && figures)
+            rows.push_back({std::string(check.field().id), check.demand(), check.limit()});
+    }
+    return rows;
+}
+
+TEST(External, OfAFlangeIsASecondCalculation) {
+    const std::string vessel = "tarvane = 1\n[vessel]\nP_external = 15\n";
+    const Made both = make(vessel + FLANGE_TOML);
+    const Made alone = make(with("P", "P = -15", FLANGE_TOML));
+    const std::vector<Row> external = rows_of(both.checks(0), true);
+    EXPECT_FALSE(external.empty());
+    const std::vector<Row> wanted = rows_of(alone.checks(0), false);
+    for (const Row& row : external)
+        EXPECT_NE(std::find(wanted.begin(), wanted.end(), row), wanted.end()) << row.id;
+    // The internal ones are those without external pressure.
+    EXPECT_EQ(rows_of(both.checks(0), false), rows_of(make(FLANGE_TOML).checks(0), false));
+    EXPECT_NE(both.calculation.outcomes[0]->report.find("External Pressure"), std::string::npos);
+}
+
+TEST(External, FailsAFlangeByItself) {
+    const auto passes = [](const std::string& P) {
+        const Made made = make("tarvane = 1\n[vessel]\nP_external = " + P + '\n' + FLANGE_TOML);
+        const Checks checks = made.checks(0);
+        EXPECT_TRUE(std::all_of(checks.begin(), checks.end(), [](const Check& check) {
+            return check.load_case().starts_with("external") || !check.blocks();
+        }));
+        return made.calculation.status == Status::fine;
+    };
+    EXPECT_TRUE(passes("15"));
+    EXPECT_FALSE(passes("5000"));
+}
+
+TEST(External, IsNotAskedOfARatedFlange) {
+    const Made made =
+        make("tarvane = 1\n[vessel]\nP_external = 15\nP = 10\nT = 100\n[[flange]]\n"
+             "kind = \"rated\"\ntype = \"blind\"\nstandard = { class = 150, size = 6 }\n"
+             "rating = 150\n");
+    std::size_t found = 0;
+    for (const Check& check : made.checks(0)) {
+        if (check.load_case() != "external") continue;
+        ++found;
+        EXPECT_EQ(check.state(), State::not_asked);
+    }
+    EXPECT_EQ(found, 1u);
+}
+
+TEST(External, OfAFlatHeadIsItsMawp) {
+    const std::string flat = "[[shell]]\nkind = \"flat\"\nD = 20\nt = 1\nC = 0.33\nS = 20000\n"
+                             "Sa = 20000\nelevation = 0\n";
+    // t = d sqrt(C P / (S E)): P = 20000 / 0.33 / 400
+    const auto state = [&](const char* P) {
+        const Made made = make(VESSEL + "P_external = " + P + '\n' + flat);
+        for (const Check& check : made.checks(0))
+            if (check.load_case() == "external") return check.state();
+        return State::not_made;
+    };
+    EXPECT_EQ(state("151.5"), State::pass);
+    EXPECT_EQ(state("151.6"), State::fail);
+    EXPECT_EQ(fault_lines(VESSEL + flat + "P_external = 15\n").size(), 1u);
+}
+
+TEST(Codes, ThatDoNotCoverAComponentAreNamed) {
+    for (const auto& [code, name] : {std::pair("EN 13445", "EN 13445"), {"BS 5500", "PD 5500"}}) {
+        const std::string vessel = "tarvane = 1\n[vessel]\ncode = \"" + std::string(code) + "\"\n";
+        const std::string of =
+            std::string(" by ") + name + " are not covered; by \"VIII-1\", \"VIII-2\" they are";
+        EXPECT_EQ(fault_lines(vessel + "P = 1\nT = 1\n" + SHELL),
+                  (std::vector<std::string>{"f:3: code: shells" + of}));
+        EXPECT_EQ(fault_lines(vessel + "[[external]]\nkind = \"sphere\"\nP_external = 1\nT = 100\n"
+                                       "D = 10\nt = 1\nchart = \"CS-2\"\n"),
+                  (std::vector<std::string>{"f:3: code: elements under external pressure" + of}));
+    }
+    EXPECT_EQ(fault_lines("code = \"VIII-3\"\nP = 1\nT = 1\n" + SHELL).size(), 1u);
+}
+
+// ---- examples ----------------------------------------------------------------------------------------------
+
+std::string example(const std::string& name) {
+    std::ifstream stream(std::string(TARVANE_SOURCE_DIR) + "/examples/" + name);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+TEST(V101, PassesInBothUnitsByTheSameChecks) {
+    const Made us = make(example("v101.toml")), si = make(example("v101_si.toml"));
+    EXPECT_EQ(us.calculation.status, Status::fine);
+    EXPECT_EQ(si.calculation.status, Status::fine);
+    ASSERT_EQ(us.calculation.calculated.size(), 14u);
+    ASSERT_EQ(si.calculation.calculated.size(), 14u);
+    for (std::size_t i = 0; i < 14; ++i) {
+        const Checks one = us.checks(i), other = si.checks(i);
+        const Check *a = governing(one), *b = governing(other);
+        ASSERT_EQ(a == nullptr, b == nullptr) << i;
+        if (a == nullptr) continue;
+        EXPECT_EQ(a->field().id, b->field().id) << i;
+        EXPECT_EQ(a->load_case(), b->load_case()) << i;
+        // The metric edition has 1.5 mm for 1/16 in. in UG-16(b).
+        if (a->ratio() && b->ratio()) {
+            EXPECT_NEAR(*a->ratio(), *b->ratio(), 0.01f) << i;
+        }
+    }
+    for (std::size_t i = 0; i < us.rows.size(); ++i) {
+        const SummaryRow &a = us.rows[i], &b = si.rows[i];
+        ASSERT_EQ(a.value.has_value(), b.value.has_value()) << a.field->name;
+        if (!a.value) continue;
+        EXPECT_NEAR(*a.value, *b.value, 0.005f * std::fabs(*a.value)) << a.field->name;
+        EXPECT_EQ(a.by->description(), b.by->description()) << a.field->name;
+    }
+    EXPECT_EQ(us.read.request.document.texts.size(), 3u);
+}
+
+// What a component takes from another stands with that one alone.
+TEST(V101, SaysNothingTwice) {
+    const Made made = make(example("v101.toml"));
+    const auto from = [&](std::size_t place, std::string_view key) {
+        return made.read.request.elements.at(place)->origins.at(key).from;
+    };
+    for (const std::size_t head : {1u, 2u}) {
+        EXPECT_EQ(from(head, "D"), "shell 1 (Shell)");
+        EXPECT_EQ(from(head, "elevation"), "shell 1 (Shell)");
+    }
+    for (const char* key : {"standard.wall", "tShell", "Sn", "Sna", "ci", "E", "elevation"})
+        EXPECT_EQ(from(4, key), "shell 4 (N1 neck)") << key;
+    for (const char* key : {"standard.class", "standard.size", "rating", "elevation"})
+        EXPECT_EQ(from(6, key), "flange 2 (Manway flange)") << key;
+    EXPECT_EQ(from(7, "tr"), "shell 1 (Shell)");
+    EXPECT_EQ(from(11, "ratio"), "flange 1 (N1 flange)");
+}
+
+TEST(V101, OnePressureChangesAll) {
+    const auto pressures = [](const std::string& toml) {
+        std::vector<double> found;
+        const ReadResult read = read_input(toml);
+        for (const auto& element : read.request.elements) {
+            if (const Key* P = element->kind->keys.find("P"))
+                found.push_back(static_cast<double>(element->number_of(*P)));
+        }
+        return found;
+    };
+    std::string toml = example("v101.toml");
+    const std::vector<double> low = pressures(toml);
+    ASSERT_EQ(low.size(), 7u);
+    toml.replace(toml.find("P = 150"), 7, "P = 160");
+    const std::vector<double> high = pressures(toml);
+    for (std::size_t i = 0; i < low.size(); ++i)
+        EXPECT_NEAR(high[i] - low[i], 10.0, 1e-4) << i;
+}
+
+} // namespace
+} // namespace tarvane::app

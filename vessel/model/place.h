@@ -1,0 +1,21 @@
+// Where components are in an upright vessel: elevations of their lowest and highest points inside.
+#pragma once
+
+#include "components/shell_input.h"
+
+#include <optional>
+
+namespace tarvane::vessel {
+
+float inside_diameter(const ShellInput& shell);
+
+// Of the lowest point of a component that is complete; nothing where neither it nor a link gives one.
+std::optional<float> elevation_of(const Element& element);
+
+// Of the highest point; nothing where dimensions for it are missing, too.
+std::optional<float> top_of(const Element& element);
+
+// Of the lowest point of a head at one end of a shell.
+std::optional<float> elevation_at_end(const ShellInput& head, const ShellInput& shell);
+
+} // namespace tarvane::vessel
