@@ -85,11 +85,24 @@ class Least {
 
 // ---- pressures -------------------------------------------------------------------------------------------
 
+// What no pressure lets pass.
+std::string fails_anyway(const Calculated& c) {
+    std::string words;
+    if (!c.outcome->rated_pressure) return words;
+    for (const std::string& each : c.outcome->rated_pressure->anyway_words)
+        words += (words.empty() ? "fails whatever the pressure: " : "; ") + each;
+    return words;
+}
+
 // The engine's MAWP of a flange is an estimate: the pressure that was found by calculations takes its place.
 void find_mawp(const Calculation& all, SummaryRow& row) {
     Least least(row);
     for (const Calculated& c : all.calculated) {
         if (!holds_pressure(c)) continue;
+        if (const std::string fails = fails_anyway(c); !fails.empty()) {
+            row.lacks.push_back(lack(*c.element, fails));
+            continue;
+        }
         const std::string_view name = is_rated(c)    ? "rating"
                                       : flange_of(c) ? "rated_pressure"
                                                      : "mawp";

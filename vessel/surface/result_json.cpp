@@ -367,7 +367,8 @@ std::string result_json(const Request& request, const Calculation& calculation, 
         sort_worst_first(checks);
         components.push_back({element, outcome, &calculation.verdicts[i], std::move(checks)});
     }
-    return Writer(request, wanted).write(components, vessel_verdict(request, calculation));
+    return Writer(request, calculation, wanted)
+        .write(components, vessel_verdict(request, calculation));
 }
 
 std::string faults_json(const Faults& faults) {

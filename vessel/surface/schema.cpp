@@ -139,7 +139,8 @@ std::string waivers_schema(const ElementKind& kind) {
     return list_of({list_schema(id), id});
 }
 
-std::string key_schema(const Key& key, const ElementKind& kind) {
+// Of a key of a kind, or of the vessel.
+std::string key_schema(const Key& key, const ElementKind* kind = nullptr) {
     JsonWriter json;
     json.begin_object().key("description").text(meaning_of(key));
     switch (key.quantity) {
@@ -160,7 +161,7 @@ std::string key_schema(const Key& key, const ElementKind& kind) {
         json.key("type").begin_list().text("string").text("number").end_list();
         break;
     case Quantity::waivers:
-        json.key("anyOf").raw(waivers_schema(kind));
+        json.key("anyOf").raw(waivers_schema(*kind));
         break;
     default:
         json.key("type").begin_list().text("number").text("string").end_list();
@@ -184,16 +185,16 @@ Properties keys_of(const ElementKind& kind) {
     for (const Key& key : table.keys) {
         const std::size_t point = key.name.find('.');
         if (point == std::string_view::npos)
-            properties.put(key.name, key_schema(key, kind));
+            properties.put(key.name, key_schema(key, &kind));
         else
             inner_of(key.name.substr(0, point))
-                .put(key.name.substr(point + 1), key_schema(key, kind));
+                .put(key.name.substr(point + 1), key_schema(key, &kind));
     }
     for (const Alias& alias : table.aliases)
-        properties.put(alias.other, key_schema(*table.find(alias.ours), kind));
+        properties.put(alias.other, key_schema(*table.find(alias.ours), &kind));
     for (const InnerTable& own : table.tables) {
         for (const std::string_view name : own.keys)
-            inner_of(own.name).put(name, key_schema(*table.find(name), kind));
+            inner_of(own.name).put(name, key_schema(*table.find(name), &kind));
     }
     for (const auto& [name, members] : inner)
         properties.put(name, members.object());
