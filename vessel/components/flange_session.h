@@ -21,8 +21,8 @@ struct FlangeOutcome final : Outcome {
     float mawp = 0.0f;
     float t_req = 0.0f;
     TARVANE_FLANGE_RESULTS found{};
-    int pwht_required = -1;                       // heat treatment: 1, 0; -1 not known
-    std::shared_ptr<const RoundedDesign> rounded; // of kind "design", where something was selected
+    int pwht_required = -1;                        // heat treatment: 1, 0; -1 not known
+    std::shared_ptr<const RoundedDesign> rounded;  // of kind "design", where something was selected
     std::shared_ptr<const FlangeOutcome> external; // of a flange under external pressure, too
 
     bool refused() const override { return found.status == TARVANE_REFUSED; }
