@@ -68,6 +68,7 @@ int command(int argc, char** argv, std::ostream& out) {
     CLI::App app{"Calculations of pressure vessels: flanges, shells, heads, metal temperatures"};
     app.set_version_flag("--version", TARVANE_VERSION);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false); // a path may begin with a slash there too
 
     RunOptions options;
     std::string colour = "auto";

@@ -10,7 +10,11 @@
 #include <system_error>
 
 #ifdef _WIN32
-#include <fstream>
+#include <algorithm>
+#include <mutex>
+#include <utility>
+
+#include <windows.h>
 #else
 #include <csignal>
 #include <fcntl.h>
@@ -55,10 +59,18 @@ fs::path place_of(const fs::path& path) {
     return fs::canonical(folder_of(file), none) / file.filename();
 }
 
+bool same_name(const fs::path& a, const fs::path& b) {
+#ifdef _WIN32
+    return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
+#else
+    return a == b;
+#endif
+}
+
 bool same_file(const fs::path& a, const fs::path& b) {
     std::error_code none;
     if (fs::exists(a, none) || fs::exists(b, none)) return fs::equivalent(a, b, none);
-    return place_of(a) == place_of(b);
+    return same_name(place_of(a), place_of(b));
 }
 
 constexpr fs::perms ANY_WRITE =
@@ -136,24 +148,76 @@ fs::path partial_beside(const fs::path& file) {
 
 #ifdef _WIN32
 
+std::error_code last_error() { return {static_cast<int>(GetLastError()), std::system_category()}; }
+
+// An open file; gone with the object unless `close` has told how that went.
+class Handle {
+  public:
+    Handle(const fs::path& path, DWORD disposition)
+        : handle(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+    ~Handle() {
+        if (is_open()) CloseHandle(handle);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+
+    bool is_open() const { return handle != INVALID_HANDLE_VALUE; }
+    bool write(std::string_view bytes) const {
+        constexpr std::size_t AT_ONCE = 1 << 20;
+        while (!bytes.empty()) {
+            DWORD count = 0;
+            if (!WriteFile(handle, bytes.data(),
+                           static_cast<DWORD>(std::min(bytes.size(), AT_ONCE)), &count, nullptr))
+                return false;
+            bytes.remove_prefix(count);
+        }
+        return true;
+    }
+    bool sync() const { return FlushFileBuffers(handle) != 0; }
+    bool close() {
+        return !is_open() || CloseHandle(std::exchange(handle, INVALID_HANDLE_VALUE)) != 0;
+    }
+
+  private:
+    HANDLE handle;
+};
+
+// Requests to end, which come on a thread of their own, wait while the object lives.
+class NoEndMeanwhile {
+  public:
+    NoEndMeanwhile() { SetConsoleCtrlHandler(wait, TRUE); }
+    ~NoEndMeanwhile() { SetConsoleCtrlHandler(wait, FALSE); }
+    NoEndMeanwhile(const NoEndMeanwhile&) = delete;
+    NoEndMeanwhile& operator=(const NoEndMeanwhile&) = delete;
+
+  private:
+    static BOOL WINAPI wait(DWORD) {
+        const std::lock_guard until_done(writing);
+        return FALSE;
+    }
+    static inline std::mutex writing;
+    const std::lock_guard<std::mutex> turn{writing};
+};
+
 void write_through(const std::string& path, std::string_view bytes) {
-    std::ofstream stream(path, std::ios::binary);
-    if (!stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
-        cannot_write(path, std::make_error_code(std::errc::io_error));
+    Handle output(path, OPEN_EXISTING);
+    if (!output.is_open() || !output.write(bytes) || !output.close())
+        cannot_write(path, last_error());
 }
 
 void replace(const std::string& path, const fs::path& file, std::string_view bytes) {
+    const NoEndMeanwhile whole_or_not_at_all;
     const fs::path partial = partial_beside(file);
-    std::error_code failure, ignored;
-    {
-        std::ofstream stream(partial, std::ios::binary);
-        stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        stream.close();
-        if (!stream) failure = std::make_error_code(std::errc::io_error);
-    }
-    if (!failure) fs::rename(partial, file, failure);
-    if (!failure) return;
-    fs::remove(partial, ignored);
+    Handle output(partial, CREATE_NEW);
+    if (!output.is_open()) cannot_write(path, last_error());
+    if (output.write(bytes) && output.sync() && output.close() &&
+        MoveFileExW(partial.c_str(), file.c_str(),
+                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return;
+    const std::error_code failure = last_error();
+    output.close();
+    DeleteFileW(partial.c_str());
     cannot_write(path, failure);
 }
 

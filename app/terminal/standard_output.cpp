@@ -7,7 +7,11 @@
 #include <system_error>
 
 #ifdef _WIN32
+#include <cstdlib>
+
+#include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 #else
 #include <csignal>
 #include <fcntl.h>
@@ -31,6 +35,8 @@ long write_some(std::string_view bytes) {
 
 bool close_output() { return _close(OUTPUT) == 0; }
 
+UINT code_page_before = 0;
+
 #else
 
 constexpr int OUTPUT = STDOUT_FILENO;
@@ -50,7 +56,13 @@ bool close_output() { return close(OUTPUT) == 0 || errno == EINTR; }
 } // namespace
 
 void prepare_standard_streams() {
-#ifndef _WIN32
+#ifdef _WIN32
+    for (const int stream : {0, 1, 2})
+        _setmode(stream, _O_BINARY);
+    code_page_before = GetConsoleOutputCP();
+    if (code_page_before != 0 && SetConsoleOutputCP(CP_UTF8))
+        std::atexit([] { SetConsoleOutputCP(code_page_before); });
+#else
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     // Opened in a mode that is not used, they fail as closed ones do.
@@ -62,7 +74,10 @@ void prepare_standard_streams() {
 
 bool output_on_terminal() {
 #ifdef _WIN32
-    return _isatty(OUTPUT) != 0;
+    const HANDLE console = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) &&
+           SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 #else
     return isatty(OUTPUT) != 0;
 #endif

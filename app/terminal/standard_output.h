@@ -8,9 +8,11 @@
 namespace tarvane::app {
 
 // Before anything else: a reader that goes away, or a limit on file sizes, is an error of a write and not
-// the end of the process; and no file that is opened later takes the place of a closed standard stream.
+// the end of the process; and no file that is opened later takes the place of a closed standard stream. On
+// Windows lines end as they do elsewhere, in a line feed, and a console shows UTF-8 until the program ends.
 void prepare_standard_streams();
 
+// Whether standard output is a terminal that knows marks of colour.
 bool output_on_terminal();
 
 // What a command writes, kept until it is flushed. After a failure nothing more is written.

@@ -118,4 +118,5 @@ def main():
     return 1 if count else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())

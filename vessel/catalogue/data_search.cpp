@@ -23,8 +23,9 @@ namespace {
 #ifdef _WIN32
 
 fs::path file_of(HMODULE module) {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(module, path, MAX_PATH);
+    constexpr DWORD LONGEST = 32767;
+    std::wstring path(LONGEST, L'\0');
+    path.resize(GetModuleFileNameW(module, path.data(), LONGEST));
     return path;
 }
 
@@ -32,9 +33,9 @@ fs::path program_file() { return file_of(nullptr); }
 
 fs::path library_file() {
     HMODULE module = nullptr;
-    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                            GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<const char*>(&RESET_ENGINE), &module);
+                       reinterpret_cast<const wchar_t*>(&RESET_ENGINE), &module);
     return file_of(module);
 }
 

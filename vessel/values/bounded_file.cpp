@@ -25,8 +25,12 @@ namespace {
 #ifdef _WIN32
 
 std::string read_file(const std::string& path, std::size_t limit, bool regular) {
-    if (regular && !std::filesystem::is_regular_file(path)) fail(path);
-    std::ifstream file(path, std::ios::binary);
+    // The name is UTF-8, whatever the code page of the process.
+    const std::filesystem::path name(path);
+    std::error_code none;
+    if (regular && !std::filesystem::is_regular_file(name, none))
+        fail(path, std::filesystem::exists(name, none) ? ": it is no regular file" : "");
+    std::ifstream file(name, std::ios::binary);
     if (!file) fail(path);
     std::string bytes(limit + 1, '\0');
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -1,0 +1,229 @@
+"""The 64-bit Windows program under Wine, held against the golden reports and against the program of this machine:
+report, standard output, standard error and status of every golden input and example, the other commands, names
+that are not ASCII, and files that are written whole or not at all.
+
+    run.py WINDOWS_BIN LINUX_BIN SCRATCH
+
+SCRATCH is a folder of this script's own; the settings of Wine are kept there, and what differs is left there.
+Status 0: all as it should be; 1: something differs; 77: not run, with the reason.
+"""
+
+import difflib
+import os
+import shlex
+import shutil
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parents[3]
+sys.path.insert(0, str(SOURCE / "tests/same"))
+from programs import LIMIT, SHOWN, outputs  # noqa: E402
+
+COMPILER = "x86_64-w64-mingw32-gcc-posix"
+COMMANDS = (
+    "--version", "--help", "run --help", "keys", "explain t", "explain flange.P", "schema", "schema result",
+    "schema keys", "materials SA-516 --units si", "materials SA-105 --code VIII-2", "flanges 300 8", "flanges PN16 100",
+    "chart CS-2 -T 300 --A 0.001", "mdmt --curve B -t 1.5", "new drum", "new flange --units si", "check no_such_file.toml",
+    "run", "chart NO-SUCH -T 1",
+)  # fmt: skip
+MOST_SHOWN = 20  # failures with their differences
+FOREIGN = "Größe Ω 容器"  # of no one code page
+
+
+def unable(reason):
+    print(f"win64: not run: {reason}", file=sys.stderr)
+    sys.exit(77)
+
+
+def wine():
+    for place in (shutil.which("wine64"), "/usr/lib/wine/wine64", shutil.which("wine")):
+        if place and os.access(place, os.X_OK):
+            return place
+    return unable("there is no Wine for 64-bit programs")
+
+
+class Report:
+    """What was held, and what failed."""
+
+    def __init__(self):
+        self.held = self.failed = 0
+
+    def expect(self, what, wanted, found):
+        self.held += 1
+        if wanted == found:
+            return
+        self.failed += 1
+        print(f"FAILED {what}")
+        if self.failed > MOST_SHOWN:
+            return
+        texts = [
+            text.decode("latin-1").splitlines() if isinstance(text, bytes) else [repr(text)] for text in (wanted, found)
+        ]
+        for line in list(difflib.unified_diff(*texts, "wanted", "found", n=0, lineterm=""))[: 2 + SHOWN]:
+            print(f"    {line}")
+
+
+def wrapper(path, wine_program, prefix, program):
+    """A program of this machine that runs one of Windows."""
+    path.write_text(
+        f"#!/bin/sh\nHOME={shlex.quote(str(prefix.parent))} WINEPREFIX={shlex.quote(str(prefix))} "
+        "WINEDEBUG=-all WINEDLLOVERRIDES=winemenubuilder.exe=d "
+        f'exec {shlex.quote(wine_program)} {shlex.quote(str(program))} "$@"\n',
+        encoding="utf-8",
+    )
+    path.chmod(0o755)
+    return path
+
+
+def run(program, *arguments, cwd, **surroundings):
+    return subprocess.run([str(program), *arguments], cwd=cwd, capture_output=True, stdin=subprocess.DEVNULL,
+                          timeout=LIMIT, env={**os.environ, **surroundings})  # fmt: skip
+
+
+def hold_inputs(report, windows, linux, scratch):
+    paths = [*sorted((SOURCE / "tests/golden").glob("*.toml")), *sorted((SOURCE / "examples").glob("*.toml"))]
+
+    def both(path):
+        return [outputs(program, path, scratch / path.parent.name / path.stem / side)
+                for side, program in (("linux", linux), ("windows", windows))]  # fmt: skip
+
+    with ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = list(pool.map(both, paths))
+    for path, (wanted, found) in zip(paths, results):
+        golden = path.with_suffix(".txt")
+        if path.parent.name == "golden":
+            wanted["report"] = golden.read_bytes()
+        for name, content in wanted.items():
+            report.expect(f"{path.name}: {name}", content, found[name])
+    return len(paths)
+
+
+def hold_commands(report, windows, linux, scratch):
+    for command in COMMANDS:
+        wanted, found = (run(program, *command.split(), cwd=scratch) for program in (linux, windows))
+        for name in ("returncode", "stdout", "stderr"):
+            # The program's own name comes with its suffix.
+            one, other = getattr(wanted, name), getattr(found, name)
+            if isinstance(other, bytes):
+                other = other.replace(b"tarvane.exe", b"tarvane")
+                one = one.replace(str(linux).encode(), b"tarvane")
+                for way in (str(windows), f"Z:{windows}".replace("/", "\\"), str(windows.parent)):
+                    other = other.replace(way.encode(), b"tarvane")
+            report.expect(f"tarvane {command}: {name}", one, other)
+
+
+def hold_names(report, wine_program, prefix, bin_folder, linux, scratch):
+    """The program, its data, its input and its outputs below a folder that no code page of Windows can write."""
+    folder = scratch / FOREIGN
+    shutil.copytree(bin_folder, folder / "bin", ignore=shutil.ignore_patterns("*.dll", "*data.exe"))
+    shutil.copytree(bin_folder, folder / "data", ignore=shutil.ignore_patterns("*.dll", "*.exe"))
+    program = wrapper(folder / "tarvane", wine_program, prefix, folder / "bin/tarvane.exe")
+    example = "shell_and_heads.toml"
+    shutil.copy(SOURCE / "examples" / example, folder / f"{FOREIGN}.toml")
+    wanted = run(linux, "run", str(folder / f"{FOREIGN}.toml"), "--report", str(folder / "wanted.txt"), cwd=scratch)
+    plain = (folder / "wanted.txt").read_bytes()
+    (folder / "charts").mkdir()
+    backward = "Z:" + str(folder / f"{FOREIGN}.toml").replace("/", "\\")
+    ways = {
+        "beside the program": ([f"{FOREIGN}.toml"], {}),
+        "--data": ([f"{FOREIGN}.toml", "--data", str(folder / "data")], {}),
+        "the environment": ([f"{FOREIGN}.toml"], {"TARVANE_DATA": str(folder / "data")}),
+        "backslashes": ([backward, "--charts", "charts"], {}),
+    }
+    for way, (arguments, surroundings) in ways.items():
+        found = run(program, "run", *arguments, "--report", f"{FOREIGN}.txt", cwd=folder, **surroundings)
+        report.expect(f"names, {way}: status", wanted.returncode, found.returncode)
+        report.expect(f"names, {way}: stdout", wanted.stdout, found.stdout)
+        written = folder / f"{FOREIGN}.txt"
+        report.expect(f"names, {way}: report", plain, written.read_bytes() if written.exists() else b"(none)")
+        written.unlink(missing_ok=True)
+    missing = run(program, "run", f"{FOREIGN} 2.toml", cwd=folder)
+    report.expect("names, a message", f"tarvane: cannot read {FOREIGN} 2.toml\n".encode(), missing.stderr)
+    nowhere = run(program, "run", f"{FOREIGN}.toml", "--data", "Ωmega", cwd=folder)
+    report.expect("names, no data", (2, "tarvane: there is no data folder Ωmega (named by --data)\n".encode()),
+                  (nowhere.returncode, nowhere.stderr))  # fmt: skip
+
+
+def hold_writing(report, windows, scratch):
+    """Whole or not at all."""
+    folder = scratch / "writing"
+    folder.mkdir()
+    shutil.copy(SOURCE / "examples/weld_neck_nps12.toml", folder / "in.toml")
+
+    def write(target):
+        done = run(windows, "run", "in.toml", "--report", target, cwd=folder)
+        return done.returncode, done.stderr.split(b"\n")[-2] if done.stderr else b""
+
+    (folder / "old.txt").write_bytes(b"older")
+    status, _ = write("old.txt")
+    report.expect("an old file is replaced", (0, True), (status, len((folder / "old.txt").read_bytes()) > 10000))
+    (folder / "kept.txt").write_bytes(b"older")
+    (folder / "kept.txt").chmod(0o444)
+    report.expect("a file that is read-only", (2, b"tarvane: cannot write kept.txt: the file is read-only"),
+                  write("kept.txt"))  # fmt: skip
+    report.expect("it stays", b"older", (folder / "kept.txt").read_bytes())
+    before = (folder / "in.toml").read_bytes()
+    status, message = write("IN.TOML")
+    report.expect("the input by another case", (2, b"tarvane: cannot write IN.TOML: it is the input file in.toml"),
+                  (status, message))  # fmt: skip
+    report.expect("it stays", before, (folder / "in.toml").read_bytes())
+    report.expect("a folder", (2, b"tarvane: cannot write .: it is a folder"), write("."))
+    status, message = write("no such folder/report.txt")
+    report.expect("no folder", (2, True), (status, message.startswith(b"tarvane: cannot write no such folder/")))
+    report.expect("the device of nothing", 0, write("NUL")[0])
+    names = sorted(entry.name for entry in folder.iterdir())
+    report.expect("nothing is left over", ["in.toml", "kept.txt", "old.txt"], names)
+
+
+def hold_libraries(report, wine_program, prefix, bin_folder, scratch):
+    """Both libraries beside each other in a host in C, and the program that makes the data files."""
+    build = bin_folder.parent
+    folder = scratch / "host"
+    folder.mkdir()
+    program = bin_folder / "side_by_side.exe"
+    subprocess.run([COMPILER, "-std=c99", "-O1", "-Wall", "-Wextra", "-Werror", f"-I{SOURCE}/include",
+                    f"-I{SOURCE}/examples/hosts", f"{SOURCE}/tests/vessel/side_by_side.c",
+                    str(build / "engine/libtarvane.dll.a"), str(build / "vessel/libtarvane_vessel.dll.a"),
+                    "-static", "-o", str(program)], check=True)  # fmt: skip
+    done = run(wrapper(folder / "host", wine_program, prefix, program), str(bin_folder), cwd=folder)
+    recorded = (SOURCE / "tests/clients/three_elements.txt").read_bytes()
+    report.expect("both libraries in one host", (0, recorded), (done.returncode, done.stdout.replace(b"\r\n", b"\n")))
+
+    made = folder / "data"
+    made.mkdir()
+    builder = wrapper(folder / "builder", wine_program, prefix, bin_folder / "tarvane-data.exe")
+    done = run(builder, str(SOURCE / "data/sources"), str(made), cwd=folder)
+    report.expect("the data files: status", (0, b""), (done.returncode, done.stderr))
+    names = sorted(path.name for path in made.iterdir())
+    report.expect("the data files: some", True, len(names) > 10)
+    for name in names:
+        report.expect(f"the data files: {name}", (bin_folder / name).read_bytes(), (made / name).read_bytes())
+
+
+def main():
+    bin_folder, linux_folder, place = (Path(argument).absolute() for argument in sys.argv[1:])
+    wine_program, linux = wine(), linux_folder / "tarvane"
+    prefix, scratch = place / "prefix", place / "found"
+    shutil.rmtree(scratch, ignore_errors=True)
+    scratch.mkdir(parents=True)
+    windows = wrapper(place / "tarvane", wine_program, prefix, bin_folder / "tarvane.exe")
+    try:  # the first run makes the settings
+        first = run(windows, "--version", cwd=scratch)
+    except subprocess.TimeoutExpired:
+        unable("Wine does not come to an end")
+    if first.returncode != 0 or not first.stdout:
+        unable("Wine does not run the program here: " + first.stderr.decode("latin-1").strip()[-200:])
+
+    report = Report()
+    count = hold_inputs(report, windows, linux, scratch)
+    hold_commands(report, windows, linux, scratch)
+    hold_names(report, wine_program, prefix, bin_folder, linux, scratch)
+    hold_writing(report, windows, scratch)
+    hold_libraries(report, wine_program, prefix, bin_folder, scratch)
+    print(f"win64: {count} inputs and {len(COMMANDS)} commands; {report.held - report.failed} passed, {report.failed} failed")
+    return 1 if report.failed else 0
+
+
+sys.exit(main())
