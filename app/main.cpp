@@ -65,7 +65,8 @@ tarvane::vessel::UnitSystem units_named(const std::string& name) {
 int command(int argc, char** argv, std::ostream& out) {
     using namespace tarvane::app;
     using namespace tarvane::vessel;
-    CLI::App app{"Calculations of pressure vessels: flanges, shells, heads, metal temperatures"};
+    CLI::App app{"Calculations of pressure vessels: flanges, shells, heads, metal temperatures",
+                 "tarvane"};
     app.set_version_flag("--version", TARVANE_VERSION);
     app.require_subcommand(1);
     app.allow_windows_style_options(false); // a path may begin with a slash there too

@@ -29,7 +29,7 @@ namespace {
 std::string chart_file(const std::string& folder, const Element& element) {
     const std::string name =
         std::string(element.kind->table) + '-' + std::to_string(element.number) + ".svg";
-    return (std::filesystem::path(folder) / name).string();
+    return (path_of(folder) / name).string();
 }
 
 // No file that is read, and no other output, is overwritten.

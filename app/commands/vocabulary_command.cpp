@@ -59,7 +59,7 @@ Status write_new_file(const NewFileOptions& options, std::ostream& out, std::ost
             out << text;
             return Status::fine;
         }
-        if (std::filesystem::exists(std::filesystem::symlink_status(options.output)))
+        if (std::filesystem::exists(std::filesystem::symlink_status(path_of(options.output))))
             throw std::runtime_error(printable(options.output) +
                                      " is there already, and stays as it is");
         write_whole(options.output, text);

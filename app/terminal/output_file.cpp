@@ -1,6 +1,7 @@
 #include "terminal/output_file.h"
 
 #include "catalogue/data_folder.h"
+#include "values/bounded_file.h"
 
 #include <array>
 #include <cerrno>
@@ -109,10 +110,11 @@ struct Target {
 // Throws when it can't or must not be written.
 Target target_of(const std::string& path) {
     std::error_code failure;
-    const fs::file_status status = fs::status(path, failure);
+    const fs::path name = vessel::path_of(path);
+    const fs::file_status status = fs::status(name, failure);
     switch (status.type()) {
     case fs::file_type::not_found: {
-        Target target{followed(path)};
+        Target target{followed(name)};
         if (!fs::is_directory(folder_of(target.file), failure))
             cannot_write(path, std::make_error_code(std::errc::no_such_file_or_directory));
         if (!permits_to_write(folder_of(target.file)))
@@ -121,16 +123,16 @@ Target target_of(const std::string& path) {
     }
     case fs::file_type::regular:
         // Later output must not go to a file that is no longer there.
-        if (standard_stream(path) >= 0) return {path, true};
+        if (standard_stream(path) >= 0) return {name, true};
         // A file without any permission to write is protected from every user, also from root.
         if ((status.permissions() & ANY_WRITE) == fs::perms::none)
             cannot_write(path, "the file is read-only");
-        if (!permits_to_write(path) || !permits_to_write(folder_of(followed(path))))
+        if (!permits_to_write(name) || !permits_to_write(folder_of(followed(name))))
             cannot_write(path, std::error_code(errno, std::generic_category()));
-        return {followed(path)};
+        return {followed(name)};
     case fs::file_type::character:
     case fs::file_type::fifo:
-        return {path, true};
+        return {name, true};
     case fs::file_type::directory:
         cannot_write(path, "it is a folder");
     case fs::file_type::none:
@@ -201,7 +203,7 @@ class NoEndMeanwhile {
 };
 
 void write_through(const std::string& path, std::string_view bytes) {
-    Handle output(path, OPEN_EXISTING);
+    Handle output(vessel::path_of(path), OPEN_EXISTING);
     if (!output.is_open() || !output.write(bytes) || !output.close())
         cannot_write(path, last_error());
 }
@@ -318,7 +320,7 @@ void write_through(const std::string& path, std::string_view bytes) {
 
 void refuse_same_file(const std::string& path, std::span<const FileInUse> files) {
     const auto refuse = [&](const std::string& what, const std::string& file) {
-        if (same_file(path, file))
+        if (same_file(vessel::path_of(path), vessel::path_of(file)))
             cannot_write(path, "it is " + what + (path == file ? "" : ' ' + file));
     };
     for (const FileInUse& file : files)

@@ -280,9 +280,9 @@ const KnownFile* find_file(std::string_view name) {
 }
 
 // Why there is nothing to read.
-Fault absence(const std::filesystem::path& path) {
+Fault absence(const std::string& path) {
     std::error_code ignored;
-    const auto status = std::filesystem::status(path, ignored);
+    const auto status = std::filesystem::status(path_of(path), ignored);
     if (!std::filesystem::exists(status)) return "missing";
     return std::filesystem::is_regular_file(status) ? Fault() : "no regular file";
 }

@@ -32,7 +32,7 @@ void set_data_folder(const DataFolder& folder) {
     if (const auto fault = data_folder_fault(path))
         throw std::runtime_error("the data files are " + *fault);
     std::error_code ignored;
-    if (!std::filesystem::is_directory(path, ignored))
+    if (!std::filesystem::is_directory(path_of(path), ignored))
         throw std::runtime_error("there is no data folder " + path + " (" + folder.how + ')');
     given = folder;
     SET_SYSTEM_DIR(path.data(), static_cast<std::int32_t>(path.size()));
@@ -62,7 +62,8 @@ std::vector<std::string> data_files() {
     const auto texts = data_text_files();
     std::vector<std::string> paths;
     std::error_code none;
-    for (const fs::directory_entry& entry : fs::directory_iterator(data_folder().path, none)) {
+    for (const fs::directory_entry& entry :
+         fs::directory_iterator(path_of(data_folder().path), none)) {
         const fs::path& path = entry.path();
         if (path.extension() == ".BIN" ||
             std::find(texts.begin(), texts.end(), path.filename()) != texts.end())
@@ -72,7 +73,7 @@ std::vector<std::string> data_files() {
 }
 
 std::string data_file_path(std::string_view name) {
-    return (std::filesystem::path(data_folder().path) / name).string();
+    return (path_of(data_folder().path) / name).string();
 }
 
 std::vector<Section> read_sections(std::string_view file) {

@@ -127,7 +127,7 @@ std::optional<std::string> version_in(const fs::path& folder) {
 }
 
 std::string described(const DataFolder& folder) {
-    const std::optional<std::string> version = version_in(folder.path);
+    const std::optional<std::string> version = version_in(path_of(folder.path));
     return folder.path + " (" + (version ? "version " + *version : "no version") + ", " +
            folder.how + ')';
 }

@@ -4,6 +4,7 @@
 #include "catalogue/material_files.h"
 #include "document/results.h"
 #include "tarvane/tarvane.h"
+#include "values/bounded_file.h"
 
 #include <cstdint>
 #include <cstring>
@@ -39,7 +40,7 @@ std::string text_at(const char* record, std::size_t place, std::size_t width) {
 // The keys of the file, which the engine reads records by.
 std::vector<std::int32_t> keys() {
     std::vector<std::int32_t> list;
-    const std::filesystem::path path = data_file_path(FILE_NAME);
+    const std::filesystem::path path = path_of(data_file_path(FILE_NAME));
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) return list;
     std::ifstream file(path, std::ios::binary);

@@ -60,7 +60,9 @@ Taken<Measured> measure_text(const std::string& text, const Value& value, const 
                              const UnitSystem& units) {
     if (key.quantity == Quantity::pressure && folded(text) == folded(FULL_VACUUM)) {
         if (takes_vacuum(key))
-            return {Measured{FULL_VACUUM_PRESSURE, find_value_unit("psi", Quantity::pressure)}, {}};
+            return {Measured{static_cast<double>(FULL_VACUUM_PRESSURE),
+                             find_value_unit("psi", Quantity::pressure)},
+                    {}};
         return {std::nullopt,
                 not_expected(value, expected(key, units),
                              std::string(key.meaning) + "; full vacuum is a P_external")};

@@ -128,7 +128,7 @@ void Writer::write_summary() {
 }
 
 void Writer::write_data() {
-    const std::optional<std::string> version = version_in(data_folder().path);
+    const std::optional<std::string> version = version_in(path_of(data_folder().path));
     if (const std::string edition = data_edition(); !edition.empty()) text("data_edition", edition);
     const auto sources = data_sources();
     json.key("data").begin_list();

@@ -10,6 +10,7 @@
 #include "surface/result_json.h"
 #include "surface/schema.h"
 #include "surface/sweep.h"
+#include "values/bounded_file.h"
 #include "values/json.h"
 
 #include <algorithm>
@@ -253,7 +254,7 @@ Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
     vessel->data_folder =
         find_data_folder(data_folder != nullptr ? data_folder : "", "tarvane_open");
     std::string& path = vessel->data_folder.path;
-    path = std::filesystem::absolute(path).string();
+    path = std::filesystem::absolute(path_of(path)).string();
     const Ended end = guarded([&] { return look_into(vessel->data_folder); });
     if (end.status != TARVANE_OK) put_error(*vessel, end.faults);
     if (end.status == TARVANE_OK || end.status == TARVANE_NO_DATA) into = vessel.release();

@@ -25,8 +25,7 @@ namespace {
 #ifdef _WIN32
 
 std::string read_file(const std::string& path, std::size_t limit, bool regular) {
-    // The name is UTF-8, whatever the code page of the process.
-    const std::filesystem::path name(path);
+    const std::filesystem::path name = path_of(path);
     std::error_code none;
     if (regular && !std::filesystem::is_regular_file(name, none))
         fail(path, std::filesystem::exists(name, none) ? ": it is no regular file" : "");
@@ -93,6 +92,10 @@ std::string read_file(const std::string& path, std::size_t limit, bool regular) 
 #endif
 
 } // namespace
+
+std::filesystem::path path_of(std::string_view name) {
+    return std::u8string(name.begin(), name.end());
+}
 
 std::string read_bounded(const std::string& path, std::size_t limit) {
     return read_file(path, limit, false);

@@ -68,7 +68,7 @@ class Report:
 def wrapper(path, wine_program, prefix, program):
     """A program of this machine that runs one of Windows."""
     path.write_text(
-        f"#!/bin/sh\nHOME={shlex.quote(str(prefix.parent))} WINEPREFIX={shlex.quote(str(prefix))} "
+        f"#!/bin/sh\nLC_ALL=C.UTF-8 HOME={shlex.quote(str(prefix.parent))} WINEPREFIX={shlex.quote(str(prefix))} "
         "WINEDEBUG=-all WINEDLLOVERRIDES=winemenubuilder.exe=d "
         f'exec {shlex.quote(wine_program)} {shlex.quote(str(program))} "$@"\n',
         encoding="utf-8",
@@ -80,6 +80,11 @@ def wrapper(path, wine_program, prefix, program):
 def run(program, *arguments, cwd, **surroundings):
     return subprocess.run([str(program), *arguments], cwd=cwd, capture_output=True, stdin=subprocess.DEVNULL,
                           timeout=LIMIT, env={**os.environ, **surroundings})  # fmt: skip
+
+
+def without_wine(text):
+    """Standard error less what Wine says of its own processes, which share it; that a program fails, its status shows."""
+    return b"".join(line for line in text.splitlines(keepends=True) if not line.startswith(b"wine: "))
 
 
 def hold_inputs(report, windows, linux, scratch):
@@ -95,6 +100,7 @@ def hold_inputs(report, windows, linux, scratch):
         golden = path.with_suffix(".txt")
         if path.parent.name == "golden":
             wanted["report"] = golden.read_bytes()
+        found["stderr"] = without_wine(found["stderr"])
         for name, content in wanted.items():
             report.expect(f"{path.name}: {name}", content, found[name])
     return len(paths)
@@ -103,15 +109,9 @@ def hold_inputs(report, windows, linux, scratch):
 def hold_commands(report, windows, linux, scratch):
     for command in COMMANDS:
         wanted, found = (run(program, *command.split(), cwd=scratch) for program in (linux, windows))
+        found.stderr = without_wine(found.stderr)
         for name in ("returncode", "stdout", "stderr"):
-            # The program's own name comes with its suffix.
-            one, other = getattr(wanted, name), getattr(found, name)
-            if isinstance(other, bytes):
-                other = other.replace(b"tarvane.exe", b"tarvane")
-                one = one.replace(str(linux).encode(), b"tarvane")
-                for way in (str(windows), f"Z:{windows}".replace("/", "\\"), str(windows.parent)):
-                    other = other.replace(way.encode(), b"tarvane")
-            report.expect(f"tarvane {command}: {name}", one, other)
+            report.expect(f"tarvane {command}: {name}", getattr(wanted, name), getattr(found, name))
 
 
 def hold_names(report, wine_program, prefix, bin_folder, linux, scratch):
@@ -172,7 +172,6 @@ def hold_writing(report, windows, scratch):
     report.expect("a folder", (2, b"tarvane: cannot write .: it is a folder"), write("."))
     status, message = write("no such folder/report.txt")
     report.expect("no folder", (2, True), (status, message.startswith(b"tarvane: cannot write no such folder/")))
-    report.expect("the device of nothing", 0, write("NUL")[0])
     names = sorted(entry.name for entry in folder.iterdir())
     report.expect("nothing is left over", ["in.toml", "kept.txt", "old.txt"], names)
 
