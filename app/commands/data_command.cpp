@@ -51,7 +51,7 @@ std::string edition_of(const fs::path& folder, std::vector<std::string>& faults)
 }
 
 data::Sources sources_of(const DataOptions& options, const std::string& edition) {
-    return {.folder = options.folder,
+    return {.folder = path_of(options.folder),
             .shipped = data::shipped_tables(),
             .tolerance = options.tolerance,
             .edition = edition};
@@ -65,7 +65,7 @@ struct Checked {
 
 Checked check_folder(const DataOptions& options, std::ostream& out, std::ostream& err) {
     std::error_code none;
-    if (!fs::is_directory(options.folder, none))
+    if (!fs::is_directory(path_of(options.folder), none))
         throw std::runtime_error("there is no folder " + options.folder);
     Checked checked;
     std::vector<std::string> faults;
@@ -73,7 +73,7 @@ Checked check_folder(const DataOptions& options, std::ostream& out, std::ostream
     data::CheckReport report = data::check(sources_of(options, checked.edition));
     report.faults.insert(report.faults.begin(), faults.begin(), faults.end());
     for (const std::string& fault : report.faults)
-        err << (fs::path(options.folder) / fault).string() << '\n';
+        err << (path_of(options.folder) / fault).string() << '\n';
     checked.sound = report.faults.empty();
     if (!checked.sound) return checked;
     out << "Tables of " << options.folder << ": " << checked.edition << "\n\n";
@@ -122,11 +122,12 @@ Status build_data(const DataOptions& options, std::ostream& out, std::ostream& e
         const std::vector<data::FurtherFile> words = further_files("", options.version);
         const Checked checked = check_folder(options, out, err);
         if (!checked.sound) return Status::bad_input;
-        if (fs::exists(options.out) && fs::equivalent(options.folder, options.out))
+        if (fs::exists(path_of(options.out)) &&
+            fs::equivalent(path_of(options.folder), path_of(options.out)))
             throw std::runtime_error("the data files go to a folder other than that of the tables");
         std::vector<data::FurtherFile> further = words;
         further.front().bytes = checked.edition + '\n';
-        data::build(sources_of(options, checked.edition), options.out, further);
+        data::build(sources_of(options, checked.edition), path_of(options.out), further);
         out << "\nData files in " << options.out
             << ": name the folder by --data or TARVANE_DATA.\n";
         return Status::fine;
@@ -140,8 +141,8 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
         if (!is_edition(options.edition))
             throw std::runtime_error("an edition of at most 80 characters is expected: --edition");
         const std::string figures = folded(options.figures);
-        data::ImportOptions import{.table = options.table,
-                                   .folder = options.folder,
+        data::ImportOptions import{.table = path_of(options.table),
+                                   .folder = path_of(options.folder),
                                    .figures =
                                        figures == "viii21"   ? data::Figures::division_2_class_1
                                        : figures == "viii22" ? data::Figures::division_2_class_2
@@ -151,7 +152,7 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
                                    .celsius = folded(options.temperature) == "c",
                                    .edition = options.edition};
         const data::ImportReport report = data::import_table(import, data::shipped_tables());
-        const fs::path edition = fs::path(options.folder) / EDITION;
+        const fs::path edition = path_of(options.folder) / EDITION;
         if (!fs::exists(edition)) {
             std::ofstream file(edition, std::ios::binary);
             file << options.edition << '\n';
