@@ -276,6 +276,15 @@ class Library(unittest.TestCase):
         self.assertEqual(len(bits), 10)
         self.assertEqual([line for line in bits if line not in recorded], [])
 
+    def test_the_example_of_a_sweep(self):
+        host, file = SOURCE / "examples" / "hosts" / "sweep.py", SOURCE / "examples" / "weld_neck_nps12.toml"
+        out = subprocess.run([sys.executable, host, file], capture_output=True, text=True, check=True).stdout
+        rows = [line.split() for line in out.splitlines()]
+        self.assertEqual(len(rows), 11)
+        mawps = [float(row[1]) for row in rows]
+        self.assertEqual(mawps, sorted(mawps))
+        self.assertEqual([row[2] for row in rows], ["fail"] * 4 + ["pass"] * 7)
+
     def test_every_function_is_annotated(self):
         self.assertTrue((PACKAGE / "py.typed").exists())
         functions = [node for path in PACKAGE.glob("*.py") for node in ast.walk(ast.parse(path.read_text()))

@@ -4,7 +4,7 @@
 cmake_policy(SET CMP0007 NEW)
 set(examples_c three_elements.c vessel.c)
 set(examples_fortran three_elements.f90)
-set(examples_python three_elements.py)
+set(examples_python three_elements.py sweep.py)
 
 # Square brackets and semicolons would make and break up lists.
 function(read_text path result)
