@@ -254,6 +254,12 @@ TEST(Liquid, IsATableOfDensityAndLevel) {
     EXPECT_EQ(fault_lines(VESSEL + "liquid = { density = 0.036, levl = 3 }\n" + SHELL).size(), 2u);
     EXPECT_EQ(fault_lines(VESSEL + "liquid = { density = 0, level = 3 }\n" + SHELL),
               (std::vector<std::string>{"f:8: liquid.density: it must be above 0"}));
+    // Without its unit: lb/in3, not lb/ft3.
+    EXPECT_EQ(fault_lines(VESSEL + "liquid = { density = 62.4, level = 3 }\n" + SHELL).size(), 1u);
+    EXPECT_EQ(fault_lines(VESSEL + "liquid = { density = 1.001, level = 3 }\n" + SHELL).size(), 1u);
+    EXPECT_TRUE(fault_lines(VESSEL + "liquid = { density = 1, level = 3 }\n" + SHELL).empty());
+    EXPECT_TRUE(fault_lines(VESSEL + "liquid = { density = \"62.4 lb/ft3\", level = 3 }\n" + SHELL)
+                    .empty());
 }
 
 // ---- a flange on its neck ----------------------------------------------------------------------------------

@@ -1,6 +1,8 @@
 // A vessel as a whole: its summary, its external pressure, its examples.
 #include "app_fixture.h"
 #include "components/calculation.h"
+#include "components/flange_session.h"
+#include "components/rounded_design.h"
 #include "components/shell_input.h"
 #include "model/summary.h"
 
@@ -39,6 +41,20 @@ t = 0.5
 S = 16000
 Sa = 16000
 )";
+
+constexpr double SHELL_MAWP = 17500 * 0.375 / (30.125 + 0.6 * 0.375); // UG-27(c)(1), without E
+constexpr double SHELL_MAP = 20000 * 0.5 / (30 + 0.6 * 0.5);
+constexpr double WATER = 62.4 / 1728; // lb/cu.in.
+
+const std::string RATED = "[[flange]]\ndescription = \"N1\"\nkind = \"rated\"\ntype = \"blind\"\n"
+                          "standard = { class = 150, size = 6 }\nrating = 150\n";
+
+std::string file(const std::string& name) {
+    std::ifstream stream(std::string(TARVANE_SOURCE_DIR) + '/' + name);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
 
 struct Made {
     ReadResult read;
@@ -105,6 +121,15 @@ TEST(Summary, TakesTheHeadOfTheLiquidOff) {
     EXPECT_NEAR(made.value("mawp"), 17500 * 0.375 / (30.125 + 0.6 * 0.375) - 0.04 * 100, 0.01);
     EXPECT_NEAR(static_cast<double>(made.calculation.calculated[0].element->liquid_head), 4.0,
                 1e-5);
+    // An own pressure is at the component: the head is added to none, and is in it all the same.
+    const std::string liquid = "liquid = { density = 0.04, level = 120 }\n";
+    const Made own = make(VESSEL + liquid + SHELL + "P = 110\n" + HEAD);
+    EXPECT_EQ(static_cast<const ShellInput*>(own.calculation.calculated[0].element)
+                  ->setting(ShellNumber::P),
+              110.0f);
+    EXPECT_NEAR(own.value("mawp"), SHELL_MAWP - 0.04 * 100, 0.01);
+    EXPECT_EQ(own.row("mawp").note, "less the head of the liquid there");
+    EXPECT_EQ(fault_lines(VESSEL + liquid + with("elevation", "", SHELL) + "P = 110\n").size(), 1u);
 }
 
 TEST(Summary, SaysWhatItCannotHave) {
@@ -114,18 +139,103 @@ TEST(Summary, SaysWhatItCannotHave) {
     EXPECT_FALSE(made.row("mdmt").value);
     EXPECT_EQ(made.row("mdmt").note, "no metal temperature was asked for");
     // Without elevations the head of the test water is not known.
-    std::string bare = SHELL;
-    bare.erase(bare.find("elevation"), std::string("elevation = 20\n").size());
-    const Made flat = make(VESSEL + bare);
-    EXPECT_NEAR(flat.value("hydrotest_c"), 1.3 * 20000 * 0.5 / (30 + 0.6 * 0.5), 0.01);
-    EXPECT_NE(flat.row("hydrotest_c").note.find("elevations are missing"), std::string::npos);
-    // A rated flange without a material: no stress ratio; it is named, and the pressure stays.
-    const Made rated = make(VESSEL + SHELL +
-                            "[[flange]]\ndescription = \"N1\"\nkind = \"rated\"\ntype = \"blind\"\n"
-                            "standard = { class = 150, size = 6 }\nrating = 150\n");
+    const Made flat = make(VESSEL + with("elevation", "", SHELL));
+    EXPECT_FALSE(flat.row("hydrotest_c").value);
+    EXPECT_EQ(
+        flat.row("hydrotest_c").lacks,
+        (std::vector<std::string>{"shell 1 (Shell): no elevation for the head of the water"}));
+    // A rated flange without a material: no stress ratio.
+    const Made rated = make(VESSEL + SHELL + RATED);
     EXPECT_EQ(rated.by("mawp"), "N1");
+    EXPECT_FALSE(rated.row("hydrotest_b").value);
+    EXPECT_EQ(rated.by("hydrotest_b"), "nothing");
     EXPECT_EQ(rated.row("hydrotest_b").lacks,
               (std::vector<std::string>{"flange 1 (N1): no stress ratio"}));
+}
+
+TEST(Summary, TakesTheRatioOfTheSameMaterialAtTheSameTemperature) {
+    const std::string shell = SHELL + "material = \"SA-105\"\n";
+    const std::string rated = RATED + "material = \"SA-105\"\n";
+    // 20000 / 17500 of the shell
+    const Made same = make(VESSEL + shell + rated);
+    EXPECT_NEAR(same.value("hydrotest_b"), 1.3 * 150 * 20000 / 17500, 0.01);
+    EXPECT_TRUE(same.row("hydrotest_b").lacks.empty());
+    const Made other = make(VESSEL + shell + rated + "T = 200\n");
+    EXPECT_FALSE(other.row("hydrotest_b").value);
+    EXPECT_EQ(other.row("hydrotest_b").lacks.size(), 1u);
+}
+
+TEST(Summary, TestsByALeastRatioAboveOne) {
+    // 20000 / 17500 of the shell is less than 20000 / 16000 of the head.
+    const Made made = make(VESSEL + SHELL + with("Sa", "Sa = 20000", HEAD));
+    EXPECT_NEAR(made.value("hydrotest_b"), 1.3 * SHELL_MAWP * 20000 / 17500, 0.01);
+    EXPECT_EQ(made.by("hydrotest_b"), "Shell");
+    EXPECT_EQ(made.row("hydrotest_b").note, "1.3 MAWP times the least stress ratio 1.1429");
+}
+
+TEST(Summary, FillsALyingVesselToItsDiameter) {
+    for (const char* end : {"left", "right"}) {
+        const Made made =
+            make(VESSEL + SHELL + with("end", "end = \"" + std::string(end) + '"', HEAD));
+        EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * SHELL_MAP - WATER * 60, 0.01);
+        EXPECT_EQ(made.row("hydrotest_c").note, "1.3 MAPnc less the head of the test water, lying");
+    }
+    const Made upright = make(VESSEL + SHELL);
+    EXPECT_NEAR(upright.value("hydrotest_c"), 1.3 * SHELL_MAP - WATER * 100, 0.01);
+    EXPECT_EQ(upright.row("hydrotest_c").note,
+              "1.3 MAPnc less the head of the test water, upright");
+    // A tower on a vessel that lies.
+    const std::string tower = with("description", "description = \"Tower\"", SHELL);
+    const Made both =
+        make(VESSEL + SHELL + with("end", "end = \"left\"", HEAD) + tower +
+             with("on", "on = \"Tower\"", with("description", "description = \"Top\"", HEAD)));
+    EXPECT_NEAR(both.value("hydrotest_c"), 1.3 * SHELL_MAP - WATER * 130, 0.01);
+}
+
+TEST(Summary, SaysThatARatingIsAtTheDesignTemperature) {
+    const Made made = make(VESSEL + SHELL + RATED + "elevation = 40\n");
+    EXPECT_EQ(made.value("map_nc"), 150.0);
+    EXPECT_EQ(made.row("map_nc").note, "its rating at the design temperature");
+    EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * 150 - WATER * (120 - 40), 0.01);
+    EXPECT_EQ(made.by("hydrotest_c"), "N1");
+    EXPECT_EQ(made.row("hydrotest_c").note,
+              "1.3 MAPnc less the head of the test water, upright; MAPnc is its rating at the "
+              "design temperature");
+    EXPECT_EQ(make(VESSEL + SHELL).row("map_nc").note, "");
+}
+
+TEST(Summary, HasNoTestByOtherCodes) {
+    const auto note = [](const std::string& toml) {
+        const Made made = make(toml);
+        for (const char* name : {"hydrotest_b", "hydrotest_c"}) {
+            EXPECT_FALSE(made.row(name).value);
+            EXPECT_EQ(made.row(name).by, nullptr);
+        }
+        EXPECT_EQ(made.row("hydrotest_b").note, made.row("hydrotest_c").note);
+        return made.row("hydrotest_b").note;
+    };
+    const std::string other = "the test by other codes than VIII-1 is not covered: ",
+                      older = "the test of VIII-1 before the 1999 addenda is not covered: ";
+    const std::string flange = with("description", "description = \"F\"", FLANGE_TOML);
+    EXPECT_EQ(note(VESSEL + SHELL + flange + "code = \"VIII-2\"\n"), other + "flange 1 (F)");
+    EXPECT_EQ(note(VESSEL + SHELL + flange + "edition = \"A98\"\n"),
+              older + "flange 1 (F) is by an older edition");
+    EXPECT_EQ(note(VESSEL + SHELL + flange + "material_year = 13\n"),
+              older + "flange 1 (F) is by an older edition");
+    EXPECT_EQ(note(VESSEL + SHELL + flange + "material_year = 15\n"), other + "flange 1 (F)");
+    EXPECT_TRUE(make(VESSEL + SHELL + RATED + "elevation = 40\nmaterial_year = 1\n")
+                    .row("hydrotest_c")
+                    .value);
+}
+
+TEST(Summary, TakesTheJudgedGeometryOfADesign) {
+    const Made made = make(file("tests/golden/weld_neck_design.toml") +
+                           "elevation = 0\n[vessel]\ndescription = \"Drum\"\n");
+    const auto& outcome = static_cast<const FlangeOutcome&>(*made.calculation.outcomes[0]);
+    ASSERT_TRUE(outcome.rounded);
+    ASSERT_NE(outcome.rounded->outcome.map_nc, outcome.map_nc);
+    EXPECT_EQ(made.value("map_nc"), static_cast<double>(outcome.rounded->outcome.map_nc));
+    EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * made.value("map_nc"), 0.01);
 }
 
 TEST(Summary, HasNoPressureThatOneComponentLacks) {
@@ -135,6 +245,11 @@ TEST(Summary, HasNoPressureThatOneComponentLacks) {
     ASSERT_EQ(made.row("mawp").lacks.size(), 1u);
     EXPECT_EQ(made.row("mawp").lacks[0].find("flange 1 (test flange)"), 0u);
     EXPECT_EQ(made.row("hydrotest_b").note, "there is no MAWP");
+    for (const char* name : {"map_nc", "hydrotest_c"}) {
+        EXPECT_FALSE(made.row(name).value);
+        EXPECT_NE(made.row(name).lacks.back().find("fails whatever the pressure"),
+                  std::string::npos);
+    }
 }
 
 TEST(Summary, FindsTheWarmestTemperature) {
@@ -150,6 +265,7 @@ TEST(Summary, FindsTheWarmestTemperature) {
         }
     }
     EXPECT_EQ(made.value("mdmt"), warmest);
+    EXPECT_EQ(made.row("mdmt").note, "at the design pressures, not at the MAWP");
     EXPECT_EQ(made.by("mdmt"), by);
 }
 
@@ -195,6 +311,42 @@ TEST(External, OfAFlangeIsASecondCalculation) {
     // The internal ones are those without external pressure.
     EXPECT_EQ(rows_of(both.checks(0), false), rows_of(make(FLANGE_TOML).checks(0), false));
     EXPECT_NE(both.calculation.outcomes[0]->report.find("External Pressure"), std::string::npos);
+}
+
+TEST(External, IsNoneOfAVesselThatOneComponentLacks) {
+    const std::string outside = SHELL + "material = \"SA-516 70\"\nP_external = 15\n";
+    const Made alone = make(VESSEL + outside);
+    EXPECT_GT(alone.value("maep"), 15.0);
+    EXPECT_EQ(alone.by("maep"), "Shell");
+    const Made one = make(VESSEL + outside + HEAD);
+    EXPECT_FALSE(one.row("maep").value);
+    EXPECT_EQ(one.by("maep"), "nothing");
+    EXPECT_EQ(one.row("maep").lacks,
+              (std::vector<std::string>{"shell 2 (Head): no external pressure"}));
+}
+
+TEST(External, OfAVesselIsAtLeastThatOfItsFlanges) {
+    const std::string outside = SHELL + "material = \"SA-516 70\"\n";
+    const auto with_flange = [&](const std::string& P) {
+        return make(VESSEL + "P_external = 15\n" + outside + with("P", "P = 150\n" + P));
+    };
+    const Made made = with_flange("");
+    EXPECT_EQ(made.value("maep"), 15.0);
+    EXPECT_EQ(made.by("maep"), "test flange");
+    EXPECT_EQ(made.row("maep").note, "at least 15.00 psig: what the flange was checked at; its own "
+                                     "MAEP is not known");
+    // The shell holds less than what the flange was checked at.
+    const Made high = with_flange("P_external = 500\n");
+    EXPECT_EQ(high.by("maep"), "Shell");
+    EXPECT_EQ(high.value("maep"), make(VESSEL + "P_external = 15\n" + outside).value("maep"));
+    EXPECT_EQ(high.row("maep").note, "");
+    const Made fails = with_flange("P_external = 5000\n");
+    EXPECT_FALSE(fails.row("maep").value);
+    EXPECT_EQ(fails.row("maep").lacks,
+              (std::vector<std::string>{
+                  "flange 1 (test flange): fails at the external design pressure"}));
+    // One under external pressure alone.
+    EXPECT_EQ(make("tarvane = 1\n[vessel]\n" + with("P", "P = -20")).value("maep"), 20.0);
 }
 
 TEST(External, FailsAFlangeByItself) {
@@ -250,17 +402,23 @@ TEST(Codes, ThatDoNotCoverAComponentAreNamed) {
                                        "D = 10\nt = 1\nchart = \"CS-2\"\n"),
                   (std::vector<std::string>{"f:3: code: elements under external pressure" + of}));
     }
+    // What MDMT of the vessel asks for has the fault there.
+    const std::vector<std::string> both{
+        "f:3: code: shells by EN 13445 are not covered; by \"VIII-1\", \"VIII-2\" they are",
+        "f:4: MDMT: lowest metal temperatures by EN 13445 are not covered; by \"VIII-1\", "
+        "\"VIII-2\" they are"};
+    EXPECT_EQ(fault_lines("tarvane = 1\n[vessel]\ncode = \"EN 13445\"\nMDMT = 0\nP = 1\nT = 1\n" +
+                          SHELL + HEAD),
+              both);
+    // Flanges by EN 13445 are covered.
+    EXPECT_EQ(fault_lines("tarvane = 1\n[vessel]\ncode = \"EN 13445\"\nMDMT = 0\n" + FLANGE_TOML),
+              std::vector<std::string>{both[1]});
     EXPECT_EQ(fault_lines("code = \"VIII-3\"\nP = 1\nT = 1\n" + SHELL).size(), 1u);
 }
 
 // ---- examples ----------------------------------------------------------------------------------------------
 
-std::string example(const std::string& name) {
-    std::ifstream stream(std::string(TARVANE_SOURCE_DIR) + "/examples/" + name);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
+std::string example(const std::string& name) { return file("examples/" + name); }
 
 TEST(V101, PassesInBothUnitsByTheSameChecks) {
     const Made us = make(example("v101.toml")), si = make(example("v101_si.toml"));

@@ -151,7 +151,7 @@ struct Element {
     int line = 0;   // of its table
     int number = 1; // among the elements of its kind
     DataUses data;
-    float liquid_head = 0.0f;              // in its design pressure
+    float liquid_head = 0.0f;              // between the top of the vessel and it
     std::vector<std::string> notes;        // of the reading, UTF-8
     Origins origins;                       // of every key
     std::vector<const Unheeded*> unheeded; // that hold for every component and are not 0

@@ -11,6 +11,9 @@ enum class VesselNumber { density, level, count };
 // Of [vessel].
 std::span<const Key> vessel_keys();
 
+// lb/cu.in., twice that of the densest liquid: beyond it the unit of a number is another than was meant.
+inline constexpr float DENSEST_LIQUID = 1.0f;
+
 // Texts of [document], and of the tables of its list `revisions`.
 std::span<const Key> document_keys();
 std::span<const Key> revision_keys();

@@ -64,11 +64,26 @@ std::optional<float> elevation_of(const Element& element) {
     return element.number_of(*element.kind->keys.find("elevation"));
 }
 
-std::optional<float> top_of(const Element& element) {
+bool lies(const ShellInput& cylinder, const Request& request) {
+    bool any = false;
+    for (const auto& element : request.elements) {
+        if (element->kind != &SHELL_KIND) continue;
+        const auto& head = static_cast<const ShellInput&>(*element);
+        const int end = head.whole_setting(S::end);
+        const bool lying = end == END_LEFT || end == END_RIGHT;
+        any = any || lying;
+        const std::string& on = head.text_setting(ShellText::on);
+        if (!on.empty() && on == cylinder.description()) return lying;
+    }
+    return any;
+}
+
+std::optional<float> top_of(const Element& element, const Request& request) {
     const std::optional<float> foot = elevation_of(element);
     if (!foot || element.kind != &SHELL_KIND) return foot;
     const auto& shell = static_cast<const ShellInput&>(element);
     if (shell.shape() == TARVANE_CYLINDER) {
+        if (lies(shell, request)) return *foot + inside_diameter(shell);
         const float length = shell.setting(S::length);
         return length > 0.0f ? std::optional(*foot + length) : std::nullopt;
     }

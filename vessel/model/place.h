@@ -1,6 +1,7 @@
-// Where components are in an upright vessel: elevations of their lowest and highest points inside.
+// Where components are in a vessel: elevations of their lowest and highest points inside.
 #pragma once
 
+#include "components/request.h"
 #include "components/shell_input.h"
 
 #include <optional>
@@ -12,8 +13,11 @@ float inside_diameter(const ShellInput& shell);
 // Of the lowest point of a component that is complete; nothing where neither it nor a link gives one.
 std::optional<float> elevation_of(const Element& element);
 
+// Whether a cylinder lies: with a head at its left or right end; without a head of its own, as the others do.
+bool lies(const ShellInput& cylinder, const Request& request);
+
 // Of the highest point; nothing where dimensions for it are missing, too.
-std::optional<float> top_of(const Element& element);
+std::optional<float> top_of(const Element& element, const Request& request);
 
 // Of the lowest point of a head at one end of a shell.
 std::optional<float> elevation_at_end(const ShellInput& head, const ShellInput& shell);

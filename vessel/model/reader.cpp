@@ -7,6 +7,7 @@
 #include "components/read_value.h"
 #include "components/strict.h"
 #include "components/waivers.h"
+#include "document/results.h"
 #include "fields/vessel_keys.h"
 #include "model/links.h"
 #include "model/mates.h"
@@ -121,6 +122,7 @@ class Reader {
     void settle_mates_of(std::size_t place);
     void find_sources(const Table& root);
     void add_metal_temperatures(const Table& root);
+    bool refuse_metal_temperatures(const Table& root, const Table& vessel, const ElementKind& kind);
     void read_components();
     std::vector<bool> find_drafts(const std::vector<Draft>& begun) const;
     std::optional<Liquid> liquid() const;
@@ -532,6 +534,23 @@ void Reader::find_sources(const Table& root) {
     });
 }
 
+// Where the code of the vessel doesn't cover metal temperatures the fault is at what asks for them.
+bool Reader::refuse_metal_temperatures(const Table& root, const Table& vessel,
+                                       const ElementKind& kind) {
+    const Value* code = vessel.find("code");
+    if (code == nullptr) code = root.find("code");
+    const Key& key = *kind.keys.find("code");
+    if (code == nullptr || take_number(*code, key, request.units).fault.empty()) return false;
+    std::string fault = code_not_covered(*code, kind);
+    if (fault.empty()) return false;
+    const Value& asks = *vessel.find("MDMT");
+    fault.replace(0, kind.plural.size(), "lowest metal temperatures");
+    faults.add(asks.at, "MDMT", std::move(fault));
+    faults.list().back().path = "vessel.MDMT";
+    faults.list().back().value = asks.shown();
+    return true;
+}
+
 // With MDMT in [vessel] each shell, head and flange is checked for it, unless an [[mdmt]] of the request is of it.
 void Reader::add_metal_temperatures(const Table& root) {
     const Value* vessel = root.find("vessel");
@@ -555,6 +574,7 @@ void Reader::add_metal_temperatures(const Table& root) {
         const Value* description = part.table().find("description");
         const std::string* name = description != nullptr ? description->text() : nullptr;
         if (name != nullptr && named.contains(*name)) continue;
+        if (refuse_metal_temperatures(root, *vessel->table(), **kind)) break;
         Table table;
         table.put("description", name != nullptr ? *name
                                                  : std::string(part.kind->table) + ' ' +
@@ -700,6 +720,11 @@ void Reader::put_vessel_value(const Key& key, const Value& value) {
     Taken<float> number = take_number(value, key, request.units);
     if (number.fault.empty() && key.name == "liquid.density" && !(*number.value > 0.0f))
         number.fault = "it must be above 0";
+    if (number.fault.empty() && key.name == "liquid.density" && *number.value > DENSEST_LIQUID)
+        number.fault = value.shown() + " would be " +
+                       shown(*number.value, Quantity::density, request.units) +
+                       ", and no liquid is as dense; give the unit: " +
+                       (request.units.metric() ? "\"1000 kg/m3\"" : "\"62.4 lb/ft3\"");
     if (!number.fault.empty()) {
         faults.add(value.at, key.name, std::move(number.fault));
         faults.list().back().path = "vessel." + std::string(key.name);

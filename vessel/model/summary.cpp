@@ -1,8 +1,10 @@
 #include "model/summary.h"
 
+#include "components/external_input.h"
 #include "components/flange_input.h"
 #include "components/flange_session.h"
 #include "components/mdmt_input.h"
+#include "components/rounded_design.h"
 #include "components/shell_input.h"
 #include "document/results.h"
 #include "model/place.h"
@@ -12,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <set>
+#include <utility>
 
 namespace tarvane::vessel {
 
@@ -24,9 +27,10 @@ constexpr ResultField FIELDS[] = {
      "maximum allowable working pressure at the top of the vessel, less the head of the liquid"},
     {"map_nc", "MAPnc", pressure, "MAP, new and cold", "",
      "maximum allowable pressure, new and cold"},
-    {"maep", "MAEP", pressure, "MAEP", "", "maximum allowable external pressure"},
+    {"maep", "MAEP", pressure, "MAEP", "",
+     "maximum allowable external pressure; at least what a flange was checked at"},
     {"mdmt", "MDMT", temperature, "Warmest MDMT", "",
-     "the warmest of the lowest metal temperatures of the components"},
+     "the warmest of the lowest metal temperatures of the components at their design pressures"},
     {"hydrotest_b", "", pressure, "Hydrotest, UG-99(b)", "",
      "1.3 times MAWP times the least ratio of the allowable stresses, cold over hot"},
     {"hydrotest_c", "", pressure, "Hydrotest, UG-99(c)", "",
@@ -61,6 +65,12 @@ bool holds_pressure(const Calculated& c) {
 bool is_rated(const Calculated& c) {
     const FlangeInput* flange = flange_of(c);
     return flange != nullptr && flange->rated();
+}
+
+// The component that governs is a flange by its rating.
+bool governs_rated(const Calculation& all, const SummaryRow& row) {
+    return std::any_of(all.calculated.begin(), all.calculated.end(),
+                       [&row](const Calculated& c) { return c.element == row.by && is_rated(c); });
 }
 
 // The least value of all.
@@ -112,33 +122,95 @@ void find_mawp(const Calculation& all, SummaryRow& row) {
     if (row.by->liquid_head > 0.0f) row.note = "less the head of the liquid there";
 }
 
-// The rating of a flange at ambient temperature is not known: at the design temperature it is not above that.
+struct Found {
+    std::optional<float> value;
+    std::string why; // without one
+};
+
+// New and cold: of a flange of kind "design" that of the geometry that is judged. A channel cover has a deflection
+// in its place. The rating of a flange at ambient temperature is not known: at the design temperature it is not
+// above that.
+Found cold_pressure(const Calculated& c) {
+    if (std::string fails = fails_anyway(c); !fails.empty())
+        return {std::nullopt, std::move(fails)};
+    const FlangeInput* flange = flange_of(c);
+    if (flange == nullptr || flange->rated()) {
+        const Result found = result_of(c, flange == nullptr ? "map_nc" : "rating");
+        if (!found.value) return {std::nullopt, std::string(found.why)};
+        if (*found.value > 0.0f) return {found.value, {}};
+        return {std::nullopt, "no pressure was found"};
+    }
+    const auto& own = static_cast<const FlangeOutcome&>(*c.outcome);
+    if (flange->analysis() == TARVANE_DESIGN && !own.rounded)
+        return {std::nullopt, "no geometry was found"};
+    const FlangeOutcome& judged = own.rounded ? own.rounded->outcome : own;
+    if (judged.stopped || judged.refused()) return {std::nullopt, "no calculation was made"};
+    if (judged.found.map_nc_by == TARVANE_BY_DEFLECTION)
+        return {std::nullopt, "its deflection is what is limited"};
+    const float found = judged.map_nc;
+    if (found == TARVANE_NO_VALUE || !std::isfinite(found) || !(found > 0.0f))
+        return {std::nullopt, "no pressure was found"};
+    return {found, {}};
+}
+
+constexpr std::string_view BY_RATING = "its rating at the design temperature";
+
 void find_map(const Calculation& all, SummaryRow& row) {
     Least least(row);
-    for (const Calculated& c : all.calculated)
-        if (holds_pressure(c)) least.take(c, result_of(c, is_rated(c) ? "rating" : "map_nc"));
-    if (row.by == nullptr) return;
-    const bool by_rating =
-        std::any_of(all.calculated.begin(), all.calculated.end(),
-                    [&row](const Calculated& c) { return c.element == row.by && is_rated(c); });
-    if (by_rating) row.note = "its rating at the design temperature";
+    for (const Calculated& c : all.calculated) {
+        if (!holds_pressure(c)) continue;
+        const Found found = cold_pressure(c);
+        if (found.value)
+            least.take(c, *found.value);
+        else
+            row.lacks.push_back(lack(*c.element, found.why));
+    }
+    if (governs_rated(all, row)) row.note = BY_RATING;
+}
+
+// A flange has no greatest external pressure: what it was checked at, where it passes.
+Found checked_external(const Calculated& c, const UnitSystem& units) {
+    const FlangeInput& flange = *flange_of(c);
+    const auto& own = static_cast<const FlangeOutcome&>(*c.outcome);
+    const bool alone = flange.record[TARVANE_P] < 0.0f;
+    if (!alone && flange.external == nullptr) return {std::nullopt, "no external pressure"};
+    const FlangeInput& other = alone ? flange : *flange.external;
+    const FlangeOutcome* outcome = alone ? &own : own.external.get();
+    if (outcome == nullptr || outcome->stopped || outcome->refused())
+        return {std::nullopt, "no calculation was made"};
+    const Checks checks = other.checks(*outcome, units), all = flange.checks(own, units);
+    const auto blocks = [](const Check& check) { return check.blocks(); };
+    const auto outside = [](const Check& check) {
+        return check.blocks() && check.load_case().starts_with("external");
+    };
+    if (std::any_of(checks.begin(), checks.end(), blocks) ||
+        std::any_of(all.begin(), all.end(), outside))
+        return {std::nullopt, "fails at the external design pressure"};
+    return {-other.record[TARVANE_P], {}};
 }
 
 // A flat head holds from outside what it holds from inside, UG-34.
-void find_maep(const Calculation& all, SummaryRow& row) {
+void find_maep(const Calculation& all, const UnitSystem& units, SummaryRow& row) {
     Least least(row);
     for (const Calculated& c : all.calculated) {
         const ShellInput* shell = shell_of(c);
         if (is_rated(c)) continue; // not asked of it
-        if (shell != nullptr && shell->shape() == TARVANE_FLAT_HEAD)
+        if (shell != nullptr && shell->shape() == TARVANE_FLAT_HEAD) {
             least.take(c, result_of(c, "mawp"));
-        else if (shell != nullptr || c.element->kind->table == "external")
+        } else if (shell != nullptr || c.element->kind == &EXTERNAL_KIND) {
             least.take(c, result_of(c, "maep"));
-        else if (const FlangeInput* flange = flange_of(c))
-            row.lacks.push_back(lack(*c.element, flange->external != nullptr
-                                                     ? "checked at the external design pressure"
-                                                     : "no external pressure"));
+        } else if (flange_of(c) != nullptr) {
+            const Found found = checked_external(c, units);
+            if (found.value)
+                least.take(c, *found.value);
+            else
+                row.lacks.push_back(lack(*c.element, found.why));
+        }
     }
+    const bool by_flange = row.by != nullptr && row.by->kind == &FLANGE_KIND;
+    if (by_flange)
+        row.note = "at least " + shown(*row.value, Quantity::pressure, units) +
+                   ": what the flange was checked at; its own MAEP is not known";
 }
 
 // ---- temperatures ----------------------------------------------------------------------------------------
@@ -156,10 +228,35 @@ void find_mdmt(const Calculation& all, SummaryRow& row) {
             row.by = c.element;
         }
     }
-    if (row.by == nullptr && row.lacks.empty()) row.note = "no metal temperature was asked for";
+    if (row.by != nullptr)
+        row.note = "at the design pressures, not at the MAWP";
+    else if (row.lacks.empty())
+        row.note = "no metal temperature was asked for";
 }
 
 // ---- hydrotest -------------------------------------------------------------------------------------------
+
+// Materials of a flange: the files of 1943 to 1974, and of JIS B 8265 and B 8267.
+constexpr int BEFORE_1974 = 13, JIS[] = {15, 16};
+
+// Why 1.3 is not the factor of the vessel; else empty. Division 1 before the 1999 addenda has 1.5, other codes have
+// their own.
+std::string no_test(const Calculation& all) {
+    for (const Calculated& c : all.calculated) {
+        const auto choice = [&c](std::string_view name, int otherwise) {
+            const Key* key = c.element->kind->keys.find(name);
+            return key != nullptr ? static_cast<int>(c.element->number_of(*key)) : otherwise;
+        };
+        const int year = choice("material_year", 0);
+        const bool japanese = std::find(std::begin(JIS), std::end(JIS), year) != std::end(JIS);
+        if (choice("code", TARVANE_ASME_VIII_1) != TARVANE_ASME_VIII_1 || japanese)
+            return "the test by other codes than VIII-1 is not covered: " + name_of(*c.element);
+        if (choice("edition", EDITION_CURRENT) != EDITION_CURRENT || year == BEFORE_1974)
+            return "the test of VIII-1 before the 1999 addenda is not covered: " +
+                   name_of(*c.element) + " is by an older edition";
+    }
+    return {};
+}
 
 struct Stresses {
     float hot = 0.0f, cold = 0.0f;
@@ -175,9 +272,17 @@ Stresses stresses_of(const Calculated& c) {
     return {};
 }
 
+float design_temperature(const Calculated& c) {
+    return c.element->number_of(*c.element->kind->keys.find("T"));
+}
+
 // Bolts have no part in the ratio.
 void find_test_b(const Calculation& all, const SummaryRow& mawp, SummaryRow& row) {
-    std::set<std::string> known;
+    if (!mawp.value) {
+        row.note = "there is no MAWP";
+        return;
+    }
+    std::set<std::pair<std::string, float>> known;
     std::vector<const Calculated*> unknown;
     float least = 0.0f;
     std::string material;
@@ -188,52 +293,54 @@ void find_test_b(const Calculation& all, const SummaryRow& mawp, SummaryRow& row
             unknown.push_back(&c);
             continue;
         }
-        known.insert(stresses.material);
+        known.emplace(stresses.material, design_temperature(c));
         const float ratio = stresses.cold / stresses.hot;
         if (row.by != nullptr && !(ratio < least)) continue;
         least = ratio;
         row.by = c.element;
         material = stresses.material;
     }
-    // Another component of the same material has its ratio.
+    // Another component of the same material at the same temperature has its ratio.
     for (const Calculated* c : unknown) {
         const std::string name = stresses_of(*c).material;
-        if (name.empty() || !known.contains(name))
+        if (name.empty() || !known.contains({name, design_temperature(*c)}))
             row.lacks.push_back(lack(*c->element, "no stress ratio"));
     }
-    if (row.by == nullptr || !mawp.value) {
-        row.note = mawp.value ? "no stress ratio is known" : "there is no MAWP";
-        row.by = nullptr;
-        return;
-    }
+    if (row.by == nullptr) return;
     row.value = TEST_FACTOR * *mawp.value * least;
     row.note = "1.3 MAWP times the least stress ratio " + number_text(least, 4);
     if (!material.empty()) row.note += ", of " + to_utf8(material);
 }
 
-void find_test_c(const Calculation& all, SummaryRow& row) {
+void find_test_c(const Calculation& all, const Request& request, SummaryRow& row) {
     std::optional<float> top;
-    bool known = true;
+    bool lying = false;
     for (const Calculated& c : all.calculated) {
         if (!holds_pressure(c)) continue;
-        const std::optional<float> highest = top_of(*c.element);
-        known = known && highest;
-        if (highest) top = std::max(top.value_or(*highest), *highest);
+        const std::optional<float> highest = top_of(*c.element, request);
+        if (!highest)
+            row.lacks.push_back(lack(*c.element, elevation_of(*c.element)
+                                                     ? "the elevation of its highest point"
+                                                     : "no elevation for the head of the water"));
+        else
+            top = std::max(top.value_or(*highest), *highest);
+        const ShellInput* shell = shell_of(c);
+        lying = lying ||
+                (shell != nullptr && shell->shape() == TARVANE_CYLINDER && lies(*shell, request));
     }
     Least least(row);
     for (const Calculated& c : all.calculated) {
         if (!holds_pressure(c)) continue;
-        const Result pressure = result_of(c, is_rated(c) ? "rating" : "map_nc");
-        if (!pressure.value) {
+        const Found pressure = cold_pressure(c);
+        const std::optional<float> foot = elevation_of(*c.element);
+        if (!pressure.value)
             row.lacks.push_back(lack(*c.element, pressure.why));
-            continue;
-        }
-        const float head = known ? WATER * (*top - *elevation_of(*c.element)) : 0.0f;
-        least.take(c, TEST_FACTOR * *pressure.value - head);
+        else if (top && foot)
+            least.take(c, TEST_FACTOR * *pressure.value - WATER * (*top - *foot));
     }
     row.note =
-        known ? "1.3 MAPnc less the head of the test water, upright"
-              : "1.3 MAPnc; the head of the test water is to be taken off, elevations are missing";
+        std::string("1.3 MAPnc less the head of the test water, ") + (lying ? "lying" : "upright");
+    if (governs_rated(all, row)) row.note += "; MAPnc is " + std::string(BY_RATING);
 }
 
 // A pressure that one component doesn't have is none of the vessel.
@@ -248,7 +355,7 @@ void need_all(SummaryRow& row) {
 
 std::vector<ResultField> summary_fields() { return {std::begin(FIELDS), std::end(FIELDS)}; }
 
-std::vector<SummaryRow> summary(const Request&, const Calculation& calculation) {
+std::vector<SummaryRow> summary(const Request& request, const Calculation& calculation) {
     std::vector<SummaryRow> rows;
     for (const ResultField& field : FIELDS)
         rows.push_back({.field = &field, .value = {}, .by = nullptr, .note = {}, .lacks = {}});
@@ -256,10 +363,16 @@ std::vector<SummaryRow> summary(const Request&, const Calculation& calculation) 
     need_all(rows[0]);
     find_map(calculation, rows[1]);
     need_all(rows[1]);
-    find_maep(calculation, rows[2]);
+    find_maep(calculation, request.units, rows[2]);
+    need_all(rows[2]);
     find_mdmt(calculation, rows[3]);
+    if (std::string why = no_test(calculation); !why.empty()) {
+        rows[4].note = rows[5].note = why;
+        return rows;
+    }
     find_test_b(calculation, rows[0], rows[4]);
-    find_test_c(calculation, rows[5]);
+    need_all(rows[4]);
+    find_test_c(calculation, request, rows[5]);
     need_all(rows[5]);
     return rows;
 }

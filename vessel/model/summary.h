@@ -16,7 +16,7 @@ struct SummaryRow {
     std::optional<float> value;  // in the engine's units; nothing where it can't be had
     const Element* by = nullptr; // the component that governs; none: a null pointer
     std::string note;            // how the value comes about
-    // Components that have no value, each with the reason. Of an internal pressure there is none for the vessel then.
+    // Components that have no value, each with the reason. Of a pressure there is none for the vessel then.
     std::vector<std::string> lacks;
 };
 

@@ -258,7 +258,7 @@ float Liquid::head_at(float elevation) const { return density * std::max(level -
 void add_head(const Liquid& liquid, Element& to, Reading& reading) {
     const Key* P = to.kind->keys.find("P");
     const Key* elevation = to.kind->keys.find("elevation");
-    if (P == nullptr || elevation == nullptr || !reading.given("P") || reading.own("P")) return;
+    if (P == nullptr || elevation == nullptr || !reading.given("P")) return;
     if (!reading.given("elevation")) {
         reading.fault("elevation", "missing in " + name_of(to) + "; with liquid in the vessel " +
                                        expected(*elevation, reading.units) + " is expected (" +
@@ -268,8 +268,9 @@ void add_head(const Liquid& liquid, Element& to, Reading& reading) {
     if (!reading.sound("P") || !reading.sound("elevation")) return;
     const float head = liquid.head_at(to.number_of(*elevation));
     if (!(head > 0.0f)) return;
-    to.put_number(*P, to.number_of(*P) + head);
     to.liquid_head = head;
+    if (reading.own("P")) return;
+    to.put_number(*P, to.number_of(*P) + head);
     reading.adds("P", shown(head, Quantity::pressure, reading.units) + " of liquid");
 }
 

@@ -22,7 +22,8 @@ struct Liquid {
     float head_at(float elevation) const;
 };
 
-// The head on a component whose pressure is that of the vessel. A component without an elevation is a fault.
+// The head on a component, added to its pressure where that is the one of the vessel: an own P is at the component.
+// A component without an elevation is a fault.
 void add_head(const Liquid& liquid, Element& to, Reading& reading);
 
 } // namespace tarvane::vessel
