@@ -168,25 +168,24 @@ void find_map(const Calculation& all, SummaryRow& row) {
     if (governs_rated(all, row)) row.note = BY_RATING;
 }
 
-// A flange has no greatest external pressure: what it was checked at, where it passes.
+// A flange has no greatest external pressure: what it was checked at, where it passes. What fails alike under both
+// pressures has one row of the checks, that of the internal pressure, and fails whatever that is.
 Found checked_external(const Calculated& c, const UnitSystem& units) {
     const FlangeInput& flange = *flange_of(c);
     const auto& own = static_cast<const FlangeOutcome&>(*c.outcome);
     const bool alone = flange.record[TARVANE_P] < 0.0f;
-    if (!alone && flange.external == nullptr) return {std::nullopt, "no external pressure"};
-    const FlangeInput& other = alone ? flange : *flange.external;
-    const FlangeOutcome* outcome = alone ? &own : own.external.get();
-    if (outcome == nullptr || outcome->stopped || outcome->refused())
-        return {std::nullopt, "no calculation was made"};
-    const Checks checks = other.checks(*outcome, units), all = flange.checks(own, units);
-    const auto blocks = [](const Check& check) { return check.blocks(); };
-    const auto outside = [](const Check& check) {
-        return check.blocks() && check.load_case().starts_with("external");
-    };
-    if (std::any_of(checks.begin(), checks.end(), blocks) ||
-        std::any_of(all.begin(), all.end(), outside))
-        return {std::nullopt, "fails at the external design pressure"};
-    return {-other.record[TARVANE_P], {}};
+    const float P = alone ? -flange.record[TARVANE_P] : flange.setting(Setting::external_pressure);
+    if (!(P > 0.0f)) return {std::nullopt, "no external pressure"};
+    if (own.stopped || own.refused()) return {std::nullopt, "no calculation was made"};
+    if (std::string fails = fails_anyway(c); !fails.empty())
+        return {std::nullopt, std::move(fails)};
+    const bool searched = own.rated_pressure && own.rated_pressure->P;
+    const Checks checks = flange.checks(own, units);
+    const bool fails = std::any_of(checks.begin(), checks.end(), [&](const Check& check) {
+        return check.blocks() && (!searched || check.load_case().starts_with("external"));
+    });
+    if (fails) return {std::nullopt, "fails at the external design pressure"};
+    return {P, {}};
 }
 
 // A flat head holds from outside what it holds from inside, UG-34.
