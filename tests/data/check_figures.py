@@ -4,8 +4,10 @@
 
 - No figure differs from a found one by more than 1 % but those that checks/exceptions.csv lists, each with its
   reason; a line there that no figure needs is a fault, too.
-- A row is `checked` when found figures confirm every figure of it (SCOPE below), and by the sources that its
-  column `checks` names; one that is confirmed is not called approximate.
+- A row is `checked` when two sources that do not depend on each other, one of them named, confirm every figure
+  of it (SCOPE below), and then it is; its column `checks` names them. A row that one source confirms is not called
+  approximate. A source that contradicts a figure of a row confirms none of it, but where it is rounded, has a
+  misprint or a blank.
 - Each line of checks/corrections.csv has a decision, and the tables hold what it says.
 """
 
@@ -17,6 +19,7 @@ TOLERANCE = 0.01
 DISTANCES = ["spacing", "hub", "edge", "flats"]
 FLANGE = ["outside", "thickness", "length", "hub", "neck", "bolt_circle", "hole", "bolts", "bolt"]
 DECISIONS = {"changed", "kept", "added", "not shipped"}
+COUNTS = {"named", "beside a named one", "not kept"}
 
 
 def read(path):
@@ -53,10 +56,21 @@ class Comparison:
         else:
             self.contradictions.append((table, row, column, ours, theirs, source))
 
+    def settle(self, exceptions):
+        """What the reasons of the contradictions mean for the rest of their rows."""
+        reasons = {(e["table"], e["row"], e["column"], e["source"]): e["reason"] for e in exceptions}
+        for table, row, column, _, _, source in self.contradictions:
+            reason = reasons.get((table, row, column, source), "")
+            if "rounded" in reason and (table, row, column) in self.found:  # not alone
+                self.found[table, row, column].add(source)
+            elif "misprint" not in reason and "blank there" not in reason:
+                for (other, place, _), sources in self.found.items():
+                    if (other, place) == (table, row):
+                        sources.discard(source)
+
     def confirming(self, table, row, columns):
-        """The sources that confirm these columns; None where one of them has none."""
-        each = [self.found.get((table, row, column)) for column in columns]
-        return None if not each or None in each else set().union(*each)
+        """For each column the sources that confirm it."""
+        return [self.found.get((table, row, column), set()) for column in columns]
 
 
 def compare_materials(tables, checks, result):
@@ -181,19 +195,38 @@ SCOPE = [
 ]
 
 
-def status_faults(tables, result):
+def enough(confirming, sources):
+    """Whether these confirm a figure: two of different origin, one of them named. All whose origin is not known
+    count as one, for they may be the same."""
+    origins = {sources[s]["where"].split()[0] if sources[s]["counts"] == "named" else None for s in confirming}
+    return len(origins) > 1
+
+
+def status_faults(tables, result, sources):
+    not_kept = {name for name, source in sources.items() if source["counts"] == "not kept"}
+    confirming = {}
     for table, key, column, scope in SCOPE:
         for row in tables[table]:
-            sources = result.confirming(table, key(row), scope(row))
+            figures = scope(row)
+            if not figures:
+                continue
+            each = result.confirming(table, key(row), figures)
+            outside = set(row["checks"].split()) & not_kept
+            weak = [name for name, found in zip(figures, each) if not found or not enough(found | outside, sources)]
             status, place = row[column], f"{table}.csv: {key(row)}: {column}"
-            if status == "checked" and sources is None:
-                missing = [c for c in scope(row) if not result.confirming(table, key(row), [c])]
-                yield f"{place}: checked, but nothing confirms {', '.join(missing)}"
-            if status == "approximate" and sources is not None:
-                yield f"{place}: approximate, but {', '.join(sorted(sources))} confirm every figure of it"
-            if status == "checked" and column == "status" and sources is not None:
-                if set(row["checks"].split()) != sources:
-                    yield f"{place}: its column checks is not \"{' '.join(sorted(sources))}\""
+            if status == "checked" and weak:
+                yield f"{place}: checked, but not two sources confirm {', '.join(weak)}"
+            if status == "published" and not weak:
+                yield f"{place}: published, but two sources confirm every figure of it: checked"
+            if status == "approximate" and all(each):
+                yield f"{place}: approximate, but {', '.join(sorted(set().union(*each)))} confirm every figure of it"
+            if status == "checked":
+                confirming.setdefault((table, key(row)), set()).update(outside, *each)
+    for table, key in {table: key for table, key, _, _ in SCOPE}.items():
+        for row in tables[table]:
+            names = confirming.get((table, key(row)), set())
+            if set(row["checks"].split()) != names:
+                yield f"{table}.csv: {key(row)}: its column checks is not \"{' '.join(sorted(names))}\""
 
 
 def exception_faults(exceptions, result):
@@ -231,12 +264,15 @@ def main():
     for compare in (compare_materials, compare_moduli, compare_bolts, compare_flanges, compare_en,
                     compare_charts, compare_table_g):
         compare(tables, checks, result)
-    named = {row["source"] for row in checks["sources"]}
+    result.settle(checks["exceptions"])
+    sources = {row["source"]: row for row in checks["sources"]}
     faults = [f"sources.csv: no source {source}" for name, rows in checks.items() for source in
-              {row["source"] for row in rows if "source" in row} - named
+              {row["source"] for row in rows if "source" in row} - sources.keys()
               if name not in ("corrections", "sources")]
+    faults += [f"sources.csv: {name}: counts \"{row['counts']}\"" for name, row in sources.items()
+               if row["counts"] not in COUNTS]
     faults += list(exception_faults(checks["exceptions"], result))
-    faults += list(status_faults(tables, result))
+    faults += list(status_faults(tables, result, sources))
     faults += list(correction_faults(checks["corrections"], tables))
     for fault in faults:
         print(fault)

@@ -157,7 +157,7 @@ TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
     EXPECT_EQ(text_at(answer.result, "flange[0].inputs.type.value"), "weld neck");
     EXPECT_EQ(*at(answer.result, "flange[0].inputs.n.value").whole(), 12);
     EXPECT_EQ(text_at(answer.result, "data[0].file"), "BOLTDATA.TXT");
-    EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "checked");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "published");
     EXPECT_EQ(text_at(answer.result, "data[0].used[0].source"), "TEMA 9th ed.");
     EXPECT_TRUE(at(answer.result, "data_edition").null());
     EXPECT_TRUE(at(answer.result, "flange[0].report").null());
