@@ -99,8 +99,9 @@ int command(int argc, char** argv, std::ostream& out) {
     materials_command->add_option("--code", materials_code, "VIII-1 or VIII-2")
         ->check(CLI::IsMember({"VIII-1", "VIII-2"}, CLI::ignore_case));
     materials_command->add_flag("--metric", materials.selection.metric, "The metric files");
-    materials_command->add_option("--class", materials.selection.d2_class,
-                                  "Class of VIII-2: 0 the files of class 1, 1 those of class 2");
+    int materials_class = 1;
+    materials_command->add_option("--class", materials_class, "Class of VIII-2: 1 or 2")
+        ->check(CLI::IsMember({1, 2}));
     materials_command->add_option("--year", materials.selection.year, "Edition of the files");
     materials_command->add_option("--units", materials_units, "us or si")->check(UNITS);
     materials_command->add_option("--data", materials.data, "Folder of the data files");
@@ -232,6 +233,7 @@ int command(int argc, char** argv, std::ostream& out) {
     }
     if (materials_command->parsed()) {
         materials.selection.code = folded(materials_code) == "viii2" ? 2 : 1;
+        materials.selection.d2_class = materials_class - 1; // 0: class 1
         materials.units = units_named(materials_units);
         return static_cast<int>(list_materials(materials, out, std::cerr));
     }

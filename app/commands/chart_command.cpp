@@ -146,6 +146,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
         const std::vector<std::string> names = chart_names();
         if (names.empty()) return refuse(unknown_chart(""));
         print_charts(names, units, out);
+        out << edition_line();
         return Status::fine;
     }
     if (!options.temperature_given)
@@ -172,6 +173,7 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
         }
     }
     print_table(options, *name, temperature, curve, out);
+    out << edition_line();
     if (is_approximate(CHART_FILE, *name))
         out << "\nApproximate figures: replace " << CHART_FILE
             << " by one made from a licensed copy of the standard.\n";

@@ -138,6 +138,7 @@ void print_flange(const FlangeClass& flanges, const NominalSize& size, FlangeFor
                                                   : "Figures")
                 << ": " << from->text();
     if (sources->of(STANDARD_FLANGE_FILE, found.items.front()) != nullptr) out << '\n';
+    out << edition_line();
     if (any_approximate(found.items)) print_approximate("", out);
 }
 
@@ -153,6 +154,7 @@ Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostre
     if (classes.empty()) return refuse(unknown_class("", classes));
     if (options.name.empty()) {
         print_classes(classes, out);
+        out << edition_line();
         return Status::fine;
     }
     const FlangeClass* flanges = find_class(classes, options.name);
@@ -161,6 +163,7 @@ Status list_flanges(const FlangesOptions& options, std::ostream& out, std::ostre
         if (options.blind || options.slip_on || options.wall)
             return refuse("--blind, --slip-on and --wall belong to one size of a class");
         print_sizes(*flanges, options.units, out);
+        out << edition_line();
         return Status::fine;
     }
     if (options.blind && options.slip_on) return refuse("a flange is either blind or slip on");

@@ -53,8 +53,7 @@ std::string curve(const Material& m) {
 // What the data folder says of the figures of a record; that of an earlier version says only whether they are
 // approximate.
 ItemSource source_of(const Material& m, const DataSources& sources) {
-    const std::string item = m.name + ", " + std::to_string(m.reference);
-    const ItemSource* from = sources.of(m.selection.file(), item);
+    const ItemSource* from = sources.of(m.selection.file(), item_of(m));
     ItemSource source = from != nullptr ? *from : ItemSource{"published", "", "", ""};
     if (m.approximate) source.status = "approximate";
     return source;
@@ -230,6 +229,7 @@ Status list_materials(const MaterialsOptions& options, std::ostream& out, std::o
             out << "Materials of " << selection.file() << '\n';
             for (const Material* material : named)
                 print_record(*material, options.units, out);
+            out << edition_line();
             print_approximate(named, selection, "", out);
             return Status::fine;
         }
@@ -245,8 +245,7 @@ Status list_materials(const MaterialsOptions& options, std::ostream& out, std::o
     out << "Materials of " << selection.file() << ": " << materials.size() << "\n\n";
     print_list(materials, options.units, out);
     print_missing_charts(materials, out);
-    if (const std::string edition = data_edition(); !edition.empty())
-        out << "\nData files: " << edition << '\n';
+    out << edition_line();
     print_approximate(materials, selection, "~ ", out);
     return Status::fine;
 }

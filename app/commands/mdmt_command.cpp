@@ -1,6 +1,7 @@
 #include "commands/mdmt_command.h"
 
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "components/mdmt_input.h"
 #include "components/mdmt_results.h"
 #include "components/mdmt_session.h"
@@ -69,6 +70,7 @@ Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& er
     const MdmtOutcome outcome = run_mdmt(element, input.request);
     const UnitSystem& units = input.request.units;
     print_answer(element, outcome, units, out);
+    if (!input.request.elements.front()->data.empty()) out << edition_line();
     const Verdict verdict = element.judge(outcome, units);
     for (const std::string& reason : verdict.reasons)
         err << "tarvane: " << reason << '\n';

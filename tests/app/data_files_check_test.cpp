@@ -96,6 +96,7 @@ class DataFiles : public ProgramTest {
 };
 
 const char* const ALL[] = {"approximate.txt",
+                           "data_sources.txt",
                            "BOLTDATA.TXT",
                            "ElastAlp07.txt",
                            "ExtChartData.txt",
@@ -123,6 +124,7 @@ const Decided DECIDED[] = {{"TableGData.txt", UNDER_VACUUM},
                            {"ElastAlp07.txt", FLANGE_TOML + "rigidity = true\n"},
                            {"YIELDSTR.BIN", HEAD},
                            {"approximate.txt", FLANGE_TOML},
+                           {"data_sources.txt", FLANGE_TOML},
                            {"ExtChartData.txt", UNDER_VACUUM},
                            {"MATFILE1.BIN", HEAD},
                            {"VIII-1_Matls_By_Table.txt", STEAM_DRUM}};
@@ -195,6 +197,11 @@ TEST_F(DataFiles, TheOtherCommandsNameThemToo) {
         EXPECT_EQ(result.status, 2) << command;
         EXPECT_EQ(result.err, "tarvane: approximate.txt is missing in " + place("--data") + '\n');
     }
+    std::filesystem::rename(file("data_sources.txt"), file("away"));
+    const ProgramRun unknown = run("materials" + in_folder);
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.err, "tarvane: data_sources.txt is missing in " + place("--data") + '\n');
+    std::filesystem::rename(file("away"), file("data_sources.txt"));
     put("MATFILE1.BIN", whole("MATFILE1.BIN").substr(0, 4140));
     EXPECT_EQ(run("materials" + in_folder)
                   .err.find("tarvane: no materials: MATFILE1.BIN is damaged: it says that it has "),

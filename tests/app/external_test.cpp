@@ -61,7 +61,7 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
         {with_lines("P", "P = -15"), "f:4: P: it must not be below 0"},
         {with_lines("t", "t = 0"), "f:7: t: it must be above 0"},
         {with_lines("c", "c = 0.5"),
-         "f:7: t: nothing is left of it behind the corrosion allowance and the tolerance"},
+         "f:7: t: nothing is left of it after the corrosion allowance and the tolerance"},
         {with_lines("t", "t = 31"), "f:6: Do: it must be above twice the thickness t"},
         {with_lines("D", "D = 60"), "f:6: Do: either D or Do is expected, not both"},
         {with_lines("length", "length = -1"), "f:8: length: it must be above 0"},
@@ -426,6 +426,7 @@ TEST_F(ExternalProgram, ChartFileMissing) {
 TEST_F(ExternalProgram, OtherSteelGoesByItsChart) {
     std::filesystem::copy_file(std::filesystem::path(TARVANE_DATA_DIR) / "approximate.txt",
                                folder / "approximate.txt");
+    write("data_sources.txt", "[END]\n");
     write("ExtChartData.txt",
           "[HA-1]\n 400.0 0 26.5 0.0002 2650.0 0.1 12000.0 11000.0 3000.0 500.0\n\n[END]\n");
     const std::string toml =

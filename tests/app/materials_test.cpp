@@ -86,6 +86,7 @@ class DataFolder : public ProgramTest {
                                   "[END]\n");
         write("approximate.txt", "[ExtChartData.txt]\nHA-1\n[BOLTDATA.TXT]\nTEMA\n"
                                  "[ElastAlp07.txt]\nmodulus 4\n[END]\n");
+        write("data_sources.txt", "[END]\n");
         set_data_folder(folder.string());
     }
     ~DataFolder() override { set_data_folder(TARVANE_DATA_DIR); }
@@ -181,9 +182,15 @@ TEST_F(Materials, WithoutAFileAreNone) {
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err, "tarvane: no materials: MatFileD2C1.BIN is missing in the data folder " +
                               folder.string() + " (no version, named by --data)\n");
-    EXPECT_EQ(tarvane("materials --code VIII-2 --class 1").err,
+    EXPECT_EQ(tarvane("materials --code VIII-2 --class 1").err, result.err);
+    EXPECT_EQ(tarvane("materials --code VIII-2 --class 2").err,
               "tarvane: no materials: MATFILE2.BIN is missing in the data folder " +
                   folder.string() + " (no version, named by --data)\n");
+    for (const char* none : {"0", "3"}) {
+        const ProgramRun refused = tarvane(std::string("materials --code VIII-2 --class ") + none);
+        EXPECT_EQ(refused.status, 2);
+        EXPECT_NE(refused.err.find("--class"), std::string::npos) << refused.err;
+    }
 }
 
 TEST_F(Materials, OfTheMetricFileStandInTheirUnits) {
@@ -323,13 +330,35 @@ TEST_F(MaterialKey, TellsTheApproximateFilesThatWereUsed) {
                "): replace the file by one made from a licensed copy of the standard.\n";
     };
     const std::string lines = line("BOLTDATA.TXT", "TEMA") + line("ElastAlp07.txt", "modulus 4") +
-                              line("MATFILE1.BIN", "SA-516 70");
+                              line("MATFILE1.BIN", "SA-516 70, 1");
     EXPECT_NE(result.out.find(lines + "\nPASS  every check that tarvane makes passes"),
               std::string::npos)
         << result.out.substr(result.out.size() - 1200);
     const ProgramRun own =
         tarvane("run " + write("own.toml", with("bolting", "bolting = \"UNC\"")));
     EXPECT_EQ(own.out.find("Approximate"), std::string::npos);
+}
+
+// Two records of one name, one of them checked: each has its own status and source.
+TEST_F(MaterialKey, NamesTheSourceOfTheRecordThatIsUsed) {
+    const auto file_with = [&](const std::string& reference, const std::string& t) {
+        return write("f" + reference + ".toml",
+                     flange({"Sfo", "Sfa"},
+                            "material = \"SA-182 F304\"\nmaterial_reference = " + reference + '\n',
+                            with("t", "t = " + t, with("T", "T = 200"))));
+    };
+    const std::string upto = file_with("111", "1.19"), above = file_with("161", "6");
+    const ProgramRun checked = run("run " + upto), approximate = run("run " + above);
+    const std::string item = "\nFigures of MATFILE1.BIN:\n  SA-182 F304, ";
+    EXPECT_NE(checked.out.find(item + "111: checked, 1999 addenda and later: II-D Table 1A"),
+              std::string::npos)
+        << checked.out << checked.err;
+    EXPECT_EQ(checked.out.find("MATFILE1.BIN were used"), std::string::npos);
+    EXPECT_NE(
+        approximate.out.find(item + "161: approximate, 1999 addenda and later: at 300 F as in"),
+        std::string::npos)
+        << approximate.out << approximate.err;
+    EXPECT_NE(approximate.out.find("MATFILE1.BIN were used (SA-182 F304, 161)"), std::string::npos);
 }
 
 // ---- tarvane chart ---------------------------------------------------------------------------------------

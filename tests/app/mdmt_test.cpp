@@ -46,7 +46,7 @@ TEST(MdmtInputFile, FaultsNameLineKeyAndValue) {
     const Case cases[] = {
         {"curve = \"B\"\ntg = 0\n", "f:3: tg: it must be above 0"},
         {"curve = \"B\"\ntg = 1\nc = 0.5\nce = 0.5\n",
-         "f:3: tg: nothing is left of it behind the corrosion allowances"},
+         "f:3: tg: nothing is left of it after the corrosion allowances"},
         {"curve = \"B\"\ntg = 1\ntr = 0.5\nratio = 0.5\n",
          "f:5: ratio: either tr or ratio is expected, not both"},
         {"curve = \"B\"\ntg = 1\nE = 1.1\n", "f:4: E: a joint efficiency up to 1 is expected"},

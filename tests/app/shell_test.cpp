@@ -206,9 +206,8 @@ TEST(ShellInputs, TellWhatIsWrong) {
     EXPECT_EQ(fault_lines(CYLINDER + "c = -1\n"), one("f:9: c: it must not be below 0"));
     EXPECT_EQ(fault_lines(CYLINDER + "E = 1.1\n"),
               one("f:9: E: a joint efficiency up to 1 is expected"));
-    EXPECT_EQ(
-        fault_lines(CYLINDER + "c = 0.5\nUt = 0.25\n"),
-        one("f:6: t: nothing is left of it behind the corrosion allowance and the tolerance"));
+    EXPECT_EQ(fault_lines(CYLINDER + "c = 0.5\nUt = 0.25\n"),
+              one("f:6: t: nothing is left of it after the corrosion allowance and the tolerance"));
     EXPECT_EQ(fault_lines(CYLINDER + "Do = 50\n"),
               one("f:9: Do: either D or Do is expected, not both"));
     EXPECT_EQ(fault_lines(with("D", "Do = 1.5", CYLINDER)),

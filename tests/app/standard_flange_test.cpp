@@ -33,6 +33,7 @@ class Standard : public ProgramTest {
         for (const char* name : {"BOLTDATA.TXT", "ElastAlp07.txt"})
             std::filesystem::copy_file(std::string(TARVANE_DATA_DIR) + '/' + name, path(name));
         write("ANSIFlangeDimensions.txt", DIMENSIONS);
+        write("data_sources.txt", "[END]\n");
         write("approximate.txt",
               "[ANSIFlangeDimensions.txt]\nclass 150 size 1.5\nclass 150 slip on\n"
               "class 600 raised face\nclass PN16 size 300\n[END]\n");
@@ -269,7 +270,8 @@ TEST_F(Standard, FaultsNameClassAndSizeAndNothingElse) {
     EXPECT_EQ(
         fault("standard = { class = true, size = 12 }"),
         "f:17: standard.class: a number or a text of up to 8 characters is expected, not true "
-        "(class of ASME B16.5 or EN 1092-1 whose dimensions the flange has: 150, \"PN16\")");
+        "(class of ASME B16.5, ASME B16.47 or EN 1092-1 whose dimensions the flange has: 150, "
+        "\"PN16\")");
     EXPECT_EQ(fault("standard = { class = 150, size = 12, wal = 1 }"),
               "f:17: wal: no key of this place; the nearest is wall");
     EXPECT_EQ(fault("standard = { class = 150, size = 12, wall = 7 }"),

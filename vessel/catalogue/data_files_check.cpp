@@ -1,6 +1,7 @@
 #include "catalogue/data_files_check.h"
 
 #include "catalogue/data_search.h"
+#include "catalogue/data_sources.h"
 #include "values/bounded_file.h"
 #include "values/decimal.h"
 
@@ -255,6 +256,7 @@ struct KnownFile {
 };
 constexpr KnownFile KNOWN[] = {
     {APPROXIMATE_FILE, true, check_list},
+    {SOURCES_FILE, true, check_list},
     {BOLT_FILE, true, check_bolts},
     {MODULUS_FILE, true, check_moduli},
     {TABLE_G_FILE, true, check_table_g},

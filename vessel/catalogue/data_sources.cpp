@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <filesystem>
 #include <mutex>
 #include <stdexcept>
@@ -37,16 +36,6 @@ std::array<std::string, FIELDS> fields_of(std::string_view line) {
     return fields;
 }
 
-// "SA-516 70" of "SA-516 70, 1"; empty without a reference number.
-std::string name_alone(const std::string& item) {
-    const std::size_t comma = item.rfind(", ");
-    if (comma == std::string::npos || comma + 2 == item.size()) return {};
-    const bool number =
-        std::all_of(item.begin() + static_cast<std::ptrdiff_t>(comma) + 2, item.end(),
-                    [](unsigned char c) { return std::isdigit(c) != 0; });
-    return number ? item.substr(0, comma) : std::string();
-}
-
 } // namespace
 
 std::string ItemSource::text() const {
@@ -57,13 +46,12 @@ std::string ItemSource::text() const {
 }
 
 DataSources::DataSources() {
+    require_data_file(SOURCES_FILE);
     for (const Section& section : read_sections(SOURCES_FILE))
         for (const std::string& line : section.lines) {
             const auto [item, status, edition, source, remark] = fields_of(line);
             if (doubt(status) == STATUSES.size()) continue;
             add(section.name, item, {status, edition, source, remark});
-            if (const std::string name = name_alone(item); !name.empty())
-                add(section.name, name, {status, edition, source, remark});
         }
 }
 
@@ -100,6 +88,11 @@ std::shared_ptr<const DataSources> data_sources() {
     if (!known.sources || known.path != path || known.written != written)
         known = {path, written, std::make_shared<const DataSources>()};
     return known.sources;
+}
+
+std::string edition_line() {
+    const std::string edition = data_edition();
+    return edition.empty() ? edition : "\nData files: " + edition + '\n';
 }
 
 std::string data_edition() {

@@ -21,12 +21,12 @@ struct ItemSource {
     std::string text() const;
 };
 
-// What data_sources.txt of the data folder says; nothing without the file, as that of an earlier version.
+// What data_sources.txt of the data folder says. Throws std::runtime_error where it is missing or damaged.
 class DataSources {
   public:
     DataSources();
 
-    // A null pointer for an item that is not listed. The name of a material stands for all its records.
+    // A null pointer for an item that is not listed. A material record is "SA-516 70, 1", item_of(Material).
     const ItemSource* of(std::string_view file, std::string_view item) const;
 
   private:
@@ -40,5 +40,7 @@ std::shared_ptr<const DataSources> data_sources();
 
 // "Licensed tables of 2025" where a user made the data files of the folder; empty for those that are shipped.
 std::string data_edition();
+// The same as a line of its own for the end of an output, after an empty one: "Data files: Licensed tables of 2025".
+std::string edition_line();
 
 } // namespace tarvane::vessel

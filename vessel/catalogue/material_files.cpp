@@ -102,6 +102,10 @@ bool Material::takes_size(float size) const {
            (size_to <= 0.0f || size <= size_to + ROUNDING);
 }
 
+std::string item_of(const Material& material) {
+    return material.name + ", " + std::to_string(material.reference);
+}
+
 std::string size_range(const Material& m, const UnitSystem& units) {
     std::string text;
     if (m.size_above > 0.0f) text = "above " + shown(m.size_above, Quantity::thickness, units);

@@ -65,6 +65,9 @@ struct Material {
     bool takes_size(float size) const;
 };
 
+// "SA-516 70, 1": the name and the reference, as data_sources.txt lists the record.
+std::string item_of(const Material& material);
+
 // "above 2.5000 in., up to 4.0000 in."; empty without limits.
 std::string size_range(const Material& material, const UnitSystem& units);
 

@@ -69,7 +69,7 @@ std::string approximate_lines(const Request& request) {
     for (const auto& [file, items] : data_used(request)) {
         std::string list;
         for (const auto& [item, approximate] : items) {
-            if (approximate) list += (list.empty() ? "" : ", ") + item;
+            if (approximate) list += (list.empty() ? "" : "; ") + item;
         }
         if (list.empty()) continue;
         lines += "\nApproximate figures of " + file + " were used (" + list +

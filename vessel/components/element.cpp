@@ -1,6 +1,7 @@
 #include "components/element.h"
 
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "components/waivers.h"
 #include "document/results.h"
 #include "values/text.h"
@@ -83,7 +84,7 @@ void Reading::fault_at(std::string_view place, std::string_view key, std::string
 }
 
 void Reading::rely_on(std::string_view file) {
-    if (file != APPROXIMATE_FILE) data[std::string(file)];
+    if (file != APPROXIMATE_FILE && file != SOURCES_FILE) data[std::string(file)];
     if (auto fault = data_files.first_fault(file))
         faults.push_back({.line = table_line,
                           .key = std::string(file),
@@ -94,7 +95,13 @@ void Reading::rely_on(std::string_view file) {
 void Reading::use(const std::string& file, const std::string& item) {
     rely_on(file);
     rely_on(APPROXIMATE_FILE);
-    if (data_files.sound(APPROXIMATE_FILE)) use(file, item, data_files.approximate(file, item));
+    rely_on(SOURCES_FILE);
+    if (data_files.sound(APPROXIMATE_FILE)) data[file][item] = data_files.approximate(file, item);
+}
+
+void Reading::use(const Material& material) {
+    rely_on(SOURCES_FILE);
+    data[material.selection.file()][item_of(material)] = material.approximate;
 }
 
 void Reading::tell(std::string note) {

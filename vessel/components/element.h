@@ -86,10 +86,8 @@ class Reading {
     void rely_on(std::string_view file);
     // The same for an item of the file: reported at the end when it is approximate.
     void use(const std::string& file, const std::string& item);
-    // The same for a record that says itself whether it is approximate.
-    void use(const std::string& file, const std::string& record, bool approximate) {
-        data[file][record] = approximate;
-    }
+    // The same for a material record, which says itself whether it is approximate.
+    void use(const Material& material);
     // A key that isn't given, but whose value comes from elsewhere: it isn't missing then.
     void supply(std::string_view key, std::string from = {}) {
         keys[key] = {.line = table_line, .sound = true, .supplied = true};

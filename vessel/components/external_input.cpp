@@ -71,7 +71,7 @@ void check_wall(const KeyChecks& checks) {
     const float t = checks.value("t");
     if (!checks.sound("t") || !(t > 0.0f)) return;
     if (!((t - checks.value("ci")) - checks.value("Ut") > 0.0f))
-        checks.fault("t", "nothing is left of it behind the corrosion allowance and the tolerance");
+        checks.fault("t", "nothing is left of it after the corrosion allowance and the tolerance");
     if (checks.sound("Do") && checks.value("Do") > 0.0f && !(checks.value("Do") > 2.0f * t))
         checks.fault("Do", "it must be above twice the thickness t");
 }
@@ -184,7 +184,7 @@ void ExternalInput::take_material(Reading& reading) {
         note_cold(reading, *found, "YIELDSTR.BIN", *T);
         put_setting(N::Sy, yield * 1000.0f);
         reading.supply("Sy", origin_of(*found, *T, reading.units));
-        reading.use("YIELDSTR.BIN", found->name, found->approximate);
+        reading.use("YIELDSTR.BIN", found->name);
     }
 }
 

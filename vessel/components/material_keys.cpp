@@ -140,7 +140,7 @@ std::optional<float> supply_stress(Reading& reading, const MaterialKeys& keys,
         reading.fault_at(keys.name_key, stress_key, std::move(message));
         return std::nullopt;
     }
-    reading.use(keys.selection.file(), material.name, material.approximate);
+    reading.use(material);
     note_cold(reading, material, keys.selection.file(), *temperature);
     return material.allowable_at(std::min(*temperature, last));
 }

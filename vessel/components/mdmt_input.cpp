@@ -66,7 +66,7 @@ void MdmtInput::take_material(Reading& reading) {
         put_setting(N::curve, static_cast<float>(curve));
         reading.supply("curve", origin_of(*found));
     }
-    reading.use(keys.selection.file(), found->name, found->approximate);
+    reading.use(*found);
 }
 
 namespace {
@@ -111,7 +111,7 @@ void MdmtInput::complete(Reading& reading) {
     for (const std::string_view key : {"tg", "tg_sr"}) {
         const bool positive = checks.sound(key) && checks.value(key) > 0.0f;
         if (positive && !((checks.value(key) - setting(N::ci)) - setting(N::ce) > 0.0f))
-            checks.fault(key, "nothing is left of it behind the corrosion allowances");
+            checks.fault(key, "nothing is left of it after the corrosion allowances");
     }
     check_rules(*this, checks);
 }

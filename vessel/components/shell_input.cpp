@@ -153,7 +153,7 @@ class ShellKeyChecks : KeyChecks {
         const float t = value("t");
         if (!sound("t") || !(t > 0.0f)) return;
         if (!((t - value("ci")) - value("Ut") > 0.0f))
-            fault("t", "nothing is left of it behind the corrosion allowance and the tolerance");
+            fault("t", "nothing is left of it after the corrosion allowance and the tolerance");
         const bool round = shell.shape() != TARVANE_FLAT_HEAD;
         if (round && sound("Do") && value("Do") > 0.0f && !(value("Do") > 2.0f * t))
             fault("Do", "it must be above twice the thickness t");
@@ -194,7 +194,7 @@ class ShellKeyChecks : KeyChecks {
             fault("alpha", "an angle above 0 and below 90 degrees is expected");
         at_least_zero({"r", "tk"});
         if (given("tk") && sound("tk") && !((value("tk") - value("ci")) - value("Ut") > 0.0f)) {
-            fault("tk", "nothing is left of it behind the corrosion allowance and the tolerance");
+            fault("tk", "nothing is left of it after the corrosion allowance and the tolerance");
         }
     }
 

@@ -358,7 +358,8 @@ constexpr Key ROWS[] = {
         .up_to(15)
         .to("GETHOSTINPUT flange_grade"),
     Key{"standard.class", P::text_setting, at(TextSetting::standard_class), designation,
-        "class of ASME B16.5 or EN 1092-1 whose dimensions the flange has: 150, \"PN16\""}
+        "class of ASME B16.5, ASME B16.47 or EN 1092-1 whose dimensions the flange has: 150, "
+        "\"PN16\""}
         .label("Class of the standard flange")
         .up_to(8)
         .needs(by_rule("standard")),

@@ -130,7 +130,6 @@ void Writer::write_summary() {
 void Writer::write_data() {
     const std::optional<std::string> version = version_in(path_of(data_folder().path));
     if (const std::string edition = data_edition(); !edition.empty()) text("data_edition", edition);
-    const auto sources = data_sources();
     json.key("data").begin_list();
     for (const auto& [file, items] : data_used(request)) {
         json.begin_object();
@@ -142,6 +141,7 @@ void Writer::write_data() {
             json.null();
         text("sha256", sha256(read_regular(data_file_path(file), LARGEST_DATA_FILE)));
         json.key("used").begin_list();
+        const auto sources = items.empty() ? nullptr : data_sources();
         for (const auto& [item, approximate] : items) {
             json.begin_object();
             text("item", to_utf8(item));
