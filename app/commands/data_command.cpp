@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <ostream>
 #include <stdexcept>
 
@@ -102,6 +101,17 @@ std::vector<data::FurtherFile> further_files(const std::string& edition,
     return files;
 }
 
+// One folder has one edition, which a run names.
+void expect_edition(const DataImportOptions& options) {
+    std::vector<std::string> faults;
+    const std::string there = edition_of(path_of(options.folder), faults);
+    if (!faults.empty()) throw std::runtime_error(faults.front());
+    if (there != options.edition)
+        throw std::runtime_error("the tables of " + options.folder + " are of \"" + there +
+                                 "\", not of \"" + options.edition +
+                                 "\": import these into a folder of their own");
+}
+
 Status refused(const std::exception& problem, std::ostream& err) {
     err << "tarvane: " << problem.what() << '\n';
     return Status::bad_input;
@@ -151,13 +161,11 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
                                    .mpa = folded(options.stress) == "mpa",
                                    .celsius = folded(options.temperature) == "c",
                                    .edition = options.edition};
-        const data::ImportReport report = data::import_table(import, data::shipped_tables());
         const fs::path edition = path_of(options.folder) / EDITION;
-        if (!fs::exists(edition)) {
-            std::ofstream file(edition, std::ios::binary);
-            file << options.edition << '\n';
-            if (!file.flush()) throw std::runtime_error(edition.string() + " cannot be written");
-        }
+        const bool fresh = !fs::exists(edition);
+        if (!fresh) expect_edition(options);
+        const data::ImportReport report = data::import_table(import, data::shipped_tables());
+        if (fresh) data::replace_file(edition, options.edition + '\n');
         out << report.materials << " rows into " << report.file << " of " << options.folder << ", "
             << report.new_names << " of names that are not shipped\n";
         return Status::fine;

@@ -151,9 +151,7 @@ void write_rows(const fs::path& path, const Fields& header, const std::vector<Wr
     line(header);
     for (const Written& row : rows)
         line(row.fields);
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    if (!file.flush()) throw DataError(path.filename().string() + ": cannot be written");
+    replace_file(path, text);
 }
 
 // The record of the same place among those of a name: high and low stress rows follow each other.
@@ -186,11 +184,28 @@ std::string property(const Row& row, const Row* shipped, std::string_view column
 std::vector<const Row*> of_name(const MaterialTable& materials, const std::string& name) {
     std::vector<const Row*> rows;
     for (const Material& material : materials.materials())
-        if (material.row->field("name") == name) rows.push_back(material.row);
+        if (name_key(material.row->field("name")) == name_key(name)) rows.push_back(material.row);
     return rows;
 }
 
 } // namespace
+
+void replace_file(const fs::path& path, std::string_view text) {
+    fs::path draft = path;
+    draft += ".new";
+    const auto fail = [&] {
+        std::error_code none;
+        fs::remove(draft, none);
+        throw DataError(path.filename().string() + ": cannot be written");
+    };
+    std::ofstream file(draft, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) fail();
+    std::error_code fault;
+    fs::rename(draft, path, fault);
+    if (fault) fail();
+}
 
 ImportReport import_table(const ImportOptions& options, std::span<const ShippedTable> shipped) {
     std::vector<std::string_view> optional(std::begin(PROPERTIES), std::end(PROPERTIES));
@@ -200,15 +215,14 @@ ImportReport import_table(const ImportOptions& options, std::span<const ShippedT
     if (temperatures.empty())
         throw DataError(table.file() + ": no column of a temperature, \"100\" for example");
 
-    fs::create_directories(options.folder);
     const bool division_1 = options.figures == Figures::division_1;
     const Fields header = header_of(options.figures);
     const fs::path path = options.folder / file_of(options.figures);
     std::vector<Written> rows = earlier_rows(path, header);
     std::set<std::string> names;
     for (const Row& row : table.rows())
-        names.insert(row.text("material"));
-    std::erase_if(rows, [&](const Written& row) { return names.contains(row.name); });
+        names.insert(name_key(row.text("material")));
+    std::erase_if(rows, [&](const Written& row) { return names.contains(name_key(row.name)); });
     int reference = FIRST_NEW_REFERENCE;
     for (const Written& row : rows)
         reference = std::max(reference, std::atoi(row.fields[0].c_str()) + 1);
@@ -220,9 +234,10 @@ ImportReport import_table(const ImportOptions& options, std::span<const ShippedT
     report.materials = table.rows().size();
     std::map<std::string, std::size_t> places;
     for (const Row& row : table.rows()) {
-        const std::string& name = row.field("material");
-        const std::vector<const Row*> known = of_name(materials, name);
-        const std::size_t place = places[name]++;
+        const std::vector<const Row*> known = of_name(materials, row.field("material"));
+        // A material that is known keeps its spelling.
+        const std::string& name = known.empty() ? row.field("material") : known[0]->field("name");
+        const std::size_t place = places[name_key(name)]++;
         const Row* like = place_of(known, place);
         if (!division_1 && place >= known.size())
             row.fail("material", "not in " + std::string(MATERIALS_FILE) +
@@ -244,6 +259,7 @@ ImportReport import_table(const ImportOptions& options, std::span<const ShippedT
         written.fields.emplace_back("published");
         written.fields.push_back(row.blank("source") ? options.edition : row.field("source"));
     }
+    fs::create_directories(options.folder);
     write_rows(path, header, rows);
     return report;
 }

@@ -29,4 +29,7 @@ struct ImportReport {
 // properties that the table does not have.
 ImportReport import_table(const ImportOptions& options, std::span<const ShippedTable> shipped);
 
+// Writes a file beside the path and then puts it in its place. Throws DataError, and the file that was there stays.
+void replace_file(const std::filesystem::path& path, std::string_view text);
+
 } // namespace tarvane::data

@@ -1,6 +1,7 @@
 #include "table.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <fstream>
@@ -82,6 +83,14 @@ bool is_number(const std::string& text) {
 
 } // namespace
 
+std::string name_key(std::string_view name) {
+    std::string key;
+    for (const char c : name)
+        if (c != ' ' && c != '.' && c != '/' && c != '-')
+            key += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return key;
+}
+
 // ---- a table ---------------------------------------------------------------------------------------
 
 Table::Table(const std::filesystem::path& path, std::span<const std::string_view> expected,
@@ -110,7 +119,8 @@ Table::Table(const Sources& sources, std::string_view file, std::string_view key
              columns);
         std::erase_if(lines, [&](const Row& row) {
             return std::any_of(own.begin(), own.end(), [&](const Row& other) {
-                return other.field(key) == row.field(key);
+                return key == "name" ? name_key(other.field(key)) == name_key(row.field(key))
+                                     : other.field(key) == row.field(key);
             });
         });
         lines.insert(lines.end(), std::make_move_iterator(own.begin()),

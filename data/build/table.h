@@ -107,6 +107,9 @@ class Row {
     std::vector<std::string> fields;
 };
 
+// What tells materials apart by their names: "SA516-70" is "SA-516 70".
+std::string name_key(std::string_view name);
+
 class Table {
   public:
     // Whether columns with a number for a name may stand beside those that are named.

@@ -99,6 +99,16 @@ TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
          {"\nHA-3: published, Made-up tables, edition 7: invented\n", "\nCS-1: published"})
         EXPECT_NE(charts.out.find(line), std::string::npos) << line << charts.out;
 
+    for (const std::string& command :
+         {std::string("materials 'SA-240 304'"), std::string("chart HA-1 -T 200"),
+          std::string("chart"), std::string("flanges"), std::string("flanges 150"),
+          std::string("flanges 150 4"),
+          std::string("mdmt -t 1 --ratio 0.8 --material 'SA-516 70'")})
+        EXPECT_NE(run(command + " --data " + path("out"))
+                      .out.find(std::string("\nData files: ") + EDITION + '\n'),
+                  std::string::npos)
+            << command;
+
     const std::string vessel =
         "[[external]]\nkind = \"cylinder\"\nP = 15\nT = 300\nDo = 60\nt = 1\n"
         "length = 90\nmaterial = \"MADE-2\"\n";
@@ -108,7 +118,7 @@ TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
          {"\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
           "\nFigures of ExtChartData.txt:\n  HA-1: published, " + std::string(EDITION) +
               ": invented\n",
-          "\n  MADE-2: published, " + std::string(EDITION) + ": " + EDITION + '\n'})
+          "\n  MADE-2, 1002: published, " + std::string(EDITION) + ": " + EDITION + '\n'})
         EXPECT_NE(result.out.find(line), std::string::npos) << line << result.out;
 }
 
@@ -203,8 +213,42 @@ TEST_F(OwnData, ImportKeepsUnitsAndRefusesWhatItCannotTake) {
     EXPECT_EQ(imported("material,100\nM,10\n", "--as yield").err,
               "tarvane: plain.csv:2: material: not in materials_viii1.csv: import its stresses of "
               "Division 1 first: \"M\"\n");
+    EXPECT_FALSE(fs::exists(path("own"))); // nothing is left of an import that is refused
     EXPECT_EQ(imported("material,100,200\nSA-516 70,38,34\n", "--as yield").status, 0);
     EXPECT_NE(read(path("own/yields.csv")).find("\n1,SA-516 70,"), std::string::npos);
+}
+
+// As in a record that is looked for: without regard to case, blanks and hyphens.
+TEST_F(OwnData, ImportKnowsAMaterialHoweverItIsWritten) {
+    fs::remove_all(path("own"));
+    for (const char* name : {"SA516-70", "sa-516 70"}) {
+        write("plain.csv", std::string("material,100\n") + name + ",19.5\n");
+        const ProgramRun result = import("");
+        ASSERT_EQ(result.status, 0) << result.err;
+        EXPECT_NE(result.out.find(", 0 of names that are not shipped"), std::string::npos);
+    }
+    const std::string table = read(path("own/materials_viii1.csv"));
+    const std::size_t at = table.find("\n1,SA-516 70,UCS,Plate,");
+    ASSERT_NE(at, std::string::npos) << table;
+    EXPECT_EQ(table.find("\n1,", at + 1), std::string::npos) << table;
+    write("own/materials_viii1.csv", table.substr(0, at + 3) + "sa516-70" + table.substr(at + 12));
+    EXPECT_EQ(check().status, 0) << check().err; // it replaces the shipped row
+}
+
+TEST_F(OwnData, ImportOfAnotherEditionIsRefused) {
+    ASSERT_EQ(import().status, 0);
+    const std::string table = read(path("own/materials_viii1.csv"));
+    write("plain.csv", "material,100\nSA-516 70,19.5\n");
+    const ProgramRun other =
+        run("data import " + path("plain.csv") + ' ' + path("own") + " --edition 'Edition 8'");
+    EXPECT_EQ(other.status, 2);
+    EXPECT_EQ(other.err, "tarvane: the tables of " + path("own") +
+                             " are of \"Made-up tables, edition 7\", not of \"Edition 8\": import "
+                             "these into a folder of their own\n");
+    EXPECT_EQ(read(path("own/materials_viii1.csv")), table);
+    EXPECT_EQ(read(path("own/edition.txt")), "Made-up tables, edition 7\n");
+    for (const fs::directory_entry& file : fs::directory_iterator(path("own")))
+        EXPECT_FALSE(file.path().string().ends_with(".new")) << file.path();
 }
 
 } // namespace
