@@ -1,8 +1,10 @@
 // Flanges of kind "rated": their rating takes the place of a calculation.
 #include "app_fixture.h"
 #include "check_rows.h"
+#include "components/calculation.h"
 #include "components/flange_session.h"
 #include "document/report_view.h"
+#include "document/results.h"
 
 namespace tarvane::app {
 
@@ -137,6 +139,24 @@ TEST(RatedFlange, ReportSaysThatNoStressesWereCalculated) {
               std::string::npos);
     EXPECT_NE(report_of(RATED + "code = \"VIII-2\"\n").find("NPS 20, 4.1.11."), std::string::npos);
     EXPECT_NE(report_of(RATED + "code = \"EN 13445\"\n").find("NPS 20.\n"), std::string::npos);
+}
+
+// The tolerance of the check is none of the rating.
+TEST(RatedFlange, RatedPressureIsItsRating) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const auto rated_of = [](const std::string& toml) {
+        const ReadResult input = read_input(toml);
+        const auto found = calculate(input.request).outcomes.front()->rated_pressure.value();
+        EXPECT_EQ(found.held_by, "rating");
+        EXPECT_FALSE(found.P && *found.P > flange_of(toml).setting(Setting::rating));
+        return found.P ? shown(*found.P, Quantity::pressure, input.request.units) : found.why;
+    };
+    EXPECT_EQ(rated_of(RATED), "230.00 psig");
+    EXPECT_EQ(rated_of(with("rating", "rating = 230.009", RATED)), "230.00 psig");
+    EXPECT_EQ(rated_of(with("rating", "rating = 1480", RATED)), "1480.00 psig");
+    EXPECT_EQ(rated_of(with("rating", "rating = \"15.8 bar\"", RATED)), "229.15 psig");
+    // 230 within the tolerance of the check still passes.
+    EXPECT_EQ(judged(with("P", "P = 230.01", RATED)).state("rating"), "pass");
 }
 
 class RatedProgram : public ProgramTest {};

@@ -6,6 +6,7 @@
 #include "components/rounded_design.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace tarvane::app {
 
@@ -108,6 +109,37 @@ TEST(RoundedDesign, IsNoneWhereNothingWasDesigned) {
     const std::string external = with("P", "P = -15", golden("weld_neck_design"));
     EXPECT_EQ(judged(external).why("rounded.t"), "no design to round");
     EXPECT_EQ(judged(external).state("search"), "pass");
+}
+
+// Under external pressure, too, it is that geometry: each row of the case is one of the geometry given.
+TEST_P(RoundedDesigns, AreTheGeometryOfTheExternalPressure) {
+    for (const auto& [P, passes] : {std::pair("15", true), std::pair("20000", false)}) {
+        const std::string design = golden(GetParam()) + "P_external = " + P + '\n';
+        const Judged rounded = judged(design), given = judged(as_given(design));
+        const auto external_rows = [](const Judged& of) {
+            std::vector<std::tuple<std::string, std::string, State, std::optional<float>,
+                                   std::optional<float>>>
+                rows;
+            for (const Check& check : of.checks)
+                if (check.load_case().starts_with("external"))
+                    rows.emplace_back(check.field().id, check.load_case(), check.state(),
+                                      check.demand(), check.limit());
+            return rows;
+        };
+        EXPECT_FALSE(external_rows(rounded).empty());
+        EXPECT_EQ(external_rows(rounded), external_rows(given));
+        EXPECT_EQ(rounded.verdict.status == Status::fine, passes);
+    }
+}
+
+// Without it there is nothing to judge under external pressure.
+TEST(RoundedDesign, IsMissingUnderExternalPressureWhereNothingWasSelected) {
+    const std::string design = with("P", "P = -15", golden("weld_neck_design"));
+    EXPECT_EQ(judged(design).state("calculation"), "no row");
+    const Judged both = judged(design + "P_external = 15\n");
+    ASSERT_EQ(both.state("calculation"), "not made");
+    EXPECT_EQ(both.find("calculation")->load_case(), "external");
+    EXPECT_EQ(both.verdict.status, Status::fails);
 }
 
 // Where a check fails at the rounded geometry, the flange fails.

@@ -383,7 +383,10 @@ TEST(External, OfAFlatHeadIsItsMawp) {
     const auto state = [&](const char* P) {
         const Made made = make(VESSEL + "P_external = " + P + '\n' + flat);
         for (const Check& check : made.checks(0))
-            if (check.load_case() == "external") return check.state();
+            if (check.load_case() == "external") {
+                EXPECT_EQ(check.paragraph(), "UG-34(c)(2)");
+                return check.state();
+            }
         return State::not_made;
     };
     EXPECT_EQ(state("151.5"), State::pass);

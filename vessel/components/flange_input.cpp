@@ -342,20 +342,8 @@ void FlangeInput::complete(Reading& reading) {
         }
         record[10] = setting(Setting::cover_modulus);
     }
-    make_external(reading);
-}
-
-// Loads of a mate are those of the internal pressure.
-void FlangeInput::make_external(Reading& reading) {
-    const float P = setting(Setting::external_pressure);
-    if (reading.sound("P_external") && !(P >= 0.0f))
+    if (reading.sound("P_external") && !(setting(Setting::external_pressure) >= 0.0f))
         reading.fault("P_external", "it must not be below 0");
-    if (!(P > 0.0f)) return;
-    auto other = std::make_shared<FlangeInput>(*this);
-    other->record[TARVANE_P] = -P;
-    other->put_setting(Setting::design_pressure_operating, -P);
-    other->write_slot(slot::mating_loads, 15, "N");
-    external = std::move(other);
 }
 
 bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
@@ -377,15 +365,18 @@ bool FlangeInput::rule(std::string_view id, const Reading& reading) const {
 std::unique_ptr<Outcome> FlangeInput::calculate(const Request& file) const {
     auto outcome = std::make_unique<FlangeOutcome>(run_flange(*this, file));
     outcome->rounded = round_design(*this, *outcome, file);
-    if (external == nullptr || outcome->stopped || outcome->refused()) return outcome;
-    const auto other = std::make_shared<FlangeOutcome>(run_flange(*external, file));
-    outcome->report += other->report;
-    outcome->messages.insert(outcome->messages.end(), other->messages.begin(),
-                             other->messages.end());
-    outcome->stopped = other->stopped;
-    outcome->fatal_code = other->fatal_code;
-    outcome->external = other;
+    if (has_external() && !outcome->stopped && !outcome->refused())
+        run_external_flange(*this, file, *outcome);
     return outcome;
+}
+
+FlangeInput FlangeInput::as_judged(const FlangeOutcome& outcome) const {
+    FlangeInput judged = *this;
+    if (analysis() != TARVANE_THICKNESS) return judged;
+    judged.record[TARVANE_KIND] = TARVANE_ANALYSE;
+    const bool at_given = setting(Setting::keep_thickness) != 0.0f && record[TARVANE_t] > 0.0f;
+    if (!at_given) judged.record[TARVANE_t] = outcome.t_req;
+    return judged;
 }
 
 std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
@@ -435,14 +426,10 @@ RatingBasis FlangeInput::rating_basis(const Outcome& outcome) const {
     const bool pressure =
         own.mawp != TARVANE_NO_VALUE && own.found.mawp_by != TARVANE_BY_DEFLECTION;
     if (!rated() && pressure) basis.estimate = own.mawp;
-    auto judged = std::make_unique<FlangeInput>(*this);
+    auto judged = std::make_unique<FlangeInput>(as_judged(own));
     if (own.found.Ab != TARVANE_NO_VALUE) judged->mated_bolts = own.found.Ab;
-    judged->external.reset();
-    if (analysis() == TARVANE_THICKNESS) {
-        judged->record[TARVANE_KIND] = TARVANE_ANALYSE;
-        const bool at_given = setting(Setting::keep_thickness) != 0.0f && record[TARVANE_t] > 0.0f;
-        if (!at_given) judged->record[TARVANE_t] = own.t_req;
-    }
+    judged->put_setting(Setting::external_pressure, 0.0f);
+    if (rated()) basis.exact = "rating";
     basis.judged = std::move(judged);
     return basis;
 }

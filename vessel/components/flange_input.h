@@ -18,18 +18,21 @@ inline constexpr std::size_t MOST_FLANGES = 500; // rows of the element tables
 
 extern const ElementKind FLANGE_KIND;
 
+struct FlangeOutcome;
+
 struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     std::array<float, RECORD_ELEMENTS + 1> record{};  // one-based; the engine's units
     std::string text = std::string(TEXT_LENGTH, ' '); // slots of 15 Western characters
-
-    // The same flange under external pressure, with that as its only one.
-    std::shared_ptr<const FlangeInput> external;
 
     int code() const { return whole_setting(Setting::code); }
     int edition() const { return whole_setting(Setting::edition); }
     int type() const { return static_cast<int>(record[2]); }
     int analysis() const { return static_cast<int>(record[3]); }
     bool rated() const { return analysis() == KIND_RATED; } // by its rating: no stresses
+    // Under external pressure, too: a second calculation.
+    bool has_external() const { return !rated() && setting(Setting::external_pressure) > 0.0f; }
+    // The geometry of a given calculation, of kind "analyse": that of kind "thickness" at what it found.
+    FlangeInput as_judged(const FlangeOutcome& outcome) const;
     // "ASME B16.5 class 150 NPS 20" of the table standard; empty without it.
     const std::string& standard() const { return standard_name; }
     bool takes_bolt_size() const; // the given one is neither selected nor that of a root area
@@ -63,7 +66,6 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     void take_material(Reading& reading);
     void take_bolt_material(Reading& reading);
     void note_tables(Reading& reading) const;
-    void make_external(Reading& reading);
 };
 
 // The flanges of a file in their order.

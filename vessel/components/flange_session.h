@@ -11,7 +11,7 @@
 
 namespace tarvane::vessel {
 
-struct RoundedDesign;
+struct JudgedFlange;
 
 struct FlangeOutcome final : Outcome {
     std::array<float, RECORD_ELEMENTS + 1> record{}; // one-based, as the call left it
@@ -21,12 +21,19 @@ struct FlangeOutcome final : Outcome {
     float mawp = 0.0f;
     float t_req = 0.0f;
     TARVANE_FLANGE_RESULTS found{};
-    int pwht_required = -1;                        // heat treatment: 1, 0; -1 not known
-    std::shared_ptr<const RoundedDesign> rounded;  // of kind "design", where something was selected
-    std::shared_ptr<const FlangeOutcome> external; // of a flange under external pressure, too
+    int pwht_required = -1;                       // heat treatment: 1, 0; -1 not known
+    std::shared_ptr<const JudgedFlange> rounded;  // of kind "design", where something was selected
+    std::shared_ptr<const JudgedFlange> external; // under external pressure, too: the same geometry
+    float external_t_req = 0.0f; // of kind "thickness": what that pressure requires, where found
 
     bool refused() const override { return found.status == TARVANE_REFUSED; }
     float result(int element) const { return record[static_cast<std::size_t>(element)]; }
+};
+
+// A calculation of a geometry that another one found.
+struct JudgedFlange {
+    FlangeInput flange; // of kind "analyse"
+    FlangeOutcome outcome;
 };
 
 // The two halves of run_flange: what the host sets, from RESET_ENGINE on, then the call with the report

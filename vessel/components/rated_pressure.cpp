@@ -88,7 +88,8 @@ class Search {
         sort_worst_first(checks);
         std::erase_if(checks, [&](const Check& check) {
             const std::string_view id = check.field().id;
-            return !check.blocks() || id == ESTIMATE ||
+            const bool exceeds = id == basis.exact && check.demand() > check.limit();
+            return !(check.blocks() || exceeds) || id == ESTIMATE ||
                    std::find(found.anyway.begin(), found.anyway.end(), id) != found.anyway.end();
         });
         return checks;

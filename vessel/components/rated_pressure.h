@@ -22,6 +22,8 @@ struct RatingBasis {
     float P = 0.0f;                     // its design pressure
     std::optional<float> estimate = {}; // the engine's own of the greatest one
     std::string_view why = {};
+    std::string_view exact =
+        {}; // id of a check whose limit is a rating: not exceeded, by no tolerance
 };
 
 // Pressures in the engine's unit.

@@ -74,12 +74,12 @@ FlangeInput Rounding::rounded() const {
 
 } // namespace
 
-std::shared_ptr<const RoundedDesign>
+std::shared_ptr<const JudgedFlange>
 round_design(const FlangeInput& flange, const FlangeOutcome& outcome, const Request& file) {
     const bool selected = outcome.found.status == TARVANE_CALCULATED && outcome.t_req > 0.0f &&
                           outcome.result(TARVANE_DESIGNED_C) > 0.0f;
     if (flange.analysis() != TARVANE_DESIGN || outcome.stopped || !selected) return nullptr;
-    auto design = std::make_shared<RoundedDesign>();
+    auto design = std::make_shared<JudgedFlange>();
     design->flange = Rounding(flange, outcome, file.units.metric()).rounded();
     design->outcome = run_flange(design->flange, without_report(file));
     return design;

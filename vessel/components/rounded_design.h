@@ -7,14 +7,9 @@
 
 namespace tarvane::vessel {
 
-struct RoundedDesign {
-    FlangeInput flange; // of kind "analyse"
-    FlangeOutcome outcome;
-};
-
 // Sixteenths of an inch, or whole millimetres where the units of the file are metric. A calculation without a
 // report. None where nothing was selected, or where no thickness was found for it.
-std::shared_ptr<const RoundedDesign>
-round_design(const FlangeInput& flange, const FlangeOutcome& outcome, const Request& file);
+std::shared_ptr<const JudgedFlange> round_design(const FlangeInput& flange,
+                                                 const FlangeOutcome& outcome, const Request& file);
 
 } // namespace tarvane::vessel

@@ -343,9 +343,13 @@ Checks ShellInput::find_checks(const Outcome& outcome, const UnitSystem& units) 
     }
     // A flat head holds external pressure as it does internal pressure, UG-34.
     const float P_external = setting(N::P_external);
-    if (shape() == TARVANE_FLAT_HEAD && P_external > 0.0f && !own.stopped)
-        checks.push_back(Check::compared(field_of(SHELL_CHECKS, "mawp"), own.found.mawp, P_external)
-                             .in_case("external"));
+    if (shape() == TARVANE_FLAT_HEAD && P_external > 0.0f && !own.stopped) {
+        Check check = Check::compared(field_of(SHELL_CHECKS, "mawp"), own.found.mawp, P_external)
+                          .in_case("external");
+        const std::string_view formula = formula_name(own.found.formula);
+        if (!formula.empty()) check.under(formula);
+        checks.push_back(std::move(check));
+    }
     for (Check& check : checks)
         check.listed_in(shell_check_fields());
     return checks;

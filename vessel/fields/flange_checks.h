@@ -66,7 +66,8 @@ inline constexpr CheckField FLANGE_CHECKS[] = {
      .paragraph = "UG-34",
      .label = "required thickness",
      .quantity = Quantity::thickness,
-     .asked = "a blind flange, kind analyse, P not below 0"},
+     .asked = "a blind flange, kind analyse, P not below 0; kind thickness, where P_external "
+              "requires more"},
     {.id = "search",
      .paragraph = "",
      .label = "search for the thickness",
