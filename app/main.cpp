@@ -8,6 +8,7 @@
 #include "commands/run.h"
 #include "commands/vocabulary_command.h"
 #include "document/new_files.h"
+#include "document/vocabulary.h"
 #include "terminal/standard_output.h"
 #include "values/decimal.h"
 #include "values/text.h"
@@ -183,7 +184,10 @@ int command(int argc, char** argv, std::ostream& out) {
                      "VIII-1, VIII-2-1 and VIII-2-2 (its classes), or yield")
         ->check(CLI::IsMember({"VIII-1", "VIII-2-1", "VIII-2-2", "yield"}, CLI::ignore_case));
 
+    std::string keys_table;
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");
+    keys_command->add_option("table", keys_table, "of one table: flange, vessel, document")
+        ->check(CLI::IsMember(tarvane::vessel::key_tables()));
 
     std::string explained;
     CLI::App* explain_command =
@@ -219,7 +223,7 @@ int command(int argc, char** argv, std::ostream& out) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
-    if (keys_command->parsed()) return static_cast<int>(list_keys(out));
+    if (keys_command->parsed()) return static_cast<int>(list_keys(keys_table, out));
     if (data_check->parsed()) return static_cast<int>(check_data(data_options, out, std::cerr));
     if (data_build->parsed()) return static_cast<int>(build_data(data_options, out, std::cerr));
     if (data_import_command->parsed())

@@ -30,8 +30,8 @@ Status attempt(std::ostream& err, const Work& work) {
 
 } // namespace
 
-Status list_keys(std::ostream& out) {
-    out << key_list();
+Status list_keys(const std::string& table, std::ostream& out) {
+    out << key_list(table);
     return Status::fine;
 }
 

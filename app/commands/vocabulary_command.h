@@ -10,7 +10,7 @@ namespace tarvane::app {
 
 using namespace vessel;
 
-Status list_keys(std::ostream& out);
+Status list_keys(const std::string& table, std::ostream& out);
 
 // JSON for other programs: "input" and "result" schemas, "keys".
 Status write_schema(const std::string& name, std::ostream& out);

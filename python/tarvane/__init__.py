@@ -19,7 +19,19 @@ from typing import Any
 from . import _old, _vessel
 from ._faults import EngineStopped, Fault, InputError
 from ._old import ELEMENTS, NO_VALUE, Engine, ExternalResult, FlangeResult, Key, ShellResult
-from ._result import Check, Component, Governing, Input, NoValue, ReportLine, Result, Results
+from ._result import (
+    Check,
+    Component,
+    DataFile,
+    Governing,
+    Input,
+    NoValue,
+    ReportLine,
+    Result,
+    Results,
+    SummaryRow,
+    UsedItem,
+)
 from ._sweep import Sweep
 from ._vessel import Vessel, run, sweep
 
@@ -28,6 +40,7 @@ _TABLES = {f"{kind.upper()}_{what}" for kind in _old.NAMES for what in ("KEYS", 
 __all__ = [
     "Check",
     "Component",
+    "DataFile",
     "ELEMENTS",
     "Engine",
     "EngineStopped",
@@ -44,7 +57,9 @@ __all__ = [
     "Result",
     "Results",
     "ShellResult",
+    "SummaryRow",
     "Sweep",
+    "UsedItem",
     "Vessel",
     "run",
     "sweep",

@@ -58,6 +58,39 @@ class Governing:
 
 
 @dataclass(frozen=True)
+class SummaryRow:
+    """A value of the vessel and the component that governs it ('shell[0]'); None without one. `lacks` has the
+    components whose own value is not known."""
+
+    name: str
+    value: Optional[float]
+    component: Optional[str]
+    note: str = ""
+    lacks: tuple[str, ...] = ()
+
+
+@dataclass(frozen=True)
+class UsedItem:
+    """What was used of a data file, 'SA-516 70': its `status` ('published', 'approximate' ...), the `edition` of the
+    code and the `source` of its figures, where they are known."""
+
+    item: str
+    status: str
+    edition: str = ""
+    source: str = ""
+
+
+@dataclass(frozen=True)
+class DataFile:
+    """A data file that the calculation read."""
+
+    file: str
+    version: Optional[str]
+    sha256: str
+    used: tuple[UsedItem, ...] = ()
+
+
+@dataclass(frozen=True)
 class Input:
     """A value that was used: in the request's units, as it was given, and where it came from."""
 
@@ -167,7 +200,15 @@ class Result:
         self.says: str = data["says"]
         governing = data["governing"]
         self.governing = Governing(**governing) if governing else None
+        rows: list[dict[str, Any]] = data.get("summary", [])
+        self.summary = {
+            row["name"]: SummaryRow(row["name"], row["value"], row["component"], row["note"], tuple(row["lacks"]))
+            for row in rows
+        }
+        """By name, `summary["mawp"]`; of a request with a `vessel`."""
         self.data: list[dict[str, Any]] = data["data"]
+        self.data_edition: Optional[str] = data.get("data_edition")
+        """Edition of the code that the data files are of; None where they name none."""
         self.not_covered: list[str] = data["not_covered"]
         self.flange = self._of("flange")
         self.shell = self._of("shell")
@@ -176,6 +217,14 @@ class Result:
 
     def _of(self, kind: str) -> list[Component]:
         return [Component(data, f"{kind}[{i}]") for i, data in enumerate(self._data.get(kind, []))]
+
+    @property
+    def data_files(self) -> list[DataFile]:
+        """`data` by its names."""
+        return [
+            DataFile(each["file"], each["version"], each["sha256"], tuple(UsedItem(**item) for item in each["used"]))
+            for each in self.data
+        ]
 
     @property
     def components(self) -> list[Component]:

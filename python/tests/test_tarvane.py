@@ -157,6 +157,27 @@ class Results(unittest.TestCase):
         with self.assertRaisesRegex(AttributeError, "mawp"):
             found.mapw
 
+    def test_a_vessel_has_a_summary_and_names_its_data(self):
+        parts = [{**CYLINDER, "description": "Shell"},
+                 {**CYLINDER, "description": "Head", "kind": "sphere", "t": 0.5}]  # fmt: skip
+        result = tarvane.run({"tarvane": 1, "vessel": {"description": "Drum", "E": 1.0}, "shell": parts})
+        self.assertEqual(list(result.summary), ["mawp", "map_nc", "maep", "mdmt", "hydrotest_b", "hydrotest_c"])
+        mawp = result.summary["mawp"]
+        self.assertEqual(mawp.component, "shell[1]")
+        self.assertEqual(mawp.value, result.shell[1].results.mawp)
+        self.assertIsNone(result.summary["maep"].value)
+        self.assertIsNone(result.summary["maep"].component)
+        self.assertEqual(len(result.summary["maep"].lacks), 2)
+        self.assertEqual(self.result.summary, {})  # a list of components
+        self.assertEqual(result.data_files, [])
+        named = tarvane.run({"shell": [{**{k: v for k, v in CYLINDER.items() if k not in ("S", "Sa")},
+                                        "material": "SA-516 70"}]})  # fmt: skip
+        self.assertEqual(named.data_edition, named.to_dict().get("data_edition"))
+        used = {item.item: item for file in named.data_files for item in file.used}
+        self.assertIn(used["SA-516 70"].status, ("published", "checked", "approximate"))
+        self.assertEqual([each["file"] for each in named.data], [file.file for file in named.data_files])
+        self.assertTrue(named.says.startswith("every check that tarvane makes passes; "), named.says)
+
     def test_verdicts_and_checks(self):
         flange = self.result.flange[0]
         self.assertFalse(self.result.passed or flange.passed)

@@ -90,13 +90,20 @@ TEST(ChecksTable, HasFiguresInTheUnitsOfTheFile) {
 }
 
 TEST(ChecksTable, OfAWarningPassesAndSaysSo) {
-    const ChecksTable table =
-        table_of("[[shell]]\nP = 10\nT = 200\nS = 20000\nSa = 20000\nt = 0.5\n"
-                 "kind = \"torispherical\"\nD = 48\nL = 52\nr = 4\n");
+    const ChecksTable table = table_of(with("Go", "Go = 15.5", with("n", "n = 16")));
     EXPECT_TRUE(table.passes);
-    EXPECT_EQ(row_of(table, "crown radius (Do)").state, "warning");
-    EXPECT_EQ(row_of(table, "crown radius (Do)").tone, Tone::advice);
-    EXPECT_TRUE(table.headline.ends_with("; warning: crown radius (Do)")) << table.headline;
+    EXPECT_EQ(row_of(table, "gasket within its face and the bolt circle").state, "warning");
+    EXPECT_EQ(row_of(table, "gasket within its face and the bolt circle").tone, Tone::advice);
+    EXPECT_TRUE(table.headline.ends_with("; warning: gasket within its face and the bolt circle"))
+        << table.headline;
+}
+
+TEST(ChecksTable, NamesTheAdviceThatIsExceeded) {
+    const ChecksTable table = table_of(with("n", "n = 14"));
+    EXPECT_TRUE(table.passes);
+    EXPECT_EQ(row_of(table, "number of bolts, a multiple of four").state, "advice");
+    EXPECT_TRUE(table.headline.ends_with("; advice exceeded: number of bolts, a multiple of four"))
+        << table.headline;
 }
 
 // A failure by less than the digits of its figures shows more of them.

@@ -406,7 +406,8 @@ TEST_F(ConvexHeads, OfAShellGetTheSame) {
               same.outcome.report.substr(same.outcome.report.find(title)));
     // What applies to both is reported once.
     const Verdict verdict = shell.judge(*outcome, input.request.units);
-    EXPECT_EQ(verdict.status, Status::fine);
+    EXPECT_EQ(verdict.status, Status::fails);
+    EXPECT_EQ(same.verdict().status, Status::fails);
     EXPECT_EQ(verdict.reasons, same.verdict().reasons);
     EXPECT_EQ(verdict.reasons.size(), 1u);
 }

@@ -269,6 +269,22 @@ TEST_F(Program, ReadmeTellsTheTruth) {
     EXPECT_NE(demo.out.find(shown), std::string::npos) << shown;
 }
 
+// So do the drum and its summary.
+TEST_F(Program, ReadmeShowsTheVesselOfTheExample) {
+    const std::string readme = read(std::string(TARVANE_SOURCE_DIR) + "/README.md");
+    const std::string section = readme.substr(readme.find("\n### A vessel\n"));
+    const std::string example = read(EXAMPLES + "v101.toml");
+    const std::size_t toml = section.find("```toml\n") + 8;
+    std::istringstream given(section.substr(toml, section.find("```", toml) - toml));
+    for (std::string line; std::getline(given, line);)
+        EXPECT_NE(example.find(line + '\n'), std::string::npos) << line;
+    const std::size_t shown = section.find("\nVessel: ");
+    const std::string summary = section.substr(shown, section.find("```", shown) - shown);
+    const ProgramRun drum = run("run " + EXAMPLES + "v101.toml");
+    EXPECT_EQ(drum.status, 0);
+    EXPECT_NE(drum.out.find(summary), std::string::npos) << summary;
+}
+
 TEST_F(Program, ListsEveryKey) {
     const ProgramRun result = run("keys");
     EXPECT_EQ(result.status, 0);

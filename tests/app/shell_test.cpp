@@ -331,7 +331,7 @@ TEST(ShellVerdict, TellsLimitsOfTheForm) {
     const Verdict verdict =
         shell_of(with("L", "L = 50", TORISPHERE))
             .judge(results_of(shell_of(with("L", "L = 50", TORISPHERE))), us_units());
-    EXPECT_EQ(verdict.status, Status::fine);
+    EXPECT_EQ(verdict.status, Status::fails);
     EXPECT_EQ(verdict.reasons.size(), 1u);
 }
 

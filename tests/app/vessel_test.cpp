@@ -271,6 +271,30 @@ TEST(Summary, FindsTheWarmestTemperature) {
 
 class VesselProgram : public ProgramTest {};
 
+// A part names the metal temperature that is of it: one that is written, or the one that the vessel asks for.
+TEST(MetalTemperature, OfAPartIsNamedInItsRow) {
+    const auto reasons = [](const std::string& toml) {
+        const Made made_of = make(toml);
+        std::vector<std::string> found;
+        for (const Calculated& each : made_of.calculation.calculated) {
+            for (const Check& check :
+                 each.element->checks(*each.outcome, made_of.read.request.units)) {
+                if (check.field().id == "metal_temperature" && each.element->kind->table == "shell")
+                    found.push_back(check.reason());
+            }
+        }
+        return found;
+    };
+    const std::string of = "[[mdmt]]\ncurve = \"B\"\nof = \"Head\"\n";
+    const std::string none = "an [[mdmt]] for the part makes this check";
+    using Reasons = std::vector<std::string>;
+    EXPECT_EQ(reasons(VESSEL + SHELL + HEAD), (Reasons{none, none}));
+    EXPECT_EQ(reasons(VESSEL + SHELL + HEAD + "[[mdmt]]\ncurve = \"B\"\ntg = 1\nratio = 1\n" + of),
+              (Reasons{none, "made in mdmt 2"}));
+    EXPECT_EQ(reasons(VESSEL + "MDMT = -20\ncurve = \"B\"\n" + SHELL + HEAD + of),
+              (Reasons{"made in mdmt 2", "made in mdmt 1"}));
+}
+
 TEST_F(VesselProgram, ShowsTheSummaryOfAVessel) {
     const std::string out = run("run " + write("v.toml", VESSEL + SHELL + HEAD)).out;
     EXPECT_NE(out.find("\nVessel: Drum\n"), std::string::npos);

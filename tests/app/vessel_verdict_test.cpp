@@ -65,6 +65,32 @@ TEST(VesselVerdict, NamesWhatIsWaived) {
     EXPECT_TRUE(verdict.words.ends_with("; shell 2 (top): waived: head_1_4f")) << verdict.words;
 }
 
+// Outside the limits of its formulas a head holds no pressure that they give.
+TEST(VesselVerdict, OfAHeadOutsideItsRulesIsAFailure) {
+    const VesselVerdict verdict =
+        verdict_on(with("r", "r = 3", with("L", "L = 140", with("t", "t = 0.5", THIN))));
+    EXPECT_FALSE(verdict.passes);
+    EXPECT_EQ(verdict.words, "shell 1 (top): governing check: knuckle radius (6 % of Do), 2.0200");
+}
+
+// What only advises or warns may be exceeded: the verdict claims nothing of it.
+TEST(VesselVerdict, DoesNotClaimWhatIsOnlyAdvised) {
+    const std::string sound = with("n", "n = 16");
+    EXPECT_EQ(verdict_on(sound).words.rfind("every check that tarvane makes passes; ", 0), 0u)
+        << verdict_on(sound).words;
+    const std::string limits[][3] = {
+        {"n", "n = 14", "advice exceeded: number of bolts, a multiple of four"},
+        {"Go", "Go = 15.5", "warning: gasket within its face and the bolt circle"}};
+    for (const auto& [key, line, remark] : limits) {
+        const VesselVerdict verdict = verdict_on(with(key, line, sound));
+        EXPECT_TRUE(verdict.passes);
+        EXPECT_EQ(verdict.words.rfind("every check that decides passes; governing check: ", 0), 0u)
+            << verdict.words;
+        EXPECT_TRUE(verdict.words.ends_with("; flange 1 (test flange): " + remark))
+            << verdict.words;
+    }
+}
+
 TEST(VesselVerdict, OfARunThatEndedDoesNotPass) {
     const ReadResult input = read_input(SHELL + SHELL);
     Calculation calculation = calculate(input.request);

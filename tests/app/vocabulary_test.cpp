@@ -267,6 +267,38 @@ TEST(Origins, NameTheStandard) {
 
 class Commands : public ProgramTest {};
 
+TEST_F(Commands, AnswerForTheTablesBesideTheComponents) {
+    const std::string density = "vessel.liquid.density: density of the liquid in the vessel\n"
+                                "  Value         lbm/in³, kg/m³\n"
+                                "  Required      with liquid\n";
+    for (const char* name : {"liquid.density", "vessel.liquid.density"}) {
+        const ProgramRun one = run(std::string("explain ") + name);
+        EXPECT_EQ(one.status, 0);
+        EXPECT_EQ(one.out, density);
+    }
+    for (const char* name : {"liquid", "vessel.liquid"}) {
+        const ProgramRun both = run(std::string("explain ") + name);
+        EXPECT_EQ(both.out.rfind(density, 0), 0u) << both.out;
+        EXPECT_NE(both.out.find("\nvessel.liquid.level: "), std::string::npos) << both.out;
+    }
+    EXPECT_EQ(run("explain document.project").out, "document.project: project\n"
+                                                   "  Value         text, 200\n");
+    EXPECT_NE(run("explain revision").out.find("document.revisions.revision: "), std::string::npos);
+    EXPECT_EQ(run("explain liquid.densit").status, 2);
+    const ProgramRun vessel = run("keys vessel"), document = run("keys document");
+    EXPECT_EQ(vessel.status, 0);
+    EXPECT_NE(vessel.out.find("\nliquid.level "), std::string::npos);
+    EXPECT_EQ(vessel.out.find("project"), std::string::npos);
+    EXPECT_EQ(run("explain vessel").out, vessel.out);
+    EXPECT_NE(document.out.find("\nproject "), std::string::npos);
+    EXPECT_NE(document.out.find("[[document.revisions]]"), std::string::npos);
+    EXPECT_EQ(run("keys flange").out.find("Keys of a [[shell]]"), std::string::npos);
+    EXPECT_EQ(run("keys flanges").status, 2);
+    const std::string all = run("keys").out;
+    for (const ProgramRun& one : {vessel, document})
+        EXPECT_NE(all.find(one.out), std::string::npos);
+}
+
 TEST_F(Commands, ExplainAKeyInEveryKindThatHasIt) {
     const ProgramRun t = run("explain t");
     EXPECT_EQ(t.status, 0);

@@ -42,6 +42,12 @@ bool Element::waives(std::string_view id) const {
     return key != nullptr && has_waiver(text_of(*key), id);
 }
 
+Check Element::temperature_check(const CheckField& field) const {
+    return Check::not_asked(field, metal_temperature == 0
+                                       ? std::string("an [[mdmt]] for the part makes this check")
+                                       : "made in mdmt " + std::to_string(metal_temperature));
+}
+
 Verdict Element::judge(const Outcome& outcome, const UnitSystem& units) const {
     Verdict verdict;
     std::string wordless;

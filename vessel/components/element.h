@@ -146,8 +146,9 @@ struct ChartPoint {
 
 struct Element {
     const ElementKind* kind = nullptr;
-    int line = 0;   // of its table
-    int number = 1; // among the elements of its kind
+    int line = 0;              // of its table
+    int number = 1;            // among the elements of its kind
+    int metal_temperature = 0; // number of the [[mdmt]] that is of this part; 0: none
     DataUses data;
     float liquid_head = 0.0f;              // between the top of the vessel and it
     std::vector<std::string> notes;        // of the reading, UTF-8
@@ -188,6 +189,8 @@ struct Element {
     bool waives(std::string_view id) const;
     // The file gives the key, of this element or of all of them.
     bool gives(std::string_view key) const;
+    // The row of a pressure part for its lowest metal temperature: where that is found.
+    Check temperature_check(const CheckField& field) const;
     // A check for each of the keys that this element does not heed.
     void add_unmade_checks(Checks& checks) const;
     // The geometry as it was judged, for the search of its rated pressure.

@@ -281,7 +281,7 @@ std::vector<Result> ExternalInput::results(const Outcome& outcome) const {
 Checks ExternalInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     Checks checks = external_checks(*this, static_cast<const ExternalOutcome&>(outcome), units);
     if (!outcome.stopped && !outcome.refused())
-        checks.push_back(Check::not_asked(METAL_TEMPERATURE, std::string(BY_AN_MDMT)));
+        checks.push_back(temperature_check(METAL_TEMPERATURE));
     add_unmade_checks(checks);
     for (Check& check : checks)
         check.listed_in(EXTERNAL_CHECKS);

@@ -491,7 +491,7 @@ void check_heat_treatment(const FlangeInput& flange, const FlangeOutcome& outcom
 
 void ask_for_temperature(const FlangeInput& flange, Checks& checks) {
     if (flange.code() <= TARVANE_ASME_VIII_2)
-        checks.push_back(Check::not_asked(field(METAL_TEMPERATURE.id), std::string(BY_AN_MDMT)));
+        checks.push_back(flange.temperature_check(field(METAL_TEMPERATURE.id)));
 }
 
 // ---- good practice -----------------------------------------------------------------------------------

@@ -329,8 +329,7 @@ std::vector<Result> ShellInput::results(const Outcome& outcome) const {
 Checks ShellInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {
     const auto& own = static_cast<const ShellOutcome&>(outcome);
     Checks checks = shell_checks(*this, own, units);
-    if (!own.stopped)
-        checks.push_back(Check::not_asked(METAL_TEMPERATURE, std::string(BY_AN_MDMT)));
+    if (!own.stopped) checks.push_back(temperature_check(METAL_TEMPERATURE));
     add_unmade_checks(checks);
     if (external && !own.stopped) {
         for (Check& check : external_checks(*external, own.external, units)) {

@@ -112,14 +112,16 @@ std::string governing_words(const Checks& checks) {
 }
 
 std::string remarks_on(const Checks& checks) {
-    std::string warnings, waived;
+    std::string warnings, advice, waived;
     for (const Check& check : checks) {
-        const bool warns = check.advises() && check.field().force == Force::warns;
-        if (warns) warnings += (warnings.empty() ? "; warning: " : ", ") + check.label();
+        if (check.advises() && check.field().force == Force::warns)
+            warnings += (warnings.empty() ? "; warning: " : ", ") + check.label();
+        else if (check.advises())
+            advice += (advice.empty() ? "; advice exceeded: " : ", ") + check.label();
         if (check.state() == State::waived)
             waived += (waived.empty() ? "; waived: " : ", ") + std::string(check.field().id);
     }
-    return warnings + waived;
+    return warnings + advice + waived;
 }
 
 std::string words_of(const Checks& checks) { return governing_words(checks) + other_words(checks); }

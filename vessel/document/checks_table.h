@@ -35,7 +35,8 @@ ChecksTable checks_table(const Element& element, const Outcome& outcome, const U
 std::string governing_words(const Checks& checks);
 // The same with the number of those that fail, and with the remarks.
 std::string words_of(const Checks& checks);
-// "; warning: knuckle radius (6 % of Do); waived: head_1_4f": beside the verdict; may be empty.
+// "; warning: bolt of the thread series; advice exceeded: least bolt spacing; waived: head_1_4f": beside the verdict;
+// may be empty.
 std::string remarks_on(const Checks& checks);
 
 // PASS or FAIL with the headline, then the rows, up to 100 columns wide. A blank line before and after it.

@@ -3,6 +3,8 @@
 #include "components/not_covered.h"
 #include "document/checks_table.h"
 
+#include <algorithm>
+
 namespace tarvane::vessel {
 
 VesselVerdict vessel_verdict(const Request& request, const Calculation& calculation) {
@@ -24,7 +26,10 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
                           .words = {},
                           .not_covered = not_covered(request)};
     if (verdict.passes) {
-        verdict.words = "every check that tarvane makes passes";
+        const bool advised =
+            std::any_of(all.begin(), all.end(), [](const Check& check) { return check.advises(); });
+        verdict.words =
+            advised ? "every check that decides passes" : "every check that tarvane makes passes";
         if (const Check* worst = governing_of_several(all)) {
             const Element& element = *of[static_cast<std::size_t>(worst - all.data())];
             verdict.words += "; " + governing_words({*worst}) + ", of " + name_of(element);

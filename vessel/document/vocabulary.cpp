@@ -2,6 +2,7 @@
 
 #include "components/element.h"
 #include "document/results.h"
+#include "fields/vessel_keys.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t NAME_WIDTH = 20, UNIT_WIDTH = 18, ROW_WIDTH = 14;
+constexpr std::size_t NAME_WIDTH = 20, UNIT_WIDTH = 18, ROW_WIDTH = 14, WIDTH = 100;
 
 // "in., mm": the units of a quantity, without those that both systems share.
 std::string units_of(Quantity quantity) {
@@ -94,11 +95,55 @@ std::string terms_of(const Key& key, const KeyTable& keys) {
 
 void add_row(std::string& text, std::string_view title, const std::string& value) {
     if (value.empty()) return;
-    for (const std::string& line : wrapped(value, 100 - ROW_WIDTH)) {
+    for (const std::string& line : wrapped(value, WIDTH - ROW_WIDTH)) {
         text += "  " + padded(title, ROW_WIDTH) + line + '\n';
         title = {};
     }
 }
+
+// ---- tables beside the components ------------------------------------------------------------------------
+
+struct OtherTable {
+    std::string_view name;  // in lists: "document"
+    std::string_view place; // before the names of its keys: "document.revisions"
+    std::string_view heading;
+    std::span<const Key> (*keys)();
+};
+constexpr OtherTable OTHER_TABLES[] = {
+    {"vessel", "vessel",
+     "Keys of [vessel] beside those of its components and description, the name of the vessel. "
+     "With "
+     "MDMT in it each part is checked for that temperature.",
+     vessel_keys},
+    {"document", "document", "Texts of [document], of what the calculation belongs to.",
+     document_keys},
+    {"document", "document.revisions",
+     "Texts of each table of [[document.revisions]], up to 100 of them.", revision_keys}};
+
+std::string explain_other(const OtherTable& table, const Key& key) {
+    std::string text = std::string(table.place) + '.' + std::string(key.name) + ": " +
+                       std::string(key.meaning) + '\n';
+    add_row(text, "Value", kind_of_value(key));
+    if (key.needed) add_row(text, "Required", "with liquid");
+    return text;
+}
+
+// "liquid", "vessel.liquid.density", "document.project", "project"; empty: none of these tables has it.
+std::string explain_in_others(std::string_view name) {
+    std::string text;
+    for (const OtherTable& table : OTHER_TABLES) {
+        for (const Key& key : table.keys()) {
+            const std::string full = std::string(table.place) + '.' + std::string(key.name);
+            const std::string_view group = key.name.substr(0, key.name.find('.'));
+            const bool named = name == key.name || name == full || name == group ||
+                               name == std::string(table.place) + '.' + std::string(group);
+            if (named) text += explain_other(table, key) + '\n';
+        }
+    }
+    return text;
+}
+
+// ---- components ------------------------------------------------------------------------------------------
 
 std::string explain_key(const ElementKind& kind, const Key& key) {
     const KeyTable& keys = kind.keys;
@@ -194,12 +239,31 @@ std::string_view take_table(std::string_view& name) {
     return table;
 }
 
+void list_key(std::string& list, const Key& key, const std::string& terms) {
+    // A name or unit wider than its column is followed by one blank.
+    list += padded(std::string(key.name) + ' ', NAME_WIDTH) +
+            padded(kind_of_value(key) + ' ', UNIT_WIDTH) + std::string(key.meaning) + '\n';
+    const std::string margin(NAME_WIDTH + UNIT_WIDTH, ' ');
+    if (!key.choices.empty()) list += margin + choice_names(key.choices) + '\n';
+    if (!terms.empty()) list += margin + terms + '\n';
+}
+
 } // namespace
 
-std::string key_list() {
+std::vector<std::string> key_tables() {
+    std::vector<std::string> names;
+    for (const ElementKind* kind : element_kinds())
+        names.emplace_back(kind->table);
+    for (const OtherTable& table : OTHER_TABLES)
+        if (names.back() != table.name) names.emplace_back(table.name);
+    return names;
+}
+
+std::string key_list(std::string_view only) {
     std::string list;
     for (const ElementKind* kind : element_kinds()) {
         const std::string name(kind->table);
+        if (!only.empty() && only != name) continue;
         list.append("Keys of a [[").append(name);
         list.append("]]; in [vessel] or at the head of a file they hold for every ").append(name);
         list.append(" without its own.\n");
@@ -209,15 +273,22 @@ std::string key_list() {
                 section = kind->keys.section(key);
                 list.append("\n-- ").append(section).append(" --\n");
             }
-            // A name or unit wider than its column is followed by one blank.
-            list += padded(std::string(key.name) + ' ', NAME_WIDTH) +
-                    padded(kind_of_value(key) + ' ', UNIT_WIDTH) + std::string(key.meaning) + '\n';
-            const std::string margin(NAME_WIDTH + UNIT_WIDTH, ' ');
-            if (!key.choices.empty()) list += margin + choice_names(key.choices) + '\n';
-            if (const std::string terms = terms_of(key, kind->keys); !terms.empty())
-                list += margin + terms + '\n';
+            list_key(list, key, terms_of(key, kind->keys));
         }
         list += '\n';
+    }
+    for (const OtherTable& table : OTHER_TABLES) {
+        if (!only.empty() && only != table.name) continue;
+        for (const std::string& line : wrapped(table.heading, WIDTH))
+            list += line + '\n';
+        list += '\n';
+        for (const Key& key : table.keys())
+            list_key(list, key, key.needed ? "required with liquid" : "");
+        list += '\n';
+    }
+    if (!only.empty()) {
+        list.pop_back(); // the blank line after the last one
+        return list;
     }
     list +=
         "Keys of the file: tarvane = 1, the form of the file; units = \"US\", \"SI\" or a [units] "
@@ -232,6 +303,10 @@ Explanation explain(std::string_view name) {
     for (const ElementKind* kind : element_kinds()) {
         if (table.empty() || kind->table == table) text += explain_in(*kind, rest);
     }
+    text += explain_in_others(name);
+    if (const auto tables = key_tables();
+        text.empty() && std::find(tables.begin(), tables.end(), name) != tables.end())
+        return {true, key_list(name)};
     if (!text.empty()) {
         text.pop_back(); // the blank line after the last one
         return {true, text};
@@ -248,6 +323,10 @@ Explanation explain(std::string_view name) {
             names.push_back(field.name);
         for (const CheckField& field : kind->checks)
             names.push_back(field.id);
+    }
+    for (const OtherTable& other : OTHER_TABLES) {
+        for (const Key& key : other.keys())
+            if (table.empty()) names.push_back(key.name);
     }
     const std::string_view near = nearest(rest, names);
     return {false, "no key, result or check " + quoted(cut(name)) +

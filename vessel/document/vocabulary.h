@@ -3,11 +3,15 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvane::vessel {
 
-// All keys of an input file, kind by kind. UTF-8.
-std::string key_list();
+// The tables of an input file: "flange", "vessel".
+std::vector<std::string> key_tables();
+
+// All keys of an input file, table by table, or those of one of the tables. UTF-8.
+std::string key_list(std::string_view only = {});
 
 // What is known about a key, a result or a check, in every kind of component that has it; in one kind for
 // "flange.t" or "flange[0].t".

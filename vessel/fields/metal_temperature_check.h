@@ -10,6 +10,5 @@ inline constexpr CheckField METAL_TEMPERATURE{.id = "metal_temperature",
                                               .label = "lowest metal temperature",
                                               .quantity = Quantity::temperature,
                                               .asked = "by an [[mdmt]] for the part"};
-inline constexpr std::string_view BY_AN_MDMT = "an [[mdmt]] for the part makes this check";
 
 } // namespace tarvane::vessel

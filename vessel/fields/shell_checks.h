@@ -19,12 +19,11 @@ inline constexpr CheckField EXTERNAL_CORROSION_CHECK{
     .quantity = Quantity::thickness,
     .asked = "ce holds for every component and is not 0"};
 
-// Limits of VIII-1 on the form of a head, which its formulas do not contain.
+// Limits of VIII-1 on the form of a head, which its formulas do not contain: outside them they are not valid.
 inline constexpr CheckField CROWN_RADIUS{.id = "crown_radius",
                                          .paragraph = "UG-32(j)",
                                          .label = "crown radius (Do)",
                                          .quantity = Quantity::diameter,
-                                         .force = Force::warns,
                                          .asked = "a torispherical head by VIII-1",
                                          .waivable = true};
 inline constexpr CheckField KNUCKLE_RADIUS{.id = "knuckle_radius",
@@ -32,7 +31,6 @@ inline constexpr CheckField KNUCKLE_RADIUS{.id = "knuckle_radius",
                                            .label = "knuckle radius (6 % of Do)",
                                            .quantity = Quantity::diameter,
                                            .at_least = true,
-                                           .force = Force::warns,
                                            .asked = "a torispherical head by VIII-1",
                                            .waivable = true};
 inline constexpr CheckField KNUCKLE_THICKNESS{.id = "knuckle_thickness",
@@ -40,7 +38,6 @@ inline constexpr CheckField KNUCKLE_THICKNESS{.id = "knuckle_thickness",
                                               .label = "knuckle radius (3 t)",
                                               .quantity = Quantity::diameter,
                                               .at_least = true,
-                                              .force = Force::warns,
                                               .asked = "a torispherical head by VIII-1",
                                               .waivable = true};
 inline constexpr CheckField VERY_THIN_HEAD{.id = "very_thin_head",
@@ -70,7 +67,6 @@ inline constexpr CheckField SHELL_CHECKS[] = {
      .label = "knuckle radius (6 % of Do)",
      .quantity = Quantity::diameter,
      .at_least = true,
-     .force = Force::warns,
      .asked = "a cone with a knuckle by VIII-1",
      .waivable = true},
     {.id = "cone_knuckle_thickness",
@@ -78,7 +74,6 @@ inline constexpr CheckField SHELL_CHECKS[] = {
      .label = "knuckle radius (3 tk)",
      .quantity = Quantity::diameter,
      .at_least = true,
-     .force = Force::warns,
      .asked = "a cone with a knuckle by VIII-1",
      .waivable = true},
     {.id = "cone_angle",

@@ -69,6 +69,7 @@ class Reader {
         const Value* value;
         int number;
         std::optional<std::size_t> of = {}; // the vessel asks for the metal temperature of this one
+        int metal_temperature = 0;          // number of the [[mdmt]] that is of this one
 
         const Table& table() const { return *value->table(); }
         std::string path() const {
@@ -348,6 +349,7 @@ Reader::Draft Reader::begin_component(const Source& source) {
     const std::unique_ptr<Element>& element = draft.element;
     element->line = source.value->at.line;
     element->number = source.number;
+    element->metal_temperature = source.metal_temperature;
 
     for (const Key& key : keys.keys) {
         if (!is_text(key))
@@ -623,8 +625,14 @@ void Reader::read_components() {
         nodes.push_back(
             {source.kind, &source.table(), source.value->at.line, source.path(), source.of});
     links = Links(nodes, faults);
-    for (std::size_t i = 0; i < nodes.size(); ++i)
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
         linked = linked || !links.of(i).empty();
+        for (const Link& link : links.of(i)) {
+            if (link.key != "of" || !link.target) continue;
+            int& made_in = sources[*link.target].metal_temperature;
+            if (made_in == 0) made_in = sources[i].number;
+        }
+    }
     request.elements.resize(sources.size());
     std::vector<Draft> begun;
     for (const std::size_t i : links.order()) {
