@@ -174,7 +174,7 @@ class Results(unittest.TestCase):
                                         "material": "SA-516 70"}]})  # fmt: skip
         self.assertEqual(named.data_edition, named.to_dict().get("data_edition"))
         used = {item.item: item for file in named.data_files for item in file.used}
-        self.assertIn(used["SA-516 70"].status, ("published", "checked", "approximate"))
+        self.assertIn(used["SA-516 70, 1"].status, ("published", "checked", "approximate"))
         self.assertEqual([each["file"] for each in named.data], [file.file for file in named.data_files])
         self.assertTrue(named.says.startswith("every check that tarvane makes passes; "), named.says)
 
