@@ -1,5 +1,6 @@
 #include "commands/run.h"
 
+#include "assembly/summary.h"
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "components/calculation.h"
@@ -9,7 +10,6 @@
 #include "document/vessel_verdict.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
-#include "model/summary.h"
 #include "terminal/output_file.h"
 #include "values/bounded_file.h"
 #include "values/text.h"

@@ -1,7 +1,7 @@
 // From the text of an input file to the components that it describes.
 #pragma once
 
-#include "model/reader.h"
+#include "assembly/reader.h"
 
 #include <string>
 #include <string_view>

@@ -1,10 +1,10 @@
 // A vessel as a whole: its summary, its external pressure, its examples.
 #include "app_fixture.h"
+#include "assembly/summary.h"
 #include "components/calculation.h"
 #include "components/flange_session.h"
 #include "components/rounded_design.h"
 #include "components/shell_input.h"
-#include "model/summary.h"
 
 #include <cmath>
 

@@ -1,5 +1,6 @@
 #include "surface/result_json.h"
 
+#include "assembly/summary.h"
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
 #include "catalogue/data_search.h"
@@ -8,7 +9,6 @@
 #include "document/checks_table.h"
 #include "document/report_view.h"
 #include "document/vessel_verdict.h"
-#include "model/summary.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
 #include "values/sha256.h"

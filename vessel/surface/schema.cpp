@@ -1,10 +1,10 @@
 #include "surface/schema.h"
 
+#include "assembly/summary.h"
 #include "components/element.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
 #include "fields/vessel_keys.h"
-#include "model/summary.h"
 #include "values/json.h"
 #include "values/text.h"
 

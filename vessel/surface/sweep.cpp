@@ -1,10 +1,10 @@
 #include "surface/sweep.h"
 
+#include "assembly/reader.h"
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/fault_list.h"
 #include "fields/rated_pressure.h"
-#include "model/reader.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 // The C surface: handles, their texts, and what becomes of exceptions.
 #include "tarvane/vessel.h"
 
+#include "assembly/reader.h"
 #include "catalogue/data_files_check.h"
 #include "catalogue/data_search.h"
 #include "components/calculation.h"
 #include "components/engine_session.h"
-#include "model/reader.h"
 #include "surface/engine_turn.h"
 #include "surface/result_json.h"
 #include "surface/schema.h"

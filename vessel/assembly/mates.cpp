@@ -1,4 +1,4 @@
-#include "model/mates.h"
+#include "assembly/mates.h"
 
 #include "components/flange_session.h"
 #include "document/results.h"

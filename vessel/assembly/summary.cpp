@@ -1,5 +1,6 @@
-#include "model/summary.h"
+#include "assembly/summary.h"
 
+#include "assembly/place.h"
 #include "components/external_input.h"
 #include "components/flange_input.h"
 #include "components/flange_session.h"
@@ -7,7 +8,6 @@
 #include "components/rounded_design.h"
 #include "components/shell_input.h"
 #include "document/results.h"
-#include "model/place.h"
 #include "tarvane/tarvane.h"
 #include "values/text.h"
 

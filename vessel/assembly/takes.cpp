@@ -1,12 +1,12 @@
-#include "model/takes.h"
+#include "assembly/takes.h"
 
+#include "assembly/place.h"
 #include "components/flange_input.h"
 #include "components/flange_session.h"
 #include "components/mdmt_input.h"
 #include "components/shell_input.h"
 #include "components/shell_session.h"
 #include "document/results.h"
-#include "model/place.h"
 #include "tarvane/tarvane.h"
 
 #include <algorithm>
@@ -124,7 +124,7 @@ void take_from_neck(FlangeInput& flange, Reading& reading, const Taker& taker,
     take_elevation(taker, elevation_of(neck));
 }
 
-// Rated flanges share what names their rating. The loads of others are those of the pair (model/mates).
+// Rated flanges share what names their rating. The loads of others are those of the pair (assembly/mates).
 void take_from_mate(const FlangeInput& flange, Reading& reading, const Taker& taker,
                     const Element& from) {
     const FlangeInput& mate = flange_of(from);

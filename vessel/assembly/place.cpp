@@ -1,4 +1,4 @@
-#include "model/place.h"
+#include "assembly/place.h"
 
 #include "tarvane/tarvane.h"
 

@@ -1,4 +1,4 @@
-#include "model/links.h"
+#include "assembly/links.h"
 
 #include "values/text.h"
 

@@ -1,5 +1,8 @@
-#include "model/reader.h"
+#include "assembly/reader.h"
 
+#include "assembly/links.h"
+#include "assembly/mates.h"
+#include "assembly/takes.h"
 #include "components/conditions.h"
 #include "components/fault_list.h"
 #include "components/flange_input.h"
@@ -9,9 +12,6 @@
 #include "components/waivers.h"
 #include "document/results.h"
 #include "fields/vessel_keys.h"
-#include "model/links.h"
-#include "model/mates.h"
-#include "model/takes.h"
 #include "values/text.h"
 
 #include <algorithm>
