@@ -29,7 +29,7 @@ struct Remark {
     Tone tone = Tone::quiet;
 };
 
-struct List {
+struct DocumentList {
     std::vector<std::string> items;
 };
 
@@ -43,7 +43,7 @@ struct Column {
     bool number = false; // to the right
 };
 
-struct Table {
+struct DocumentTable {
     std::string caption; // for readers who do not see its place; may be empty
     std::vector<Column> columns;
     std::vector<std::vector<Cell>>
@@ -77,7 +77,8 @@ struct Drawing {
     std::vector<std::string> dropped; // dimensions that found no room
 };
 
-using Block = std::variant<Paragraph, Remark, List, Table, Lines, Formula, MarginNote, Drawing>;
+using Block = std::variant<Paragraph, Remark, DocumentList, DocumentTable, Lines, Formula,
+                           MarginNote, Drawing>;
 
 struct Section {
     std::string id; // "flange-1", unique
@@ -97,11 +98,11 @@ struct FrontText {
 struct FrontPage {
     std::string title;
     std::vector<FrontText> facts; // project, client, ..., those that are given
-    Table revisions, signatures;
+    DocumentTable revisions, signatures;
     bool passes = false;
-    std::string verdict; // "PASS", "FAIL", "NOT MADE"
-    std::string words;   // of the verdict
-    Table components;    // each with its verdict and the check that governs
+    std::string verdict;      // "PASS", "FAIL", "NOT MADE"
+    std::string words;        // of the verdict
+    DocumentTable components; // each with its verdict and the check that governs
     std::vector<Block> open_points;
 };
 
