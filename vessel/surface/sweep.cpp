@@ -1,6 +1,6 @@
 #include "surface/sweep.h"
 
-#include "assembly/reader.h"
+#include "assembly/repeated_reading.h"
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "components/fault_list.h"

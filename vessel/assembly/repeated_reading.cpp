@@ -1,0 +1,85 @@
+#include "assembly/repeated_reading.h"
+#include "assembly/reader_state.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr double LARGEST_INTEGER = 9007199254740992.0; // a double holds it and all below it
+
+// A number in the form that its key needs.
+Value value_for(const Key& key, double number) {
+    const bool flag = key.quantity == Quantity::flag && (number == 0.0 || number == 1.0);
+    if (flag) return number == 1.0;
+    const bool integer = key.quantity == Quantity::choice || key.quantity == Quantity::whole;
+    if (integer && number == std::floor(number) && std::fabs(number) < LARGEST_INTEGER)
+        return static_cast<std::int64_t>(number);
+    return number;
+}
+
+} // namespace
+
+std::vector<std::size_t> Reader::open_places() const {
+    std::vector<std::size_t> places;
+    for (const Draft& draft : drafts)
+        places.push_back(draft.place);
+    return places;
+}
+
+bool Reader::takes(std::size_t input) const {
+    const bool of_vessel =
+        std::any_of(open_vessel_values.begin(), open_vessel_values.end(),
+                    [input](const auto& value) { return value.second == input; });
+    return of_vessel || std::any_of(drafts.begin(), drafts.end(), [input](const Draft& draft) {
+               return std::any_of(draft.open.begin(), draft.open.end(),
+                                  [input](const Open& open) { return open.input == input; });
+           });
+}
+
+void Reader::read_again(std::span<const double> values) {
+    faults.list().clear();
+    data_files.tell_again();
+    for (const auto& [key, input] : open_vessel_values)
+        put_vessel_value(*key, value_for(*key, values[input]));
+    for (const Draft& draft : drafts) {
+        std::unique_ptr<Element> element = draft.element->copy();
+        Reading reading = draft.reading;
+        for (const Open& open : draft.open) {
+            const Value value = value_for(*open.key, values[open.input]);
+            read_key({&value, open.name}, *open.key, open.path, *element, reading);
+        }
+        finish_component(std::move(element), reading, draft.place);
+    }
+}
+
+struct RepeatedReading::Parts {
+    ReadResult result;
+    Reader reader;
+
+    Parts(const Table& root, std::span<const std::string> inputs)
+        : reader(result, element_kinds(), inputs) {
+        reader.read(root);
+    }
+};
+
+RepeatedReading::RepeatedReading(const Table& root, std::span<const std::string> inputs)
+    : parts(std::make_unique<Parts>(root, inputs)) {
+    sort_faults(parts->result.faults);
+}
+RepeatedReading::~RepeatedReading() = default;
+
+const ReadResult& RepeatedReading::result() const { return parts->result; }
+Request& RepeatedReading::request() { return parts->result.request; }
+bool RepeatedReading::takes(std::size_t input) const { return parts->reader.takes(input); }
+std::vector<std::size_t> RepeatedReading::changing() const { return parts->reader.open_places(); }
+
+const Faults& RepeatedReading::read(std::span<const double> values) {
+    parts->reader.read_again(values);
+    sort_faults(parts->result.faults);
+    return parts->result.faults;
+}
+
+} // namespace tarvane::vessel
