@@ -56,7 +56,7 @@ ChartCurve read_curve(const std::string& name, float temperature, float yield) {
 
 std::vector<std::string> chart_names() {
     std::vector<std::string> names;
-    for (const Section& section : read_sections(CHART_FILE))
+    for (const FileSection& section : read_sections(CHART_FILE))
         names.push_back(section.name);
     return names;
 }
@@ -64,7 +64,7 @@ std::vector<std::string> chart_names() {
 std::vector<float> chart_temperatures(std::string_view name) {
     std::vector<float> temperatures;
     if (needs_yield(name)) return temperatures;
-    for (const Section& section : read_sections(CHART_FILE)) {
+    for (const FileSection& section : read_sections(CHART_FILE)) {
         if (section.name != name) continue;
         for (std::string_view row : section.lines)
             temperatures.push_back(take_decimal<float>(row).value_or(0.0f));

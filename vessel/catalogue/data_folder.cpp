@@ -76,8 +76,8 @@ std::string data_file_path(std::string_view name) {
     return (path_of(data_folder().path) / name).string();
 }
 
-std::vector<Section> read_sections(std::string_view file) {
-    std::vector<Section> sections;
+std::vector<FileSection> read_sections(std::string_view file) {
+    std::vector<FileSection> sections;
     std::string text;
     try {
         text = read_regular(data_file_path(file), LARGEST_DATA_FILE);
@@ -106,7 +106,7 @@ std::vector<Section> read_sections(std::string_view file) {
 std::vector<int> modulus_tables() {
     std::vector<int> references;
     bool moduli = false;
-    for (const Section& section : read_sections("ElastAlp07.txt")) {
+    for (const FileSection& section : read_sections("ElastAlp07.txt")) {
         if (section.name != "Temp") moduli = section.name == "Emod"; // the axis is in one of them
         if (!moduli) continue;
         for (const std::string& row : section.lines) {
@@ -128,7 +128,7 @@ std::string without_size(std::string_view item) {
 bool is_approximate(std::string_view file, std::string_view item) {
     require_data_file(APPROXIMATE_FILE);
     const std::string whole_class = without_size(item);
-    for (const Section& section : read_sections("approximate.txt")) {
+    for (const FileSection& section : read_sections("approximate.txt")) {
         if (section.name != file) continue;
         for (const std::string& line : section.lines)
             if (line == item || line == whole_class) return true;

@@ -37,12 +37,12 @@ std::vector<std::string> data_files();
 
 // A section of a text file of the folder: "[name]" and its lines up to the next section, without
 // blank lines and comments.
-struct Section {
+struct FileSection {
     std::string name;
     std::vector<std::string> lines;
 };
 // Up to "[END]"; none when the file cannot be read.
-std::vector<Section> read_sections(std::string_view file);
+std::vector<FileSection> read_sections(std::string_view file);
 
 // Reference numbers of the moduli of "ElastAlp07.txt".
 std::vector<int> modulus_tables();

@@ -47,7 +47,7 @@ std::string ItemSource::text() const {
 
 DataSources::DataSources() {
     require_data_file(SOURCES_FILE);
-    for (const Section& section : read_sections(SOURCES_FILE))
+    for (const FileSection& section : read_sections(SOURCES_FILE))
         for (const std::string& line : section.lines) {
             const auto [item, status, edition, source, remark] = fields_of(line);
             if (doubt(status) == STATUSES.size()) continue;

@@ -113,7 +113,7 @@ std::string FlangeClass::size_text(const NominalSize& size) const {
 
 std::vector<FlangeClass> flange_classes() {
     std::vector<FlangeClass> classes;
-    for (const Section& section : read_sections(STANDARD_FLANGE_FILE)) {
+    for (const FileSection& section : read_sections(STANDARD_FLANGE_FILE)) {
         classes.push_back({section.name, {}});
         for (const std::string& line : section.lines)
             classes.back().rows.push_back(row_of(line));
