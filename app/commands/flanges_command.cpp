@@ -77,10 +77,13 @@ void print_sizes(const FlangeClass& flanges, const UnitSystem& units, std::ostre
         titles += right_aligned(place.title, WIDTH);
         labels += right_aligned(unit, WIDTH);
     }
+    constexpr std::size_t STATUS = 13, EDITION = 16; // widths of their columns
     out << "Class " << flanges.name << ", " << standards_of(flanges) << "\n\n"
-        << titles << right_aligned("Bolts", WIDTH) << '\n'
+        << titles << right_aligned("Bolts", WIDTH) << "  " << padded("Figures", STATUS)
+        << "Edition\n"
         << labels << right_aligned(unit, WIDTH) << '\n'
-        << std::string(characters(titles) + WIDTH, '-') << '\n';
+        << std::string(characters(titles) + WIDTH + 2 + STATUS + EDITION, '-') << '\n';
+    const auto sources = data_sources();
     bool marked = false;
     for (const FlangeRow& row : flanges.rows) {
         const FlangeLookup found =
@@ -93,7 +96,13 @@ void print_sizes(const FlangeClass& flanges, const UnitSystem& units, std::ostre
             out << right_aligned(length_text(flanges.inches(row[place.column]), units), WIDTH);
         const std::string bolts = number_text(row[Column::bolts], 0) + " x " +
                                   length_text(flanges.inches(row[Column::bolt]), units);
-        out << right_aligned(bolts, WIDTH) << '\n';
+        out << right_aligned(bolts, WIDTH);
+        const ItemSource* from =
+            found.items.empty() ? nullptr : sources->of(STANDARD_FLANGE_FILE, found.items.front());
+        if (from != nullptr)
+            out << "  " << padded(from->status, STATUS)
+                << (from->edition.empty() ? NOT_KNOWN : from->edition);
+        out << '\n';
     }
     if (marked) print_approximate("~ ", out);
 }

@@ -99,6 +99,7 @@ void print_list(const std::vector<const Material*>& materials, const UnitSystem&
         {"Chart", "", false, [&](M m, U) { return chart(m, charts); }},
         {"Allowed", to_temperature, true, last_temperature},
         {"Figures", "", false, [&](M m, U) { return source_of(m, *sources).status; }},
+        {"Edition", "", false, [&](M m, U) { return or_dash(source_of(m, *sources).edition); }},
         {"Note", "", false,
          [](M m, U u) {
              const std::string size = size_range(m, u);

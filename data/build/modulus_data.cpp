@@ -125,8 +125,11 @@ std::string section_text(std::string_view marker, const std::vector<Property>& r
     text.append(marker) += '\n';
     std::size_t first = axis.size(); // of the current axis
     for (const Property& property : rows) {
-        const std::string from =
-            property.source->field("status") + ": " + property.source->field("source");
+        const std::string from = property.source->field("status") +
+                                 (property.source->blank(EDITION_COLUMN)
+                                      ? ""
+                                      : ", edition " + property.source->field(EDITION_COLUMN)) +
+                                 ": " + property.source->field("source");
         if (from != source) text.append("; ").append(from) += '\n';
         source = from;
         if (first != property.first) text += axis_text(axis, property.first);

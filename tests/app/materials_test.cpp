@@ -124,11 +124,11 @@ TEST_F(Materials, AreListedInTheOrderOfTheFile) {
     EXPECT_EQ(result.out.substr(0, 29), "Materials of MATFILE1.BIN: 6\n");
     std::size_t last = 0;
     for (const char* line : {"SA-516 70 ~     1  Plate    9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    650  approximate  Carbon steel",
+                             "    650  approximate  -        Carbon steel",
                              "SA-240 304    101  Plate    9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    550  published    18Cr-8Ni, high",
+                             "    550  published    -        18Cr-8Ni, high",
                              "SA-193 B7     402  Bolting  9A Gr. 1  B/D       70.00  38.00  CS-2   "
-                             "    550  published    1Cr-1/5Mo, "
+                             "    550  published    -        1Cr-1/5Mo, "
                              "above 2.5000 in., up to 4.0000 in.",
                              "SA-36          10  "}) {
         const std::size_t at = result.out.find(line);

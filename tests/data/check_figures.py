@@ -4,11 +4,13 @@
 
 - No figure differs from a found one by more than 1 % but those that checks/exceptions.csv lists, each with its
   reason; a line there that no figure needs is a fault, too.
-- A row is `checked` when two sources that do not depend on each other, one of them named, confirm every figure
-  of it (SCOPE below), and then it is; its column `checks` names them. A row that one source confirms is not called
-  approximate. A source that contradicts a figure of a row confirms none of it, but where it is rounded, has a
-  misprint or a blank.
-- Each line of checks/corrections.csv has a decision, and the tables hold what it says.
+- A row is `checked` when a named source, whose figures are in data/sources/checks, confirms every figure of it (SCOPE
+  below), and then it is; its column `checks` names the sources. One from which the row was taken (checks/taken.csv)
+  counts beside another one alone. A row that any source confirms is not called approximate. A source that contradicts
+  a figure of a row confirms none of it, but where it is rounded, has a misprint or a blank.
+- Each line of checks/corrections.csv has a decision, and the tables hold what it says. The lines that are not compared
+  are printed with their reasons.
+- Each row names the edition of its standard, or that its source does not state it.
 """
 
 import csv
@@ -19,7 +21,7 @@ TOLERANCE = 0.01
 DISTANCES = ["spacing", "hub", "edge", "flats"]
 FLANGE = ["outside", "thickness", "length", "hub", "neck", "bolt_circle", "hole", "bolts", "bolt"]
 DECISIONS = {"changed", "kept", "added", "not shipped"}
-COUNTS = {"named", "beside a named one", "not kept"}
+COUNTS = {"named", "beside a named one", "not at all"}
 
 
 def read(path):
@@ -195,15 +197,27 @@ SCOPE = [
 ]
 
 
-def enough(confirming, sources):
-    """Whether these confirm a figure: two of different origin, one of them named. All whose origin is not known
-    count as one, for they may be the same."""
+def enough(confirming, sources, taken):
+    """Whether these confirm a figure: a named one, and another witness, which is a source of different origin, or the
+    row itself where it was not taken from a source. All whose origin is not known count as one, for they may be the
+    same."""
     origins = {sources[s]["where"].split()[0] if sources[s]["counts"] == "named" else None for s in confirming}
-    return len(origins) > 1
+    return bool(origins - {None}) and len(origins) + (not taken) > 1
 
 
-def status_faults(tables, result, sources):
-    not_kept = {name for name, source in sources.items() if source["counts"] == "not kept"}
+def taken_rows(tables, checks):
+    """The rows that were taken from a source."""
+    rows = set()
+    keys = {table: key for table, key, _, _ in SCOPE}
+    for line in checks["taken"]:
+        table = line["table"]
+        found = {key for key in map(keys[table], tables[table]) if line["row"] in ("*", key)}
+        assert found, line
+        rows |= {(table, key) for key in found}
+    return rows
+
+
+def status_faults(tables, result, sources, taken):
     confirming = {}
     for table, key, column, scope in SCOPE:
         for row in tables[table]:
@@ -211,17 +225,18 @@ def status_faults(tables, result, sources):
             if not figures:
                 continue
             each = result.confirming(table, key(row), figures)
-            outside = set(row["checks"].split()) & not_kept
-            weak = [name for name, found in zip(figures, each) if not found or not enough(found | outside, sources)]
+            from_source = (table, key(row)) in taken
+            weak = [name for name, found in zip(figures, each) if not enough(found, sources, from_source)]
             status, place = row[column], f"{table}.csv: {key(row)}: {column}"
             if status == "checked" and weak:
-                yield f"{place}: checked, but not two sources confirm {', '.join(weak)}"
+                yield f"{place}: checked, but {'no other source' if from_source else 'no named source'} confirms " + \
+                    ", ".join(weak)
             if status == "published" and not weak:
-                yield f"{place}: published, but two sources confirm every figure of it: checked"
+                yield f"{place}: published, but every figure of it is confirmed: checked"
             if status == "approximate" and all(each):
                 yield f"{place}: approximate, but {', '.join(sorted(set().union(*each)))} confirm every figure of it"
             if status == "checked":
-                confirming.setdefault((table, key(row)), set()).update(outside, *each)
+                confirming.setdefault((table, key(row)), set()).update(*each)
     for table, key in {table: key for table, key, _, _ in SCOPE}.items():
         for row in tables[table]:
             names = confirming.get((table, key(row)), set())
@@ -241,19 +256,62 @@ def exception_faults(exceptions, result):
         yield f"exceptions.csv: {', '.join(key)}: there is no such contradiction"
 
 
+def chart_point_key(row):
+    return f"{row['chart']} {row['temperature']} {float(row['a']):g}"
+
+
+# What tells the rows of a table apart.
+KEYS = {"materials_viii2_class2": lambda row: row["reference"], "chart_points": chart_point_key,
+        **{table: key for table, key, _, _ in SCOPE}}
+
+
+def held(tables, table, where, column):
+    """What a table has in a column of the row with this key, "none" where that is nothing. Of charts also the beginning
+    of a key: CS-3 is any point of it."""
+    key = KEYS[table]
+    rows = [r for r in tables[table]
+            if key(r) == where or (table == "chart_points" and key(r).startswith(where + " "))]
+    if column == "rows":
+        return "there" if rows else "none"
+    if not rows:
+        return "none"
+    if column == "last temperature":
+        return by_temperature(rows[0])[-1]
+    return rows[0].get(column) or "none"
+
+
+def same(a, b):
+    try:
+        return float(a.split()[0]) == float(b.split()[0])
+    except ValueError:
+        return a == b
+
+
 def correction_faults(corrections, tables):
-    keys = {"materials_viii1": "reference", "materials_viii2_class2": "reference", "materials_en": "key"}
     for line in corrections:
         place = f"corrections.csv: {line['table']} {line['row']} {line['at']}"
         if line["decision"] not in DECISIONS or not line["reason"]:
             yield f"{place}: no decision with a reason"
-        table = line["table"].removesuffix(".csv")
-        degrees = line["at"].split()[0]
-        if table not in keys or not degrees.isdigit() or not line["now"]:
+        if not line["column"]:
+            if not line["reason"].startswith("not compared: "):
+                yield f"{place}: not compared, without a reason"
             continue
-        own = next(r for r in tables[table] if r[keys[table]] == line["row"].split()[0])
-        if (own.get(degrees) or "none") != line["now"]:
-            yield f"{place}: the table has {own.get(degrees) or 'none'}, the decision {line['now']}"
+        for where in line["where"].split("; "):
+            own = held(tables, line["table"], where, line["column"])
+            if not same(own, line["now"]):
+                yield f"{place}: {where} has {own}, the decision {line['now']}"
+        if line["decision"] == "changed" and same(line["now"], line["was"]):
+            yield f"{place}: changed, but it has what it had"
+        if line["decision"] == "kept" and line["now"] != "none" and not same(line["now"], line["was"]):
+            yield f"{place}: kept, but it has {line['now']} instead of {line['was']}"
+
+
+# Of their rows that are not computed: a figure belongs to an edition, though the copies may not say to which.
+def edition_faults(tables):
+    for table, rows in tables.items():
+        for number, row in enumerate(rows, 1):
+            if table != "chart_points" and row["source"] != "computed" and not row.get("edition"):
+                yield f"{table}.csv: row {number}: no edition"
 
 
 def main():
@@ -272,8 +330,12 @@ def main():
     faults += [f"sources.csv: {name}: counts \"{row['counts']}\"" for name, row in sources.items()
                if row["counts"] not in COUNTS]
     faults += list(exception_faults(checks["exceptions"], result))
-    faults += list(status_faults(tables, result, sources))
+    faults += list(status_faults(tables, result, sources, taken_rows(tables, checks)))
     faults += list(correction_faults(checks["corrections"], tables))
+    faults += list(edition_faults(tables))
+    for line in checks["corrections"]:
+        if not line["column"]:
+            print(f"corrections.csv: {line['table']} {line['row']} {line['at']}: {line['reason']}")
     for fault in faults:
         print(fault)
     agreeing = sum(len(sources) for sources in result.found.values())

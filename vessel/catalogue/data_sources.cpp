@@ -17,6 +17,8 @@ namespace {
 
 constexpr std::size_t FIELDS = 5; // item|status|edition|source|remark
 constexpr std::size_t LONGEST_EDITION = 80;
+constexpr std::string_view NOT_STATED =
+    "not stated"; // by the copies of the standard that have the figures
 
 // The least sure last.
 constexpr std::array<std::string_view, 3> STATUSES = {"checked", "published", "approximate"};
@@ -40,7 +42,7 @@ std::array<std::string, FIELDS> fields_of(std::string_view line) {
 
 std::string ItemSource::text() const {
     std::string text = status;
-    if (!edition.empty()) text += ", " + edition;
+    if (!edition.empty()) text += (edition == NOT_STATED ? ", edition " : ", ") + edition;
     if (!source.empty()) text += ": " + source;
     return text;
 }
