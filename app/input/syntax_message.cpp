@@ -89,7 +89,7 @@ std::optional<std::string> about_number(std::string_view value, std::size_t leng
     const std::string_view number = value.substr(0, length), rest = trimmed(value.substr(length));
     if (!rest.empty())
         return "unquoted text: " + cut(value) +
-               "; a number stands without its unit, a text between quotation marks";
+               "; a number is written without its unit, a text between quotation marks";
     if (std::count(number.begin(), number.end(), ',') == 1)
         return cut(value) + " has a comma; a number is written with a decimal point";
     const std::size_t sign = number[0] == '+' || number[0] == '-' ? 1 : 0;
@@ -107,7 +107,7 @@ std::optional<std::string> about_value(std::string_view value) {
         const std::string_view rest =
             close == std::string_view::npos ? std::string_view() : trimmed(value.substr(close + 1));
         if (rest.empty()) return std::nullopt;
-        return cut(rest) + " stands after the text; only a comment with # may";
+        return cut(rest) + " follows the text; only a comment with # may";
     }
     if (value[0] == '[' || value[0] == '{') return std::nullopt;
     if (const std::size_t length = number_length(value)) return about_number(value, length);
@@ -118,7 +118,7 @@ std::optional<std::string> about_value(std::string_view value) {
     }
     if (!std::any_of(value.begin(), value.end(), is_letter)) return std::nullopt;
     return "unquoted text: " + cut(value) +
-           "; a text stands between quotation marks, a number is written in digits";
+           "; a text is written between quotation marks, a number in digits";
 }
 
 } // namespace

@@ -66,7 +66,7 @@ class Walk {
             in_word = false;
         } else if (static_cast<unsigned char>(c) >= 0x80) {
             refuse(quoted(text.substr(at, sequence_length())) +
-                   " cannot stand outside of quotation marks");
+                   " is allowed between quotation marks only");
         } else if ((c == '"' || c == '\'') && !in_word) {
             const std::size_t begin = at;
             skip_string(c);
@@ -160,7 +160,7 @@ class Walk {
         } else if (c == '}' && !open.empty()) {
             close();
         } else {
-            refuse(quoted(std::string_view(&c, 1)) + " cannot stand in a key");
+            refuse(quoted(std::string_view(&c, 1)) + " is not allowed in a key");
         }
     }
 

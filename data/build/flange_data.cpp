@@ -141,7 +141,7 @@ void check_shape(const Row& row) {
     if (row.real("hub", 0.0f) >= circle - hole) row.fail("hub", "reaches the bolt holes");
     if (row.positive("bolt") >= hole) row.fail("bolt", "does not go through its hole");
     if (row.whole("bolts") <= 0 || row.whole("bolts") % 4 != 0)
-        row.fail("bolts", "no multiple of four");
+        row.fail("bolts", "not a multiple of four");
     if (row.blank("hub") != row.blank("neck")) row.fail("neck", "hub and neck stand together");
     if (row.real("neck", 0.0f) >= row.real("hub", 1.0f)) row.fail("neck", "not below the hub");
     if (row.blank("slip_on_length") != row.blank("slip_on_bore"))

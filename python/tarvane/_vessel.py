@@ -71,7 +71,7 @@ class _Text(str):
         try:
             keys = told_keys(_default().keys())
         except OSError as error:
-            keys = f"The keys are told when the library is found: {error}"
+            keys = f"The keys are shown when the library is found: {error}"
         return f"{textwrap.dedent(str(self))}\n{keys}\n".expandtabs(tabsize)
 
 

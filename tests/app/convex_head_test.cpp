@@ -223,7 +223,7 @@ TEST_F(ConvexHeads, FailWhereNoThicknessHolds) {
         EXPECT_EQ(verdict.status, Status::fails);
         ASSERT_EQ(verdict.reasons.size(), 2u) << S;
         EXPECT_EQ(verdict.reasons[0],
-                  "UG-33 (a)(1): no thickness holds 1.67 times the pressure inside");
+                  "UG-33 (a)(1): no thickness is enough for 1.67 times the pressure inside");
         EXPECT_TRUE(verdict.reasons[1].starts_with("the MAEP by UG-33 (a) "));
         EXPECT_TRUE(head.tells("Warning: No Thickness Holds 1.67 Times the Pressure Inside!"));
         EXPECT_FALSE(head.tells("[Tg]:"));

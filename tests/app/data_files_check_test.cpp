@@ -291,13 +291,13 @@ TEST_F(DataFiles, Bolts) {
     const std::string ROW =
         "    0.6250     0.202   1.5000   0.9375   0.9375   0.7500    1.2269    0.0000    0.0";
     EXPECT_EQ(fault(ROW.c_str(), "    0.6250     0.202"),
-              "damaged: line 24 has not the 8 figures of a bolt size");
+              "damaged: line 24 lacks the 8 figures of a bolt size");
     EXPECT_EQ(fault("    0.6250     0.202", "    0.5000     0.202"),
-              "damaged: line 24 has not a greater first number");
+              "damaged: line 24 lacks a greater first number");
     EXPECT_EQ(fault("    0.6250     0.202", "    0.6250     0.000"),
-              "damaged: line 24 has not a diameter and an area above 0");
+              "damaged: line 24 lacks a diameter and an area above 0");
     EXPECT_EQ(fault("    0.6250     0.202", "    0.6250       nan"),
-              "damaged: line 24 has not the 8 figures of a bolt size");
+              "damaged: line 24 lacks the 8 figures of a bolt size");
     EXPECT_EQ(fault("[END]", "[FIN]"), "damaged: its line [END] is missing");
     // Comments and the unused last column are the file's own affair.
     EXPECT_EQ(fault(ROW.c_str(), "; 0.6250"), "none");
@@ -308,32 +308,31 @@ TEST_F(DataFiles, Moduli) {
     const auto fault = [&](const char* what, const char* by) {
         return fault_of("ElastAlp07.txt", [&](std::string& bytes) { replace(bytes, what, by); });
     };
-    EXPECT_EQ(fault("31.40", "31.4x"), "damaged: line 16 has not a reference and 36 values");
-    EXPECT_EQ(fault("-325.00", "-325.0x"), "damaged: line 15 has not 36 temperatures");
+    EXPECT_EQ(fault("31.40", "31.4x"), "damaged: line 16 lacks a reference and 36 values");
+    EXPECT_EQ(fault("-325.00", "-325.0x"), "damaged: line 15 lacks 36 temperatures");
     EXPECT_EQ(fault("[CoE]", ";CoE] "), "damaged: its section [CoE] is missing");
-    EXPECT_EQ(fault("[Emod]", "; mod]"), "damaged: line 16 has not a reference and 36 values");
+    EXPECT_EQ(fault("[Emod]", "; mod]"), "damaged: line 16 lacks a reference and 36 values");
 }
 
 TEST_F(DataFiles, TableG) {
     const auto fault = [&](const char* what, const char* by) {
         return fault_of("TableGData.txt", [&](std::string& bytes) { replace(bytes, what, by); });
     };
-    EXPECT_NE(fault("[125]", "[126]").find("has not the next Do/t of the table"),
-              std::string::npos);
+    EXPECT_NE(fault("[125]", "[126]").find("lacks the next Do/t of the table"), std::string::npos);
     EXPECT_EQ(fault("9.774e-02", "9.774z-02"),
-              "damaged: line 12 has not an L/Do above that before it and its A");
+              "damaged: line 12 lacks an L/Do above that before it and its A");
     EXPECT_EQ(fault("9.774e-02", "-9.774e-2"),
-              "damaged: line 12 has not an L/Do above that before it and its A");
+              "damaged: line 12 lacks an L/Do above that before it and its A");
     EXPECT_EQ(fault("2.2     9.774e-02", "2.0     9.774e-02"),
-              "damaged: line 12 has not an L/Do above that before it and its A");
-    EXPECT_EQ(fault("0.05    1.000e-01\n", "\n"), "damaged: line 11 has not the row of L/Do 0.05");
+              "damaged: line 12 lacks an L/Do above that before it and its A");
+    EXPECT_EQ(fault("0.05    1.000e-01\n", "\n"), "damaged: line 11 lacks the row of L/Do 0.05");
     EXPECT_EQ(fault("[4]\n\n", "[4]\n"),
-              "damaged: line 9 has not the line before it that belongs there");
+              "damaged: line 9 lacks the line before it that belongs there");
     EXPECT_EQ(fault("2.2     9", "\n2.2     9"),
-              "damaged: line 13 has not the line before it that belongs there");
+              "damaged: line 13 lacks the line before it that belongs there");
     EXPECT_EQ(fault("2.2     9", ";\n2.2     9"),
-              "damaged: line 13 has not the line before it that belongs there");
-    EXPECT_NE(fault("50      6.873e-02\n", "\n").find("has not the rows up to L/Do 50 before it"),
+              "damaged: line 13 lacks the line before it that belongs there");
+    EXPECT_NE(fault("50      6.873e-02\n", "\n").find("lacks the rows up to L/Do 50 before it"),
               std::string::npos);
 }
 
@@ -364,7 +363,7 @@ TEST_F(DataFiles, Records) {
 
 TEST_F(DataFiles, NoTextAndNoEnd) {
     EXPECT_EQ(fault_of("BOLTDATA.TXT", [](std::string& b) { b[5] = '\0'; }),
-              "damaged: it has characters that are no text");
+              "damaged: it has characters that are not text");
     EXPECT_EQ(fault_of("BOLTDATA.TXT",
                        [](std::string& b) { b.insert(0, ";" + std::string(65535, 'x') + '\n'); }),
               "none");

@@ -109,16 +109,15 @@ TEST(Kinds, HeadHoldsForEveryKindThatKnowsTheKey) {
     EXPECT_TRUE(faults_of("length = 3\n[[peg]]\n").empty());
     EXPECT_TRUE(faults_of("length = 3\n" + FLANGE_TOML + "[[peg]]\n").empty());
     // No element of this file has a length.
-    EXPECT_EQ(faults_of("painted = true\n" + FLANGE_TOML),
-              one("f:1: painted: no key of this place"));
+    EXPECT_EQ(faults_of("painted = true\n" + FLANGE_TOML), one("f:1: painted: unknown key"));
     EXPECT_EQ(faults_of("coats = 1\nm = 3\n" + PEG_TOML),
-              one("f:2: m: no key of this place; the nearest is P, not the pressure of a flange"));
+              one("f:2: m: unknown key; the nearest is P, not the pressure of a flange"));
 }
 
 TEST(Kinds, HaveFaultsOfTheirOwn) {
     EXPECT_EQ(faults_of("[[peg]]\nlen = 3\nlength = 2\n"),
-              one("f:2: len: no key of this place; the nearest is length, length of the peg"));
-    EXPECT_EQ(faults_of(PEG_TOML + "Gox = 3\n"), one("f:3: Gox: no key of this place"));
+              one("f:2: len: unknown key; the nearest is length, length of the peg"));
+    EXPECT_EQ(faults_of(PEG_TOML + "Gox = 3\n"), one("f:3: Gox: unknown key"));
     EXPECT_EQ(
         faults_of("[[peg]]\n"),
         one("f:1: length: missing in peg 1; a number in in. is expected (length of the peg)"));

@@ -74,7 +74,7 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
         {with_lines("edition", "edition = \"older\""),
          "f:11: edition: \"older\" is an edition of code VIII-2 only"},
         {with_lines("code", "code = \"VIII-2\"\nmethod = \"chart\""),
-         "f:12: method: VIII-2 goes by the charts in its older edition only; \"stress\" is "
+         "f:12: method: VIII-2 uses the charts in its older edition only; \"stress\" is "
          "expected"},
     };
     for (const Case& c : cases)

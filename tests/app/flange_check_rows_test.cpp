@@ -74,7 +74,7 @@ TEST(FlangeRows, AttachedShellOnlyWhereItIsGiven) {
 }
 
 TEST(FlangeRows, SizeOfTheMaterial) {
-    // The stresses of SA-182 F304, reference 111, hold up to 5 in.
+    // The stresses of SA-182 F304, reference 111, apply up to 5 in.
     const std::string sized =
         with_all({{"kind", "kind = \"thickness\""}, {"t", ""}, {"Sfo", ""}, {"Sfa", ""}}, BLIND) +
         "material = \"SA-182 F304\"\nmaterial_reference = 111\n";

@@ -407,7 +407,7 @@ TEST(Column, OfThePartitionGasketToo) {
 
 TEST(Column, NamesOfOtherHostsFindTheirKeys) {
     EXPECT_EQ(faults_of(FLANGE_TOML + "bolts = 12\n"),
-              Lines{"f:27: bolts: no key of this place; the nearest is n, number of bolts"});
+              Lines{"f:27: bolts: unknown key; the nearest is n, number of bolts"});
     EXPECT_NE(faults_of(FLANGE_TOML + "sketch_part = 1\n").at(0).find("the nearest is facing_part"),
               std::string::npos);
 }

@@ -118,7 +118,7 @@ TEST_F(JudgeTest, HubThatHoldsThePressureDownIsNamedWhereItIsEnough) {
     outcome.found.mawp_by = TARVANE_BY_HUB;
     EXPECT_EQ(status(), Status::fine);
     EXPECT_EQ(reason(),
-              "note: the MAWP is held down by the hub small end as a cylinder, 780.98 psig");
+              "note: the MAWP is limited by the hub small end as a cylinder, 780.98 psig");
     outcome.found.mawp_by = TARVANE_BY_OPERATING_STRESS;
     EXPECT_TRUE(flange.judge(outcome, us_units()).reasons.empty());
 }

@@ -64,8 +64,8 @@ TEST(GasketTable, LeavesWhatTheFileGives) {
 TEST(GasketTable, DoesNotConvert) {
     EXPECT_EQ(fault_lines(with_gasket("gasket.type = \"grooved metal, stainless\"\n")),
               std::vector<std::string>{
-                  "f:26: y: the gasket table has it of grooved metal, stainless in N/mm2 only, "
-                  "69.5, and does not convert it; y is to be given"});
+                  "f:26: y: the gasket table gives y of grooved metal, stainless in N/mm2 only, "
+                  "69.5, which is not converted; give y"});
     EXPECT_TRUE(read_input(in_si(with_gasket("gasket.type = \"grooved metal, stainless\"\n")))
                     .faults.empty());
 }

@@ -256,7 +256,8 @@ TEST(ChannelCover, TakesItsModulusForTheInsideDiameter) {
 
 TEST(ChannelCover, IsABlindFlange) {
     EXPECT_EQ(fault_lines(FLANGE_TOML + "channel_cover = true\n"),
-              std::vector<std::string>{"f:27: channel_cover: only a blind flange is one"});
+              std::vector<std::string>{
+                  "f:27: channel_cover: only a blind flange can be a channel cover"});
 }
 
 TEST(Texts, AreWestern) {
@@ -274,17 +275,17 @@ std::vector<std::string> one(const std::string& fault) { return {fault}; }
 
 TEST(Faults, UnknownKey) {
     EXPECT_EQ(fault_lines(FLANGE_TOML + "Gox = 3\n"),
-              one("f:27: Gox: no key of this place; the nearest is Go, gasket outside diameter"));
+              one("f:27: Gox: unknown key; the nearest is Go, gasket outside diameter"));
     EXPECT_EQ(fault_lines(FLANGE_TOML + "nothing_like_it_at_all = 3\n"),
-              one("f:27: nothing_like_it_at_all: no key of this place"));
+              one("f:27: nothing_like_it_at_all: unknown key"));
     EXPECT_EQ(fault_lines("unit = \"SI\"\n" + FLANGE_TOML),
-              one("f:1: unit: no key of this place; the nearest is units"));
+              one("f:1: unit: unknown key; the nearest is units"));
 }
 
 // "go" is one letter from Go, but the hub is meant.
 TEST(Faults, KeyOfAnotherNotation) {
     EXPECT_EQ(fault_lines(FLANGE_TOML + "go = 3\n"),
-              one("f:27: go: no key of this place; the nearest is g0, thickness of hub at small "
+              one("f:27: go: unknown key; the nearest is g0, thickness of hub at small "
                   "end"));
 }
 

@@ -194,7 +194,7 @@ TEST(Head, ClosesACylinderOnly) {
     const std::vector<std::string> faults =
         fault_lines(VESSEL + changed(SHELL, "cylinder", "sphere") + HEAD);
     ASSERT_FALSE(faults.empty());
-    EXPECT_EQ(faults[0], "f:18: on: a cylinder is expected, and shell 1 (Shell) is none");
+    EXPECT_EQ(faults[0], "f:18: on: a cylinder is expected, and shell 1 (Shell) is not one");
     EXPECT_EQ(fault_lines(VESSEL + SHELL + changed(HEAD, "end = \"top\"\n", "")).size(), 1u);
 }
 
@@ -485,7 +485,7 @@ TEST(Document, HasTextsAlone) {
               (std::vector<std::string>{"f:1: document: a table of texts is expected, not 3"}));
     EXPECT_EQ(fault_lines(FLANGE_TOML + "[document]\nprojet = \"x\"\nnumber = 3\nrevisions = 1\n"),
               (std::vector<std::string>{
-                  "f:28: projet: no key of this place; the nearest is project",
+                  "f:28: projet: unknown key; the nearest is project",
                   "f:29: number: a text of up to 200 characters is expected, not 3 (number "
                   "of the document)",
                   "f:30: revisions: a list of up to 100 tables of texts is expected, not "

@@ -55,10 +55,10 @@ TEST(MdmtInputFile, FaultsNameLineKeyAndValue) {
         {"curve = \"B\"\ntg = 1\ncode = 2\nSy = 38000\nMDMT = 0\nedition = \"A98\"\n",
          "f:7: edition: \"A98\" is an edition of code VIII-1 only"},
         {"curve = \"impact tested\"\ntg = 1\n",
-         "f:1: material: an impact tested material is named: its record tells the temperature of "
-         "the test"},
+         "f:1: material: an impact tested material needs its name: its record has the temperature "
+         "of the test"},
         {"curve = 5\ncode = 2\ntg = 1\nSy = 38000\nMDMT = 0\nmaterial = \"SA-350 LF2\"\n",
-         "f:2: curve: VIII-2, 3.11 knows no impact tested materials; \"A\" to \"D\" or \"exempt\" "
+         "f:2: curve: VIII-2, 3.11 has no impact tested materials; \"A\" to \"D\" or \"exempt\" "
          "is expected"},
     };
     for (const Case& c : cases)
@@ -222,9 +222,9 @@ TEST(MdmtVerdict, RequiredThicknessAboveTheGiven) {
 }
 
 TEST(MdmtVerdict, TooThickForTheCurves) {
-    EXPECT_EQ(only_reason(calculate("curve = \"B\"\ntg = 4.01\nMDMT = 100\n")),
-              "no metal temperature was found: the governing thickness 4.0100 in. asks for impact "
-              "tests");
+    EXPECT_EQ(
+        only_reason(calculate("curve = \"B\"\ntg = 4.01\nMDMT = 100\n")),
+        "no metal temperature was found: the governing thickness 4.0100 in. requires impact tests");
 }
 
 TEST(MdmtVerdict, HeatTreatmentBelowMinus55) {

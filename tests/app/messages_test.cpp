@@ -19,9 +19,9 @@ class Messages : public testing::Test {
 
 TEST_F(Messages, SayWhatIsWrongWithALineInTheWordsOfItsWriter) {
     constexpr const char* UNQUOTED =
-        "; a text stands between quotation marks, a number is written in digits";
+        "; a text is written between quotation marks, a number in digits";
     constexpr const char* UNIT =
-        "; a number stands without its unit, a text between quotation marks";
+        "; a number is written without its unit, a text between quotation marks";
     const struct {
         std::string line, fault;
     } cases[] = {
@@ -42,7 +42,7 @@ TEST_F(Messages, SayWhatIsWrongWithALineInTheWordsOfItsWriter) {
         {"P =", "P: a value is missing after the ="},
         {"P 10", "key = value is expected, not P 10"},
         {"use_corrosion = True", "use_corrosion: True is written in small letters: true"},
-        {"type = \"ring\" x", "type: x stands after the text; only a comment with # may"},
+        {"type = \"ring\" x", "type: x follows the text; only a comment with # may"},
     };
     for (const auto& c : cases) {
         const auto faults = fault_lines("[[flange]]\n" + c.line + "\nT = 300\n");
@@ -62,8 +62,8 @@ TEST_F(Messages, LeaveTheParserItsWordWhereTheLineTellsNothing) {
         for (const std::string& fault : fault_lines(with("P", line)))
             EXPECT_EQ(fault.find("quotation"), std::string::npos) << fault;
     EXPECT_EQ(syntax_fault("P = 1e+5 bar", 1, "x").message,
-              "unquoted text: 1e+5 bar; a number stands without its unit, a text between quotation "
-              "marks");
+              "unquoted text: 1e+5 bar; a number is written without its unit, a text between "
+              "quotation marks");
     EXPECT_EQ(syntax_fault("P = 1e5", 1, "what it says").message, "what it says");
     EXPECT_EQ(syntax_fault("", 1, "what it says").message, "what it says");
     EXPECT_EQ(syntax_fault("one line", 7, "what it says").message, "what it says");
@@ -311,12 +311,13 @@ column = "II"
     const std::string thin = with("Sfo", "", with("Sfa", "", with("t", "kind = \"thickness\"")));
     const ProgramRun fine = run("run " + write("f.toml", thin + "material = \"SA-182 F304\"\n"
                                                                 "material_reference = 111\n"));
-    EXPECT_EQ(fine.err.find("hold up to"), std::string::npos) << fine.err;
+    EXPECT_EQ(fine.err.find("apply up to"), std::string::npos) << fine.err;
     const ProgramRun thick = run("run " + write("f.toml", toml));
     EXPECT_EQ(thick.status, 1) << thick.err;
-    EXPECT_NE(thick.err.find(
-                  "the stresses of SA-182 F304, reference 111, hold up to 5.0000 in., not for the"),
-              std::string::npos)
+    EXPECT_NE(
+        thick.err.find(
+            "the stresses of SA-182 F304, reference 111, apply up to 5.0000 in., not for the"),
+        std::string::npos)
         << thick.err;
 }
 

@@ -172,10 +172,10 @@ constexpr Spelling SPELLINGS[] = {
     {"10 lb", density, 0.0f, "a density in one of lb/ft3, lb/in3, kg/m3, g/cm3 is expected"},
     {"3 in", number, 0.0f, "a number without a unit is expected, not the text \"3 in\""},
     {"12 in", whole, 0.0f, "a number without a unit is expected"},
-    {"10 barr", pressure, 0.0f, "barr is no unit, the nearest is bar"},
-    {"10 mpa", pressure, 0.0f, "mpa is no unit, the nearest is MPa"},
-    {"10 Mm", thickness, 0.0f, "Mm is no unit, the nearest is mm"},
-    {"10 full vacuum", pressure, 0.0f, "full vacuum is no unit"},
+    {"10 barr", pressure, 0.0f, "barr is not a unit, the nearest is bar"},
+    {"10 mpa", pressure, 0.0f, "mpa is not a unit, the nearest is MPa"},
+    {"10 Mm", thickness, 0.0f, "Mm is not a unit, the nearest is mm"},
+    {"10 full vacuum", pressure, 0.0f, "full vacuum is not a unit"},
     {"full vacuum", thickness, 0.0f, "a number in mm is expected"},
 };
 static_assert(std::size(SPELLINGS) >= 100);

@@ -108,7 +108,7 @@ TEST_F(Program, FaultsAreBadInputAndNothingIsWritten) {
                   ":4: P: a number in psig is expected, not the text \"ten\" (design pressure, "
                   "negative for external pressure)\n" +
                   file +
-                  ":27: Gox: no key of this place; the nearest is Go, gasket outside "
+                  ":27: Gox: unknown key; the nearest is Go, gasket outside "
                   "diameter\n");
     EXPECT_FALSE(std::filesystem::exists(path("report")));
 }

@@ -237,9 +237,8 @@ TEST(ShellInputs, TellWhatIsWrong) {
                   "\"older\" is expected"));
     EXPECT_EQ(fault_lines(ELLIPSE + "edition = \"older\"\n"),
               one("f:11: edition: \"older\" is an edition of code VIII-2 only"));
-    EXPECT_EQ(
-        fault_lines(CYLINDER + "OD = 50\n"),
-        one("f:9: OD: no key of this place; the nearest is Do, outside diameter, instead of D"));
+    EXPECT_EQ(fault_lines(CYLINDER + "OD = 50\n"),
+              one("f:9: OD: unknown key; the nearest is Do, outside diameter, instead of D"));
 }
 
 // ---- material --------------------------------------------------------------------------------------
@@ -304,7 +303,7 @@ TEST(ShellVerdict, ComparesThicknessAndPressure) {
     EXPECT_EQ(shell.judge(o, us_units()).status, Status::fails);
     o.found.mawp = o.found.t_required = std::nanf("");
     EXPECT_EQ(reasons().size(), 2u);
-    EXPECT_EQ(reasons()[0], "no thickness holds the design pressure");
+    EXPECT_EQ(reasons()[0], "no thickness is enough for the design pressure");
 }
 
 TEST(ShellVerdict, TellsLimitsOfTheForm) {

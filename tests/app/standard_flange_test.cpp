@@ -273,7 +273,7 @@ TEST_F(Standard, FaultsNameClassAndSizeAndNothingElse) {
         "(class of ASME B16.5, ASME B16.47 or EN 1092-1 whose dimensions the flange has: 150, "
         "\"PN16\")");
     EXPECT_EQ(fault("standard = { class = 150, size = 12, wal = 1 }"),
-              "f:17: wal: no key of this place; the nearest is wall");
+              "f:17: wal: unknown key; the nearest is wall");
     EXPECT_EQ(fault("standard = { class = 150, size = 12, wall = 7 }"),
               "f:17: standard.wall: a wall that leaves a bore in the neck is expected");
     EXPECT_EQ(fault("standard = 150", FLANGE_TOML),

@@ -92,12 +92,12 @@ area = { factor = "x", label = 3 }
 )") + FLANGE_TOML);
     const std::vector<std::string> wanted = {
         R"(f:2: units.base: "US" or "SI" is expected, not the text "metric")",
-        "f:3: presure: no key of this place; the nearest is pressure",
+        "f:3: presure: unknown key; the nearest is pressure",
         "f:4: units.pressure.factor: a number above 0 is expected, not -1",
         "f:4: units.pressure.label: a text of up to 10 characters is expected, not the text \"more "
         "than ten\"",
         "f:5: units.temperature.scale: a number above 0 is expected, not 0",
-        "f:5: ofset: no key of this place; the nearest is offset",
+        "f:5: ofset: unknown key; the nearest is offset",
         "f:6: units.force: a table of factor and label is expected, not the text \"N\"",
         "f:7: units.area.factor: a number above 0 is expected, not the text \"x\"",
         "f:7: units.area.label: a text of up to 6 characters is expected, not 3"};

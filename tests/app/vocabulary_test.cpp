@@ -139,8 +139,8 @@ const std::string ADVICE =
     "or add it to Ut, the tolerance, which comes off the outside";
 
 TEST(ExternalCorrosion, OfAShellIsAFault) {
-    EXPECT_EQ(fault_lines(SHELL + "ce = 0.1\n"), one("f:9: ce: no key of this place; " + ADVICE));
-    EXPECT_EQ(fault_lines(EXTERNAL + "ce = 0\n"), one("f:8: ce: no key of this place; " + ADVICE));
+    EXPECT_EQ(fault_lines(SHELL + "ce = 0.1\n"), one("f:9: ce: unknown key; " + ADVICE));
+    EXPECT_EQ(fault_lines(EXTERNAL + "ce = 0\n"), one("f:8: ce: unknown key; " + ADVICE));
     EXPECT_EQ(number(MDMT + "ce = 0.1\n", "mdmt", "ce"), 0.1f);
     EXPECT_EQ(number(FLANGE_TOML + "ce = 0.1\n", "flange", "ce"), 0.1f);
 }
@@ -168,9 +168,9 @@ TEST(ExternalCorrosion, OfTheVesselKeepsShellsFromPassing) {
             EXPECT_EQ(verdict("ce = 0\n").status, Status::fine);
             const Verdict kept = verdict("ce = 0.1\n");
             EXPECT_EQ(kept.status, Status::fails);
-            EXPECT_EQ(kept.reasons, one("not made: external corrosion; ce holds for every "
-                                        "component; " +
-                                        ADVICE));
+            EXPECT_EQ(
+                kept.reasons,
+                one("not made: external corrosion; ce applies to every component; " + ADVICE));
         }
         EXPECT_EQ(number(head + "ce = 0.1\n" + MDMT + SHELL, "mdmt", "ce"), 0.1f);
     }
@@ -328,7 +328,8 @@ TEST_F(Commands, ExplainAKeyInEveryKindThatHasIt) {
               "  Passes        when the demand is not below the limit\n"
               "  Else          the component does not pass\n"
               "  Asked         always\n");
-    EXPECT_NE(explain("bolt_spacing_max").text.find("  Else          the row says so, no more\n"),
+    EXPECT_NE(explain("bolt_spacing_max")
+                  .text.find("  Else          the row says so; nothing depends on it\n"),
               std::string::npos);
     EXPECT_NE(
         explain("flange.bolting")

@@ -118,7 +118,7 @@ constexpr Fault FAULTS[] = {
     {"flange_dimensions.csv", "150,0.75,", "150,0.25,", ": size: not above the one before"},
     {"flange_dimensions.csv", "0.75,,3.88,", "0.75,,2.88,",
      ": outside: the bolt holes reach the edge"},
-    {"flange_dimensions.csv", "2.75,0.625,4,", "2.75,0.625,6,", ": bolts: no multiple of four"},
+    {"flange_dimensions.csv", "2.75,0.625,4,", "2.75,0.625,6,", ": bolts: not a multiple of four"},
     {"moduli.csv", "31.4,30.8,30.3", "31.4,,30.3", ": -100: a gap before this value"},
     {"moduli.csv", "\n3,TM-1", "\n2,TM-1", ": reference: given twice"},
     {"expansion.csv", "6.4,6.5,6.6", "6.4,6.543,6.6", ": 100: written as 6.543, read back as 6.54"},

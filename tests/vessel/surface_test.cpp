@@ -333,9 +333,9 @@ std::string reason_of(const std::string& request, std::int32_t want = 0) {
 }
 
 TEST(Faults, OfTheText) {
-    EXPECT_NE(reason_of("").find("no JSON from byte"), std::string::npos);
-    EXPECT_NE(reason_of("{").find("no JSON from byte"), std::string::npos);
-    EXPECT_NE(reason_of("{} {}").find("no JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of("").find("not JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of("{").find("not JSON from byte"), std::string::npos);
+    EXPECT_NE(reason_of("{} {}").find("not JSON from byte"), std::string::npos);
     EXPECT_NE(reason_of(R"({"flange": [NaN]})").find("no JSON"), std::string::npos);
     EXPECT_NE(reason_of(R"({"a": 1e999})").find("no JSON"), std::string::npos);
     EXPECT_NE(reason_of("{\"description\": \"\xE9\"}").find("no JSON"), std::string::npos);
@@ -359,7 +359,7 @@ TEST(Faults, OfWhatIsWanted) {
     const std::string request = request_of(flange_json());
     for (const std::int32_t want : {4, 16, -1, 1 << 30}) {
         EXPECT_EQ(reason_of(request, want),
-                  "bits of TARVANE_WANT_RESULTS and its kin are expected");
+                  "TARVANE_WANT_RESULTS or other bits of its list are expected");
     }
 }
 

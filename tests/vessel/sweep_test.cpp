@@ -383,9 +383,9 @@ TEST(SweepFaults, OfTheCallLeaveTheArraysAlone) {
     const std::string sound = request_of(flange_json());
     const Case cases[] = {
         {sound, "flange[0].tt", "flange[0].passed", "flange[0].tt",
-         "no key of this place; the nearest is t"},
+         "unknown key; the nearest is t"},
         {sound, "flange[1].t", "flange[0].passed", "flange[1].t", "the request has no flange[1]"},
-        {sound, "flange[0", "flange[0].passed", "flange[0", "no key of this place"},
+        {sound, "flange[0", "flange[0].passed", "flange[0", "unknown key"},
         {sound, "flange[x].t", "flange[0].passed", "flange[x].t", "a path like flange[0].t"},
         {sound, "units.thickness", "flange[0].passed", "", ""},
         {sound, "decimal_comma", "flange[0].passed", "", ""},

@@ -59,7 +59,7 @@ std::string settle_mates(FlangeInput& flange, FlangeInput& mate, const Request& 
         if (round > 1 && greater == before) break;
         if (round == MOST_ROUNDS) {
             fault = "the bolt loads Wm1, Wm2 and W of " + name_of(flange) + " and " +
-                    name_of(mate) + " do not settle: " + words_of(before, request.units) +
+                    name_of(mate) + " do not converge: " + words_of(before, request.units) +
                     ", then " + words_of(greater, request.units);
             break;
         }

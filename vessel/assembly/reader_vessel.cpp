@@ -43,7 +43,7 @@ std::vector<CommonTable> Reader::common_tables(const Table& root) {
     const Value* vessel = root.find("vessel");
     if (vessel == nullptr) return tables;
     if (vessel->table() == nullptr) {
-        faults.wrong(*vessel, "vessel", "a table of keys that hold for every component");
+        faults.wrong(*vessel, "vessel", "a table of keys that apply to every component");
         return tables;
     }
     constexpr std::string_view OWN[] = {"description", "liquid"};

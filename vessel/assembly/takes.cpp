@@ -81,7 +81,7 @@ void take_elevation(const Taker& taker, std::optional<float> elevation) {
 
 void take_from_shell(ShellInput& head, Reading& reading, const Taker& taker, const Element& from) {
     if (!is_cylinder(from)) {
-        taker.fault("on", "a cylinder is expected, and " + taker.name() + " is none");
+        taker.fault("on", "a cylinder is expected, and " + taker.name() + " is not one");
         return take_nothing("on", head, reading);
     }
     const ShellInput& shell = shell_of(from);
@@ -104,7 +104,7 @@ void take_from_neck(FlangeInput& flange, Reading& reading, const Taker& taker,
     if (blind || !is_cylinder(from)) {
         taker.fault("attached_to",
                     blind ? "a blind flange is bolted to its mate; mates_with names that"
-                          : "a cylinder is expected, and " + taker.name() + " is none");
+                          : "a cylinder is expected, and " + taker.name() + " is not one");
         return take_nothing("attached_to", flange, reading);
     }
     const ShellInput& neck = shell_of(from);

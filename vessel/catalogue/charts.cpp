@@ -28,7 +28,7 @@ std::string listed(const std::vector<std::string>& names) {
 std::string no_chart(std::string_view given, const std::vector<std::string>& names) {
     if (const auto fault = data_file_fault(CHART_FILE))
         return std::string(CHART_FILE) + " is " + *fault;
-    if (names.empty()) return std::string(CHART_FILE) + " holds no charts";
+    if (names.empty()) return std::string(CHART_FILE) + " has no charts";
     const std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     const std::string_view near = nearest(given, candidates);

@@ -67,7 +67,7 @@ bool holds(std::string_view line, std::string_view part) {
 }
 
 std::string bad_line(std::size_t index, const std::string& wanted) {
-    return "damaged: line " + std::to_string(index + 1) + " has not " + wanted;
+    return "damaged: line " + std::to_string(index + 1) + " lacks " + wanted;
 }
 
 const std::string NO_END = "damaged: its line [END] is missing";
@@ -286,7 +286,7 @@ Fault absence(const std::string& path) {
     std::error_code ignored;
     const auto status = std::filesystem::status(path_of(path), ignored);
     if (!std::filesystem::exists(status)) return "missing";
-    return std::filesystem::is_regular_file(status) ? Fault() : "no regular file";
+    return std::filesystem::is_regular_file(status) ? Fault() : "not a regular file";
 }
 
 Fault content_fault(const KnownFile& known, const std::string& path) {
@@ -294,11 +294,11 @@ Fault content_fault(const KnownFile& known, const std::string& path) {
     try {
         bytes = read_regular(path, LARGEST_DATA_FILE);
     } catch (const std::exception&) {
-        return "not to be read";
+        return "unreadable";
     }
     if (bytes.size() > LARGEST_DATA_FILE) return "too large for a data file";
     if (known.text) {
-        if (!is_text(bytes)) return "damaged: it has characters that are no text";
+        if (!is_text(bytes)) return "damaged: it has characters that are not text";
         for (const std::string_view line : lines_of(bytes)) {
             if (line.size() > LONGEST_LINE) return "damaged: it has a line without an end";
         }

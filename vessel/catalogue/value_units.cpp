@@ -257,7 +257,7 @@ std::string unknown_unit(std::string_view name, Quantity quantity) {
         if (takes(quantity, unit.of)) names.push_back(unit.name);
     }
     const std::string_view near = nearest(name, names);
-    return "; " + cut(name) + " is no unit" +
+    return "; " + cut(name) + " is not a unit" +
            (near.empty() ? "" : ", the nearest is " + std::string(near));
 }
 

@@ -43,7 +43,7 @@ std::string_view quantity_words(Quantity quantity);
 std::string_view quantity_words(ValueUnit::Of of);
 // "psi, psig, psia": what values of a quantity may be in, further spellings left out.
 std::string value_unit_names(Quantity quantity);
-// "; barr is no unit, the nearest is bar"
+// "; barr is not a unit, the nearest is bar"
 std::string unknown_unit(std::string_view name, Quantity quantity);
 
 // The external pressure of an evacuated vessel by its name.

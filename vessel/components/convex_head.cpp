@@ -183,7 +183,7 @@ void check_thickness(const ConvexHead& convex, const UnitSystem& units, Checks& 
     const CheckField& row = field("convex_thickness");
     if (!has_thickness(convex)) {
         checks.push_back(Check::found(
-            row, false, "UG-33 (a)(1): no thickness holds 1.67 times the pressure inside"));
+            row, false, "UG-33 (a)(1): no thickness is enough for 1.67 times the pressure inside"));
         return;
     }
     const float required = convex.results.found.t_required, t = convex.head.setting(ShellNumber::t);

@@ -137,7 +137,7 @@ void Element::add_unmade_checks(Checks& checks) const {
     for (const Unheeded* each : unheeded)
         checks.push_back(Check::not_made(
             each->check, "not made: " + std::string(each->check.label) + "; " +
-                             std::string(each->key.name) + " holds for every component; " +
+                             std::string(each->key.name) + " applies to every component; " +
                              std::string(each->advice)));
 }
 

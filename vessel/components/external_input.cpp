@@ -81,7 +81,7 @@ void check_code(const ExternalInput& element, const KeyChecks& checks) {
     if (element.older() && !division_2) {
         checks.fault("edition", "\"older\" is an edition of code VIII-2 only");
     } else if (division_2 && !element.older() && element.whole_setting(N::method) == METHOD_CHART) {
-        checks.fault("method", "VIII-2 goes by the charts in its older edition only; \"stress\" is "
+        checks.fault("method", "VIII-2 uses the charts in its older edition only; \"stress\" is "
                                "expected");
     }
 }

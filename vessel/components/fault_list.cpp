@@ -20,7 +20,7 @@ void FaultList::unknown(std::vector<const Table::Entry*> entries, std::string_vi
         [](const Table::Entry* a, const Table::Entry* b) { return a->at.line < b->at.line; });
     for (std::size_t i = 0; i < entries.size(); ++i) {
         const Table::Entry& entry = *entries[i];
-        std::string message = "no key of this place";
+        std::string message = "unknown key";
         if (i < MOST_FAULT_LINES) message += nearest_of(entry.key);
         add(entry.at, entry.key, std::move(message));
         if (!table.empty()) faults.back().path = std::string(table) + '.' + entry.key;

@@ -81,14 +81,14 @@ void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& uni
     const std::string pressure = shown(outcome.mawp, Quantity::pressure, units);
     const std::string by(held_down_by(outcome.found.mawp_by));
     Check check = Check::compared(field("mawp"), outcome.mawp, P);
-    if (!by.empty()) check.shown_by("held down by: " + by);
+    if (!by.empty()) check.shown_by("limited by: " + by);
     if (check.falls_short()) {
         check.because("the MAWP " + pressure + " is below the design pressure " +
                       shown(P, Quantity::pressure, units) +
                       (by.empty() ? "" : ": " + by + ", " + pressure));
     } else if (by_hub) {
         // Not every report shows it.
-        check.because("note: the MAWP is held down by the " + by + ", " + pressure);
+        check.because("note: the MAWP is limited by the " + by + ", " + pressure);
     }
     checks.push_back(std::move(check));
 }
@@ -425,7 +425,7 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
         Check check = Check::compared(field("hub_cylinder"), holds, P);
         if (!gone) check.shown_by(hub_step(flange, holds, units));
         if (check.falls_short()) {
-            check.because("the small end of the hub as a cylinder holds " +
+            check.because("the small end of the hub as a cylinder withstands " +
                           shown(holds, Quantity::pressure, units) + ", below the design pressure " +
                           shown(P, Quantity::pressure, units));
         }
@@ -447,7 +447,7 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
     if (has_shell && !is_none(found.shell_mawp) && operating > 0.0001f) {
         Check check = Check::compared(field("attached_shell"), found.shell_mawp, operating);
         if (check.falls_short()) {
-            check.because("the attached shell holds " +
+            check.because("the attached shell withstands " +
                           shown(found.shell_mawp, Quantity::pressure, units) + ", below " +
                           shown(operating, Quantity::pressure, units));
         }
@@ -511,7 +511,7 @@ void advise(const FlangeInput& flange, const FlangeOutcome& outcome, Checks& che
         const bool fours = bolts % 4 == 0;
         checks.push_back(
             Check::found(field("bolt_count"), fours,
-                         fours ? "" : std::to_string(bolts) + " bolts are no multiple of four"));
+                         fours ? "" : std::to_string(bolts) + " bolts are not a multiple of four"));
     }
     row(field("radial_distance"), found.radial, found.radial_min);
     row(field("edge_distance"), found.edge, found.edge_min);
@@ -569,7 +569,7 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
     if (flange.rated()) {
         check_rating(flange, outcome, units, checks);
         checks.push_back(Check::not_asked(field("heat_treatment"),
-                                          "kind \"rated\": the flange goes by its rating"));
+                                          "kind \"rated\": the flange is judged by its rating"));
         ask_for_temperature(flange, checks);
         name_paragraphs(flange, checks);
         return checks;

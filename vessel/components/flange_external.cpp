@@ -84,7 +84,7 @@ void add_external_checks(const FlangeInput& flange, const FlangeOutcome& outcome
                          const UnitSystem& units, Checks& checks) {
     if (flange.rated() && flange.setting(Setting::external_pressure) > 0.0f) {
         checks.push_back(Check::not_asked(field_of(FLANGE_CHECKS, "rating"),
-                                          "kind \"rated\": the flange goes by its rating")
+                                          "kind \"rated\": the flange is judged by its rating")
                              .in_case(std::string(CASE)));
         return;
     }

@@ -336,7 +336,7 @@ void FlangeInput::complete(Reading& reading) {
     }
     if (text[slot::channel_cover] == 'Y') {
         if (type() != 7) {
-            reading.fault("channel_cover", "only a blind flange is one");
+            reading.fault("channel_cover", "only a blind flange can be a channel cover");
         } else if (reading.given("B")) {
             reading.fault("B", "a channel cover has no inside diameter");
         }
@@ -395,7 +395,7 @@ Checks FlangeInput::find_checks(const Outcome& outcome, const UnitSystem& units)
         Check check = Check::compared(field_of(FLANGE_CHECKS, "material_size"), found, most);
         if (check.falls_short()) {
             check.because("the stresses of " + sized_material->name + ", reference " +
-                          std::to_string(sized_material->reference) + ", hold up to " +
+                          std::to_string(sized_material->reference) + ", apply up to " +
                           shown(most, Quantity::thickness, units) + ", not for the " +
                           shown(found, Quantity::thickness, units) + " found");
         }

@@ -39,9 +39,9 @@ void take_gasket(Element& flange, Reading& reading) {
     const std::optional<float> y = gasket ? seating_stress(*gasket, reading.units) : std::nullopt;
     if (gasket != nullptr && !y && !reading.given("y"))
         reading.fault_at(TYPE, "y",
-                         "the gasket table has it of " + std::string(gasket->name) +
+                         "the gasket table gives y of " + std::string(gasket->name) +
                              " in N/mm2 only, " + number_text(gasket->y_metric, 1) +
-                             ", and does not convert it; y is to be given");
+                             ", which is not converted; give y");
     fill("y", y);
 }
 

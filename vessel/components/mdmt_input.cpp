@@ -78,14 +78,16 @@ void check_rules(const MdmtInput& element, const KeyChecks& checks) {
         checks.fault("edition", "\"A98\" is an edition of code VIII-1 only");
     if (!element.impact_tested()) return;
     if (element.division_2()) {
-        checks.fault("curve", "VIII-2, 3.11 knows no impact tested materials; \"A\" to \"D\" or "
+        checks.fault("curve", "VIII-2, 3.11 has no impact tested materials; \"A\" to \"D\" or "
                               "\"exempt\" is expected");
     } else if (element.edition() == MDMT_EDITION_A98) {
-        checks.fault("edition", "the material file of \"A98\" would tell the impact test "
-                                "temperature; there is none");
+        checks.fault(
+            "edition",
+            "the impact test temperature would be in the material file of \"A98\"; there is none");
     } else if (element.material().empty()) {
-        checks.fault("material", "an impact tested material is named: its record tells the "
-                                 "temperature of the test");
+        checks.fault(
+            "material",
+            "an impact tested material needs its name: its record has the temperature of the test");
     }
 }
 

@@ -77,7 +77,7 @@ void check_temperatures(const MdmtInput& element, const MdmtOutcome& outcome,
     if (!lowest) {
         reason = "no metal temperature was found: the governing thickness " +
                  shown(element.setting(N::tg), Quantity::thickness, units) +
-                 " asks for impact tests";
+                 " requires impact tests";
     }
     checks.push_back(Check::found(field("impact_tests"), lowest.has_value(), std::move(reason)));
     if (!lowest) return;

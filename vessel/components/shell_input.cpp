@@ -240,8 +240,9 @@ void ShellInput::make_external(Reading& reading) {
     if (shape() == TARVANE_FLAT_HEAD) {
         // The external pressure of the vessel is held against its MAWP, see checks.
         if (!reading.own("external") && !reading.own("P_external")) return;
-        reading.fault(reading.given("external") ? "external" : "P_external",
-                      "a flat head holds external pressure by UG-34, as it does internal pressure");
+        reading.fault(
+            reading.given("external") ? "external" : "P_external",
+            "a flat head is calculated for external pressure by UG-34, as for internal pressure");
         return;
     }
     if (reading.sound("P_external") && !(setting(N::P_external) >= 0.0f))

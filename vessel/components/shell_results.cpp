@@ -25,7 +25,7 @@ bool has_thickness(const ShellOutcome& outcome) {
 Check thickness_check(const ShellInput& shell, const ShellOutcome& outcome) {
     const CheckField& row = field("required_thickness");
     if (!has_thickness(outcome))
-        return Check::found(row, false, "no thickness holds the design pressure");
+        return Check::found(row, false, "no thickness is enough for the design pressure");
     return Check::compared(row, outcome.found.t_required, shell.setting(N::t));
 }
 

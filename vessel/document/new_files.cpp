@@ -36,7 +36,7 @@ ci = {0.125|3.0}                  # internal corrosion allowance
 )";
 
 constexpr std::string_view HEADS =
-    R"([vessel]                    # holds for every component without its own
+    R"([vessel]                    # applies to every component without its own
 )";
 
 constexpr std::string_view HEADS_MORE = R"(E = 0.85                    # joint efficiency
@@ -70,7 +70,7 @@ project = "Project"
 number = "V-101-C-001"
 revision = "A"
 
-[vessel]                    # holds for every component without its own
+[vessel]                    # applies to every component without its own
 description = "V-101 knock-out drum"
 code = "VIII-1"
 P = {150|1.0}                     # at the top, {psig|MPa}; the head of the liquid is added by elevation

@@ -196,7 +196,7 @@ std::string explain_check(const ElementKind& kind, const CheckField& field) {
     add_row(text, "Else",
             field.force == Force::decides ? "the component does not pass"
             : field.force == Force::warns ? "the component passes, with a note"
-                                          : "the row says so, no more");
+                                          : "the row says so; nothing depends on it");
     add_row(text, "Case", std::string(field.load_case));
     add_row(text, "Asked", field.asked.empty() ? "always" : std::string(field.asked));
     if (field.waivable) add_row(text, "Waived by", "waive = [" + quoted(field.id) + ']');
@@ -265,7 +265,7 @@ std::string key_list(std::string_view only) {
         const std::string name(kind->table);
         if (!only.empty() && only != name) continue;
         list.append("Keys of a [[").append(name);
-        list.append("]]; in [vessel] or at the head of a file they hold for every ").append(name);
+        list.append("]]; in [vessel] or at the head of a file they apply to every ").append(name);
         list.append(" without its own.\n");
         std::string_view section;
         for (const Key& key : kind->keys.keys) {

@@ -17,7 +17,7 @@ inline constexpr CheckField EXTERNAL_CORROSION_CHECK{
     .paragraph = "UG-25",
     .label = "external corrosion",
     .quantity = Quantity::thickness,
-    .asked = "ce holds for every component and is not 0"};
+    .asked = "ce applies to every component and is not 0"};
 
 // Limits of VIII-1 on the form of a head, which its formulas do not contain: outside them they are not valid.
 inline constexpr CheckField CROWN_RADIUS{.id = "crown_radius",

@@ -74,7 +74,7 @@ std::string put_number_at(Table& root, const std::string& path) {
         Value* value = table->find(name);
         if (value == nullptr) value = &table->put(name, Value(Table()));
         table = value->table();
-        if (table == nullptr) return name + " is no table of keys";
+        if (table == nullptr) return name + " is not a table of keys";
         rest.erase(0, point + 1);
     }
     table->put(rest, Value(0.0));

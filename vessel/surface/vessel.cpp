@@ -147,7 +147,7 @@ Ended calculated(const TARVANE_VESSEL& vessel, const char* text, std::int32_t wa
                  std::string& into) {
     if ((want & ~KNOWN_WANTS) != 0)
         return {TARVANE_FAULTY,
-                {{.message = "bits of TARVANE_WANT_RESULTS and its kin are expected",
+                {{.message = "TARVANE_WANT_RESULTS or other bits of its list are expected",
                   .path = "want",
                   .value = std::to_string(want)}}};
     const EngineTurn turn(vessel.data_folder);

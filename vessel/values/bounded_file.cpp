@@ -28,7 +28,7 @@ std::string read_file(const std::string& path, std::size_t limit, bool regular) 
     const std::filesystem::path name = path_of(path);
     std::error_code none;
     if (regular && !std::filesystem::is_regular_file(name, none))
-        fail(path, std::filesystem::exists(name, none) ? ": it is no regular file" : "");
+        fail(path, std::filesystem::exists(name, none) ? ": it is not a regular file" : "");
     std::ifstream file(name, std::ios::binary);
     if (!file) fail(path);
     std::string bytes(limit + 1, '\0');
@@ -75,7 +75,7 @@ std::string read_file(const std::string& path, std::size_t limit, bool regular) 
     const Handle file(path);
     struct stat status {};
     if (file.get() < 0 || fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) fail(path);
-    if (regular && !S_ISREG(status.st_mode)) fail(path, ": it is no regular file");
+    if (regular && !S_ISREG(status.st_mode)) fail(path, ": it is not a regular file");
     constexpr std::size_t PIECE = 65536;
     std::string bytes;
     while (bytes.size() <= limit) {

@@ -32,7 +32,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
     }
     bool number_float(number_float_t value, const string_t&) override { return put(Value(value)); }
     bool string(string_t& value) override { return put(Value(std::move(value))); }
-    bool binary(binary_t&) override { return refuse("binary data are no JSON"); }
+    bool binary(binary_t&) override { return refuse("binary data are not JSON"); }
     bool start_object(std::size_t) override { return enter(Value(Table())); }
     bool end_object() override { return leave(); }
     bool start_array(std::size_t) override { return enter(Value(List())); }
@@ -48,7 +48,7 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
         // The library's own text begins with its name and number of the error.
         const std::string_view words = problem.what();
         const std::size_t colon = words.find(": ");
-        return refuse("no JSON from byte " + std::to_string(position) +
+        return refuse("not JSON from byte " + std::to_string(position) +
                       " on: " + std::string(colon == words.npos ? words : words.substr(colon + 2)));
     }
 
