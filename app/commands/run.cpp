@@ -1,13 +1,9 @@
 #include "commands/run.h"
 
-#include "assembly/summary.h"
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
+#include "commands/run_output.h"
 #include "components/calculation.h"
-#include "components/data_lines.h"
-#include "document/checks_table.h"
-#include "document/report_view.h"
-#include "document/vessel_verdict.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
 #include "terminal/output_file.h"
@@ -87,9 +83,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     write_files(options, file.units, c);
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];
-        out << show_report(outcome->report, options.colour)
-            << text_of(checks_table(*element, *outcome, file.units), options.colour)
-            << rated_pressure_text(outcome->rated_pressure, file.units) << std::flush;
+        out << component_text(c.calculated[i], file.units, options.colour) << std::flush;
         const std::string name = name_of(*element);
         for (const std::string& message : outcome->messages)
             err << name << ": " << to_utf8(message) << '\n';
@@ -98,11 +92,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
         for (const std::string& reason : c.verdicts[i].reasons)
             err << name << ": " << reason << '\n';
     }
-    if (c.complete)
-        out << closing_tables(c.calculated, file.units) << approximate_lines(file)
-            << data_lines(file) << std::flush;
-    if (c.complete && file.of_vessel) out << summary_text(file, summary(file, c)) << std::flush;
-    out << text_of(vessel_verdict(file, c), options.colour) << std::flush;
+    out << closing_text(file, c, options.colour) << std::flush;
     for (const std::string& problem : c.problems)
         err << "tarvane: " << problem << '\n';
     return c.status;

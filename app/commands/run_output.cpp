@@ -1,0 +1,29 @@
+#include "commands/run_output.h"
+
+#include "assembly/summary.h"
+#include "components/data_lines.h"
+#include "components/rated_pressure.h"
+#include "document/checks_table.h"
+#include "document/report_view.h"
+#include "document/vessel_verdict.h"
+
+namespace tarvane::app {
+
+std::string component_text(const Calculated& component, const UnitSystem& units, bool colour) {
+    const auto& [element, outcome] = component;
+    return show_report(outcome->report, colour) +
+           text_of(checks_table(*element, *outcome, units), colour) +
+           rated_pressure_text(outcome->rated_pressure, units);
+}
+
+std::string closing_text(const Request& request, const Calculation& calculation, bool colour) {
+    std::string text;
+    if (calculation.complete) {
+        text = closing_tables(calculation.calculated, request.units) + approximate_lines(request) +
+               data_lines(request);
+        if (request.of_vessel) text += summary_text(request, summary(request, calculation));
+    }
+    return text + text_of(vessel_verdict(request, calculation), colour);
+}
+
+} // namespace tarvane::app
