@@ -1,9 +1,21 @@
 #include "drawing/component_drawing.h"
 
+#include "components/flange_input.h"
+#include "drawing/flange_drawing.h"
+
 namespace tarvane::vessel {
 
-std::optional<Figure> component_drawing(const Element&, const Outcome&, const Request&) {
-    return std::nullopt;
+std::optional<Figure> component_drawing(const Element& element, const Outcome& outcome,
+                                        const Request& request) {
+    const DimensionStyle style = dimension_style(request.units, request.decimal_comma);
+    std::optional<Drawn> drawn;
+    if (element.kind == &FLANGE_KIND) {
+        const auto shape = shape_of(static_cast<const FlangeInput&>(element),
+                                    static_cast<const FlangeOutcome&>(outcome));
+        if (shape) drawn = draw_flange(*shape, name_of(element), request.units, style);
+    }
+    if (!drawn) return std::nullopt;
+    return std::move(drawn->figure);
 }
 
 std::optional<Figure> vessel_drawing(const Request&, const Calculation&) { return std::nullopt; }

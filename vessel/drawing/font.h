@@ -1,0 +1,22 @@
+// The one font of the drawings, DejaVu Sans: text is measured with its own advance widths, so that it takes the
+// room that was found for it. Where it is not installed, a text is fitted into the measured length.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvane::vessel {
+
+inline constexpr std::string_view FONT_FAMILY = "DejaVu Sans, Verdana, sans-serif";
+
+// Parts of the font size: of a capital letter, and of what is below the line.
+inline constexpr double CAP_HEIGHT = 0.729, DESCENT = 0.236;
+
+// In the unit of the size.
+double text_width(std::string_view utf8, double size);
+
+// Lines of up to a width, broken at blanks. At least one.
+std::vector<std::string> fitted_lines(std::string_view utf8, double size, double width);
+
+} // namespace tarvane::vessel

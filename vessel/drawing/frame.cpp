@@ -1,0 +1,116 @@
+#include "drawing/frame.h"
+
+#include "drawing/font.h"
+#include "values/decimal.h"
+#include "values/text.h"
+
+#include <cmath>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr double MARGIN = 4, LINE_STEP = 4.6, LEAST_WIDTH = 142; // mm
+
+constexpr double SCALES[] = {10,       5,         2,         1,        1 / 2.0,
+                             1 / 2.5,  1 / 5.0,   1 / 10.0,  1 / 20.0, 1 / 25.0,
+                             1 / 50.0, 1 / 100.0, 1 / 200.0, 1 / 500.0};
+
+constexpr int MORE_SCALES = 3; // tried where dimensions are dropped
+
+} // namespace
+
+std::span<const double> preferred_scales() { return SCALES; }
+
+std::string scale_text(double scale, const DimensionStyle& style) {
+    if (scale >= 1) return general_text(scale) + " : 1";
+    std::string reduction = general_text(1 / scale);
+    if (style.decimal_comma) std::replace(reduction.begin(), reduction.end(), '.', ',');
+    return "1 : " + reduction;
+}
+
+std::string units_text(const UnitSystem& units) {
+    const auto unit = [&](Quantity quantity) {
+        const std::string label = to_utf8(units.label(quantity));
+        return label == "in." ? std::string("inches") : label;
+    };
+    const std::string diameter = unit(Quantity::diameter), thickness = unit(Quantity::thickness);
+    if (diameter == thickness) return "dimensions in " + diameter;
+    return "diameters and lengths in " + diameter + ", thicknesses in " + thickness;
+}
+
+DimensionStyle dimension_style(const UnitSystem& units, bool decimal_comma) {
+    return {.iso = units.metric(), .decimal_comma = decimal_comma};
+}
+
+double unit_of(const UnitSystem& units, Quantity quantity) {
+    return 25.4 / static_cast<double>(units.factor(quantity));
+}
+
+std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
+                            const FrameText& text) {
+    const Box ink = sheet.extent();
+    const double width = std::max(ink.width(), LEAST_WIDTH) + 2 * MARGIN;
+    if (width > MOST_WIDTH) return std::nullopt;
+
+    Figure figure;
+    figure.scale = scale_text(sheet.scale, style);
+    figure.dropped = sheet.dropped;
+    std::vector<std::string> lines = {"Scale " + figure.scale + ", " + units_text(units) +
+                                      ", dimensioned as in " +
+                                      (style.iso ? "ISO 129-1" : "ASME Y14.5")};
+    lines.insert(lines.end(), text.notes.begin(), text.notes.end());
+    if (!sheet.dropped.empty()) {
+        std::string rest = "Without room in the drawing: ";
+        for (std::size_t i = 0; i < sheet.dropped.size(); ++i)
+            rest += (i == 0 ? "" : "; ") + sheet.dropped[i];
+        lines.push_back(rest);
+    }
+    std::vector<std::string> fitted = fitted_lines(text.title, TEXT_SIZE, width - 2 * MARGIN);
+    for (const std::string& line : lines)
+        for (std::string& part : fitted_lines(line, TEXT_SIZE, width - 2 * MARGIN))
+            fitted.push_back(std::move(part));
+
+    const double views = ink.height() + 2 * MARGIN;
+    const double height = views + LINE_STEP * static_cast<double>(fitted.size()) + 2.5;
+    if (height > MOST_HEIGHT) return std::nullopt;
+
+    sheet.move((width - ink.width()) / 2 - ink.left, MARGIN - ink.top);
+    double y = views + LINE_STEP - 0.6;
+    for (std::string& line : fitted) {
+        sheet.text({MARGIN, y}, std::move(line));
+        y += LINE_STEP;
+    }
+    sheet.line({0, views}, {width, views}, THIN);
+    const double edge = THICK_LINE / 2;
+    sheet.stroke({{edge, edge},
+                  {width - edge, edge},
+                  {width - edge, height - edge},
+                  {edge, height - edge},
+                  {edge, edge}},
+                 OUTLINE);
+
+    figure.alt = text.alt + ". Scale " + figure.scale + ", " + units_text(units);
+    for (const Measure& measure : sheet.measures)
+        figure.alt += "; " + measure.label;
+    figure.width = width;
+    figure.height = height;
+    figure.svg = sheet.svg(width, height, figure.alt);
+    return Drawn{std::move(sheet), std::move(figure)};
+}
+
+std::optional<Drawn>
+largest_drawing(const std::function<std::optional<Drawn>(double scale)>& draw) {
+    std::optional<Drawn> best;
+    int tried = 0;
+    for (const double scale : SCALES) {
+        std::optional<Drawn> drawn = draw(scale);
+        if (!drawn) continue;
+        if (!best || drawn->figure.dropped.size() < best->figure.dropped.size())
+            best = std::move(drawn);
+        if (best->figure.dropped.empty() || ++tried > MORE_SCALES) break;
+    }
+    return best;
+}
+
+} // namespace tarvane::vessel

@@ -1,0 +1,48 @@
+// What is around the views of a drawing: the frame, and in it the title, scale, units and notes.
+#pragma once
+
+#include "catalogue/units.h"
+#include "drawing/dimensions.h"
+#include "drawing/figure.h"
+#include "drawing/sheet.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tarvane::vessel {
+
+inline constexpr double MOST_WIDTH = 170, MOST_HEIGHT = 225; // what a page of a document takes
+
+struct FrameText {
+    std::string title; // UTF-8, as all of them
+    std::vector<std::string> notes;
+    std::string alt; // what the drawing shows; scale and dimensions are added
+};
+
+// A drawing with its page, which a check can look through.
+struct Drawn {
+    Sheet sheet;
+    Figure figure;
+};
+
+// Those of ISO 5455 with those that are usual beside them, from the largest.
+std::span<const double> preferred_scales();
+// "1 : 5"
+std::string scale_text(double scale, const DimensionStyle& style);
+// "Dimensions in mm", or those of diameters and thicknesses apart.
+std::string units_text(const UnitSystem& units);
+DimensionStyle dimension_style(const UnitSystem& units, bool decimal_comma);
+// How many mm the unit of a quantity has.
+double unit_of(const UnitSystem& units, Quantity quantity);
+
+// The sheet within its frame; nothing when it is larger than a page takes.
+std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
+                            const FrameText& text);
+
+// At the largest scale at which it fits; at one of the next where that spares dropped dimensions.
+std::optional<Drawn> largest_drawing(const std::function<std::optional<Drawn>(double scale)>& draw);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,246 @@
+#include "drawing/sheet.h"
+
+#include "drawing/font.h"
+#include "values/decimal.h"
+
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr double ARROW_LENGTH = 3, ARROW_WIDTH = 1; // 3 : 1
+constexpr double ROOM_OF_LABEL = 0.8;               // that hatching leaves around it
+constexpr double SHORTEST_HATCH = 0.3;
+
+// Two decimals, none that are zero.
+std::string number(double mm) {
+    std::string text = fixed_text(mm, 2);
+    while (text.back() == '0')
+        text.pop_back();
+    if (text.back() == '.') text.pop_back();
+    return text == "-0" ? "0" : text;
+}
+
+std::string point(Point p) { return number(p.x) + ' ' + number(p.y); }
+
+std::string path(const Points& points) {
+    std::string d = "M" + point(points.front());
+    for (std::size_t i = 1; i < points.size(); ++i)
+        d += 'L' + point(points[i]);
+    return d;
+}
+
+using Spans = std::vector<std::pair<double, double>>;
+
+// Where a line of the direction `along` through `from` is inside a polygon, by the distance from `from`.
+Spans inside(const Points& polygon, Point from, Point along) {
+    std::vector<double> crossings;
+    for (std::size_t i = 0; i < polygon.size(); ++i) {
+        const Point a = polygon[i], b = polygon[(i + 1) % polygon.size()];
+        // Signed distances from the line; half open, so that a corner counts once.
+        const double da = (a.x - from.x) * along.y - (a.y - from.y) * along.x;
+        const double db = (b.x - from.x) * along.y - (b.y - from.y) * along.x;
+        if ((da < 0) == (db < 0)) continue;
+        const double part = da / (da - db);
+        const Point at{a.x + part * (b.x - a.x), a.y + part * (b.y - a.y)};
+        crossings.push_back((at.x - from.x) * along.x + (at.y - from.y) * along.y);
+    }
+    std::sort(crossings.begin(), crossings.end());
+    Spans spans;
+    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
+        spans.emplace_back(crossings[i], crossings[i + 1]);
+    return spans;
+}
+
+void take_out(Spans& spans, const Spans& holes) {
+    for (const auto& [low, high] : holes) {
+        Spans rest;
+        for (const auto& [from, to] : spans) {
+            if (high <= from || low >= to) {
+                rest.emplace_back(from, to);
+                continue;
+            }
+            if (low > from) rest.emplace_back(from, low);
+            if (high < to) rest.emplace_back(high, to);
+        }
+        spans = std::move(rest);
+    }
+}
+
+Points corners(const Box& box) {
+    return {
+        {box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
+}
+
+} // namespace
+
+std::string escaped(std::string_view text) {
+    std::string out;
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        default:
+            out += c;
+        }
+    }
+    return out;
+}
+
+void Sheet::arrow(Point tip, Point along) {
+    const Point back{tip.x - ARROW_LENGTH * along.x, tip.y - ARROW_LENGTH * along.y};
+    const double half = ARROW_WIDTH / 2;
+    area({tip,
+          {back.x - half * along.y, back.y + half * along.x},
+          {back.x + half * along.y, back.y - half * along.x}},
+         "#000000");
+}
+
+void Sheet::break_line(Point from, Point to) {
+    const double dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
+    if (length < 0.01) return;
+    const Point u{dx / length, dy / length}, across{-u.y, u.x};
+    const double middle = length / 2, wide = std::min(1.5, length / 6);
+    const auto at = [&](double along, double aside) {
+        return Point{from.x + along * u.x + aside * across.x,
+                     from.y + along * u.y + aside * across.y};
+    };
+    stroke({from, at(middle - wide / 2, 0), at(middle - wide / 4, wide),
+            at(middle + wide / 4, -wide), at(middle + wide / 2, 0), to},
+           THIN);
+}
+
+void Sheet::text(Point at, std::string words, Anchor anchor, bool upwards, double size,
+                 std::string_view colour) {
+    const double width = text_width(words, size);
+    const double before = anchor == Anchor::start    ? 0
+                          : anchor == Anchor::middle ? width / 2
+                                                     : width;
+    const double up = CAP_HEIGHT * size, down = 0.2 * size;
+    const Box box = upwards ? Box{at.x - up, at.y + before - width, at.x + down, at.y + before}
+                            : Box{at.x - before, at.y - up, at.x - before + width, at.y + down};
+    labels.push_back({std::move(words), at, anchor, upwards, size, colour, box});
+}
+
+Box Sheet::extent() const {
+    Box box;
+    for (const Stroke& stroke : strokes)
+        for (const Point p : stroke.points)
+            box.add(p);
+    for (const Area& area : areas)
+        for (const Point p : area.outline)
+            box.add(p);
+    for (const Text& label : labels) {
+        box.add({label.box.left, label.box.top});
+        box.add({label.box.right, label.box.bottom});
+    }
+    return box;
+}
+
+void Sheet::move(double dx, double dy) {
+    const auto moved = [&](Points& points) {
+        for (Point& p : points)
+            p = {p.x + dx, p.y + dy};
+    };
+    for (Stroke& stroke : strokes)
+        moved(stroke.points);
+    for (Area& area : areas)
+        moved(area.outline);
+    for (Hatched& part : sections) {
+        moved(part.outline);
+        for (Points& hole : part.holes)
+            moved(hole);
+    }
+    for (Text& label : labels) {
+        label.at = {label.at.x + dx, label.at.y + dy};
+        label.box = {label.box.left + dx, label.box.top + dy, label.box.right + dx,
+                     label.box.bottom + dy};
+    }
+}
+
+std::vector<Stroke> Sheet::hatching() const {
+    std::vector<Stroke> lines;
+    for (const Hatched& part : sections) {
+        const double step = part.spacing;
+        const Point along{std::numbers::sqrt2 / 2,
+                          (part.rising ? -1 : 1) * std::numbers::sqrt2 / 2};
+        const Point across{-along.y, along.x};
+        // The lines are counted from the corner of the page: those of one direction are one pattern.
+        double low = 1e9, high = -1e9;
+        for (const Point p : part.outline) {
+            const double d = p.x * across.x + p.y * across.y;
+            low = std::min(low, d);
+            high = std::max(high, d);
+        }
+        for (double d = std::ceil(low / step) * step; d < high; d += step) {
+            const Point from{d * across.x, d * across.y};
+            Spans spans = inside(part.outline, from, along);
+            if (spans.empty()) continue;
+            for (const Points& hole : part.holes)
+                take_out(spans, inside(hole, from, along));
+            for (const Text& label : labels)
+                take_out(spans, inside(corners(label.box.grown(ROOM_OF_LABEL)), from, along));
+            for (const auto& [begin, end] : spans) {
+                if (end - begin < SHORTEST_HATCH) continue;
+                lines.push_back({{{from.x + begin * along.x, from.y + begin * along.y},
+                                  {from.x + end * along.x, from.y + end * along.y}},
+                                 THIN});
+            }
+        }
+    }
+    return lines;
+}
+
+std::string Sheet::svg(double width, double height, std::string_view alt) const {
+    const std::string w = number(width), h = number(height);
+    std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" +
+                      escaped(alt) + "\" width=\"" + w + "mm\" height=\"" + h +
+                      "mm\" viewBox=\"0 0 " + w + ' ' + h + "\" font-family=\"" +
+                      std::string(FONT_FAMILY) + "\">\n<rect width=\"" + w + "\" height=\"" + h +
+                      "\" fill=\"#ffffff\"/>\n";
+    for (const Area& area : areas)
+        out +=
+            "<path fill=\"" + std::string(area.colour) + "\" d=\"" + path(area.outline) + "Z\"/>\n";
+
+    const auto write = [&](const std::vector<Stroke>& list) {
+        for (std::size_t i = 0; i < list.size();) {
+            const Pen pen = list[i].pen;
+            out += "<path fill=\"none\" stroke=\"" + std::string(pen.colour) +
+                   "\" stroke-width=\"" + number(pen.width) + '"';
+            if (!pen.dashes.empty()) out += " stroke-dasharray=\"" + std::string(pen.dashes) + '"';
+            out += " stroke-linejoin=\"round\" d=\"";
+            for (; i < list.size() && list[i].pen == pen; ++i)
+                out += path(list[i].points);
+            out += "\"/>\n";
+        }
+    };
+    write(hatching());
+    write(strokes);
+
+    for (const Text& label : labels) {
+        out += "<text x=\"" + number(label.at.x) + "\" y=\"" + number(label.at.y) +
+               "\" font-size=\"" + number(label.size) + '"';
+        if (label.anchor != Anchor::start)
+            out +=
+                label.anchor == Anchor::middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
+        if (label.colour != "#000000") out += " fill=\"" + std::string(label.colour) + '"';
+        if (label.upwards) out += " transform=\"rotate(-90 " + point(label.at) + ")\"";
+        out += '>' + escaped(label.words) + "</text>\n";
+    }
+    return out + "</svg>\n";
+}
+
+} // namespace tarvane::vessel
