@@ -2,6 +2,7 @@
 
 #include "catalogue/charts.h"
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "commands/run_output.h"
 #include "components/calculation.h"
 #include "input/input_file.h"
@@ -54,6 +55,7 @@ void write_files(const RunOptions& options, const UnitSystem& units, Calculation
         std::string reports;
         for (const Calculated& each : c.calculated)
             reports += each.outcome->report;
+        reports += edition_line(); // of a user's own data files alone
         attempt([&] { write_whole(options.report, reports); });
     }
     if (options.charts.empty()) return;

@@ -1,21 +1,28 @@
 // `tarvane data`: a user's own tables by the documented steps, from the plain layout to a run that names them.
 #include "app_fixture.h"
+#include "catalogue/data_folder.h"
 #include "test_paths.h"
+#include "vessel/vessel_fixture.h"
 
 namespace tarvane::app {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Invented round figures: 48 new materials, and both rows of one that is shipped. MPa and degrees C.
+constexpr int NEW_MATERIALS = 49;
+
+// The charts in turn: MADE-1 has HA-1, MADE-3 HA-3, MADE-4 HA-1.
+std::string chart_of(int i) { return "HA-" + std::to_string((i - 1) % 3 + 1); }
+
+// Invented round figures of 50 materials: 49 new ones, and one that is shipped, which has two rows. MPa and degrees C.
 std::string plain_table() {
     std::string text = "# invented\n"
                        "material,form,uns,composition,tensile,yield,chart,40,100,150,200,300,400\n";
-    for (int i = 1; i <= 48; ++i) {
+    for (int i = 1; i <= NEW_MATERIALS; ++i) {
         const int S = 100 + i;
         const auto number = [](double x) { return std::to_string(x); };
         text += "MADE-" + std::to_string(i) + ",Plate,S99999,Made-up steel," + number(3.5 * S) +
-                ',' + number(1.5 * S) + (i % 2 == 0 ? ",HA-1," : ",HA-2,");
+                ',' + number(1.5 * S) + ',' + chart_of(i) + ',';
         for (const int less : {0, 0, 5, 10, 20, 30})
             text += std::to_string(S - less) + (less == 30 ? "\n" : ",");
     }
@@ -70,13 +77,13 @@ class OwnData : public ProgramTest {
 TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
     const ProgramRun imported = import();
     ASSERT_EQ(imported.status, 0) << imported.err;
-    EXPECT_EQ(imported.out, "50 rows into materials_viii1.csv of " + path("own") +
-                                ", 48 of names that are not shipped\n");
+    EXPECT_EQ(imported.out, "51 rows into materials_viii1.csv of " + path("own") +
+                                ", 49 of names that are not shipped\n");
     EXPECT_EQ(read(path("own/edition.txt")), std::string(EDITION) + '\n');
     with_charts();
     const ProgramRun checked = check();
     ASSERT_EQ(checked.status, 0) << checked.err;
-    for (const char* line : {"materials_viii1.csv                 50 rows\n",
+    for (const char* line : {"materials_viii1.csv                 51 rows\n",
                              "charts.csv                           4 rows\n",
                              "HA-1 to 400 F: largest error of the fit +0.00 % at A = "})
         EXPECT_NE(checked.out.find(line), std::string::npos) << line << checked.out;
@@ -86,7 +93,7 @@ TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
     // What is shipped is there still, and SA-240 304 has the figures of the user.
     const ProgramRun list = run("materials --data " + path("out"));
     EXPECT_NE(list.out.find("\nSA-516 70"), std::string::npos);
-    EXPECT_NE(list.out.find("\nMADE-48"), std::string::npos);
+    EXPECT_NE(list.out.find("\nMADE-49"), std::string::npos);
     EXPECT_NE(list.out.find(std::string("\nData files: ") + EDITION), std::string::npos);
     // 300 F between 100 and 150 C, 700 F between 300 and 400 C.
     const ProgramRun steel = run("materials 'SA-240 304' --data " + path("out"));
@@ -108,18 +115,109 @@ TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
                       .out.find(std::string("\nData files: ") + EDITION + '\n'),
                   std::string::npos)
             << command;
+}
 
-    const std::string vessel =
-        "[[external]]\nkind = \"cylinder\"\nP = 15\nT = 300\nDo = 60\nt = 1\n"
-        "length = 90\nmaterial = \"MADE-2\"\n";
-    const ProgramRun result = run("run " + write("v.toml", vessel) + " --data " + path("out"));
+// Components of a request, for an input file and for the library.
+struct Component {
+    std::string table;
+    std::vector<std::pair<std::string, std::string>> keys;
+
+    Component with(const std::string& key, const std::string& value) const {
+        Component other = *this;
+        other.keys.emplace_back(key, value);
+        return other;
+    }
+};
+
+std::string toml_of(const std::vector<Component>& components) {
+    std::string text;
+    for (const Component& c : components) {
+        text += "[[" + c.table + "]]\n";
+        for (const auto& [key, value] : c.keys)
+            text += key + " = " + value + '\n';
+    }
+    return text;
+}
+
+// Components of a table follow each other.
+std::string json_of(const std::vector<Component>& components) {
+    std::string text = "{", table;
+    for (const Component& c : components) {
+        text += c.table == table ? "," : (table.empty() ? "" : "],") + ('"' + c.table + "\": [");
+        table = c.table;
+        std::string object;
+        for (const auto& [key, value] : c.keys)
+            object += (object.empty() ? "{\"" : ", \"") + key + "\": " + value;
+        text += object + '}';
+    }
+    return text + "]}";
+}
+
+// A flange, a shell of each material, and a cylinder under vacuum on each chart.
+std::vector<Component> components_of_all() {
+    std::vector<Component> all;
+    const auto made = [](int i) { return "\"MADE-" + std::to_string(i) + '"'; };
+    Component flange{"flange", {}};
+    std::istringstream lines(FLANGE_TOML);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t at = line.find(" = ");
+        if (at != std::string::npos && line.substr(0, 2) != "Sf")
+            flange.keys.emplace_back(line.substr(0, at), line.substr(at + 3));
+    }
+    all.push_back(flange.with("material", made(NEW_MATERIALS)));
+    const Component shell{
+        "shell", {{"kind", "\"cylinder\""}, {"P", "100"}, {"T", "300"}, {"D", "60"}, {"t", "0.5"}}};
+    for (int i = 1; i <= NEW_MATERIALS; ++i)
+        all.push_back(shell.with("material", made(i)));
+    all.push_back(shell.with("material", "\"SA-240 304\"").with("material_reference", "201"));
+    const Component external{"external",
+                             {{"kind", "\"cylinder\""},
+                              {"P", "15"},
+                              {"T", "100"},
+                              {"Do", "60"},
+                              {"t", "1"},
+                              {"length", "90"}}};
+    for (int i = 1; i <= 3; ++i)
+        all.push_back(external.with("material", made(i)));
+    return all;
+}
+
+TEST_F(OwnData, IsNamedWithEachOfItsItemsInARunItsReportAndItsResult) {
+    ASSERT_EQ(import().status, 0);
+    with_charts();
+    ASSERT_EQ(build().status, 0);
+    const std::vector<Component> components = components_of_all();
+    ASSERT_EQ(components.size(), 1u + 50u + 3u);
+
+    const ProgramRun result = run("run " + write("v.toml", toml_of(components)) + " --data " +
+                                  path("out") + " --report " + path("report.txt"));
     EXPECT_EQ(result.status, 0) << result.err;
-    for (const std::string& line :
-         {"\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
-          "\nFigures of ExtChartData.txt:\n  HA-1: published, " + std::string(EDITION) +
-              ": invented\n",
-          "\n  MADE-2, 1002: published, " + std::string(EDITION) + ": " + EDITION + '\n'})
+    std::vector<std::string> lines = {
+        "\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
+        "\n  SA-240 304, 201: published, " + std::string(EDITION) + ": " + EDITION + '\n'};
+    for (int i = 1; i <= NEW_MATERIALS; ++i)
+        lines.push_back("\n  MADE-" + std::to_string(i) + ", " + std::to_string(1000 + i) +
+                        ": published, " + EDITION + ": " + EDITION + '\n');
+    for (int i = 1; i <= 3; ++i)
+        lines.push_back("\n  " + chart_of(i) + ": published, " + EDITION + ": invented\n");
+    for (const std::string& line : lines)
         EXPECT_NE(result.out.find(line), std::string::npos) << line << result.out;
+    EXPECT_TRUE(read(path("report.txt")).ends_with("\nData files: " + std::string(EDITION) + '\n'));
+
+    // The library, which has one data folder for the process.
+    const Answer answer = Handle(path("out")).calculate(json_of(components), 0);
+    set_data_folder(TARVANE_DATA_DIR, {});
+    ASSERT_EQ(answer.status, TARVANE_OK) << answer.error.shown();
+    EXPECT_EQ(text_at(answer.result, "data_edition"), EDITION);
+    std::size_t of_edition = 0;
+    const Value files = at(answer.result, "data");
+    for (const Value& file : *files.list()) {
+        const Value used = at(file, "used");
+        for (const Value& item : *used.list())
+            of_edition +=
+                text_at(item, "edition") == EDITION && text_at(item, "status") == "published";
+    }
+    EXPECT_EQ(of_edition, 50u + 3u) << answer.text;
 }
 
 TEST_F(OwnData, FaultsAreNamedByFileLineAndColumn) {

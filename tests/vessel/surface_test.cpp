@@ -158,7 +158,8 @@ TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
     EXPECT_EQ(*at(answer.result, "flange[0].inputs.n.value").whole(), 12);
     EXPECT_EQ(text_at(answer.result, "data[0].file"), "BOLTDATA.TXT");
     EXPECT_EQ(text_at(answer.result, "data[0].used[0].status"), "published");
-    EXPECT_EQ(text_at(answer.result, "data[0].used[0].source"), "TEMA 9th ed.");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].source"), "TEMA Standards");
+    EXPECT_EQ(text_at(answer.result, "data[0].used[0].edition"), "9th edition");
     EXPECT_TRUE(at(answer.result, "data_edition").null());
     EXPECT_TRUE(at(answer.result, "flange[0].report").null());
 }
