@@ -17,7 +17,7 @@ constexpr double BOLT_BELOW = 5;             // what is shown of it beyond the g
 constexpr double THIN_GASKET = 2.5;          // filled, not hatched
 constexpr double JUST_SEEN = 0.7;            // thinner parts are named in a note
 constexpr double FOR_STRIP = 5;              // beside the view, before the strip at its side
-constexpr double BESIDE = 50;                // of it, for texts of short lengths
+constexpr double BESIDE = 65;                // of it, for texts of short lengths
 
 // A heavy hexagon nut for a nominal diameter, ASME B18.2.2: across the flats, and its height.
 double across_flats(double a) { return 1.5 * a + 0.125; }
@@ -147,7 +147,7 @@ void FlangeSection::draw_tube_through(double inner, double wall) {
     view.part(corners, true, bolt_hole());
 
     const double set_back = std::min(wall, s.t / 3);
-    const double cut = back + stub();
+    const double cut = top() + stub();
     view.part({{inner, set_back}, {outer, set_back}, {outer, cut, true}, {inner, cut}}, false);
     view.cut(cut, inner, outer);
     weld(outer, set_back, -set_back, -set_back);
@@ -273,9 +273,11 @@ void FlangeSection::draw_bolt() {
                                {{C + half, end}, {C + half, high}}})
         view.line(a, b, THIN);
     view.line({C, low - view.length(3)}, {C, end + view.length(3)}, CENTRE);
-    notes.push_back(
-        "bolt turned into the plane of the section, drawn with its nominal diameter; nut "
-        "indicated");
+    std::string bolts =
+        "bolt turned into the plane of the section, drawn with its nominal diameter, ";
+    bolts += diameter(s.a);
+    if (s.bolts > 0) bolts += ", one of " + std::to_string(s.bolts);
+    notes.push_back(bolts + "; nut indicated");
 }
 
 // The inside as it is after corrosion, where it can be told from the outline.
@@ -328,9 +330,7 @@ void FlangeSection::add_diameters() {
             names += (k > i ? ", " : "") + std::string(all[k].name);
             lowest = std::min(lowest, all[k].z);
         }
-        std::string label = names + " = " + diameter(all[i].d);
-        if (names == "C" && bolted() && s.bolts > 0)
-            label += ", " + std::to_string(s.bolts) + " \xC3\x97 " + diameter(s.a);
+        const std::string label = names + " = " + diameter(all[i].d);
         dimensions.push_back(
             view.diameter(label, unit_of(units, Quantity::diameter), all[i].d, lowest));
         i = k;

@@ -206,11 +206,12 @@ std::vector<Stroke> Sheet::hatching() const {
 
 std::string Sheet::svg(double width, double height, std::string_view alt) const {
     const std::string w = number(width), h = number(height);
+    const auto pixels = [](double mm) { return number(mm * 96 / 25.4); };
     std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" +
-                      escaped(alt) + "\" width=\"" + w + "mm\" height=\"" + h +
-                      "mm\" viewBox=\"0 0 " + w + ' ' + h + "\" font-family=\"" +
-                      std::string(FONT_FAMILY) + "\">\n<rect width=\"" + w + "\" height=\"" + h +
-                      "\" fill=\"#ffffff\"/>\n";
+                      escaped(alt) + "\" width=\"" + pixels(width) + "\" height=\"" +
+                      pixels(height) + "\" viewBox=\"0 0 " + w + ' ' + h + "\">\n<rect width=\"" +
+                      w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
+                      std::string(FONT_FAMILY) + "\">\n";
     for (const Area& area : areas)
         out +=
             "<path fill=\"" + std::string(area.colour) + "\" d=\"" + path(area.outline) + "Z\"/>\n";
@@ -221,7 +222,8 @@ std::string Sheet::svg(double width, double height, std::string_view alt) const 
             out += "<path fill=\"none\" stroke=\"" + std::string(pen.colour) +
                    "\" stroke-width=\"" + number(pen.width) + '"';
             if (!pen.dashes.empty()) out += " stroke-dasharray=\"" + std::string(pen.dashes) + '"';
-            out += " stroke-linejoin=\"round\" d=\"";
+            out += pen.dashes.empty() ? " stroke-linecap=\"round\" stroke-linejoin=\"round\" d=\""
+                                      : " d=\"";
             for (; i < list.size() && list[i].pen == pen; ++i)
                 out += path(list[i].points);
             out += "\"/>\n";
@@ -232,7 +234,8 @@ std::string Sheet::svg(double width, double height, std::string_view alt) const 
 
     for (const Text& label : labels) {
         out += "<text x=\"" + number(label.at.x) + "\" y=\"" + number(label.at.y) +
-               "\" font-size=\"" + number(label.size) + '"';
+               "\" font-size=\"" + number(label.size) + "\" textLength=\"" +
+               number(text_width(label.words, label.size)) + "\" lengthAdjust=\"spacingAndGlyphs\"";
         if (label.anchor != Anchor::start)
             out +=
                 label.anchor == Anchor::middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
@@ -240,7 +243,7 @@ std::string Sheet::svg(double width, double height, std::string_view alt) const 
         if (label.upwards) out += " transform=\"rotate(-90 " + point(label.at) + ")\"";
         out += '>' + escaped(label.words) + "</text>\n";
     }
-    return out + "</svg>\n";
+    return out + "</g>\n</svg>\n";
 }
 
 } // namespace tarvane::vessel

@@ -1,0 +1,301 @@
+// Drawings by the lines and texts that were collected for them: random geometries of each kind, and planted faults
+// that the lint has to find.
+#include "drawing/flange_drawing.h"
+#include "drawing/font.h"
+#include "drawing_lint.h"
+
+#include "tarvane/tarvane.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarvane::vessel {
+namespace {
+
+constexpr int GEOMETRIES = 500;
+
+class Chance {
+  public:
+    explicit Chance(unsigned seed) : engine(seed) {}
+    double between(double low, double high) {
+        const double part = static_cast<double>(engine()) / static_cast<double>(engine.max());
+        return low + (high - low) * part;
+    }
+    // As many below as above the geometric mean.
+    double spread(double low, double high) {
+        return std::exp(between(std::log(low), std::log(high)));
+    }
+    bool one_in(int n) { return engine() % static_cast<unsigned>(n) == 0; }
+
+  private:
+    std::mt19937 engine;
+};
+
+// Valid, at odd proportions: bores of a quarter inch to 16 ft, rings and hubs thin and thick.
+FlangeShape random_flange(int type, Chance& chance) {
+    FlangeShape s;
+    s.type = type;
+    const double bore = chance.spread(0.25, 200);
+    const double ring = std::clamp(bore / 2 * chance.spread(0.04, 8), 0.3, 50.0);
+    s.A = bore + 2 * ring;
+    if (type != TARVANE_BLIND) s.B = bore;
+    s.t = ring * chance.spread(0.06, 4);
+    s.ci = chance.one_in(3) ? ring * chance.between(0, 0.05) : 0;
+    const double wall = ring * chance.between(0.02, 0.25);
+    if (type != TARVANE_BLIND && type != TARVANE_LOOSE_REVERSE &&
+        (type == TARVANE_INTEGRAL_WELD_NECK || type == TARVANE_REVERSE_WELD_NECK ||
+         chance.one_in(2))) {
+        s.g0 = wall;
+        s.g1 = chance.one_in(4) ? wall : wall * chance.between(1, 1.8);
+        s.h = s.g1 * chance.spread(0.1, 5);
+    }
+    if (type == TARVANE_LOOSE_REVERSE || (type != TARVANE_BLIND && chance.one_in(2))) s.wall = wall;
+    if (chance.one_in(3)) s.tw = wall * chance.between(0.3, 1.5);
+
+    // The bolts between the hub and the edge; of a reverse flange between the bore and the shell.
+    const double hub = std::max(s.g1, wall);
+    const double room = ring - hub;
+    const double place = chance.between(0.35, 0.8);
+    s.C = s.reverse() ? bore + 2 * room * place : bore + 2 * (hub + room * place);
+    s.a = room * (1 - place) * chance.between(0.2, 1.2);
+    s.bolts = 4 * (1 + static_cast<int>(chance.between(0, 30)));
+    s.a = std::min(s.a, 0.8 * (s.C - bore) / 2);
+    const double inside = (s.C - s.a - bore) / 2;
+    s.Gi = bore + 2 * inside * chance.between(0, 0.6);
+    s.Go = s.Gi + (bore + 2 * inside - s.Gi) * chance.between(0.1, 1);
+    s.full_face = chance.one_in(6);
+    if (s.full_face) s.Go = s.A;
+    s.Fid = chance.one_in(2) ? s.Gi : bore;
+    s.Fod = s.full_face ? s.A : s.Go + (s.C - s.a - s.Go) * chance.between(0, 1);
+    s.tg = chance.one_in(8) ? 0 : chance.one_in(8) ? ring * chance.between(0, 0.3) : 0.0625;
+    if (type == TARVANE_LAP_JOINT) {
+        s.LjID = bore + (s.Gi - bore) * chance.between(0, 1);
+        s.LjOD = s.Fod;
+    }
+    if (type == TARVANE_BLIND) {
+        s.channel_cover = chance.one_in(2);
+        if (s.channel_cover) s.tp = ring * chance.between(0, 0.4);
+    }
+    s.G = s.full_face ? s.C - 0.3 * (s.C - s.Gi) : s.Go - (s.Go - s.Gi) * chance.between(0.1, 0.9);
+    s.hG = (s.C - *s.G) / 2;
+    if (s.full_face) s.hG_outer = (s.A - s.C) / 4;
+    if (type != TARVANE_BLIND) {
+        const double end = s.reverse() ? s.A / 2 - hub / 2 : s.B / 2 + hub / 2;
+        s.hD = s.C / 2 - end;
+        s.hT = (s.C - (s.reverse() ? (s.A - 2 * wall + *s.G) / 2 : (bore + *s.G) / 2)) / 2;
+    }
+    return s;
+}
+
+std::vector<std::string> names_of(const FlangeShape& s) {
+    std::vector<std::string> names = {"A", "C", "t", "Gi", "Go", "G", "Fid", "Fod", "hG"};
+    if (s.tg > 0) names.push_back("tg");
+    if (s.type != TARVANE_BLIND) names.insert(names.end(), {"B", "hT", "hD"});
+    if (s.g1 > 0) names.insert(names.end(), {"h", "g0"});
+    if (s.g1 > s.g0) names.push_back("g1");
+    if (s.full_face) names.push_back("h'G");
+    if (s.type == TARVANE_LAP_JOINT) names.insert(names.end(), {"LjID", "LjOD"});
+    return names;
+}
+
+std::string described(const FlangeShape& s) {
+    std::string text = "type " + std::to_string(s.type);
+    for (const double value : {s.A, s.B, s.t, s.g0, s.g1, s.h, s.C, s.a, s.Go, s.Gi, s.Fod, s.Fid})
+        text += ", " + std::to_string(value);
+    return text;
+}
+
+std::string first_of(const std::vector<std::string>& faults) {
+    return faults.empty() ? "" : faults.front();
+}
+
+class FlangeDrawings : public testing::TestWithParam<int> {};
+
+TEST_P(FlangeDrawings, AreCleanAtAnyProportions) {
+    const int type = GetParam();
+    Chance chance(static_cast<unsigned>(type));
+    int dropped = 0, bad = 0;
+    for (int i = 0; i < GEOMETRIES && bad < 5; ++i) {
+        const FlangeShape shape = random_flange(type, chance);
+        const UnitSystem units = i % 2 == 0 ? us_units() : si_units();
+        const auto drawn =
+            draw_flange(shape, "flange 1 (N1)", units, dimension_style(units, i % 6 == 1));
+        ASSERT_TRUE(drawn) << described(shape);
+        const auto faults = lint_of(drawn->sheet, drawn->figure.width, drawn->figure.height);
+        const auto gone = missing(*drawn, names_of(shape));
+        EXPECT_EQ(first_of(faults), "") << described(shape) << " no. " << i;
+        EXPECT_EQ(first_of(gone), "") << described(shape) << " no. " << i;
+        bad += !faults.empty() || !gone.empty();
+        dropped += !drawn->figure.dropped.empty();
+    }
+    // Room is rarely wanting.
+    EXPECT_LE(dropped, GEOMETRIES / 20);
+    RecordProperty("with_dropped_dimensions", dropped);
+}
+
+INSTANTIATE_TEST_SUITE_P(Types, FlangeDrawings, testing::Range(1, 10));
+
+// ---- planted faults -----------------------------------------------------------------------------------
+
+Sheet page() {
+    Sheet sheet;
+    sheet.text({20, 20}, "t = 1.5");
+    return sheet;
+}
+
+std::string fault_of(const Sheet& sheet) { return first_of(lint_of(sheet, 100, 100)); }
+
+TEST(DrawingLint, FindsNothingOnACleanPage) { EXPECT_EQ(fault_of(page()), ""); }
+
+TEST(DrawingLint, FindsTextOverText) {
+    Sheet sheet = page();
+    sheet.text({22, 21}, "h = 2");
+    EXPECT_EQ(fault_of(sheet), "text over text: t = 1.5 | h = 2");
+}
+
+TEST(DrawingLint, FindsALineThroughText) {
+    Sheet sheet = page();
+    sheet.line({25, 0}, {25, 90}, THIN);
+    EXPECT_EQ(fault_of(sheet), "line through text: t = 1.5");
+}
+
+TEST(DrawingLint, FindsALineThatStartsWithinAText) {
+    Sheet sheet = page();
+    sheet.line({25, 19}, {25, 18.5}, THIN);
+    EXPECT_EQ(fault_of(sheet), "line through text: t = 1.5");
+}
+
+TEST(DrawingLint, FindsAnAreaOverText) {
+    Sheet sheet = page();
+    sheet.area({{0, 0}, {90, 0}, {90, 90}, {0, 90}}, "#000000");
+    EXPECT_EQ(fault_of(sheet), "area over text: t = 1.5");
+}
+
+TEST(DrawingLint, FindsInkOutsideTheFrame) {
+    Sheet sheet = page();
+    sheet.line({50, 50}, {100.5, 50}, THIN);
+    EXPECT_EQ(fault_of(sheet), "outside the frame");
+}
+
+TEST(DrawingLint, ComparesLengthsWithLabels) {
+    Sheet sheet;
+    sheet.scale = 0.5;
+    sheet.measures = {{"t = 1.5", 19.05, 25.4},
+                      {"A = \xC3\x98"
+                       "0,5, 4 \xC3\x97 \xC3\x98"
+                       "1",
+                       0.25, 1}};
+    EXPECT_EQ(fault_of(sheet), "");
+    sheet.measures[0].drawn = 20.5;
+    EXPECT_EQ(fault_of(sheet), "drawn as 1.614173: t = 1.5");
+}
+
+TEST(DrawingLint, MissesDimensionsThatAreNeitherDrawnNorListed) {
+    Drawn drawn;
+    EXPECT_EQ(first_of(missing(drawn, {"t"})), "neither drawn nor listed: t");
+    drawn.figure.dropped = {"t = 1.5"};
+    EXPECT_EQ(first_of(missing(drawn, {"t"})), "dropped without a word: t = 1.5");
+    drawn.sheet.text({0, 0}, "Without room in the drawing: t = 1.5");
+    EXPECT_EQ(first_of(missing(drawn, {"t"})), "");
+}
+
+TEST(Hatching, IsBrokenAroundLabels) {
+    Sheet sheet = page();
+    sheet.section({{0, 0}, {90, 0}, {90, 90}, {0, 90}}, true, 2);
+    EXPECT_FALSE(sheet.hatching().empty());
+    EXPECT_EQ(fault_of(sheet), "");
+}
+
+// ---- dimensions ------------------------------------------------------------------------------------------
+
+Sheet strip(double length, const DimensionStyle& style, bool half = false) {
+    Sheet sheet;
+    draw_strip(sheet, style, Side::below, {0},
+               {{.side = Side::below,
+                 .label = "t = 10",
+                 .unit = length / 10 * (half ? 2 : 1),
+                 .from = 0,
+                 .to = length,
+                 .half = half}});
+    return sheet;
+}
+
+// Arrow heads that are between the ends of a dimension, whose text is or is not.
+TEST(Dimensions, HaveThreeFormsByTheirRoom) {
+    const double text = text_width("t = 10", TEXT_SIZE);
+    const auto form = [&](double length) {
+        const Sheet sheet = strip(length, {});
+        const Box& box = sheet.texts().at(0).box;
+        int inside = 0;
+        for (const Area& arrow : sheet.fills())
+            inside += arrow.outline[1].x > 0 && arrow.outline[1].x < length;
+        return std::pair(inside, box.left > 0 && box.right < length);
+    };
+    EXPECT_EQ(form(text + 8.1), std::pair(2, true));
+    EXPECT_EQ(form(text + 7.9), std::pair(0, true));
+    EXPECT_EQ(form(text + 2.1), std::pair(0, true));
+    EXPECT_EQ(form(text + 1.9), std::pair(2, false)); // the arrows still have room
+    EXPECT_EQ(form(7.4), std::pair(0, false));
+}
+
+TEST(Dimensions, OfAHalfViewHaveOneArrowAndPassTheAxis) {
+    const Sheet sheet = strip(60, {}, true);
+    EXPECT_EQ(sheet.fills().size(), 1U);
+    EXPECT_EQ(sheet.fills()[0].outline[0].x, 60);
+    double left = 0;
+    for (const Stroke& stroke : sheet.lines())
+        for (const Point p : stroke.points)
+            left = std::min(left, p.x);
+    EXPECT_LT(left, -2);
+    EXPECT_DOUBLE_EQ(sheet.measures.at(0).drawn, 120);
+}
+
+TEST(Dimensions, AreWrittenInTheWayOfTheirUnits) {
+    const DimensionStyle iso{.iso = true}, asme{.iso = false},
+        comma{.iso = true, .decimal_comma = true};
+    EXPECT_EQ(asme.number(0.0625, 25.4), ".0625");
+    EXPECT_EQ(asme.number(12.5, 25.4), "12.5");
+    EXPECT_EQ(asme.number(10, 25.4), "10");
+    EXPECT_EQ(iso.number(0.5, 1), "0.5");
+    EXPECT_EQ(iso.number(309.704, 1), "309.7");
+    EXPECT_EQ(comma.number(1587.5, 1), "1587,5");
+    EXPECT_EQ(iso.number(1.23456, 1000), "1.23456");
+}
+
+// Extension lines of ISO begin at the outline and its texts are above their lines, those of ASME have gaps.
+TEST(Dimensions, FollowTheirStandard) {
+    const Sheet iso = strip(60, {.iso = true}), asme = strip(60, {.iso = false});
+    const auto line_through = [](const Sheet& sheet) {
+        const Box box = sheet.texts().at(0).box;
+        const double y = (box.top + box.bottom) / 2;
+        int lines = 0;
+        for (const Stroke& stroke : sheet.lines())
+            lines += std::abs(stroke.points[0].y - y) < 1 && std::abs(stroke.points[1].y - y) < 1;
+        return lines;
+    };
+    EXPECT_EQ(line_through(iso), 0);
+    EXPECT_EQ(line_through(asme), 2);
+    EXPECT_EQ(iso.lines().at(0).points[0].y, 0);
+    EXPECT_GT(asme.lines().at(0).points[0].y, 1);
+}
+
+TEST(Dimensions, WithoutRoomAreListed) {
+    Sheet sheet;
+    draw_strip(sheet, {}, Side::below, {0, 0, 12},
+               {{.side = Side::below, .label = "diameter = 10", .unit = 1, .from = 0, .to = 10}});
+    EXPECT_EQ(sheet.dropped, std::vector<std::string>{"diameter = 10"});
+    EXPECT_TRUE(sheet.texts().empty());
+}
+
+TEST(Font, MeasuresWithItsOwnWidths) {
+    EXPECT_DOUBLE_EQ(text_width("0", 2048), 1303);
+    EXPECT_DOUBLE_EQ(text_width("\xC3\x98"
+                                "1 : 5",
+                                2048),
+                     1612 + 1303 + 651 + 690 + 651 + 1303);
+    EXPECT_DOUBLE_EQ(text_width("\xE2\x89\xA4", 2048), 1716);
+}
+
+} // namespace
+} // namespace tarvane::vessel
