@@ -79,6 +79,8 @@ int command(int argc, char** argv, std::ostream& out) {
     run_command->add_option("file", options.input, "Input file (TOML)")->required();
     run_command->add_option("--report", options.report,
                             "Write the report file with its style marks");
+    run_command->add_option("--json", options.json, "Write the result for programs (JSON)");
+    run_command->add_option("--csv", options.csv, "Write checks and results as a table (CSV)");
     run_command->add_option("--data", options.data, "Folder of the data files");
     run_command
         ->add_option("--charts", options.charts,

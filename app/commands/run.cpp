@@ -5,15 +5,19 @@
 #include "catalogue/data_sources.h"
 #include "commands/run_output.h"
 #include "components/calculation.h"
+#include "document/csv.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
+#include "surface/result_json.h"
 #include "terminal/output_file.h"
 #include "values/bounded_file.h"
+#include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
+#include <utility>
 #include <vector>
 
 namespace tarvane::app {
@@ -21,6 +25,14 @@ namespace tarvane::app {
 using namespace vessel;
 
 namespace {
+
+// What a document says of the file that it is made of.
+DocumentFacts facts_of(const std::string& path, const std::string& text) {
+    const std::u8string name = path_of(path).filename().u8string();
+    return {.input_name = printable({reinterpret_cast<const char*>(name.data()), name.size()}),
+            .input_sha256 = sha256(text),
+            .created = {}};
+}
 
 // "external-2.svg" in the folder: the chart of the second [[external]].
 std::string chart_file(const std::string& folder, const Element& element) {
@@ -32,9 +44,12 @@ std::string chart_file(const std::string& folder, const Element& element) {
 // No file that is read, and no other output, is overwritten.
 void check_outputs(const RunOptions& options, const Request& file) {
     std::vector<FileInUse> in_use{{"the input file", options.input}};
-    if (!options.report.empty()) {
-        check_output(options.report, in_use);
-        in_use.push_back({"the report", options.report});
+    const FileInUse outputs[] = {
+        {"the report", options.report}, {"the JSON", options.json}, {"the CSV", options.csv}};
+    for (const FileInUse& output : outputs) {
+        if (output.path.empty()) continue;
+        check_output(output.path, in_use);
+        in_use.push_back(output);
     }
     if (options.charts.empty()) return;
     for (const auto& element : file.elements)
@@ -42,39 +57,81 @@ void check_outputs(const RunOptions& options, const Request& file) {
 }
 
 // The named files. One that can't be written is a problem; the others are written all the same.
-void write_files(const RunOptions& options, const UnitSystem& units, Calculation& c) {
-    const auto attempt = [&](const auto& write) {
+class OutputFiles {
+  public:
+    OutputFiles(const RunOptions& of, const Request& read, DocumentFacts known, Calculation& made)
+        : options(of), request(read), facts(std::move(known)), c(made) {}
+
+    void write() const {
+        write_results();
+        if (!options.charts.empty()) draw_charts();
+    }
+
+  private:
+    const RunOptions& options;
+    const Request& request;
+    const DocumentFacts facts;
+    Calculation& c;
+
+    template <class Work>
+    void attempt(const Work& work) const {
         try {
-            write();
+            work();
         } catch (const std::exception& problem) {
             c.problems.emplace_back(problem.what());
             c.status = std::max(c.status, Status::bad_input);
         }
-    };
-    if (!options.report.empty() && c.complete) {
-        std::string reports;
-        for (const Calculated& each : c.calculated)
-            reports += each.outcome->report;
-        reports += edition_line(); // of a user's own data files alone
-        attempt([&] { write_whole(options.report, reports); });
     }
-    if (options.charts.empty()) return;
-    for (std::size_t i = 0; i < c.calculated.size(); ++i) {
-        if (c.verdicts[i].status == Status::stopped) continue;
-        const Element& element = *c.calculated[i].element;
-        const std::optional<ChartPoint> point = element.chart_point(*c.calculated[i].outcome);
-        if (!point) continue;
-        attempt([&] {
-            write_whole(chart_file(options.charts, element),
-                        chart_svg(point->chart, point->temperature, point->yield, point->A, units));
+
+    // `content` is not asked for a file that isn't wanted.
+    template <class Content>
+    void write_file(const std::string& path, const Content& content) const {
+        if (!path.empty()) attempt([&] { write_whole(path, content()); });
+    }
+
+    // Files that a calculation has which came to its end.
+    void write_results() const {
+        if (!c.complete) {
+            for (const std::string& path : {options.report, options.json, options.csv}) {
+                if (!path.empty())
+                    c.problems.push_back(path +
+                                         " is not written: the calculation was not completed");
+            }
+            return;
+        }
+        write_file(options.report, [this] {
+            std::string reports;
+            for (const Calculated& each : c.calculated)
+                reports += each.outcome->report;
+            reports += edition_line(); // of a user's own data files alone
+            return reports;
         });
+        write_file(options.json, [this] {
+            return result_json(request, c, {.results = true, .report = true, .drawings = true},
+                               &facts) +
+                   '\n';
+        });
+        write_file(options.csv, [this] { return csv_of(request, c); });
     }
-}
+
+    void draw_charts() const {
+        for (std::size_t i = 0; i < c.calculated.size(); ++i) {
+            if (c.verdicts[i].status == Status::stopped) continue;
+            const Element& element = *c.calculated[i].element;
+            const std::optional<ChartPoint> point = element.chart_point(*c.calculated[i].outcome);
+            if (!point) continue;
+            write_file(chart_file(options.charts, element), [&] {
+                return chart_svg(point->chart, point->temperature, point->yield, point->A,
+                                 request.units);
+            });
+        }
+    }
+};
 
 Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.data, "--data");
-    const ReadResult input =
-        read_input(read_bounded(options.input, LARGEST_INPUT), element_kinds(), options.strict);
+    const std::string text = read_bounded(options.input, LARGEST_INPUT);
+    const ReadResult input = read_input(text, element_kinds(), options.strict);
     err << fault_report(options.input, input.faults);
     if (!input.faults.empty()) return Status::bad_input;
 
@@ -82,7 +139,7 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     check_outputs(options, file);
     Calculation c = calculate(file);
     // The files come first: they are there when the reader of standard output leaves early.
-    write_files(options, file.units, c);
+    OutputFiles(options, file, facts_of(options.input, text), c).write();
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];
         out << component_text(c.calculated[i], file.units, options.colour) << std::flush;

@@ -16,6 +16,8 @@ struct RunOptions {
     std::string data;   // folder of the data files; empty: the one that is found
     std::string
         charts; // folder for drawings of the charts, with the points of the elements; empty: none
+    // Its results for programs, and both tables of checks and results; empty: none.
+    std::string json, csv;
     bool colour = false;
     bool strict = false; // no defaults of what decides about safety
 };

@@ -112,7 +112,9 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 ** Members of the result:
 **   tarvane     1, the number of its form
 **   program     tarvane_version
-**   units       name of the unit system
+**   units       name of the unit system, or of the one that a table of units starts from
+**   unit_system  by quantity the factor that turns the engine's unit into that of the result, and its label; of a
+**               temperature the offset and the scale that turn that of the result into degrees F. As in a request
 **   verdict     "pass"; "fail"; "not made": something that the code asks for could not be checked
 **   says        the verdict in words, with what fails and what is waived
 **   governing   component and check that are nearest to their limit or furthest beyond; null without checks

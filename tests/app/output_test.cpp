@@ -216,6 +216,62 @@ TEST_F(Output, TwoOutputsAreTwoFiles) {
     EXPECT_FALSE(fs::exists(chart));
 }
 
+TEST_F(Output, EachFileOfARunIsAnother) {
+    fs::create_symlink("result", path("link"));
+    const std::string result = path("result");
+    expect_refused("run " + flange + " --json " + result + " --csv " + path("link"),
+                   path("link") + ": it is the JSON " + result);
+    expect_refused("run " + flange + " --report " + result + " --json " + result,
+                   result + ": it is the report");
+    for (const std::string option : {"--json ", "--csv "})
+        expect_refused("run " + flange + ' ' + option + flange, flange + ": it is the input file");
+    EXPECT_FALSE(fs::exists(result));
+    EXPECT_EQ(read(flange), FLANGE_TOML);
+}
+
+TEST_F(Output, OneFileThatCannotBeWrittenKeepsTheOthersNotBack) {
+    fs::create_symlink("/dev/full", path("full"));
+    const ProgramRun run = shell("$P run flange.toml --json full --csv table --report report");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.err, "tarvane: cannot write full: No space left on device\n");
+    EXPECT_NE(run.out.find("\nResults "), std::string::npos);
+    EXPECT_EQ(read(path("table")).substr(0, 16), "table,component,");
+    EXPECT_NE(read(path("report")), "");
+}
+
+TEST_F(Output, ADesignThatFailsHasItsFiles) {
+    write("thin.toml", with("t", "t = 0.6"));
+    const ProgramRun run = shell("$P run thin.toml --json result --csv table");
+    EXPECT_EQ(run.status, 1) << run.err;
+    const std::string result = read(path("result"));
+    EXPECT_NE(result.find("\"verdict\":\"fail\""), std::string::npos);
+    EXPECT_EQ(result.back(), '\n');
+    EXPECT_NE(read(path("table")).find(",fail,decides,"), std::string::npos);
+}
+
+TEST_F(Output, ACalculationWithoutAnEndHasNoResult) {
+    std::string ring = with("type", "type = \"loose ring\"");
+    for (const char* key : {"g0", "g1", "h"})
+        ring = with(key, "", ring);
+    write("stop.toml", with("Fid", "Fid = 7", with("ci", "ci = 3.6", ring)));
+    write("result", "older");
+    const ProgramRun run = shell("$P run stop.toml --json result --csv table");
+    EXPECT_EQ(run.status, 3);
+    EXPECT_NE(run.err.find("tarvane: result is not written: the calculation was not completed\n"
+                           "tarvane: table is not written: the calculation was not completed\n"),
+              std::string::npos)
+        << run.err;
+    EXPECT_EQ(read(path("result")), "older");
+    EXPECT_FALSE(fs::exists(path("table")));
+}
+
+TEST_F(Output, FieldsOfTheTableAreQuoted) {
+    write("named.toml", with("description", R"(description = 'a "wide", heavy flange')"));
+    EXPECT_EQ(shell("$P run named.toml --csv table").status, 0);
+    EXPECT_NE(read(path("table")).find("\r\ncheck,flange[0],\"a \"\"wide\"\", heavy flange\","),
+              std::string::npos);
+}
+
 TEST_F(Output, ALinkKeepsPointingToItsFile) {
     fs::create_directory(path("there"));
     write("there/old", "older");

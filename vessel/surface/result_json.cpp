@@ -5,24 +5,25 @@
 #include "catalogue/data_folder.h"
 #include "catalogue/data_search.h"
 #include "catalogue/data_sources.h"
+#include "components/read_units.h"
 #include "components/read_value.h"
 #include "document/checks_table.h"
 #include "document/report_view.h"
+#include "document/result_value.h"
 #include "document/vessel_verdict.h"
+#include "fields/vessel_keys.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
 #include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tarvane::vessel {
 
 namespace {
 
 constexpr int FORM = 1; // of a result
-constexpr std::string_view NOT_FINITE = "not finite";
 
 // A component with what was found for it.
 struct Found {
@@ -49,8 +50,8 @@ std::string_view verdict_of(const std::vector<Found>& components) {
 
 class Writer {
   public:
-    Writer(const Request& of, const Calculation& as, Wanted members)
-        : request(of), calculation(as), wanted(members) {}
+    Writer(const Request& of, const Calculation& as, Wanted members, const DocumentFacts* facts)
+        : request(of), calculation(as), wanted(members), document(facts) {}
 
     std::string write(const std::vector<Found>& components, const VesselVerdict& verdict);
 
@@ -58,6 +59,7 @@ class Writer {
     const Request& request;
     const Calculation& calculation;
     Wanted wanted;
+    const DocumentFacts* document;
     JsonWriter json;
 
     void text(std::string_view name, std::string_view utf8) { json.key(name).text(utf8); }
@@ -71,6 +73,12 @@ class Writer {
         else
             json.null();
     }
+    void write_texts(const Texts& texts) {
+        for (const auto& [name, words] : texts)
+            text(name, words);
+    }
+    void write_units();
+    void write_document();
     void write_governing(const std::vector<Found>& components);
     void write_summary();
     void write_data();
@@ -86,6 +94,46 @@ class Writer {
 };
 
 // ---- of the whole request ------------------------------------------------------------------------------
+
+// As a request may write them.
+void Writer::write_units() {
+    const UnitSystem& units = request.units;
+    json.key("unit_system").begin_object();
+    for (const auto& [name, quantity] : unit_names()) {
+        json.key(name).begin_object();
+        if (quantity == Quantity::temperature) {
+            json.key("offset").single(units.factor(quantity));
+            json.key("scale").single(units.factor(Quantity::temperature_scale));
+        } else {
+            json.key("factor").single(units.factor(quantity));
+        }
+        text("label", to_utf8(units.label(quantity)));
+        json.end_object();
+    }
+    json.end_object();
+}
+
+// What its front page says, and the file that it is made of.
+void Writer::write_document() {
+    json.key("document").begin_object();
+    write_texts(request.document.texts);
+    if (!request.document.revisions.empty()) {
+        json.key(REVISIONS).begin_list();
+        for (const Texts& revision : request.document.revisions) {
+            json.begin_object();
+            write_texts(revision);
+            json.end_object();
+        }
+        json.end_list();
+    }
+    if (!document->input_sha256.empty()) {
+        json.key("input").begin_object();
+        text("file", document->input_name);
+        text("sha256", document->input_sha256);
+        json.end_object();
+    }
+    json.end_object();
+}
 
 void Writer::write_governing(const std::vector<Found>& components) {
     Checks all;
@@ -203,24 +251,22 @@ void Writer::write_inputs(const Element& element) {
 void Writer::write_results(const Found& found) {
     const std::vector<Result> results = found.element->results(*found.outcome);
     json.key("results").begin_object();
-    const auto converted = [&](const Result& result) -> std::optional<float> {
-        if (!result.value) return std::nullopt;
-        const float value = request.units.to_file(*result.value, result.field->quantity);
-        return std::isfinite(value) ? std::optional(value) : std::nullopt;
-    };
     for (const Result& result : results) {
         json.key(result.field->name);
-        const std::optional<float> value = converted(result);
-        if (!value)
+        const ResultValue value = value_of(result, request.units);
+        if (const bool* flag = std::get_if<bool>(&value))
+            json.flag(*flag);
+        else if (const auto* name = std::get_if<std::string_view>(&value))
+            json.text(*name);
+        else if (const float* number = std::get_if<float>(&value))
+            json.single(*number);
+        else
             json.null();
-        else if (result.field->quantity == Quantity::flag)
-            json.flag(*value != 0.0f);
-        else if (!write_choice(result.field->choices, *value))
-            json.single(*value);
     }
     json.end_object().key("why").begin_object();
     for (const Result& result : results) {
-        if (!converted(result)) text(result.field->name, result.value ? NOT_FINITE : result.why);
+        if (std::holds_alternative<std::monostate>(value_of(result, request.units)))
+            text(result.field->name, why_none(result));
     }
     json.end_object();
 }
@@ -334,6 +380,8 @@ std::string Writer::write(const std::vector<Found>& components, const VesselVerd
     json.begin_object().key("tarvane").whole(FORM);
     text("program", TARVANE_VERSION);
     text("units", request.units.name);
+    write_units();
+    if (document != nullptr) write_document();
     text("verdict", verdict_of(components));
     text("says", verdict.words);
     write_governing(components);
@@ -359,7 +407,8 @@ std::string Writer::write(const std::vector<Found>& components, const VesselVerd
 
 } // namespace
 
-std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted) {
+std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted,
+                        const DocumentFacts* document) {
     std::vector<Found> components;
     for (std::size_t i = 0; i < calculation.calculated.size(); ++i) {
         const auto& [element, outcome] = calculation.calculated[i];
@@ -367,7 +416,7 @@ std::string result_json(const Request& request, const Calculation& calculation, 
         sort_worst_first(checks);
         components.push_back({element, outcome, &calculation.verdicts[i], std::move(checks)});
     }
-    return Writer(request, calculation, wanted)
+    return Writer(request, calculation, wanted, document)
         .write(components, vessel_verdict(request, calculation));
 }
 

@@ -1,7 +1,8 @@
-// The texts returned to a host: results and faults as JSON.
+// The texts returned to a host, results and faults as JSON; the program writes its results by the same code.
 #pragma once
 
 #include "components/calculation.h"
+#include "document/document.h"
 #include "values/fault.h"
 
 #include <string>
@@ -13,8 +14,9 @@ struct Wanted {
     bool results = false, report = false, drawings = false;
 };
 
-// Of a calculation that was completed.
-std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted);
+// Of a calculation that was completed. With the facts of a document, also the texts of the request about it.
+std::string result_json(const Request& request, const Calculation& calculation, Wanted wanted,
+                        const DocumentFacts* document = nullptr);
 
 std::string faults_json(const Faults& faults);
 

@@ -201,15 +201,19 @@ Properties keys_of(const ElementKind& kind) {
     return properties;
 }
 
-std::string units_schema() {
+// The names of the systems.
+std::string systems_schema() {
+    const std::string_view systems[] = {"US", "SI"};
+    return object_of({{"enum", texts(systems)}});
+}
+
+// A table of units.
+Properties units_table() {
     const auto factor = [](bool positive) {
         return positive ? object_of({{"type", text("number")}, {"exclusiveMinimum", "0"}})
                         : of_type("number");
     };
-    const std::string_view systems[] = {"US", "SI"};
-    const std::string system = object_of({{"enum", texts(systems)}});
     Properties units;
-    units.put("base", system);
     for (const UnitName& unit : unit_names()) {
         Properties members;
         if (unit.quantity == Quantity::temperature) {
@@ -221,10 +225,16 @@ std::string units_schema() {
         members.put("label", of_type("string"));
         units.put(unit.name, members.object());
     }
-    return object_of({{"anyOf", list_of({system, units.object()})}});
+    return units;
 }
 
-std::string document_schema() {
+std::string units_schema() {
+    Properties units = units_table();
+    units.put("base", systems_schema());
+    return object_of({{"anyOf", list_of({systems_schema(), units.object()})}});
+}
+
+Properties document_texts() {
     Properties document, revision;
     for (const Key& key : document_keys())
         document.put(key.name, key_schema(key));
@@ -233,6 +243,21 @@ std::string document_schema() {
     document.put(REVISIONS, object_of({{"type", text("array")},
                                        {"maxItems", std::to_string(MOST_REVISIONS)},
                                        {"items", revision.object()}}));
+    return document;
+}
+
+// A file by its content.
+std::string sha256_schema() {
+    return object_of({{"type", text("string")}, {"pattern", text("^[0-9a-f]{64}$")}});
+}
+
+// The same with the file that was calculated.
+std::string result_document_schema() {
+    Properties document = document_texts(), input;
+    input.put("file", of_type("string"));
+    input.put("sha256", sha256_schema());
+    const std::string_view members[] = {"file", "sha256"};
+    document.put("input", input.object(members));
     return document.object();
 }
 
@@ -265,7 +290,7 @@ std::string input_schema() {
     definitions_json.key("vessel").raw(of_vessel.object()).end_object();
     head.put("vessel", reference("vessel"));
     head.put_all(common);
-    head.put("document", document_schema());
+    head.put("document", document_texts().object());
 
     JsonWriter json;
     json.begin_object().key("$schema").text(DRAFT).key("title").text("Request of tarvane");
@@ -406,7 +431,7 @@ std::string result_schema() {
                            file_members[] = {"file", "version", "sha256", "used"};
     file.put("file", of_type("string"));
     file.put("version", nullable("string"));
-    file.put("sha256", object_of({{"type", text("string")}, {"pattern", text("^[0-9a-f]{64}$")}}));
+    file.put("sha256", sha256_schema());
     file.put("used", list_schema(item.object(item_members)));
 
     JsonWriter definitions;
@@ -414,7 +439,9 @@ std::string result_schema() {
     definitions.key("verdict").raw(object_of({{"enum", texts(verdicts)}}));
     result.put("tarvane", object_of({{"const", "1"}}));
     result.put("program", of_type("string"));
-    result.put("units", of_type("string"));
+    result.put("units", systems_schema());
+    result.put("unit_system", units_table().object());
+    result.put("document", result_document_schema());
     result.put("verdict", reference("verdict"));
     result.put("says", of_type("string"));
     result.put("governing", of_type("null"));
@@ -439,7 +466,7 @@ std::string result_schema() {
         result.put(kind->table, list_schema(reference(kind->table)));
     }
     definitions.end_object();
-    const std::string_view required[] = {"tarvane", "program",   "units", "verdict",
+    const std::string_view required[] = {"tarvane", "program",   "units", "unit_system", "verdict",
                                          "says",    "governing", "data",  "not_covered"};
     JsonWriter json;
     json.begin_object().key("$schema").text(DRAFT).key("title").text("Result of tarvane");
