@@ -171,20 +171,23 @@ int command(int argc, char** argv, std::ostream& out) {
     }
     data_build->add_option("out", data_options.out, "Folder of the data files")->required();
     CLI::App* data_import_command = data_command->add_subcommand(
-        "import", "Take a table with a row for each material and temperatures as columns");
+        "import", "Take a table with a row for each material, or for each point of a chart");
     data_import_command->add_option("table", data_import.table, "Table (CSV)")->required();
     data_import_command->add_option("folder", data_import.folder, "Folder of the tables")
         ->required();
     data_import_command->add_option("--edition", data_import.edition, "Where the figures are from")
         ->required();
-    data_import_command->add_option("--stress", data_import.stress, "ksi or MPa")
-        ->check(CLI::IsMember({"ksi", "MPa"}, CLI::ignore_case));
+    data_import_command
+        ->add_option("--stress", data_import.stress,
+                     "ksi or MPa, of a chart also psi; else ksi, of a chart psi")
+        ->check(CLI::IsMember({"ksi", "MPa", "psi"}, CLI::ignore_case));
     data_import_command->add_option("--temperature", data_import.temperature, "F or C")
         ->check(CLI::IsMember({"F", "C"}, CLI::ignore_case));
     data_import_command
         ->add_option("--as", data_import.figures,
-                     "VIII-1, VIII-2-1 and VIII-2-2 (its classes), or yield")
-        ->check(CLI::IsMember({"VIII-1", "VIII-2-1", "VIII-2-2", "yield"}, CLI::ignore_case));
+                     "VIII-1, VIII-2-1 and VIII-2-2 (its classes), yield, or chart")
+        ->check(
+            CLI::IsMember({"VIII-1", "VIII-2-1", "VIII-2-2", "yield", "chart"}, CLI::ignore_case));
 
     std::string keys_table;
     CLI::App* keys_command = app.add_subcommand("keys", "List the keys of an input file");

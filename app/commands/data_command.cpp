@@ -112,6 +112,24 @@ void expect_edition(const DataImportOptions& options) {
                                  "\": import these into a folder of their own");
 }
 
+std::string import_chart_table(const DataImportOptions& options) {
+    const std::string unit = folded(options.stress);
+    const data::ChartImportReport report =
+        data::import_charts({.table = path_of(options.table),
+                             .folder = path_of(options.folder),
+                             .unit = unit == "mpa"   ? data::ChartUnit::mpa
+                                     : unit == "ksi" ? data::ChartUnit::ksi
+                                                     : data::ChartUnit::psi,
+                             .celsius = folded(options.temperature) == "c",
+                             .edition = options.edition});
+    const auto counted = [](std::size_t count, const std::string& what) {
+        return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+    };
+    return counted(report.points, "point") + " of " + counted(report.curves, "curve") + " of " +
+           counted(report.charts, "chart") + " into charts.csv and chart_points.csv of " +
+           options.folder;
+}
+
 Status refused(const std::exception& problem, std::ostream& err) {
     err << "tarvane: " << problem.what() << '\n';
     return Status::bad_input;
@@ -151,6 +169,16 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
         if (!is_edition(options.edition))
             throw std::runtime_error("an edition of at most 80 characters is expected: --edition");
         const std::string figures = folded(options.figures);
+        const fs::path edition = path_of(options.folder) / EDITION;
+        const bool fresh = !fs::exists(edition);
+        if (!fresh) expect_edition(options);
+        if (figures == "chart") {
+            out << import_chart_table(options) << '\n';
+            if (fresh) data::replace_file(edition, options.edition + '\n');
+            return Status::fine;
+        }
+        if (folded(options.stress) == "psi")
+            throw std::runtime_error("stresses in ksi or MPa are expected: --stress");
         data::ImportOptions import{.table = path_of(options.table),
                                    .folder = path_of(options.folder),
                                    .figures =
@@ -161,9 +189,6 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
                                    .mpa = folded(options.stress) == "mpa",
                                    .celsius = folded(options.temperature) == "c",
                                    .edition = options.edition};
-        const fs::path edition = path_of(options.folder) / EDITION;
-        const bool fresh = !fs::exists(edition);
-        if (!fresh) expect_edition(options);
         const data::ImportReport report = data::import_table(import, data::shipped_tables());
         if (fresh) data::replace_file(edition, options.edition + '\n');
         out << report.materials << " rows into " << report.file << " of " << options.folder << ", "

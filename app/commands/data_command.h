@@ -18,7 +18,8 @@ struct DataOptions {
 
 struct DataImportOptions {
     std::string table, folder, edition;
-    std::string stress = "ksi", temperature = "F", figures = "VIII-1";
+    std::string stress; // empty: ksi, of charts psi
+    std::string temperature = "F", figures = "VIII-1";
 };
 
 Status check_data(const DataOptions& options, std::ostream& out, std::ostream& err);

@@ -141,16 +141,9 @@ std::vector<Written> earlier_rows(const fs::path& path, const Fields& header) {
 
 void write_rows(const fs::path& path, const Fields& header, const std::vector<Written>& rows) {
     std::string text = "# Made by `tarvane data import`.\n";
-    const auto line = [&](const Fields& fields) {
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            if (i > 0) text += ',';
-            text += quoted(fields[i]);
-        }
-        text += '\n';
-    };
-    line(header);
+    text += table_line(header);
     for (const Written& row : rows)
-        line(row.fields);
+        text += table_line(row.fields);
     replace_file(path, text);
 }
 
@@ -189,6 +182,16 @@ std::vector<const Row*> of_name(const MaterialTable& materials, const std::strin
 }
 
 } // namespace
+
+std::string table_line(const std::vector<std::string>& fields) {
+    std::string text;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (i > 0) text += ',';
+        text += quoted(fields[i]);
+    }
+    text += '\n';
+    return text;
+}
 
 void replace_file(const fs::path& path, std::string_view text) {
     fs::path draft = path;

@@ -1,5 +1,5 @@
-// The plain layout of licensed tables, one row a material with temperatures as columns, made into a table of a
-// user's folder.
+// The plain layouts of licensed tables made into tables of a user's folder: one row a material with temperatures as
+// columns, and one row a point of an external pressure chart.
 #pragma once
 
 #include "table.h"
@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace tarvane::data {
 
@@ -28,6 +29,26 @@ struct ImportReport {
 // Adds the rows to the file of the folder, in place of those of the same names. A material that is shipped gives the
 // properties that the table does not have.
 ImportReport import_table(const ImportOptions& options, std::span<const ShippedTable> shipped);
+
+enum class ChartUnit { psi, ksi, mpa };
+
+struct ChartImportOptions {
+    std::filesystem::path table, folder;
+    // Of B. With MPa the modulus is in 10^3 MPa, else in 10^6 psi: as the charts print it.
+    ChartUnit unit = ChartUnit::psi;
+    bool celsius = false;
+    std::string edition;
+};
+
+struct ChartImportReport {
+    std::size_t points = 0, curves = 0, charts = 0;
+};
+
+// Adds the charts to charts.csv and chart_points.csv of the folder, in place of those of the same names.
+ChartImportReport import_charts(const ChartImportOptions& options);
+
+// A line of a table, with the quotation marks that its fields need.
+std::string table_line(const std::vector<std::string>& fields);
 
 // Writes a file beside the path and then puts it in its place. Throws DataError, and the file that was there stays.
 void replace_file(const std::filesystem::path& path, std::string_view text);

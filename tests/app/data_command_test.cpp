@@ -194,10 +194,10 @@ TEST_F(OwnData, IsNamedWithEachOfItsItemsInARunItsReportAndItsResult) {
     EXPECT_EQ(result.status, 0) << result.err;
     std::vector<std::string> lines = {
         "\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
-        "\n  SA-240 304, 201: published, " + std::string(EDITION) + ": " + EDITION + '\n'};
+        "\n  SA-240 304, 201: published, " + std::string(EDITION) + '\n'};
     for (int i = 1; i <= NEW_MATERIALS; ++i)
         lines.push_back("\n  MADE-" + std::to_string(i) + ", " + std::to_string(1000 + i) +
-                        ": published, " + EDITION + ": " + EDITION + '\n');
+                        ": published, " + EDITION + '\n');
     for (int i = 1; i <= 3; ++i)
         lines.push_back("\n  " + chart_of(i) + ": published, " + EDITION + ": invented\n");
     for (const std::string& line : lines)
@@ -314,6 +314,75 @@ TEST_F(OwnData, ImportKeepsUnitsAndRefusesWhatItCannotTake) {
     EXPECT_FALSE(fs::exists(path("own"))); // nothing is left of an import that is refused
     EXPECT_EQ(imported("material,100,200\nSA-516 70,38,34\n", "--as yield").status, 0);
     EXPECT_NE(read(path("own/yields.csv")).find("\n1,SA-516 70,"), std::string::npos);
+}
+
+// The points of the metric tables of charts, and the same ones as the customary tables have them.
+TEST_F(OwnData, ChartIsImportedInEitherUnits) {
+    const auto imported = [&](const std::string& rows, const std::string& options) {
+        write("points.csv", rows);
+        return run("data import " + path("points.csv") + ' ' + path("own") + " --edition '" +
+                   EDITION + "' --as chart " + options);
+    };
+    const std::string metric = "chart,temperature,modulus,a,b,source\n"
+                               "HA-1,40,193,1.0e-5,0.965,p. 1\nHA-1,40,193,4.0e-4,38.6,p. 1\n"
+                               "HA-1,40,193,1.0e-2,80,p. 1\nHA-1,40,193,1.0e-1,80,p. 1\n"
+                               "HA-1,200,180,1.0e-5,0.9,p. 2\nHA-1,200,180,4.0e-4,36,p. 2\n"
+                               "HA-1,200,180,1.0e-2,60,p. 2\nHA-1,200,180,1.0e-1,60,p. 2\n";
+    const ProgramRun result = imported(metric, "--stress MPa --temperature C");
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "8 points of 2 curves of 1 chart into charts.csv and chart_points.csv of " +
+                  path("own") + '\n');
+    EXPECT_EQ(read(path("own/edition.txt")), std::string(EDITION) + '\n');
+    const std::string curves = read(path("own/charts.csv")),
+                      points = read(path("own/chart_points.csv"));
+    EXPECT_NE(curves.find("\nHA-1,104,27.992,,,published,\"Made-up tables, edition 7\",p. 1,\n"),
+              std::string::npos)
+        << curves;
+    EXPECT_NE(points.find("\nHA-1,392,1.0e-2,8702.28,p. 2\n"), std::string::npos) << points;
+    ASSERT_EQ(check().status, 0) << check().err;
+    ASSERT_EQ(build().status, 0);
+    const ProgramRun shown = run("chart HA-1 -T 40 --A 0.01 --units si --data " + path("out"));
+    const std::size_t at = shown.out.find(" B = ");
+    ASSERT_NE(at, std::string::npos) << shown.out;
+    EXPECT_NEAR(std::stod(shown.out.substr(at + 5)), 80.0, 0.001) << shown.out;
+
+    // Another chart is added, the one of the same name replaced, one of ksi has a thousand psi.
+    const std::string psi = "chart,temperature,modulus,a,b\nHA-2,100,28,1e-5,140\n"
+                            "HA-2,100,28,1e-2,12000\nHA-2,100,28,1e-1,12000\n";
+    EXPECT_EQ(imported(psi, "").status, 0);
+    EXPECT_EQ(read(path("own/chart_points.csv")),
+              points + "HA-2,100,1e-5,140,\"Made-up tables, edition 7\"\n"
+                       "HA-2,100,1e-2,12000,\"Made-up tables, edition 7\"\n"
+                       "HA-2,100,1e-1,12000,\"Made-up tables, edition 7\"\n");
+    EXPECT_EQ(imported("chart,temperature,modulus,a,b\nHA-1,100,28,1e-5,.14\n"
+                       "HA-1,100,28,1e-2,12\nHA-1,100,28,1e-1,12\n",
+                       "--stress ksi")
+                  .status,
+              0);
+    const std::string replaced = read(path("own/chart_points.csv"));
+    EXPECT_NE(replaced.find("\nHA-1,100,1e-2,12000,"), std::string::npos) << replaced;
+    EXPECT_EQ(replaced.find("8702.28"), std::string::npos);
+    EXPECT_EQ(read(path("own/charts.csv")).find("HA-1,392"), std::string::npos);
+    EXPECT_EQ(check().status, 0) << check().err;
+
+    // What cannot be taken leaves everything as it was.
+    const auto refused = [&](const std::string& rows, const std::string& options) {
+        const ProgramRun fault = imported(rows, options);
+        EXPECT_EQ(fault.status, 2) << rows;
+        EXPECT_EQ(read(path("own/chart_points.csv")), replaced);
+        return fault.err;
+    };
+    EXPECT_EQ(refused("chart,temperature,modulus,a,b\nHA-3,100,28,1e-5,x\n", "--stress MPa"),
+              "tarvane: points.csv:2: b: not a number: \"x\"\n");
+    EXPECT_EQ(refused("chart,temperature,a,b\nHA-3,100,1e-5,1\n", ""),
+              "tarvane: points.csv:1: modulus: the column is missing\n");
+    EXPECT_EQ(
+        refused("chart,temperature,modulus,a,b\nCS-3,150,200,1e-5,1\n", "--temperature C"),
+        "tarvane: points.csv:2: temperature: the curves of CS-3 are given in degrees F: 300.4 "
+        "for a yield of 40 ksi\n");
+    EXPECT_EQ(import("--stress psi").err,
+              "tarvane: stresses in ksi or MPa are expected: --stress\n");
 }
 
 // As in a record that is looked for: without regard to case, blanks and hyphens.

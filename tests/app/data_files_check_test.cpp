@@ -200,7 +200,10 @@ TEST_F(DataFiles, TheOtherCommandsNameThemToo) {
     std::filesystem::rename(file("data_sources.txt"), file("away"));
     const ProgramRun unknown = run("materials" + in_folder);
     EXPECT_EQ(unknown.status, 2);
-    EXPECT_EQ(unknown.err, "tarvane: data_sources.txt is missing in " + place("--data") + '\n');
+    EXPECT_EQ(unknown.err, "tarvane: data_sources.txt is missing in " + place("--data") +
+                               "; data files of earlier versions do not have it: make them anew by "
+                               "tarvane data build, or write it with the one line [END], which "
+                               "names no source\n");
     std::filesystem::rename(file("away"), file("data_sources.txt"));
     put("MATFILE1.BIN", whole("MATFILE1.BIN").substr(0, 4140));
     EXPECT_EQ(run("materials" + in_folder)
@@ -210,6 +213,24 @@ TEST_F(DataFiles, TheOtherCommandsNameThemToo) {
     EXPECT_EQ(
         run("chart CS-9 -T 300" + in_folder).err.find("tarvane: ExtChartData.txt is damaged: "),
         0u);
+}
+
+// A folder of an earlier version, or of another program's files, as the message says.
+TEST_F(DataFiles, AFolderWithoutSourcesIsTakenWhenItsListIsEmpty) {
+    std::filesystem::remove(file("data_sources.txt"));
+    const ProgramRun refused = calculate(FLANGE_TOML);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.err, path("in.toml") + ":1: data_sources.txt: missing in " + place("--data") +
+                               "; data files of earlier versions do not have it: make them anew by "
+                               "tarvane data build, or write it with the one line [END], which "
+                               "names no source\n");
+    put("data_sources.txt", "[END]\n");
+    const ProgramRun taken = calculate(FLANGE_TOML);
+    EXPECT_EQ(taken.status, 0) << taken.err;
+    EXPECT_EQ(taken.out.find("Figures of "), std::string::npos) << taken.out;
+    for (const char* command : {"materials", "materials 'SA-516 70'", "chart", "chart CS-2 -T 300",
+                                "flanges 150", "flanges 150 4"})
+        EXPECT_EQ(run(std::string(command) + " --data " + data.string()).status, 0) << command;
 }
 
 // ---- the folder ----------------------------------------------------------------------------------------

@@ -208,9 +208,12 @@ TEST_F(Messages, TellThatOtherCodesTakeNoStressFromAFile) {
         std::vector<std::string>{
             "f:26: material: EN 13445" + file +
             "; ENMATDATA.BIN has P265GH, 1.0425 (EN 10028-2, Plate, up to 16 mm): Rp0.2 265 "
-            "N/mm2 at 20 °C, 205 N/mm2 at 200 °C, Rm 410 N/mm2, approximate"
+            "N/mm2 at 20 °C, 205 N/mm2 at 200 °C, Rm 410 N/mm2 (approximate, edition not stated: "
+            "EN 10028-2 as commonly quoted, not held against a copy)"
             "; ENMATDATA.BIN has P265GH, 1.0425 (EN 10216-2, Smls. tube, up to 16 mm): Rp0.2 265 "
-            "N/mm2 at 20 °C, 192 N/mm2 at 200 °C, Rm 410 N/mm2, approximate"});
+            "N/mm2 at 20 °C, 192 N/mm2 at 200 °C, Rm 410 N/mm2 (approximate, edition not stated: "
+            "EN 10216-2 as commonly quoted; from 100 C on as in public lists, at 20 C not held "
+            "against a copy)"});
     EXPECT_EQ(fault_lines(other + "code = \"PD 5500\"\nmaterial = \"SA-516 70\"\n"),
               std::vector<std::string>{"f:26: material: PD 5500" + file});
     // By its number; between two temperatures; above the last one.

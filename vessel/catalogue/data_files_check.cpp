@@ -313,6 +313,13 @@ Fault with_place(const Fault& fault) {
     return *fault + gap + "in the data folder " + described(data_folder());
 }
 
+// A folder that another program or an earlier version made has no list of sources.
+Fault with_remedy(std::string_view name, const Fault& fault) {
+    if (!fault || name != SOURCES_FILE || !fault->starts_with("missing")) return fault;
+    return *fault + "; data files of earlier versions do not have it: make them anew by tarvane "
+                    "data build, or write it with the one line [END], which names no source";
+}
+
 } // namespace
 
 std::optional<std::string> data_file_fault(std::string_view name) {
@@ -320,7 +327,7 @@ std::optional<std::string> data_file_fault(std::string_view name) {
     if (known == nullptr) return std::nullopt;
     const std::string path = data_file_path(name);
     const Fault absent = absence(path);
-    return with_place(absent ? absent : content_fault(*known, path));
+    return with_remedy(name, with_place(absent ? absent : content_fault(*known, path)));
 }
 
 bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
@@ -328,7 +335,8 @@ bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
 std::vector<std::string> missing_data_files() {
     std::vector<std::string> faults;
     for (const KnownFile& file : KNOWN) {
-        if (const auto fault = with_place(absence(data_file_path(file.name))))
+        if (const auto fault =
+                with_remedy(file.name, with_place(absence(data_file_path(file.name)))))
             faults.push_back(std::string(file.name) + " is " + *fault);
     }
     return faults;

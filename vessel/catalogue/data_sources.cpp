@@ -43,7 +43,7 @@ std::array<std::string, FIELDS> fields_of(std::string_view line) {
 std::string ItemSource::text() const {
     std::string text = status;
     if (!edition.empty()) text += (edition == NOT_STATED ? ", edition " : ", ") + edition;
-    if (!source.empty()) text += ": " + source;
+    if (!source.empty() && source != edition) text += ": " + source;
     return text;
 }
 

@@ -1,6 +1,8 @@
 #include "catalogue/en_materials.h"
 
+#include "catalogue/data_files_check.h"
 #include "catalogue/data_folder.h"
+#include "catalogue/data_sources.h"
 #include "catalogue/material_files.h"
 #include "document/results.h"
 #include "tarvane/tarvane.h"
@@ -58,6 +60,7 @@ std::vector<std::int32_t> keys() {
 EnMaterial material_of(const TARVANE_EN_RECORD& bytes) {
     const char* record = reinterpret_cast<const char*>(&bytes);
     EnMaterial m;
+    m.key = number_at<std::int32_t>(record, 0);
     m.name = text_at(record, NAME, NUMBER - NAME);
     m.number = text_at(record, NUMBER, STANDARD - NUMBER);
     m.standard = text_at(record, STANDARD, FORM - STANDARD);
@@ -120,7 +123,10 @@ std::string strengths_of(const EnMaterial& m, std::optional<float> fahrenheit) {
         text += ' ' + (hot ? strength(*hot) : "none") + " at " + number_text(celsius, 0) + " °C,";
     }
     text += " Rm " + strength(m.tensile);
-    return m.approximate ? text + ", approximate" : text;
+    if (!data_file_fault(SOURCES_FILE))
+        if (const ItemSource* from = data_sources()->of(FILE_NAME, std::to_string(m.key)))
+            return text + " (" + from->text() + ')';
+    return m.approximate ? text + " (approximate)" : text;
 }
 
 } // namespace tarvane::vessel

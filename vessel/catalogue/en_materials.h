@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@ namespace tarvane::vessel {
 struct EnMaterial {
     static constexpr std::size_t PLACES = 17;
 
+    std::int32_t key = 0;
     std::string name, number, standard, form;
     std::string proof_kind; // "Rp0.2"
     bool approximate = false;
@@ -29,7 +31,7 @@ struct EnMaterial {
 std::vector<EnMaterial> en_materials_named(std::string_view name);
 
 // "P265GH, 1.0425 (EN 10028-2, Plate, up to 16 mm): Rp0.2 265 N/mm2 at 20 °C, 205 N/mm2 at 200 °C, Rm 410
-// N/mm2, approximate". `fahrenheit` is the design temperature.
+// N/mm2 (approximate, edition not stated: EN 10028-2 as commonly quoted)". `fahrenheit` is the design temperature.
 std::string strengths_of(const EnMaterial& material, std::optional<float> fahrenheit);
 
 } // namespace tarvane::vessel
