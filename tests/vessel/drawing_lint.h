@@ -10,19 +10,6 @@
 
 namespace tarvane::vessel {
 
-inline bool crosses(const Box& box, Point a, Point b) {
-    // The part of the segment that is within the box, side by side.
-    double from = 0, to = 1;
-    const auto cut = [&](double start, double step, double low, double high) {
-        if (std::abs(step) < 1e-12) return start > low && start < high;
-        const double first = (low - start) / step, second = (high - start) / step;
-        from = std::max(from, std::min(first, second));
-        to = std::min(to, std::max(first, second));
-        return from < to;
-    };
-    return cut(a.x, b.x - a.x, box.left, box.right) && cut(a.y, b.y - a.y, box.top, box.bottom);
-}
-
 inline bool holds(const Points& polygon, Point p) {
     bool inside = false;
     for (std::size_t i = 0, k = polygon.size() - 1; i < polygon.size(); k = i++) {
@@ -81,7 +68,7 @@ inline std::vector<std::string> lint_of(const Sheet& sheet, double width, double
     for (const Measure& measure : sheet.measures) {
         double tolerance = 0;
         const double says = std::abs(labelled(measure.label, tolerance));
-        const double drawn = measure.drawn / sheet.scale / measure.unit;
+        const double drawn = measure.drawn / measure.scale / measure.unit;
         if (!(std::abs(drawn - says) <= tolerance * 1.001 + 1e-6 * says))
             faults.push_back("drawn as " + std::to_string(drawn) + ": " + measure.label);
     }

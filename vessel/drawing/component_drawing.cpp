@@ -2,17 +2,25 @@
 
 #include "components/flange_input.h"
 #include "drawing/flange_drawing.h"
+#include "drawing/shell_drawing.h"
 
 namespace tarvane::vessel {
 
 std::optional<Figure> component_drawing(const Element& element, const Outcome& outcome,
                                         const Request& request) {
     const DimensionStyle style = dimension_style(request.units, request.decimal_comma);
+    const std::string name = name_of(element);
     std::optional<Drawn> drawn;
     if (element.kind == &FLANGE_KIND) {
         const auto shape = shape_of(static_cast<const FlangeInput&>(element),
                                     static_cast<const FlangeOutcome&>(outcome));
-        if (shape) drawn = draw_flange(*shape, name_of(element), request.units, style);
+        if (shape) drawn = draw_flange(*shape, name, request.units, style);
+    } else if (element.kind == &SHELL_KIND) {
+        const auto shape = shape_of(static_cast<const ShellInput&>(element));
+        if (shape) drawn = draw_shell(*shape, name, request.units, style);
+    } else if (element.kind == &EXTERNAL_KIND) {
+        const auto shape = shape_of(static_cast<const ExternalInput&>(element));
+        if (shape) drawn = draw_shell(*shape, name, request.units, style);
     }
     if (!drawn) return std::nullopt;
     return std::move(drawn->figure);

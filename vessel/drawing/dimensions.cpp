@@ -242,8 +242,9 @@ class Strip {
             sheet.text({at.x - ABOVE_LINE, at.y}, d.label, Anchor::middle, true);
         else
             sheet.text({at.x, at.y - ABOVE_LINE}, d.label, Anchor::middle);
-        sheet.measures.push_back(
-            {d.label, (one.ends.high - one.ends.low + d.taken_out) * (d.half ? 2 : 1), d.unit});
+        sheet.measures.push_back({d.label,
+                                  (one.ends.high - one.ends.low + d.taken_out) * (d.half ? 2 : 1),
+                                  d.unit, sheet.scale});
     }
 };
 

@@ -12,9 +12,9 @@ namespace {
 
 constexpr double MARGIN = 4, LINE_STEP = 4.6, LEAST_WIDTH = 142; // mm
 
-constexpr double SCALES[] = {10,       5,         2,         1,        1 / 2.0,
-                             1 / 2.5,  1 / 5.0,   1 / 10.0,  1 / 20.0, 1 / 25.0,
-                             1 / 50.0, 1 / 100.0, 1 / 200.0, 1 / 500.0};
+constexpr double SCALES[] = {10,        5,         2,          1,          1 / 2.0,   1 / 2.5,
+                             1 / 5.0,   1 / 10.0,  1 / 20.0,   1 / 25.0,   1 / 50.0,  1 / 100.0,
+                             1 / 200.0, 1 / 500.0, 1 / 1000.0, 1 / 2000.0, 1 / 5000.0};
 
 constexpr int MORE_SCALES = 3; // tried where dimensions are dropped
 

@@ -77,6 +77,19 @@ Points corners(const Box& box) {
 
 } // namespace
 
+bool crosses(const Box& box, Point a, Point b) {
+    // The part of the line that is within the box, side by side.
+    double from = 0, to = 1;
+    const auto cut = [&](double start, double step, double low, double high) {
+        if (std::abs(step) < 1e-12) return start > low && start < high;
+        const double first = (low - start) / step, second = (high - start) / step;
+        from = std::max(from, std::min(first, second));
+        to = std::min(to, std::max(first, second));
+        return from < to;
+    };
+    return cut(a.x, b.x - a.x, box.left, box.right) && cut(a.y, b.y - a.y, box.top, box.bottom);
+}
+
 std::string escaped(std::string_view text) {
     std::string out;
     for (const char c : text) {

@@ -85,11 +85,12 @@ struct Measure {
     std::string label;
     double drawn; // mm on the page, what a break takes out added
     double unit;  // mm of the unit of the label
+    double scale; // of its view
 };
 
 class Sheet {
   public:
-    double scale = 1; // of the object, page over object
+    double scale = 1; // page over object, of the view that is drawn
     std::vector<Measure> measures;
     std::vector<std::string> dropped; // labels of dimensions that found no room
 
@@ -127,6 +128,9 @@ class Sheet {
     std::vector<Hatched> sections;
     std::vector<Text> labels;
 };
+
+// Whether a line runs through a box.
+bool crosses(const Box& box, Point a, Point b);
 
 std::string escaped(std::string_view text);
 
