@@ -1,16 +1,34 @@
-// What the data files of a calculation are: closing lines after a run.
+// What a calculation takes from the data files, and the lines of an output about it.
 #pragma once
 
-#include "components/element.h"
+#include "catalogue/data_sources.h"
+#include "components/request.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace tarvane::vessel {
 
-struct Request;
+// An item of a data file that a component uses: "SA-105, 61".
+struct UsedItem {
+    std::string name; // UTF-8
+    bool approximate;
+    std::optional<ItemSource> source;
 
-// The edition of data files that a user made, and status, edition and source of each item that was used, as far as
-// the data folder lists them.
+    std::string_view status() const;
+};
+
+struct UsedFile {
+    std::string name;
+    std::vector<UsedItem> items; // none: nothing in it has a status
+
+    std::string sha256() const; // of its bytes; throws std::runtime_error where it can't be read
+};
+
+std::vector<UsedFile> used_files(const Request& request);
+
+// Status, edition and source of every item that was used, by file, and the edition of a user's own data files.
 std::string data_lines(const Request& request);
 
 } // namespace tarvane::vessel

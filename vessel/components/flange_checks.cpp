@@ -538,17 +538,20 @@ std::string_view paragraph_of(std::string_view viii_1, int code) {
 }
 
 void name_paragraphs(const FlangeInput& flange, Checks& checks) {
-    const bool older = flange.code() == TARVANE_ASME_VIII_2 && flange.edition() != EDITION_CURRENT;
     for (Check& check : checks) {
         std::string_view paragraph = check.paragraph();
         const bool stress = check.field().quantity == Quantity::stress;
         if (stress && flange.type() == TARVANE_BLIND && paragraph == "2-8") paragraph = "UG-34";
-        if (!older) paragraph = paragraph_of(paragraph, flange.code());
-        check.under(paragraph);
+        check.under(flange_paragraph(paragraph, flange));
     }
 }
 
 } // namespace
+
+std::string_view flange_paragraph(std::string_view viii_1, const FlangeInput& flange) {
+    const bool older = flange.code() == TARVANE_ASME_VIII_2 && flange.edition() != EDITION_CURRENT;
+    return older ? viii_1 : paragraph_of(viii_1, flange.code());
+}
 
 Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
                      const UnitSystem& units) {

@@ -206,9 +206,8 @@ Got rated_pressure_of(const std::optional<RatedPressure>& rated) {
     return rated->P ? Got(*rated->P) : Got::none(rated->why);
 }
 
-std::string rated_pressure_text(const std::optional<RatedPressure>& rated,
-                                const UnitSystem& units) {
-    constexpr std::size_t WIDTH = 100;
+std::vector<std::string> rated_pressure_words(const std::optional<RatedPressure>& rated,
+                                              const UnitSystem& units) {
     if (!rated) return {};
     std::string words = "Rated pressure: ";
     words += rated->P ? shown(*rated->P, Quantity::pressure, units) : rated->why;
@@ -219,10 +218,17 @@ std::string rated_pressure_text(const std::optional<RatedPressure>& rated,
     std::string anyway;
     for (const std::string& each : rated->anyway_words)
         anyway += (anyway.empty() ? "Whatever the pressure, this fails: " : "; ") + each;
+    std::vector<std::string> all{std::move(words)};
+    if (!anyway.empty()) all.push_back(std::move(anyway));
+    return all;
+}
+
+std::string rated_pressure_text(const std::optional<RatedPressure>& rated,
+                                const UnitSystem& units) {
+    constexpr std::size_t WIDTH = 100;
     std::string out;
-    for (const std::string& text : {words, anyway}) {
-        if (text.empty()) continue;
-        for (const std::string& line : wrapped(text, WIDTH))
+    for (const std::string& words : rated_pressure_words(rated, units)) {
+        for (const std::string& line : wrapped(words, WIDTH))
             out += line + '\n';
     }
     return out;

@@ -50,7 +50,10 @@ std::optional<RatedPressure> find_rated_pressure(const Element& element, const O
 // As a result; its reason lives as long as the rating.
 Got rated_pressure_of(const std::optional<RatedPressure>& rated);
 
-// Lines for people, UTF-8; nothing without a rating.
+// The pressure and what holds it, then what fails at any; nothing without a rating.
+std::vector<std::string> rated_pressure_words(const std::optional<RatedPressure>& rated,
+                                              const UnitSystem& units);
+// The same as lines for people, UTF-8.
 std::string rated_pressure_text(const std::optional<RatedPressure>& rated, const UnitSystem& units);
 
 } // namespace tarvane::vessel

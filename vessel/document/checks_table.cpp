@@ -44,12 +44,6 @@ void put_figures(const Check& check, const UnitSystem& units, CheckRow& row) {
     row.unit = to_utf8(units.label(quantity));
 }
 
-std::string ratio_text(const Check& check) {
-    constexpr float MOST = 9999.0f;
-    if (!check.ratio()) return {};
-    return *check.ratio() > MOST ? ">9999" : number_text(*check.ratio(), 4);
-}
-
 Tone tone_of(const Check& check) {
     if (check.passes()) return Tone::sound;
     if (check.blocks()) return Tone::bad;
@@ -102,6 +96,12 @@ std::string other_words(const Checks& checks) {
 
 } // namespace
 
+std::string ratio_text(const Check& check) {
+    constexpr float MOST = 9999.0f;
+    if (!check.ratio()) return {};
+    return *check.ratio() > MOST ? ">9999" : number_text(*check.ratio(), 4);
+}
+
 std::string governing_words(const Checks& checks) {
     const Check* worst = governing(checks);
     if (worst == nullptr) return "no check is asked";
@@ -138,6 +138,14 @@ ChecksTable checks_table(const Element& element, const Outcome& outcome, const U
     return table;
 }
 
+std::string row_label(const CheckRow& row) {
+    std::string label = row.label;
+    if (!row.load_case.empty()) label += ", " + row.load_case;
+    if (!label.empty() && label.size() > 1 && std::islower(static_cast<unsigned char>(label[1])))
+        label[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(label[0])));
+    return label;
+}
+
 // ---- as text -------------------------------------------------------------------------------------------
 
 namespace {
@@ -169,11 +177,7 @@ std::vector<std::string> column(std::string_view text, std::size_t width) {
 }
 
 std::string line_of(const CheckRow& row, bool colour) {
-    std::string label = row.label;
-    if (!row.load_case.empty()) label += ", " + row.load_case;
-    if (!label.empty() && label.size() > 1 && std::islower(static_cast<unsigned char>(label[1])))
-        label[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(label[0])));
-    const std::vector<std::string> labels = column(label, LABEL),
+    const std::vector<std::string> labels = column(row_label(row), LABEL),
                                    paragraphs = column(row.paragraph, PARAGRAPH);
     std::string out;
     for (std::size_t i = 0; i < std::max(labels.size(), paragraphs.size()); ++i) {

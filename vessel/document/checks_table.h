@@ -23,6 +23,9 @@ struct CheckRow {
     Tone tone = Tone::quiet;
 };
 
+// "Bolt stress, gasket seating"
+std::string row_label(const CheckRow& row);
+
 struct ChecksTable {
     bool passes = false;
     std::string headline; // "flange 1 (channel): governing check: bolt area, 0.9312"
@@ -30,6 +33,9 @@ struct ChecksTable {
 };
 
 ChecksTable checks_table(const Element& element, const Outcome& outcome, const UnitSystem& units);
+
+// "0.9312"; empty without figures.
+std::string ratio_text(const Check& check);
 
 // "governing check: bolt area, 0.9312", of the checks of a component or of several.
 std::string governing_words(const Checks& checks);

@@ -4,6 +4,7 @@
 
 #include "components/calculation.h"
 #include "document/checks_table.h"
+#include "drawing/figure.h"
 
 #include <string>
 #include <string_view>
@@ -73,18 +74,23 @@ struct MarginNote {
 };
 
 struct Drawing {
-    std::string svg, alt, caption;
-    std::vector<std::string> dropped; // dimensions that found no room
+    Figure figure;
+    std::string id, caption; // "figure-2", "Figure 2: ..."
+};
+
+// A word of the engine that gives way to a drawing.
+struct DrawingReference {
+    std::string id, text;
 };
 
 using Block = std::variant<Paragraph, Remark, DocumentList, DocumentTable, Lines, Formula,
-                           MarginNote, Drawing>;
+                           MarginNote, Drawing, DrawingReference>;
 
-struct Section {
+struct DocumentSection {
     std::string id; // "flange-1", unique
     std::string title;
     std::vector<Block> blocks = {};
-    std::vector<Section> sections = {};
+    std::vector<DocumentSection> sections = {};
     bool new_page = false; // it begins one
 };
 
@@ -114,7 +120,7 @@ struct CalculationDocument {
     std::string created; // ISO 8601; may be empty
     bool metric = false; // its paper is A4, else Letter
     FrontPage front;
-    std::vector<Section> sections;
+    std::vector<DocumentSection> sections;
 };
 
 // What the host knows of the request beside the request itself.

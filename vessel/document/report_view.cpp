@@ -25,15 +25,7 @@ std::string_view look(const std::array<int, 6>& marks) {
     return {};
 }
 
-// The drawing of the flange type is a keyword for a graphical viewer; a text shows its name.
-std::string drawing(const std::string& line) {
-    constexpr std::string_view OPEN = "</Image=", CLOSE = "/>";
-    if (!line.starts_with(OPEN) || !line.ends_with(CLOSE)) return line;
-    const std::size_t name = line.find_last_of('\\') + 1;
-    const std::size_t end = line.find_last_of('.');
-    if (name <= OPEN.size() || end == std::string::npos || end < name) return line;
-    return "[Drawing: " + line.substr(name, end - name) + ']';
-}
+constexpr std::string_view DRAWING_OPENS = "</Image=", DRAWING_CLOSES = "/>";
 
 } // namespace
 
@@ -60,10 +52,22 @@ std::vector<ReportLine> report_lines(std::string_view report) {
     return lines;
 }
 
+bool is_drawing(std::string_view line) {
+    return line.starts_with(DRAWING_OPENS) && line.ends_with(DRAWING_CLOSES);
+}
+
+std::string shown_drawing(const std::string& line) {
+    const std::size_t name = line.find_last_of('\\') + 1;
+    const std::size_t end = line.find_last_of('.');
+    if (name <= DRAWING_OPENS.size() || end == std::string::npos || end < name) return line;
+    return "[Drawing: " + line.substr(name, end - name) + ']';
+}
+
 std::string show_report(std::string_view report, bool colour) {
     std::string out;
     for (const ReportLine& line : report_lines(report)) {
-        const std::string text = to_utf8(drawing(line.text));
+        const std::string text =
+            to_utf8(is_drawing(line.text) ? shown_drawing(line.text) : line.text);
         const std::string_view style = colour && !text.empty() ? look(line.marks) : "";
         out += style;
         out += text;

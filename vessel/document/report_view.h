@@ -17,6 +17,10 @@ struct ReportLine {
 
 std::vector<ReportLine> report_lines(std::string_view report);
 
+// The drawing of a flange type is a keyword for a graphical viewer; a text shows its name.
+bool is_drawing(std::string_view line);
+std::string shown_drawing(const std::string& line); // "[Drawing: WeldNeckFlange]"
+
 // The report as UTF-8 text. With colour, the marks become bold, underline and colour.
 std::string show_report(std::string_view report, bool colour);
 

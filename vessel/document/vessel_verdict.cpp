@@ -11,10 +11,13 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
     Checks all;
     std::vector<const Element*> of;
     std::string failing, beside;
+    std::string_view worst_of_all = PASS;
     for (std::size_t i = 0; i < calculation.calculated.size(); ++i) {
         const auto& [element, outcome] = calculation.calculated[i];
         const Checks checks = element->checks(*outcome, request.units);
-        if (verdict_of(calculation.verdicts[i], checks) != PASS)
+        const std::string_view own = verdict_of(calculation.verdicts[i], checks);
+        if (own == FAIL || worst_of_all == PASS) worst_of_all = own;
+        if (own != PASS)
             failing +=
                 (failing.empty() ? "" : "; ") + name_of(*element) + ": " + governing_words(checks);
         if (const std::string remarks = remarks_on(checks); !remarks.empty())
@@ -23,6 +26,7 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
         of.insert(of.end(), checks.size(), element);
     }
     VesselVerdict verdict{.passes = failing.empty() && calculation.complete,
+                          .verdict = worst_of_all,
                           .words = {},
                           .not_covered = not_covered(request)};
     if (verdict.passes) {
@@ -37,6 +41,7 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
     } else {
         verdict.words = failing;
         if (!calculation.complete) {
+            if (verdict.verdict == PASS) verdict.verdict = NOT_MADE;
             verdict.words += (failing.empty() ? "" : "; ");
             verdict.words += "the run ended before its last component";
         }

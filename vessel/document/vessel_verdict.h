@@ -12,6 +12,7 @@ namespace tarvane::vessel {
 
 struct VesselVerdict {
     bool passes = false;
+    std::string_view verdict; // "pass", "fail", "not made": the worst of the components
     // "every check that decides passes" where a warning or an advice is exceeded.
     std::string
         words; // "every check that tarvane makes passes; governing: flange 1 (channel), bolt area, 0.9312"

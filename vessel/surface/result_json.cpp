@@ -5,16 +5,17 @@
 #include "catalogue/data_folder.h"
 #include "catalogue/data_search.h"
 #include "catalogue/data_sources.h"
+#include "components/data_lines.h"
 #include "components/read_units.h"
 #include "components/read_value.h"
 #include "document/checks_table.h"
+#include "document/input_rows.h"
 #include "document/report_view.h"
 #include "document/result_value.h"
 #include "document/vessel_verdict.h"
 #include "fields/vessel_keys.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
-#include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -35,17 +36,6 @@ struct Found {
 
 std::string_view verdict_of(const Found& found) {
     return vessel::verdict_of(*found.verdict, found.checks);
-}
-
-// The worst of all.
-std::string_view verdict_of(const std::vector<Found>& components) {
-    std::string_view worst = PASS;
-    for (const Found& found : components) {
-        const std::string_view verdict = verdict_of(found);
-        if (verdict == FAIL) return FAIL;
-        if (verdict == NOT_MADE) worst = NOT_MADE;
-    }
-    return worst;
 }
 
 class Writer {
@@ -179,24 +169,22 @@ void Writer::write_data() {
     const std::optional<std::string> version = version_in(path_of(data_folder().path));
     if (const std::string edition = data_edition(); !edition.empty()) text("data_edition", edition);
     json.key("data").begin_list();
-    for (const auto& [file, items] : data_used(request)) {
+    for (const UsedFile& file : used_files(request)) {
         json.begin_object();
-        text("file", file);
+        text("file", file.name);
         json.key("version");
         if (version)
             json.text(*version);
         else
             json.null();
-        text("sha256", sha256(read_regular(data_file_path(file), LARGEST_DATA_FILE)));
+        text("sha256", file.sha256());
         json.key("used").begin_list();
-        const auto sources = items.empty() ? nullptr : data_sources();
-        for (const auto& [item, approximate] : items) {
+        for (const UsedItem& item : file.items) {
             json.begin_object();
-            text("item", to_utf8(item));
-            const ItemSource* from = sources->of(file, to_utf8(item));
-            text("status", approximate ? "approximate" : from ? from->status : "published");
-            if (from && !from->edition.empty()) text("edition", from->edition);
-            if (from && !from->source.empty()) text("source", from->source);
+            text("item", item.name);
+            text("status", item.status());
+            if (item.source && !item.source->edition.empty()) text("edition", item.source->edition);
+            if (item.source && !item.source->source.empty()) text("source", item.source->source);
             json.end_object();
         }
         json.end_list().end_object();
@@ -214,21 +202,13 @@ bool Writer::write_choice(std::span<const Choice> choices, float engine) {
     return !name.empty();
 }
 
-// An input is written as it was given: a unit's factor applied and undone can cost the last bit.
 void Writer::write_number(const Key& key, float engine, const Value& given) {
     if (key.quantity == Quantity::flag) {
         json.flag(engine != 0.0f);
         return;
     }
     if (write_choice(key.choices, engine)) return;
-    if (const std::optional<double> number = given.number()) {
-        const auto single = static_cast<float>(*number);
-        if (request.units.to_engine(single, key.quantity) == engine) {
-            json.single(single);
-            return;
-        }
-    }
-    value(engine, key.quantity);
+    json.single(as_given(key, engine, given, request.units));
 }
 
 void Writer::write_inputs(const Element& element) {
@@ -382,7 +362,7 @@ std::string Writer::write(const std::vector<Found>& components, const VesselVerd
     text("units", request.units.name);
     write_units();
     if (document != nullptr) write_document();
-    text("verdict", verdict_of(components));
+    text("verdict", verdict.verdict);
     text("says", verdict.words);
     write_governing(components);
     if (request.of_vessel && wanted.results) write_summary();

@@ -1,0 +1,25 @@
+// The section of a document about one component.
+#pragma once
+
+#include "document/document.h"
+
+namespace tarvane::vessel {
+
+// A component with what was found for it.
+struct Judged {
+    const Element& element;
+    const Outcome& outcome;
+    const Verdict& verdict;
+};
+
+// `figures`: how many drawings the document has before it; those of the component are added.
+DocumentSection component_section(const Request& request, const Judged& judged, Detail detail,
+                                  int& figures);
+
+// "shell-2"
+std::string id_of(const Element& element);
+
+// The result as a document shows it, without its unit: "0.7500", "yes", "bolts".
+std::string result_text(const Result& result, const UnitSystem& units);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,13 @@
+// The first page of a document: what it is about, who made it, the verdict and what is open.
+#pragma once
+
+#include "document/document.h"
+
+namespace tarvane::vessel {
+
+FrontPage front_page(const Request& request, const Calculation& calculation);
+
+// The text of a key of [document]; empty where it is not given.
+std::string document_text(const Request& request, std::string_view key);
+
+} // namespace tarvane::vessel

@@ -1,0 +1,377 @@
+#include "document/html.h"
+
+#include "document/html_style.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string_view>
+
+namespace tarvane::vessel {
+
+namespace {
+
+constexpr std::size_t LINE_WIDTH = 94; // columns of a line on paper
+
+// ---- texts -------------------------------------------------------------------------------------------------
+
+void put_text(std::string& out, std::string_view text) {
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        default:
+            // What XML and HTML have no character for.
+            out += static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t' ? '?' : c;
+        }
+    }
+}
+
+std::string escaped(std::string_view text) {
+    std::string out;
+    put_text(out, text);
+    return out;
+}
+
+// A string of a style sheet: what could end it, or the element around it, by its number.
+std::string in_style(std::string_view text) {
+    constexpr std::string_view DIGITS = "0123456789abcdef";
+    std::string out = "\"";
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code >= 0x80 || std::isalnum(code) != 0 || c == ' ') {
+            out += c;
+        } else {
+            out += '\\';
+            out += DIGITS[code >> 4];
+            out += DIGITS[code & 15];
+            out += ' ';
+        }
+    }
+    return out + '"';
+}
+
+std::string_view class_of(Tone tone) {
+    switch (tone) {
+    case Tone::sound:
+        return "pass";
+    case Tone::bad:
+        return "bad";
+    case Tone::advice:
+        return "advice";
+    case Tone::quiet:
+        break;
+    }
+    return {};
+}
+
+// ---- the page ------------------------------------------------------------------------------------------------
+
+class Writer {
+  public:
+    explicit Writer(const CalculationDocument& of) : document(of) {}
+
+    std::string write() {
+        out.reserve(SIZE);
+        head();
+        front();
+        contents();
+        number = 0;
+        for (const DocumentSection& section : document.sections)
+            top_section(section);
+        out += "</main>\n</body>\n</html>\n";
+        return std::move(out);
+    }
+
+    void put(const Paragraph& block) {
+        open("p", class_of(block.tone));
+        text(block.text);
+        out += "</p>\n";
+    }
+    void put(const Remark& block) {
+        out += "<p>";
+        marked("strong", class_of(block.tone), block.word + ':');
+        out += ' ';
+        text(block.text);
+        out += "</p>\n";
+    }
+    void put(const DocumentList& block) {
+        out += "<ul>\n";
+        for (const std::string& item : block.items)
+            out += "<li>" + escaped(item) + "</li>\n";
+        out += "</ul>\n";
+    }
+    void put(const DocumentTable& block) { table(block, {}); }
+    void put(const Lines& block) {
+        out += "<pre>";
+        lines(block.lines);
+        out += "</pre>\n";
+    }
+    void put(const Formula& block) {
+        out += "<pre class=\"formula\">";
+        std::vector<Line> all;
+        for (const Line& line : block.lines) {
+            for (std::string& part : wrapped_step(line.text))
+                all.push_back({std::move(part), line.tone, line.heading});
+        }
+        lines(all, block.paragraph);
+        out += "</pre>\n";
+    }
+    void put(const MarginNote& block) {
+        out += "<p class=\"margin\" role=\"note\">";
+        text(block.text);
+        out += "</p>\n";
+    }
+    void put(const Drawing& block) {
+        out += "<figure id=\"" + escaped(block.id) + "\">\n" + block.figure.svg + "\n<figcaption>";
+        text(block.caption);
+        if (!block.figure.dropped.empty()) {
+            std::string all;
+            for (const std::string& each : block.figure.dropped)
+                all += (all.empty() ? "" : "; ") + each;
+            text(". Without room in the drawing: " + all);
+        }
+        out += "</figcaption>\n</figure>\n";
+    }
+    void put(const DrawingReference& block) {
+        out += "<p><a class=\"ref\" href=\"#" + escaped(block.id) + "\">" + escaped(block.text) +
+               "</a></p>\n";
+    }
+
+  private:
+    static constexpr std::size_t SIZE = 1 << 20;
+
+    const CalculationDocument& document;
+    std::string out;
+    int number = 0;
+
+    void text(std::string_view words) { put_text(out, words); }
+    void open(std::string_view tag, std::string_view look) {
+        out += '<';
+        out += tag;
+        if (!look.empty()) {
+            out += " class=\"";
+            out += look;
+            out += '"';
+        }
+        out += '>';
+    }
+    void marked(std::string_view tag, std::string_view look, std::string_view words) {
+        open(tag, look);
+        text(words);
+        out += "</";
+        out += tag;
+        out += '>';
+    }
+
+    // A step that is wider than the paper goes on under what comes after its "=".
+    static std::vector<std::string> wrapped_step(const std::string& line) {
+        if (characters(line) <= LINE_WIDTH) return {line};
+        const std::size_t sign = line.find_first_not_of(' ');
+        const std::size_t indent = line.compare(sign, 2, "= ") == 0 ? sign + 2 : sign;
+        std::vector<std::string> parts = wrapped(line.substr(indent), LINE_WIDTH - indent);
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            parts[i] = (i == 0 ? line.substr(0, indent) : std::string(indent, ' ')) + parts[i];
+        return parts;
+    }
+
+    // The paragraph is at the right of the last heading.
+    void lines(const std::vector<Line>& all, const std::string& paragraph = {}) {
+        std::size_t holder = all.size();
+        for (std::size_t i = 0; i < all.size() && !paragraph.empty(); ++i)
+            if (all[i].heading) holder = i;
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            const Line& line = all[i];
+            if (line.heading)
+                marked("b", class_of(line.tone), line.text);
+            else if (line.tone != Tone::quiet)
+                marked("strong", class_of(line.tone), line.text);
+            else
+                text(line.text);
+            if (i == holder) {
+                const std::size_t used = characters(line.text), wide = characters(paragraph);
+                if (used + wide + 2 > LINE_WIDTH)
+                    out += '\n' + std::string(LINE_WIDTH - wide, ' ');
+                else
+                    out.append(LINE_WIDTH - used - wide, ' ');
+                text(paragraph);
+            }
+            if (i + 1 < all.size()) out += '\n';
+        }
+    }
+
+    void cell(const Cell& of, const Column* column, bool heads_row) {
+        const std::string_view tag = heads_row ? "th" : "td";
+        out += '<';
+        out += tag;
+        if (heads_row) out += " scope=\"row\"";
+        std::string look(class_of(of.tone));
+        if (column != nullptr && column->number) look += look.empty() ? "n" : " n";
+        if (!look.empty()) out += " class=\"" + look + '"';
+        out += '>';
+        text(of.text);
+        out += "</";
+        out += tag;
+        out += '>';
+    }
+
+    void table(const DocumentTable& of, std::string_view look) {
+        open("table", look);
+        out += '\n';
+        if (!of.caption.empty()) out += "<caption>" + escaped(of.caption) + "</caption>\n";
+        out += "<thead><tr>";
+        for (const Column& column : of.columns) {
+            if (column.head.empty()) {
+                out += "<td></td>";
+                continue;
+            }
+            out += column.number ? "<th scope=\"col\" class=\"n\">" : "<th scope=\"col\">";
+            text(column.head);
+            out += "</th>";
+        }
+        out += "</tr></thead>\n<tbody>\n";
+        for (const std::vector<Cell>& row : of.rows) {
+            out += "<tr>";
+            if (row.size() == 1 && of.columns.size() > 1) {
+                out += "<td class=\"more\" colspan=\"" + std::to_string(of.columns.size()) + "\">";
+                if (row[0].tone == Tone::quiet)
+                    text(row[0].text);
+                else
+                    marked("span", class_of(row[0].tone), row[0].text);
+                out += "</td>";
+            } else {
+                for (std::size_t i = 0; i < row.size(); ++i)
+                    cell(row[i], &of.columns[i], i == 0);
+            }
+            out += "</tr>\n";
+        }
+        out += "</tbody>\n</table>\n";
+    }
+
+    void block(const Block& of) {
+        std::visit([this](const auto& each) { put(each); }, of);
+    }
+
+    // ---- head and front ----
+
+    // Margins of a page do not have the font of its body.
+    void margin_box(std::string_view place, const std::string& content) {
+        out += "@" + std::string(place) + " { content: " + content +
+               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
+               "vertical-align: bottom; padding-bottom: 4mm; }\n";
+    }
+
+    void paper() {
+        out += "@page { size: ";
+        out += document.metric ? "A4" : "Letter";
+        out += "; margin: 24mm 16mm 20mm 20mm;\n";
+        std::string left = document.project.empty() ? document.title : document.project;
+        std::string middle =
+            document.number.empty() ? std::string("no document number") : document.number;
+        middle += document.revision.empty() ? ", no revision" : ", revision " + document.revision;
+        middle += document.date.empty() ? ", no date" : ", " + document.date;
+        margin_box("top-left", in_style(left));
+        margin_box("top-center", in_style(middle));
+        margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
+        out +=
+            "@bottom-left { content: string(part); font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, "
+            "sans-serif; color: #333; vertical-align: top; padding-top: 4mm; }\n"
+            "@bottom-right { content: \"tarvane " TARVANE_VERSION
+            "\"; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
+            "vertical-align: top; padding-top: 4mm; }\n}\n";
+    }
+
+    void meta(std::string_view name, const std::string& content) {
+        if (content.empty()) return;
+        out += "<meta name=\"" + std::string(name) + "\" content=\"" + escaped(content) + "\">\n";
+    }
+
+    void head() {
+        out += "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
+        std::string title = document.title;
+        for (const std::string* part : {&document.project, &document.number})
+            if (!part->empty()) title += " - " + *part;
+        text(title);
+        out +=
+            "</title>\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n";
+        meta("generator", "tarvane " TARVANE_VERSION);
+        meta("author", document.author);
+        meta("description", document.front.verdict + ": " + document.front.words);
+        meta("dcterms.created", document.created);
+        meta("dcterms.modified", document.created);
+        out += "<style>\n";
+        paper();
+        out += HTML_STYLE;
+        out += "</style>\n</head>\n<body>\n";
+    }
+
+    void front() {
+        const FrontPage& front = document.front;
+        out += "<header>\n";
+        marked("h1", {}, front.title);
+        out += '\n';
+        if (!front.facts.empty()) {
+            out += "<table class=\"facts\">\n<tbody>\n";
+            for (const FrontText& fact : front.facts)
+                out += "<tr><th scope=\"row\">" + escaped(fact.label) + "</th><td>" +
+                       escaped(fact.text) + "</td></tr>\n";
+            out += "</tbody>\n</table>\n";
+        }
+        out += "</header>\n<main>\n";
+        out += front.passes ? "<p class=\"verdict of-pass\">" : "<p class=\"verdict of-bad\">";
+        marked("strong", front.passes ? "pass" : "bad", front.verdict);
+        text(front.words);
+        out += "</p>\n";
+        table(front.signatures, "signatures");
+        if (!front.revisions.rows.empty()) table(front.revisions, {});
+        table(front.components, {});
+        out += "<h2 id=\"open-points\">Open points</h2>\n";
+        for (const Block& each : front.open_points)
+            block(each);
+    }
+
+    void contents() {
+        out += "<nav class=\"page\" aria-labelledby=\"contents\">\n<h2 "
+               "id=\"contents\">Contents</h2>\n<ol>\n"
+               "<li><a href=\"#open-points\">Open points</a></li>\n";
+        for (const DocumentSection& section : document.sections)
+            out += "<li><a href=\"#" + escaped(section.id) + "\">" + std::to_string(++number) +
+                   "&ensp;" + escaped(section.title) + "</a></li>\n";
+        out += "</ol>\n</nav>\n";
+    }
+
+    // ---- sections ----
+
+    void top_section(const DocumentSection& section) {
+        const std::string own = std::to_string(++number);
+        out += "<section>\n<h2 id=\"" + escaped(section.id) +
+               (section.new_page ? "\" class=\"page\">" : "\">") + own + "&ensp;" +
+               escaped(section.title) + "</h2>\n";
+        for (const Block& each : section.blocks)
+            block(each);
+        int part = 0;
+        for (const DocumentSection& each : section.sections) {
+            out += "<h3 id=\"" + escaped(each.id) + "\">" + own + '.' + std::to_string(++part) +
+                   "&ensp;" + escaped(each.title) + "</h3>\n";
+            for (const Block& inner : each.blocks)
+                block(inner);
+        }
+        out += "</section>\n";
+    }
+};
+
+} // namespace
+
+std::string html_of(const CalculationDocument& document) { return Writer(document).write(); }
+
+} // namespace tarvane::vessel
