@@ -1,4 +1,5 @@
 // The command line of the host.
+#include "commands/bolts_command.h"
 #include "commands/chart_command.h"
 #include "commands/data_command.h"
 #include "commands/flanges_command.h"
@@ -150,6 +151,12 @@ int command(int argc, char** argv, std::ostream& out) {
     flanges_command->add_option("--units", flange_units, "us or si")->check(UNITS);
     flanges_command->add_option("--data", flanges.data, "Folder of the data files");
 
+    BoltsOptions bolts;
+    CLI::App* bolts_command =
+        app.add_subcommand("bolts", "List the thread series of bolts, or the sizes of one");
+    bolts_command->add_option("series", bolts.series, "TEMA, UNC, TEMA metric, BS 3643");
+    bolts_command->add_option("--data", bolts.data, "Folder of the data files");
+
     std::string gasket;
     CLI::App* gaskets_command =
         app.add_subcommand("gaskets", "List the gaskets of the gasket table with m and y");
@@ -251,6 +258,7 @@ int command(int argc, char** argv, std::ostream& out) {
         flanges.units = units_named(flange_units);
         return static_cast<int>(list_flanges(flanges, out, std::cerr));
     }
+    if (bolts_command->parsed()) return static_cast<int>(list_bolts(bolts, out, std::cerr));
     if (gaskets_command->parsed()) return static_cast<int>(list_gaskets(gasket, out, std::cerr));
     if (chart_command->parsed()) {
         if (factor_option->count() > 0) chart.A = factor;

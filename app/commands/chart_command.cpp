@@ -149,10 +149,10 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
         out << edition_line();
         return Status::fine;
     }
-    if (!options.temperature_given)
-        return refuse("the temperature of the chart is expected: --temperature");
     const std::optional<std::string> name = chart_in_file(options.name);
     if (!name) return refuse(unknown_chart(options.name));
+    if (!options.temperature_given)
+        return refuse("the temperature of the chart is expected: --temperature");
     if (needs_yield(*name) && !(yield > 0.0f))
         return refuse("chart " + *name + " depends on the yield stress: give it by --yield");
 

@@ -109,7 +109,7 @@ TEST_F(OwnData, OfFiftyMaterialsAndThreeChartsIsUsedAndNamed) {
     for (const std::string& command :
          {std::string("materials 'SA-240 304'"), std::string("chart HA-1 -T 200"),
           std::string("chart"), std::string("flanges"), std::string("flanges 150"),
-          std::string("flanges 150 4"),
+          std::string("flanges 150 4"), std::string("bolts"), std::string("bolts UNC"),
           std::string("mdmt -t 1 --ratio 0.8 --material 'SA-516 70'")})
         EXPECT_NE(run(command + " --data " + path("out"))
                       .out.find(std::string("\nData files: ") + EDITION + '\n'),
@@ -189,8 +189,9 @@ TEST_F(OwnData, IsNamedWithEachOfItsItemsInARunItsReportAndItsResult) {
     const std::vector<Component> components = components_of_all();
     ASSERT_EQ(components.size(), 1u + 50u + 3u);
 
-    const ProgramRun result = run("run " + write("v.toml", toml_of(components)) + " --data " +
-                                  path("out") + " --report " + path("report.txt"));
+    const ProgramRun result =
+        run("run " + write("v.toml", toml_of(components)) + " --data " + path("out") +
+            " --report " + path("report.txt") + " --json " + path("result.json"));
     EXPECT_EQ(result.status, 0) << result.err;
     std::vector<std::string> lines = {
         "\nData files: " + std::string(EDITION) + ", in " + path("out") + '\n',
@@ -203,6 +204,8 @@ TEST_F(OwnData, IsNamedWithEachOfItsItemsInARunItsReportAndItsResult) {
     for (const std::string& line : lines)
         EXPECT_NE(result.out.find(line), std::string::npos) << line << result.out;
     EXPECT_TRUE(read(path("report.txt")).ends_with("\nData files: " + std::string(EDITION) + '\n'));
+
+    EXPECT_EQ(text_at(parsed(read(path("result.json")).c_str()), "data_edition"), EDITION);
 
     // The library, which has one data folder for the process.
     const Answer answer = Handle(path("out")).calculate(json_of(components), 0);

@@ -66,7 +66,13 @@ TEST(ExternalInputFile, FaultsNameLineKeyAndValue) {
         {with_lines("D", "D = 60"), "f:6: Do: either D or Do is expected, not both"},
         {with_lines("length", "length = -1"), "f:8: length: it must be above 0"},
         {with_lines("chart", "chart = \"CS-22\""),
-         "f:10: chart: no chart \"CS-22\" in ExtChartData.txt; the nearest is CS-2"},
+         "f:10: chart: no chart \"CS-22\" in ExtChartData.txt, which has CS-1 and CS-2; external "
+         "pressure on a material of another chart needs one of your own, see tarvane data"},
+        {with_lines("chart", "material = \"SB-209 3003 O\""),
+         "f:10: chart: the record of SB-209 3003 O names no external pressure chart: chart is "
+         "to "
+         "be given; ExtChartData.txt has CS-1 and CS-2; external pressure on a material of another "
+         "chart needs one of your own, see tarvane data"},
         {with_lines("chart", "chart = \"\""),
          "f:10: chart: the name of a chart is expected, not an empty text"},
         {with_lines("method", "method = \"stress\"\nSy = 38000\nmaterial_class = 77"),

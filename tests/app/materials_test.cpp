@@ -403,7 +403,10 @@ TEST_F(Chart, RefusesWhatItDoesNotHave) {
         return result.err;
     };
     EXPECT_EQ(error("CS-9 -T 100"),
-              "tarvane: no chart \"CS-9\" in ExtChartData.txt; the nearest is CS-2\n");
+              "tarvane: no chart \"CS-9\" in ExtChartData.txt, which has CS-2, CS-3 and HA-1; "
+              "external pressure on a material of another chart needs one of your own, see tarvane "
+              "data\n");
+    EXPECT_EQ(error("CS-9"), error("CS-9 -T 100"));
     EXPECT_EQ(error("CS-3 -T 100"),
               "tarvane: chart CS-3 depends on the yield stress: give it by --yield\n");
     EXPECT_EQ(error("CS-2 -T 100 --A 0"), "tarvane: a factor A is a number above 0\n");

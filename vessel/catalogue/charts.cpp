@@ -29,13 +29,9 @@ std::string no_chart(std::string_view given, const std::vector<std::string>& nam
     if (const auto fault = data_file_fault(CHART_FILE))
         return std::string(CHART_FILE) + " is " + *fault;
     if (names.empty()) return std::string(CHART_FILE) + " has no charts";
-    const std::string message = "no chart " + echoed(given) + " in " + std::string(CHART_FILE);
-    const std::vector<std::string_view> candidates(names.begin(), names.end());
-    const std::string_view near = nearest(given, candidates);
-    // The chart of another family of materials is no suggestion.
-    if (!near.empty() && folded(near).substr(0, 2) == folded(given).substr(0, 2))
-        return message + "; the nearest is " + std::string(near);
-    return message + ", which has " + listed(names) + "; " + own_chart_hint();
+    // The nearest name would be the chart of other materials, which is no suggestion.
+    return "no chart " + echoed(given) + " in " + std::string(CHART_FILE) + ", which has " +
+           listed(names) + "; " + own_chart_hint();
 }
 
 } // namespace
@@ -83,6 +79,10 @@ std::string unknown_chart(std::string_view given) { return no_chart(given, chart
 
 std::string missing_chart(std::string_view material, std::string_view chart) {
     if (chart_names().empty()) return unknown_chart(chart);
+    if (chart.empty())
+        return "the record of " + std::string(material) +
+               " names no external pressure chart: chart is to be given; " +
+               std::string(CHART_FILE) + " has " + listed(chart_names()) + "; " + own_chart_hint();
     return std::string(material) + " belongs to external pressure chart " + std::string(chart) +
            ", which " + std::string(CHART_FILE) + " does not have: it has " +
            listed(chart_names()) + "; " + own_chart_hint();

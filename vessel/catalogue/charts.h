@@ -28,9 +28,9 @@ inline constexpr std::string_view CHART_FILE = "ExtChartData.txt";
 
 // The name of a chart as the chart file writes it; nothing when it has no such chart.
 std::optional<std::string> chart_in_file(std::string_view given);
-// The message about a name without a chart: the nearest one, or that the file is missing.
+// The message about a name without a chart: the charts that there are, or that the file is missing.
 std::string unknown_chart(std::string_view given);
-// The same about the chart that the record of a material names.
+// The same about the chart that the record of a material names, empty where it names none.
 std::string missing_chart(std::string_view material, std::string_view chart);
 // "external pressure needs a chart of your own (tarvane data)": what to do without a chart.
 std::string own_chart_hint();

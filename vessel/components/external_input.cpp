@@ -171,6 +171,9 @@ void ExternalInput::take_material(Reading& reading) {
     if (!reading.given("chart") && !found->chart.empty()) {
         texts[static_cast<std::size_t>(ExternalText::chart)] = found->chart;
         reading.supply("chart", origin_of(*found));
+    } else if (!reading.given("chart") && !flat_cone()) {
+        reading.fault_at("material", "chart", missing_chart(to_utf8(material()), {}));
+        reading.supply("chart"); // that the record does not name
     }
     const bool for_thin_head = is_thin_head() && !(setting(N::Sy) > 0.0f);
     if (T && (needs_yield() || for_thin_head) && !reading.given("Sy")) {
