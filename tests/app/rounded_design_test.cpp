@@ -142,6 +142,35 @@ TEST(RoundedDesign, IsMissingUnderExternalPressureWhereNothingWasSelected) {
     EXPECT_EQ(both.verdict.status, Status::fails);
 }
 
+// The engine may refuse the rounded geometry although it selected the one before: then no calculation was made.
+TEST(RoundedDesign, IsNotMadeWhereTheRoundedGeometryIsRefused) {
+    set_data_folder(TARVANE_DATA_DIR);
+    for (const char* external : {"", "P_external = 15\n"}) {
+        const ReadResult input = read_input(golden("weld_neck_design") + external);
+        ASSERT_TRUE(input.faults.empty());
+        const Element& element = *input.request.elements.front();
+        const auto made = element.calculate(input.request);
+        auto& outcome = static_cast<FlangeOutcome&>(*made);
+        ASSERT_TRUE(outcome.rounded);
+        EXPECT_TRUE(all_pass(element.checks(outcome, input.request.units)));
+        auto refused = std::make_shared<JudgedFlange>(*outcome.rounded);
+        refused->outcome.found.status = TARVANE_REFUSED;
+        outcome.rounded = refused;
+        outcome.external = nullptr; // of no geometry
+        const Checks checks = element.checks(outcome, input.request.units);
+        std::vector<std::string> labels;
+        for (const Check& check : checks)
+            if (check.state() == State::not_made) labels.push_back(check.label());
+        std::vector<std::string> expected = {"calculation"};
+        if (external[0] != '\0') expected.emplace_back("calculation, external");
+        EXPECT_EQ(labels, expected);
+        const Verdict verdict = element.judge(outcome, input.request.units);
+        EXPECT_EQ(verdict.status, Status::fails);
+        EXPECT_EQ(verdict_of(verdict, checks), NOT_MADE);
+        EXPECT_EQ(element.rating_basis(outcome).why, "no calculation was made");
+    }
+}
+
 // Where a check fails at the rounded geometry, the flange fails.
 TEST(RoundedDesign, FailsWhereItsGeometryFails) {
     const std::string design = golden("weld_neck_design");
