@@ -36,9 +36,9 @@ TEST(RatedFlange, PassesByItsRatingAlone) {
 }
 
 TEST(RatedFlange, FailsAboveItsRating) {
-    expect_flip("rating", 200.0f, 300.0f, at("P", RATED));
-    expect_flip("rating", 200.0f, 100.0f, at("rating", RATED));
-    expect_flip("rating", -200.0f, -300.0f, at("P", RATED));
+    expect_flip({"rating", 200.0f, 300.0f, at("P", RATED)});
+    expect_flip({"rating", 200.0f, 100.0f, at("rating", RATED)});
+    expect_flip({"rating", -200.0f, -300.0f, at("P", RATED)});
     const Judged flange = judged(with("P", "P = 231", RATED));
     EXPECT_EQ(flange.verdict.status, Status::fails);
     ASSERT_EQ(flange.verdict.reasons.size(), 1u);

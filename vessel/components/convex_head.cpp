@@ -217,7 +217,9 @@ void check_thin_head(const ConvexHead& convex, bool skipped, const UnitSystem& u
     }
     if (found.thin == 0) return;
     if (found.evaluated_14f != 0) {
-        if (found.t_status_14f != TARVANE_HEAD_FAILED) checks.push_back(Check::found(row, true));
+        if (found.t_status_14f == TARVANE_HEAD_FAILED) return;
+        checks.push_back(Check::compared(row, thickness_14f(convex.head, found),
+                                         convex.head.setting(ShellNumber::t)));
         return;
     }
     const std::string reason =

@@ -76,6 +76,10 @@ Checks form_checks(const ShellInput& shell, const ShellOutcome& outcome) {
     return checks;
 }
 
+float thickness_14f(const ShellInput& head, const TARVANE_SHELL_RESULTS& found) {
+    return found.t_14f + head.setting(N::ci) + head.setting(N::Ut);
+}
+
 void check_very_thin(const ShellOutcome& outcome, Checks& checks) {
     constexpr float LEAST = 0.0005f; // of the crown radius
     const TARVANE_SHELL_RESULTS& found = outcome.found;
@@ -103,8 +107,7 @@ void check_thin_head(const ShellInput& shell, const ShellOutcome& outcome, Check
                 (skipped ? "was left out" : "needs Sy and the elastic modulus of material_class"));
         checks.push_back(skipped ? check.waived() : check);
     } else if (found.thin != 0) {
-        const float with_allowances = found.t_14f + shell.setting(N::ci) + shell.setting(N::Ut);
-        checks.push_back(Check::compared(row, with_allowances, shell.setting(N::t)));
+        checks.push_back(Check::compared(row, thickness_14f(shell, found), shell.setting(N::t)));
     }
 }
 
