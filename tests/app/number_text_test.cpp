@@ -247,6 +247,21 @@ TEST(NumberText, OfFullVacuumIsAnExternalPressure) {
     }
 }
 
+// An absolute pressure does not say what is on the other side of the wall.
+TEST(NumberText, IsNoAbsolutePressureOutside) {
+    for (const char* text : {"15 psia", "0 psia", "1 bara"}) {
+        const Taken<float> refused = taken(text, Quantity::pressure, "P_external");
+        EXPECT_FALSE(refused.value) << text;
+        EXPECT_NE(refused.fault.find("the pressure outside above that inside, in psi or bar, is "
+                                     "expected"),
+                  std::string::npos)
+            << refused.fault;
+        EXPECT_TRUE(taken(text, Quantity::pressure, "P").value) << text;
+    }
+    EXPECT_EQ(*taken("15 psig", Quantity::pressure, "P_external").value, 15.0f);
+    EXPECT_EQ(*taken("15 psi", Quantity::pressure, "P_external").value, 15.0f);
+}
+
 TEST(NumberText, StandsForANumberInAFile) {
     std::string toml = FLANGE_TOML + "bolt_size = \"nearest\"\n";
     const FlangeInput plain = flange_of(toml);

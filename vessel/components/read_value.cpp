@@ -130,7 +130,10 @@ Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& u
         (number != std::floor(number) || std::fabs(number) > LARGEST_WHOLE))
         return wrong(value, key, wanted);
     const ValueUnit* unit = measured.value->unit;
-    if (unit != nullptr && unit->of == ValueUnit::Of::absolute_pressure && number < 0.0)
+    const bool absolute = unit != nullptr && unit->of == ValueUnit::Of::absolute_pressure;
+    if (absolute && takes_vacuum(key)) // of which side?
+        return wrong(value, key, "the pressure outside above that inside, in psi or bar,");
+    if (absolute && number < 0.0)
         return wrong(value, key, "an absolute pressure that is not below 0");
     const float single = measured.value->in_engine_units(key.quantity, units);
     if (!std::isfinite(single)) return wrong(value, key, wanted);
