@@ -17,14 +17,16 @@ Status list_gaskets(const std::string& words, std::ostream& out, std::ostream& e
         lines += padded(name, NAME_WIDTH) + right_aligned(m, 6) + right_aligned(us, NUMBER_WIDTH) +
                  right_aligned(metric, NUMBER_WIDTH) + '\n';
     };
-    bool any = false;
+    bool any = false, approximate = false;
     line("gasket.type", "m", "y, psi", "y, N/mm2");
     lines += std::string(NAME_WIDTH + 6 + 2 * NUMBER_WIDTH, '-') + '\n';
     for (const Gasket& gasket : gaskets()) {
         if (folded(gasket.name).find(wanted) == std::string::npos) continue;
         any = true;
+        approximate = approximate || !gasket.y_us_published;
         line(gasket.name, number_text(gasket.m, 2),
-             gasket.y_us ? number_text(*gasket.y_us, 0) : "-", number_text(gasket.y_metric, 1));
+             (gasket.y_us_published ? "" : "~ ") + number_text(gasket.y_us, 0),
+             number_text(gasket.y_metric, 1));
     }
     if (!any) {
         err << "tarvane: " << printable(unknown_gasket(words)) << '\n';
@@ -32,8 +34,8 @@ Status list_gaskets(const std::string& words, std::ostream& out, std::ostream& e
     }
     out << lines
         << "\nFactor m and seating stress y of Appendix 2, Table 2-5.1. The table has y in both "
-           "units, rounded each for itself;\nwhere no psi are listed here, a file in US units "
-           "gives y.\n";
+           "units, rounded each for itself.\n";
+    if (approximate) out << "~ Approximate: " << Y_US_SOURCE << ".\n";
     return Status::fine;
 }
 

@@ -19,8 +19,9 @@ std::string component_text(const Calculated& component, const UnitSystem& units,
 std::string closing_text(const Request& request, const Calculation& calculation, bool colour) {
     std::string text;
     if (calculation.complete) {
-        text = closing_tables(calculation.calculated, request.units) + approximate_lines(request) +
-               data_lines(request);
+        text = closing_tables(calculation.calculated, request.units) +
+               approximate_lines(request, calculation.calculated) +
+               data_lines(request, calculation.calculated);
         if (request.of_vessel) text += summary_text(request, summary(request, calculation));
     }
     return text + text_of(vessel_verdict(request, calculation), colour);

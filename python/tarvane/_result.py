@@ -209,6 +209,8 @@ class Result:
         self.data: list[dict[str, Any]] = data["data"]
         self.data_edition: Optional[str] = data.get("data_edition")
         """Edition of the code that the data files are of; None where they name none."""
+        self.figures: list[UsedItem] = [UsedItem(**each) for each in data.get("figures", [])]
+        """Approximate figures of the library's own tables that were used."""
         self.not_covered: list[str] = data["not_covered"]
         self.flange = self._of("flange")
         self.shell = self._of("shell")

@@ -1,7 +1,13 @@
 // Gaskets by name: m and y of the gasket table.
 #include "app_fixture.h"
+#include "catalogue/data_folder.h"
 #include "catalogue/gaskets.h"
+#include "components/calculation.h"
+#include "surface/result_json.h"
 #include "values/text.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace tarvane::app {
 namespace {
@@ -61,13 +67,28 @@ TEST(GasketTable, LeavesWhatTheFileGives) {
     EXPECT_EQ(both.record[Y], 10100.0f);
 }
 
-TEST(GasketTable, DoesNotConvert) {
-    EXPECT_EQ(fault_lines(with_gasket("gasket.type = \"grooved metal, stainless\"\n")),
-              std::vector<std::string>{
-                  "f:26: y: the gasket table gives y of grooved metal, stainless in N/mm2 only, "
-                  "69.5, which is not converted; give y"});
-    EXPECT_TRUE(read_input(in_si(with_gasket("gasket.type = \"grooved metal, stainless\"\n")))
-                    .faults.empty());
+// psi that no public copy shows are approximate, and are called so wherever they are used.
+TEST(GasketTable, NamesItsApproximateFigures) {
+    const std::string grooved = with_gasket("gasket.type = \"grooved metal, stainless\"\n");
+    const FlangeInput flange = flange_of(grooved);
+    EXPECT_EQ(flange.record[Y], 10100.0f);
+    EXPECT_EQ(origin(flange, "y"), "gasket table: grooved metal, stainless, approximate");
+    EXPECT_EQ(origin(flange, "m"), "gasket table: grooved metal, stainless");
+    EXPECT_EQ(flange.figures,
+              (OwnFigures{{"y of the gasket \"grooved metal, stainless\", 10100 psi",
+                           "general knowledge of the psi column of Table 2-5.1, without a public "
+                           "copy"}}));
+    // Not the column in N/mm2, nor what is published or given.
+    const FlangeInput published =
+        flange_of(with_gasket("gasket.type = \"spiral wound, stainless\"\n"));
+    EXPECT_TRUE(published.figures.empty());
+    EXPECT_EQ(origin(published, "y"), "gasket table: spiral wound, stainless");
+    EXPECT_TRUE(flange_of(grooved + "y = 10100\n").figures.empty());
+    const ReadResult si = read_input(in_si(grooved));
+    ASSERT_TRUE(si.faults.empty());
+    EXPECT_TRUE(flanges_of(si.request).front()->figures.empty());
+    EXPECT_EQ(si.request.units.to_file(flanges_of(si.request).front()->record[Y], Quantity::stress),
+              69.5f);
 }
 
 TEST(GasketTable, NamesTheNearest) {
@@ -82,18 +103,21 @@ TEST(GasketTable, NamesTheNearest) {
         << faults[0];
 }
 
-// A name of its own for each line, within the key's width; metric figures within half a unit of the last digit of
-// the round figures in psi.
+// A name of its own for each line, within the key's width; the figures of its two columns are within rounding of each
+// other.
 TEST(GasketTable, IsSound) {
     std::vector<std::string> names;
     for (const Gasket& gasket : gaskets()) {
         names.push_back(folded(gasket.name));
         EXPECT_LE(gasket.name.size(), 40u) << gasket.name;
         EXPECT_EQ(find_gasket(gasket.name), &gasket);
-        if (gasket.y_us) {
-            EXPECT_NEAR(*gasket.y_us * 0.00689475729f, gasket.y_metric, 0.06) << gasket.name;
-        }
+        const float converted = gasket.y_us * 0.00689475729f;
+        EXPECT_NEAR(converted, gasket.y_metric, 0.06f + 0.002f * converted) << gasket.name;
+        EXPECT_EQ(std::fmod(gasket.y_us, 100.0f), 0.0f) << gasket.name;
     }
+    EXPECT_EQ(std::count_if(gaskets().begin(), gaskets().end(),
+                            [](const Gasket& gasket) { return gasket.y_us_published; }),
+              5);
     std::sort(names.begin(), names.end());
     EXPECT_EQ(std::adjacent_find(names.begin(), names.end()), names.end());
 }
@@ -111,14 +135,54 @@ TEST_F(GasketProgramTest, Lists) {
         std::string::npos)
         << spiral.out;
     EXPECT_EQ(spiral.out.find("ring joint"), std::string::npos);
+    EXPECT_EQ(spiral.out.find("~"), std::string::npos);
+    const ProgramRun ring = run("gaskets ring");
     EXPECT_NE(
-        run("gaskets ring")
-            .out.find("ring joint, stainless                       6.50         -     179.0\n"),
-        std::string::npos);
+        ring.out.find("ring joint, stainless                       6.50   ~ 26000     179.0\n"),
+        std::string::npos)
+        << ring.out;
+    EXPECT_NE(ring.out.find("\n~ Approximate: general knowledge of the psi column of Table 2-5.1, "
+                            "without a public copy.\n"),
+              std::string::npos);
     const ProgramRun none = run("gaskets spirl");
     EXPECT_EQ(none.status, 2);
     EXPECT_EQ(none.out, "");
     EXPECT_NE(none.err.find("no gasket \"spirl\" in the gasket table"), std::string::npos);
+}
+
+TEST_F(GasketProgramTest, CallsAnApproximateFigureSoAtTheEnd) {
+    const std::string grooved = with_gasket("gasket.type = \"grooved metal, stainless\"\n");
+    const std::string out = run("run --plain " + write("f.toml", grooved)).out;
+    EXPECT_NE(out.find("\nApproximate figures of the program were used (y of the gasket \"grooved "
+                       "metal, stainless\", 10100 psi): hold them against a licensed copy of the "
+                       "standard.\n"),
+              std::string::npos)
+        << out;
+    EXPECT_NE(out.find("\nFigures of the program:\n  y of the gasket \"grooved metal, stainless\", "
+                       "10100 psi: approximate: general knowledge of the psi column of Table "
+                       "2-5.1, without a public copy\n"),
+              std::string::npos)
+        << out;
+    EXPECT_EQ(
+        run("run --plain " + write("g.toml", grooved + "y = 10100\n")).out.find("of the program"),
+        std::string::npos);
+}
+
+TEST(GasketTable, ApproximateFiguresAreInTheResult) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const auto result_of = [](const std::string& toml) {
+        const ReadResult read = read_input(toml);
+        return result_json(read.request, calculate(read.request), {});
+    };
+    const std::string grooved = with_gasket("gasket.type = \"grooved metal, stainless\"\n");
+    EXPECT_NE(
+        result_of(grooved).find(
+            R"("figures":[{"item":"y of the gasket \"grooved metal, stainless\", 10100 psi",)"
+            R"("status":"approximate","source":"general knowledge of the psi column of Table )"
+            R"(2-5.1, without a public copy"}])"),
+        std::string::npos)
+        << result_of(grooved);
+    EXPECT_EQ(result_of(grooved + "y = 10100\n").find("\"figures\""), std::string::npos);
 }
 
 } // namespace

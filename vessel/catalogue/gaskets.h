@@ -2,7 +2,6 @@
 // rounded each for itself, so that neither is calculated from the other.
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,9 +11,13 @@ namespace tarvane::vessel {
 struct Gasket {
     std::string_view name;
     float m;
-    float y_metric;            // N/mm2
-    std::optional<float> y_us; // psi, where a public source shows it
+    float y_metric;      // N/mm2
+    float y_us;          // psi
+    bool y_us_published; // by a public source; else known of the table, and approximate
 };
+
+inline constexpr std::string_view Y_US_SOURCE =
+    "general knowledge of the psi column of Table 2-5.1, without a public copy";
 
 std::span<const Gasket> gaskets();
 

@@ -64,7 +64,16 @@ DataUses data_used(const Request& request) {
     return all;
 }
 
-std::string approximate_lines(const Request& request) {
+OwnFigures own_figures(const std::vector<Calculated>& calculated) {
+    OwnFigures all;
+    for (const Calculated& c : calculated) {
+        all.insert(c.element->figures.begin(), c.element->figures.end());
+        all.insert(c.outcome->figures.begin(), c.outcome->figures.end());
+    }
+    return all;
+}
+
+std::string approximate_lines(const Request& request, const std::vector<Calculated>& calculated) {
     std::string lines;
     for (const auto& [file, items] : data_used(request)) {
         std::string list;
@@ -75,6 +84,12 @@ std::string approximate_lines(const Request& request) {
         lines += "\nApproximate figures of " + file + " were used (" + list +
                  "): replace the file by one made from a licensed copy of the standard.\n";
     }
+    std::string list;
+    for (const auto& [item, source] : own_figures(calculated))
+        list += (list.empty() ? "" : "; ") + item;
+    if (!list.empty())
+        lines += "\nApproximate figures of the program were used (" + list +
+                 "): hold them against a licensed copy of the standard.\n";
     return lines;
 }
 

@@ -35,7 +35,10 @@ std::string closing_tables(const std::vector<Calculated>& calculated, const Unit
 // What the components use of the data files; a file without items has nothing with a status.
 DataUses data_used(const Request& request);
 
-// One line for each data file of which approximate rows were used.
-std::string approximate_lines(const Request& request);
+// The approximate figures of the library's own tables that the components use.
+OwnFigures own_figures(const std::vector<Calculated>& calculated);
+
+// One line for each data file of which approximate rows were used, and one for such figures of the library.
+std::string approximate_lines(const Request& request, const std::vector<Calculated>& calculated);
 
 } // namespace tarvane::vessel

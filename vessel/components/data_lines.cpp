@@ -34,7 +34,7 @@ std::vector<UsedFile> used_files(const Request& request) {
     return files;
 }
 
-std::string data_lines(const Request& request) {
+std::string data_lines(const Request& request, const std::vector<Calculated>& calculated) {
     std::string lines;
     if (const std::string edition = data_edition(); !edition.empty())
         lines += "\nData files: " + edition + ", in " + data_folder().path + "\n";
@@ -44,6 +44,10 @@ std::string data_lines(const Request& request) {
             if (item.source) list += "  " + item.name + ": " + item.source->text() + '\n';
         if (!list.empty()) lines += "\nFigures of " + file.name + ":\n" + list;
     }
+    std::string list;
+    for (const auto& [item, source] : own_figures(calculated))
+        list += "  " + item + ": approximate: " + source + '\n';
+    if (!list.empty()) lines += "\nFigures of the program:\n" + list;
     return lines;
 }
 

@@ -28,7 +28,8 @@ struct UsedFile {
 
 std::vector<UsedFile> used_files(const Request& request);
 
-// Status, edition and source of every item that was used, by file, and the edition of a user's own data files.
-std::string data_lines(const Request& request);
+// Status, edition and source of every item that was used, by file, and the edition of a user's own data files; the
+// approximate figures of the library's own tables with their sources.
+std::string data_lines(const Request& request, const std::vector<Calculated>& calculated);
 
 } // namespace tarvane::vessel

@@ -34,6 +34,9 @@ struct Verdict {
     void say(Status grave, std::string reason);
 };
 
+// Approximate figures of the library's own tables that a calculation uses, by what they are, each with its source.
+using OwnFigures = std::map<std::string, std::string>;
+
 // What a calculation gives. A kind adds the results of its own.
 struct Outcome {
     std::string report;                // the report file: records with marks, Western characters
@@ -41,6 +44,7 @@ struct Outcome {
     bool stopped = false;              // the engine ended the run
     int fatal_code = 0;                // and said why
     std::optional<RatedPressure> rated_pressure; // where it was looked for
+    OwnFigures figures;                          // that the calculation came to use
 
     virtual ~Outcome() = default;
     // The input can't be calculated.
@@ -69,6 +73,7 @@ class Reading {
     const UnitSystem& units;
     MaterialFiles& materials;
     DataUses data;
+    OwnFigures figures;
     std::vector<std::string> notes; // UTF-8
 
     // A note for the user, once.
@@ -150,6 +155,7 @@ struct Element {
     int number = 1;            // among the elements of its kind
     int metal_temperature = 0; // number of the [[mdmt]] that is of this part; 0: none
     DataUses data;
+    OwnFigures figures;                    // of its input
     float liquid_head = 0.0f;              // between the top of the vessel and it
     std::vector<std::string> notes;        // of the reading, UTF-8
     Origins origins;                       // of every key

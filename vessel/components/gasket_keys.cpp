@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view TYPE = "gasket.type";
 
 // y in the units of the request has a column of the table to itself.
-std::optional<float> seating_stress(const Gasket& gasket, const UnitSystem& units) {
+float seating_stress(const Gasket& gasket, const UnitSystem& units) {
     if (!units.metric()) return gasket.y_us;
     return si_units().to_engine(gasket.y_metric, Quantity::stress);
 }
@@ -30,19 +30,21 @@ void take_gasket(Element& flange, Reading& reading) {
     const Gasket* gasket = find_gasket(name);
     if (gasket == nullptr)
         reading.fault(TYPE, unknown_gasket(name) + "; tarvane gaskets lists them");
-    const auto fill = [&](std::string_view key, std::optional<float> value) {
-        if (reading.given(key)) return;
-        if (value) flange.put_number(*keys.find(key), *value);
-        reading.supply(key, gasket ? "gasket table: " + std::string(gasket->name) : std::string());
+    const auto fill = [&](std::string_view key, float value, std::string_view status) {
+        if (reading.given(key)) return false;
+        if (gasket != nullptr) flange.put_number(*keys.find(key), value);
+        reading.supply(key, gasket
+                                ? "gasket table: " + std::string(gasket->name) + std::string(status)
+                                : std::string());
+        return gasket != nullptr;
     };
-    fill("m", gasket ? std::optional(gasket->m) : std::nullopt);
-    const std::optional<float> y = gasket ? seating_stress(*gasket, reading.units) : std::nullopt;
-    if (gasket != nullptr && !y && !reading.given("y"))
-        reading.fault_at(TYPE, "y",
-                         "the gasket table gives y of " + std::string(gasket->name) +
-                             " in N/mm2 only, " + number_text(gasket->y_metric, 1) +
-                             ", which is not converted; give y");
-    fill("y", y);
+    fill("m", gasket ? gasket->m : 0.0f, "");
+    const bool approximate =
+        gasket != nullptr && !reading.units.metric() && !gasket->y_us_published;
+    const float y = gasket ? seating_stress(*gasket, reading.units) : 0.0f;
+    if (fill("y", y, approximate ? ", approximate" : "") && approximate)
+        reading.figures["y of the gasket \"" + std::string(gasket->name) + "\", " +
+                        number_text(y, 0) + " psi"] = Y_US_SOURCE;
 }
 
 } // namespace tarvane::vessel

@@ -190,6 +190,17 @@ void Writer::write_data() {
         json.end_list().end_object();
     }
     json.end_list();
+    const OwnFigures own = own_figures(calculation.calculated);
+    if (own.empty()) return;
+    json.key("figures").begin_list();
+    for (const auto& [item, source] : own) {
+        json.begin_object();
+        text("item", item);
+        text("status", "approximate");
+        text("source", source);
+        json.end_object();
+    }
+    json.end_list();
 }
 
 // ---- of a component ------------------------------------------------------------------------------------

@@ -432,7 +432,8 @@ std::string result_schema() {
     file.put("file", of_type("string"));
     file.put("version", nullable("string"));
     file.put("sha256", sha256_schema());
-    file.put("used", list_schema(item.object(item_members)));
+    const std::string figure = item.object(item_members);
+    file.put("used", list_schema(figure));
 
     JsonWriter definitions;
     definitions.begin_object();
@@ -448,6 +449,7 @@ std::string result_schema() {
     result.put("governing", governing.object(governing_members));
     result.put("data_edition", of_type("string"));
     result.put("data", list_schema(file.object(file_members)));
+    result.put("figures", list_schema(figure));
     Properties row;
     std::vector<std::string_view> rows;
     const std::vector<ResultField> fields = summary_fields();
