@@ -190,6 +190,29 @@ TEST(Head, SaysWhereItsValuesAreFrom) {
     EXPECT_EQ(origins.at("S").from, "material SA-516 60 at 300 °F");
 }
 
+// One at each end, of a cylinder that stands or lies.
+TEST(Head, HasAnEndOfItsOwn) {
+    const auto at_end = [](const char* name, const char* end) {
+        return changed(changed(HEAD, "\"Head\"", '"' + std::string(name) + '"'), "\"top\"",
+                       '"' + std::string(end) + '"');
+    };
+    const auto faults = [&](const char* end, const char* other) {
+        return fault_lines(VESSEL + SHELL + at_end("A", end) + at_end("B", other));
+    };
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(faults("top", "bottom"), Lines());
+    EXPECT_EQ(faults("right", "left"), Lines());
+    EXPECT_EQ(faults("top", "top"), Lines{"f:25: end: shell 2 (A) is at the top end already"});
+    EXPECT_EQ(faults("left", "bottom"),
+              Lines{"f:25: end: shell 2 (A) is at the left end: the other one is not at the "
+                    "bottom"});
+    // The ends of another cylinder are its own.
+    EXPECT_EQ(fault_lines(VESSEL + SHELL + changed(SHELL, "\"Shell\"", "\"Other\"") +
+                          at_end("A", "top") +
+                          changed(at_end("B", "top"), "on = \"Shell\"", "on = \"Other\"")),
+              Lines());
+}
+
 TEST(Head, ClosesACylinderOnly) {
     const std::vector<std::string> faults =
         fault_lines(VESSEL + changed(SHELL, "cylinder", "sphere") + HEAD);
@@ -433,6 +456,49 @@ TEST(MetalTemperature, GoesByTheThicknessAtTheWeldOfAFlange) {
     EXPECT_LT(outcome.found.stress_ratio, 0.5f);
     // A cover is not welded: a quarter of its thickness
     EXPECT_EQ(mdmt_at(request, 4).setting(M::tg), flange_at(request, 2).record[TARVANE_t] / 4.0f);
+}
+
+// UCS-66(c): a flange as ASME B16.5 has it, of a material with a curve.
+TEST(MetalTemperature, OfAStandardFlangeIsExemptByUcs66c) {
+    const auto exempt = [](const std::string& flange, const std::string& keys = {}) {
+        const ReadResult read =
+            read_input(VESSEL + NECK + flange + "[[mdmt]]\nof = \"Flange\"\n" + keys);
+        EXPECT_TRUE(read.faults.empty()) << fault_line("f", read.faults.front());
+        return mdmt_at(read.request, 2).standard_flange();
+    };
+    EXPECT_TRUE(exempt(FLANGE));
+    // Other dimensions than those of the standard, but for the bore and the face.
+    for (const char* own : {"t = 2\n", "n = 16\n", "A = 13\n", "C = 10.7\n"})
+        EXPECT_FALSE(exempt(FLANGE + own)) << own;
+    EXPECT_TRUE(exempt(FLANGE + "Fod = 8.4\n"));
+    EXPECT_FALSE(exempt(FLANGE + "kind = \"thickness\"\n"));
+    EXPECT_FALSE(exempt(FLANGE, "ucs66c = false\n"));
+    EXPECT_FALSE(exempt(FLANGE, "code = \"VIII-2\"\nSy = 36000\nMDMT = 0\n"));
+    EXPECT_FALSE(exempt(FLANGE, "edition = \"A98\"\n"));
+    EXPECT_FALSE(exempt(FLANGE, "curve = \"exempt\"\n"));
+    EXPECT_FALSE(exempt(FLANGE, "curve = \"impact tested\"\nMDMT = 0\n"));
+    const std::string rated = "[[flange]]\ndescription = \"Flange\"\ntype = \"weld neck\"\nkind = "
+                              "\"rated\"\nrating = 200\nmaterial = \"SA-105\"\n";
+    EXPECT_TRUE(exempt(rated + "standard = { class = 150, size = 20, wall = 0.5 }\n"));
+    EXPECT_FALSE(exempt(rated + "g0 = 0.5\n")); // by which standard?
+    EXPECT_FALSE(exempt(rated + "standard = { class = \"PN16\", size = \"DN 300\", wall = 0.3 }\n"
+                                "g0 = 0.5\n"));
+}
+
+// The thickness that its part has by a link is not missing where the link is at fault.
+TEST(MetalTemperature, OfTheVesselHasNoFaultsOfItsPart) {
+    const std::string vessel = VESSEL + "MDMT = -20\n";
+    const std::string lost = changed(FLANGE, "attached_to = \"Neck\"", "attached_to = \"Nock\"");
+    const std::vector<std::string> lines = fault_lines(vessel + NECK + lost + "elevation = 0\n");
+    ASSERT_EQ(lines.size(), 1u) << lines.back();
+    EXPECT_NE(lines[0].find("attached_to: no [[shell]] has the description \"Nock\""),
+              std::string::npos);
+    // Without another fault it is.
+    const std::string slip = "[[flange]]\ntype = \"slip on\"\nkind = \"rated\"\nrating = 200\n"
+                             "material = \"SA-105\"\n";
+    EXPECT_EQ(fault_lines(vessel + slip),
+              std::vector<std::string>{
+                  "f:9: tg: missing in mdmt 1; a number in in. is expected (governing thickness)"});
 }
 
 TEST(MetalTemperature, OfTheVesselIsAskedOfEveryPart) {

@@ -4,6 +4,7 @@
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
 #include "components/mdmt_results.h"
+#include "document/report_view.h"
 #include "tarvane/tarvane.h"
 
 namespace tarvane::app {
@@ -241,6 +242,72 @@ TEST(MdmtVerdict, ExemptMaterials) {
         calculate("material = \"SA-240 304\"\ncurve = \"exempt\"\ntg = 1\nMDMT = -320\n");
     EXPECT_TRUE(stainless.outcome.exempt_stainless);
     EXPECT_EQ(stainless.verdict().status, Status::fine);
+}
+
+// ---- standard flanges ---------------------------------------------------------------------------------
+
+// UCS-66(c): -20 F, where the curve ends above it.
+TEST(StandardFlange, NeedsNoImpactTestDownToTheTemperatureOfUcs66c) {
+    const std::string flange = "curve = \"A\"\ntg = 1\nratio = 0.9\nucs66c = true\n";
+    const MdmtRun run = calculate(flange);
+    EXPECT_EQ(lowest_temperature(run.element(), run.outcome), -20.0f);
+    const MdmtRun without = calculate("curve = \"A\"\ntg = 1\nratio = 0.9\n");
+    EXPECT_GT(lowest_temperature(without.element(), without.outcome), 30.0f);
+    EXPECT_EQ(calculate(flange + "MDMT = -20\n").verdict().status, Status::fine);
+    EXPECT_EQ(calculate(flange + "MDMT = -21\n").verdict().status, Status::fails);
+    // Beyond the curves, too.
+    const MdmtRun thick = calculate("curve = \"A\"\ntg = 6\nucs66c = true\nMDMT = -20\n");
+    EXPECT_EQ(thick.verdict().status, Status::fine);
+    // A curve that goes further down holds.
+    const std::string low = "curve = \"D\"\ntg = 0.5\nratio = 0.5\n";
+    const MdmtRun curve = calculate(low), both = calculate(low + "ucs66c = true\n");
+    EXPECT_LT(lowest_temperature(both.element(), both.outcome), -20.0f);
+    EXPECT_EQ(lowest_temperature(both.element(), both.outcome),
+              lowest_temperature(curve.element(), curve.outcome));
+    EXPECT_TRUE(both.outcome.figures.empty());
+    EXPECT_EQ(both.outcome.report, curve.outcome.report);
+}
+
+TEST(StandardFlange, SaysThatTheTemperatureIsApproximate) {
+    const MdmtRun run = calculate("curve = \"B\"\ntg = 2\nucs66c = true\nMDMT = -10\n");
+    const std::string words = "UCS-66(c): a standard ferritic flange, no impact test down to "
+                              "-20 °F, an approximate figure";
+    for (const Check& check : run.element().checks(run.outcome, us_units())) {
+        if (check.field().id == "mdmt" || check.field().id == "impact_tests") {
+            EXPECT_EQ(check.state(), State::pass);
+            EXPECT_EQ(check.step(), words);
+        }
+    }
+    EXPECT_EQ(run.outcome.figures,
+              (OwnFigures{{"temperature of UCS-66(c), -20 °F",
+                           "general knowledge of the paragraph, without a public copy"}}));
+    const std::string report = show_report(run.outcome.report, false);
+    EXPECT_NE(report.find("\nExempt Temperature of UCS-66 (c)                         -20  °F\n"),
+              std::string::npos)
+        << report;
+    EXPECT_NE(
+        report.find("\nNote: a standard ferritic flange. The temperature of UCS-66 (c) is an "
+                    "approximate figure:\ngeneral knowledge of the paragraph, without a public "
+                    "copy.\n"),
+        std::string::npos)
+        << report;
+    // The metric edition has -29 C.
+    const std::string thick = "curve = \"B\"\ntg = 50\nucs66c = true\n", si = "units = \"SI\"\n";
+    const MdmtRun metric = calculate(thick + "MDMT = -29\n", si);
+    EXPECT_EQ(metric.verdict().status, Status::fine);
+    EXPECT_EQ(metric.outcome.figures.begin()->first, "temperature of UCS-66(c), -29 °C");
+    EXPECT_EQ(calculate(thick + "MDMT = -30\n", si).verdict().status, Status::fails);
+}
+
+TEST(StandardFlange, IsExemptByTheCurrentDivision1WithACurveAlone) {
+    const std::string flange = "tg = 2\nucs66c = true\nMDMT = -20\n";
+    for (const char* curve : {"A", "B", "C", "D"})
+        EXPECT_EQ(calculate(flange + "curve = \"" + curve + "\"\n").verdict().status, Status::fine);
+    const std::string b = flange + "curve = \"B\"\n";
+    EXPECT_EQ(calculate(with("ucs66c", "ucs66c = false", '\n' + b)).verdict().status,
+              Status::fails);
+    EXPECT_EQ(calculate(b + "edition = \"A98\"\n").verdict().status, Status::fails);
+    EXPECT_EQ(calculate(b + "code = \"VIII-2\"\nSy = 36000\n").verdict().status, Status::fails);
 }
 
 // ---- the program -------------------------------------------------------------------------------------

@@ -5,6 +5,9 @@
 #include "catalogue/standard_flanges.h"
 #include "components/flange_results.h"
 #include "components/flange_session.h"
+#include "tarvane/tarvane.h"
+
+#include <set>
 
 namespace tarvane::app {
 
@@ -54,6 +57,13 @@ std::string by_name(const std::string& more, const std::string& toml = FLANGE_TO
     for (const char* key : DIMENSION_KEYS)
         text = with(key, "", text);
     return text + more;
+}
+
+// A text without the lines of these keys.
+std::string without(std::string text, std::initializer_list<const char*> keys) {
+    for (const char* key : keys)
+        text = with(key, "", text);
+    return text;
 }
 
 void expect_line(const ProgramRun& result, const std::string& line) {
@@ -235,6 +245,51 @@ TEST_F(Standard, MetricClassesGiveWhatIsKnown) {
     for (const Fault& fault : result.faults)
         missing.insert(fault.key);
     EXPECT_EQ(missing, (std::set<std::string>{"B", "g0", "g1", "h", "Fod"}));
+}
+
+// The raised face is flat and reaches from the bore to Fod; the bolts have the threads of the standard.
+TEST_F(Standard, GivesFaceAndThreads) {
+    const std::string bare = without(by_name("gasket = { type = \"spiral wound, stainless\" }\n"
+                                             "standard = { class = 150, size = 12 }\n"),
+                                     {"Fid", "facing", "bolting", "m", "y"});
+    const FlangeInput f = flange_of(bare);
+    const std::string origin = "standard ASME B16.5 class 150 NPS 12";
+    EXPECT_EQ(f.record[TARVANE_Fid], f.record[TARVANE_B]);
+    EXPECT_EQ(f.record[TARVANE_SKETCH], static_cast<float>(TARVANE_SKETCH_1A));
+    EXPECT_EQ(f.record[TARVANE_THREADS], static_cast<float>(TARVANE_TEMA_THREADS));
+    EXPECT_EQ(f.origins.at("Fid").from, origin + ", raised face");
+    EXPECT_EQ(f.origins.at("facing").from, origin + ", raised face");
+    EXPECT_EQ(f.origins.at("bolting").from, origin);
+    const FlangeInput blind = flange_of(with("type", "type = \"blind\"", bare));
+    EXPECT_EQ(blind.record[TARVANE_Fid], 0.0f);
+    // What the file says comes first.
+    const FlangeInput own = flange_of(bare + "Fid = 13\nfacing = \"1b\"\nbolting = \"UNC\"\n");
+    EXPECT_EQ(own.record[TARVANE_Fid], 13.0f);
+    EXPECT_EQ(own.record[TARVANE_SKETCH], static_cast<float>(TARVANE_SKETCH_1B));
+    EXPECT_EQ(own.record[TARVANE_THREADS], static_cast<float>(TARVANE_UNC_THREADS));
+    EXPECT_EQ(own.origins.at("facing").from, "file");
+}
+
+// Another face is none of the standard's.
+TEST_F(Standard, LeavesTheFaceOfAnotherGasketToTheFile) {
+    const auto missing = [](const std::string& keys, const std::string& type) {
+        std::set<std::string> found;
+        const std::string toml = without(by_name(keys + "gasket.type = \"" + type +
+                                                 "\"\nstandard = { class = 150, size = 12 }\n"),
+                                         {"Fid", "facing", "bolting", "m", "y"});
+        for (const Fault& fault : read_input(toml).faults)
+            found.insert(fault.key);
+        return found;
+    };
+    using Keys = std::set<std::string>;
+    EXPECT_EQ(missing("", "flat jacketed, stainless"), Keys());
+    EXPECT_EQ(missing("", "ring joint, stainless"), (Keys{"facing"}));
+    EXPECT_EQ(missing("w = 0.1\n", "flat jacketed, stainless"), (Keys{"facing"})); // a nubbin
+    EXPECT_EQ(missing("Fod = 14.9\n", "flat jacketed, stainless"), (Keys{"Fid", "facing"}));
+    const std::string by_figures =
+        without(by_name("standard = { class = 150, size = 12 }\n"), {"facing"});
+    ASSERT_EQ(read_input(by_figures).faults.size(), 1u); // of no gasket that has a name
+    EXPECT_EQ(read_input(by_figures).faults.front().key, "facing");
 }
 
 TEST_F(Standard, HoldsForEveryFlangeFromTheHead) {

@@ -204,6 +204,66 @@ TEST(Summary, SaysThatARatingIsAtTheDesignTemperature) {
     EXPECT_EQ(make(VESSEL + SHELL).row("map_nc").note, "");
 }
 
+// With the rating cold it is that one, hot or cold the lesser of all.
+TEST(Summary, GoesByTheRatingAtAmbientTemperatureWhereItIsGiven) {
+    const std::string rated = RATED + "elevation = 40\n";
+    const Made made = make(VESSEL + SHELL + rated + "rating_cold = 160\n");
+    EXPECT_EQ(made.value("mawp"), 150.0);
+    EXPECT_EQ(made.value("map_nc"), 160.0);
+    EXPECT_EQ(made.by("map_nc"), "N1");
+    EXPECT_EQ(made.row("map_nc").note, "");
+    EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * 160 - WATER * (120 - 40), 0.01);
+    EXPECT_EQ(made.row("hydrotest_c").note, "1.3 MAPnc less the head of the test water, upright");
+    // The shell governs cold above its MAP.
+    EXPECT_EQ(make(VESSEL + SHELL + rated + "rating_cold = 1000\n").by("map_nc"), "Shell");
+    EXPECT_EQ(make(VESSEL + SHELL + rated + "rating_cold = 150\n").value("map_nc"), 150.0);
+    EXPECT_EQ(fault_lines(RATED + "P = 100\nT = 300\nrating_cold = 149\n"),
+              std::vector<std::string>{
+                  "f:9: rating_cold: 149.00 psig at ambient temperature is below the rating at the "
+                  "design temperature, 150.00 psig"});
+    EXPECT_EQ(fault_lines(RATED + "P = 100\nT = 300\nrating_cold = 0\n").size(), 2u);
+}
+
+// The mate of a rated flange takes both of its ratings, or has both of its own.
+TEST(Summary, SharesTheRatingsOfMates) {
+    const std::string first = RATED + "rating_cold = 160\nelevation = 40\n";
+    const std::string mate = "[[flange]]\ndescription = \"Mate\"\nkind = \"rated\"\n"
+                             "type = \"weld neck\"\nmates_with = \"N1\"\n";
+    const auto cold = [&](const std::string& keys) {
+        const ReadResult read = read_input(VESSEL + first + mate + keys);
+        EXPECT_TRUE(read.faults.empty());
+        return read.request.elements.at(1)->number_of(*flange_keys().find("rating_cold"));
+    };
+    EXPECT_EQ(cold(""), 160.0f);
+    EXPECT_EQ(cold("rating = 140\n"), 0.0f);
+    EXPECT_EQ(cold("rating_cold = 170\n"), 170.0f);
+}
+
+// The place of what is on a cylinder goes by its length from head to head, not by the stiffened one.
+TEST(Place, GoesByTheLengthFromHeadToHead) {
+    const auto head_at = [](const std::string& shell) {
+        const ReadResult read = read_input(VESSEL + shell + HEAD);
+        EXPECT_TRUE(read.faults.empty());
+        return read.request.elements.at(1)->number_of(
+            *read.request.elements[1]->kind->keys.find("elevation"));
+    };
+    EXPECT_EQ(head_at(SHELL), 120.0f);
+    EXPECT_EQ(head_at(SHELL + "tangent_length = 90\n"), 110.0f);
+    EXPECT_EQ(head_at(with("length", "tangent_length = 90", SHELL)), 110.0f);
+    const Made made = make(VESSEL + SHELL + "tangent_length = 90\n");
+    EXPECT_NEAR(made.value("hydrotest_c"), 1.3 * SHELL_MAP - WATER * 90, 0.01);
+    EXPECT_EQ(fault_lines(VESSEL + SHELL + "tangent_length = 0\n").size(), 1u);
+    // External pressure goes by the stiffened one.
+    const std::string vacuum = "tarvane = 1\n[vessel]\nP = 100\nT = 300\nP_external = 15\n"
+                               "chart = \"CS-2\"\n";
+    const auto maep = [&](const std::string& keys) {
+        const Made found = make(vacuum + SHELL + keys);
+        return found.value("maep");
+    };
+    EXPECT_EQ(maep(""), maep("tangent_length = 10\n"));
+    EXPECT_GT(maep(""), make(vacuum + with("length", "length = 110", SHELL)).value("maep"));
+}
+
 TEST(Summary, HasNoTestByOtherCodes) {
     const auto note = [](const std::string& toml) {
         const Made made = make(toml);

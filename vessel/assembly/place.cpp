@@ -14,6 +14,12 @@ float inside_diameter(const ShellInput& shell) {
 
 namespace {
 
+// From end to end; 0: not known.
+float length_of(const ShellInput& cylinder) {
+    const float tangent = cylinder.setting(S::tangent_length);
+    return tangent > 0.0f ? tangent : cylinder.setting(S::length);
+}
+
 // From the end of the shell to the lowest or highest point inside a head; nothing where dimensions are missing.
 std::optional<float> depth_of(const ShellInput& head) {
     const float D = inside_diameter(head), straight = head.setting(S::straight);
@@ -46,8 +52,7 @@ std::optional<float> elevation_at_end(const ShellInput& head, const ShellInput& 
     if (!foot) return std::nullopt;
     switch (head.whole_setting(S::end)) {
     case END_TOP:
-        return shell.setting(S::length) > 0.0f ? std::optional(*foot + shell.setting(S::length))
-                                               : std::nullopt;
+        return length_of(shell) > 0.0f ? std::optional(*foot + length_of(shell)) : std::nullopt;
     case END_BOTTOM: {
         const std::optional<float> depth = depth_of(head);
         return depth ? std::optional(*foot - *depth) : std::nullopt;
@@ -84,7 +89,7 @@ std::optional<float> top_of(const Element& element, const Request& request) {
     const auto& shell = static_cast<const ShellInput&>(element);
     if (shell.shape() == TARVANE_CYLINDER) {
         if (lies(shell, request)) return *foot + inside_diameter(shell);
-        const float length = shell.setting(S::length);
+        const float length = length_of(shell);
         return length > 0.0f ? std::optional(*foot + length) : std::nullopt;
     }
     if (shell.whole_setting(S::end) == END_LEFT || shell.whole_setting(S::end) == END_RIGHT)

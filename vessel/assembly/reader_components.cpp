@@ -60,8 +60,11 @@ void Reader::finish_component(std::unique_ptr<Element> element, Reading& reading
 
     element->complete(reading);
 
-    find_missing_keys(*element, request.units, reading);
+    // What a metal temperature that the vessel asks for lacks of a part at fault is no fault of its own.
+    if (!sources[place].of || faults.size() == 0)
+        find_missing_keys(*element, request.units, reading);
     element->data = std::move(reading.data);
+    element->figures = std::move(reading.figures);
     element->notes = std::move(reading.notes);
     // Without links nobody asks of one reading after another where values came from that are not given.
     const bool asked = later.empty() || strict || linked;

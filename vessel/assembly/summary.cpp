@@ -67,10 +67,13 @@ bool is_rated(const Calculated& c) {
     return flange != nullptr && flange->rated();
 }
 
-// The component that governs is a flange by its rating.
+float cold_rating(const Calculated& c) { return flange_of(c)->setting(Setting::rating_cold); }
+
+// The component that governs cold is a flange by its rating hot.
 bool governs_rated(const Calculation& all, const SummaryRow& row) {
-    return std::any_of(all.calculated.begin(), all.calculated.end(),
-                       [&row](const Calculated& c) { return c.element == row.by && is_rated(c); });
+    return std::any_of(all.calculated.begin(), all.calculated.end(), [&row](const Calculated& c) {
+        return c.element == row.by && is_rated(c) && !(cold_rating(c) > 0.0f);
+    });
 }
 
 // The least value of all.
@@ -128,12 +131,12 @@ struct Found {
 };
 
 // New and cold: of a flange of kind "design" that of the geometry that is judged. A channel cover has a deflection
-// in its place. The rating of a flange at ambient temperature is not known: at the design temperature it is not
-// above that.
+// in its place. A rating at the design temperature is not above that at ambient temperature, where it is not given.
 Found cold_pressure(const Calculated& c) {
     if (std::string fails = fails_anyway(c); !fails.empty())
         return {std::nullopt, std::move(fails)};
     const FlangeInput* flange = flange_of(c);
+    if (is_rated(c) && cold_rating(c) > 0.0f) return {cold_rating(c), {}};
     if (flange == nullptr || flange->rated()) {
         const Result found = result_of(c, flange == nullptr ? "map_nc" : "rating");
         if (!found.value) return {std::nullopt, std::string(found.why)};

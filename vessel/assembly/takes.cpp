@@ -79,6 +79,30 @@ void take_elevation(const Taker& taker, std::optional<float> elevation) {
 
 // ---- the links -------------------------------------------------------------------------------------------
 
+bool upright(int end) { return end == END_TOP || end == END_BOTTOM; }
+
+// A cylinder has two ends, both of a vessel that stands or both of one that lies.
+void check_ends(const ShellInput& head, Reading& reading, const Request& request) {
+    const int end = head.whole_setting(S::end);
+    if (!reading.sound("end")) return;
+    const Key& key = *shell_keys().find("end");
+    for (const auto& element : request.elements) {
+        if (element == nullptr || element->kind != &SHELL_KIND) continue;
+        const ShellInput& other = shell_of(*element);
+        const int theirs = other.whole_setting(S::end);
+        if (other.number >= head.number ||
+            other.text_setting(ShellText::on) != head.text_setting(ShellText::on) || theirs == 0)
+            continue;
+        const std::string name(choice_name(key.choices, end));
+        if (theirs == end)
+            reading.fault("end", name_of(other) + " is at the " + name + " end already");
+        else if (upright(theirs) != upright(end))
+            reading.fault("end", name_of(other) + " is at the " +
+                                     std::string(choice_name(key.choices, theirs)) +
+                                     " end: the other one is not at the " + name);
+    }
+}
+
 void take_from_shell(ShellInput& head, Reading& reading, const Taker& taker, const Element& from) {
     if (!is_cylinder(from)) {
         taker.fault("on", "a cylinder is expected, and " + taker.name() + " is not one");
@@ -140,7 +164,11 @@ void take_from_mate(const FlangeInput& flange, Reading& reading, const Taker& ta
         const std::string text = mate.text_of(*flange_keys().find(key));
         if (!text.empty()) taker.text(key, text);
     }
-    if (mate.setting(Setting::rating) > 0.0f) taker.number("rating", mate.setting(Setting::rating));
+    if (taker.own("rating")) return; // of another material, then
+    for (const auto& [key, setting] :
+         {std::pair("rating", Setting::rating), {"rating_cold", Setting::rating_cold}}) {
+        if (mate.setting(setting) > 0.0f) taker.number(key, mate.setting(setting));
+    }
 }
 
 // ---- metal temperatures ------------------------------------------------------------------------------------
@@ -201,6 +229,15 @@ std::optional<float> pressure_ratio(const FlangeInput& flange, const Request& re
     return found && ratio > 0.0f ? std::optional(ratio) : std::nullopt;
 }
 
+// By ASME B16.5 or B16.47, but for the bore and the face, which are ordered.
+bool is_as_the_standard(const FlangeInput& flange) {
+    constexpr std::string_view OWN[] = {"A", "t", "g1", "h", "C", "a", "n"};
+    const bool judged_as_given = flange.rated() || flange.analysis() == TARVANE_ANALYSE;
+    return judged_as_given && flange.standard().starts_with("ASME B16") &&
+           std::none_of(std::begin(OWN), std::end(OWN),
+                        [&](std::string_view key) { return flange.gives(key); });
+}
+
 void take_of_flange(const FlangeInput& part, const Taker& taker, const Request& request) {
     if (const auto tg = governing_thickness(part)) taker.number("tg", *tg);
     if (!taker.own("tr")) {
@@ -208,6 +245,7 @@ void take_of_flange(const FlangeInput& part, const Taker& taker, const Request& 
     }
     taker.number("ci", part.record[TARVANE_ci]);
     taker.number("ce", part.record[TARVANE_ce]);
+    if (is_as_the_standard(part)) taker.number("ucs66c", 1.0f);
     if (taker.own("material")) return;
     const std::string material = part.text_of(*flange_keys().find("material"));
     if (!material.empty()) taker.text("material", material);
@@ -222,6 +260,7 @@ void take_over(std::string_view link, Element& to, Reading& reading, const Eleme
     const Taker taker(to, reading, from);
     if (link == "on") {
         take_from_shell(static_cast<ShellInput&>(to), reading, taker, from);
+        check_ends(static_cast<ShellInput&>(to), reading, request);
     } else if (link == "attached_to") {
         take_from_neck(static_cast<FlangeInput&>(to), reading, taker, from);
     } else if (link == "mates_with") {

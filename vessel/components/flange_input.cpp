@@ -1,6 +1,7 @@
 #include "components/flange_input.h"
 
 #include "catalogue/bolt_sizes.h"
+#include "catalogue/gaskets.h"
 #include "catalogue/standard_flanges.h"
 #include "components/flange_checks.h"
 #include "components/flange_external.h"
@@ -131,6 +132,23 @@ constexpr StandardKey STANDARD_KEYS[] = {{"B", 10, [](F f) { return f.B; }},
 
 } // namespace
 
+// The raised face of a standard is flat, from the bore on. That of a ring joint is another one, and a nubbin is none of
+// the standard's.
+void FlangeInput::take_raised_face(Reading& reading, const std::string& standard) {
+    const std::string origin = standard + ", raised face";
+    if (!reading.given("Fid")) {
+        record[TARVANE_Fid] = type() == TARVANE_BLIND ? 0.0f : record[TARVANE_B];
+        reading.supply("Fid", origin);
+    }
+    const Gasket* gasket = reading.sound("gasket.type")
+                               ? find_gasket(to_utf8(text_setting(TextSetting::gasket_type)))
+                               : nullptr;
+    const bool flat = gasket != nullptr && !gasket->name.starts_with("ring joint");
+    if (!flat || reading.given("facing") || reading.given("w")) return;
+    record[TARVANE_SKETCH] = TARVANE_SKETCH_1A;
+    reading.supply("facing", origin);
+}
+
 // A key given in the file comes before the dimension of the standard.
 void FlangeInput::take_standard(Reading& reading) {
     constexpr std::string_view CLASS = "standard.class", SIZE = "standard.size",
@@ -141,6 +159,8 @@ void FlangeInput::take_standard(Reading& reading) {
         if (!message.empty()) reading.fault(key, std::move(message));
         for (const StandardKey& filled : STANDARD_KEYS)
             if (!reading.given(filled.name)) reading.supply(filled.name);
+        for (const std::string_view key : {"Fid", "facing", "bolting"})
+            if (!reading.given(key)) reading.supply(key);
     };
     if (!reading.sound(CLASS) || !reading.sound(SIZE)) return refuse(CLASS, "");
     if (reading.given(WALL) && !reading.sound(WALL)) return refuse(WALL, "");
@@ -174,6 +194,12 @@ void FlangeInput::take_standard(Reading& reading) {
         record[key.element] = *value;
         reading.supply(key.name, origin);
         face = face || key.name == "Fod";
+    }
+    if (face) take_raised_face(reading, origin);
+    // Coarse threads up to 1 in., 8 threads an inch above.
+    if (!flanges->metric() && !reading.given("bolting")) {
+        record[TARVANE_THREADS] = TARVANE_TEMA_THREADS;
+        reading.supply("bolting", origin);
     }
     for (const std::string& item : found.items) {
         if (face || !item.ends_with("raised face"))
@@ -267,8 +293,17 @@ void FlangeInput::check_values(Reading& reading) const {
         if (reading.sound(key) && !(value(key) >= 0.0f))
             reading.fault(key, "it must not be below 0");
     }
-    if (reading.sound("rating") && !(value("rating") > 0.0f))
-        reading.fault("rating", "it must be above 0");
+    for (const std::string_view key : {"rating", "rating_cold"}) {
+        if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
+    }
+    // Ratings fall as the temperature rises.
+    if (rated() && reading.sound("rating") && reading.sound("rating_cold") &&
+        value("rating_cold") < value("rating"))
+        reading.fault("rating_cold",
+                      shown(value("rating_cold"), Quantity::pressure, reading.units) +
+                          " at ambient temperature is below the rating at the design "
+                          "temperature, " +
+                          shown(value("rating"), Quantity::pressure, reading.units));
     if (reading.sound("E") && value("E") > 1.0f)
         reading.fault("E", "a joint efficiency up to 1 is expected");
 }

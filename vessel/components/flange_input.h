@@ -61,6 +61,7 @@ struct FlangeInput final : Element, Settings<Setting, TextSetting> {
     void check_bolt_size(Reading& reading) const;
     void check_values(Reading& reading) const;
     void take_standard(Reading& reading);
+    void take_raised_face(Reading& reading, const std::string& standard);
     void complete_rated(Reading& reading);
     MaterialSelection material_selection() const;
     void take_material(Reading& reading);

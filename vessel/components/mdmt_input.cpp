@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t MOST_ELEMENTS = 500;
 constexpr float THINNEST_OF_TABLE = 0.25f; // in.
+constexpr float UCS_66C_METRIC = -20.2f;   // F: -29 C
 
 } // namespace
 
@@ -95,6 +96,7 @@ void check_rules(const MdmtInput& element, const KeyChecks& checks) {
 
 void MdmtInput::complete(Reading& reading) {
     asked = reading.sound("MDMT");
+    if (reading.units.metric()) ucs_66c = UCS_66C_METRIC;
     user_temperature = reading.sound("impact_temperature");
     take_material(reading);
 

@@ -28,6 +28,13 @@ struct MdmtInput final : SettingsElement<MdmtNumber, MdmtText> {
     bool am_218() const { return code() == TARVANE_ASME_VIII_2 && !division_2(); }
     bool impact_tested() const { return curve() == TARVANE_CURVE_IMPACT_TESTED; }
     bool exempt() const { return curve() == TARVANE_CURVE_EXEMPT; }
+    float ucs_66c = -20.0f; // the temperature of UCS-66(c): the metric edition has another one
+    // By the curve that it has it is of carbon or low alloy steel.
+    bool standard_flange() const { // UCS-66(c)
+        return has(MdmtNumber::ucs66c) && code() == TARVANE_ASME_VIII_1 &&
+               edition() == MDMT_EDITION_CURRENT && curve() >= TARVANE_CURVE_A &&
+               curve() <= TARVANE_CURVE_D;
+    }
     const std::string& material() const { return text_setting(MdmtText::material); }
 
     std::unique_ptr<Element> copy() const override { return std::make_unique<MdmtInput>(*this); }

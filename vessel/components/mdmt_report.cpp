@@ -92,8 +92,16 @@ void write_mdmt_results(const MdmtInput& element, const MdmtOutcome& o, const Un
         }
         temperature("Minimum Design Metal Temperature", reduced_temperature(o));
         temperature("Exempt Temperature of UG-20(f)", ug20f_temperature(o));
+        const bool exempt_flange = exempt_as_flange(element, o);
+        if (exempt_flange) temperature("Exempt Temperature of UCS-66 (c)", element.ucs_66c);
         temperature("Lowest Metal Temperature without Impact Test",
                     element.impact_tested() ? std::nullopt : lowest_temperature(element, o));
+        if (exempt_flange) {
+            report_line("Note: a standard ferritic flange. The temperature of UCS-66 (c) is an "
+                        "approximate figure:",
+                        NOTE_LINE);
+            report_line(std::string(UCS_66C_SOURCE) + '.', NOTE_LINE);
+        }
         if (falls_short(element, o)) {
             report_line("Warning: The Required Minimum Design Metal Temperature is not reached!",
                         ERROR_LINE);

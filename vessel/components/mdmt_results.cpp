@@ -38,7 +38,10 @@ std::optional<float> ug20f_temperature(const MdmtOutcome& outcome) {
     return temperature(outcome.t_ug20);
 }
 
-std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome) {
+namespace {
+
+// By the curve, with what reduces it.
+std::optional<float> lowest_by_curve(const MdmtInput& element, const MdmtOutcome& outcome) {
     switch (outcome.found.lowest_by) {
     case TARVANE_LOWEST_BY_NOTHING:
         return std::nullopt;
@@ -49,10 +52,28 @@ std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutc
     }
 }
 
+} // namespace
+
+bool exempt_as_flange(const MdmtInput& element, const MdmtOutcome& outcome) {
+    if (!element.standard_flange() || outcome.exempt_stainless) return false;
+    const std::optional<float> curve = lowest_by_curve(element, outcome);
+    return !curve || *curve > element.ucs_66c;
+}
+
+std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome) {
+    if (exempt_as_flange(element, outcome)) return element.ucs_66c;
+    return lowest_by_curve(element, outcome);
+}
+
 namespace {
 
 bool is_exempt(const MdmtInput& element, const MdmtOutcome& outcome) {
     return element.exempt() && !outcome.exempt_stainless;
+}
+
+std::string ucs_66c_words(const MdmtInput& element, const UnitSystem& units) {
+    return "UCS-66(c): a standard ferritic flange, no impact test down to " +
+           shown_degrees(element.ucs_66c, units) + ", an approximate figure";
 }
 
 Check temperature_check(const MdmtInput& element, float lowest) {
@@ -80,6 +101,9 @@ void check_temperatures(const MdmtInput& element, const MdmtOutcome& outcome,
                  " requires impact tests";
     }
     checks.push_back(Check::found(field("impact_tests"), lowest.has_value(), std::move(reason)));
+    const std::string exemption =
+        exempt_as_flange(element, outcome) ? ucs_66c_words(element, units) : std::string();
+    checks.back().shown_by(exemption);
     if (!lowest) return;
     if (!element.asked) {
         checks.push_back(Check::not_asked(field("mdmt"), "MDMT is not given"));
@@ -91,6 +115,7 @@ void check_temperatures(const MdmtInput& element, const MdmtOutcome& outcome,
                       shown_degrees(*lowest, units) + " is above the required " +
                       shown_degrees(element.setting(N::required), units));
     }
+    check.shown_by(exemption);
     checks.push_back(std::move(check));
 }
 

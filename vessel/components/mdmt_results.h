@@ -8,12 +8,17 @@
 
 namespace tarvane::vessel {
 
+inline constexpr std::string_view UCS_66C_SOURCE =
+    "general knowledge of the paragraph, without a public copy";
+
 // Nothing where the engine found none.
 std::optional<float> curve_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduced_temperature(const MdmtOutcome& outcome);
 std::optional<float> reduction_of(const MdmtOutcome& outcome);
 std::optional<float> ug20f_temperature(const MdmtOutcome& outcome);
-// The lowest of them: the element may run as it is down to that temperature.
+// A standard flange whose curve does not let it down to the temperature of UCS-66(c).
+bool exempt_as_flange(const MdmtInput& element, const MdmtOutcome& outcome);
+// The lowest of them all: the element may run as it is down to that temperature.
 std::optional<float> lowest_temperature(const MdmtInput& element, const MdmtOutcome& outcome);
 // The temperature that the file requires is not reached.
 bool falls_short(const MdmtInput& element, const MdmtOutcome& outcome);

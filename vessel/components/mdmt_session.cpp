@@ -2,6 +2,8 @@
 
 #include "components/engine_session.h"
 #include "components/mdmt_report.h"
+#include "components/mdmt_results.h"
+#include "document/results.h"
 #include "tarvane/tarvane.h"
 #include "values/decimal.h"
 
@@ -122,6 +124,10 @@ MdmtOutcome run_mdmt(const MdmtInput& element, const Request& file) {
     outcome.exempt_stainless = note_of_stainless(element, outcome);
     if (!outcome.exempt_stainless && (!element.exempt() || element.division_2()))
         call_mdmt_element(element, outcome);
+    if (exempt_as_flange(element, outcome))
+        outcome.figures.emplace("temperature of UCS-66(c), " +
+                                    shown_degrees(element.ucs_66c, file.units),
+                                UCS_66C_SOURCE);
     write_mdmt_results(element, outcome, file.units);
     outcome.report = report.switch_off_and_read();
     return outcome;

@@ -64,6 +64,9 @@ void write_rated_report(const FlangeInput& flange, const UnitSystem& units) {
     }
     write_dimensions(flange);
     report_column("Pressure Rating at the Design Temperature", rating, TARVANE_AS_PRESSURE);
+    const float cold = flange.setting(Setting::rating_cold);
+    if (cold > 0.0f)
+        report_column("Pressure Rating at Ambient Temperature", cold, TARVANE_AS_PRESSURE);
 
     report_line("");
     const std::string_view paragraph = paragraph_of(flange);

@@ -124,7 +124,7 @@ class ShellKeyChecks : KeyChecks {
     void stresses() { above_zero({"S", "Sa"}); }
 
     void all() {
-        above_zero({"P", "t", "D", "Do", "E"});
+        above_zero({"P", "t", "D", "Do", "E", "tangent_length"});
         at_least_zero(
             {"ci", "Ut", "D2", "straight", "d1", "d2", "edge1", "edge2", "pitch", "strain_limit"});
         if (value("E") > 1.0f) fault("E", "a joint efficiency up to 1 is expected");

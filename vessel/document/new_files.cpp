@@ -88,7 +88,8 @@ description = "Shell"
 kind = "cylinder"
 D = {60|1500}                      # inside diameter
 t = {0.625|16}                   # nominal thickness
-length = {150|3800}                # from head to head, and stiffened length under vacuum
+tangent_length = {150|3800}        # from head to head
+length = {160|4050}                # stiffened, under vacuum: with a third of the depth of each head
 elevation = 0               # of the lowest point
 
 [[shell]]
@@ -117,13 +118,12 @@ elevation = {40|1000}
 [[flange]]
 description = "N1 flange"
 type = "weld neck"          # `tarvane explain type` lists the others
-standard = { class = 300, size = 6 }    # A, B, C, t, hub, bolts; any key given here comes before it
+standard = { class = 300, size = 6 }    # A, B, C, t, hub, face, bolts; any key given here comes before it
 attached_to = "N1 neck"     # wall, bore, allowable stresses, corrosion, elevation
 material = "SA-105"
-bolting = "TEMA"            # thread series
-)";
+gasket = { type = "spiral wound, stainless", Go = {8.25|209.5}, Gi = {7.19|182.6}, tg = {0.175|4.5} }    # `tarvane gaskets`: m and y
+rigidity = true             # evaluate the rigidity index
 
-constexpr std::string_view MANWAY = R"(
 [[flange]]
 description = "Manway flange"
 type = "weld neck"
@@ -166,7 +166,7 @@ std::string new_file(std::string_view name, bool si) {
     };
     if (name == "flange") add({FLANGE, CONDITIONS, GASKET});
     if (name == "heads") add({HEADS, CONDITIONS, HEADS_MORE});
-    if (name == "drum") add({DRUM, GASKET, MANWAY});
+    if (name == "drum") add({DRUM});
     return in_units(text, si);
 }
 

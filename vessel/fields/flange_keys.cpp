@@ -351,6 +351,11 @@ constexpr Key ROWS[] = {
         "with it alone, and so does a flange of kind \"rated\""}
         .label("Rated pressure")
         .needs(among("kind", {KIND_RATED})),
+    Key{"rating_cold", P::setting, at(Setting::rating_cold), pressure,
+        "rated pressure at ambient temperature, for the MAP, new and cold, and the hydrotest by "
+        "UG-99(c) of the vessel; rating when it is not given"}
+        .label("Rated pressure at ambient temperature")
+        .reads(among("kind", {KIND_RATED})),
     Key{"class", P::text_setting, at(TextSetting::flange_class), text, "class of a standard flange"}
         .up_to(15)
         .to("GETHOSTINPUT flange_class"),

@@ -33,6 +33,7 @@ enum class Setting {
     material_reference,
     standard_wall,
     rating,
+    rating_cold,
     bolt_size,
     elevation,
     external_pressure,

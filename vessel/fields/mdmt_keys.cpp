@@ -139,6 +139,12 @@ constexpr Key KEYS[] = {
     Key{"ug20f", NUMBER, at(N::ug20f), flag, "it may use the exemption of UG-20(f)"}
         .label("Exemption of UG-20(f)")
         .to("MDMT_ELEMENT ug20_candidate"),
+    Key{"ucs66c", NUMBER, at(N::ucs66c), flag,
+        "it is a ferritic flange by ASME B16.5 or B16.47, exempt down to -20 F by UCS-66(c)"}
+        .label("Exemption of UCS-66(c)")
+        .reads(
+            among("code", {TARVANE_ASME_VIII_1}) && among("edition", {MDMT_EDITION_CURRENT}) &&
+            among("curve", {TARVANE_CURVE_A, TARVANE_CURVE_B, TARVANE_CURVE_C, TARVANE_CURVE_D})),
     Key{"curve_tables", NUMBER, at(N::curve_tables), flag,
         "curves of Fig. UCS-66 by their table, from 0.25 in. on; false: by equations fitted to "
         "them"}

@@ -24,6 +24,7 @@ enum class MdmtNumber {
     credit,
     credit_floor,
     ug20f,
+    ucs66c,
     reductions,
     curve_tables,
     low_ratio,

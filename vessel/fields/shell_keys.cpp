@@ -199,7 +199,9 @@ constexpr Key KEYS[] = {
         .reads(on("external") && among("kind", {1, 5}))
         .to("SET_GLOBALS_FROM_TVN use_table_g"),
     Key{"length", NUMBER, at(N::length), diameter,
-        "stiffened length of a cylinder or cone under external pressure", "L"}
+        "stiffened length of a cylinder or cone under external pressure, UG-28(b); a third of the "
+        "depth of each formed head counts",
+        "L"}
         .label("Stiffened length")
         .reads(on("external") && among("kind", {1, 5}))
         .to("SHLEXT length")
@@ -220,6 +222,11 @@ constexpr Key KEYS[] = {
         .of(ENDS)
         .reads(given("on"))
         .needs(),
+    Key{"tangent_length", NUMBER, at(N::tangent_length), diameter,
+        "length of a cylinder from head to head, for the places of what is on it; the stiffened "
+        "length when it is not given"}
+        .label("Length from head to head")
+        .reads(among("kind", {1})),
     Key{"elevation", NUMBER, at(N::elevation), diameter,
         "elevation of the lowest point inside, for the head of the liquid; with on: that of the "
         "end"}

@@ -51,6 +51,7 @@ enum class ShellNumber {
     table_g,
     length,
     cone_length,
+    tangent_length,
     end,
     elevation,
     count
