@@ -3,6 +3,7 @@
 #include "catalogue/data_folder.h"
 #include "catalogue/gaskets.h"
 #include "components/calculation.h"
+#include "document/document.h"
 #include "surface/result_json.h"
 #include "values/text.h"
 
@@ -183,6 +184,33 @@ TEST(GasketTable, ApproximateFiguresAreInTheResult) {
         std::string::npos)
         << result_of(grooved);
     EXPECT_EQ(result_of(grooved + "y = 10100\n").find("\"figures\""), std::string::npos);
+}
+
+TEST(GasketTable, ApproximateFiguresAreInTheDocument) {
+    set_data_folder(TARVANE_DATA_DIR);
+    const ReadResult read = read_input(with_gasket("gasket.type = \"grooved metal, stainless\"\n"));
+    const CalculationDocument document =
+        make_document(read.request, calculate(read.request), {}, Detail::checks);
+    const auto assumptions =
+        std::find_if(document.sections.begin(), document.sections.end(),
+                     [](const DocumentSection& section) { return section.id == "assumptions"; });
+    ASSERT_NE(assumptions, document.sections.end());
+    const auto* list = std::get_if<DocumentList>(&assumptions->blocks.at(0));
+    ASSERT_NE(list, nullptr);
+    EXPECT_NE(
+        std::find(list->items.begin(), list->items.end(),
+                  "A figure of the program is approximate: y of the gasket \"grooved metal, "
+                  "stainless\", 10100 psi; general knowledge of the psi column of Table 2-5.1, "
+                  "without a public copy"),
+        list->items.end());
+    bool front = false;
+    for (const Block& block : document.front.open_points) {
+        const auto* points = std::get_if<Remark>(&block);
+        front = front || (points != nullptr &&
+                          points->text.find("figure of the program (y of the gasket \"grooved "
+                                            "metal, stainless\", 10100 psi)") != std::string::npos);
+    }
+    EXPECT_TRUE(front);
 }
 
 } // namespace

@@ -90,7 +90,7 @@ bool is_off(const Element& element, std::string_view flag) {
            element.number_of(*key) == 0.0f;
 }
 
-DocumentSection assumptions_section(const Request& request) {
+DocumentSection assumptions_section(const Request& request, const Calculation& calculation) {
     Assumptions assumptions;
     for (const auto& each : request.elements) {
         const Element& element = *each;
@@ -120,6 +120,8 @@ DocumentSection assumptions_section(const Request& request) {
         if (!items.empty())
             list.items.push_back("Figures of " + file.name + " are approximate: " + items);
     }
+    for (const auto& [item, source] : own_figures(calculation.calculated))
+        list.items.push_back("A figure of the program is approximate: " + item + "; " + source);
     if (list.items.empty())
         section.blocks.emplace_back(Paragraph{"No default decides, and no figure is approximate."});
     else
@@ -223,7 +225,7 @@ CalculationDocument make_document(const Request& request, const Calculation& cal
 
     std::vector<DocumentSection>& sections = document.sections;
     sections.push_back(scope_section(request, facts));
-    sections.push_back(assumptions_section(request));
+    sections.push_back(assumptions_section(request, calculation));
     sections.push_back(references_section(request));
     int figures = 0;
     if (request.of_vessel && calculation.complete)

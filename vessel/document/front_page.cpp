@@ -129,6 +129,9 @@ std::vector<Block> open_points(const Request& request, const Calculation& calcul
                 "figures of " + file.name + " (" + items +
                 "): replace the file by one made from a licensed copy of the standard");
     }
+    for (const auto& [item, source] : own_figures(calculation.calculated))
+        approximate.push_back("figure of the program (" + item +
+                              "): hold it against a licensed copy of the standard");
     std::vector<Block> blocks;
     add_points(blocks, "Fails", std::move(failing), Tone::bad);
     add_points(blocks, "Not made", std::move(unmade), Tone::bad);
