@@ -1,6 +1,9 @@
 // `tarvane data`: a user's own tables by the documented steps, from the plain layout to a run that names them.
 #include "app_fixture.h"
 #include "catalogue/data_folder.h"
+#include "components/calculation.h"
+#include "document/document.h"
+#include "document/html.h"
 #include "test_paths.h"
 #include "vessel/vessel_fixture.h"
 
@@ -209,7 +212,17 @@ TEST_F(OwnData, IsNamedWithEachOfItsItemsInARunItsReportAndItsResult) {
 
     // The library, which has one data folder for the process.
     const Answer answer = Handle(path("out")).calculate(json_of(components), 0);
-    set_data_folder(TARVANE_DATA_DIR, {});
+    set_data_folder(path("out"));
+    const ReadResult input = read_input(toml_of(components));
+    const std::string page =
+        html_of(make_document(input.request, calculate(input.request), {}, Detail::summary));
+    set_data_folder(TARVANE_DATA_DIR);
+    EXPECT_NE(page.find("Edition of the data files"), std::string::npos);
+    std::size_t on_page = 0;
+    for (std::size_t at = page.find(EDITION); at != std::string::npos;
+         at = page.find(EDITION, at + 1))
+        ++on_page;
+    EXPECT_GE(on_page, 1u + 50u + 3u); // that of the folder, and of each item
     ASSERT_EQ(answer.status, TARVANE_OK) << answer.error.shown();
     EXPECT_EQ(text_at(answer.result, "data_edition"), EDITION);
     std::size_t of_edition = 0;
