@@ -20,10 +20,9 @@ inline bool holds(const Points& polygon, Point p) {
     return inside;
 }
 
-// The number that the label of a dimension ends with, or has before a comma that is followed by a blank.
+// The number that a label ends with.
 inline double labelled(const std::string& label, double& half_digit) {
-    std::string text = label.substr(label.find(" = ") + 3);
-    text = text.substr(0, text.find(", "));
+    std::string text = label.substr(label.rfind(' ') + 1);
     if (text.starts_with("\xC3\x98")) text.erase(0, 2);
     if (text.starts_with("R")) text.erase(0, 1);
     for (char& c : text)

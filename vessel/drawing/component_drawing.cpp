@@ -3,6 +3,7 @@
 #include "components/flange_input.h"
 #include "drawing/flange_drawing.h"
 #include "drawing/shell_drawing.h"
+#include "drawing/vessel_outline.h"
 
 namespace tarvane::vessel {
 
@@ -26,6 +27,10 @@ std::optional<Figure> component_drawing(const Element& element, const Outcome& o
     return std::move(drawn->figure);
 }
 
-std::optional<Figure> vessel_drawing(const Request&, const Calculation&) { return std::nullopt; }
+std::optional<Figure> vessel_drawing(const Request& request, const Calculation&) {
+    auto drawn = draw_vessel(request);
+    if (!drawn) return std::nullopt;
+    return std::move(drawn->figure);
+}
 
 } // namespace tarvane::vessel

@@ -1,7 +1,6 @@
 #include "drawing/shell_drawing.h"
 
 #include "drawing/half_section.h"
-#include "drawing/profile.h"
 #include "tarvane/tarvane.h"
 
 #include <cmath>
@@ -133,10 +132,8 @@ void ShellSection::add_height(const std::string& name, double length, double z1,
 }
 
 void ShellSection::head(const Profile& profile, double depth) {
-    Profile whole = profile;
-    if (s.straight > 0) whole.insert(whole.begin(), {s.D / 2, -s.straight, 1, 0});
-    part(whole, s.t);
-    corroded(whole);
+    part(profile, s.t);
+    corroded(profile);
     low = -s.straight;
     high = depth + s.t;
     // Where the curve begins.
@@ -351,11 +348,12 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
         draw_cylinder();
         break;
     case TARVANE_ELLIPTICAL_HEAD:
-        head(ellipse(s.D / 2, s.depth), s.depth);
+    case TARVANE_SPHERE:
+        head(head_profile(s), head_profile(s).back().z);
         break;
     case TARVANE_TORISPHERICAL_HEAD: {
         const Torisphere shape(s.D, s.L, s.r);
-        head(shape.profile(s.D, s.L, s.r), shape.depth);
+        head(head_profile(s), shape.depth);
         add_radius("L", s.L, 0, shape.crown_centre, (shape.meet + UP) / 2);
         if (s.r > 0)
             add_radius("r", s.r, s.D / 2 - s.r, 0, shape.meet / 2);
@@ -363,9 +361,6 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
             notes.push_back("knuckle radius not given");
         break;
     }
-    case TARVANE_SPHERE:
-        head(arc(0, 0, s.D / 2, 0, UP), s.D / 2);
-        break;
     case TARVANE_CONE:
         draw_cone();
         break;
@@ -476,6 +471,19 @@ std::optional<ShellShape> shape_of(const ShellInput& shell) {
 std::optional<ShellShape> shape_of(const ExternalInput& shell) {
     const std::optional<ShellShape> s = common_shape<ExternalNumber>(shell);
     return possible(*s) ? s : std::nullopt;
+}
+
+Profile head_profile(const ShellShape& s) {
+    Profile profile;
+    if (s.shape == TARVANE_ELLIPTICAL_HEAD)
+        profile = ellipse(s.D / 2, s.depth);
+    else if (s.shape == TARVANE_SPHERE)
+        profile = arc(0, 0, s.D / 2, 0, std::numbers::pi / 2);
+    else if (s.shape == TARVANE_TORISPHERICAL_HEAD)
+        profile = Torisphere(s.D, s.L, s.r).profile(s.D, s.L, s.r);
+    if (!profile.empty() && s.straight > 0)
+        profile.insert(profile.begin(), {s.D / 2, -s.straight, 1, 0});
+    return profile;
 }
 
 std::optional<Drawn> draw_shell(const ShellShape& shape, const std::string& name,

@@ -5,6 +5,7 @@
 #include "components/external_input.h"
 #include "components/shell_input.h"
 #include "drawing/frame.h"
+#include "drawing/profile.h"
 
 #include <optional>
 #include <string>
@@ -26,6 +27,9 @@ struct ShellShape {
 // Nothing for dimensions that no such part can have.
 std::optional<ShellShape> shape_of(const ShellInput& shell);
 std::optional<ShellShape> shape_of(const ExternalInput& shell);
+
+// The inside of a head, from its end upwards to the axis; nothing for other shapes.
+Profile head_profile(const ShellShape& shape);
 
 std::optional<Drawn> draw_shell(const ShellShape& shape, const std::string& name,
                                 const UnitSystem& units, const DimensionStyle& style);
