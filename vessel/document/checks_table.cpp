@@ -176,30 +176,36 @@ std::vector<std::string> column(std::string_view text, std::size_t width) {
     return wrapped(text, width - 1);
 }
 
-std::string line_of(const CheckRow& row, bool colour) {
+} // namespace
+
+std::string check_heads() {
+    return padded("Check", LABEL) + padded("Paragraph", PARAGRAPH) +
+           right_aligned("Demand", FIGURE) + std::string(RELATION, ' ') +
+           right_aligned("Limit", FIGURE) + ' ' + padded("Unit", UNIT) +
+           right_aligned("Ratio", RATIO) + std::string(MARGIN) + "State";
+}
+
+std::vector<std::string> lines_of(const CheckRow& row) {
     const std::vector<std::string> labels = column(row_label(row), LABEL),
                                    paragraphs = column(row.paragraph, PARAGRAPH);
-    std::string out;
+    std::vector<std::string> lines;
     for (std::size_t i = 0; i < std::max(labels.size(), paragraphs.size()); ++i) {
         std::string line = padded(i < labels.size() ? labels[i] : "", LABEL) +
                            padded(i < paragraphs.size() ? paragraphs[i] : "", PARAGRAPH);
         if (i == 0) {
             line += right_aligned(row.demand, FIGURE) + right_aligned(row.relation, RELATION - 1) +
                     ' ' + right_aligned(row.limit, FIGURE) + ' ' + padded(row.unit, UNIT) +
-                    right_aligned(row.ratio, RATIO) + std::string(MARGIN) +
-                    painted(row.state, colour_of(row.tone), colour);
+                    right_aligned(row.ratio, RATIO) + std::string(MARGIN) + row.state;
         } else {
             line.erase(line.find_last_not_of(' ') + 1);
         }
-        out += line + '\n';
+        lines.push_back(std::move(line));
     }
-    if (row.remark.empty()) return out;
+    if (row.remark.empty()) return lines;
     for (const std::string& line : wrapped(row.remark, WIDTH - INDENT))
-        out += std::string(INDENT, ' ') + line + '\n';
-    return out;
+        lines.push_back(std::string(INDENT, ' ') + line);
+    return lines;
 }
-
-} // namespace
 
 std::string verdict_line(bool passes, std::string_view words, bool colour) {
     constexpr std::string_view GREEN = "\033[1;32m", RED = "\033[1;31m";
@@ -218,13 +224,14 @@ std::string verdict_line(bool passes, std::string_view words, bool colour) {
 std::string text_of(const ChecksTable& table, bool colour) {
     std::string out = '\n' + verdict_line(table.passes, table.headline, colour) + '\n';
     if (table.rows.empty()) return out;
-    out += padded("Check", LABEL) + padded("Paragraph", PARAGRAPH) +
-           right_aligned("Demand", FIGURE) + std::string(RELATION, ' ') +
-           right_aligned("Limit", FIGURE) + ' ' + padded("Unit", UNIT) +
-           right_aligned("Ratio", RATIO) + std::string(MARGIN) + "State\n";
-    out += std::string(WIDTH, '-') + '\n';
-    for (const CheckRow& row : table.rows)
-        out += line_of(row, colour);
+    out += check_heads() + '\n' + std::string(WIDTH, '-') + '\n';
+    for (const CheckRow& row : table.rows) {
+        std::vector<std::string> lines = lines_of(row);
+        lines[0].resize(lines[0].size() - row.state.size());
+        lines[0] += painted(row.state, colour_of(row.tone), colour);
+        for (const std::string& line : lines)
+            out += line + '\n';
+    }
     return out + '\n';
 }
 

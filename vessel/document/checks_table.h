@@ -45,7 +45,12 @@ std::string words_of(const Checks& checks);
 // may be empty.
 std::string remarks_on(const Checks& checks);
 
-// PASS or FAIL with the headline, then the rows, up to 100 columns wide. A blank line before and after it.
+// The heads of the columns, and the lines of a row below them, up to 100 columns wide; the state of a row ends its
+// first line.
+std::string check_heads();
+std::vector<std::string> lines_of(const CheckRow& row);
+
+// PASS or FAIL with the headline, then the rows. A blank line before and after it.
 std::string text_of(const ChecksTable& table, bool colour);
 
 // "PASS  words", "FAIL  words", and the end of the line.

@@ -3,6 +3,7 @@
 #include "catalogue/charts.h"
 #include "document/input_rows.h"
 #include "document/report_blocks.h"
+#include "document/result_value.h"
 #include "document/results.h"
 #include "document/text_columns.h"
 #include "drawing/component_drawing.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 
 namespace tarvane::vessel {
@@ -19,7 +21,7 @@ namespace {
 // ---- inputs ------------------------------------------------------------------------------------------------
 
 constexpr std::array<TextColumn, 5> INPUT_COLUMNS{
-    {{36}, {17}, {14, true}, {9}, {20}}}; // together as wide as a line of the report
+    {{35}, {20}, {14, true}, {9}, {20}}}; // together as wide as a line of the report
 
 Lines input_lines(const Element& element, const UnitSystem& units) {
     Lines block;
@@ -40,29 +42,6 @@ Lines input_lines(const Element& element, const UnitSystem& units) {
 
 // ---- checks ------------------------------------------------------------------------------------------------
 
-DocumentTable table_of(const ChecksTable& checks) {
-    DocumentTable table{.caption = "Checks, the worst first",
-                        .columns = {{"Check"},
-                                    {"Paragraph"},
-                                    {"Demand and limit", true},
-                                    {"Ratio", true},
-                                    {"State"}},
-                        .rows = {}};
-    for (const CheckRow& row : checks.rows) {
-        std::string figures;
-        if (!row.demand.empty())
-            figures = row.demand + (row.relation == ">=" ? " ≥ " : " ≤ ") + row.limit +
-                      (row.unit.empty() ? "" : ' ' + row.unit);
-        table.rows.push_back({{row_label(row)},
-                              {row.paragraph},
-                              {std::move(figures)},
-                              {row.ratio},
-                              {row.state, row.tone}});
-        if (!row.remark.empty()) table.rows.push_back({{row.remark}});
-    }
-    return table;
-}
-
 DocumentSection checks_section(const Request& request, const Judged& judged,
                                const std::string& id) {
     const auto& [element, outcome, verdict] = judged;
@@ -70,7 +49,7 @@ DocumentSection checks_section(const Request& request, const Judged& judged,
     DocumentSection section{.id = id + "-checks", .title = "Checks"};
     section.blocks.emplace_back(Remark{checks.passes ? "PASS" : "FAIL", checks.headline,
                                        checks.passes ? Tone::sound : Tone::bad});
-    if (!checks.rows.empty()) section.blocks.emplace_back(table_of(checks));
+    if (!checks.rows.empty()) section.blocks.emplace_back(CheckRows{checks.rows});
     for (std::string& words : rated_pressure_words(outcome.rated_pressure, request.units))
         section.blocks.emplace_back(Paragraph{std::move(words)});
     for (const std::string& reason : verdict.reasons)
@@ -87,31 +66,34 @@ DocumentSection checks_section(const Request& request, const Judged& judged,
 
 constexpr std::array<TextColumn, 4> RESULT_COLUMNS{{{56}, {10}, {18, true}, {12}}};
 
-void add_results(const Request& request, const Judged& judged, DocumentSection& section) {
+// "Factor A" of "Factor A, times 1000000": the closing tables alone multiply.
+std::string label_of(const ResultField& field) {
+    return std::string(field.label.substr(0, field.label.find(", times ")));
+}
+
+// All of them, or those of the closing tables. Labels without a value are listed by the reason.
+void add_results(const Request& request, const Judged& judged, bool all, DocumentSection& section) {
     Lines block;
     const auto add = [&](const std::array<std::string, 4>& texts, bool heading) {
         for (std::string& line : row_lines(RESULT_COLUMNS, texts))
             block.lines.push_back({.text = std::move(line), .heading = heading});
     };
     add({"Result", "Symbol", "Value", "Unit"}, true);
-    std::vector<std::pair<std::string_view, std::string>> none; // labels by the reason
-    std::string_view part;
+    std::vector<std::pair<std::string_view, std::string>> none;
     for (const Result& result : judged.element.results(judged.outcome)) {
         const ResultField& field = *result.field;
-        std::string label(field.label);
-        if (!field.table.empty() && field.table != part) part = field.table;
-        if (!field.meaning.empty()) label += ", " + std::string(field.meaning);
-        if (result.value) {
-            add({std::move(label), std::string(field.symbol), result_text(result, request.units),
+        if (!all && field.table.empty()) continue;
+        if (!std::holds_alternative<std::monostate>(value_of(result, request.units))) {
+            add({label_of(field), std::string(field.symbol), result_text(result, request.units),
                  to_utf8(request.units.label(field.quantity))},
                 false);
             continue;
         }
+        const std::string_view why = why_none(result);
         const auto same = std::find_if(none.begin(), none.end(),
-                                       [&](const auto& each) { return each.first == result.why; });
-        std::string& labels =
-            same == none.end() ? none.emplace_back(result.why, "").second : same->second;
-        labels += (labels.empty() ? "" : "; ") + std::string(field.label);
+                                       [&](const auto& each) { return each.first == why; });
+        std::string& labels = same == none.end() ? none.emplace_back(why, "").second : same->second;
+        labels += (labels.empty() ? "" : "; ") + label_of(field);
     }
     if (block.lines.size() > 1) section.blocks.emplace_back(std::move(block));
     for (const auto& [why, labels] : none)
@@ -153,23 +135,20 @@ std::string id_of(const Element& element) {
 }
 
 std::string result_text(const Result& result, const UnitSystem& units) {
-    const ResultField& field = *result.field;
-    if (!result.value) return "none";
-    const float value = *result.value;
-    if (!std::isfinite(value)) return "not finite";
-    if (field.quantity == Quantity::flag) return value != 0.0f ? "yes" : "no";
-    if (!field.choices.empty()) {
-        const std::string_view name = choice_name(field.choices, static_cast<int>(value));
-        if (!name.empty()) return std::string(name);
-    }
-    if (field.quantity != Quantity::number) return value_text(value, field.quantity, units);
+    const ResultValue value = value_of(result, units);
+    if (const bool* flag = std::get_if<bool>(&value)) return *flag ? "yes" : "no";
+    if (const auto* name = std::get_if<std::string_view>(&value)) return std::string(*name);
+    const float* number = std::get_if<float>(&value);
+    if (number == nullptr) return "none";
+    const Quantity quantity = result.field->quantity;
+    if (quantity != Quantity::number) return value_text(result.value, quantity, units);
     // Five figures of a small number.
     constexpr int DECIMALS = 4, MOST = 9;
     int decimals = DECIMALS;
-    for (float least = 0.1f; value != 0.0f && std::fabs(value) < least && decimals < MOST;
+    for (float least = 0.1f; *number != 0.0f && std::fabs(*number) < least && decimals < MOST;
          least /= 10.0f)
         ++decimals;
-    return number_text(value, decimals);
+    return number_text(*number, decimals);
 }
 
 DocumentSection component_section(const Request& request, const Judged& judged, Detail detail,
@@ -177,7 +156,7 @@ DocumentSection component_section(const Request& request, const Judged& judged, 
     const auto& [element, outcome, verdict] = judged;
     const std::string id = id_of(element);
     std::string title = name_of(element);
-    title[0] = static_cast<char>(title[0] - 'a' + 'A');
+    title[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(title[0])));
     DocumentSection section{.id = id, .title = std::move(title), .new_page = true};
 
     DocumentSection inputs{.id = id + "-inputs", .title = "Inputs"};
@@ -197,7 +176,7 @@ DocumentSection component_section(const Request& request, const Judged& judged, 
     section.sections.push_back(std::move(checks));
 
     DocumentSection results{.id = id + "-results", .title = "Results"};
-    add_results(request, judged, results);
+    add_results(request, judged, detail == Detail::full, results);
     add_chart(request, judged, figures, results);
     if (!results.blocks.empty()) section.sections.push_back(std::move(results));
 

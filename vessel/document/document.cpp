@@ -58,28 +58,23 @@ DocumentSection scope_section(const Request& request, const DocumentFacts& facts
 // Sentences with the components that they are about, in the order in which they were found.
 class Assumptions {
   public:
-    void add(std::string words, const Element& element) {
+    void add(const std::string& words, const Element& element) {
         const auto known = std::find_if(all.begin(), all.end(),
                                         [&](const auto& each) { return each.first == words; });
         if (known == all.end())
-            all.emplace_back(std::move(words), name_of(element));
+            all.push_back({words, {&element}});
         else
-            known->second += "; " + name_of(element);
+            known->second.push_back(&element);
     }
-    DocumentList list(std::size_t of_components) const {
+    DocumentList list(const Request& request) const {
         DocumentList items;
-        for (const auto& [words, names] : all) {
-            const auto count =
-                static_cast<std::size_t>(std::count(names.begin(), names.end(), ';')) + 1;
-            items.items.push_back(words + ": " +
-                                  (count == of_components && count > 1 ? "all components" : names));
-        }
+        for (const auto& [words, elements] : all)
+            items.items.push_back(words + ": " + names_of(elements, request));
         return items;
     }
-    bool empty() const { return all.empty(); }
 
   private:
-    std::vector<std::pair<std::string, std::string>> all;
+    std::vector<std::pair<std::string, std::vector<const Element*>>> all;
 };
 
 bool is_off(const Element& element, std::string_view flag) {
@@ -110,7 +105,7 @@ DocumentSection assumptions_section(const Request& request, const Calculation& c
             assumptions.add(note, element);
     }
     DocumentSection section{.id = "assumptions", .title = "Assumptions"};
-    DocumentList list = assumptions.list(request.elements.size());
+    DocumentList list = assumptions.list(request);
     if (request.metric_constants)
         list.items.emplace_back("Dimensions of the code are those of its metric edition");
     for (const UsedFile& file : used_files(request)) {
@@ -134,9 +129,10 @@ DocumentSection assumptions_section(const Request& request, const Calculation& c
 DocumentSection vessel_section(const Request& request, const Calculation& calculation,
                                int& figures) {
     DocumentSection section{.id = "vessel", .title = "Vessel", .new_page = true};
-    DocumentTable table{.caption = "What the vessel holds as a whole",
-                        .columns = {{"Value"}, {"", true}, {"Unit"}, {"Component that governs"}},
-                        .rows = {}};
+    DocumentTable table{
+        .caption = "What the vessel holds as a whole",
+        .columns = {{"Quantity"}, {"Value", true}, {"Unit"}, {"Component that governs"}},
+        .rows = {}};
     for (const SummaryRow& row : summary(request, calculation)) {
         const Quantity quantity = row.field->quantity;
         table.rows.push_back({{std::string(row.field->label)},
@@ -223,10 +219,10 @@ CalculationDocument make_document(const Request& request, const Calculation& cal
     document.created = facts.created;
     document.metric = request.units.metric();
 
+    document.opening.push_back(scope_section(request, facts));
+    document.opening.push_back(assumptions_section(request, calculation));
+    document.opening.push_back(references_section(request));
     std::vector<DocumentSection>& sections = document.sections;
-    sections.push_back(scope_section(request, facts));
-    sections.push_back(assumptions_section(request, calculation));
-    sections.push_back(references_section(request));
     int figures = 0;
     if (request.of_vessel && calculation.complete)
         sections.push_back(vessel_section(request, calculation, figures));

@@ -51,6 +51,11 @@ struct DocumentTable {
         rows; // the first cell is the head of its row; the last may reach over the rest
 };
 
+// The checks of a component, the worst first.
+struct CheckRows {
+    std::vector<CheckRow> rows;
+};
+
 // Lines of the engine in its columns. A line that is marked says so by its words; the tone adds to it.
 struct Line {
     std::string text;
@@ -83,8 +88,8 @@ struct DrawingReference {
     std::string id, text;
 };
 
-using Block = std::variant<Paragraph, Remark, DocumentList, DocumentTable, Lines, Formula,
-                           MarginNote, Drawing, DrawingReference>;
+using Block = std::variant<Paragraph, Remark, DocumentList, DocumentTable, CheckRows, Lines,
+                           Formula, MarginNote, Drawing, DrawingReference>;
 
 struct DocumentSection {
     std::string id; // "flange-1", unique
@@ -120,7 +125,8 @@ struct CalculationDocument {
     std::string created; // ISO 8601; may be empty
     bool metric = false; // its paper is A4, else Letter
     FrontPage front;
-    std::vector<DocumentSection> sections;
+    std::vector<DocumentSection> opening;  // scope, assumptions, references: before the contents
+    std::vector<DocumentSection> sections; // after them
 };
 
 // What the host knows of the request beside the request itself.

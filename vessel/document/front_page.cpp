@@ -37,8 +37,9 @@ std::vector<FrontText> facts_of(const Request& request) {
 }
 
 DocumentTable signatures_of(const Request& request) {
-    DocumentTable table{
-        .caption = "Responsible", .columns = {{""}, {"Name"}, {"Date"}, {"Signature"}}, .rows = {}};
+    DocumentTable table{.caption = "Responsible",
+                        .columns = {{"Role"}, {"Name"}, {"Date"}, {"Signature"}},
+                        .rows = {}};
     for (const auto& [label, key] :
          {std::pair{"Prepared", "prepared"}, std::pair{"Checked", "checked"},
           std::pair{"Approved", "approved"}})

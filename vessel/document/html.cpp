@@ -11,7 +11,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t LINE_WIDTH = 94; // columns of a line on paper
+constexpr std::size_t LINE_WIDTH = 98; // columns of a line on paper
 
 // ---- texts -------------------------------------------------------------------------------------------------
 
@@ -85,8 +85,9 @@ class Writer {
         out.reserve(SIZE);
         head();
         front();
+        for (const DocumentSection& section : document.opening)
+            top_section(section);
         contents();
-        number = 0;
         for (const DocumentSection& section : document.sections)
             top_section(section);
         out += "</main>\n</body>\n</html>\n";
@@ -112,13 +113,34 @@ class Writer {
         out += "</ul>\n";
     }
     void put(const DocumentTable& block) { table(block, {}); }
+    // A table on a screen; on paper its lines, as a table of many cells costs a maker of PDF its time.
+    void put(const CheckRows& block) {
+        table(table_of(block), "screen");
+        out += "<pre class=\"paper checks\" aria-hidden=\"true\"><b>" + escaped(check_heads()) +
+               "</b>";
+        for (const CheckRow& row : block.rows) {
+            const std::vector<std::string> all = lines_of(row);
+            out += '\n';
+            text(std::string_view(all[0]).substr(0, all[0].size() - row.state.size()));
+            if (row.tone == Tone::quiet)
+                text(row.state);
+            else
+                marked("strong", class_of(row.tone), row.state);
+            for (std::size_t i = 1; i < all.size(); ++i) {
+                out += '\n';
+                text(all[i]);
+            }
+        }
+        out += "</pre>\n";
+    }
     void put(const Lines& block) {
-        out += "<pre>";
+        constexpr std::size_t TOGETHER = 24; // lines on one page
+        open("pre", block.lines.size() > TOGETHER ? "" : "whole");
         lines(block.lines);
         out += "</pre>\n";
     }
     void put(const Formula& block) {
-        out += "<pre class=\"formula\">";
+        open("pre", "whole");
         std::vector<Line> all;
         for (const Line& line : block.lines) {
             for (std::string& part : wrapped_step(line.text))
@@ -172,6 +194,29 @@ class Writer {
         out += "</";
         out += tag;
         out += '>';
+    }
+
+    static DocumentTable table_of(const CheckRows& checks) {
+        DocumentTable table{.caption = "Checks, the worst first",
+                            .columns = {{"Check"},
+                                        {"Paragraph"},
+                                        {"Demand and limit", true},
+                                        {"Ratio", true},
+                                        {"State"}},
+                            .rows = {}};
+        for (const CheckRow& row : checks.rows) {
+            std::string figures;
+            if (!row.demand.empty())
+                figures = row.demand + (row.relation == ">=" ? " ≥ " : " ≤ ") + row.limit +
+                          (row.unit.empty() ? "" : ' ' + row.unit);
+            table.rows.push_back({{row_label(row)},
+                                  {row.paragraph},
+                                  {std::move(figures)},
+                                  {row.ratio},
+                                  {row.state, row.tone}});
+            if (!row.remark.empty()) table.rows.push_back({{row.remark}});
+        }
+        return table;
     }
 
     // A step that is wider than the paper goes on under what comes after its "=".
@@ -267,28 +312,28 @@ class Writer {
     // Margins of a page do not have the font of its body.
     void margin_box(std::string_view place, const std::string& content) {
         out += "@" + std::string(place) + " { content: " + content +
-               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
-               "vertical-align: bottom; padding-bottom: 4mm; }\n";
+               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; ";
+        out += place.starts_with("top") ? "vertical-align: bottom; padding-bottom: 4mm; }\n"
+                                        : "vertical-align: top; padding-top: 4mm; }\n";
     }
 
     void paper() {
         out += "@page { size: ";
         out += document.metric ? "A4" : "Letter";
         out += "; margin: 24mm 16mm 20mm 20mm;\n";
-        std::string left = document.project.empty() ? document.title : document.project;
-        std::string middle =
-            document.number.empty() ? std::string("no document number") : document.number;
-        middle += document.revision.empty() ? ", no revision" : ", revision " + document.revision;
-        middle += document.date.empty() ? ", no date" : ", " + document.date;
-        margin_box("top-left", in_style(left));
-        margin_box("top-center", in_style(middle));
+        const auto given = [](const std::string& text, std::string_view without) {
+            return text.empty() ? std::string(without) : text;
+        };
+        margin_box("top-left", in_style(given(document.project, document.title)));
+        margin_box(
+            "top-center",
+            in_style(given(document.number, "no document number") + ", " +
+                     (document.revision.empty() ? "no revision" : "revision " + document.revision) +
+                     ", " + given(document.date, "no date")));
         margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
-        out +=
-            "@bottom-left { content: string(part); font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, "
-            "sans-serif; color: #333; vertical-align: top; padding-top: 4mm; }\n"
-            "@bottom-right { content: \"tarvane " TARVANE_VERSION
-            "\"; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
-            "vertical-align: top; padding-top: 4mm; }\n}\n";
+        margin_box("bottom-left", "string(heading)");
+        margin_box("bottom-right", "\"tarvane " TARVANE_VERSION "\"");
+        out += "}\n";
     }
 
     void meta(std::string_view name, const std::string& content) {
@@ -340,13 +385,18 @@ class Writer {
             block(each);
     }
 
+    void entry(int of, const DocumentSection& section) {
+        out += "<li><a href=\"#" + escaped(section.id) + "\">" + std::to_string(of) + "&ensp;" +
+               escaped(section.title) + "</a></li>\n";
+    }
     void contents() {
-        out += "<nav class=\"page\" aria-labelledby=\"contents\">\n<h2 "
-               "id=\"contents\">Contents</h2>\n<ol>\n"
+        out += "<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n"
                "<li><a href=\"#open-points\">Open points</a></li>\n";
+        int of = 0;
+        for (const DocumentSection& section : document.opening)
+            entry(++of, section);
         for (const DocumentSection& section : document.sections)
-            out += "<li><a href=\"#" + escaped(section.id) + "\">" + std::to_string(++number) +
-                   "&ensp;" + escaped(section.title) + "</a></li>\n";
+            entry(++of, section);
         out += "</ol>\n</nav>\n";
     }
 

@@ -8,7 +8,6 @@ namespace tarvane::vessel {
 
 // After the rules of its paper.
 inline constexpr std::string_view HTML_STYLE = R"(
-:root { --line: #8a8f98; --faint: #d9dce1; --pass: #0a6b2d; --bad: #a3100d; --advice: #7a4b00; }
 * { box-sizing: border-box; }
 html { color: #111; background: #fff; }
 body { font: 15px/1.45 "DejaVu Sans", "Segoe UI", Helvetica, Arial, sans-serif; margin: 0 auto;
@@ -20,39 +19,44 @@ p { margin: 0.4em 0; }
 a { color: inherit; }
 ul { margin: 0.4em 0; padding-left: 1.4em; }
 pre, .mono { font-family: "DejaVu Sans Mono", Menlo, Consolas, "Liberation Mono", monospace; font-size: 0.82em; }
-pre { margin: 0.45em 0; line-height: 1.32; overflow-x: auto; white-space: pre; }
+pre { margin: 0.45em 0; line-height: 1.32; white-space: pre; }
 table { border-collapse: collapse; margin: 0.6em 0; width: 100%; font-size: 0.92em; }
 caption { text-align: left; font-weight: bold; padding: 0.2em 0; }
-th, td { text-align: left; vertical-align: top; padding: 0.18em 0.7em 0.18em 0; border-bottom: 1px solid var(--faint);
+th, td { text-align: left; vertical-align: top; padding: 0.18em 0.7em 0.18em 0; border-bottom: 1px solid #d9dce1;
   font-weight: normal; overflow-wrap: anywhere; }
 thead th { font-weight: bold; border-bottom: 1.5px solid #111; }
 th.n, td.n { text-align: right; white-space: nowrap; }
 td.more { padding-left: 1.5em; color: #333; }
-.pass { color: var(--pass); font-weight: bold; }
-.bad { color: var(--bad); font-weight: bold; }
-.advice { color: var(--advice); font-weight: bold; }
+.pass { color: #0a6b2d; font-weight: bold; }
+.bad { color: #a3100d; font-weight: bold; }
+.advice { color: #7a4b00; font-weight: bold; }
 .verdict { border: 2px solid #111; border-left-width: 10px; padding: 0.5em 0.8em; margin: 1em 0; }
-.verdict.of-pass { border-color: var(--pass); }
-.verdict.of-bad { border-color: var(--bad); }
+.verdict.of-pass { border-color: #0a6b2d; }
+.verdict.of-bad { border-color: #a3100d; }
 .verdict strong { font-size: 1.5em; margin-right: 0.6em; }
 .facts { width: auto; font-size: 1em; }
 .facts th { padding-right: 2em; color: #444; }
 .signatures td { height: 2.2em; min-width: 6em; }
-.margin { margin: 0.2em 0 0.6em 40%; padding-left: 0.7em; border-left: 3px solid var(--advice); font-size: 0.85em; }
+.margin { margin: 0.2em 0 0.6em 40%; padding-left: 0.7em; border-left: 3px solid #7a4b00; font-size: 0.85em; }
 figure { margin: 0.8em 0; break-inside: avoid; }
 figure svg { max-width: 100%; height: auto; }
 figcaption { font-size: 0.9em; margin-top: 0.3em; }
 nav ol { list-style: none; padding-left: 0; margin: 0.4em 0; }
 nav a { text-decoration: none; }
+@media screen {
+  pre { overflow-x: auto; }
+  .paper { display: none; }
+}
 @media print {
-  html { string-set: part ""; }
+  .screen { display: none; }
   body { font-size: 9pt; line-height: 1.35; max-width: none; margin: 0; padding: 0; }
   h1 { margin-top: 0; }
-  h2 { string-set: part content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }
+  h2 { string-set: heading content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }
   h3 { bookmark-level: 2; break-after: avoid; }
   .page { break-before: page; margin-top: 0; }
   pre { font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
-  pre.formula { break-inside: avoid; }
+  pre.whole { break-inside: avoid; }
+  pre.checks { font-size: 7.9pt; }
   table { font-size: 8.5pt; }
   tr, caption { break-inside: avoid; }
   .margin { break-before: avoid; }

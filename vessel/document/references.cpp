@@ -15,18 +15,17 @@ namespace tarvane::vessel {
 namespace {
 
 struct Reference {
-    std::string name, edition, of; // the components or the file that goes by it
+    std::string name, edition;
+    std::vector<const Element*> elements; // that go by it
+    std::vector<std::string> files;       // of data that do
 };
 
 class References {
   public:
-    void add(std::string name, std::string edition, const std::string& of) {
-        for (Reference& each : all) {
-            if (each.name != name || each.edition != edition) continue;
-            if (each.of != of && !each.of.ends_with("; " + of)) each.of += "; " + of;
-            return;
-        }
-        all.push_back({std::move(name), std::move(edition), of});
+    Reference& of(const std::string& name, const std::string& edition) {
+        for (Reference& each : all)
+            if (each.name == name && each.edition == edition) return each;
+        return all.emplace_back(Reference{name, edition, {}, {}});
     }
     const std::vector<Reference>& list() const { return all; }
 
@@ -66,31 +65,58 @@ std::string edition_of(const Element& element, int code) {
 
 } // namespace
 
+std::string names_of(const std::vector<const Element*>& elements, const Request& request) {
+    if (elements.size() == request.elements.size() && elements.size() > 1) return "all components";
+    std::string names;
+    for (std::size_t first = 0; first < elements.size();) {
+        std::size_t last = first;
+        while (last + 1 < elements.size() && elements[last + 1]->kind == elements[first]->kind &&
+               elements[last + 1]->number == elements[last]->number + 1)
+            ++last;
+        names += names.empty() ? "" : ", ";
+        if (last - first < 2) last = first;
+        names += last == first ? name_of(*elements[first])
+                               : std::string(elements[first]->kind->table) + ' ' +
+                                     std::to_string(elements[first]->number) + " to " +
+                                     std::to_string(elements[last]->number);
+        first = last + 1;
+    }
+    return names;
+}
+
 DocumentSection references_section(const Request& request) {
     References references;
     for (const auto& element : request.elements) {
         const int code = choice_of(*element, "code");
         if (code > 0 && static_cast<std::size_t>(code) < std::size(NAMES))
-            references.add(std::string(NAMES[static_cast<std::size_t>(code)]),
-                           edition_of(*element, code), name_of(*element));
+            references
+                .of(std::string(NAMES[static_cast<std::size_t>(code)]), edition_of(*element, code))
+                .elements.push_back(element.get());
         if (element->kind != &FLANGE_KIND) continue;
         if (const auto& flange = static_cast<const FlangeInput&>(*element);
             !flange.standard().empty())
-            references.add(flange.standard(), "", name_of(flange));
+            references.of(flange.standard(), {}).elements.push_back(&flange);
     }
     for (const UsedFile& file : used_files(request)) {
         for (const UsedItem& item : file.items) {
             if (!item.source || item.source->source.empty()) continue;
             const std::string& source = item.source->source;
-            references.add(source.substr(0, source.find_first_of(":;,")), item.source->edition,
-                           file.name);
+            std::vector<std::string>& files =
+                references.of(source.substr(0, source.find_first_of(":;,")), item.source->edition)
+                    .files;
+            if (std::find(files.begin(), files.end(), file.name) == files.end())
+                files.push_back(file.name);
         }
     }
     DocumentTable table{
-        .caption = "References", .columns = {{"Reference"}, {"Edition"}, {"Used by"}}, .rows = {}};
-    for (const Reference& each : references.list())
+        .caption = {}, .columns = {{"Reference"}, {"Edition"}, {"Used by"}}, .rows = {}};
+    for (const Reference& each : references.list()) {
+        std::string used = names_of(each.elements, request);
+        for (const std::string& file : each.files)
+            used += (used.empty() ? "" : ", ") + file;
         table.rows.push_back(
-            {{each.name}, {each.edition.empty() ? "not given" : each.edition}, {each.of}});
+            {{each.name}, {each.edition.empty() ? "not given" : each.edition}, {std::move(used)}});
+    }
     DocumentSection section{.id = "references", .title = "References"};
     section.blocks.emplace_back(std::move(table));
     return section;

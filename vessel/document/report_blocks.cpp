@@ -43,7 +43,7 @@ bool goes_on(const Line& step, const Line& next) {
     if (next.text.empty() || next.heading) return false;
     const bool open =
         !step.text.empty() && OPERATORS.find(step.text.back()) != std::string_view::npos;
-    return open || (next.text.starts_with("    ") &&
+    return open || (next.text.starts_with("   ") &&
                     BEGINNINGS.find(without_blanks(next.text).front()) != std::string_view::npos);
 }
 
@@ -105,7 +105,7 @@ constexpr SymbolParagraph PARAGRAPHS[] = {
     {"H", "2-3"},   {"Hp", "2-3"},  {"Hd", "2-3"},  {"Ht", "2-3"},  {"HG", "2-3"},  {"Wm1", "2-5"},
     {"Wm2", "2-5"}, {"Wo", "2-5"},  {"Wg", "2-5"},  {"Am", "2-5"},  {"W", "2-5"},   {"hg", "2-6"},
     {"ht", "2-6"},  {"hd", "2-6"},  {"SHo", "2-7"}, {"SHa", "2-7"}, {"SRo", "2-7"}, {"SRa", "2-7"},
-    {"STo", "2-7"}, {"STa", "2-7"}, {"SAo", "2-8"}, {"SAa", "2-8"}};
+    {"STo", "2-7"}, {"STa", "2-7"}, {"SAo", "2-8"}, {"SAa", "2-8"}, {"BSo", "2-5"}, {"BSa", "2-5"}};
 
 // "SHo" of "Longitudinal Hub Stress, Operating [SHo]:".
 std::string_view symbol_in(std::string_view heading) {

@@ -99,7 +99,7 @@ class Page {
         return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                "<svg xmlns=\"http://www.w3.org/2000/svg\" " +
                size + " viewBox=\"0 0 " + number(WIDTH) + ' ' + number(HEIGHT) +
-               "\" font-family=\"Helvetica, Arial, sans-serif\">\n<title>" + escaped(title) +
+               "\" style=\"font-family:Helvetica, Arial, sans-serif\">\n<title>" + escaped(title) +
                "</title>\n<rect " + size + " fill=\"#ffffff\"/>\n" + body + "</svg>\n";
     }
 

@@ -219,11 +219,13 @@ std::vector<Stroke> Sheet::hatching() const {
 
 std::string Sheet::svg(double width, double height, std::string_view alt) const {
     const std::string w = number(width), h = number(height);
-    const auto pixels = [](double mm) { return number(mm * 96 / 25.4); };
+    // A whole number: validators of HTML take no other.
+    const auto pixels = [](double mm) { return std::to_string(std::lround(mm * 96 / 25.4)); };
     std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" +
                       escaped(alt) + "\" width=\"" + pixels(width) + "\" height=\"" +
-                      pixels(height) + "\" viewBox=\"0 0 " + w + ' ' + h + "\">\n<rect width=\"" +
-                      w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
+                      pixels(height) + "\" style=\"width:" + w + "mm;height:" + h +
+                      "mm\" viewBox=\"0 0 " + w + ' ' + h + "\">\n<rect width=\"" + w +
+                      "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
                       std::string(FONT_FAMILY) + "\">\n";
     for (const Area& area : areas)
         out +=
