@@ -113,11 +113,9 @@ class Writer {
         out += "</ul>\n";
     }
     void put(const DocumentTable& block) { table(block, {}); }
-    // A table on a screen; on paper its lines, as a table of many cells costs a maker of PDF its time.
+    // Lines and no table: a cell costs a maker of PDF as much time as three lines, and a vessel has thousands of them.
     void put(const CheckRows& block) {
-        table(table_of(block), "screen");
-        out += "<pre class=\"paper checks\" aria-hidden=\"true\"><b>" + escaped(check_heads()) +
-               "</b>";
+        out += "<pre class=\"checks\"><b>" + escaped(check_heads()) + "</b>";
         for (const CheckRow& row : block.rows) {
             const std::vector<std::string> all = lines_of(row);
             out += '\n';
@@ -194,29 +192,6 @@ class Writer {
         out += "</";
         out += tag;
         out += '>';
-    }
-
-    static DocumentTable table_of(const CheckRows& checks) {
-        DocumentTable table{.caption = "Checks, the worst first",
-                            .columns = {{"Check"},
-                                        {"Paragraph"},
-                                        {"Demand and limit", true},
-                                        {"Ratio", true},
-                                        {"State"}},
-                            .rows = {}};
-        for (const CheckRow& row : checks.rows) {
-            std::string figures;
-            if (!row.demand.empty())
-                figures = row.demand + (row.relation == ">=" ? " ≥ " : " ≤ ") + row.limit +
-                          (row.unit.empty() ? "" : ' ' + row.unit);
-            table.rows.push_back({{row_label(row)},
-                                  {row.paragraph},
-                                  {std::move(figures)},
-                                  {row.ratio},
-                                  {row.state, row.tone}});
-            if (!row.remark.empty()) table.rows.push_back({{row.remark}});
-        }
-        return table;
     }
 
     // A step that is wider than the paper goes on under what comes after its "=".
@@ -331,8 +306,7 @@ class Writer {
                      (document.revision.empty() ? "no revision" : "revision " + document.revision) +
                      ", " + given(document.date, "no date")));
         margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
-        margin_box("bottom-left", "string(heading)");
-        margin_box("bottom-right", "\"tarvane " TARVANE_VERSION "\"");
+        margin_box("bottom-left", "\"tarvane " TARVANE_VERSION ", \" string(heading)");
         out += "}\n";
     }
 

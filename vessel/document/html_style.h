@@ -23,7 +23,8 @@ pre { margin: 0.45em 0; line-height: 1.32; white-space: pre; }
 table { border-collapse: collapse; margin: 0.6em 0; width: 100%; font-size: 0.92em; }
 caption { text-align: left; font-weight: bold; padding: 0.2em 0; }
 th, td { text-align: left; vertical-align: top; padding: 0.18em 0.7em 0.18em 0; border-bottom: 1px solid #d9dce1;
-  font-weight: normal; overflow-wrap: anywhere; }
+  font-weight: normal; overflow-wrap: break-word; }
+.facts td, td.more { overflow-wrap: anywhere; }
 thead th { font-weight: bold; border-bottom: 1.5px solid #111; }
 th.n, td.n { text-align: right; white-space: nowrap; }
 td.more { padding-left: 1.5em; color: #333; }
@@ -45,10 +46,8 @@ nav ol { list-style: none; padding-left: 0; margin: 0.4em 0; }
 nav a { text-decoration: none; }
 @media screen {
   pre { overflow-x: auto; }
-  .paper { display: none; }
 }
 @media print {
-  .screen { display: none; }
   body { font-size: 9pt; line-height: 1.35; max-width: none; margin: 0; padding: 0; }
   h1 { margin-top: 0; }
   h2 { string-set: heading content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }

@@ -1,0 +1,398 @@
+// The calculation as a document, and as a page: what each part says, and that the lines of the engine stay.
+#include "document/document.h"
+
+#include "app_fixture.h"
+#include "catalogue/data_folder.h"
+#include "document/html.h"
+#include "document/input_rows.h"
+#include "document/report_blocks.h"
+#include "document/report_view.h"
+#include "values/text.h"
+
+#include <algorithm>
+#include <regex>
+
+namespace tarvane::app {
+
+using namespace vessel;
+namespace {
+
+const std::string DOCUMENT = R"([document]
+title = "Strength calculation"
+project = "Recovery <b>bold</b> & more"
+client = "Client Ltd"
+site = "North site"
+item = "V-7"
+number = "V-7-C-001"
+revision = "B"
+date = "2024-05-31"
+prepared = "P. Reparer"
+checked = "C. Hecker"
+approved = "A. Prover"
+
+[[document.revisions]]
+revision = "A"
+date = "2024-01-01"
+description = "first issue"
+
+)";
+const std::string SHELL =
+    "[[shell]]\ndescription = \"drum\"\nP = 100\nT = 200\nS = 20000\nSa = 20000\n"
+    "t = 0.5\nkind = \"cylinder\"\nD = 40\n";
+const std::string EXTERNAL =
+    "[[external]]\ndescription = \"wall\"\nkind = \"cylinder\"\nP = 15\nT = 300\n"
+    "chart = \"CS-2\"\nS = 15000\nD = 48\nt = 0.5\nlength = 60\n";
+constexpr std::string_view HASH = "0123456789abcdef";
+
+// A request with its calculation, which refers to it.
+struct Made {
+    ReadResult input;
+    Calculation calculation;
+
+    explicit Made(const std::string& toml)
+        : input(read(toml)), calculation(calculate(input.request)) {}
+    CalculationDocument document(Detail detail = Detail::full) const {
+        return make_document(input.request, calculation,
+                             {"drum.toml", std::string(HASH), "2024-05-31"}, detail);
+    }
+    std::string page(Detail detail = Detail::full) const { return html_of(document(detail)); }
+
+  private:
+    static ReadResult read(const std::string& toml) {
+        set_data_folder(TARVANE_DATA_DIR);
+        ReadResult result = read_input(toml);
+        EXPECT_TRUE(result.faults.empty()) << fault_line("f", result.faults.front());
+        return result;
+    }
+};
+
+std::string page_of(const std::string& toml, Detail detail = Detail::full) {
+    return Made(toml).page(detail);
+}
+
+bool has(std::string_view page, std::string_view part) {
+    return page.find(part) != std::string_view::npos;
+}
+
+// What a reader reads: no tags, and the characters themselves.
+std::string text_of_page(const std::string& page) {
+    std::string text =
+        std::regex_replace(page.substr(page.find("<body>")), std::regex("<[^>]*>"), "");
+    for (const auto& [name, character] : {std::pair{"&lt;", "<"}, std::pair{"&gt;", ">"},
+                                          std::pair{"&quot;", "\""}, std::pair{"&amp;", "&"}}) {
+        for (std::size_t at = text.find(name); at != std::string::npos;
+             at = text.find(name, at + 1))
+            text.replace(at, std::string_view(name).size(), character);
+    }
+    return text;
+}
+
+const DocumentSection* section(const std::vector<DocumentSection>& all, std::string_view id) {
+    for (const DocumentSection& each : all) {
+        if (each.id == id) return &each;
+        if (const DocumentSection* inner = section(each.sections, id)) return inner;
+    }
+    return nullptr;
+}
+
+template <class Kind>
+std::vector<Kind> blocks_of(const CalculationDocument& document, std::string_view id) {
+    std::vector<Kind> found;
+    const DocumentSection* in = section(document.sections, id);
+    if (in == nullptr) in = section(document.opening, id);
+    EXPECT_NE(in, nullptr) << id;
+    if (in == nullptr) return found;
+    for (const Block& block : in->blocks)
+        if (const Kind* one = std::get_if<Kind>(&block)) found.push_back(*one);
+    return found;
+}
+
+// "Not made: flange 1: ..." of each open point.
+std::vector<std::string> open_points(const CalculationDocument& document) {
+    std::vector<std::string> points;
+    for (const Block& block : document.front.open_points)
+        if (const auto* remark = std::get_if<Remark>(&block))
+            points.push_back(remark->word + ": " + remark->text);
+    return points;
+}
+
+bool any_has(const std::vector<std::string>& texts, std::string_view part) {
+    return std::any_of(texts.begin(), texts.end(),
+                       [part](const std::string& text) { return has(text, part); });
+}
+
+// ---- front page ------------------------------------------------------------------------------------------------
+
+TEST(Document, FrontPageHasEachFactThatIsGiven) {
+    const std::string page = page_of(DOCUMENT + SHELL);
+    for (const std::string_view fact :
+         {"<h1>Strength calculation</h1>", "Client Ltd", "North site", "V-7</td>", "V-7-C-001",
+          "2024-05-31", "P. Reparer", "C. Hecker", "A. Prover", "first issue", "2024-01-01"})
+        EXPECT_TRUE(has(page, fact)) << fact;
+    const CalculationDocument bare = Made(SHELL).document();
+    EXPECT_TRUE(bare.front.facts.empty());
+    EXPECT_TRUE(bare.front.revisions.rows.empty());
+    EXPECT_EQ(bare.front.signatures.rows.size(), 3u); // to be signed by hand
+    EXPECT_EQ(bare.title, "Calculation of pressure parts");
+}
+
+TEST(Document, TextsOfTheUserStayTexts) {
+    const std::string page =
+        page_of(DOCUMENT + with("description", "description = \"<i>&\\\"x\"", SHELL));
+    EXPECT_FALSE(has(page, "<b>bold"));
+    EXPECT_FALSE(has(page, "<i>"));
+    EXPECT_TRUE(has(page, "Recovery &lt;b&gt;bold&lt;/b&gt; &amp; more"));
+    EXPECT_TRUE(has(page, "&lt;i&gt;&amp;&quot;x"));
+    // In the style sheet, where the project is in the head of every page.
+    const std::string style =
+        page.substr(page.find("<style>"), page.find("</style>") - page.find("<style>"));
+    EXPECT_TRUE(has(style, "Recovery \\3c b\\3e bold\\3c \\2f b\\3e  \\26  more"))
+        << style.substr(0, 600);
+}
+
+TEST(Document, EveryPageNamesProjectDocumentRevisionDateAndNumber) {
+    const std::string page = page_of(DOCUMENT + SHELL);
+    EXPECT_TRUE(has(page, "@top-left { content: \"Recovery "));
+    EXPECT_TRUE(has(page, "V\\2d 7\\2d C\\2d 001\\2c  revision B\\2c  2024\\2d 05\\2d 31"));
+    EXPECT_TRUE(has(page, "\"page \" counter(page) \" of \" counter(pages)"));
+    const std::string bare = page_of(SHELL);
+    EXPECT_TRUE(has(bare, "no document number\\2c  no revision\\2c  no date"));
+}
+
+TEST(Document, VerdictIsAWordAndOnlyAPassIsGreen) {
+    const Made passing(SHELL), failing(with("t", "t = 0.05", SHELL));
+    EXPECT_EQ(passing.document().front.verdict, "PASS");
+    EXPECT_TRUE(has(passing.page(), "<strong class=\"pass\">PASS</strong>"));
+    EXPECT_EQ(failing.document().front.verdict, "FAIL");
+    const std::string page = failing.page();
+    EXPECT_FALSE(has(page, "class=\"pass\">FAIL"));
+    EXPECT_TRUE(has(page, "<strong class=\"bad\">FAIL</strong>"));
+    EXPECT_TRUE(has(page, "<strong class=\"bad\">fail</strong>"));
+    // Its calculation is there all the same.
+    EXPECT_TRUE(has(page, "Required Thickness due to Internal Pressure"));
+    const std::regex green("class=\"pass\">([^<]*)<");
+    for (auto at = std::sregex_iterator(page.begin(), page.end(), green);
+         at != std::sregex_iterator(); ++at)
+        EXPECT_TRUE((*at)[1] == "pass" || (*at)[1] == "PASS" || (*at)[1] == "PASS:") << (*at)[1];
+}
+
+TEST(Document, OpenPointsAreWhatFailsWasNotMadeIsWaivedOrApproximate) {
+    const std::string thin =
+        "[[shell]]\ndescription = \"top\"\nP = 10\nT = 200\nS = 20000\nSa = 20000\nt = 0.18\n"
+        "kind = \"torispherical\"\nD = 100\nL = 100\nr = 7\n";
+    const CalculationDocument unmade = Made(thin).document();
+    EXPECT_EQ(unmade.front.verdict, "NOT MADE");
+    EXPECT_TRUE(any_has(open_points(unmade), "Not made: shell 1 (top): thickness of a thin head"));
+    const CalculationDocument waived = Made(thin + "waive = \"head_1_4f\"\n").document();
+    EXPECT_TRUE(any_has(open_points(waived), "Waived: shell 1 (top): thickness of a thin head"));
+    EXPECT_FALSE(any_has(open_points(waived), "Not made"));
+    const CalculationDocument failing = Made(with("t", "t = 0.05", SHELL)).document();
+    EXPECT_TRUE(any_has(open_points(failing), "Fails: shell 1 (drum): required thickness"));
+    EXPECT_TRUE(any_has(open_points(Made(EXTERNAL).document()),
+                        "Approximate: figures of ExtChartData.txt (CS-2)"));
+    const CalculationDocument none = Made(SHELL).document();
+    EXPECT_TRUE(open_points(none).empty());
+    EXPECT_TRUE(std::holds_alternative<Paragraph>(none.front.open_points.at(0)));
+}
+
+// ---- order and parts ---------------------------------------------------------------------------------------------
+
+TEST(Document, PartsComeInTheirOrder) {
+    const std::string page = page_of(DOCUMENT + SHELL + EXTERNAL);
+    std::size_t last = 0;
+    for (const std::string_view id :
+         {"open-points", "scope", "assumptions", "references", "contents", "shell-1",
+          "shell-1-inputs", "shell-1-drawing", "shell-1-checks", "shell-1-results",
+          "shell-1-calculation", "external-1", "data", "not-covered"}) {
+        const std::size_t at = page.find("id=\"" + std::string(id) + '"');
+        ASSERT_NE(at, std::string::npos) << id;
+        EXPECT_GT(at, last) << id;
+        last = at;
+    }
+    // Each entry of the contents leads to a part, and no id is there twice.
+    const std::regex links("href=\"#([^\"]*)\""), ids(" id=\"([^\"]*)\"");
+    std::vector<std::string> known;
+    for (auto at = std::sregex_iterator(page.begin(), page.end(), ids);
+         at != std::sregex_iterator(); ++at) {
+        EXPECT_EQ(std::count(known.begin(), known.end(), (*at)[1].str()), 0) << (*at)[1];
+        known.push_back((*at)[1]);
+    }
+    for (auto at = std::sregex_iterator(page.begin(), page.end(), links);
+         at != std::sregex_iterator(); ++at)
+        EXPECT_EQ(std::count(known.begin(), known.end(), (*at)[1].str()), 1) << (*at)[1];
+}
+
+TEST(Document, DetailDecidesWhatAComponentShows) {
+    const Made made(SHELL);
+    EXPECT_EQ(section(made.document(Detail::summary).sections, "shell-1"), nullptr);
+    EXPECT_FALSE(made.document(Detail::summary).front.components.rows.empty());
+    const CalculationDocument checks = made.document(Detail::checks);
+    EXPECT_NE(section(checks.sections, "shell-1-checks"), nullptr);
+    EXPECT_NE(section(checks.sections, "shell-1-inputs"), nullptr);
+    EXPECT_EQ(section(checks.sections, "shell-1-calculation"), nullptr);
+    EXPECT_NE(section(made.document().sections, "shell-1-calculation"), nullptr);
+}
+
+TEST(Document, InputsHaveTheirSourceAndAreNotRounded) {
+    const Made made(with("t", "t = 0.123456", with("P", "P = \"10 bar\"", SHELL)));
+    const std::vector<InputRow> rows =
+        input_rows(*made.input.request.elements[0], made.input.request.units);
+    const auto row = [&](std::string_view key) {
+        const auto at = std::find_if(rows.begin(), rows.end(),
+                                     [&](const InputRow& each) { return each.key->name == key; });
+        EXPECT_NE(at, rows.end()) << key;
+        return at == rows.end() ? InputRow{} : *at;
+    };
+    EXPECT_EQ(row("t").value, "0.123456");
+    EXPECT_EQ(row("t").unit, "in.");
+    EXPECT_EQ(row("t").source, "file");
+    EXPECT_EQ(row("P").source, "file: 10 bar");
+    EXPECT_EQ(row("kind").value, "cylinder");
+    EXPECT_EQ(row("E").source, "default");
+}
+
+TEST(Document, AssumptionsNameTheDefaultsThatDecide) {
+    const auto words = [](const std::string& toml) {
+        std::string all;
+        for (const DocumentList& list :
+             blocks_of<DocumentList>(Made(toml).document(), "assumptions"))
+            for (const std::string& item : list.items)
+                all += item + '\n';
+        return all;
+    };
+    EXPECT_TRUE(has(words(SHELL), "Joint efficiency (E) is 1.000 by default: shell 1 (drum)"))
+        << words(SHELL);
+    EXPECT_FALSE(has(words(SHELL + "E = 1\n"), "Joint efficiency"));
+    EXPECT_TRUE(has(words(EXTERNAL), "Figures of ExtChartData.txt are approximate: CS-2"));
+    EXPECT_TRUE(has(words(EXTERNAL), "Factor A comes from the equations"));
+}
+
+TEST(Document, ReferencesHaveTheirEdition) {
+    const std::vector<DocumentTable> tables = blocks_of<DocumentTable>(
+        Made(SHELL + with("code", "code = \"VIII-2\"")).document(), "references");
+    ASSERT_EQ(tables.size(), 1u);
+    ASSERT_GE(tables[0].rows.size(), 2u);
+    EXPECT_TRUE(has(tables[0].rows[0][0].text, "Division 1"));
+    EXPECT_EQ(tables[0].rows[0][2].text, "shell 1 (drum)");
+    EXPECT_TRUE(has(tables[0].rows[1][0].text, "Division 2"));
+    EXPECT_EQ(tables[0].rows[1][1].text, "2017");
+}
+
+TEST(Document, EndNamesProgramInputDataAndWhatIsNotChecked) {
+    const std::string page = page_of(EXTERNAL);
+    EXPECT_TRUE(has(page, "<td>drum.toml</td>"));
+    EXPECT_TRUE(has(page, HASH));
+    EXPECT_TRUE(has(page, "ExtChartData.txt, SHA-256 "));
+    EXPECT_TRUE(has(page, "fatigue, UG-22"));
+    EXPECT_TRUE(has(page, "<meta name=\"dcterms.created\" content=\"2024-05-31\">"));
+}
+
+// ---- calculation ------------------------------------------------------------------------------------------------
+
+TEST(Document, LinesOfTheEngineStay) {
+    const Made made(FLANGE_TOML + SHELL);
+    const std::string text = text_of_page(made.page());
+    int lines = 0;
+    for (const Calculated& each : made.calculation.calculated) {
+        for (const ReportLine& line : report_lines(each.outcome->report)) {
+            if (line.text.empty() || is_drawing(line.text)) continue;
+            const std::string shown = with_raised_powers(to_utf8(line.text));
+            EXPECT_TRUE(has(text, shown)) << shown;
+            ++lines;
+        }
+    }
+    EXPECT_GT(lines, 150);
+}
+
+TEST(Document, FormulasAreBlocksWithTheirParagraph) {
+    const std::vector<Formula> formulas =
+        blocks_of<Formula>(Made(FLANGE_TOML).document(), "flange-1-calculation");
+    const auto with_symbol = [&](std::string_view symbol) {
+        const auto at = std::find_if(formulas.begin(), formulas.end(), [&](const Formula& each) {
+            return std::any_of(each.lines.begin(), each.lines.end(),
+                               [&](const Line& line) { return has(line.text, symbol); });
+        });
+        EXPECT_NE(at, formulas.end()) << symbol;
+        return at == formulas.end() ? Formula{} : *at;
+    };
+    EXPECT_EQ(with_symbol("[SHo]").paragraph, "2-7");
+    EXPECT_EQ(with_symbol("[SHo]").lines.size(), 4u); // heading, symbols, numbers, value
+    EXPECT_EQ(with_symbol("[Wm1]").paragraph, "2-5");
+    EXPECT_EQ(with_symbol("[Bsmax]").paragraph, ""); // the line says it
+    const std::vector<Formula> other = blocks_of<Formula>(
+        Made(with("code", "code = \"EN 13445\"")).document(), "flange-1-calculation");
+    EXPECT_TRUE(std::any_of(other.begin(), other.end(),
+                            [](const Formula& each) { return each.paragraph == "11.5.2"; }));
+}
+
+TEST(Document, PlaceholdersOfTheEngineHaveANoteWithTheValue) {
+    const Made made(with("code", "code = \"VIII-2\""));
+    const CalculationDocument document = made.document();
+    EXPECT_TRUE(has(text_of_page(html_of(document)), "/@0 ##")); // the line stays
+    std::vector<std::string> notes;
+    for (const MarginNote& note : blocks_of<MarginNote>(document, "flange-1-calculation"))
+        notes.push_back(note.text);
+    EXPECT_TRUE(any_has(notes, "Sa = 25000.00 psi"));
+    EXPECT_TRUE(any_has(notes, "leaves out no value")); // the row of bars
+    const Made loaded(with("code", "code = \"VIII-2\"") +
+                      "external_loads = true\naxial_force = 5000\nbending_moment = 8000\n");
+    notes.clear();
+    for (const MarginNote& note : blocks_of<MarginNote>(loaded.document(), "flange-1-calculation"))
+        notes.push_back(note.text);
+    EXPECT_TRUE(any_has(notes, "@3 in place of a value: hD = ")) << notes.size();
+    // A line without a gap has none.
+    for (const MarginNote& note :
+         blocks_of<MarginNote>(Made(FLANGE_TOML).document(), "flange-1-calculation"))
+        EXPECT_TRUE(has(note.text, "leaves out no value")) << note.text;
+}
+
+TEST(Document, WordForADrawingGivesWayToTheDrawing) {
+    const Made made(FLANGE_TOML);
+    const CalculationDocument document = made.document();
+    const std::vector<Drawing> drawings = blocks_of<Drawing>(document, "flange-1-drawing");
+    ASSERT_EQ(drawings.size(), 1u);
+    EXPECT_TRUE(has(drawings[0].figure.svg, "<svg"));
+    const std::vector<DrawingReference> references =
+        blocks_of<DrawingReference>(document, "flange-1-calculation");
+    ASSERT_FALSE(references.empty());
+    EXPECT_EQ(references[0].id, drawings[0].id);
+    const std::string page = html_of(document);
+    EXPECT_FALSE(has(page, "Image="));
+    EXPECT_FALSE(has(page, "[Drawing:"));
+    EXPECT_TRUE(has(page, "href=\"#" + drawings[0].id + '"'));
+    EXPECT_TRUE(has(page, "role=\"img\" aria-label=\""));
+}
+
+TEST(Document, WholePowersAreRaised) {
+    EXPECT_EQ(with_raised_powers("0.312^(2) * go^(-1)"), "0.312² * go⁻¹");
+    EXPECT_EQ(with_raised_powers("in.^-1"), "in.⁻¹");
+    EXPECT_EQ(with_raised_powers("x^12+1"), "x¹²+1");
+    EXPECT_EQ(with_raised_powers("(Do/t)^(0.94), 0.938^0.25, a^b, ^"),
+              "(Do/t)^(0.94), 0.938^0.25, a^b, ^");
+}
+
+TEST(Document, LongStepsGoOnUnderTheirSign) {
+    CalculationDocument document = Made(SHELL).document(Detail::summary);
+    std::string step = "  = ";
+    for (int i = 0; i < 30; ++i)
+        step += "12345 + ";
+    document.sections[0].blocks.emplace_back(Formula{{{step}}, {}});
+    const std::string page = html_of(document);
+    const std::size_t at = page.find("  = 12345");
+    ASSERT_NE(at, std::string::npos);
+    const std::string block = page.substr(at, page.find("</pre>", at) - at);
+    EXPECT_TRUE(has(block, "\n    12345"));
+    std::size_t begin = 0;
+    while (begin < block.size()) {
+        const std::size_t end = std::min(block.find('\n', begin), block.size());
+        EXPECT_LE(end - begin, 98u);
+        begin = end + 1;
+    }
+}
+
+TEST(Document, TheSameInputGivesTheSameBytes) {
+    EXPECT_EQ(page_of(FLANGE_TOML), page_of(FLANGE_TOML));
+}
+
+} // namespace
+} // namespace tarvane::app
