@@ -29,15 +29,16 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
                           .verdict = worst_of_all,
                           .words = {},
                           .not_covered = not_covered(request)};
+    if (const Check* worst = governing_of_several(all))
+        verdict.governing = {of[static_cast<std::size_t>(worst - all.data())], *worst};
     if (verdict.passes) {
         const bool advised =
             std::any_of(all.begin(), all.end(), [](const Check& check) { return check.advises(); });
         verdict.words =
             advised ? "every check that decides passes" : "every check that tarvane makes passes";
-        if (const Check* worst = governing_of_several(all)) {
-            const Element& element = *of[static_cast<std::size_t>(worst - all.data())];
-            verdict.words += "; " + governing_words({*worst}) + ", of " + name_of(element);
-        }
+        if (verdict.governing)
+            verdict.words += "; " + governing_words({verdict.governing->check}) + ", of " +
+                             name_of(*verdict.governing->element);
     } else {
         verdict.words = failing;
         if (!calculation.complete) {

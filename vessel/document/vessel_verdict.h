@@ -4,11 +4,18 @@
 
 #include "components/calculation.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvane::vessel {
+
+// The check that is nearest to its limit or furthest beyond, and the component that it is of.
+struct Governing {
+    const Element* element;
+    Check check;
+};
 
 struct VesselVerdict {
     bool passes = false;
@@ -17,6 +24,7 @@ struct VesselVerdict {
     std::string
         words; // "every check that tarvane makes passes; governing: flange 1 (channel), bolt area, 0.9312"
     std::vector<std::string_view> not_covered;
+    std::optional<Governing> governing = {}; // of all components; nothing without checks
 };
 
 VesselVerdict vessel_verdict(const Request& request, const Calculation& calculation);

@@ -24,8 +24,6 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr int FORM = 1; // of a result
-
 // A component with what was found for it.
 struct Found {
     const Element* element;
@@ -69,7 +67,7 @@ class Writer {
     }
     void write_units();
     void write_document();
-    void write_governing(const std::vector<Found>& components);
+    void write_governing(const std::optional<Governing>& governing);
     void write_summary();
     void write_data();
     bool write_choice(std::span<const Choice> choices, float engine);
@@ -125,22 +123,15 @@ void Writer::write_document() {
     json.end_object();
 }
 
-void Writer::write_governing(const std::vector<Found>& components) {
-    Checks all;
-    std::vector<const Element*> of;
-    for (const Found& found : components) {
-        all.insert(all.end(), found.checks.begin(), found.checks.end());
-        of.insert(of.end(), found.checks.size(), found.element);
-    }
+void Writer::write_governing(const std::optional<Governing>& governing) {
     json.key("governing");
-    const Check* worst = governing_of_several(all);
-    if (worst == nullptr) {
+    if (!governing) {
         json.null();
         return;
     }
     json.begin_object();
-    text("component", path_of(*of[static_cast<std::size_t>(worst - all.data())]));
-    text("check", worst->field().id);
+    text("component", path_of(*governing->element));
+    text("check", governing->check.field().id);
     json.end_object();
 }
 
@@ -368,14 +359,14 @@ void Writer::write_component(const Found& found) {
 }
 
 std::string Writer::write(const std::vector<Found>& components, const VesselVerdict& verdict) {
-    json.begin_object().key("tarvane").whole(FORM);
+    json.begin_object().key("tarvane").whole(RESULT_FORM);
     text("program", TARVANE_VERSION);
     text("units", request.units.name);
     write_units();
     if (document != nullptr) write_document();
     text("verdict", verdict.verdict);
     text("says", verdict.words);
-    write_governing(components);
+    write_governing(verdict.governing);
     if (request.of_vessel && wanted.results) write_summary();
     write_data();
     json.key("not_covered").begin_list();

@@ -9,6 +9,9 @@
 
 namespace tarvane::vessel {
 
+// The number of the form of a result, its member "tarvane".
+inline constexpr int RESULT_FORM = 1;
+
 // What a result has besides verdicts and inputs.
 struct Wanted {
     bool results = false, report = false, drawings = false;
