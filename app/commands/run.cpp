@@ -8,10 +8,8 @@
 #include "document/csv.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
-#include "surface/result_json.h"
 #include "terminal/output_file.h"
 #include "values/bounded_file.h"
-#include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -25,14 +23,6 @@ namespace tarvane::app {
 using namespace vessel;
 
 namespace {
-
-// What a document says of the file that it is made of.
-DocumentFacts facts_of(const std::string& path, const std::string& text) {
-    const std::u8string name = path_of(path).filename().u8string();
-    return {.input_name = printable({reinterpret_cast<const char*>(name.data()), name.size()}),
-            .input_sha256 = sha256(text),
-            .created = {}};
-}
 
 // "external-2.svg" in the folder: the chart of the second [[external]].
 std::string chart_file(const std::string& folder, const Element& element) {
@@ -106,11 +96,7 @@ class OutputFiles {
             reports += edition_line(); // of a user's own data files alone
             return reports;
         });
-        write_file(options.json, [this] {
-            return result_json(request, c, {.results = true, .report = true, .drawings = true},
-                               &facts) +
-                   '\n';
-        });
+        write_file(options.json, [this] { return run_json(request, c, facts); });
         write_file(options.csv, [this] { return csv_of(request, c); });
     }
 

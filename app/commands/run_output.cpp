@@ -6,8 +6,26 @@
 #include "document/checks_table.h"
 #include "document/report_view.h"
 #include "document/vessel_verdict.h"
+#include "surface/result_json.h"
+#include "values/bounded_file.h"
+#include "values/sha256.h"
+#include "values/text.h"
 
 namespace tarvane::app {
+
+DocumentFacts facts_of(const std::string& path, const std::string& text) {
+    const std::u8string name = path_of(path).filename().u8string();
+    return {.input_name = printable({reinterpret_cast<const char*>(name.data()), name.size()}),
+            .input_sha256 = sha256(text),
+            .created = {}};
+}
+
+std::string run_json(const Request& request, const Calculation& calculation,
+                     const DocumentFacts& facts) {
+    return result_json(request, calculation, {.results = true, .report = true, .drawings = true},
+                       &facts) +
+           '\n';
+}
 
 std::string component_text(const Calculated& component, const UnitSystem& units, bool colour) {
     const auto& [element, outcome] = component;

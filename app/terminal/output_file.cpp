@@ -145,7 +145,8 @@ Target target_of(const std::string& path) {
 // A name in the folder of a file that nothing has yet.
 fs::path partial_beside(const fs::path& file) {
     std::random_device random;
-    return folder_of(file) / (".tarvane-" + std::to_string(random()) + std::to_string(random()));
+    return folder_of(file) /
+           (std::string(PARTIAL_PREFIX) + std::to_string(random()) + std::to_string(random()));
 }
 
 #ifdef _WIN32
@@ -208,14 +209,16 @@ void write_through(const std::string& path, std::string_view bytes) {
         cannot_write(path, last_error());
 }
 
-void replace(const std::string& path, const fs::path& file, std::string_view bytes) {
+void replace(const std::string& path, const fs::path& file, std::string_view bytes,
+             Outlasts outlasts) {
     const NoEndMeanwhile whole_or_not_at_all;
     const fs::path partial = partial_beside(file);
     Handle output(partial, CREATE_NEW);
     if (!output.is_open()) cannot_write(path, last_error());
-    if (output.write(bytes) && output.sync() && output.close() &&
+    const bool waits = outlasts == Outlasts::power;
+    if (output.write(bytes) && (!waits || output.sync()) && output.close() &&
         MoveFileExW(partial.c_str(), file.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+                    MOVEFILE_REPLACE_EXISTING | (waits ? MOVEFILE_WRITE_THROUGH : 0)))
         return;
     const std::error_code failure = last_error();
     output.close();
@@ -289,7 +292,8 @@ bool take_over(int partial, const struct stat& old) {
     return fchmod(partial, old.st_mode & PERMISSIONS) == 0;
 }
 
-void replace(const std::string& path, const fs::path& file, std::string_view bytes) {
+void replace(const std::string& path, const fs::path& file, std::string_view bytes,
+             Outlasts outlasts) {
     constexpr mode_t FOR_OWNER = 0600, FOR_ALL = 0666; // the second less the process's own mask
     const NoEndMeanwhile whole_or_not_at_all;
     struct stat old;
@@ -298,8 +302,9 @@ void replace(const std::string& path, const fs::path& file, std::string_view byt
     Descriptor output(open(partial.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
                            replaces ? FOR_OWNER : FOR_ALL));
     if (!output.is_open()) cannot_write(path, last_error());
-    if (output.write(bytes) && (!replaces || take_over(output.get(), old)) && output.sync() &&
-        output.close() && rename(partial.c_str(), file.c_str()) == 0)
+    if (output.write(bytes) && (!replaces || take_over(output.get(), old)) &&
+        (outlasts == Outlasts::process || output.sync()) && output.close() &&
+        rename(partial.c_str(), file.c_str()) == 0)
         return;
     const std::error_code failure = last_error();
     unlink(partial.c_str());
@@ -334,12 +339,12 @@ void check_output(const std::string& path, std::span<const FileInUse> files) {
     target_of(path);
 }
 
-void write_whole(const std::string& path, std::string_view bytes) {
+void write_whole(const std::string& path, std::string_view bytes, Outlasts outlasts) {
     const Target target = target_of(path);
     if (target.is_stream)
         write_through(path, bytes);
     else
-        replace(path, target.file, bytes);
+        replace(path, target.file, bytes, outlasts);
 }
 
 } // namespace tarvane::app

@@ -72,16 +72,28 @@ void prepare_standard_streams() {
 #endif
 }
 
-bool output_on_terminal() {
 #ifdef _WIN32
-    const HANDLE console = GetStdHandle(STD_OUTPUT_HANDLE);
+
+namespace {
+
+bool knows_colour(DWORD stream) {
+    const HANDLE console = GetStdHandle(stream);
     DWORD mode = 0;
     return GetConsoleMode(console, &mode) &&
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-#else
-    return isatty(OUTPUT) != 0;
-#endif
 }
+
+} // namespace
+
+bool output_on_terminal() { return knows_colour(STD_OUTPUT_HANDLE); }
+bool errors_on_terminal() { return knows_colour(STD_ERROR_HANDLE); }
+
+#else
+
+bool output_on_terminal() { return isatty(OUTPUT) != 0; }
+bool errors_on_terminal() { return isatty(STDERR_FILENO) != 0; }
+
+#endif
 
 StandardOutput::int_type StandardOutput::overflow(int_type character) {
     if (!traits_type::eq_int_type(character, traits_type::eof()))

@@ -12,8 +12,9 @@ namespace tarvane::app {
 // Windows lines end as they do elsewhere, in a line feed, and a console shows UTF-8 until the program ends.
 void prepare_standard_streams();
 
-// Whether standard output is a terminal that knows marks of colour.
+// Whether standard output, or standard error, is a terminal that knows marks of colour.
 bool output_on_terminal();
+bool errors_on_terminal();
 
 // What a command writes, kept until it is flushed. After a failure nothing more is written.
 class StandardOutput : private std::streambuf {

@@ -135,6 +135,12 @@ void write_summary(const Request& request, const Calculation& calculation, std::
 
 } // namespace
 
+std::string csv_row(std::span<const std::string> fields) {
+    std::string row;
+    write_row(fields, row);
+    return row;
+}
+
 std::string csv_of(const Request& request, const Calculation& calculation) {
     const UnitSystem& units = request.units;
     std::string text;

@@ -3,11 +3,15 @@
 
 #include "components/calculation.h"
 
+#include <span>
 #include <string>
 
 namespace tarvane::vessel {
 
-// UTF-8, RFC 4180, a row of headings. Numbers have a decimal point and are the shortest decimals that read back to the
+// A row of a table, with the end of its line; RFC 4180.
+std::string csv_row(std::span<const std::string> fields);
+
+// UTF-8, a row of headings. Numbers have a decimal point and are the shortest decimals that read back to the
 // same singles, in the units of the request. Of a calculation that was completed.
 std::string csv_of(const Request& request, const Calculation& calculation);
 
