@@ -1,4 +1,6 @@
 // The command line of the host.
+#include "batch/worker.h"
+#include "commands/batch_command.h"
 #include "commands/bolts_command.h"
 #include "commands/chart_command.h"
 #include "commands/data_command.h"
@@ -16,12 +18,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -94,6 +98,28 @@ int command(int argc, char** argv, std::ostream& out) {
         "Refuse defaults that decide about safety: units, code, edition, E, corrosion, column";
     run_command->add_flag("--strict", options.strict, STRICT);
     const CLI::IsMember UNITS({"us", "si"}, CLI::ignore_case);
+
+    BatchOptions batch_options;
+    batch_options.program = TARVANE_VERSION;
+    batch_options.jobs = std::max(1u, std::thread::hardware_concurrency());
+    CLI::App* batch_command = app.add_subcommand(
+        "batch", "Calculate many input files, each in a process that it can't take others with");
+    batch_command->add_option("path", batch_options.paths, "Input files, and folders with *.toml")
+        ->required();
+    batch_command->add_option("--out", batch_options.out, "Folder of the results, a new one")
+        ->required();
+    constexpr unsigned MOST_JOBS = 1024;
+    batch_command
+        ->add_option("--jobs,-j", batch_options.jobs, "Processes side by side; else one a core")
+        ->check(CLI::Range(1u, MOST_JOBS));
+    batch_command->add_flag(
+        "--resume", batch_options.resume,
+        "Go on with the batch in the folder: only what is not done, has failed or differs");
+    batch_command->add_flag("--html", batch_options.ways.html, "A page for each item, too");
+    batch_command->add_flag("--quiet,-q", batch_options.quiet, "No progress and no table");
+    batch_command->add_option("--data", batch_options.ways.data, "Folder of the data files");
+    batch_command->add_flag("--strict", batch_options.ways.strict, STRICT);
+    const CLI::App* worker_command = app.add_subcommand(WORKER_COMMAND)->group("");
 
     MaterialsOptions materials;
     std::string materials_code = "VIII-1", materials_units = "us";
@@ -235,6 +261,8 @@ int command(int argc, char** argv, std::ostream& out) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
+    if (worker_command->parsed()) return serve_as_worker();
+    if (batch_command->parsed()) return batch(batch_options, out, std::cerr);
     if (keys_command->parsed()) return static_cast<int>(list_keys(keys_table, out));
     if (data_check->parsed()) return static_cast<int>(check_data(data_options, out, std::cerr));
     if (data_build->parsed()) return static_cast<int>(build_data(data_options, out, std::cerr));
