@@ -97,12 +97,18 @@ bool needs_yield(std::string_view chart) {
     return holds(chart, "CS-3") || chart.starts_with("NFA-11");
 }
 
-std::string chart_svg(const std::string& name, float temperature, float yield,
-                      std::optional<float> A, const UnitSystem& units) {
+Figure chart_figure(const std::string& name, float temperature, float yield, std::optional<float> A,
+                    const UnitSystem& units) {
     ChartDrawing drawing{name, {}, read_curve(name, temperature, yield), A, units};
     for (const float row : chart_temperatures(name))
         drawing.curves.push_back(read_curve(name, row, yield));
     return draw_chart(drawing);
+}
+
+std::string chart_svg(const std::string& name, float temperature, float yield,
+                      std::optional<float> A, const UnitSystem& units) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" +
+           chart_figure(name, temperature, yield, A, units).svg;
 }
 
 } // namespace tarvane::vessel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "catalogue/units.h"
+#include "drawing/figure.h"
 
 #include <optional>
 #include <string>
@@ -38,6 +39,9 @@ std::string own_chart_hint();
 bool needs_yield(std::string_view chart);
 
 // The chart as a drawing with the curve of a temperature (F) and a point of it.
+Figure chart_figure(const std::string& name, float temperature, float yield, std::optional<float> A,
+                    const UnitSystem& units);
+// The same as a file of its own.
 std::string chart_svg(const std::string& name, float temperature, float yield,
                       std::optional<float> A, const UnitSystem& units);
 

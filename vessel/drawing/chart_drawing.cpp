@@ -1,6 +1,8 @@
 #include "drawing/chart_drawing.h"
 
 #include "document/results.h"
+#include "drawing/font.h"
+#include "drawing/sheet.h"
 #include "values/decimal.h"
 #include "values/text.h"
 
@@ -14,35 +16,13 @@ namespace {
 // ---- page ------------------------------------------------------------------------------------------
 
 constexpr double WIDTH = 1000, HEIGHT = 720;
+constexpr double ON_PAPER = 170; // its width, mm
 constexpr double LEFT = 80, RIGHT = 830, TOP = 90, BOTTOM = 640;
 constexpr double LABEL_STEP = 15; // lines of text beside the curves
 constexpr int SAMPLES = 160;      // points of a curve
 
 constexpr std::string_view INK = "#222222", FAINT = "#e3e3e3", GRID = "#b9b9b9", CURVE = "#555555",
                            COLOUR = "#b3261e";
-
-std::string escaped(std::string_view text) {
-    std::string out;
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
 
 std::string coordinate(double x) { return fixed_text(x, 2); }
 
@@ -52,7 +32,6 @@ struct TextStyle {
     double size = 13;
     std::string_view anchor = "start";
     std::string_view colour = INK;
-    bool bold = false;
     bool upright = true; // false: read from below
 };
 
@@ -79,7 +58,6 @@ class Page {
         body += "<text x=\"" + coordinate(x) + "\" y=\"" + coordinate(y) + "\" font-size=\"" +
                 number(style.size) + "\" text-anchor=\"" + std::string(style.anchor) +
                 "\" fill=\"" + std::string(style.colour) + '"';
-        if (style.bold) body += " font-weight=\"bold\"";
         if (!style.upright)
             body += " transform=\"rotate(-90 " + coordinate(x) + ' ' + coordinate(y) + ")\"";
         body += '>' + escaped(content) + "</text>\n";
@@ -94,13 +72,29 @@ class Page {
                 coordinate(width) + "\" height=\"" + coordinate(height) +
                 "\" fill=\"#ffffff\" stroke=\"" + std::string(GRID) + "\"/>\n";
     }
-    std::string document(std::string_view title) const {
+    // An area that keeps the grid and the curves off a text.
+    void clear(double x, double y, double width, double height) {
+        body += "<rect x=\"" + coordinate(x) + "\" y=\"" + coordinate(y) + "\" width=\"" +
+                coordinate(width) + "\" height=\"" + coordinate(height) + "\" fill=\"#ffffff\"/>\n";
+    }
+    Figure figure(std::string alt) const {
+        Figure figure{.svg = {},
+                      .alt = std::move(alt),
+                      .width = ON_PAPER,
+                      .height = ON_PAPER * HEIGHT / WIDTH,
+                      .scale = {},
+                      .dropped = {}};
+        const double pixels = std::round(ON_PAPER * 96 / 25.4);
         const std::string size = "width=\"" + number(WIDTH) + "\" height=\"" + number(HEIGHT) + '"';
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-               "<svg xmlns=\"http://www.w3.org/2000/svg\" " +
-               size + " viewBox=\"0 0 " + number(WIDTH) + ' ' + number(HEIGHT) +
-               "\" style=\"font-family:Helvetica, Arial, sans-serif\">\n<title>" + escaped(title) +
-               "</title>\n<rect " + size + " fill=\"#ffffff\"/>\n" + body + "</svg>\n";
+        figure.svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" +
+                     escaped(figure.alt) + "\" width=\"" + number(pixels) + "\" height=\"" +
+                     number(std::round(pixels * HEIGHT / WIDTH)) +
+                     "\" style=\"width:" + number(figure.width) +
+                     "mm;height:" + number(figure.height) + "mm\" viewBox=\"0 0 " + number(WIDTH) +
+                     ' ' + number(HEIGHT) + "\">\n<rect " + size + " fill=\"#ffffff\" stroke=\"" +
+                     std::string(INK) + "\" stroke-width=\"3\"/>\n<g font-family=\"" +
+                     std::string(FONT_FAMILY) + "\">\n" + body + "</g>\n</svg>\n";
+        return figure;
     }
 
   private:
@@ -173,7 +167,7 @@ void draw_axes(Page& page, const Axis& A, const Axis& B, const std::string& unit
     for (const Mark& mark : marks(A)) {
         if (mark.digit == 1) {
             page.text(A.at(mark.value), BOTTOM + 20, power_of_ten(mark.value),
-                      {.anchor = "middle", .bold = true});
+                      {.anchor = "middle"});
         } else if (mark.digit == 2 || mark.digit == 5) {
             page.text(A.at(mark.value), BOTTOM + 18, std::to_string(mark.digit),
                       {.size = 11, .anchor = "middle"});
@@ -182,9 +176,8 @@ void draw_axes(Page& page, const Axis& A, const Axis& B, const std::string& unit
     for (const Mark& mark : marks(B)) {
         const bool crowded = mark.digit == 7 || mark.digit == 9;
         if (!crowded)
-            page.text(
-                LEFT - 8, B.at(mark.value) + 4, grouped(mark.value),
-                {.size = mark.digit == 1 ? 13.0 : 11.0, .anchor = "end", .bold = mark.digit == 1});
+            page.text(LEFT - 8, B.at(mark.value) + 4, grouped(mark.value),
+                      {.size = mark.digit == 1 ? 13.0 : 11.0, .anchor = "end"});
     }
     page.path({{LEFT, TOP}, {RIGHT, TOP}, {RIGHT, BOTTOM}, {LEFT, BOTTOM}, {LEFT, TOP}}, INK, 1.5);
     page.text((LEFT + RIGHT) / 2, BOTTOM + 48, "Factor A", {.size = 16, .anchor = "middle"});
@@ -212,7 +205,7 @@ class Drawing {
         if (chart.A) A.low = std::min(A.low, round_below(static_cast<double>(*chart.A)));
     }
 
-    std::string draw() {
+    Figure draw() {
         const std::string unit = to_utf8(chart.units.label(Quantity::stress));
         draw_axes(page, A, B, unit);
         std::vector<Label> labels;
@@ -224,10 +217,13 @@ class Drawing {
         write_moduli(unit);
         if (chart.A) mark_point(unit);
         const std::string title = "External pressure chart " + chart.name;
-        page.text(LEFT, 44, title, {.size = 22, .bold = true});
+        page.text(LEFT, 44, title, {.size = 22});
         page.text(LEFT, 70, "in colour: " + temperature_text(chart.asked.temperature),
                   {.size = 14, .colour = COLOUR});
-        return page.document(title);
+        std::string alt = title + ", stress B over factor A, curve of " +
+                          temperature_text(chart.asked.temperature);
+        if (chart.A) alt += ", point " + point_text(unit);
+        return page.figure(std::move(alt));
     }
 
   private:
@@ -295,8 +291,7 @@ class Drawing {
             const Label& label = labels[i];
             page.path({{label.x, label.y}, {RIGHT + 6, label.y}, {RIGHT + 18, places[i]}},
                       label.colour, 0.6);
-            page.text(RIGHT + 22, places[i] + 4, label.text,
-                      {.colour = label.colour, .bold = label.colour == COLOUR});
+            page.text(RIGHT + 22, places[i] + 4, label.text, {.colour = label.colour});
         }
     }
 
@@ -324,8 +319,13 @@ class Drawing {
         page.rectangle(RIGHT - 14 - BOX, top, BOX, height);
         for (std::size_t i = 0; i < lines.size(); ++i)
             page.text(RIGHT - 4 - BOX, top + 19 + LABEL_STEP * static_cast<double>(i),
-                      lines[i].first,
-                      {.size = 12, .colour = lines[i].second, .bold = lines[i].second == COLOUR});
+                      lines[i].first, {.size = 12, .colour = lines[i].second});
+    }
+
+    std::string point_text(const std::string& unit) const {
+        const double factor = static_cast<double>(*chart.A);
+        return "A = " + general_text(factor, 3) +
+               ", B = " + general_text(shown_stress(chart.asked.B(*chart.A)), 4) + ' ' + unit;
     }
 
     void mark_point(const std::string& unit) {
@@ -336,14 +336,14 @@ class Drawing {
         page.line(x, BOTTOM, x, y, COLOUR, 1);
         page.line(x, y, LEFT, y, COLOUR, 1);
         page.dot(x, y, COLOUR);
-        const std::string text =
-            "A = " + general_text(factor, 3) + ", B = " + general_text(stress, 4) + ' ' + unit;
-        page.text(LEFT + 12, y - 8, text, {.colour = COLOUR, .bold = true});
+        const std::string text = point_text(unit);
+        page.clear(LEFT + 10, y - 23, text_width(text, 13) + 4, 17);
+        page.text(LEFT + 12, y - 8, text, {.colour = COLOUR});
     }
 };
 
 } // namespace
 
-std::string draw_chart(const ChartDrawing& chart) { return Drawing(chart).draw(); }
+Figure draw_chart(const ChartDrawing& chart) { return Drawing(chart).draw(); }
 
 } // namespace tarvane::vessel

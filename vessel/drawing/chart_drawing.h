@@ -2,6 +2,7 @@
 #pragma once
 
 #include "catalogue/charts.h"
+#include "drawing/figure.h"
 
 #include <optional>
 #include <string>
@@ -17,7 +18,6 @@ struct ChartDrawing {
     UnitSystem units;
 };
 
-// An SVG document.
-std::string draw_chart(const ChartDrawing& chart);
+Figure draw_chart(const ChartDrawing& chart);
 
 } // namespace tarvane::vessel
