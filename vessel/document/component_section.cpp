@@ -103,10 +103,6 @@ void add_results(const Request& request, const Judged& judged, bool all, Documen
 // ---- drawings --------------------------------------------------------------------------------------------------
 
 // A picture inside a page has no declaration of its own.
-std::string within_page(std::string svg) {
-    return svg.starts_with("<?xml") ? svg.substr(std::min(svg.find("<svg"), svg.size())) : svg;
-}
-
 Drawing numbered(Figure figure, const std::string& words, int& figures) {
     const std::string number = std::to_string(++figures);
     Drawing drawing{.figure = std::move(figure), .id = "figure-" + number, .caption = {}};
@@ -121,10 +117,8 @@ void add_chart(const Request& request, const Judged& judged, int& figures,
     if (!point) return;
     const std::string words =
         "chart " + point->chart + " with the point of " + name_of(judged.element);
-    Figure figure;
-    figure.svg = within_page(
-        chart_svg(point->chart, point->temperature, point->yield, point->A, request.units));
-    figure.alt = words;
+    Figure figure =
+        chart_figure(point->chart, point->temperature, point->yield, point->A, request.units);
     section.blocks.emplace_back(numbered(std::move(figure), words, figures));
 }
 

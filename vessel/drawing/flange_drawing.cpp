@@ -236,7 +236,7 @@ void FlangeSection::draw_cover() {
                         ", short span d = " + written(s.short_span, Quantity::diameter) +
                         "; the section is that of the bolt circle");
     if (s.deflection && s.deflection_allowed)
-        notes.push_back("deflection at the center " + thickness(*s.deflection) + ", allowed " +
+        notes.push_back("deflection at the centre " + thickness(*s.deflection) + ", allowed " +
                         thickness(*s.deflection_allowed));
 }
 
