@@ -195,6 +195,15 @@ TEST(Document, OpenPointsAreWhatFailsWasNotMadeIsWaivedOrApproximate) {
     EXPECT_TRUE(std::holds_alternative<Paragraph>(none.front.open_points.at(0)));
 }
 
+TEST(Document, WordsOnAVerdictThatPassesAreNoAlarm) {
+    // The small end of the hub limits its MAWP, which is above P all the same.
+    const std::string passing = page_of(with("g0", "g0 = 0.13", with("t", "t = 3")));
+    EXPECT_TRUE(has(passing, "<strong class=\"pass\">PASS</strong>"));
+    EXPECT_TRUE(has(passing, "<strong>Verdict:</strong>"));
+    EXPECT_TRUE(
+        has(page_of(with("t", "t = 0.05", SHELL)), "<strong class=\"bad\">Verdict:</strong>"));
+}
+
 // ---- order and parts ---------------------------------------------------------------------------------------------
 
 TEST(Document, PartsComeInTheirOrder) {

@@ -53,7 +53,8 @@ DocumentSection checks_section(const Request& request, const Judged& judged,
     for (std::string& words : rated_pressure_words(outcome.rated_pressure, request.units))
         section.blocks.emplace_back(Paragraph{std::move(words)});
     for (const std::string& reason : verdict.reasons)
-        section.blocks.emplace_back(Remark{"Verdict", reason, Tone::bad});
+        section.blocks.emplace_back(
+            Remark{"Verdict", reason, checks.passes ? Tone::quiet : Tone::bad});
     for (const std::string& message : outcome.messages)
         section.blocks.emplace_back(
             Remark{"Message of the engine", to_utf8(message), Tone::advice});

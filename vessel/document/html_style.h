@@ -54,7 +54,7 @@ nav a { text-decoration: none; }
   h3 { bookmark-level: 2; break-after: avoid; }
   .page { break-before: page; margin-top: 0; }
   pre { font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
-  pre.whole { break-inside: avoid; }
+  pre.whole { break-inside: avoid; white-space: pre; }
   pre.checks { font-size: 7.9pt; }
   table { font-size: 8.5pt; }
   tr, caption { break-inside: avoid; }
