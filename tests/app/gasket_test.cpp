@@ -192,9 +192,9 @@ TEST(GasketTable, ApproximateFiguresAreInTheDocument) {
     const CalculationDocument document =
         make_document(read.request, calculate(read.request), {}, Detail::checks);
     const auto assumptions =
-        std::find_if(document.sections.begin(), document.sections.end(),
+        std::find_if(document.opening.begin(), document.opening.end(),
                      [](const DocumentSection& section) { return section.id == "assumptions"; });
-    ASSERT_NE(assumptions, document.sections.end());
+    ASSERT_NE(assumptions, document.opening.end());
     const auto* list = std::get_if<DocumentList>(&assumptions->blocks.at(0));
     ASSERT_NE(list, nullptr);
     EXPECT_NE(
