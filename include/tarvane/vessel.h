@@ -154,13 +154,14 @@ typedef int32_t (*TARVANE_PROGRESS)(void* user, int64_t done, int64_t rows);
 ** tarvane_sweep - one request with many values, arrays in and arrays out.
 **   request   as for tarvane_calculate
 **   inputs    names, ending in a null pointer: "flange[0].t" of a component, "vessel.P" of all that take it from
-**             there. The request need not have a value there; one that it has is ignored
+**             there. The request need not have a value there; one that it has is ignored. "flange[0].t [mm]": the
+**             numbers are in this unit
 **   outputs   names, ending in a null pointer: "flange[0].results.mawp", a result; "flange[0].passed", 1 or 0;
 **             of the check that governs "flange[0].ratio" and "flange[0].governing", its place in the list of
 **             checks of "keys", from 0 on; "vessel.passed", "vessel.ratio" and "vessel.governing", the place of
 **             the component in the request, from 0 on
 **   rows      0 or more
-**   x         rows by inputs, in the units of the request; a flag is 0 or 1, a choice its number
+**   x         rows by inputs, in the units of the request or of the input; a flag is 0 or 1, a choice its number
 **   y         receives rows by outputs, in the units of the request: singles, bit for bit those that
 **             tarvane_calculate finds with the values of the row, a choice as its number; NaN where there is no value
 **   fault     may be a null pointer; receives for each row 0, or k: the k-th fault, from 1 on, of

@@ -73,12 +73,15 @@ struct Range {
     bool whole = false;
 };
 
+const Value& kinds_of(const Handle& handle) {
+    static const Value kinds = at(parsed(tarvane_schema(handle.get(), "keys")), "kinds");
+    return kinds;
+}
+
 // Every result of a component, and the outcome of its checks.
 std::vector<std::string> all_outputs(const Handle& handle, const std::string& kind) {
     std::vector<std::string> outputs;
-    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
-    const Value kinds = at(keys, "kinds");
-    for (const Value& each : *kinds.list()) {
+    for (const Value& each : *kinds_of(handle).list()) {
         if (text_at(each, "name") != kind) continue;
         const Value results = at(each, "results");
         for (const Value& field : *results.list())
@@ -93,9 +96,7 @@ std::vector<std::string> all_outputs(const Handle& handle, const std::string& ki
 
 std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
                              std::vector<std::string>& in_order) {
-    const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
-    const Value kinds = at(keys, "kinds");
-    for (const Value& each : *kinds.list()) {
+    for (const Value& each : *kinds_of(handle).list()) {
         if (text_at(each, "name") != kind) continue;
         const Value checks = at(each, "checks");
         for (const Value& field : *checks.list())
@@ -107,8 +108,7 @@ std::set<std::string> ids_of(const Handle& handle, const std::string& kind,
 // Numbers of the choices of results, by kind, result and name.
 std::map<std::string, double> choice_numbers(const Handle& handle) {
     std::map<std::string, double> numbers;
-    const Value kinds = at(parsed(tarvane_schema(handle.get(), "keys")), "kinds");
-    for (const Value& kind : *kinds.list()) {
+    for (const Value& kind : *kinds_of(handle).list()) {
         const Value results = at(kind, "results");
         for (const Value& field : *results.list()) {
             const Value choices = at(field, "choices");
@@ -164,7 +164,50 @@ bool same(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) || static_cast<float>(a) == static_cast<float>(b);
 }
 
-// `request` has "@0" and so on where the inputs go.
+// Every output of each row; the number of those without a fault. `request` has "@0" and so on where the inputs go.
+std::size_t compare_rows(const Handle& handle, const std::string& kind, const std::string& request,
+                         const std::vector<std::string>& inputs, const std::vector<double>& x) {
+    const std::size_t rows = x.size() / inputs.size();
+    std::vector<std::string> ids;
+    ids_of(handle, kind, ids);
+    const std::vector<std::string> outputs = all_outputs(handle, kind);
+    // What is in the places of the inputs is ignored.
+    const std::vector<double> nothing(inputs.size(), -1.0e30);
+    const Swept swept = sweep(handle, filled(request, nothing), inputs, outputs, x,
+                              static_cast<std::int64_t>(rows));
+    EXPECT_EQ(swept.status, TARVANE_OK) << inputs[0] << ' ' << text_at(swept.error, "[0].path")
+                                        << text_at(swept.error, "[0].reason");
+    if (swept.status != TARVANE_OK) return 0;
+    EXPECT_EQ(swept.done, static_cast<std::int64_t>(rows));
+    std::size_t sound = 0;
+    for (std::size_t row = 0; row < rows; ++row) {
+        const std::span<const double> values(&x[row * inputs.size()], inputs.size());
+        const Answer answer = handle.calculate(filled(request, values));
+        const std::int32_t k = swept.fault[row];
+        EXPECT_EQ(k == 0, answer.status == TARVANE_OK) << inputs[0] << ' ' << row;
+        if ((k == 0) != (answer.status == TARVANE_OK)) continue;
+        if (k != 0) {
+            const std::string place = '[' + std::to_string(k - 1) + ']';
+            for (const char* part : {".path", ".value", ".reason"})
+                EXPECT_EQ(text_at(swept.error, place + part),
+                          text_at(answer.error, std::string("[0]") + part));
+        } else {
+            ++sound;
+        }
+        for (std::size_t i = 0; i < outputs.size(); ++i) {
+            const double found = swept.y[row * outputs.size() + i];
+            if (k != 0)
+                EXPECT_TRUE(std::isnan(found)) << outputs[i];
+            else
+                EXPECT_TRUE(same(found, wanted(handle, answer.result, outputs[i], ids)))
+                    << inputs[0] << ' ' << row << ' ' << outputs[i] << ' ' << found << ' '
+                    << wanted(handle, answer.result, outputs[i], ids);
+        }
+    }
+    return sound;
+}
+
+// Of random rows.
 void compare(const std::string& kind, const std::string& request, const std::vector<Range>& ranges,
              std::int64_t rows, std::size_t least_sound) {
     const Handle handle;
@@ -180,40 +223,7 @@ void compare(const std::string& kind, const std::string& request, const std::vec
             x.push_back(range.whole ? std::round(value) : value);
         }
     }
-    std::vector<std::string> ids;
-    ids_of(handle, kind, ids);
-    const std::vector<std::string> outputs = all_outputs(handle, kind);
-    // What is in the places of the inputs is ignored.
-    const std::vector<double> nothing(ranges.size(), -1.0e30);
-    const Swept swept = sweep(handle, filled(request, nothing), inputs, outputs, x, rows);
-    ASSERT_EQ(swept.status, TARVANE_OK) << text_at(swept.error, "[0].reason");
-    EXPECT_EQ(swept.done, rows);
-    std::size_t sound = 0;
-    for (std::size_t row = 0; row < static_cast<std::size_t>(rows); ++row) {
-        const std::span<const double> values(&x[row * ranges.size()], ranges.size());
-        const Answer answer = handle.calculate(filled(request, values));
-        const std::int32_t k = swept.fault[row];
-        ASSERT_EQ(k == 0, answer.status == TARVANE_OK) << row;
-        if (k != 0) {
-            const std::string place = '[' + std::to_string(k - 1) + ']';
-            for (const char* part : {".path", ".value", ".reason"})
-                EXPECT_EQ(text_at(swept.error, place + part),
-                          text_at(answer.error, std::string("[0]") + part));
-        } else {
-            ++sound;
-        }
-        for (std::size_t i = 0; i < outputs.size(); ++i) {
-            const double found = swept.y[row * outputs.size() + i];
-            if (k != 0)
-                EXPECT_TRUE(std::isnan(found)) << outputs[i];
-            else
-                EXPECT_TRUE(same(found, wanted(handle, answer.result, outputs[i], ids)))
-                    << row << ' ' << outputs[i] << ' ' << found << ' '
-                    << wanted(handle, answer.result, outputs[i], ids);
-        }
-    }
-    EXPECT_GE(sound, least_sound);
-    EXPECT_LE(sound, static_cast<std::size_t>(rows));
+    EXPECT_GE(compare_rows(handle, kind, request, inputs, x), least_sound) << request;
 }
 
 TEST(Sweep, OfFlangesIsTheirCalculation) {
@@ -229,6 +239,133 @@ TEST(Sweep, OfFlangesIsTheirCalculation) {
              {"flange[0].n", 8, 20, true},
              {"flange[0].ci", -0.01, 0.2}},
             40, 10);
+}
+
+// ---- rows of numbers alone -----------------------------------------------------------------------------------
+
+using Keys = std::map<std::string, std::string>; // of a flange, and their values in JSON
+
+std::string flange_request(const Keys& flange) {
+    std::string keys;
+    for (const auto& [key, value] : flange)
+        keys += (keys.empty() ? "\"" : ", \"") + key + "\": " + value;
+    return R"({"tarvane": 1, "flange": [{)" + keys + "}]}";
+}
+
+Keys flange_of(int type, int code) {
+    const bool reverse = type == 8 || type == 9;
+    Keys keys{{"type", std::to_string(type)},
+              {"code", std::to_string(code)},
+              {"P", "135"},
+              {"T", "650"},
+              {"t", "1.4375"},
+              {"B", reverse ? "20" : "26.25"},
+              {"A", "32.875"},
+              {"g0", "0.3125"},
+              {"g1", "0.6875"},
+              {"h", "2.125"},
+              {"Fod", "30"},
+              {"Fid", "29"},
+              {"Go", "30"},
+              {"Gi", "29"},
+              {"Sfo", "17800"},
+              {"Sfa", "20000"},
+              {"Sb", "25000"},
+              {"Sa", "25000"},
+              {"C", "31.25"},
+              {"a", "0.75"},
+              {"bolting", "1"},
+              {"n", "44"},
+              {"m", "3.75"},
+              {"y", "7600"},
+              {"facing", "5"},
+              {"column", "2"},
+              {"w", "0.125"},
+              {"Dshell", "26.25"},
+              {"tShell", "0.3125"},
+              {"Sn", "17800"},
+              {"Sna", "20000"}};
+    if (type == 6) keys.insert({{"LjID", "27"}, {"LjOD", "29.5"}});
+    return keys;
+}
+
+// The engine is not reset between such rows: what one leaves must not be found in the next one, whatever the options.
+TEST(Sweep, OfEveryTypeAndCode) {
+    const Keys options[] = {
+        {{"rigidity", "true"}, {"ci", "0.0625"}, {"corroded_rigidity", "true"}},
+        {{"axial_force", "1000"}, {"bending_moment", "500"}, {"quiet_overstress", "true"}},
+        {{"lp", "20"}, {"tp", "0.25"}, {"mPart", "3"}, {"yPart", "5000"}, {"tg", "0.125"}},
+        {{"mating_operating", "300000"}, {"mating_seating", "200000"}, {"mating_design", "400000"}},
+        {{"P_external", "15"}, {"ce", "0.0625"}},
+        {{"kind", "2"}, {"rigidity", "true"}},
+        {{"p_number", "1"}, {"material", "\"SA-105\""}, {"seating_rule", "1"}},
+        {{"failure_corrosion", "true"}, {"ci", "0.125"}},
+    };
+    std::size_t option = 0;
+    for (int type = 1; type <= 9; ++type) {
+        for (int code = 1; code <= 4; ++code) {
+            for (int round = 0; round < 2; ++round) {
+                Keys flange = flange_of(type, code);
+                if (round == 0) {
+                    for (const auto& [key, value] : options[option++ % std::size(options)])
+                        flange[key] = value;
+                }
+                flange["t"] = "@1";
+                flange["P"] = "@0";
+                const bool thick = type >= 8;
+                compare("flange", flange_request(flange),
+                        {{"flange[0].P", -20, 300}, {"flange[0].t", thick ? 3.0 : 0.5, 6}}, 8, 2);
+            }
+        }
+    }
+}
+
+// Each number key by itself, from values that are sound to such as are not and back.
+TEST(Sweep, OfEachKeyOfAFlange) {
+    const Handle handle;
+    std::vector<std::string> keys;
+    for (const Value& kind : *kinds_of(handle).list()) {
+        if (text_at(kind, "name") != "flange") continue;
+        const Value list = at(kind, "keys");
+        for (const Value& key : *list.list()) {
+            const std::string quantity = text_at(key, "quantity");
+            const std::string name = text_at(key, "name");
+            const bool number = quantity != "text" && quantity != "choice" && quantity != "flag" &&
+                                quantity != "designation" && quantity != "waivers";
+            if (number && name.find('.') == std::string::npos) keys.push_back(name);
+        }
+    }
+    ASSERT_GT(keys.size(), 60u);
+    const std::vector<std::string> of_cover{"P",  "t",  "D",     "d",     "L",
+                                            "D1", "D2", "edge1", "edge2", "pitch"};
+    std::size_t compared = 0;
+    for (const int type : {1, 7}) {
+        Keys flange = flange_of(type, 1);
+        flange.insert({{"rigidity", "true"},
+                       {"axial_force", "1000"},
+                       {"ci", "0.0625"},
+                       {"tp", "0.2"},
+                       {"bending_moment", "500"},
+                       {"lp", "20"},
+                       {"mPart", "3"},
+                       {"yPart", "5000"}});
+        const bool cover = type == 7;
+        if (cover)
+            flange.insert(
+                {{"D1", "2"}, {"D2", "1.5"}, {"edge1", "5"}, {"edge2", "6"}, {"pitch", "9"}});
+        for (const std::string& key : keys) {
+            if (cover && std::find(of_cover.begin(), of_cover.end(), key) == of_cover.end())
+                continue;
+            const auto given = flange.find(key);
+            const double base = given == flange.end() ? 0.5 : std::stod(given->second);
+            Keys swept = flange;
+            swept[key] = "@0";
+            const std::vector<double> x{base, base * 1.25, 0.0, base, -base, base * 0.5, 1.0};
+            compared +=
+                compare_rows(handle, "flange", flange_request(swept), {"flange[0]." + key}, x);
+        }
+    }
+    EXPECT_GT(compared, 300u);
 }
 
 TEST(Sweep, InOtherUnitsAndOfAllComponents) {
@@ -278,13 +415,14 @@ TEST(Sweep, OfLinkedComponents) {
     const std::vector<Range> ranges{{"vessel.P", 100, 300},          {"vessel.MDMT", -60, 0},
                                     {"vessel.liquid.level", 0, 300}, {"shell[1].D", 30, 90},
                                     {"shell[1].ci", 0, 0.7},         {"flange[1].Go", 8, 9}};
-    const std::vector<std::string> outputs{"shell[0].results.P",    "shell[0].results.t_req",
-                                           "shell[0].results.mawp", "shell[1].results.P",
-                                           "mdmt[0].results.ratio", "mdmt[1].results.ratio",
-                                           "mdmt[1].results.MDMT",  "mdmt[1].results.tg",
-                                           "flange[0].results.Wm1", "flange[0].results.W",
-                                           "flange[1].results.Wm1", "flange[1].results.Wm2",
-                                           "vessel.passed",         "vessel.ratio"};
+    const std::vector<std::string> outputs{"shell[0].results.P",     "shell[0].results.t_req",
+                                           "shell[0].results.mawp",  "shell[1].results.P",
+                                           "mdmt[0].results.ratio",  "mdmt[1].results.ratio",
+                                           "mdmt[1].results.MDMT",   "mdmt[1].results.tg",
+                                           "flange[0].results.Wm1",  "flange[0].results.W",
+                                           "flange[1].results.Wm1",  "flange[1].results.Wm2",
+                                           "flange[0].results.mawp", "flange[1].results.mawp",
+                                           "vessel.passed",          "vessel.ratio"};
     std::vector<std::string> inputs;
     for (const Range& range : ranges)
         inputs.push_back(range.path);
@@ -341,6 +479,50 @@ TEST(Sweep, OfAFlagAndAChoice) {
     }
     EXPECT_EQ(text_at(swept.error, "[0].reason").find("true or false is expected"), 0u);
     EXPECT_EQ(text_at(swept.error, "[1].path"), "flange[0].code");
+}
+
+TEST(Sweep, InUnitsOfItsInputs) {
+    const Handle handle;
+    const std::string request =
+        R"({"flange": [{"type": "weld neck", "P": "@1 bar", "T": "@2 °C", "B": 12.0, "A": 19.0, "t": "@0 mm",
+        "g0": 0.375, "g1": 1.19, "h": 3.25, "material": "SA-105", "bolting": "TEMA", "C": 17.0, "n": 12, "a": 0.875,
+        "bolt_material": "SA-193 B7", "Fod": 15.0, "Fid": 12.0, "Go": 14.75, "Gi": 14.0, "m": 3, "y": 10000,
+        "facing": "1a"}]})";
+    std::mt19937 chance(5);
+    std::uniform_real_distribution<double> draw(0.0, 1.0);
+    std::vector<double> x;
+    for (int row = 0; row < 20; ++row)
+        x.insert(x.end(), {15.0 + 40.0 * draw(chance), 5.0 + 20.0 * draw(chance),
+                           20.0 + 300.0 * draw(chance)});
+    EXPECT_EQ(compare_rows(handle, "flange", request,
+                           {"flange[0].t [mm]", "flange[0].P [bar]", "flange[0].T [°C]"}, x),
+              20u);
+    // Without a unit those of the request hold, and one that is none of the key is refused.
+    const std::vector<double> one{1.25};
+    const Swept own = sweep(handle, request_of(flange_json()), {"flange[0].t"},
+                            {"flange[0].results.mawp"}, one, 1);
+    const Swept inches = sweep(handle, request_of(flange_json()), {"flange[0].t [in]"},
+                               {"flange[0].results.mawp"}, one, 1);
+    EXPECT_EQ(own.y, inches.y);
+    for (const char* unit : {"bar", "mmm", ""}) {
+        const Swept wrong =
+            sweep(handle, request_of(flange_json()), {std::string("flange[0].t [") + unit + ']'},
+                  {"flange[0].results.mawp"}, one, 1);
+        if (*unit == 0) {
+            EXPECT_EQ(wrong.y, own.y);
+            continue;
+        }
+        EXPECT_EQ(wrong.status, TARVANE_FAULTY);
+        EXPECT_EQ(text_at(wrong.error, "[0].path"), "flange[0].t");
+        EXPECT_EQ(text_at(wrong.error, "[0].value"), unit);
+        EXPECT_NE(text_at(wrong.error, "[0].reason").find("in one of"), std::string::npos)
+            << text_at(wrong.error, "[0].reason");
+    }
+    // A number that is none is a fault of its row.
+    const Swept none = sweep(handle, request_of(flange_json()), {"flange[0].t [mm]"},
+                             {"flange[0].results.mawp"}, {std::nan(""), 30.0}, 2);
+    EXPECT_EQ(none.fault[0], 1);
+    EXPECT_EQ(none.fault[1], 0);
 }
 
 // ---- rows at fault ------------------------------------------------------------------------------------------

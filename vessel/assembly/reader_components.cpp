@@ -33,12 +33,13 @@ Reader::Draft Reader::begin_component(const Source& source) {
             place = table.prefix + written.name;
         }
         if (written.value == nullptr) continue;
-        const auto input = std::find(later.begin(), later.end(), place);
-        if (input == later.end())
+        const std::optional<std::size_t> input = input_at(place);
+        if (!input) {
             read_key(written, key, place, *element, draft.reading);
-        else
-            draft.open.push_back({static_cast<std::size_t>(input - later.begin()), &key,
-                                  std::move(written.name), std::move(place)});
+            continue;
+        }
+        check_unit(key, *written.value, *input);
+        draft.open.push_back({*input, &key, std::move(written.name), std::move(place)});
     }
     for (const Unheeded& each : keys.unheeded) {
         if (holds_for_all(each.key)) element->unheeded.push_back(&each);

@@ -202,7 +202,7 @@ bool Reader::holds_for_all(const Key& key) {
         const Value* value = table.table.find(key.name);
         if (value == nullptr) continue;
         const std::string path = table.prefix + std::string(key.name);
-        if (std::find(later.begin(), later.end(), path) != later.end()) return true;
+        if (input_at(path)) return true;
         Taken<float> number = take_number(*value, key, request.units);
         if (number.value) return *number.value != 0.0f;
         faults.add(value->at, key.name, std::move(number.fault));

@@ -3,6 +3,7 @@
 
 #include "assembly/links.h"
 #include "assembly/reader.h"
+#include "assembly/repeated_reading.h"
 #include "assembly/takes.h"
 #include "components/fault_list.h"
 #include "fields/vessel_keys.h"
@@ -30,13 +31,15 @@ struct CommonTable {
 
 class Reader {
   public:
-    // `inputs`: paths of values that come later, one for each reading.
-    Reader(ReadResult& into, Kinds of_requests, std::span<const std::string> inputs = {})
+    // `inputs`: places of values that come later, one for each reading.
+    Reader(ReadResult& into, Kinds of_requests, std::span<const Input> inputs = {})
         : request(into.request), faults(into.faults), known_kinds(of_requests), later(inputs) {}
 
     void read(const Table& root);
     // What read leaves open, with these values of the inputs.
     void read_again(std::span<const double> values);
+    // The same where the components of the latest reading need no more than the numbers; false: they are to be read.
+    bool take_numbers(std::span<const double> values);
     // Of the components that have inputs.
     std::vector<std::size_t> open_places() const;
     bool takes(std::size_t input) const;
@@ -45,7 +48,7 @@ class Reader {
     Request& request;
     FaultList faults;
     Kinds known_kinds;
-    std::span<const std::string> later;
+    std::span<const Input> later;
     std::vector<const ElementKind*> kinds; // that the request has
     std::vector<CommonTable> commons;
     bool strict = false, newer_form = false;
@@ -89,6 +92,8 @@ class Reader {
     std::deque<Value> implied; // tables of metal temperatures that the vessel asks for
     Links links{{}, faults};
     bool linked = false; // there is one
+    bool numbers_alone =
+        false; // no component of the latest reading, a sound one, depends on another
     std::array<std::optional<float>, static_cast<std::size_t>(VesselNumber::count)> vessel_values;
     std::vector<std::pair<const Key*, std::size_t>> open_vessel_values; // with their inputs
 
@@ -116,6 +121,11 @@ class Reader {
     void read_components();
     std::vector<bool> find_drafts(const std::vector<Draft>& begun) const;
     std::optional<Liquid> liquid() const;
+    std::optional<std::size_t> input_at(std::string_view path) const;
+    // The number of an input in the form that its key needs.
+    Value value_for(const Key& key, std::size_t input, double number) const;
+    // A fault where the unit of an input is none of its key.
+    void check_unit(const Key& key, const Value& value, std::size_t input);
     void read_vessel(const Table& vessel);
     void put_vessel_value(const Key& key, const Value& value);
     void read_document(const Table& root);

@@ -83,9 +83,9 @@ void Reader::read_vessel(const Table& vessel) {
             faults.list().back().path = path;
             continue;
         }
-        const auto input = std::find(later.begin(), later.end(), path);
-        if (input != later.end()) {
-            open_vessel_values.emplace_back(&key, static_cast<std::size_t>(input - later.begin()));
+        if (const auto input = input_at(path)) {
+            check_unit(key, *value, *input);
+            open_vessel_values.emplace_back(&key, *input);
             continue;
         }
         put_vessel_value(key, *value);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace tarvane::vessel {
@@ -107,6 +108,9 @@ Check& Check::marked(bool by_engine) {
 }
 
 Check& Check::listed_in(std::span<const CheckField> fields) {
+    const std::less_equal<const CheckField*> before; // of pointers into any array
+    const CheckField* const first = fields.data();
+    if (before(first, described) && before(described + 1, first + fields.size())) return *this;
     for (const CheckField& field : fields)
         if (field.id == described->id) described = &field;
     return *this;

@@ -31,16 +31,29 @@ std::string words_of(const Check& check, const UnitSystem& units) {
 
 Checks Element::checks(const Outcome& outcome, const UnitSystem& units) const {
     Checks checks = find_checks(outcome, units);
+    const std::string ids = waivers();
+    if (ids.empty()) return checks;
     for (Check& check : checks) {
-        if (waives(check.field().id)) check = check.waived();
+        if (has_waiver(ids, check.field().id)) check = check.waived();
     }
     return checks;
 }
 
-bool Element::waives(std::string_view id) const {
-    const Key* key = kind == nullptr ? nullptr : kind->keys.find(WAIVE);
-    return key != nullptr && has_waiver(text_of(*key), id);
+std::vector<Result> Element::results_at(const Outcome& outcome,
+                                        std::span<const std::size_t> places) const {
+    const std::vector<Result> all = results(outcome);
+    std::vector<Result> some;
+    for (const std::size_t place : places)
+        some.push_back(all[place]);
+    return some;
 }
+
+std::string Element::waivers() const {
+    const Key* key = kind == nullptr ? nullptr : kind->keys.find(WAIVE);
+    return key == nullptr ? std::string() : text_of(*key);
+}
+
+bool Element::waives(std::string_view id) const { return has_waiver(waivers(), id); }
 
 Check Element::temperature_check(const CheckField& field) const {
     return Check::not_asked(field, metal_temperature == 0

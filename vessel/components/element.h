@@ -45,6 +45,7 @@ struct Outcome {
     int fatal_code = 0;                // and said why
     std::optional<RatedPressure> rated_pressure; // where it was looked for
     OwnFigures figures;                          // that the calculation came to use
+    bool words = true; // reasons and steps of its checks are wanted; else they can be left out
 
     virtual ~Outcome() = default;
     // The input can't be calculated.
@@ -177,6 +178,9 @@ struct Element {
     // Values that follow from others, and checks over several keys. A key whose value is at fault
     // still has its fallback here.
     virtual void complete(Reading& reading) = 0;
+    // Another number of a key that was read, after complete. False where more than the calculation may depend on
+    // it: a fault, a note, the value of another key; it takes a new reading then.
+    virtual bool replace(const Key&, float) { return false; }
     // The answer to a rule of the kind's table, after complete.
     virtual bool rule(std::string_view, const Reading&) const { return false; }
 
@@ -184,14 +188,23 @@ struct Element {
     // The whole calculation with its report, from RESET_ENGINE on. Throws std::runtime_error when lines
     // of the report are lost.
     virtual std::unique_ptr<Outcome> calculate(const Request& file) const = 0;
+    // The same once more, after replace. `last` is the latest calculation that the engine made, of this element with
+    // other numbers.
+    virtual void calculate_again(const Request& file, std::unique_ptr<Outcome>& last) const {
+        last = calculate(file);
+    }
     // From what calculate returned: results in the order of the kind's table, checks in the order of theirs.
     virtual std::vector<Result> results(const Outcome&) const { return {}; }
+    // Those at some places of the table.
+    virtual std::vector<Result> results_at(const Outcome& outcome,
+                                           std::span<const std::size_t> places) const;
     virtual Checks find_checks(const Outcome&, const UnitSystem&) const { return {}; }
     // The same with those waived that the user waives.
     Checks checks(const Outcome& outcome, const UnitSystem& units) const;
     // By the checks alone: those that keep it from passing, and what others have to say.
     Verdict judge(const Outcome& outcome, const UnitSystem& units) const;
-    // The user waives the check of this id.
+    // The ids of the checks that the user waives.
+    std::string waivers() const;
     bool waives(std::string_view id) const;
     // The file gives the key, of this element or of all of them.
     bool gives(std::string_view key) const;

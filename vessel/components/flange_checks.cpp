@@ -18,7 +18,8 @@ namespace tarvane::vessel {
 namespace {
 
 constexpr float PI = 3.14159265f;
-constexpr float GIVEN = 0.001f;         // a gasket factor or seating stress above it counts
+constexpr float GIVEN = 0.001f;              // a gasket factor or seating stress above it counts
+constexpr std::size_t MOST_OF_A_FLANGE = 40; // checks, as a rule
 constexpr float BEYOND_BOLTS = 0.0001f; // a gasket that reaches as far beyond is a full face one
 
 consteval const CheckField& field(std::string_view id) { return field_of(FLANGE_CHECKS, id); }
@@ -33,6 +34,11 @@ std::string diameter(std::string_view name, float value, const UnitSystem& units
     return std::string(name) + ' ' + shown(value, Quantity::diameter, units);
 }
 
+// It falls short, and the reason is wanted.
+bool explained(const Check& check, const FlangeOutcome& outcome) {
+    return outcome.words && check.falls_short();
+}
+
 std::string joined(const std::vector<std::string>& parts) {
     std::string text;
     for (const std::string& part : parts)
@@ -42,7 +48,8 @@ std::string joined(const std::vector<std::string>& parts) {
 
 // ---- what the engine found -------------------------------------------------------------------------
 
-void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
+void check_stresses(const FlangeOutcome& outcome, const UnitSystem& units, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
     const CheckField* stress_field = &field("SHo");
     for (const int row : {TARVANE_OPERATING, TARVANE_SEATING}) {
         const int places = TARVANE_STRESS_PLACES - (row == TARVANE_SEATING ? 1 : 0);
@@ -52,7 +59,7 @@ void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units
             // A place that this type doesn't have is 0.0.
             if (!marked && (is_none(stress) || stress == 0.0f)) continue;
             Check check = Check::compared(*stress_field, stress, allowed).marked(marked);
-            if (check.falls_short()) {
+            if (explained(check, outcome)) {
                 check.because("the " + check.label() + ", " +
                               shown(stress, Quantity::stress, units) + ", exceeds its allowable " +
                               shown(allowed, Quantity::stress, units));
@@ -62,34 +69,39 @@ void check_stresses(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units
     }
 }
 
-void check_bolt_area(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units, Checks& checks) {
+void check_bolt_area(const FlangeOutcome& outcome, const UnitSystem& units, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
     if (is_none(found.Ab) || is_none(found.Am)) return;
     Check check =
         Check::compared(field("bolt_area"), found.Ab, found.Am).marked(found.Ab < found.Am);
-    if (check.falls_short()) {
+    if (explained(check, outcome)) {
         check.because("the bolt area " + shown(found.Ab, Quantity::area, units) +
                       " is below the required " + shown(found.Am, Quantity::area, units));
     }
     checks.push_back(std::move(check));
 }
 
-void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& units,
-                    Checks& checks) {
-    if (is_none(outcome.mawp)) return;
-    const bool by_hub = outcome.found.mawp_by == TARVANE_BY_HUB;
-    if (!(P > 0.0f) && !by_hub) return;
+void explain_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& units,
+                      Check& check) {
     const std::string pressure = shown(outcome.mawp, Quantity::pressure, units);
     const std::string by(held_down_by(outcome.found.mawp_by));
-    Check check = Check::compared(field("mawp"), outcome.mawp, P);
     if (!by.empty()) check.shown_by("limited by: " + by);
     if (check.falls_short()) {
         check.because("the MAWP " + pressure + " is below the design pressure " +
                       shown(P, Quantity::pressure, units) +
                       (by.empty() ? "" : ": " + by + ", " + pressure));
-    } else if (by_hub) {
+    } else if (outcome.found.mawp_by == TARVANE_BY_HUB) {
         // Not every report shows it.
         check.because("note: the MAWP is limited by the " + by + ", " + pressure);
     }
+}
+
+void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& units,
+                    Checks& checks) {
+    if (is_none(outcome.mawp)) return;
+    if (!(P > 0.0f) && outcome.found.mawp_by != TARVANE_BY_HUB) return;
+    Check check = Check::compared(field("mawp"), outcome.mawp, P);
+    if (outcome.words) explain_pressure(outcome, P, units, check);
     checks.push_back(std::move(check));
 }
 
@@ -99,7 +111,7 @@ void check_thickness(const FlangeInput& flange, const FlangeOutcome& outcome,
     const bool analyse = flange.analysis() == TARVANE_ANALYSE;
     if (analyse && flange.type() == TARVANE_BLIND && P >= 0.0f && !(outcome.t_req <= 0.0f)) {
         Check check = Check::compared(field("required_thickness"), outcome.t_req, t);
-        if (check.falls_short()) {
+        if (explained(check, outcome)) {
             check.because("the required thickness " +
                           shown(outcome.t_req, Quantity::thickness, units) +
                           " is above the given " + shown(t, Quantity::thickness, units));
@@ -113,13 +125,14 @@ void check_thickness(const FlangeInput& flange, const FlangeOutcome& outcome,
     }
 }
 
-void check_rigidity(const TARVANE_FLANGE_RESULTS& found, int kind, Checks& checks) {
+void check_rigidity(const FlangeOutcome& outcome, int kind, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
     const auto& index = kind == TARVANE_ANALYSE ? found.J_given : found.J_required;
     for (const CheckField* row : {&field("J_operating"), &field("J_seating")}) {
         const float J = index[row == &field("J_seating") ? TARVANE_SEATING : TARVANE_OPERATING];
         if (is_none(J) || J == 0.0f) continue;
         Check check = Check::compared(*row, J, 1.0f);
-        if (check.falls_short())
+        if (explained(check, outcome))
             check.because("the " + check.label() + ", " + number_text(J, 4) + ", is above 1");
         checks.push_back(std::move(check));
     }
@@ -138,12 +151,12 @@ void check_modulus(const FlangeInput& flange, const TARVANE_FLANGE_RESULTS& foun
     checks.push_back(Check::found(field("modulus"), !missing, std::move(reason)));
 }
 
-void check_deflection(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
-                      Checks& checks) {
+void check_deflection(const FlangeOutcome& outcome, const UnitSystem& units, Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
     if (is_none(found.deflection) || is_none(found.deflection_allowed)) return;
     Check check = Check::compared(field("deflection"), found.deflection, found.deflection_allowed)
                       .marked(found.deflection > found.deflection_allowed);
-    if (check.falls_short()) {
+    if (explained(check, outcome)) {
         check.because("the deflection of the cover, " +
                       shown(found.deflection, Quantity::thickness, units) +
                       ", is above the allowed one, " +
@@ -175,7 +188,7 @@ void check_bolt_circle(const FlangeInput& flange, const UnitSystem& units, Check
 // The engine uses another size where the thread series does not have the given one.
 void check_bolt_size(const FlangeInput& flange, const UnitSystem& units, Checks& checks) {
     if (!flange.takes_bolt_size()) return;
-    const BoltSizes sizes(static_cast<int>(given(flange, TARVANE_THREADS)));
+    const BoltSizes& sizes = flange.bolt_sizes();
     const float a = given(flange, TARVANE_a);
     if (sizes.empty()) return;
     const bool listed = sizes.lists(a);
@@ -376,7 +389,7 @@ void check_rating(const FlangeInput& flange, const FlangeOutcome& outcome, const
     }
     const float equivalent = std::fabs(given(flange, TARVANE_P)) + added_pressure(flange, outcome);
     Check check = Check::compared(row, equivalent, rating);
-    if (check.falls_short()) {
+    if (explained(check, outcome)) {
         check.because("the equivalent pressure " + shown(equivalent, Quantity::pressure, units) +
                       " is above the rating " + shown(rating, Quantity::pressure, units));
     }
@@ -423,8 +436,8 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
     if (P > 0.0f && (gone || (!is_none(found.hub_mawp) && found.hub_mawp > 0.0f))) {
         const float holds = gone ? 0.0f : found.hub_mawp;
         Check check = Check::compared(field("hub_cylinder"), holds, P);
-        if (!gone) check.shown_by(hub_step(flange, holds, units));
-        if (check.falls_short()) {
+        if (!gone && outcome.words) check.shown_by(hub_step(flange, holds, units));
+        if (explained(check, outcome)) {
             check.because("the small end of the hub as a cylinder withstands " +
                           shown(holds, Quantity::pressure, units) + ", below the design pressure " +
                           shown(P, Quantity::pressure, units));
@@ -434,7 +447,7 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
     if (flange.code() == TARVANE_EN_13445 && welding_neck && found.hub_required > 0.0f &&
         flange.analysis() != TARVANE_DESIGN) {
         Check check = Check::compared(field("hub_thickness"), found.hub_required, g0);
-        if (check.falls_short()) {
+        if (explained(check, outcome)) {
             check.because("the small end of the hub as a cylinder requires " +
                           shown(found.hub_required, Quantity::thickness, units) + ", g0 is " +
                           shown(g0, Quantity::thickness, units));
@@ -446,7 +459,7 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
                            flange.gives("tShell") && flange.gives("Dshell");
     if (has_shell && !is_none(found.shell_mawp) && operating > 0.0001f) {
         Check check = Check::compared(field("attached_shell"), found.shell_mawp, operating);
-        if (check.falls_short()) {
+        if (explained(check, outcome)) {
             check.because("the attached shell withstands " +
                           shown(found.shell_mawp, Quantity::pressure, units) + ", below " +
                           shown(operating, Quantity::pressure, units));
@@ -455,11 +468,12 @@ void check_cylinders(const FlangeInput& flange, const FlangeOutcome& outcome,
     }
 }
 
-void check_thickness_of_full_face(const TARVANE_FLANGE_RESULTS& found, const UnitSystem& units,
+void check_thickness_of_full_face(const FlangeOutcome& outcome, const UnitSystem& units,
                                   Checks& checks) {
+    const TARVANE_FLANGE_RESULTS& found = outcome.found;
     if (is_none(found.t_used) || is_none(found.t_min) || !(found.t_min > 0.0001f)) return;
     Check check = Check::compared(field("full_face_thickness"), found.t_used, found.t_min);
-    if (check.falls_short()) {
+    if (explained(check, outcome)) {
         check.because("the thickness " + shown(found.t_used, Quantity::thickness, units) +
                       " is below the least one for a full face gasket, " +
                       shown(found.t_min, Quantity::thickness, units));
@@ -578,24 +592,25 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
         return checks;
     }
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
-    check_stresses(found, units, checks);
-    check_bolt_area(found, units, checks);
+    checks.reserve(MOST_OF_A_FLANGE);
+    check_stresses(outcome, units, checks);
+    check_bolt_area(outcome, units, checks);
     check_pressure(outcome, given(flange, TARVANE_P), units, checks);
     check_thickness(flange, outcome, units, checks);
-    check_rigidity(found, flange.analysis(), checks);
+    check_rigidity(outcome, flange.analysis(), checks);
     check_modulus(flange, found, units, checks);
     check_bolt_circle(flange, units, checks);
     check_gasket(flange, outcome, units, checks);
     check_rating(flange, outcome, units, checks);
-    check_deflection(found, units, checks);
+    check_deflection(outcome, units, checks);
     if (found.openings != 0) check_openings(faults_of(found), units, checks);
     check_bolt_size(flange, units, checks);
-    check_thickness_of_full_face(found, units, checks);
+    check_thickness_of_full_face(outcome, units, checks);
     check_cylinders(flange, outcome, units, checks);
     check_heat_treatment(flange, outcome, checks);
     ask_for_temperature(flange, checks);
     advise(flange, outcome, checks);
-    name_paragraphs(flange, checks);
+    if (outcome.words) name_paragraphs(flange, checks);
     return checks;
 }
 

@@ -57,6 +57,14 @@ bool FlangeInput::takes_bolt_size() const {
     return analysis() != 3 && static_cast<int>(record[23]) != 3;
 }
 
+const BoltSizes& FlangeInput::bolt_sizes() const {
+    const int series = static_cast<int>(record[23]);
+    const auto known = sizes_read->find(series);
+    return known != sizes_read->end()
+               ? known->second
+               : sizes_read->emplace(series, BoltSizes(series)).first->second;
+}
+
 void FlangeInput::write_slot(int offset, std::size_t width, std::string_view western) {
     std::string padded(western.substr(0, width));
     padded.resize(width, ' ');
@@ -282,32 +290,6 @@ void FlangeInput::note_tables(Reading& reading) const {
 
 // ---- checks -----------------------------------------------------------------------------------------
 
-// Values that the engine would use as they are, or read as something else: a thickness that is not above
-// 0 counts as 2 inches.
-void FlangeInput::check_values(Reading& reading) const {
-    const auto value = [&](std::string_view name) { return number_of(*flange_keys().find(name)); };
-    for (const std::string_view key : {"t", "E"}) {
-        if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
-    }
-    for (const std::string_view key : {"ci", "ce", "tg", "y"}) {
-        if (reading.sound(key) && !(value(key) >= 0.0f))
-            reading.fault(key, "it must not be below 0");
-    }
-    for (const std::string_view key : {"rating", "rating_cold"}) {
-        if (reading.sound(key) && !(value(key) > 0.0f)) reading.fault(key, "it must be above 0");
-    }
-    // Ratings fall as the temperature rises.
-    if (rated() && reading.sound("rating") && reading.sound("rating_cold") &&
-        value("rating_cold") < value("rating"))
-        reading.fault("rating_cold",
-                      shown(value("rating_cold"), Quantity::pressure, reading.units) +
-                          " at ambient temperature is below the rating at the design "
-                          "temperature, " +
-                          shown(value("rating"), Quantity::pressure, reading.units));
-    if (reading.sound("E") && value("E") > 1.0f)
-        reading.fault("E", "a joint efficiency up to 1 is expected");
-}
-
 // The engine would use the next smaller size, or the smallest.
 void FlangeInput::check_bolt_size(Reading& reading) const {
     const float a = record[22];
@@ -320,7 +302,7 @@ void FlangeInput::check_bolt_size(Reading& reading) const {
     for (const Choice& choice : flange_keys().find("bolting")->choices) {
         if (choice.number == threads && series.empty()) series = quoted(choice.name);
     }
-    const BoltSizes sizes(threads);
+    const BoltSizes& sizes = bolt_sizes();
     if (sizes.empty())
         return reading.fault("bolting", "BOLTDATA.TXT has no bolts of the thread series " + series);
     if (sizes.lists(a) || whole_setting(Setting::bolt_size) == BOLT_NEAREST) return;
@@ -416,6 +398,16 @@ FlangeInput FlangeInput::as_judged(const FlangeOutcome& outcome) const {
 
 std::vector<Result> FlangeInput::results(const Outcome& outcome) const {
     return flange_results(found_of(*this, static_cast<const FlangeOutcome&>(outcome)));
+}
+
+std::vector<Result> FlangeInput::results_at(const Outcome& outcome,
+                                            std::span<const std::size_t> places) const {
+    const FlangeFound found = found_of(*this, static_cast<const FlangeOutcome&>(outcome));
+    std::vector<Result> some;
+    some.reserve(places.size());
+    for (const std::size_t place : places)
+        some.push_back(flange_result(found, place));
+    return some;
 }
 
 Checks FlangeInput::find_checks(const Outcome& outcome, const UnitSystem& units) const {

@@ -74,10 +74,8 @@ void fill_tables(const FlangeInput& flange, int number) {
 
 // What UCS-56 requires of a material whose P-number is known.
 int heat_treatment(const FlangeInput& flange, float thickness) {
+    if (!flange.asks_for_heat_treatment() || thickness == TARVANE_NO_VALUE) return -1;
     const std::string material = flange.text.substr(slot::flange_material, 15);
-    const bool named = material.find_first_not_of(' ') != std::string::npos;
-    if (!named || flange.whole_setting(Setting::p_number) == 0 || thickness == TARVANE_NO_VALUE)
-        return -1;
     const std::int32_t reference = flange.whole_setting(Setting::material_reference),
                        code = flange.code();
     std::int32_t required = -1, p_number_one = 0, group = 0;
@@ -129,6 +127,7 @@ void call_flange(const FlangeInput& flange, const Request& file, std::int32_t wr
 
 FlangeOutcome run_flange(const FlangeInput& flange, const Request& file) {
     FlangeOutcome outcome;
+    outcome.words = file.words;
     const Services services(outcome);
     if (flange.rated()) {
         run_rated(flange, file, outcome);
@@ -138,11 +137,18 @@ FlangeOutcome run_flange(const FlangeInput& flange, const Request& file) {
 
     const ReportUnit report(file.report);
     report.switch_on();
-    const bool external = flange.record[TARVANE_P] < 0.0f;
-    call_flange(flange, file, external ? 2 : 1, outcome);
+    const std::int32_t reported = flange.record[TARVANE_P] < 0.0f ? 2 : 1;
+    call_flange(flange, file, file.report ? reported : 0, outcome);
     outcome.report = report.switch_off_and_read();
     outcome.pwht_required = heat_treatment(flange, outcome.found.pwht_thickness);
     return outcome;
+}
+
+void run_flange_again(const FlangeInput& flange, const Request& file, FlangeOutcome& outcome) {
+    outcome = {};
+    outcome.words = file.words;
+    const Services services(outcome);
+    call_flange(flange, file, 0, outcome);
 }
 
 } // namespace tarvane::vessel

@@ -45,5 +45,8 @@ void call_flange(const FlangeInput& flange, const Request& file, std::int32_t wr
 // Runs a flange of the file in the vessel form. Throws std::runtime_error when the report file cannot
 // be opened or read.
 FlangeOutcome run_flange(const FlangeInput& flange, const Request& file);
+// The same without a report, on the engine as run_flange has left it after the same flange with other numbers: what the
+// host sets has not changed. Alone, under internal pressure, and without a question of heat treatment.
+void run_flange_again(const FlangeInput& flange, const Request& file, FlangeOutcome& outcome);
 
 } // namespace tarvane::vessel

@@ -40,6 +40,7 @@ struct Trial {
 class Search {
   public:
     Search(const RatingBasis& of, const Request& file) : basis(of), request(without_report(file)) {
+        request.words = false;
         const int decimals = decimals_of(Quantity::pressure, file.units);
         for (int i = 0; i < decimals; ++i)
             digits_in_one *= 10.0;

@@ -118,17 +118,16 @@ bool is_text(const Key& key) {
 
 Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& units) {
     if (key.quantity == Quantity::choice) return take_choice(value, key, units);
-    const std::string wanted = expected(key, units);
     if (key.quantity == Quantity::flag) {
         if (const bool* flag = value.flag()) return {*flag ? 1.0f : 0.0f, {}};
-        return wrong(value, key, wanted);
+        return wrong(value, key, expected(key, units));
     }
     Taken<Measured> measured = measure(value, key, units);
     if (!measured.value) return {std::nullopt, std::move(measured.fault)};
     const double number = measured.value->number;
     if (key.quantity == Quantity::whole &&
         (number != std::floor(number) || std::fabs(number) > LARGEST_WHOLE))
-        return wrong(value, key, wanted);
+        return wrong(value, key, expected(key, units));
     const ValueUnit* unit = measured.value->unit;
     const bool absolute = unit != nullptr && unit->of == ValueUnit::Of::absolute_pressure;
     if (absolute && takes_vacuum(key)) // of which side?
@@ -136,7 +135,7 @@ Taken<float> take_number(const Value& value, const Key& key, const UnitSystem& u
     if (absolute && number < 0.0)
         return wrong(value, key, "an absolute pressure that is not below 0");
     const float single = measured.value->in_engine_units(key.quantity, units);
-    if (!std::isfinite(single)) return wrong(value, key, wanted);
+    if (!std::isfinite(single)) return wrong(value, key, expected(key, units));
     if (key.quantity == Quantity::temperature && below_absolute_zero(single)) {
         return wrong(value, key,
                      "a temperature from absolute zero on, " +

@@ -27,6 +27,7 @@ struct Request {
     bool decimal_comma = false;
     bool metric_constants = false; // the code's dimensions of its metric edition
     bool report = true;            // its calculation writes the lines of the report
+    bool words = true;             // its checks give their reasons and steps
     bool of_vessel = false;        // its components are those of one vessel: there is a [vessel]
     std::string description;       // of the vessel, UTF-8
     Document document;
@@ -41,6 +42,7 @@ inline Request without_report(const Request& request) {
     silent.decimal_comma = request.decimal_comma;
     silent.metric_constants = request.metric_constants;
     silent.report = false;
+    silent.words = request.words;
     return silent;
 }
 

@@ -361,15 +361,21 @@ constexpr auto FIELDS = fields_of(ROWS);
 
 std::span<const ResultField> flange_result_fields() { return FIELDS; }
 
-std::vector<Result> flange_results(const FlangeFound& found) {
-    std::vector<Result> results = results_of(ROWS, FIELDS, found);
-    if (!found.rated) return results;
-    for (Result& result : results) {
-        const std::string_view name = result.field->name;
+Result flange_result(const FlangeFound& found, std::size_t place) {
+    if (found.rated) {
+        const ResultField& field = FIELDS[place];
         const bool given =
-            name == "t" || name == RATED_PRESSURE.name || result.field->table == RATED_TABLE;
-        if (!given) result = {result.field, std::nullopt, KIND_RATED_ALONE};
+            field.name == "t" || field.name == RATED_PRESSURE.name || field.table == RATED_TABLE;
+        if (!given) return {&field, std::nullopt, KIND_RATED_ALONE};
     }
+    return result_of(ROWS, FIELDS, found, place);
+}
+
+std::vector<Result> flange_results(const FlangeFound& found) {
+    std::vector<Result> results;
+    results.reserve(FIELDS.size());
+    for (std::size_t place = 0; place < FIELDS.size(); ++place)
+        results.push_back(flange_result(found, place));
     return results;
 }
 

@@ -26,6 +26,8 @@ inline constexpr std::string_view FLANGE_TABLE = "Results", DESIGN_TABLE = "Sele
 
 std::span<const ResultField> flange_result_fields();
 std::vector<Result> flange_results(const FlangeFound& found);
+// The one at a place of the list.
+Result flange_result(const FlangeFound& found, std::size_t place);
 
 // "hub small end as a cylinder": what limits a pressure, by TARVANE_BY_...; empty: it is not known.
 std::string_view held_down_by(int by);

@@ -66,16 +66,23 @@ constexpr std::array<ResultField, COUNT> fields_of(const ResultRow<Found> (&rows
     return fields;
 }
 
-// One a row; `fields` are those of the rows.
+// That of a row; `fields` are those of the rows.
+template <class Found, std::size_t COUNT>
+Result result_of(const ResultRow<Found> (&rows)[COUNT],
+                 const std::array<ResultField, COUNT>& fields, const Found& found,
+                 std::size_t place) {
+    const Got got = rows[place].value(found);
+    return {&fields[place], got.value, got.why};
+}
+
+// One a row.
 template <class Found, std::size_t COUNT>
 std::vector<Result> results_of(const ResultRow<Found> (&rows)[COUNT],
                                const std::array<ResultField, COUNT>& fields, const Found& found) {
     std::vector<Result> results;
     results.reserve(COUNT);
-    for (std::size_t i = 0; i < COUNT; ++i) {
-        const Got got = rows[i].value(found);
-        results.push_back({&fields[i], got.value, got.why});
-    }
+    for (std::size_t i = 0; i < COUNT; ++i)
+        results.push_back(result_of(rows, fields, found, i));
     return results;
 }
 

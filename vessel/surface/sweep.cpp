@@ -13,6 +13,7 @@
 #include <limits>
 #include <map>
 #include <tuple>
+#include <utility>
 
 namespace tarvane::vessel {
 
@@ -51,6 +52,13 @@ std::optional<Path> split(const std::string& path) {
 
 // ---- inputs ----------------------------------------------------------------------------------------------
 
+// "flange[0].t [mm]": a place, with the unit of its numbers.
+Input input_of(const std::string& name) {
+    const std::size_t bracket = name.rfind(" [");
+    if (bracket == std::string::npos || name.back() != ']') return {name};
+    return {name.substr(0, bracket), name.substr(bracket + 2, name.size() - bracket - 3)};
+}
+
 // Puts a number at the path, replacing a value that is there; else returns what is wrong with the path.
 std::string put_number_at(Table& root, const std::string& path) {
     const std::optional<Path> parts = split(path);
@@ -88,6 +96,7 @@ struct Output {
     What what;
     std::optional<std::size_t> component; // place in the request; none: of the vessel
     std::size_t field = 0;                // place among the results of the kind
+    std::size_t among = 0;                // place among those of the component that are asked for
 };
 
 class Outputs {
@@ -141,30 +150,38 @@ struct Found {
     bool passed = false;
 };
 
+// What is asked for of a component.
+struct Asked {
+    std::vector<std::size_t> results; // places among those of its kind
+    bool checks = false, rating = false;
+};
+
 class Sweep {
   public:
     Sweep(RepeatedReading& of, std::vector<Output> wanted)
-        : reading(of), outputs(std::move(wanted)) {
+        : reading(of), outputs(std::move(wanted)), changing(of.changing()) {
         const std::size_t count = reading.request().elements.size();
         components.resize(count);
-        with_results.resize(count);
-        with_checks.resize(count);
-        with_rating.resize(count);
-        for (const Output& output : outputs) {
-            if (!output.component)
-                with_checks.assign(count, true);
-            else if (output.what == Output::What::result) {
-                with_results[*output.component] = true;
-                if (is_rating(output)) with_rating[*output.component] = true;
-            } else
-                with_checks[*output.component] = true;
+        asked.resize(count);
+        for (Output& output : outputs) {
+            if (!output.component) {
+                for (Asked& each : asked)
+                    each.checks = true;
+            } else if (output.what == Output::What::result) {
+                Asked& of_component = asked[*output.component];
+                output.among = of_component.results.size();
+                of_component.results.push_back(output.field);
+                of_component.rating = of_component.rating || is_rating(output);
+            } else {
+                asked[*output.component].checks = true;
+            }
         }
         reading.request().report = false;
+        reading.request().words = false;
     }
 
     // The components without inputs, once. A fault ends every row in the same way.
     std::optional<Fault> calculate_the_rest() {
-        const std::vector<std::size_t> changing = reading.changing();
         for (std::size_t i = 0; i < components.size(); ++i) {
             if (std::find(changing.begin(), changing.end(), i) != changing.end()) continue;
             if (auto fault = calculate(i)) return fault;
@@ -172,19 +189,15 @@ class Sweep {
         return std::nullopt;
     }
 
+    // Others may have had the engine.
+    void engine_returns() { latest.reset(); }
+
     std::optional<Fault> row(std::span<const double> x, std::span<double> y) {
         std::fill(y.begin(), y.end(), NO_VALUE);
-        RESET_ENGINE(); // a request is read on an engine as at load
-        Outcome asked;
-        {
-            const Services services(asked);
-            const Faults& faults = reading.read(x);
-            if (!faults.empty()) return faults.front();
+        if (!reading.take_numbers(x)) {
+            if (auto fault = read(x)) return fault;
         }
-        if (asked.stopped)
-            return Fault{.message = std::string(STOPPED_READING),
-                         .value = std::to_string(asked.fatal_code)};
-        for (const std::size_t i : reading.changing()) {
+        for (const std::size_t i : changing) {
             if (auto fault = calculate(i)) return fault;
         }
         for (std::size_t k = 0; k < outputs.size(); ++k)
@@ -195,8 +208,24 @@ class Sweep {
   private:
     RepeatedReading& reading;
     std::vector<Output> outputs;
+    std::vector<std::size_t> changing; // components that inputs are of
     std::vector<Found> components;
-    std::vector<bool> with_results, with_checks, with_rating;
+    std::vector<Asked> asked; // of the components
+    // The component of the engine's latest calculation, whose numbers alone have changed since; none: something else
+    // has been asked of the engine.
+    std::optional<std::size_t> latest;
+
+    std::optional<Fault> read(std::span<const double> x) {
+        latest.reset();
+        RESET_ENGINE(); // a request is read on an engine as at load
+        Outcome of_reading;
+        const Services services(of_reading);
+        const Faults& faults = reading.read(x);
+        if (!faults.empty()) return faults.front();
+        if (!of_reading.stopped) return std::nullopt;
+        return Fault{.message = std::string(STOPPED_READING),
+                     .value = std::to_string(of_reading.fatal_code)};
+    }
 
     // Some sixty calculations more.
     bool is_rating(const Output& output) const {
@@ -208,25 +237,32 @@ class Sweep {
         const Request& request = reading.request();
         const Element& element = *request.elements[i];
         Found& found = components[i];
-        found.outcome = element.calculate(request);
-        const bool judged = with_checks[i] || found.outcome->stopped;
-        const Verdict verdict = judged ? element.judge(*found.outcome, request.units) : Verdict();
-        if (verdict.status == Status::stopped) {
-            std::string reason;
-            for (const std::string& words : verdict.reasons)
-                reason += (reason.empty() ? "" : "; ") + words;
-            return Fault{.message = std::move(reason),
-                         .path = path_of(element),
-                         .value = std::to_string(found.outcome->fatal_code)};
-        }
-        if (with_rating[i])
+        if (std::exchange(latest, std::nullopt) == i)
+            element.calculate_again(request, found.outcome);
+        else
+            found.outcome = element.calculate(request);
+        if (found.outcome->stopped) return stop_of(element, *found.outcome);
+        if (asked[i].rating)
             found.outcome->rated_pressure = find_rated_pressure(element, *found.outcome, request);
-        if (with_results[i]) found.results = element.results(*found.outcome);
-        if (with_checks[i]) {
+        else
+            latest = i;
+        if (!asked[i].results.empty())
+            found.results = element.results_at(*found.outcome, asked[i].results);
+        if (asked[i].checks) {
+            // In one word: what judge and verdict_of make of them.
             found.checks = element.checks(*found.outcome, request.units);
-            found.passed = verdict_of(verdict, found.checks) == PASS;
+            found.passed = !found.outcome->refused() && all_pass(found.checks);
         }
         return std::nullopt;
+    }
+
+    Fault stop_of(const Element& element, const Outcome& outcome) const {
+        std::string reason;
+        for (const std::string& words : element.judge(outcome, reading.request().units).reasons)
+            reason += (reason.empty() ? "" : "; ") + words;
+        return {.message = std::move(reason),
+                .path = path_of(element),
+                .value = std::to_string(outcome.fatal_code)};
     }
 
     double value_of(const Output& output) const {
@@ -237,13 +273,7 @@ class Sweep {
         const Found& found = components[i];
         if (output.what == Output::What::passed) return found.passed ? 1.0 : 0.0;
         const Element& element = *reading.request().elements[i];
-        if (output.what == Output::What::result) {
-            const ResultField* field = &element.kind->results[output.field];
-            for (const Result& result : found.results) {
-                if (result.field == field) return shown(result);
-            }
-            return NO_VALUE;
-        }
+        if (output.what == Output::What::result) return shown(found.results[output.among]);
         const Check* worst = governing(found.checks);
         if (worst == nullptr) return NO_VALUE;
         if (output.what == Output::What::ratio) return number(worst->ratio());
@@ -311,26 +341,29 @@ SweepEnd sweep(Value request, std::span<const std::string> inputs,
     const auto refuse = [&end](std::string path, std::string reason) {
         end.refused.push_back({.message = std::move(reason), .path = std::move(path)});
     };
-    for (std::size_t i = 0; i < inputs.size(); ++i) {
-        if (std::find(inputs.begin(), inputs.begin() + static_cast<std::ptrdiff_t>(i), inputs[i]) !=
-            inputs.begin() + static_cast<std::ptrdiff_t>(i)) {
-            refuse(inputs[i], "given twice as an input");
-        } else if (std::string reason = put_number_at(*request.table(), inputs[i]);
-                   !reason.empty()) {
-            refuse(inputs[i], std::move(reason));
-        }
+    std::vector<Input> places;
+    for (const std::string& name : inputs) {
+        Input input = input_of(name);
+        const bool twice = std::any_of(places.begin(), places.end(), [&](const Input& other) {
+            return other.path == input.path;
+        });
+        if (twice)
+            refuse(input.path, "given twice as an input");
+        else if (std::string reason = put_number_at(*request.table(), input.path); !reason.empty())
+            refuse(input.path, std::move(reason));
+        places.push_back(std::move(input));
     }
     if (!end.refused.empty()) return end;
 
     Outcome asked;
     std::optional<Services> services(std::in_place, asked);
-    RepeatedReading reading(*request.table(), inputs);
+    RepeatedReading reading(*request.table(), places);
     services.reset();
     end.refused = reading.result().faults;
     if (asked.stopped) refuse("", std::string(STOPPED_READING));
     if (!end.refused.empty()) return end;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
-        if (!reading.takes(i)) refuse(inputs[i], "no component takes a value from there");
+        if (!reading.takes(i)) refuse(places[i].path, "no component takes a value from there");
     }
     std::vector<Output> found;
     for (const std::string& path : outputs) {
@@ -361,6 +394,7 @@ SweepEnd sweep(Value request, std::span<const std::string> inputs,
         turn.reset();
         const bool go_on = !arrays.go_on || arrays.go_on(end.done);
         turn.emplace(data_folder);
+        rows.engine_returns();
         if (!go_on) return end;
         since = Clock::now();
     }
