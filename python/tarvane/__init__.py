@@ -32,8 +32,8 @@ from ._result import (
     SummaryRow,
     UsedItem,
 )
-from ._sweep import Sweep
-from ._vessel import Vessel, run, sweep
+from ._sweep import Sweep, Written
+from ._vessel import Vessel, run, sweep, sweep_to_file
 
 _TABLES = {f"{kind.upper()}_{what}" for kind in _old.NAMES for what in ("KEYS", "TEXTS")} | {"FLANGE_FLAGS"}
 
@@ -61,8 +61,10 @@ __all__ = [
     "Sweep",
     "UsedItem",
     "Vessel",
+    "Written",
     "run",
     "sweep",
+    "sweep_to_file",
 ]
 
 

@@ -83,7 +83,8 @@ class Handle:
             ]  # fmt: skip
         except AttributeError:
             raise OSError(f"{path} is not the vessel library of tarvane") from None
-        folder = None if data_folder is None else os.fsencode(path_text("data_folder", data_folder))
+        self.data_folder = None if data_folder is None else path_text("data_folder", data_folder)
+        folder = None if self.data_folder is None else os.fsencode(self.data_folder)
         self._turn = threading.RLock()  # progress of a sweep may call
         self._handle = ctypes.c_void_p()
         self.opened: int = self._library.tarvane_open(_ABI, folder, ctypes.byref(self._handle))

@@ -11,10 +11,12 @@ from pathlib import Path
 from typing import Any, Callable, Iterable, Mapping, Optional, TypeVar, Union
 
 from . import _sweep
+from ._bar import Progress
 from ._faults import Fault, InputError, failed, faults_of
 from ._library import FAULTY, NO_DATA, OK, WANT_DRAWINGS, WANT_REPORT, WANT_RESULTS, Handle, PathName
 from ._result import Result
-from ._sweep import Sweep
+from ._rows import Inputs
+from ._sweep import Sweep, Written
 
 Request = Union[Mapping[str, Any], PathName]
 Function = TypeVar("Function", bound=Callable[..., Any])
@@ -163,27 +165,47 @@ class Vessel:
             raise failed(status, text)
         return Result(read_json(text))
 
-
     def sweep(
-        self, base: Request, inputs: Mapping[str, Any], results: Iterable[str], *,
-        progress: Optional[_sweep.Progress] = None,
+        self, base: Request, inputs: Inputs, results: Iterable[str], *, grid: bool = False, progress: Progress = None,
+        processes: int = 1,
     ) -> Sweep:  # fmt: skip
         """Calculates a request with many values, without a report.
 
         {"flange[0].t": [1.0, 1.25, 1.5], "vessel.P": 100.0}: by path of a key, numbers (arrays of numpy, lists)
-        or one that holds for all rows; a flag is 0 or 1, a choice its number. What the request has there is not
-        looked at. `results` are paths, too: "flange[0].results.mawp", a result; "flange[0].passed"; of the check
-        that governs "flange[0].ratio" and "flange[0].governing"; "vessel.passed" and so on of all of them.
+        or one that holds for all rows; a flag is 0 or 1, a choice its number. "flange[0].t [mm]": in that unit, else
+        in those of the request, whose own value there is not looked at. With `grid` every combination is a row, and
+        the last of the inputs changes the fastest. A CSV file is given by its path: a line of paths, one of units,
+        which may be left out, and the rows. `results` are paths, too: "flange[0].results.mawp", a result;
+        "flange[0].passed"; of the check that governs "flange[0].ratio" and "flange[0].governing"; "vessel.passed"
+        and so on of all of them.
 
         `progress` is called now and then with the rows that are done and all of them; when it returns False the
-        sweep ends early. Calls with one Vessel take turns: another one calculates in the meantime.
+        sweep ends early. True shows them on the standard error. With `processes` blocks of rows are calculated at
+        the same time. Calls with one Vessel take turns: another one calculates in the meantime.
 
         Raises as `calculate` does. A row that can't be calculated, one with nan in it for instance, has nan in its
-        results, "fault" as "status" and the reason in "reason".
+        results, "fault" as "status" and the reason in "reason"; so has a row that ends its process.
         """
+        swept = self._sweep(base, inputs, results, grid=grid, out=None, block=None, processes=processes,
+                            progress=progress)  # fmt: skip
+        assert isinstance(swept, Sweep)
+        return swept
+
+    def sweep_to_file(
+        self, base: Request, inputs: Inputs, results: Iterable[str], out: PathName, *, grid: bool = False,
+        progress: Progress = None, processes: int = 1, block: Optional[int] = None,
+    ) -> Written:  # fmt: skip
+        """The same with the columns in a CSV file, `block` rows in memory at a time: for sweeps that are too large
+        for it. The file is there when it is complete; after an early end it has the rows up to there."""
+        written = self._sweep(base, inputs, results, grid=grid, out=out, block=block, processes=processes,
+                              progress=progress)  # fmt: skip
+        assert isinstance(written, Written)
+        return written
+
+    def _sweep(self, base: Request, inputs: Inputs, results: Iterable[str], **how: Any) -> Union[Sweep, Written]:
         text = _tables(base)
         keys = {kind["name"]: kind for kind in self.schema("keys")["kinds"]}
-        return _sweep.run(self._handle, text, keys, inputs, results, progress)
+        return _sweep.run(self._handle, text, keys, inputs, results, **how)
 
 
 def _tables(request: Request) -> bytes:
@@ -225,8 +247,17 @@ def run(request: Request, *, report: bool = True, drawings: bool = False) -> Res
 
 
 def sweep(
-    base: Request, inputs: Mapping[str, Any], results: Iterable[str], *,
-    progress: Optional[_sweep.Progress] = None,
+    base: Request, inputs: Inputs, results: Iterable[str], *, grid: bool = False, progress: Progress = None,
+    processes: int = 1,
 ) -> Sweep:  # fmt: skip
     """Calculates a request with many values, with the library that `Vessel()` finds; see Vessel.sweep."""
-    return _default().sweep(base, inputs, results, progress=progress)
+    return _default().sweep(base, inputs, results, grid=grid, progress=progress, processes=processes)
+
+
+def sweep_to_file(
+    base: Request, inputs: Inputs, results: Iterable[str], out: PathName, *, grid: bool = False,
+    progress: Progress = None, processes: int = 1, block: Optional[int] = None,
+) -> Written:  # fmt: skip
+    """The same with the columns in a CSV file; see Vessel.sweep_to_file."""
+    return _default().sweep_to_file(base, inputs, results, out, grid=grid, progress=progress, processes=processes,
+                                    block=block)  # fmt: skip

@@ -1,21 +1,33 @@
 """Sweeps, with numpy and without; where values come from; the types of the package."""
 
 import array
+import csv
+import io
+import itertools
 import math
+import os
+import signal
 import struct
 import subprocess
 import sys
+import tempfile
+import threading
+import time
 import unittest
 from pathlib import Path
 from unittest import mock
 
 import tarvane
-from tarvane import _sweep
+from tarvane import _bar, _processes, _rows
 
 try:
     import numpy
 except ImportError:
     numpy = None
+try:
+    import pandas
+except ImportError:
+    pandas = None
 
 PACKAGE = Path(tarvane.__file__).parent
 SOURCE = Path(__file__).parents[2]
@@ -41,7 +53,22 @@ def not_run(test, reason):
 
 
 def without_numpy():
-    return mock.patch.object(_sweep, "_numpy", lambda: None)
+    return NoNumpy()
+
+
+class NoNumpy:
+    """Each module has the function by its own name."""
+
+    MODULES = ("_rows", "_block", "_sweep")
+
+    def __enter__(self):
+        self._patches = [mock.patch(f"tarvane.{name}.numpy", lambda: None) for name in self.MODULES]
+        for patch in self._patches:
+            patch.start()
+
+    def __exit__(self, *_):
+        for patch in self._patches:
+            patch.stop()
 
 
 class Sweeps(unittest.TestCase):
@@ -63,8 +90,11 @@ class Sweeps(unittest.TestCase):
             table = tarvane.sweep(BASE, {"flange[0].t": THICKNESSES, "flange[0].P": tuple(PRESSURES)}, self.RESULTS)
         self.assertIsInstance(table[MAWP], list)
         self.check_rows(table)
-        self.assertEqual(list(table), ["flange[0].t", "flange[0].P", *self.RESULTS, "status", "reason"])
+        closing = ["status", "reason", "governing", "passed"]
+        self.assertEqual(list(table), ["flange[0].t", "flange[0].P", *self.RESULTS, *closing])
         self.assertEqual(table.rows, 4)
+        self.assertEqual(table["passed"], [value == 1.0 for value in table[PASSED]])
+        self.assertEqual(table["governing"], ["flange[0]." + check for check in table[GOVERNING]])
         self.assertNotEqual(set(table[PASSED]), {1.0})
 
     def test_arrays_of_numpy(self):
@@ -103,6 +133,7 @@ class Sweeps(unittest.TestCase):
         self.assertEqual(table["status"], ["ok", "fault", "fault"])
         self.assertTrue(math.isnan(table[MAWP][1]) and math.isnan(table[MAWP][2]))
         self.assertEqual((table[BY][1], table[GOVERNING][2]), (None, None))
+        self.assertEqual((table["governing"][1:], table["passed"][1:]), ([None, None], [None, None]))
         self.assertEqual(table["reason"][0], "")
         self.assertRegex(table["reason"][1], r"^flange\[0\]\.t: a number in in\. is expected, not nan")
         self.assertRegex(table["reason"][2], r"^flange\[0\]\.t: ")
@@ -148,6 +179,256 @@ class Sweeps(unittest.TestCase):
         with self.assertRaises(KeyboardInterrupt):
             tarvane.sweep(BASE, {"flange[0].t": thicknesses}, [MAWP], progress=interrupted)
         self.assertEqual(tarvane.sweep(BASE, {"flange[0].t": 1.19}, [])["status"], "ok")
+
+
+def columns_of(table):
+    """Numbers by their bits."""
+    bits = lambda value: struct.pack("d", value) if isinstance(value, float) else value
+    return {name: [bits(value) for value in (column if isinstance(column, list) else column.tolist())]
+            for name, column in table.items()}  # fmt: skip
+
+
+class Grids(unittest.TestCase):
+    def test_every_combination_is_a_row(self):
+        grid = {"flange[0].t": THICKNESSES, "vessel.ci": 0.0, "flange[0].P": PRESSURES[:3]}
+        pairs = list(itertools.product(THICKNESSES, PRESSURES[:3]))
+        rows = {"flange[0].t": [t for t, _ in pairs], "vessel.ci": 0.0, "flange[0].P": [P for _, P in pairs]}
+        wanted = columns_of(tarvane.sweep(BASE, rows, [MAWP, PASSED, BY]))
+        for numpy_or_not in (without_numpy, mock.MagicMock):
+            with numpy_or_not():
+                table = tarvane.sweep(BASE, grid, [MAWP, PASSED, BY], grid=True)
+                self.assertEqual((table.rows, columns_of(table)), (12, wanted))
+                none = tarvane.sweep(BASE, {**grid, "flange[0].P": []}, [MAWP], grid=True)
+                self.assertEqual((none.rows, len(none[MAWP])), (0, 0))
+                one = tarvane.sweep(BASE, {"flange[0].t": 1.19}, [MAWP], grid=True)
+                self.assertEqual(one["status"], "ok")
+
+
+class Files(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+
+    def write(self, text, name="rows.csv"):
+        path = self.folder / name
+        path.write_bytes(text.encode())
+        return path
+
+    def test_rows_with_a_line_of_units(self):
+        path = self.write("\ufeffflange[0].t, flange[0].P\r\nmm,bar\r\n30.226,10\r\n\r\n25,12.5\r\n")
+        table = tarvane.sweep(BASE, path, [MAWP])
+        self.assertEqual(list(table)[:2], ["flange[0].t [mm]", "flange[0].P [bar]"])
+        self.assertEqual(list(table["flange[0].t [mm]"]), [30.226, 25.0])
+        for i, (t, P) in enumerate((("30.226 mm", "10 bar"), ("25 mm", "12.5 bar"))):
+            flange = tarvane.run({"flange": [{**FLANGE, "t": t, "P": P}]}, report=False).flange[0]
+            self.assertEqual(single(table[MAWP][i]), single(flange.results.mawp))
+
+    def test_without_units_and_with_some(self):
+        inch = columns_of(tarvane.sweep(BASE, self.write("flange[0].t,flange[0].P\n1,100\n2,200\n"), [MAWP]))
+        named = columns_of(tarvane.sweep(BASE, self.write("flange[0].t,flange[0].P\n,psi\n1,100\n2,200\n"), [MAWP]))
+        self.assertEqual((inch[MAWP], inch["status"]), (named[MAWP], ["ok", "ok"]))
+        self.assertIn("flange[0].P [psi]", named)
+
+    def test_cells(self):
+        table = tarvane.sweep(BASE, self.write("flange[0].t,flange[0].P\n1.19,\n1.19,150\n1.19\n"), [MAWP])
+        self.assertEqual(table["status"], ["fault", "ok", "fault"])
+        for text, reason in (
+            ("flange[0].t\n1,2\n", "line 2: 2 values, but 1 paths"),
+            ("flange[0].t\n1\n1,5 x\n", "line 3: 2 values"),
+            ("flange[0].t\n1\none\n", "line 3: 'one' is no number"),
+            ("flange[0].t\nbar\n1\n", "in one of"),
+            ("flange[0].tt\n1\n", "the nearest is t"),
+            ("", "a line of paths is expected"),
+        ):
+            with self.subTest(text), self.assertRaisesRegex(tarvane.InputError, reason):
+                tarvane.sweep(BASE, self.write(text), [MAWP])
+        with self.assertRaisesRegex(tarvane.InputError, "a file has rows, no grid"):
+            tarvane.sweep(BASE, self.write("flange[0].t\n1\n"), [MAWP], grid=True)
+        with self.assertRaises(FileNotFoundError):
+            tarvane.sweep(BASE, self.folder / "none.csv", [MAWP])
+        none = tarvane.sweep(BASE, self.write("flange[0].t\n"), [MAWP])
+        self.assertEqual((none.rows, none["status"]), (0, []))
+
+    def test_blocks_to_a_file(self):
+        rows = 250
+        given = {"flange[0].t": [0.5 + i / 100 for i in range(rows)], "flange[0].P": 150.0}
+        given["flange[0].t"][7] = math.nan
+        table = tarvane.sweep(BASE, given, [MAWP, BY, PASSED])
+        out = self.folder / "out.csv"
+        for how in ({"block": 60}, {"block": 1000}, {}, {"processes": 2}):
+            with self.subTest(how):
+                written = tarvane.sweep_to_file(BASE, given, [MAWP, BY, PASSED], out, **how)
+                self.assertEqual((written.path, written.rows, written.faulty), (str(out), rows, 1))
+                with open(out, encoding="utf-8", newline="") as file:
+                    lines = list(csv.reader(file))
+                self.assertEqual(lines[0], list(table))
+                self.assertEqual(len(lines), rows + 1)
+                for i, line in enumerate(lines[1:]):
+                    cells = dict(zip(lines[0], line))
+                    mawp = float(cells[MAWP] or "nan")
+                    self.assertEqual(struct.pack("d", mawp), struct.pack("d", table[MAWP][i]))
+                    self.assertEqual((cells["status"], cells["reason"]), (table["status"][i], table["reason"][i]))
+                    passed = {"true": True, "false": False, "": None}[cells["passed"]]
+                    self.assertEqual((passed, cells["governing"] or None), (table["passed"][i], table["governing"][i]))
+                # What was written can be read as rows.
+                out.unlink()
+        self.assertEqual(list(self.folder.iterdir()), [])
+
+    def test_a_file_is_complete_or_not_there(self):
+        out = self.folder / "out.csv"
+        out.write_text("before")
+        with self.assertRaises(tarvane.InputError):
+            tarvane.sweep_to_file(BASE, {"flange[0].tt": 1.0}, [MAWP], out)
+
+        def interrupted(*_):
+            raise KeyboardInterrupt
+
+        with self.assertRaises(KeyboardInterrupt):
+            tarvane.sweep_to_file(BASE, {"flange[0].t": [1.0] * 300}, [MAWP], out, block=100, progress=interrupted)
+        self.assertEqual([path.name for path in self.folder.iterdir()], ["out.csv"])
+        self.assertEqual(out.read_text(), "before")
+        ended = tarvane.sweep_to_file(BASE, {"flange[0].t": [1.0] * 300}, [MAWP], out, block=100,
+                                      progress=lambda done, of: done < 200)  # fmt: skip
+        self.assertEqual((ended.rows, len(out.read_text().splitlines())), (200, 201))
+
+
+class Several(unittest.TestCase):
+    """Processes."""
+
+    ROWS = 900
+    GIVEN = {"flange[0].t": [0.6 + i / 500 for i in range(ROWS)], "flange[0].P": 150.0}
+
+    def test_equal_to_one(self):
+        given = {**self.GIVEN, "flange[0].t": [*self.GIVEN["flange[0].t"][:-1], -1.0]}
+        alone = columns_of(tarvane.sweep(BASE, given, [MAWP, BY, GOVERNING]))
+        seen = []
+        table = tarvane.sweep(BASE, given, [MAWP, BY, GOVERNING], processes=2, progress=lambda *of: seen.append(of))
+        self.assertEqual(columns_of(table), alone)
+        self.assertEqual((seen[-1], sorted(seen)), ((self.ROWS, self.ROWS), seen))
+        self.assertGreater(len(seen), 2)
+        self.assertEqual([str(fault) for fault in table.faults], [table["reason"][-1]])
+
+    def test_faults_of_the_call(self):
+        with self.assertRaisesRegex(tarvane.InputError, "the nearest is t"):
+            tarvane.sweep(BASE, {"flange[0].tt": [1.0] * 300}, [MAWP], processes=2)
+        for wrong in (0, -1, 1.5, True, "2"):
+            with self.assertRaisesRegex(tarvane.InputError, "a whole number from 1 on is expected"):
+                tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=wrong)
+
+    def test_early_end(self):
+        table = tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2, progress=lambda done, of: False)
+        made = table["status"].count("ok")
+        self.assertTrue(0 < made < self.ROWS)
+        self.assertEqual(table["status"], ["ok"] * made + ["not made"] * (self.ROWS - made))
+        self.assertEqual(list(table["flange[0].t"]), self.GIVEN["flange[0].t"])
+
+    def test_a_row_that_ends_its_process(self):
+        if os.name != "posix":
+            not_run(self, "no signals")
+        poison, wanted = 333, tarvane.sweep(BASE, self.GIVEN, [MAWP])
+        ask = _processes._Process._ask
+
+        def ask_or_die(process, question):
+            if len(question) == 2 and any(t == self.GIVEN["flange[0].t"][poison] for t in question[0][0]):
+                process._process.kill()
+            return ask(process, question)
+
+        with mock.patch.object(_processes._Process, "_ask", ask_or_die):
+            table = tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2)
+        self.assertEqual([i for i, status in enumerate(table["status"]) if status != "ok"], [poison])
+        self.assertRegex(table["reason"][poison], r"^the calculation ended its process: signal \d+$")
+        for i in range(self.ROWS):
+            if i != poison:
+                self.assertEqual(struct.pack("d", table[MAWP][i]), struct.pack("d", wanted[MAWP][i]))
+
+    def test_a_process_that_is_ended(self):
+        if os.name != "posix":
+            not_run(self, "no signals")
+        ended = []
+        calculate = _processes._Process.calculate
+
+        def end_the_first(process, columns, rows):
+            if not ended:
+                ended.append(process._process.pid)
+                threading.Timer(0.01, os.kill, (ended[0], signal.SIGKILL)).start()
+                time.sleep(0.05)
+            return calculate(process, columns, rows)
+
+        with mock.patch.object(_processes._Process, "calculate", end_the_first):
+            table = tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2)
+        self.assertEqual((len(ended), table["status"]), (1, ["ok"] * self.ROWS))
+        self.assertEqual(columns_of(table), columns_of(tarvane.sweep(BASE, self.GIVEN, [MAWP])))
+
+    def test_no_process_is_left(self):
+        started = []
+        begin = _processes._Process.__init__
+
+        def begun(process, *arguments):
+            begin(process, *arguments)
+            started.append(process._process)
+
+        with mock.patch.object(_processes._Process, "__init__", begun):
+            tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2)
+            with self.assertRaises(KeyboardInterrupt):
+                tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2, progress=mock.Mock(side_effect=KeyboardInterrupt))
+        self.assertGreaterEqual(len(started), 2)
+        self.assertEqual([process.poll() for process in started if process.poll() is None], [])
+
+
+class Bars(unittest.TestCase):
+    class Terminal(io.StringIO):
+        def isatty(self):
+            return True
+
+    def test_elsewhere_than_on_a_terminal(self):
+        now, target = [0.0], io.StringIO()
+        bar = _bar.Bar(target, lambda: now[0])
+        for seconds, done in ((1, 10), (12, 120), (13, 130), (100, 1000)):
+            now[0] = float(seconds)
+            bar.tell(done, 1000)
+        self.assertEqual(target.getvalue().splitlines(),
+                         ["sweep: 120 of 1000 rows, 10 a second, 1:28 left",
+                          "sweep: 1000 of 1000 rows, 10 a second, 1:40"])  # fmt: skip
+
+    def test_on_a_terminal(self):
+        now, target = [0.0], self.Terminal()
+        bar = _bar.Bar(target, lambda: now[0])
+        for seconds, done in ((1, 500), (1.1, 550), (2, 1000)):
+            now[0] = float(seconds)
+            bar.tell(done, 1000)
+        lines = target.getvalue().split("\r")[1:]
+        self.assertEqual(len(lines), 2)
+        self.assertIn("[" + "#" * 15 + " " * 15 + "] 500 of 1000 rows, 500 a second, 0:01 left", lines[0])
+        self.assertTrue(lines[1].endswith("\n"))
+
+    def test_of_a_sweep(self):
+        with mock.patch.object(sys, "stderr", io.StringIO()) as target:
+            tarvane.sweep(BASE, {"flange[0].t": [1.0, 2.0]}, [MAWP], progress=True)
+        self.assertRegex(target.getvalue(), r"^sweep: 2 of 2 rows, \d+ a second, 0:0\d\n$")
+        with mock.patch.object(sys, "stderr", io.StringIO()) as target:
+            tarvane.sweep(BASE, {"flange[0].t": [1.0, 2.0]}, [MAWP], progress=False)
+        self.assertEqual(target.getvalue(), "")
+
+
+class Frames(unittest.TestCase):
+    def test_in_and_out(self):
+        if pandas is None:
+            not_run(self, "no pandas")
+        rows = pandas.DataFrame({"flange[0].t": THICKNESSES, "flange[0].P": PRESSURES})
+        table = tarvane.sweep(BASE, dict(rows.items()), [MAWP, BY])
+        frame = table.to_frame()
+        self.assertEqual(list(frame.columns), list(table))
+        self.assertEqual(frame[MAWP].tolist(), list(table[MAWP]))
+        self.assertEqual(frame["passed"].tolist(), table["passed"])
+        later = tarvane.sweep(BASE, dict(rows[1:3].items()), [MAWP])
+        self.assertEqual(list(later[MAWP]), list(table[MAWP][1:3]))
+        self.assertEqual(len(tarvane.sweep(BASE, {"flange[0].t": 1.19}, [MAWP]).to_frame()), 1)
+        self.assertEqual(len(tarvane.sweep(BASE, {"flange[0].t": []}, [MAWP]).to_frame()), 0)
+
+    def test_without_pandas(self):
+        with mock.patch.dict(sys.modules, {"pandas": None}), self.assertRaises(ImportError):
+            tarvane.sweep(BASE, {"flange[0].t": 1.19}, [MAWP]).to_frame()
 
 
 class Sources(unittest.TestCase):
