@@ -307,10 +307,10 @@ std::int32_t watch(void* user, std::int64_t done, std::int64_t rows) {
 
 TEST(SweepProgress, ShowsTheRowsAndMayEndThem) {
     const Handle handle;
-    constexpr std::int64_t ROWS = 3000;
+    constexpr std::int64_t ROWS = 20000; // for longer than a turn
     std::vector<double> x;
     for (std::int64_t i = 0; i < ROWS; ++i)
-        x.push_back(1.0 + 0.001 * static_cast<double>(i));
+        x.push_back(1.0 + 0.0001 * static_cast<double>(i));
     const std::string request = request_of(flange_json());
     const std::vector<std::string> inputs{"flange[0].t"}, outputs{"flange[0].passed"};
     Watched watched{&handle, {}, INT64_MAX, true};
