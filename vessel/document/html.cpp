@@ -300,11 +300,15 @@ class Writer {
             return text.empty() ? std::string(without) : text;
         };
         margin_box("top-left", in_style(given(document.project, document.title)));
+        // What nobody signs is no record.
         margin_box(
             "top-center",
-            in_style(given(document.number, "no document number") + ", " +
-                     (document.revision.empty() ? "no revision" : "revision " + document.revision) +
-                     ", " + given(document.date, "no date")));
+            in_style(document.front.signatures.columns.empty()
+                         ? document.title
+                         : given(document.number, "no document number") + ", " +
+                               (document.revision.empty() ? "no revision"
+                                                          : "revision " + document.revision) +
+                               ", " + given(document.date, "no date")));
         margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
         margin_box("bottom-left", "\"tarvane " TARVANE_VERSION ", \" string(heading)");
         out += "}\n";
@@ -351,9 +355,10 @@ class Writer {
         marked("strong", front.passes ? "pass" : "bad", front.verdict);
         text(front.words);
         out += "</p>\n";
-        table(front.signatures, "signatures");
+        if (!front.signatures.columns.empty()) table(front.signatures, "signatures");
         if (!front.revisions.rows.empty()) table(front.revisions, {});
         table(front.components, {});
+        if (front.open_points.empty()) return;
         out += "<h2 id=\"open-points\">Open points</h2>\n";
         for (const Block& each : front.open_points)
             block(each);
@@ -364,8 +369,12 @@ class Writer {
                escaped(section.title) + "</a></li>\n";
     }
     void contents() {
-        out += "<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n"
-               "<li><a href=\"#open-points\">Open points</a></li>\n";
+        if (document.front.open_points.empty() && document.opening.empty() &&
+            document.sections.empty())
+            return;
+        out += "<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n";
+        if (!document.front.open_points.empty())
+            out += "<li><a href=\"#open-points\">Open points</a></li>\n";
         int of = 0;
         for (const DocumentSection& section : document.opening)
             entry(++of, section);

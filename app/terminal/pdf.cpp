@@ -1,0 +1,204 @@
+#include "terminal/pdf.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#ifndef _WIN32
+#include <cerrno>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+namespace tarvane::app {
+
+namespace {
+
+using std::chrono::system_clock;
+
+[[noreturn]] void no_pdf(const std::string& reason) {
+    throw std::runtime_error("no PDF was made: " + reason);
+}
+
+std::optional<std::chrono::seconds> source_date_epoch() {
+    const char* const text = std::getenv("SOURCE_DATE_EPOCH");
+    if (text == nullptr) return std::nullopt;
+    constexpr std::int64_t LAST = 253402300799; // of the year 9999
+    const std::string_view digits = text;
+    std::int64_t seconds = -1;
+    const auto [end, error] = std::from_chars(text, text + digits.size(), seconds);
+    if (error != std::errc() || end != text + digits.size() || seconds < 0 || seconds > LAST)
+        return std::nullopt;
+    return std::chrono::seconds(seconds);
+}
+
+} // namespace
+
+std::string time_of_documents() {
+    const std::chrono::seconds now =
+        std::chrono::duration_cast<std::chrono::seconds>(system_clock::now().time_since_epoch());
+    const std::chrono::seconds time = source_date_epoch().value_or(now);
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date{std::chrono::sys_days(day)};
+    const std::chrono::hh_mm_ss clock(time - day);
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()),
+                  unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
+                  int(clock.minutes().count()), int(clock.seconds().count()));
+    return text;
+}
+
+#ifdef _WIN32
+
+Pdf pdf_of(std::string_view) {
+    no_pdf(
+        "that needs WeasyPrint on Linux; write the HTML with --html and print it with a browser");
+}
+
+#else
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A file without a name, gone with the object; no other program sees it unless it is handed on.
+class NamelessFile {
+  public:
+    explicit NamelessFile(std::string_view content = {}) : file(std::tmpfile()) {
+        if (file == nullptr || fcntl(number(), F_SETFD, FD_CLOEXEC) != 0 ||
+            std::fwrite(content.data(), 1, content.size(), file) != content.size() ||
+            std::fflush(file) != 0 || lseek(number(), 0, SEEK_SET) != 0) {
+            const std::error_code failure(errno, std::generic_category());
+            close();
+            no_pdf("a file in between cannot be written: " + failure.message());
+        }
+    }
+    ~NamelessFile() { close(); }
+    NamelessFile(const NamelessFile&) = delete;
+    NamelessFile& operator=(const NamelessFile&) = delete;
+
+    int number() const { return fileno(file); }
+    std::string content() const {
+        std::string bytes;
+        std::rewind(file);
+        std::vector<char> block(1 << 16);
+        for (std::size_t count = 1; count > 0;) {
+            count = std::fread(block.data(), 1, block.size(), file);
+            bytes.append(block.data(), count);
+        }
+        return bytes;
+    }
+
+  private:
+    std::FILE* file;
+
+    void close() {
+        if (file != nullptr) std::fclose(file);
+    }
+};
+
+bool is_program(const fs::path& path) {
+    std::error_code none;
+    return fs::is_regular_file(path, none) && access(path.c_str(), X_OK) == 0;
+}
+
+// On PATH, else where Debian has it. Folders of PATH that depend on the working directory don't count.
+fs::path weasyprint() {
+    constexpr std::string_view NAME = "weasyprint";
+    const char* const text = std::getenv("PATH");
+    std::string_view folders = text != nullptr ? text : "";
+    while (!folders.empty()) {
+        const std::size_t end = std::min(folders.find(':'), folders.size());
+        const fs::path folder = folders.substr(0, end);
+        if (folder.is_absolute() && is_program(folder / NAME)) return folder / NAME;
+        folders.remove_prefix(std::min(end + 1, folders.size()));
+    }
+    if (fs::path debian = "/usr/bin/weasyprint"; is_program(debian)) return debian;
+    no_pdf("it needs WeasyPrint, which is not installed: apt-get install weasyprint; or write "
+           "the HTML with --html and print it with a browser");
+}
+
+struct Ended {
+    int status = -1; // of wait
+    Pdf pdf;
+};
+
+Ended run_weasyprint(const fs::path& program, std::vector<std::string> arguments,
+                     std::string_view html) {
+    const NamelessFile page(html), output, errors;
+    std::vector<char*> argv;
+    arguments.insert(arguments.begin(), program.string());
+    arguments.insert(arguments.end(), {"--encoding", "utf-8", "-", "-"});
+    for (std::string& argument : arguments)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_adddup2(&files, page.number(), STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&files, output.number(), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&files, errors.number(), STDERR_FILENO);
+    pid_t child = 0;
+    const int failure = posix_spawn(&child, program.c_str(), &files, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&files);
+    if (failure != 0)
+        no_pdf(program.string() + ": " +
+               std::error_code(failure, std::generic_category()).message());
+    Ended ended;
+    while (waitpid(child, &ended.status, 0) < 0 && errno == EINTR) {
+    }
+    ended.pdf = {output.content(), errors.content()};
+    return ended;
+}
+
+std::string how_it_ended(int status) {
+    if (WIFSIGNALED(status)) return "was ended by signal " + std::to_string(WTERMSIG(status));
+    if (WIFEXITED(status) && WEXITSTATUS(status) != 0)
+        return "ended with status " + std::to_string(WEXITSTATUS(status));
+    return "wrote no PDF";
+}
+
+// Without what it says of every page, which nobody can do anything about.
+std::string about_the_page(std::string_view said) {
+    std::string lines;
+    while (!said.empty()) {
+        const std::size_t end = std::min(said.find('\n'), said.size());
+        const std::string_view line = said.substr(0, end);
+        if (!line.empty() && line.find("PDF/UA support is experimental") == line.npos)
+            lines += std::string(line) + '\n';
+        said.remove_prefix(std::min(end + 1, said.size()));
+    }
+    return lines;
+}
+
+} // namespace
+
+Pdf pdf_of(std::string_view html) {
+    constexpr int WRONG_OPTION = 2;
+    const fs::path program = weasyprint();
+    // With the structure that readers for the blind need, where this version can write it.
+    Ended ended = run_weasyprint(program, {"--pdf-variant", "pdf/ua-1"}, html);
+    if (WIFEXITED(ended.status) && WEXITSTATUS(ended.status) == WRONG_OPTION &&
+        ended.pdf.said.find("--pdf-variant") != std::string::npos)
+        ended = run_weasyprint(program, {}, html);
+    const bool exited = WIFEXITED(ended.status) && WEXITSTATUS(ended.status) == 0;
+    if (!exited || !ended.pdf.bytes.starts_with("%PDF-"))
+        no_pdf(program.string() + ' ' + how_it_ended(ended.status) +
+               (ended.pdf.said.empty() ? "" : ":\n" + ended.pdf.said));
+    return {std::move(ended.pdf.bytes), about_the_page(ended.pdf.said)};
+}
+
+#endif
+
+} // namespace tarvane::app
