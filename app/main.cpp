@@ -3,6 +3,7 @@
 #include "commands/batch_command.h"
 #include "commands/bolts_command.h"
 #include "commands/chart_command.h"
+#include "commands/compare_command.h"
 #include "commands/data_command.h"
 #include "commands/flanges_command.h"
 #include "commands/gaskets_command.h"
@@ -120,6 +121,20 @@ int command(int argc, char** argv, std::ostream& out) {
     batch_command->add_option("--data", batch_options.ways.data, "Folder of the data files");
     batch_command->add_flag("--strict", batch_options.ways.strict, STRICT);
     const CLI::App* worker_command = app.add_subcommand(WORKER_COMMAND)->group("");
+
+    CompareOptions compare;
+    CLI::App* compare_command =
+        app.add_subcommand("compare", "Show what differs between two calculations");
+    compare_command->add_option("first", compare.first, "Input file (TOML), or result (JSON)")
+        ->required();
+    compare_command->add_option("second", compare.second, "The other one")->required();
+    compare_command
+        ->add_option("--tolerance", compare.tolerance,
+                     "Percent by which results may differ; else 0")
+        ->check(CLI::Range(0.0, 1.0e6));
+    compare_command->add_option("--html", compare.html, "Write the comparison as a page (HTML)");
+    compare_command->add_option("--json", compare.json, "Write it for programs (JSON)");
+    compare_command->add_option("--data", compare.data, "Folder of the data files");
 
     MaterialsOptions materials;
     std::string materials_code = "VIII-1", materials_units = "us";
@@ -263,6 +278,7 @@ int command(int argc, char** argv, std::ostream& out) {
     }
     if (worker_command->parsed()) return serve_as_worker();
     if (batch_command->parsed()) return batch(batch_options, out, std::cerr);
+    if (compare_command->parsed()) return static_cast<int>(compare_files(compare, out, std::cerr));
     if (keys_command->parsed()) return static_cast<int>(list_keys(keys_table, out));
     if (data_check->parsed()) return static_cast<int>(check_data(data_options, out, std::cerr));
     if (data_build->parsed()) return static_cast<int>(build_data(data_options, out, std::cerr));
