@@ -85,6 +85,14 @@ int command(int argc, char** argv, std::ostream& out) {
     run_command->add_option("file", options.input, "Input file (TOML)")->required();
     run_command->add_option("--report", options.report,
                             "Write the report file with its style marks");
+    run_command->add_option("--html", options.html, "Write the calculation as a document (HTML)");
+    run_command->add_option("--pdf", options.pdf,
+                            "Write the same document as PDF, by the program weasyprint");
+    std::string detail = "full";
+    run_command
+        ->add_option("--detail", detail,
+                     "Of the document: summary, checks (with those of each component) or full")
+        ->check(CLI::IsMember({"summary", "checks", "full"}, CLI::ignore_case));
     run_command->add_option("--json", options.json, "Write the result for programs (JSON)");
     run_command->add_option("--csv", options.csv, "Write checks and results as a table (CSV)");
     run_command->add_option("--data", options.data, "Folder of the data files");
@@ -329,6 +337,9 @@ int command(int argc, char** argv, std::ostream& out) {
         mdmt.units = units_named(mdmt_units).name;
         return static_cast<int>(show_mdmt(mdmt, out, std::cerr));
     }
+    options.detail = folded(detail) == "summary"  ? Detail::summary
+                     : folded(detail) == "checks" ? Detail::checks
+                                                  : Detail::full;
     options.colour = !plain && (colour == "always" || (colour == "auto" && output_on_terminal()));
     return static_cast<int>(run(options, out, std::cerr));
 }

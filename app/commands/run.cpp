@@ -6,9 +6,11 @@
 #include "commands/run_output.h"
 #include "components/calculation.h"
 #include "document/csv.h"
+#include "document/html.h"
 #include "input/input_file.h"
 #include "input/toml_limits.h"
 #include "terminal/output_file.h"
+#include "terminal/pdf.h"
 #include "values/bounded_file.h"
 #include "values/text.h"
 
@@ -34,8 +36,11 @@ std::string chart_file(const std::string& folder, const Element& element) {
 // No file that is read, and no other output, is overwritten.
 void check_outputs(const RunOptions& options, const Request& file) {
     std::vector<FileInUse> in_use{{"the input file", options.input}};
-    const FileInUse outputs[] = {
-        {"the report", options.report}, {"the JSON", options.json}, {"the CSV", options.csv}};
+    const FileInUse outputs[] = {{"the report", options.report},
+                                 {"the HTML", options.html},
+                                 {"the PDF", options.pdf},
+                                 {"the JSON", options.json},
+                                 {"the CSV", options.csv}};
     for (const FileInUse& output : outputs) {
         if (output.path.empty()) continue;
         check_output(output.path, in_use);
@@ -54,6 +59,7 @@ class OutputFiles {
 
     void write() const {
         write_results();
+        write_document();
         if (!options.charts.empty()) draw_charts();
     }
 
@@ -79,6 +85,15 @@ class OutputFiles {
         if (!path.empty()) attempt([&] { write_whole(path, content()); });
     }
 
+    // Lines of WeasyPrint; the PDF is there all the same.
+    void tell(std::string_view lines) const {
+        while (!lines.empty()) {
+            const std::size_t end = std::min(lines.find('\n'), lines.size());
+            if (end > 0) c.problems.push_back("weasyprint: " + printable(lines.substr(0, end)));
+            lines.remove_prefix(std::min(end + 1, lines.size()));
+        }
+    }
+
     // Files that a calculation has which came to its end.
     void write_results() const {
         if (!c.complete) {
@@ -98,6 +113,20 @@ class OutputFiles {
         });
         write_file(options.json, [this] { return run_json(request, c, facts); });
         write_file(options.csv, [this] { return csv_of(request, c); });
+    }
+
+    // A document says itself how far its calculation came.
+    void write_document() const {
+        if (options.html.empty() && options.pdf.empty()) return;
+        attempt([this] {
+            const std::string html = html_of(make_document(request, c, facts, options.detail));
+            write_file(options.html, [&] { return html; });
+            write_file(options.pdf, [&] {
+                Pdf pdf = pdf_of(html);
+                tell(pdf.said);
+                return std::move(pdf.bytes);
+            });
+        });
     }
 
     void draw_charts() const {
@@ -125,7 +154,9 @@ Status run_file(const RunOptions& options, std::ostream& out, std::ostream& err)
     check_outputs(options, file);
     Calculation c = calculate(file);
     // The files come first: they are there when the reader of standard output leaves early.
-    OutputFiles(options, file, facts_of(options.input, text), c).write();
+    DocumentFacts facts = facts_of(options.input, text);
+    facts.created = time_of_documents();
+    OutputFiles(options, file, std::move(facts), c).write();
     for (std::size_t i = 0; i < c.calculated.size(); ++i) {
         const auto& [element, outcome] = c.calculated[i];
         out << component_text(c.calculated[i], file.units, options.colour) << std::flush;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "components/element.h"
+#include "document/document.h"
 
 #include <iosfwd>
 #include <string>
@@ -16,8 +17,9 @@ struct RunOptions {
     std::string data;   // folder of the data files; empty: the one that is found
     std::string
         charts; // folder for drawings of the charts, with the points of the elements; empty: none
-    // Its results for programs, and both tables of checks and results; empty: none.
-    std::string json, csv;
+    // The document, its results for programs, and both tables of checks and results; empty: none.
+    std::string html, pdf, json, csv;
+    Detail detail = Detail::full; // of the document
     bool colour = false;
     bool strict = false; // no defaults of what decides about safety
 };
