@@ -113,7 +113,7 @@ bool is_program(const fs::path& path) {
     return fs::is_regular_file(path, none) && access(path.c_str(), X_OK) == 0;
 }
 
-// On PATH, else where Debian has it. Folders of PATH that depend on the working directory don't count.
+// On PATH. Its folders that depend on the working directory don't count.
 fs::path weasyprint() {
     constexpr std::string_view NAME = "weasyprint";
     const char* const text = std::getenv("PATH");
@@ -124,7 +124,6 @@ fs::path weasyprint() {
         if (folder.is_absolute() && is_program(folder / NAME)) return folder / NAME;
         folders.remove_prefix(std::min(end + 1, folders.size()));
     }
-    if (fs::path debian = "/usr/bin/weasyprint"; is_program(debian)) return debian;
     no_pdf("it needs WeasyPrint, which is not installed: apt-get install weasyprint; or write "
            "the HTML with --html and print it with a browser");
 }
