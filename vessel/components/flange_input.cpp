@@ -167,8 +167,8 @@ void FlangeInput::take_standard(Reading& reading) {
         if (!message.empty()) reading.fault(key, std::move(message));
         for (const StandardKey& filled : STANDARD_KEYS)
             if (!reading.given(filled.name)) reading.supply(filled.name);
-        for (const std::string_view key : {"Fid", "facing", "bolting"})
-            if (!reading.given(key)) reading.supply(key);
+        for (const std::string_view other : {"Fid", "facing", "bolting"})
+            if (!reading.given(other)) reading.supply(other);
     };
     if (!reading.sound(CLASS) || !reading.sound(SIZE)) return refuse(CLASS, "");
     if (reading.given(WALL) && !reading.sound(WALL)) return refuse(WALL, "");
