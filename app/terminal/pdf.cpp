@@ -113,11 +113,11 @@ bool is_program(const fs::path& path) {
     return fs::is_regular_file(path, none) && access(path.c_str(), X_OK) == 0;
 }
 
-// On PATH. Its folders that depend on the working directory don't count.
+// On PATH, or where Debian has it. Folders of PATH that depend on the working directory don't count.
 fs::path weasyprint() {
     constexpr std::string_view NAME = "weasyprint";
     const char* const text = std::getenv("PATH");
-    std::string_view folders = text != nullptr ? text : "";
+    std::string_view folders = text != nullptr ? text : "/usr/bin";
     while (!folders.empty()) {
         const std::size_t end = std::min(folders.find(':'), folders.size());
         const fs::path folder = folders.substr(0, end);
