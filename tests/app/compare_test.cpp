@@ -397,6 +397,26 @@ TEST_F(CompareFiles, WhatCannotBeCompared) {
                            "inside diameter\n");
 }
 
+TEST_F(CompareFiles, ThePageHasWhatTheTextShows) {
+    ASSERT_EQ(compare("a.toml thin.toml --html c.html").status, 1);
+    const std::string page = read(path("c.html"));
+    for (const char* words : {"WORSE:", "Changed inputs", "Changed results", "Changed verdicts",
+                              "flange 1 (test flange)", "Flange thickness"})
+        EXPECT_NE(page.find(words), std::string::npos) << words << '\n' << page;
+    for (const char* words : {"signatures\"", "Open points", "no document number"})
+        EXPECT_EQ(page.find(words), std::string::npos) << words;
+    ASSERT_EQ(compare("a.toml a.toml --html same.html").status, 0);
+    EXPECT_EQ(read(path("same.html")).find("Contents"), std::string::npos) << "it has no sections";
+    EXPECT_EQ(compare("a.toml thin.toml --html c.out --json ./c.out").status, 2);
+    EXPECT_FALSE(std::filesystem::exists(folder / "c.out"));
+    if (shell("command -v tidy").status != 0) GTEST_SKIP() << "tidy is not installed";
+    for (const char* name : {"c.html", "same.html"}) {
+        const ProgramRun tidy = shell("tidy -quiet -errors '" + path(name) + "'");
+        EXPECT_EQ(tidy.status, 0) << tidy.err;
+        EXPECT_EQ(tidy.err, "");
+    }
+}
+
 TEST_F(CompareFiles, TheJsonHasWhatTheTextShows) {
     ASSERT_EQ(compare("a.toml thin.toml --json c.json").status, 1);
     Faults faults;
