@@ -283,6 +283,7 @@ TEST(Document, ReferencesHaveTheirEdition) {
     ASSERT_GE(tables[0].rows.size(), 2u);
     EXPECT_TRUE(has(tables[0].rows[0][0].text, "Division 1"));
     EXPECT_EQ(tables[0].rows[0][2].text, "shell 1 (drum)");
+    EXPECT_EQ(tables[0].rows[0][1].text, "current, of no one year");
     EXPECT_TRUE(has(tables[0].rows[1][0].text, "Division 2"));
     EXPECT_EQ(tables[0].rows[1][1].text, "2017");
 }

@@ -162,6 +162,7 @@ ShellShape random_shell(int shape, Chance& chance) {
     if (shape != TARVANE_CYLINDER && shape < TARVANE_CONE && chance.one_in(2))
         s.straight = s.D * chance.spread(0.005, 0.5);
     if (shape == TARVANE_CYLINDER && !chance.one_in(4)) s.length = s.D * chance.spread(0.05, 60);
+    if (shape == TARVANE_CYLINDER && chance.one_in(2)) s.tangent = s.D * chance.spread(0.05, 60);
     if (shape == TARVANE_CONE) {
         s.alpha = chance.between(1, 75);
         if (chance.one_in(2)) s.r = s.D * chance.between(0.01, 0.3);
@@ -194,7 +195,10 @@ TEST_P(ShellDrawings, AreCleanAtAnyProportions) {
         if (s.straight > 0) names.push_back("sf");
         if (s.L > 0) names.push_back("L");
         if (s.r > 0) names.push_back("r");
-        if (s.length > 0) names.push_back("L");
+        if (s.tangent > 0)
+            names.push_back("Lt");
+        else if (s.length > 0)
+            names.push_back("L");
         if (s.Dsmall > 0) names.push_back("Ds");
         const auto faults = lint_of(drawn->sheet, drawn->figure.width, drawn->figure.height);
         const auto gone = missing(*drawn, names);
@@ -322,6 +326,18 @@ TEST(ComponentDrawings, ShowTheThicknessThatWasFound) {
     EXPECT_TRUE(
         says(run.figures.at(0), "t = " + style.number(static_cast<double>(outcome.t_req), 25.4)))
         << run.figures.at(0).alt;
+}
+
+// Its stiffened length has parts of the heads in it.
+TEST(ComponentDrawings, OfACylinderAreAsLongAsItIsFromHeadToHead) {
+    const Made both("/examples/v101.toml");
+    EXPECT_TRUE(says(both.figures.at(0), "Lt = 150")) << both.figures.at(0).alt;
+    EXPECT_FALSE(says(both.figures.at(0), "L = 160")) << both.figures.at(0).alt;
+    EXPECT_NE(both.figures.at(0).svg.find("stiffened length L = 160 not drawn"), std::string::npos)
+        << both.figures.at(0).svg;
+    const Made one("/tests/golden/external_cylinder.toml");
+    EXPECT_NE(one.figures.at(0).svg.find("L: stiffened length"), std::string::npos)
+        << one.figures.at(0).svg;
 }
 
 TEST(ComponentDrawings, AreValidOnesOfAVessel) {

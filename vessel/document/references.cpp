@@ -2,6 +2,7 @@
 
 #include "components/data_lines.h"
 #include "components/flange_input.h"
+#include "components/mdmt_input.h"
 #include "tarvane/tarvane.h"
 #include "values/text.h"
 
@@ -52,7 +53,12 @@ std::string edition_of(const Element& element, int code) {
         key == nullptr ? std::string() : std::string(choice_name(key->choices, edition));
     if (name == "older") return "older, before 2007";
     if (name == "A98") return "1998 addenda";
-    if (element.kind != &FLANGE_KIND) return name;
+    // "Current" against "older" and "A98"; the rules of shells in VIII-1 have no other edition here.
+    if (element.kind != &FLANGE_KIND) {
+        if (name != "current") return name;
+        if (code == TARVANE_ASME_VIII_2) return "2007 and later";
+        return element.kind == &MDMT_KIND ? "1999 addenda and later" : "current, of no one year";
+    }
     switch (code) {
     case TARVANE_PD_5500:
         return "2018+A1:2018";

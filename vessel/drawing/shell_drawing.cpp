@@ -149,9 +149,11 @@ void ShellSection::head(const Profile& profile, double depth) {
 
 void ShellSection::draw_cylinder() {
     const double inner = s.D / 2, outer = inner + s.t;
-    const bool given = s.length > 0;
-    double shown = given ? s.length : s.D, taken_out = 0;
-    const bool broken = given && s.length > LONG * s.D;
+    // Heads are part of a stiffened length: it is not how long the cylinder is.
+    const double length = s.tangent > 0 ? s.tangent : s.length;
+    const bool given = length > 0;
+    double shown = given ? length : s.D, taken_out = 0;
+    const bool broken = given && length > LONG * s.D;
     if (broken) shown = LONG * s.D * 0.6;
     const auto piece = [&](double from, double to, bool open_low, bool open_high) {
         if (page(s.t) < FILLED)
@@ -168,7 +170,7 @@ void ShellSection::draw_cylinder() {
         const double gap = view.length(3);
         piece(0, shown / 2, false, true);
         piece(shown / 2 + gap, shown + gap, true, false);
-        taken_out = page(s.length - shown - gap);
+        taken_out = page(length - shown - gap);
         shown += gap;
         notes.push_back("a piece of the length broken out");
     } else {
@@ -177,7 +179,11 @@ void ShellSection::draw_cylinder() {
     if (given) {
         view.edge(0, inner);
         view.edge(shown, inner);
-        add_height("L", s.length, 0, shown, taken_out);
+        add_height(s.tangent > 0 ? "Lt" : "L", length, 0, shown, taken_out);
+        notes.push_back(s.tangent > 0 ? "Lt: length from head to head" : "L: stiffened length");
+        if (s.tangent > 0 && s.length > 0)
+            notes.push_back("stiffened length L = " + written(s.length, Quantity::diameter) +
+                            " not drawn");
     } else {
         notes.push_back("length not given");
     }
@@ -411,7 +417,7 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
 
 bool possible(const ShellShape& s) {
     for (const double value : {s.D, s.t, s.ci, s.Ut, s.depth, s.L, s.r, s.straight, s.alpha,
-                               s.Dsmall, s.tk, s.length, s.D2})
+                               s.Dsmall, s.tk, s.length, s.tangent, s.D2})
         if (!std::isfinite(value) || value < 0 || value > 1e5) return false;
     if (!(s.D > 0) || !(s.t > 0)) return false;
     switch (s.shape) {
@@ -463,6 +469,8 @@ std::optional<ShellShape> shape_of(const ShellInput& shell) {
     const bool head = s->shape == TARVANE_ELLIPTICAL_HEAD || s->shape == TARVANE_SPHERE ||
                       s->shape == TARVANE_TORISPHERICAL_HEAD;
     if (head) s->straight = static_cast<double>(shell.setting(S::straight));
+    if (s->shape == TARVANE_CYLINDER)
+        s->tangent = static_cast<double>(shell.setting(S::tangent_length));
     if (s->shape == TARVANE_CONE) s->tk = static_cast<double>(shell.setting(S::tk));
     if (s->shape == TARVANE_FLAT_HEAD) s->D2 = static_cast<double>(shell.setting(S::D2));
     return possible(*s) ? s : std::nullopt;

@@ -20,8 +20,9 @@ struct ShellShape {
     double depth = 0;                    // of an elliptical head, inside
     double L = 0, r = 0, straight = 0;
     double alpha = 0, Dsmall = 0, tk = 0;
-    double length = 0; // of a cylinder; axial, of a cone
-    double D2 = 0;     // second span of a flat head
+    double length = 0;  // stiffened, of a cylinder; axial, of a cone
+    double tangent = 0; // of a cylinder, from head to head
+    double D2 = 0;      // second span of a flat head
 };
 
 // Nothing for dimensions that no such part can have.
