@@ -288,6 +288,13 @@ TEST(Document, ReferencesHaveTheirEdition) {
     EXPECT_EQ(tables[0].rows[1][1].text, "2017");
 }
 
+TEST(Document, OfABucklingStressNamesTheCodeCaseAndNoTable) {
+    const std::string page = page_of(EXTERNAL + "method = \"stress\"\nSy = 30000\n");
+    EXPECT_TRUE(has(page, "ASME Code Case 2286"));
+    EXPECT_FALSE(has(page, "not from Table G"));
+    EXPECT_FALSE(has(page_of(EXTERNAL), "ASME Code Case 2286"));
+}
+
 TEST(Document, EndNamesProgramInputDataAndWhatIsNotChecked) {
     const std::string page = page_of(EXTERNAL);
     EXPECT_TRUE(has(page, "<td>drum.toml</td>"));

@@ -13,6 +13,7 @@
 #include "document/results.h"
 #include "document/vessel_verdict.h"
 #include "drawing/component_drawing.h"
+#include "fields/external_keys.h"
 #include "values/bounded_file.h"
 #include "values/text.h"
 
@@ -97,7 +98,10 @@ DocumentSection assumptions_section(const Request& request, const Calculation& c
         if (element.liquid_head > 0.0f)
             assumptions.add("The head of the liquid is added to the design pressure by elevation",
                             element);
-        if (is_off(element, "table_g"))
+        const Key* method = element.kind->keys.find("method");
+        const bool by_stress =
+            method != nullptr && element.number_of(*method) == static_cast<float>(METHOD_STRESS);
+        if (is_off(element, "table_g") && !by_stress)
             assumptions.add(
                 "Factor A comes from the equations of the geometric chart, not from Table G",
                 element);

@@ -1,8 +1,10 @@
 #include "document/references.h"
 
 #include "components/data_lines.h"
+#include "components/external_input.h"
 #include "components/flange_input.h"
 #include "components/mdmt_input.h"
+#include "fields/external_keys.h"
 #include "tarvane/tarvane.h"
 #include "values/text.h"
 
@@ -98,6 +100,9 @@ DocumentSection references_section(const Request& request) {
             references
                 .of(std::string(NAMES[static_cast<std::size_t>(code)]), edition_of(*element, code))
                 .elements.push_back(element.get());
+        if (code == TARVANE_ASME_VIII_1 && choice_of(*element, "method") == METHOD_STRESS &&
+            element->kind == &EXTERNAL_KIND)
+            references.of("ASME Code Case 2286", {}).elements.push_back(element.get());
         if (element->kind != &FLANGE_KIND) continue;
         if (const auto& flange = static_cast<const FlangeInput&>(*element);
             !flange.standard().empty())

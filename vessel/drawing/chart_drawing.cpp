@@ -214,8 +214,8 @@ class Drawing {
         }
         draw_curve(chart.asked, COLOUR, 2.6, labels);
         write_labels(labels);
-        write_moduli(unit);
         if (chart.A) mark_point(unit);
+        write_moduli(unit); // over the line of the point
         const std::string title = "External pressure chart " + chart.name;
         page.text(LEFT, 44, title, {.size = 22});
         page.text(LEFT, 70, "in colour: " + temperature_text(chart.asked.temperature),
