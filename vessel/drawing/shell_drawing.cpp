@@ -17,7 +17,6 @@ constexpr double WALL_SEEN = 6, LINE_SEEN = 0.7; // walls and lines of corrosion
 constexpr double DETAIL_WALL = 16, DETAIL_HEIGHT = 24, BEFORE_DETAIL = 14;
 constexpr double LEADER = 9, LONGEST_LEADER = 60, SHOULDER = 3;
 constexpr double LONG = 4; // cylinders of more diameters are broken
-constexpr double STUB = 10;
 
 std::string title_of(const ShellShape& s) {
     switch (s.shape) {

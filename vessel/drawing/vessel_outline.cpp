@@ -20,7 +20,7 @@ using S = ShellNumber;
 
 // On the page, mm.
 constexpr double WIDEST = 75, HIGHEST = 150;
-constexpr double LINE = 4.6, BESIDE = 10, KNEE = 6;
+constexpr double LINE = 4.6, KNEE = 6;
 constexpr double WIDEST_NAME = 55;
 constexpr double BODY = 0.5; // of the largest diameter: cylinders that are not nozzles
 
