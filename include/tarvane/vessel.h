@@ -60,7 +60,7 @@ enum {
 enum {
     TARVANE_WANT_RESULTS = 1, /* results and checks of each component */
     TARVANE_WANT_REPORT = 2,  /* the lines of its report */
-    TARVANE_WANT_DRAWINGS = 8 /* the chart of a component under external pressure, as SVG */
+    TARVANE_WANT_DRAWINGS = 8 /* drawings of each component and of the vessel, as SVG */
 };
 
 /*
@@ -138,7 +138,8 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **     messages  of the engine; some belong to the report and are missing without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks
-**     drawings  name and SVG
+**     drawings  name and SVG: "section", to scale; "chart", of external pressure with its point
+**   drawings    the vessel from outside, "outline"; only where two components or more have an elevation
 */
 TARVANE_VESSEL_API int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request,
                                              int32_t want, const char** result);

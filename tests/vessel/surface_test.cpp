@@ -246,7 +246,7 @@ TEST(Calculate, WritesNoReportThatNobodyWants) {
     EXPECT_NE(report.text.find("in\xC2\xB2"), std::string::npos);
 }
 
-TEST(Calculate, DrawsTheChartOfWhatWentByOne) {
+TEST(Calculate, DrawsComponentsAndTheChartOfWhatWentByOne) {
     const Handle handle;
     const std::string request =
         R"({"external": [{"kind": "cylinder", "P": 15, "T": 300, "D": 60, "t": 0.5, "chart": "CS-2",
@@ -254,11 +254,55 @@ TEST(Calculate, DrawsTheChartOfWhatWentByOne) {
             "S": 20000, "Sa": 20000, "E": 0.85}]})";
     const Answer answer = handle.calculate(request, TARVANE_WANT_DRAWINGS);
     ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
-    EXPECT_EQ(text_at(answer.result, "external[0].drawings[0].name"), "chart");
-    EXPECT_NE(text_at(answer.result, "external[0].drawings[0].svg").find("<svg"),
-              std::string::npos);
-    EXPECT_TRUE(at(answer.result, "shell[0].drawings").list()->empty());
+    for (const std::string drawing :
+         {"external[0].drawings[0]", "external[0].drawings[1]", "shell[0].drawings[0]"})
+        EXPECT_NE(text_at(answer.result, drawing + ".svg").find("<svg"), std::string::npos)
+            << drawing;
+    EXPECT_EQ(text_at(answer.result, "external[0].drawings[0].name"), "section");
+    EXPECT_EQ(text_at(answer.result, "external[0].drawings[1].name"), "chart");
+    EXPECT_EQ(text_at(answer.result, "shell[0].drawings[0].name"), "section");
+    EXPECT_EQ(at(answer.result, "shell[0].drawings").list()->size(), 1u);
+    EXPECT_TRUE(at(answer.result, "drawings").null());
     EXPECT_TRUE(at(handle.calculate(request).result, "external[0].drawings").null());
+}
+
+TEST(Calculate, DrawsTheVesselWhereTwoComponentsHaveAnElevation) {
+    const Handle handle;
+    const auto drawn = [&](const std::string& elevation, std::int32_t want) {
+        const std::string shell =
+            R"({"kind": "cylinder", "length": 60, "T": 300, "D": 48, "t": 0.5, "S": 20000, "Sa": 20000, "P": 100)";
+        const Answer answer =
+            handle.calculate(R"({"vessel": {"E": 1}, "shell": [)" + shell +
+                                 R"(, "elevation": 0}, )" + shell + elevation + "}]}",
+                             want);
+        EXPECT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+        return at(answer.result, "drawings");
+    };
+    const auto outline = drawn(R"(, "elevation": 60)", TARVANE_WANT_DRAWINGS);
+    ASSERT_NE(outline.list(), nullptr);
+    EXPECT_EQ(text_at(outline, "[0].name"), "outline");
+    EXPECT_TRUE(drawn("", TARVANE_WANT_DRAWINGS).null());
+    EXPECT_TRUE(drawn(R"(, "elevation": 60)", TARVANE_WANT_RESULTS).null());
+}
+
+TEST(Calculate, TakesKindsInTheOrderOfTheRequest) {
+    const Handle handle;
+    const std::string shell =
+        R"("shell": [{"description": "S", "kind": "cylinder", "P": 100, "T": 300, "D": 48, "t": 0.5,
+            "material": "SA-516 70"}])";
+    const std::string flange =
+        R"("flange": [{"description": "F", "type": "blind", "kind": "thickness", "P": 100, "T": 300, "t": 2, "A": 32,
+            "C": 29.5, "a": 1, "n": 20, "Fod": 27, "Fid": 24, "Go": 27, "Gi": 25, "m": 1, "y": 200, "facing": "1a",
+            "bolting": "TEMA", "material": "SA-105", "bolt_material": "SA-193 B7"}])";
+    // The metal temperatures that the vessel asks for are in this order, too.
+    const auto first = [&](const std::string& components) {
+        const Answer answer =
+            handle.calculate(R"({"vessel": {"E": 1, "MDMT": 20}, )" + components + '}');
+        EXPECT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+        return text_at(answer.result, "mdmt[0].description");
+    };
+    EXPECT_EQ(first(shell + ", " + flange), "S");
+    EXPECT_EQ(first(flange + ", " + shell), "F");
 }
 
 // ---- schema ------------------------------------------------------------------------------------------------

@@ -51,7 +51,8 @@ std::vector<Reader::Source> Reader::find_components(const Table& root, const Ele
     return found;
 }
 
-// Components of all kinds in the order in which they are written.
+// Components of all kinds in the order in which they are written; in a notation without lines kind by kind, as its
+// members come.
 void Reader::find_sources(const Table& root) {
     bool faulty = false;
     for (const ElementKind* kind : known_kinds) {
@@ -66,9 +67,11 @@ void Reader::find_sources(const Table& root) {
         faults.add({.line = 1}, known_kinds.front()->table,
                    "missing; one or more " + table_names(known_kinds) + " tables are expected");
     }
-    std::stable_sort(sources.begin(), sources.end(), [](const Source& a, const Source& b) {
+    std::stable_sort(sources.begin(), sources.end(), [&root](const Source& a, const Source& b) {
         const Position &p = a.value->at, &q = b.value->at;
-        return p.line != q.line ? p.line < q.line : p.column < q.column;
+        if (p.line != q.line) return p.line < q.line;
+        if (p.column != q.column) return p.column < q.column;
+        return root.entry(a.kind->table) < root.entry(b.kind->table);
     });
 }
 

@@ -13,6 +13,7 @@
 #include "document/report_view.h"
 #include "document/result_value.h"
 #include "document/vessel_verdict.h"
+#include "drawing/component_drawing.h"
 #include "fields/vessel_keys.h"
 #include "values/bounded_file.h"
 #include "values/json.h"
@@ -77,7 +78,9 @@ class Writer {
     void write_rating(const Outcome& outcome);
     void write_check(const Check& check);
     void write_report(const Outcome& outcome);
+    void write_drawing(std::string_view name, std::string_view svg);
     void write_drawings(const Found& found);
+    void write_vessel_drawings();
     void write_component(const Found& found);
 };
 
@@ -141,7 +144,9 @@ void Writer::write_summary() {
     for (const SummaryRow& row : summary(request, calculation)) {
         json.begin_object();
         text("name", row.field->name);
+        text("label", row.field->label);
         optional_value("value", row.value, row.field->quantity);
+        text("unit", to_utf8(request.units.label(row.field->quantity)));
         json.key("component");
         if (row.by != nullptr)
             json.text(path_of(*row.by));
@@ -313,15 +318,28 @@ void Writer::write_report(const Outcome& outcome) {
     json.end_list();
 }
 
+void Writer::write_drawing(std::string_view name, std::string_view svg) {
+    json.begin_object();
+    text("name", name);
+    text("svg", svg);
+    json.end_object();
+}
+
 void Writer::write_drawings(const Found& found) {
     json.key("drawings").begin_list();
-    if (const auto point = found.element->chart_point(*found.outcome)) {
-        json.begin_object();
-        text("name", "chart");
-        text("svg",
-             chart_svg(point->chart, point->temperature, point->yield, point->A, request.units));
-        json.end_object();
-    }
+    if (const auto section = component_drawing(*found.element, *found.outcome, request))
+        write_drawing("section", section->svg);
+    if (const auto point = found.element->chart_point(*found.outcome))
+        write_drawing("chart", chart_svg(point->chart, point->temperature, point->yield, point->A,
+                                         request.units));
+    json.end_list();
+}
+
+void Writer::write_vessel_drawings() {
+    const auto outline = vessel_drawing(request, calculation);
+    if (!outline) return;
+    json.key("drawings").begin_list();
+    write_drawing("outline", outline->svg);
     json.end_list();
 }
 
@@ -383,6 +401,7 @@ std::string Writer::write(const std::vector<Found>& components, const VesselVerd
         }
         if (any) json.end_list();
     }
+    if (wanted.drawings) write_vessel_drawings();
     json.end_object();
     return json.take();
 }

@@ -384,7 +384,7 @@ std::string rating_schema() {
 }
 
 std::string component_schema(const ElementKind& kind) {
-    Properties why, line, drawing, component;
+    Properties why, line, component;
     for (const ResultField& field : kind.results)
         why.put(field.name, of_type("string"));
     line.put("text", of_type("string"));
@@ -392,8 +392,6 @@ std::string component_schema(const ElementKind& kind) {
                                  {"items", of_type("integer")},
                                  {"minItems", "6"},
                                  {"maxItems", "6"}}));
-    drawing.put("name", of_type("string"));
-    drawing.put("svg", of_type("string"));
     component.put("description", of_type("string"));
     component.put("verdict", reference("verdict"));
     component.put("says", of_type("string"));
@@ -406,9 +404,9 @@ std::string component_schema(const ElementKind& kind) {
     component.put("checks", list_schema(check_schema(kind)));
     for (const std::string_view words : {"messages", "notes"})
         component.put(words, list_schema(of_type("string")));
-    const std::string_view line_members[] = {"text", "marks"}, drawing_members[] = {"name", "svg"};
+    const std::string_view line_members[] = {"text", "marks"};
     component.put("report", list_schema(line.object(line_members)));
-    component.put("drawings", list_schema(drawing.object(drawing_members)));
+    component.put("drawings", reference("drawings"));
     const std::string_view required[] = {"description", "verdict",  "says", "governing",
                                          "inputs",      "messages", "notes"};
     return component.object(required);
@@ -435,9 +433,15 @@ std::string result_schema() {
     const std::string figure = item.object(item_members);
     file.put("used", list_schema(figure));
 
+    Properties drawing;
+    drawing.put("name", of_type("string"));
+    drawing.put("svg", of_type("string"));
+    const std::string_view drawing_members[] = {"name", "svg"};
+
     JsonWriter definitions;
     definitions.begin_object();
     definitions.key("verdict").raw(object_of({{"enum", texts(verdicts)}}));
+    definitions.key("drawings").raw(list_schema(drawing.object(drawing_members)));
     result.put("tarvane", object_of({{"const", "1"}}));
     result.put("program", of_type("string"));
     result.put("units", systems_schema());
@@ -456,12 +460,16 @@ std::string result_schema() {
     for (const ResultField& field : fields)
         rows.push_back(field.name);
     row.put("name", object_of({{"enum", texts(rows)}}));
+    row.put("label", of_type("string"));
     row.put("value", nullable("number"));
+    row.put("unit", of_type("string"));
     row.put("component", nullable("string"));
     row.put("note", of_type("string"));
     row.put("lacks", list_schema(of_type("string")));
-    const std::string_view row_members[] = {"name", "value", "component", "note", "lacks"};
+    const std::string_view row_members[] = {"name",      "label", "value", "unit",
+                                            "component", "note",  "lacks"};
     result.put("summary", list_schema(row.object(row_members)));
+    result.put("drawings", reference("drawings"));
     result.put("not_covered", list_schema(of_type("string")));
     for (const ElementKind* kind : element_kinds()) {
         definitions.key(kind->table).raw(component_schema(*kind));
