@@ -4,7 +4,7 @@ pressure, minimum design metal temperatures.
     >>> import tarvane
     >>> result = tarvane.run({"shell": [{"kind": "cylinder", "P": 356.0, "T": 300.0, "material": "SA-516 70",
     ...                                  "D": 90.0, "t": 1.125, "ci": 0.125}]})
-    >>> result.passed, result.shell[0].results.mawp
+    >>> result.passed, result.shell[0].mawp
 
 A request is a dictionary, or the path of a TOML or JSON file; help(tarvane.run) lists its keys with their units,
 `Vessel.schema` gives them to a program. A result has verdicts, results, checks and report lines under the names

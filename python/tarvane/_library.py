@@ -32,8 +32,19 @@ def path_text(name: str, given: PathName) -> str:
     return path
 
 
+PACKAGE = Path(__file__).absolute().parent
+
+
+def own_data(library: str) -> Optional[str]:
+    """The data files that a wheel has in the package, for the library that is there too. The TARVANE_DATA variable,
+    which the library reads itself, comes before them."""
+    folder = PACKAGE / "data"
+    own = Path(library).parent == PACKAGE and folder.is_dir() and not os.environ.get("TARVANE_DATA")
+    return str(folder) if own else None
+
+
 def library_path(given: Optional[PathName], library: str = VESSEL) -> str:
-    """The given path, else that of the TARVANE_LIBRARY variable, else a library beside this package or of the
+    """The given path, else that of the TARVANE_LIBRARY variable, else a library in this package or of the
     tree that it was installed with. A path of the other one of the two libraries is that of this one beside it."""
     named = os.environ.get("TARVANE_LIBRARY") if given is None else path_text("library", given)
     if named:
@@ -41,10 +52,9 @@ def library_path(given: Optional[PathName], library: str = VESSEL) -> str:
             named = os.path.join(os.path.dirname(named), library)
         # The loader looks for a name without a folder elsewhere than in the working folder.
         return os.path.abspath(named) if os.path.isfile(named) else named
-    package = Path(__file__).absolute().parent
-    places = [package]
-    if package.parent.name == "dist-packages":  # PREFIX/lib/python3/dist-packages
-        libraries = package.parents[2]
+    places = [PACKAGE]
+    if PACKAGE.parent.name == "dist-packages":  # PREFIX/lib/python3/dist-packages
+        libraries = PACKAGE.parents[2]
         places += [libraries, libraries / (sysconfig.get_config_var("MULTIARCH") or "")]
     return next((str(place / library) for place in places if (place / library).exists()), library)
 
@@ -83,7 +93,7 @@ class Handle:
             ]  # fmt: skip
         except AttributeError:
             raise OSError(f"{path} is not the vessel library of tarvane") from None
-        self.data_folder = None if data_folder is None else path_text("data_folder", data_folder)
+        self.data_folder = own_data(path) if data_folder is None else path_text("data_folder", data_folder)
         folder = None if self.data_folder is None else os.fsencode(self.data_folder)
         self._turn = threading.RLock()  # progress of a sweep may call
         self._handle = ctypes.c_void_p()

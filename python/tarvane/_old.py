@@ -193,7 +193,8 @@ class Engine:
         _old("Engine", "tarvane.Vessel, or tarvane.run")
         self._vessel = Vessel(library, data_folder)
         self._engine = library_path(library, ENGINE)
-        self._folder = "" if data_folder is None else os.path.abspath(os.fsdecode(data_folder))
+        folder = self._vessel._handle.data_folder
+        self._folder = "" if folder is None else os.path.abspath(folder)
         self._keys = self._vessel.keys()
 
     def flange(self, data: Mapping[str, Any]) -> FlangeResult:

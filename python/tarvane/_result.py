@@ -2,14 +2,32 @@
 
 from __future__ import annotations
 
-from dataclasses import dataclass
-from typing import Any, Iterator, Mapping, Optional, Union
+import difflib
+from dataclasses import dataclass, field
+from typing import Any, Iterable, Iterator, Mapping, NoReturn, Optional, Union
+
+from . import _frame, _html
 
 Number = Union[float, bool, str]  # a choice has the name of its value
 
 
 class NoValue(LookupError):
     """A result without a value was read; the message says why there is none."""
+
+
+@dataclass(frozen=True)
+class Words:
+    """What the vocabulary says of the results and checks of a kind of component, and the units of a request."""
+
+    results: Mapping[str, Mapping[str, str]] = field(default_factory=dict)
+    checks: Mapping[str, str] = field(default_factory=dict)
+    units: Mapping[str, str] = field(default_factory=dict)
+
+    def label(self, result: str) -> str:
+        return self.results.get(result, {}).get("label", result)
+
+    def unit(self, result: str) -> str:
+        return self.units.get(self.results.get(result, {}).get("quantity", ""), "")
 
 
 @dataclass(frozen=True)
@@ -27,7 +45,8 @@ class ReportLine:
 class Check:
     """A check: what is required (`demand`) compared with its `limit`, in `unit`. `ratio` is at most 1 where it
     passes; None without numbers. `state`: 'pass', 'fail', 'not asked', 'not made' or 'waived'. One that doesn't
-    decide (good practice) may fail in a component that passes. `step` shows how the demand is found."""
+    decide (good practice) may fail in a component that passes. `step` shows how the demand is found. `component` is
+    the path of its component, 'flange[0]', `label` the check in words."""
 
     id: str
     paragraph: str
@@ -43,6 +62,8 @@ class Check:
     reason: str = ""
     remark: str = ""
     step: str = ""
+    component: str = ""
+    label: str = ""
 
     @property
     def passed(self) -> bool:
@@ -67,6 +88,8 @@ class SummaryRow:
     component: Optional[str]
     note: str = ""
     lacks: tuple[str, ...] = ()
+    label: str = ""
+    unit: str = ""
 
 
 @dataclass(frozen=True)
@@ -106,7 +129,14 @@ class Results:
     def __init__(self, values: Mapping[str, Optional[Number]], why: Mapping[str, str], table: str = "") -> None:
         self._values, self._why, self._table = values, why, table
 
+    def _none(self, name: str, error: type[Exception]) -> NoReturn:
+        near = difflib.get_close_matches(name, self, n=1) or [each for each in self if each.lower() == name.lower()]
+        told = f"the nearest is {near[0]!r}" if near else f"results are {', '.join(self)}"
+        raise error(f"{self._table}{name} is no result; {told}")
+
     def __getitem__(self, name: str) -> Number:
+        if name not in self:
+            self._none(name, KeyError)
         name = self._table + name
         value = self._values[name]
         if value is None:
@@ -116,16 +146,17 @@ class Results:
     def __getattr__(self, name: str) -> Any:
         if name.startswith("__") or self.__dict__.get("_values") is None:
             raise AttributeError(name)  # of a half-made copy
-        full = self._table + name
-        if full in self._values:
+        if name in self:
             return self[name]
+        full = self._table + name
         if any(known.startswith(full + ".") for known in self._values):
             return Results(self._values, self._why, full + ".")
-        raise AttributeError(f"{full!r} is no result; results are {', '.join(self)}")
+        self._none(name, AttributeError)
 
     def get(self, name: str, default: Any = None) -> Any:
-        value = self._values[self._table + name]
-        return default if value is None else self[name]
+        if name not in self:
+            self._none(name, KeyError)
+        return default if self._values[self._table + name] is None else self[name]
 
     @property
     def why(self) -> dict[str, str]:
@@ -149,10 +180,11 @@ class Results:
 
 
 class Component:
-    """One flange, shell, element under external pressure or metal temperature of a result."""
+    """One flange, shell, element under external pressure or metal temperature of a result. Its `results` are its
+    attributes, too: `component.mawp` is `component.results.mawp`, and raises NoValue without a value."""
 
-    def __init__(self, data: Mapping[str, Any], path: str) -> None:
-        self._data = data
+    def __init__(self, data: Mapping[str, Any], path: str, words: Words = Words()) -> None:
+        self._data, self._words = data, words
         self.path: str = path
         self.description: str = data["description"]
         self.verdict: str = data["verdict"]
@@ -162,12 +194,24 @@ class Component:
             name: Input(taken["value"], taken["from"], taken.get("given"))
             for name, taken in data["inputs"].items()
         }
-        self.checks = [Check(**check) for check in data["checks"]]
+        self.checks = [
+            Check(**check, component=path, label=words.checks.get(check["id"], check["id"]))
+            for check in data["checks"]
+        ]
         """The worst first."""
         self.messages: list[str] = data["messages"]
         self.notes: list[str] = data["notes"]
         self.report = [ReportLine(line["text"], tuple(line["marks"])) for line in data.get("report", [])]
-        self.drawings: dict[str, str] = {drawing["name"]: drawing["svg"] for drawing in data.get("drawings", [])}
+        self.drawings = _drawings(data)
+        """SVG by name: 'section', and 'chart' of external pressure."""
+
+    def __getattr__(self, name: str) -> Any:
+        if name.startswith("_") or "results" not in self.__dict__:
+            raise AttributeError(name)  # of a half-made copy
+        return getattr(self.results, name)
+
+    def __dir__(self) -> list[str]:
+        return sorted({*super().__dir__(), *dir(self.results)})
 
     @property
     def passed(self) -> bool:
@@ -185,15 +229,36 @@ class Component:
     def to_dict(self) -> dict[str, Any]:
         return dict(self._data)
 
+    def to_frame(self, what: str = "results") -> Any:
+        """A pandas frame, as of the whole result."""
+        return _frame.of([self], what)
+
+    def _repr_html_(self) -> str:
+        return _html.of_component(self)
+
     def __repr__(self) -> str:
         return f"<{self.path} {self.description!r}: {self.verdict}>"
+
+
+def _drawings(data: Mapping[str, Any]) -> dict[str, str]:
+    return {drawing["name"]: drawing["svg"] for drawing in data.get("drawings", [])}
 
 
 class Result:
     """A calculated request: `flange`, `shell`, `external` and `mdmt` are lists of Component."""
 
-    def __init__(self, data: Mapping[str, Any]) -> None:
+    def __init__(self, data: Mapping[str, Any], kinds: Iterable[Mapping[str, Any]] = ()) -> None:
+        """`kinds`: those of the vocabulary, Vessel.schema("keys")."""
         self._data = data
+        units = {quantity: unit["label"] for quantity, unit in data.get("unit_system", {}).items()}
+        self._words = {
+            kind["name"]: Words(
+                {result["name"]: result for result in kind["results"]},
+                {check["id"]: check["label"] for check in kind["checks"]},
+                units,
+            )
+            for kind in kinds
+        }
         self.units: str = data["units"]
         self.program: str = data["program"]
         self.verdict: str = data["verdict"]
@@ -202,7 +267,8 @@ class Result:
         self.governing = Governing(**governing) if governing else None
         rows: list[dict[str, Any]] = data.get("summary", [])
         self.summary = {
-            row["name"]: SummaryRow(row["name"], row["value"], row["component"], row["note"], tuple(row["lacks"]))
+            row["name"]: SummaryRow(row["name"], row["value"], row["component"], row["note"], tuple(row["lacks"]),
+                                    row["label"], row["unit"])  # fmt: skip
             for row in rows
         }
         """By name, `summary["mawp"]`; of a request with a `vessel`."""
@@ -212,13 +278,16 @@ class Result:
         self.figures: list[UsedItem] = [UsedItem(**each) for each in data.get("figures", [])]
         """Approximate figures of the library's own tables that were used."""
         self.not_covered: list[str] = data["not_covered"]
+        self.drawings = _drawings(data)
+        """SVG by name: 'outline', of a vessel whose components have elevations."""
         self.flange = self._of("flange")
         self.shell = self._of("shell")
         self.external = self._of("external")
         self.mdmt = self._of("mdmt")
 
     def _of(self, kind: str) -> list[Component]:
-        return [Component(data, f"{kind}[{i}]") for i, data in enumerate(self._data.get(kind, []))]
+        words = self._words.get(kind, Words())
+        return [Component(data, f"{kind}[{i}]", words) for i, data in enumerate(self._data.get(kind, []))]
 
     @property
     def data_files(self) -> list[DataFile]:
@@ -237,6 +306,11 @@ class Result:
         return self.verdict == "pass"
 
     @property
+    def checks(self) -> list[Check]:
+        """Those of all components, one component after the other, of each the worst first."""
+        return [check for component in self.components for check in component.checks]
+
+    @property
     def report(self) -> list[ReportLine]:
         """The lines of all components, one after the other."""
         return [line for component in self.components for line in component.report]
@@ -244,6 +318,16 @@ class Result:
     def to_dict(self) -> dict[str, Any]:
         """The result as the library gave it."""
         return dict(self._data)
+
+    def to_frame(self, what: str = "results") -> Any:
+        """A pandas frame with a row a result or, of "checks", a check: what `Results` and `Check` have, by the same
+        names. A number without a value is nan, with the reason in "why"; of a result that is a flag or a choice
+        "choice" has the name. Needs pandas."""
+        return _frame.of(self.components, what)
+
+    def _repr_html_(self) -> str:
+        """Verdict, summary, checks and drawings, for a notebook."""
+        return _html.of_result(self)
 
     def __repr__(self) -> str:
         return f"<Result {self.verdict}: {', '.join(map(repr, self.components))}>"

@@ -88,8 +88,9 @@ def _names_of(output: str, kinds: Mapping[str, Any], components: Sequence[str]) 
 def _components(request: Mapping[str, Any], kinds: Iterable[str]) -> Iterator[str]:
     """Those that are written, then, without an end, the metal temperatures that the vessel asks for."""
     written = 0
-    for kind in kinds:
-        tables = request.get(kind, [])
+    known = set(kinds)
+    for kind in filter(known.__contains__, request):  # as the library takes them
+        tables = request[kind]
         count = 1 if isinstance(tables, Mapping) else len(tables)
         written = count if kind == "mdmt" else written
         yield from (f"{kind}[{i}]" for i in range(count))

@@ -105,14 +105,16 @@ class Vessel:
     """The vessel library with its data files.
 
     library      path of libtarvane_vessel.so (tarvane_vessel.dll); without it that of the TARVANE_LIBRARY
-                 variable, a library beside this package, or the one that the loader finds
-    data_folder  folder of the data files; without it the library looks for one by itself
+                 variable, a library in this package, or the one that the loader finds
+    data_folder  folder of the data files; without it that of the TARVANE_DATA variable, the one in this package,
+                 or the one that the library finds
     """
 
     def __init__(self, library: Optional[PathName] = None, data_folder: Optional[PathName] = None) -> None:
         if data_folder is not None and not os.path.isdir(data_folder):
             raise NotADirectoryError(f"data_folder: {os.fspath(data_folder)!r} is no folder")
         self._handle = Handle(library, data_folder)
+        self._kinds: Optional[list[dict[str, Any]]] = None  # of the vocabulary, when they are needed
         # Without data files it calculates what needs none.
         if self._handle.opened not in (OK, NO_DATA):
             raise failed(self._handle.opened, self._handle.open_error)
@@ -147,13 +149,18 @@ class Vessel:
         """What the vocabulary says about each key, by kind of component and name."""
         return {kind["name"]: {key["name"]: key for key in kind["keys"]} for kind in self.schema("keys")["kinds"]}
 
+    def _vocabulary(self) -> list[dict[str, Any]]:
+        if self._kinds is None:
+            self._kinds = self.schema("keys")["kinds"]
+        return self._kinds
+
     @_with_keys
-    def calculate(self, request: Request, *, report: bool = True, drawings: bool = False) -> Result:
+    def calculate(self, request: Request, *, report: bool = True, drawings: bool = True) -> Result:
         """Calculates a request: a dictionary, or the path of a TOML or JSON file.
 
         {"units": "SI", "vessel": {"T": 150}, "shell": [{"kind": "cylinder", "P": 1.5, ...}]}: components by
         kind, each a list of dictionaries; what applies to all of them in "vessel" or beside it. "units" is "US",
-        which is understood, "SI" or a dictionary of units.
+        which is understood, "SI" or a dictionary of units. `report` and `drawings` may be left out to save time.
 
         Raises InputError with all faults of the request, EngineStopped when the engine can't go on, OSError
         when a file can't be read or a data file is missing.
@@ -163,7 +170,7 @@ class Vessel:
         status, text = self._handle.calculate(tables, want)
         if status != OK:
             raise failed(status, text)
-        return Result(read_json(text))
+        return Result(read_json(text), self._vocabulary())
 
     def sweep(
         self, base: Request, inputs: Inputs, results: Iterable[str], *, grid: bool = False, progress: Progress = None,
@@ -204,7 +211,7 @@ class Vessel:
 
     def _sweep(self, base: Request, inputs: Inputs, results: Iterable[str], **how: Any) -> Union[Sweep, Written]:
         text = _tables(base)
-        keys = {kind["name"]: kind for kind in self.schema("keys")["kinds"]}
+        keys = {kind["name"]: kind for kind in self._vocabulary()}
         return _sweep.run(self._handle, text, keys, inputs, results, **how)
 
 
@@ -240,7 +247,7 @@ def _default() -> Vessel:
 
 
 @_with_keys
-def run(request: Request, *, report: bool = True, drawings: bool = False) -> Result:
+def run(request: Request, *, report: bool = True, drawings: bool = True) -> Result:
     """Calculates a request, a dictionary or the path of a TOML or JSON file, with the library that
     `Vessel()` finds; see there."""
     return _default().calculate(request, report=report, drawings=drawings)

@@ -1,4 +1,4 @@
-"""The package against the library that TARVANE_LIBRARY names."""
+"""The package against the library that TARVANE_LIBRARY names, or against that of an installed wheel."""
 
 import ast
 import copy
@@ -9,6 +9,7 @@ import os
 import pickle
 import pydoc
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -23,6 +24,7 @@ from tarvane import _library
 VESSEL = tarvane.Vessel()
 LIBRARY = Path(VESSEL._handle.path)
 PACKAGE = Path(tarvane.__file__).parent
+OWN = LIBRARY.parent == PACKAGE  # an installed wheel
 SOURCE = Path(__file__).parents[2]
 
 RING = {
@@ -146,16 +148,19 @@ class Results(unittest.TestCase):
         self.assertAlmostEqual(found.Wm1 / (h + 2 * b * 3.14159265 * g * 1.0 * 100.0), 1.0, places=5)
 
     def test_a_result_without_a_value_is_an_error_with_its_reason(self):
-        found = self.result.flange[0].results
-        for read in (lambda: found.t_req, lambda: found["t_req"], lambda: found.designed.C):
+        flange = self.result.flange[0]
+        found = flange.results
+        for read in (lambda: found.t_req, lambda: found["t_req"], lambda: found.designed.C, lambda: flange.t_req,
+                     lambda: flange.designed.C):  # fmt: skip
             with self.assertRaisesRegex(tarvane.NoValue, "kind"):
                 read()
         self.assertEqual(self.result.flange[0].why["t_req"], "kind analyse")
         self.assertEqual(found.designed.why["C"], found.why["designed.C"])
         self.assertIsNone(found.get("t_req"))
         self.assertNotIn("mawp", found.why)
-        with self.assertRaisesRegex(AttributeError, "mawp"):
-            found.mapw
+        for read in (lambda: found.mapw, lambda: flange.mapw, lambda: found["mapw"], lambda: found.get("mapw")):
+            with self.assertRaisesRegex((AttributeError, KeyError), "mapw is no result; the nearest is 'mawp'"):
+                read()
 
     def test_a_vessel_has_a_summary_and_names_its_data(self):
         parts = [{**CYLINDER, "description": "Shell"},
@@ -192,9 +197,14 @@ class Results(unittest.TestCase):
         self.assertTrue(any("Flange Input Data Values" in str(line) for line in flange.report))
         self.assertEqual(len(flange.report[-1].marks), 6)
         self.assertEqual(len(self.result.report), sum(len(c.report) for c in self.result.components))
-        bare = tarvane.run({"external": [{**VACUUM, "method": "chart"}]}, report=False, drawings=True)
-        self.assertEqual(bare.report, [])
-        self.assertIn("<svg", bare.external[0].drawings["chart"])
+        request = {"external": [{**VACUUM, "method": "chart"}]}
+        silent = tarvane.run(request, report=False)
+        self.assertEqual(silent.report, [])
+        self.assertEqual(list(silent.external[0].drawings), ["section", "chart"])
+        for svg in silent.external[0].drawings.values():
+            self.assertIn("<svg", svg)
+        self.assertEqual(tarvane.run(request, drawings=False).external[0].drawings, {})
+        self.assertEqual(flange.drawings.keys(), {"section"})
 
     def test_a_result_can_be_copied_and_stored(self):
         for other in (copy.deepcopy(self.result), pickle.loads(pickle.dumps(self.result))):
@@ -219,7 +229,7 @@ class Results(unittest.TestCase):
 
 class Library(unittest.TestCase):
     def test_a_missing_library_tells_how_to_name_it(self):
-        for call in ("tarvane.Vessel('/no/such/libtarvane_vessel.so')", "tarvane.Vessel()"):
+        for call in ("tarvane.Vessel('/no/such/libtarvane_vessel.so')", *([] if OWN else ["tarvane.Vessel()"])):
             with tempfile.TemporaryDirectory() as folder:
                 found = python(call, folder, LD_LIBRARY_PATH="", TARVANE_LIBRARY="")
             self.assertIn("OSError", found.stderr)
@@ -244,6 +254,25 @@ class Library(unittest.TestCase):
             with self.assertRaises((OSError, tarvane.InputError)):
                 empty.calculate({"external": [VACUUM]})
         self.assertEqual(VESSEL.missing, [])
+
+    def test_a_package_with_a_library_takes_that_and_its_data(self):
+        with tempfile.TemporaryDirectory() as folder:
+            package = Path(folder, "tarvane")
+            shutil.copytree(PACKAGE, package, ignore=shutil.ignore_patterns("__pycache__", "data", "*.so", "*.dll"))
+            shutil.copy(LIBRARY, package)
+            (package / "data").mkdir()
+            told = "v = tarvane.Vessel(); print(v._handle.path); print(v.missing)"
+            found = python(told, folder, PYTHONPATH=folder, TARVANE_DATA="", TARVANE_LIBRARY="")
+            library, missing = found.stdout.splitlines() or [found.stderr, ""]
+            self.assertEqual(library, str(package / LIBRARY.name))
+            self.assertIn(str(package / "data"), missing)  # is empty, and no other folder takes its place
+            full = PACKAGE / "data" if OWN else LIBRARY.parent
+            found = python(told, folder, PYTHONPATH=folder, TARVANE_DATA=str(full), TARVANE_LIBRARY="")
+            self.assertEqual(found.stdout.splitlines()[1:], ["[]"], found.stderr)
+            (package / "data").rmdir()
+            (package / "data").symlink_to(full)
+            found = python(told, folder, PYTHONPATH=folder, TARVANE_DATA="", TARVANE_LIBRARY="")
+            self.assertEqual(found.stdout.splitlines()[1:], ["[]"], found.stderr)
 
     def test_a_path_that_is_none_is_named(self):
         for value in ("", 3):
