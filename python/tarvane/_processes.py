@@ -77,6 +77,9 @@ class Processes:
         if process is None:
             process = self._mine.process = _Process(self._handle, self._task)
             self._all.append(process)
+            if self._closed:  # while it began: nobody else ends it
+                process.end()
+                raise _Died("the sweep has ended")
         return process
 
     def _calculate(self, columns: Sequence[Any], rows: int) -> list[Block]:

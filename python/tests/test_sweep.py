@@ -375,6 +375,23 @@ class Several(unittest.TestCase):
         self.assertGreaterEqual(len(started), 2)
         self.assertEqual([process.poll() for process in started if process.poll() is None], [])
 
+    def test_no_process_is_left_that_begins_as_the_sweep_ends(self):
+        started, begins = [], itertools.count()
+        begin = _processes._Process.__init__
+
+        def begun_late(process, *arguments):
+            late = next(begins) == 1
+            begin(process, *arguments)
+            started.append(process._process)
+            if late:
+                time.sleep(2.0)  # the other one has answered, and the sweep has ended
+
+        with mock.patch.object(_processes._Process, "__init__", begun_late):
+            with self.assertRaises(KeyboardInterrupt):
+                tarvane.sweep(BASE, self.GIVEN, [MAWP], processes=2, progress=mock.Mock(side_effect=KeyboardInterrupt))
+        self.assertEqual(len(started), 2)
+        self.assertEqual([process.poll() for process in started if process.poll() is None], [])
+
 
 class Bars(unittest.TestCase):
     class Terminal(io.StringIO):
