@@ -44,7 +44,9 @@ def build_tree(settings):
     if not (tree / "CMakeCache.txt").exists():
         tree = SOURCE / "build" / "wheel"
         subprocess.run(["cmake", "-S", SOURCE, "-B", tree, "-DCMAKE_BUILD_TYPE=Release", *WITHOUT], check=True)
-    subprocess.run(["cmake", "--build", tree, "--config", "Release", "--parallel", "--target", *TARGETS], check=True)
+    jobs = str(os.cpu_count() or 1)  # without a number make starts all at once
+    subprocess.run(["cmake", "--build", tree, "--config", "Release", "--parallel", jobs, "--target", *TARGETS],
+                   check=True)  # fmt: skip
     return tree
 
 
