@@ -330,8 +330,10 @@ TEST_F(Batch, AFileThatTakesTheMemoryCostsItselfAlone) {
     for (int i = 0; i < 1'300'000; ++i)
         lists += "[],";
     write("in/flange 01.toml", lists + "]\n");
-    const ProgramRun all = shell("ulimit -v 300000; " + std::string(TARVANE_PROGRAM) +
-                                 " batch -j1 " + path("in") + " --out " + out);
+    const std::string room =
+        sizeof(void*) == 4 ? "150000" : "300000"; // lists take less where pointers do
+    const ProgramRun all = shell("ulimit -v " + room + "; " + TARVANE_PROGRAM + " batch -j1 " +
+                                 path("in") + " --out " + out);
     EXPECT_EQ(all.status, 3) << all.err;
     EXPECT_NE(all.out.find("Not calculated:\n  flange 01: out of memory\n\n3 items: 2 pass"),
               std::string::npos)
