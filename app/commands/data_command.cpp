@@ -45,7 +45,7 @@ std::string edition_of(const fs::path& folder, std::vector<std::string>& faults)
     const std::string rest = text.substr(end);
     text.resize(end);
     if (is_edition(text) && rest.find_first_not_of("\r\n \t") == std::string::npos) return text;
-    faults.push_back(std::string(EDITION) + ":1: one line of at most 80 characters is expected");
+    faults.emplace_back(EDITION).append(":1: one line of at most 80 characters is expected");
     return {};
 }
 

@@ -107,7 +107,7 @@ DataFolder find_data_folder(const std::string& named, std::string_view by) {
     if (!named.empty()) return {named, "named by " + std::string(by)};
     const char* variable = std::getenv(DATA_VARIABLE);
     if (variable != nullptr && *variable != '\0')
-        return {variable, std::string("named by ") + DATA_VARIABLE};
+        return {variable, std::string("named by ").append(DATA_VARIABLE)};
     return first_with_data(search_places(library_file(), program_file(), TARVANE_BUILT_IN_DATA));
 }
 
