@@ -59,7 +59,6 @@ inline std::vector<std::string> lint_of(const Sheet& sheet, double width, double
                        crosses(box, area.outline[k], area.outline[(k + 1) % area.outline.size()]);
             if (over) faults.push_back("area over text: " + texts[i].words);
         }
-        if (texts[i].size != TEXT_SIZE) faults.push_back("another size: " + texts[i].words);
     }
     const Box ink = sheet.extent();
     if (ink.left < 0 || ink.top < 0 || ink.right > width || ink.bottom > height)

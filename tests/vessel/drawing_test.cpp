@@ -1,5 +1,6 @@
 // Drawings by the lines and texts that were collected for them: random geometries of each kind, and planted faults
 // that the lint has to find.
+#include "document/results.h"
 #include "drawing/component_drawing.h"
 #include "drawing/flange_drawing.h"
 #include "drawing/font.h"
@@ -306,6 +307,16 @@ bool says(const Figure& figure, const std::string& label) {
     return figure.svg.find('>' + label + "</text>") != std::string::npos;
 }
 
+// Its texts in their order, lines of a paragraph put together.
+std::string words(const Figure& figure) {
+    std::string all;
+    for (std::size_t at = 0; (at = figure.svg.find("<text ", at)) != std::string::npos;) {
+        at = figure.svg.find('>', at) + 1;
+        all += figure.svg.substr(at, figure.svg.find('<', at) - at) + ' ';
+    }
+    return all;
+}
+
 // The geometry that is drawn is the one that was judged.
 TEST(ComponentDrawings, ShowWhatADesignSelectedAsItIsRounded) {
     const Made run("/tests/golden/weld_neck_design.toml");
@@ -333,11 +344,91 @@ TEST(ComponentDrawings, OfACylinderAreAsLongAsItIsFromHeadToHead) {
     const Made both("/examples/v101.toml");
     EXPECT_TRUE(says(both.figures.at(0), "Lt = 150")) << both.figures.at(0).alt;
     EXPECT_FALSE(says(both.figures.at(0), "L = 160")) << both.figures.at(0).alt;
-    EXPECT_NE(both.figures.at(0).svg.find("stiffened length L = 160 not drawn"), std::string::npos)
-        << both.figures.at(0).svg;
+    EXPECT_NE(words(both.figures.at(0)).find("Not drawn: stiffened length L = 160"),
+              std::string::npos)
+        << words(both.figures.at(0));
     const Made one("/tests/golden/external_cylinder.toml");
-    EXPECT_NE(one.figures.at(0).svg.find("L: stiffened length"), std::string::npos)
-        << one.figures.at(0).svg;
+    EXPECT_NE(words(one.figures.at(0)).find("L: stiffened length"), std::string::npos)
+        << words(one.figures.at(0));
+}
+
+// An eighth of an inch less than three quarters is 15.875 mm, which is a tie: one single, rounded once.
+TEST(ComponentDrawings, RoundAsTheTablesDo) {
+    const UnitSystem si = si_units();
+    const DimensionStyle style = dimension_style(si, false), comma = dimension_style(si, true);
+    for (const float inches : {0.625f, 0.1875f, 1.5625f, 0.0625f, 2.3125f, 0.4375f}) {
+        const std::string table = value_text(inches, Quantity::thickness, si);
+        const std::string drawn =
+            style.length(static_cast<double>(inches), Quantity::thickness, si);
+        EXPECT_EQ(std::stof(drawn), std::stof(table)) << inches;
+        std::string with_comma = comma.length(static_cast<double>(inches), Quantity::thickness, si);
+        EXPECT_EQ(with_comma.replace(with_comma.find(','), 1, "."), drawn);
+    }
+    EXPECT_EQ(style.length(0.625, Quantity::thickness, si), "15.88");
+    // What was found has the decimals of its table, what was given those that it needs.
+    EXPECT_EQ(style.length(26.2929, Quantity::diameter, si, true), "667.8");
+    EXPECT_EQ(style.length(31.0625, Quantity::diameter, us_units()), "31.0625");
+    EXPECT_EQ(
+        dimension_style(us_units(), false).length(26.2929, Quantity::diameter, us_units(), true),
+        value_text(26.2929f, Quantity::diameter, us_units()));
+}
+
+TEST(ComponentDrawings, ListWhatTheyDoNotShow) {
+    const auto of = [](const std::string& name) {
+        return words(Made("/tests/golden/" + name + ".toml").figures.at(0));
+    };
+    const auto expect = [](const std::string& all, const std::string& part) {
+        EXPECT_NE(all.find(part), std::string::npos) << part << '\n' << all;
+    };
+    expect(of("openings_near"), "facing 2, w = .125; openings D1 = \xC3\x98"
+                                "4, D2 = \xC3\x98"
+                                "3, pitch 5.5");
+    expect(of("split_ring_one"), "; split of the ring");
+    expect(of("split_ring_two"), "; splits of the ring");
+    expect(of("channel_cover"), "TEMA channel cover");
+    expect(of("blind_viii1"), "44 bolts \xC3\x98.75");
+}
+
+// What is corroded has its dashed line, or a word in the frame.
+TEST_P(FlangeDrawings, ShowOrNameTheCorrosion) {
+    Chance chance(static_cast<unsigned>(GetParam()) + 100);
+    int lines = 0, named = 0;
+    for (int i = 0; i < 40; ++i) {
+        FlangeShape shape = random_flange(GetParam(), chance);
+        const double wall = std::max(shape.g0, shape.wall);
+        shape.ci = 0.4 * (wall > 0 && wall < shape.t ? wall : shape.t);
+        if (chance.one_in(2)) shape.ci = shape.t * 0.005;
+        const UnitSystem units = us_units();
+        const auto drawn = draw_flange(shape, "flange 1", units, dimension_style(units, false));
+        ASSERT_TRUE(drawn) << described(shape);
+        bool dashed = false;
+        for (const Stroke& stroke : drawn->sheet.lines())
+            dashed = dashed || stroke.pen == DASHED;
+        const std::string all = words(drawn->figure);
+        const bool note = all.find("corrosion ci = ") != std::string::npos;
+        EXPECT_EQ(all.find("Dashed: corroded by ci = ") != std::string::npos, dashed) << all;
+        EXPECT_NE(dashed, note) << all;
+        lines += dashed;
+        named += note;
+    }
+    EXPECT_GT(named, 0);
+    EXPECT_GT(lines, 0);
+}
+
+TEST(Sheets, DrawWhatLooksAlikeAsOnePath) {
+    Sheet sheet;
+    sheet.line({0, 0}, {9, 0}, THIN);
+    sheet.line({0, 0}, {0, 9}, OUTLINE);
+    sheet.line({0, 0}, {9, 9}, THIN);
+    // Two arrow heads of which one is the other in a mirror: no hole where they are one over the other.
+    sheet.area({{0, 0}, {4, 0}, {4, 4}}, "#000000");
+    sheet.area({{0, 0}, {4, 4}, {4, 0}}, "#000000");
+    const std::string svg = sheet.svg(10, 10, "");
+    std::size_t paths = 0;
+    for (std::size_t at = 0; (at = svg.find("<path ", at)) != std::string::npos; ++at)
+        ++paths;
+    EXPECT_EQ(paths, 3U) << svg;
+    EXPECT_NE(svg.find("\"M0 0L4 0L4 4ZM0 0L4 0L4 4Z\""), std::string::npos) << svg;
 }
 
 TEST(ComponentDrawings, AreValidOnesOfAVessel) {
@@ -415,7 +506,7 @@ TEST(DrawingLint, MissesDimensionsThatAreNeitherDrawnNorListed) {
     EXPECT_EQ(first_of(missing(drawn, {"t"})), "neither drawn nor listed: t");
     drawn.figure.dropped = {"t = 1.5"};
     EXPECT_EQ(first_of(missing(drawn, {"t"})), "dropped without a word: t = 1.5");
-    drawn.sheet.text({0, 0}, "Without room in the drawing: t = 1.5");
+    drawn.sheet.text({0, 0}, "Without room: t = 1.5");
     EXPECT_EQ(first_of(missing(drawn, {"t"})), "");
 }
 
@@ -505,6 +596,12 @@ TEST(Dimensions, WithoutRoomAreListed) {
                {{.side = Side::below, .label = "diameter = 10", .unit = 1, .from = 0, .to = 10}});
     EXPECT_EQ(sheet.dropped, std::vector<std::string>{"diameter = 10"});
     EXPECT_TRUE(sheet.texts().empty());
+}
+
+TEST(Font, BreaksNoEquation) {
+    EXPECT_EQ(fitted_lines("face; t = 1.5", TEXT_SIZE, text_width("face; t = 1", TEXT_SIZE)),
+              (std::vector<std::string>{"face;", "t = 1.5"}));
+    EXPECT_EQ(fitted_lines(" = ", TEXT_SIZE, 100), std::vector<std::string>{" = "});
 }
 
 TEST(Font, MeasuresWithItsOwnWidths) {

@@ -1,5 +1,6 @@
 #include "drawing/dimensions.h"
 
+#include "document/results.h"
 #include "drawing/font.h"
 #include "values/decimal.h"
 
@@ -250,10 +251,7 @@ class Strip {
 
 } // namespace
 
-std::string DimensionStyle::number(double value, double unit) const {
-    // A hundredth of a millimetre, or half a thousandth of an inch, is what a drawing shows.
-    const double digits = std::ceil(std::log10(unit / 0.0102) - 1e-9);
-    const int decimals = static_cast<int>(std::clamp(digits, 0.0, 6.0));
+std::string DimensionStyle::rounded(double value, int decimals) const {
     std::string text = fixed_text(value, decimals);
     if (decimals > 0) {
         while (text.back() == '0')
@@ -263,6 +261,19 @@ std::string DimensionStyle::number(double value, double unit) const {
     if (!iso && text.starts_with("0.")) text.erase(0, 1);
     if (decimal_comma) std::replace(text.begin(), text.end(), '.', ',');
     return text;
+}
+
+std::string DimensionStyle::number(double value, double unit) const {
+    // A hundredth of a millimetre, or half a thousandth of an inch, is what a drawing shows.
+    const double digits = std::ceil(std::log10(unit / 0.0102) - 1e-9);
+    return rounded(value, static_cast<int>(std::clamp(digits, 0.0, 6.0)));
+}
+
+std::string DimensionStyle::length(double inches, Quantity quantity, const UnitSystem& units,
+                                   bool found) const {
+    const auto value = static_cast<double>(units.to_file(static_cast<float>(inches), quantity));
+    if (found) return rounded(value, decimals_of(quantity, units));
+    return number(value, 25.4 / static_cast<double>(units.factor(quantity)));
 }
 
 void draw_strip(Sheet& sheet, const DimensionStyle& style, Side side, const StripRoom& room,

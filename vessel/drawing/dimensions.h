@@ -18,8 +18,13 @@ struct DimensionStyle {
     bool iso = true;
     bool decimal_comma = false;
 
-    // A length in the units of the file, as few digits as it needs; `unit` is how many mm its unit has.
+    // As few digits as it needs up to a hundredth of a millimetre; `unit` is how many mm its unit has.
     std::string number(double value, double unit) const;
+    // A length in the units of the file, rounded from the same single as in its tables; what was found has their
+    // decimals, too.
+    std::string length(double inches, Quantity quantity, const UnitSystem& units,
+                       bool found = false) const;
+    std::string rounded(double value, int decimals) const;
 };
 
 enum class Side { above, below, left, right };

@@ -50,8 +50,9 @@ class FlangeSection {
     Sheet sheet;
     HalfSection view;
     std::vector<Dimension> dimensions;
-    std::vector<std::string> notes, thin;
-    double lap = 0; // thickness of the lap of a lap joint
+    std::vector<std::string> notes, thin, indicated, not_drawn;
+    double lap = 0;        // thickness of the lap of a lap joint
+    double loose_wall = 0; // of what is in the bore of a loose flange, where it is known
 
     double top() const { return s.t + (s.g1 > 0 ? s.h : 0); }
     double stub() const { return view.length(STUB); }
@@ -81,7 +82,7 @@ class FlangeSection {
     void draw_cover();
     void draw_gasket();
     void draw_bolt();
-    void draw_corroded();
+    bool draw_corroded();
     void weld(double r, double z, double across, double up) {
         view.filled({{r, z}, {r + across, z}, {r, z + up}});
     }
@@ -90,14 +91,13 @@ class FlangeSection {
         return {{{s.C / 2 - s.a / 2, 0}, {s.C / 2 + s.a / 2, s.t}}};
     }
 
-    std::string written(double inches, Quantity quantity) const {
-        const double unit = unit_of(units, quantity);
-        return style.number(inches * 25.4 / unit, unit);
+    std::string thickness(double inches) const {
+        return style.length(inches, Quantity::thickness, units);
     }
-    std::string thickness(double inches) const { return written(inches, Quantity::thickness); }
-    std::string diameter(double inches) const {
-        return "\xC3\x98" + written(inches, Quantity::diameter);
+    std::string diameter(double inches, bool found = false) const {
+        return "\xC3\x98" + style.length(inches, Quantity::diameter, units, found);
     }
+    void list_the_rest();
     void add_diameters();
     void add_heights();
     void add_radial();
@@ -153,7 +153,7 @@ void FlangeSection::draw_tube_through(double inner, double wall) {
     weld(outer, set_back, -set_back, -set_back);
     const double leg = s.tw > 0 ? s.tw : 0.7 * wall;
     if (!hub || small > wall) weld(outer, back, leg, leg);
-    notes.push_back(s.tw > 0 ? "weld at the face indicated" : "welds indicated");
+    indicated.push_back(s.tw > 0 ? "weld at the face" : "welds");
     view.edge(0, outer);
 }
 
@@ -162,6 +162,7 @@ void FlangeSection::draw_loose_wall() {
     const double outer = s.B / 2, back = top(), cut = back + stub();
     double wall = s.wall_inside > 0 && s.wall_inside < s.B ? (s.B - s.wall_inside) / 2 : s.wall;
     if (wall >= outer) wall = 0;
+    loose_wall = wall;
     if (wall > 0) {
         const double inner = outer - wall, set_back = std::min(wall, s.t / 3);
         view.part({{inner, set_back}, {outer, set_back}, {outer, cut, true}, {inner, cut}}, false);
@@ -169,11 +170,11 @@ void FlangeSection::draw_loose_wall() {
         weld(outer, set_back, -set_back, -set_back);
         const double leg = s.tw > 0 ? s.tw : 0.7 * wall;
         weld(outer, back, leg, leg);
-        notes.push_back(s.tw > 0 ? "weld at the face indicated" : "welds indicated");
+        indicated.push_back(s.tw > 0 ? "weld at the face" : "welds");
     } else {
         view.line({outer, back}, {outer, cut}, PHANTOM);
         if (s.tw > 0) weld(outer, back, s.tw, s.tw);
-        notes.push_back("outside of the wall in the bore indicated, its thickness is not given");
+        indicated.push_back("outside of the wall in the bore");
     }
     view.edge(0, outer);
 }
@@ -192,13 +193,14 @@ void FlangeSection::draw_lap() {
     if (chamfer > 0) corners.push_back({outer, chamfer});
     corners.insert(corners.end(), {{outer, cut, true}, {inner, cut}});
     if (known) {
+        loose_wall = wall;
         view.part(corners, false);
         view.cut(cut, inner, outer);
-        notes.push_back("lap drawn with the thickness of the wall");
+        notes.push_back("Lap as thick as the wall");
     } else {
         for (std::size_t i = 0; i < corners.size(); ++i)
             if (!corners[i].open) view.line(corners[i], corners[(i + 1) % corners.size()], PHANTOM);
-        notes.push_back("lap indicated, its thickness is not given");
+        indicated.push_back("lap");
     }
     view.edge(-lap, inner);
 }
@@ -221,7 +223,7 @@ void FlangeSection::draw_reverse() {
         view.cut(end + stub(), A - wall, A);
         if (loose) {
             weld(A - wall, end, -0.7 * wall, 0.7 * wall);
-            notes.push_back("weld indicated");
+            indicated.push_back("weld");
         }
     }
     view.edge(0, B);
@@ -232,11 +234,12 @@ void FlangeSection::draw_cover() {
     const double A = s.A / 2;
     view.part({{0, 0}, {A, 0}, {A, s.t}, {0, s.t, true}}, true, bolt_hole());
     if (s.long_span > 0 && s.short_span > 0 && s.long_span != s.short_span)
-        notes.push_back("non-circular: long span D = " + written(s.long_span, Quantity::diameter) +
-                        ", short span d = " + written(s.short_span, Quantity::diameter) +
-                        "; the section is that of the bolt circle");
+        notes.push_back(
+            "Not circular: spans D = " + style.length(s.long_span, Quantity::diameter, units) +
+            ", d = " + style.length(s.short_span, Quantity::diameter, units) +
+            "; section through the bolt circle");
     if (s.deflection && s.deflection_allowed)
-        notes.push_back("deflection at the centre " + thickness(*s.deflection) + ", allowed " +
+        notes.push_back("Deflection at the centre " + thickness(*s.deflection) + ", allowed " +
                         thickness(*s.deflection_allowed));
 }
 
@@ -246,7 +249,7 @@ void FlangeSection::draw_gasket() {
     const double tp = std::min(s.tp / 2, inner * 0.9);
     if (!(s.tg > 0)) {
         view.line({inner, high}, {outer, high}, {2 * THICK_LINE});
-        notes.push_back("thickness of the gasket not given");
+        indicated.push_back("gasket");
     } else if (s.tg < view.length(THIN_GASKET)) {
         view.filled({{inner, low}, {outer, low}, {outer, high}, {inner, high}});
         if (tp > 0) view.filled({{0, low}, {tp, low}, {tp, high}, {0, high}});
@@ -273,34 +276,41 @@ void FlangeSection::draw_bolt() {
                                {{C + half, end}, {C + half, high}}})
         view.line(a, b, THIN);
     view.line({C, low - view.length(3)}, {C, end + view.length(3)}, CENTRE);
-    std::string bolts =
-        "bolt turned into the plane of the section, drawn with its nominal diameter, ";
-    bolts += diameter(s.a);
-    if (s.bolts > 0) bolts += ", one of " + std::to_string(s.bolts);
-    notes.push_back(bolts + "; nut indicated");
+    notes.push_back((s.bolts > 0 ? std::to_string(s.bolts) + " bolts " : "Bolts ") + diameter(s.a));
+    indicated.push_back("nut");
 }
 
-// The inside as it is after corrosion, where it can be told from the outline.
-void FlangeSection::draw_corroded() {
-    if (s.ci < view.length(JUST_SEEN)) return;
-    const double cut = top() + stub(), A = s.A / 2;
-    if (blind()) {
-        if (!gasket() || s.ci >= s.t || view.broken()) return;
-        view.line({0, s.ci}, {s.Gi / 2, s.ci}, DASHED);
-    } else if (s.reverse()) {
+// The inside as it is after corrosion; false where there is none that could be drawn.
+bool FlangeSection::draw_corroded() {
+    const double cut = top() + stub(), A = s.A / 2, B = s.B / 2;
+    const auto upright = [&](double r, double from, double to) {
+        view.line({r, from}, {r, to}, DASHED);
+    };
+    switch (s.type) {
+    case TARVANE_BLIND:
+        if (!gasket() || s.ci >= s.t) return false;
+        view.edge(s.ci, s.Gi / 2, DASHED);
+        return true;
+    case TARVANE_INTEGRAL_WELD_NECK:
+    case TARVANE_INTEGRAL_SLIP_ON:
+    case TARVANE_INTEGRAL_RING:
+        upright(B + s.ci, 0, cut);
+        return true;
+    case TARVANE_REVERSE_WELD_NECK:
+    case TARVANE_LOOSE_REVERSE: {
         const double wall = s.wall > 0 ? s.wall : s.g0;
-        if (s.ci >= wall) return;
+        if (s.ci >= wall) return false;
         const double end = s.type == TARVANE_LOOSE_REVERSE ? s.t : top();
-        view.line({A - wall + s.ci, end}, {A - wall + s.ci, end + stub()}, DASHED);
+        upright(A - wall + s.ci, end, end + stub());
         if (end > s.t) view.line({A - s.g1 + s.ci, s.t}, {A - s.g0 + s.ci, end}, DASHED);
-        view.line({s.B / 2 + s.ci, 0}, {s.B / 2 + s.ci, s.t}, DASHED);
-    } else if (s.type == TARVANE_INTEGRAL_WELD_NECK || s.type == TARVANE_INTEGRAL_SLIP_ON ||
-               s.type == TARVANE_INTEGRAL_RING) {
-        view.line({s.B / 2 + s.ci, 0}, {s.B / 2 + s.ci, cut}, DASHED);
-    } else {
-        return;
+        upright(B + s.ci, 0, s.t);
+        return true;
     }
-    notes.push_back("dashed: inside when corroded by " + thickness(s.ci));
+    default: // the pipe or shell in the bore
+        if (!(loose_wall > 0) || s.ci >= loose_wall) return false;
+        upright(B - loose_wall + s.ci, -lap, cut);
+        return true;
+    }
 }
 
 void FlangeSection::add_diameters() {
@@ -330,7 +340,7 @@ void FlangeSection::add_diameters() {
             names += (k > i ? ", " : "") + std::string(all[k].name);
             lowest = std::min(lowest, all[k].z);
         }
-        const std::string label = names + " = " + diameter(all[i].d);
+        const std::string label = names + " = " + diameter(all[i].d, names == "G");
         dimensions.push_back(
             view.diameter(label, unit_of(units, Quantity::diameter), all[i].d, lowest));
         i = k;
@@ -379,7 +389,8 @@ void FlangeSection::add_radial() {
                          double sign) {
         if (!length) return;
         const double r = C - sign * *length;
-        const std::string label = std::string(name) + " = " + written(*length, Quantity::diameter);
+        const std::string label =
+            std::string(name) + " = " + style.length(*length, Quantity::diameter, units, true);
         if (std::abs(*length) < 1e-6) return;
         if (r < 0 || !view.shows(r)) {
             sheet.dropped.push_back(label);
@@ -392,6 +403,28 @@ void FlangeSection::add_radial() {
     arm("hD", s.hD, s.type <= TARVANE_INTEGRAL_RING || s.reverse() ? top() : 0,
         s.hD_outwards ? -1 : 1);
     arm("h'G", s.hG_outer, gasket_top(), -1);
+}
+
+// What the section does not have, or hardly.
+void FlangeSection::list_the_rest() {
+    see("t = ", s.t);
+    see("g0 = ", s.g0);
+    see("tg = ", s.tg);
+    for (std::size_t i = 0; i < thin.size(); ++i)
+        notes.push_back((i == 0 ? "Hardly seen: " : "") + thin[i]);
+    if (s.Fod > 0 && s.Fod < s.A * 0.999) not_drawn.push_back("raised face");
+    if (!s.facing.empty())
+        not_drawn.push_back("facing " + s.facing + (s.w > 0 ? ", w = " + thickness(s.w) : ""));
+    if (s.splits > 0)
+        not_drawn.push_back(s.splits > 1 ? "splits of the ring" : "split of the ring");
+    if (s.openings) {
+        std::string holes = "openings D1 = " + diameter(s.D1);
+        if (s.D2 > 0) holes += ", D2 = " + diameter(s.D2);
+        if (s.pitch > 0) holes += ", pitch " + style.length(s.pitch, Quantity::diameter, units);
+        not_drawn.push_back(holes);
+    } else if (s.opening_factor) {
+        not_drawn.push_back("opening");
+    }
 }
 
 std::optional<Drawn> FlangeSection::draw(const std::string& name) {
@@ -425,7 +458,12 @@ std::optional<Drawn> FlangeSection::draw(const std::string& name) {
     }
     draw_gasket();
     draw_bolt();
-    draw_corroded();
+    if (s.ci > 0) {
+        if (s.ci >= view.length(JUST_SEEN) && draw_corroded())
+            notes.push_back("Dashed: corroded by ci = " + thickness(s.ci));
+        else
+            not_drawn.push_back("corrosion ci = " + thickness(s.ci));
+    }
     Box box = sheet.extent();
     if (box.right > WIDEST || box.height() > HIGHEST) return std::nullopt;
     if (blind() || s.reverse())
@@ -447,24 +485,13 @@ std::optional<Drawn> FlangeSection::draw(const std::string& name) {
     draw_strip(sheet, style, Side::below, {box.bottom, -BESIDE, low}, dimensions);
     view.axis(box.top - 4, sheet.extent().bottom + 2);
 
-    see("t = ", s.t);
-    see("g0 = ", s.g0);
-    see("tg = ", s.tg);
-    FrameText text{.title = name + ": " + title_of(s), .notes = {}, .alt = ""};
-    std::string about = "Half section";
-    if (view.broken()) about += blind() ? ", a piece broken out" : ", broken between axis and bore";
-    for (const std::string& note : notes)
-        about += "; " + note;
-    text.notes.push_back(about);
-    if (s.Fod > 0 && s.Fod < s.A * 0.999) text.notes.push_back("Flange face drawn flat");
-    if (!thin.empty()) {
-        std::string list = "To scale, and hardly seen at it: ";
-        for (std::size_t i = 0; i < thin.size(); ++i)
-            list += (i == 0 ? "" : ", ") + thin[i];
-        text.notes.push_back(list);
-    }
-    text.alt = "Half section of " + name + ", " + title_of(s);
-    return framed(std::move(sheet), style, units, text);
+    list_the_rest();
+    return framed(std::move(sheet), style, units,
+                  {.title = name + ": " + title_of(s),
+                   .notes = notes,
+                   .indicated = indicated,
+                   .not_drawn = not_drawn,
+                   .alt = "Half section of " + name + ", " + title_of(s)});
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "components/flange_session.h"
 
 #include <optional>
+#include <string>
 
 namespace tarvane::vessel {
 
@@ -21,6 +22,11 @@ struct FlangeShape {
     double long_span = 0, short_span = 0; // of a cover that is not circular
     double wall = 0, wall_inside = 0;     // of the attached shell: thickness, inside diameter
     double ci = 0;
+    std::string facing; // sketch of a facing that is not plain: "2"
+    double w = 0;       // of its nubbin
+    int splits = 0;
+    bool openings = false, opening_factor = false; // in a cover
+    double D1 = 0, D2 = 0, pitch = 0;
     std::optional<double> G, hG, hT, hD, hG_outer; // hG_outer: h'G of a full face gasket
 
     bool hD_outwards = false;                             // from the bolt circle

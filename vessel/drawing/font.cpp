@@ -65,7 +65,11 @@ double text_width(std::string_view utf8, double size) {
 std::vector<std::string> fitted_lines(std::string_view utf8, double size, double width) {
     std::vector<std::string> lines(1);
     while (!utf8.empty()) {
-        const std::size_t end = std::min(utf8.find(' '), utf8.size());
+        std::size_t end = utf8.find(' ');
+        while (end < utf8.size() &&
+               (utf8.substr(0, end).ends_with('=') || utf8.substr(end).starts_with(" =")))
+            end = utf8.find(' ', end + 1);
+        end = std::min(end, utf8.size());
         const std::string word(utf8.substr(0, end));
         utf8.remove_prefix(std::min(end + 1, utf8.size()));
         std::string& line = lines.back();

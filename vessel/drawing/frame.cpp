@@ -56,20 +56,22 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
     Figure figure;
     figure.scale = scale_text(sheet.scale, style);
     figure.dropped = sheet.dropped;
-    std::vector<std::string> lines = {"Scale " + figure.scale + ", " + units_text(units) +
-                                      ", dimensioned as in " +
-                                      (style.iso ? "ISO 129-1" : "ASME Y14.5")};
-    lines.insert(lines.end(), text.notes.begin(), text.notes.end());
-    if (!sheet.dropped.empty()) {
-        std::string rest = "Without room in the drawing: ";
-        for (std::size_t i = 0; i < sheet.dropped.size(); ++i)
-            rest += (i == 0 ? "" : "; ") + sheet.dropped[i];
-        lines.push_back(rest);
-    }
+    const std::string scale = "scale " + figure.scale + ", " + units_text(units);
+    // Few words: a program that makes a PDF takes its time for each letter of a drawing.
+    std::string about = scale;
+    about[0] = 'S';
+    for (const std::string& note : text.notes)
+        about += ". " + note;
+    const auto add = [&](std::string_view what, const std::vector<std::string>& list) {
+        for (std::size_t i = 0; i < list.size(); ++i)
+            about += (i == 0 ? ". " + std::string(what) : "; ") + list[i];
+    };
+    add("Indicated: ", text.indicated);
+    add("Not drawn: ", text.not_drawn);
+    add("Without room: ", sheet.dropped);
     std::vector<std::string> fitted = fitted_lines(text.title, TEXT_SIZE, width - 2 * MARGIN);
-    for (const std::string& line : lines)
-        for (std::string& part : fitted_lines(line, TEXT_SIZE, width - 2 * MARGIN))
-            fitted.push_back(std::move(part));
+    for (std::string& line : fitted_lines(about, TEXT_SIZE, width - 2 * MARGIN))
+        fitted.push_back(std::move(line));
 
     const double views = ink.height() + 2 * MARGIN;
     const double height = views + LINE_STEP * static_cast<double>(fitted.size()) + 2.5;
@@ -90,7 +92,7 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
                   {edge, edge}},
                  OUTLINE);
 
-    figure.alt = text.alt + ". Scale " + figure.scale + ", " + units_text(units);
+    figure.alt = text.alt + ", " + scale;
     for (const Measure& measure : sheet.measures)
         figure.alt += "; " + measure.label;
     figure.width = width;

@@ -19,6 +19,8 @@ inline constexpr double MOST_WIDTH = 170, MOST_HEIGHT = 225; // what a page of a
 struct FrameText {
     std::string title; // UTF-8, as all of them
     std::vector<std::string> notes;
+    std::vector<std::string> indicated; // what is drawn without its dimensions
+    std::vector<std::string> not_drawn;
     std::string alt; // what the drawing shows; scale and dimensions are added
 };
 

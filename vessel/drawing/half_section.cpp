@@ -93,14 +93,14 @@ void HalfSection::filled(const std::vector<Corner>& corners) {
     }
 }
 
-void HalfSection::edge(double z, double r) {
+void HalfSection::edge(double z, double r, const Pen& pen) {
     if (r <= 0) return;
     if (!broken() || r <= from) {
-        sheet.line(at(0, z), at(r, z), OUTLINE);
+        sheet.line(at(0, z), at(r, z), pen);
         return;
     }
-    sheet.line(at(0, z), at(from, z), OUTLINE);
-    if (r > to) sheet.line(at(to, z), at(r, z), OUTLINE);
+    sheet.line(at(0, z), at(from, z), pen);
+    if (r > to) sheet.line(at(to, z), at(r, z), pen);
 }
 
 void HalfSection::cut(double z, double inner, double outer) {

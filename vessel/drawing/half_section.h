@@ -34,8 +34,8 @@ class HalfSection {
               const std::vector<std::pair<Corner, Corner>>& holes = {});
     // The same, filled: thin parts.
     void filled(const std::vector<Corner>& corners);
-    // A level edge behind the section, from the axis to a radius.
-    void edge(double z, double r);
+    // A level line from the axis to a radius, as of an edge behind the section.
+    void edge(double z, double r, const Pen& pen = OUTLINE);
     void line(Corner a, Corner b, const Pen& pen) { sheet.line(at(a.r, a.z), at(b.r, b.z), pen); }
     // Where a wall is cut off at a height.
     void cut(double z, double inner, double outer);

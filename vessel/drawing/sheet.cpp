@@ -33,6 +33,25 @@ std::string path(const Points& points) {
     return d;
 }
 
+// What paths of one look draw, in the order in which the looks came.
+using Paths = std::vector<std::pair<std::string, std::string>>;
+
+void add(Paths& paths, const std::string& look, const std::string& d) {
+    const auto same = std::find_if(paths.begin(), paths.end(),
+                                   [&](const auto& each) { return each.first == look; });
+    if (same == paths.end())
+        paths.emplace_back(look, d);
+    else
+        same->second += d;
+}
+
+std::string look(const Pen& pen) {
+    std::string text = "fill=\"none\" stroke=\"" + std::string(pen.colour) + "\" stroke-width=\"" +
+                       number(pen.width) + '"';
+    if (pen.dashes.empty()) return text + " stroke-linecap=\"round\" stroke-linejoin=\"round\"";
+    return text + " stroke-dasharray=\"" + std::string(pen.dashes) + '"';
+}
+
 using Spans = std::vector<std::pair<double, double>>;
 
 // Where a line of the direction `along` through `from` is inside a polygon, by the distance from `from`.
@@ -113,6 +132,17 @@ std::string escaped(std::string_view text) {
     return out;
 }
 
+// All the same way round: they are parts of one path, in which those of two ways would leave a hole.
+void Sheet::area(Points outline, std::string_view colour) {
+    double around = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        const Point a = outline[i], b = outline[(i + 1) % outline.size()];
+        around += a.x * b.y - a.y * b.x;
+    }
+    if (around < 0) std::reverse(outline.begin() + 1, outline.end());
+    areas.push_back({std::move(outline), colour});
+}
+
 void Sheet::arrow(Point tip, Point along) {
     const Point back{tip.x - ARROW_LENGTH * along.x, tip.y - ARROW_LENGTH * along.y};
     const double half = ARROW_WIDTH / 2;
@@ -136,16 +166,16 @@ void Sheet::break_line(Point from, Point to) {
            THIN);
 }
 
-void Sheet::text(Point at, std::string words, Anchor anchor, bool upwards, double size,
+void Sheet::text(Point at, std::string words, Anchor anchor, bool upwards,
                  std::string_view colour) {
-    const double width = text_width(words, size);
+    const double width = text_width(words, TEXT_SIZE);
     const double before = anchor == Anchor::start    ? 0
                           : anchor == Anchor::middle ? width / 2
                                                      : width;
-    const double up = CAP_HEIGHT * size, down = 0.2 * size;
+    const double up = CAP_HEIGHT * TEXT_SIZE, down = 0.2 * TEXT_SIZE;
     const Box box = upwards ? Box{at.x - up, at.y + before - width, at.x + down, at.y + before}
                             : Box{at.x - before, at.y - up, at.x - before + width, at.y + down};
-    labels.push_back({std::move(words), at, anchor, upwards, size, colour, box});
+    labels.push_back({std::move(words), at, anchor, upwards, colour, box});
 }
 
 Box Sheet::extent() const {
@@ -226,31 +256,23 @@ std::string Sheet::svg(double width, double height, std::string_view alt) const 
                       pixels(height) + "\" style=\"width:" + w + "mm;height:" + h +
                       "mm\" viewBox=\"0 0 " + w + ' ' + h + "\">\n<rect width=\"" + w +
                       "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
-                      std::string(FONT_FAMILY) + "\">\n";
+                      std::string(FONT_FAMILY) + "\" font-size=\"" + number(TEXT_SIZE) + "\">\n";
+    // One path for what looks alike: readers of SVG take their time for each.
+    Paths filled;
     for (const Area& area : areas)
-        out +=
-            "<path fill=\"" + std::string(area.colour) + "\" d=\"" + path(area.outline) + "Z\"/>\n";
-
-    const auto write = [&](const std::vector<Stroke>& list) {
-        for (std::size_t i = 0; i < list.size();) {
-            const Pen pen = list[i].pen;
-            out += "<path fill=\"none\" stroke=\"" + std::string(pen.colour) +
-                   "\" stroke-width=\"" + number(pen.width) + '"';
-            if (!pen.dashes.empty()) out += " stroke-dasharray=\"" + std::string(pen.dashes) + '"';
-            out += pen.dashes.empty() ? " stroke-linecap=\"round\" stroke-linejoin=\"round\" d=\""
-                                      : " d=\"";
-            for (; i < list.size() && list[i].pen == pen; ++i)
-                out += path(list[i].points);
-            out += "\"/>\n";
-        }
-    };
-    write(hatching());
-    write(strokes);
+        add(filled, "fill=\"" + std::string(area.colour) + '"', path(area.outline) + 'Z');
+    Paths drawn;
+    for (const auto& list : {hatching(), strokes})
+        for (const Stroke& stroke : list)
+            add(drawn, look(stroke.pen), path(stroke.points));
+    for (const Paths& paths : {filled, drawn})
+        for (const auto& [look, d] : paths)
+            out += "<path " + look + " d=\"" + d + "\"/>\n";
 
     for (const Text& label : labels) {
         out += "<text x=\"" + number(label.at.x) + "\" y=\"" + number(label.at.y) +
-               "\" font-size=\"" + number(label.size) + "\" textLength=\"" +
-               number(text_width(label.words, label.size)) + "\" lengthAdjust=\"spacingAndGlyphs\"";
+               "\" textLength=\"" + number(text_width(label.words, TEXT_SIZE)) +
+               "\" lengthAdjust=\"spacingAndGlyphs\"";
         if (label.anchor != Anchor::start)
             out +=
                 label.anchor == Anchor::middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";

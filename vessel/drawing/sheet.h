@@ -75,7 +75,6 @@ struct Text {
     Point at; // start, middle or end of the base line
     Anchor anchor;
     bool upwards; // read from the right
-    double size;
     std::string_view colour;
     Box box;
 };
@@ -90,15 +89,13 @@ struct Measure {
 
 class Sheet {
   public:
-    double scale = 1; // page over object, of the view that is drawn
+    double scale = 1; // page over object, of the view that is drawn; 0: none
     std::vector<Measure> measures;
     std::vector<std::string> dropped; // labels of dimensions that found no room
 
     void line(Point from, Point to, const Pen& pen) { strokes.push_back({{from, to}, pen}); }
     void stroke(Points points, const Pen& pen) { strokes.push_back({std::move(points), pen}); }
-    void area(Points outline, std::string_view colour) {
-        areas.push_back({std::move(outline), colour});
-    }
+    void area(Points outline, std::string_view colour);
     void section(Points outline, bool rising, double spacing, std::vector<Points> holes = {}) {
         sections.push_back({std::move(outline), rising, spacing, std::move(holes)});
     }
@@ -107,7 +104,7 @@ class Sheet {
     // A line with the zigzag of a break.
     void break_line(Point from, Point to);
     void text(Point at, std::string words, Anchor anchor = Anchor::start, bool upwards = false,
-              double size = TEXT_SIZE, std::string_view colour = "#000000");
+              std::string_view colour = "#000000");
 
     // Of everything that was put on it.
     Box extent() const;

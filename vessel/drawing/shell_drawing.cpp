@@ -56,13 +56,12 @@ class ShellSection {
     HalfSection view;
     std::vector<Dimension> dimensions;
     std::vector<Radius> radii;
-    std::vector<std::string> notes;
+    std::vector<std::string> notes, not_drawn;
     double low = 0, high = 0; // of the view, in.
     bool as_line = false;     // a wall that is too thin to be drawn with its thickness
 
     std::string written(double inches, Quantity quantity) const {
-        const double unit = unit_of(units, quantity);
-        return style.number(inches * 25.4 / unit, unit);
+        return style.length(inches, quantity, units);
     }
     double page(double inches) const { return inches / view.length(1); }
     // The scale of the detail of the wall; that of the whole where it needs none.
@@ -171,7 +170,6 @@ void ShellSection::draw_cylinder() {
         piece(shown / 2 + gap, shown + gap, true, false);
         taken_out = page(length - shown - gap);
         shown += gap;
-        notes.push_back("a piece of the length broken out");
     } else {
         piece(0, shown, !given, !given);
     }
@@ -181,10 +179,9 @@ void ShellSection::draw_cylinder() {
         add_height(s.tangent > 0 ? "Lt" : "L", length, 0, shown, taken_out);
         notes.push_back(s.tangent > 0 ? "Lt: length from head to head" : "L: stiffened length");
         if (s.tangent > 0 && s.length > 0)
-            notes.push_back("stiffened length L = " + written(s.length, Quantity::diameter) +
-                            " not drawn");
+            not_drawn.push_back("stiffened length L = " + written(s.length, Quantity::diameter));
     } else {
-        notes.push_back("length not given");
+        notes.push_back("Length not given");
     }
     high = shown;
     add_diameter(0);
@@ -220,7 +217,7 @@ void ShellSection::draw_cone() {
         // Without a small end: a piece of the cone.
         cut = true;
         end = std::max(start.r * 0.45, start.r - 2 * s.D * std::tan(angle));
-        notes.push_back("small end not given");
+        notes.push_back("Small end not given");
     }
     const double height = (start.r - end) / std::tan(angle);
     const ProfilePoint last{end, start.z + height, c, sine};
@@ -246,7 +243,7 @@ void ShellSection::draw_cone() {
         if (s.length > 0 && std::abs(s.length / last.z - 1) < 1e-4)
             add_height("Lc", s.length, 0, last.z);
         else if (s.length > 0)
-            notes.push_back("axial length given as " + written(s.length, Quantity::diameter) +
+            notes.push_back("Axial length given as " + written(s.length, Quantity::diameter) +
                             ", not that of the diameters and the angle");
     }
     view.edge(0, s.D / 2);
@@ -254,7 +251,7 @@ void ShellSection::draw_cone() {
     high = last.z;
     add_diameter(0);
     if (s.tk > 0 && s.tk != s.t)
-        notes.push_back("knuckle tk = " + written(s.tk, Quantity::thickness));
+        notes.push_back("Knuckle tk = " + written(s.tk, Quantity::thickness));
 }
 
 void ShellSection::draw_flat() {
@@ -270,7 +267,7 @@ void ShellSection::draw_flat() {
     if (s.ci > 0 && s.ci < s.t && !detail()) view.line({0, s.ci}, {s.D / 2, s.ci}, DASHED);
     high = s.t;
     add_diameter(0);
-    if (s.D2 > 0) notes.push_back("second span D2 = " + written(s.D2, Quantity::diameter));
+    if (s.D2 > 0) not_drawn.push_back("second span D2 = " + written(s.D2, Quantity::diameter));
 }
 
 // Leaders from outside to the inside surface. They keep off all texts, and their texts off all lines.
@@ -363,7 +360,7 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
         if (s.r > 0)
             add_radius("r", s.r, s.D / 2 - s.r, 0, shape.meet / 2);
         else
-            notes.push_back("knuckle radius not given");
+            notes.push_back("Knuckle radius not given");
         break;
     }
     case TARVANE_CONE:
@@ -388,10 +385,9 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
             dimensions.push_back(wall);
         }
         if (s.ci > 0 && s.ci < s.t)
-            notes.push_back("dashed: inside when corroded by ci = " +
-                            written(s.ci, Quantity::thickness));
+            notes.push_back("Dashed: corroded by ci = " + written(s.ci, Quantity::thickness));
     } else if (s.ci > 0 && s.ci < s.t) {
-        notes.push_back("dashed: inside when corroded");
+        notes.push_back("Dashed: corroded");
     }
     draw_strip(sheet, style, Side::above, {box.top, -65, box.right + 5}, dimensions);
     draw_strip(sheet, style, Side::below, {box.bottom, -65, box.right + 5}, dimensions);
@@ -399,19 +395,17 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
     // Beside what the other strips have at the left of the axis.
     draw_strip(sheet, style, Side::left, {std::min(-4.0, sheet.extent().left)}, dimensions);
     draw_radii();
-    if (as_line) notes.push_back("wall drawn as a line");
+    if (as_line) notes.push_back("Wall drawn as a line");
     if (detail()) draw_detail();
 
-    FrameText text{.title = name + ": " + title_of(s), .notes = {}, .alt = ""};
-    std::string about = "Half section";
-    for (const std::string& note : notes)
-        about += "; " + note;
-    text.notes.push_back(about);
     if (s.Ut > 0)
-        text.notes.push_back("Mill under-tolerance Ut = " + written(s.Ut, Quantity::thickness) +
-                             " not drawn");
-    text.alt = "Half section of " + name + ", " + title_of(s);
-    return framed(std::move(sheet), style, units, text);
+        not_drawn.push_back("mill under-tolerance Ut = " + written(s.Ut, Quantity::thickness));
+    return framed(std::move(sheet), style, units,
+                  {.title = name + ": " + title_of(s),
+                   .notes = notes,
+                   .indicated = {},
+                   .not_drawn = not_drawn,
+                   .alt = "Half section of " + name + ", " + title_of(s)});
 }
 
 bool possible(const ShellShape& s) {

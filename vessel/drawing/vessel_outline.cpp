@@ -217,7 +217,7 @@ void Outline::mark_heights() {
         }
     }
     for (const double z : all) {
-        const std::string label = "EL " + style.number(z * 25.4 / unit, unit);
+        const std::string label = "EL " + style.length(z, Quantity::diameter, request.units);
         heights.push_back({lying ? sheet.extent().left : -right_at(z), y(z), {label}});
         sheet.measures.push_back({label, std::abs(y(z)), unit, sheet.scale});
     }
@@ -343,10 +343,8 @@ std::optional<Drawn> Outline::draw() {
 
     FrameText text;
     text.title = request.description.empty() ? "Vessel" : request.description;
-    text.notes = {
-        std::string("Outside, ") + (lying ? "lying" : "upright") +
-        "; EL: elevation of the lowest point inside, or of the highest; nozzles and flanges "
-        "are at their elevations, on whatever side"};
+    text.notes = {"EL: elevation of the lowest point inside, or of the highest",
+                  "nozzles and flanges are at their elevations, on whatever side"};
     text.alt = text.title + " from outside, components by elevation";
     for (const auto* marks : {&titles, &names})
         for (const Mark& mark : *marks)
