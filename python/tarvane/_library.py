@@ -72,6 +72,7 @@ class Handle:
     """An open handle of the library. Its texts are those of its latest call, so calls take turns."""
 
     def __init__(self, library: Optional[PathName], data_folder: Optional[PathName]) -> None:
+        self.named = None if library is None else path_text("library", library)
         path = library_path(library)
         self.path = path
         self._library = load(path)

@@ -102,6 +102,15 @@ class Processes:
             block.faulty[0], block.done = 1, 1
             return [block]
 
+    def calculate(self, columns: Sequence[Any], rows: int) -> list[Block]:
+        """Without the others."""
+        return self._calculate(columns, rows)
+
+    def end(self) -> None:
+        self._closed = True
+        for process in list(self._all):
+            process.end()
+
     def map(self, blocks: Iterable[tuple[Sequence[Any], int]]) -> Iterator[Block]:
         waiting: deque[Future[list[Block]]] = deque()
         with ThreadPoolExecutor(self._count) as threads:
@@ -113,8 +122,6 @@ class Processes:
                 while waiting:
                     yield from waiting.popleft().result()
             finally:
-                self._closed = True
                 for future in waiting:
                     future.cancel()
-                for process in list(self._all):
-                    process.end()
+                self.end()

@@ -12,6 +12,7 @@ from typing import Any, Callable, Iterable, Iterator, Mapping, Optional, Sequenc
 
 from ._bar import Progress, teller
 from ._block import Block, Task, calculated, part_of, without_values
+from ._cluster import Cluster
 from ._faults import Fault, InputError, failed
 from ._library import OK, Handle, PathName
 from ._processes import Processes
@@ -208,8 +209,9 @@ def _checked(results: Iterable[str]) -> list[str]:
 
 
 def _calculated(
-    handle: Handle, task: Task, rows: Rows, size: int, processes: int, tell: Optional[Callable[[int, int], bool]]
-) -> Iterator[Block]:
+    handle: Handle, task: Task, rows: Rows, size: int, several: Union[Processes, Cluster, None],
+    tell: Optional[Callable[[int, int], bool]],
+) -> Iterator[Block]:  # fmt: skip
     """The blocks in their order, up to the one that `tell` ends."""
     done, go_on = 0, True
 
@@ -218,8 +220,8 @@ def _calculated(
         go_on = tell is None or tell(done + made, rows.count)
         return go_on
 
-    if processes > 1:
-        for block in Processes(handle, task, processes).map(rows.blocks(size)):
+    if several is not None:
+        for block in several.map(rows.blocks(size)):
             go_on = report(block.rows)
             done += block.rows
             yield block
@@ -236,19 +238,27 @@ def _calculated(
 
 def run(
     handle: Handle, request: bytes, kinds: Mapping[str, Any], inputs: Inputs, results: Iterable[str], *,
-    grid: bool, out: Optional[PathName], block: Optional[int], processes: int, progress: Progress,
+    grid: bool, out: Optional[PathName], block: Optional[int], processes: int, progress: Progress, client: Any,
 ) -> Union[Sweep, Written]:  # fmt: skip
     """`kinds`: what the vocabulary says of each."""
     wanted = _checked(results)
     processes = _count("processes", processes)
     rows = rows_of(inputs, grid)
-    size = rows.count if out is None else _BLOCK
-    if processes > 1:
-        size = min(size, max(_LEAST, math.ceil(rows.count / (processes * _PARTS))))
-    size = max(1, size if block is None else _count("block", block))
+    if client is not None and processes > 1:
+        reason = f"{processes} processes of this machine, and the workers of a client: one of the two is expected"
+        raise InputError([Fault("processes", repr(processes), reason)])
     table = _Table(rows, request, kinds, wanted)
     task = Task(request, rows.names, table.outputs)
-    blocks = _calculated(handle, task, rows, size, processes, teller(progress))
+    several: Union[Processes, Cluster, None] = None
+    size = rows.count if out is None else _BLOCK
+    if client is not None:
+        several = cluster = Cluster(handle, task, client)
+        size = min(size, cluster.rows_of_block(rows.count))
+    elif processes > 1:
+        several = Processes(handle, task, processes)
+        size = min(size, max(_LEAST, math.ceil(rows.count / (processes * _PARTS))))
+    size = max(1, size if block is None else _count("block", block))
+    blocks = _calculated(handle, task, rows, size, several, teller(progress))
     if out is None:
         return _in_memory(rows, table, task, size, blocks)
     file = _CsvFile(out)

@@ -174,7 +174,7 @@ class Vessel:
 
     def sweep(
         self, base: Request, inputs: Inputs, results: Iterable[str], *, grid: bool = False, progress: Progress = None,
-        processes: int = 1,
+        processes: int = 1, client: Any = None,
     ) -> Sweep:  # fmt: skip
         """Calculates a request with many values, without a report.
 
@@ -188,24 +188,25 @@ class Vessel:
 
         `progress` is called now and then with the rows that are done and all of them; when it returns False the
         sweep ends early. True shows them on the standard error. With `processes` blocks of rows are calculated at
-        the same time. Calls with one Vessel take turns: another one calculates in the meantime.
+        the same time; with `client`, a Client of dask.distributed, on the workers of its cluster, which have one
+        thread each. Calls with one Vessel take turns: another one calculates in the meantime.
 
         Raises as `calculate` does. A row that can't be calculated, one with nan in it for instance, has nan in its
         results, "fault" as "status" and the reason in "reason"; so has a row that ends its process.
         """
         swept = self._sweep(base, inputs, results, grid=grid, out=None, block=None, processes=processes,
-                            progress=progress)  # fmt: skip
+                            progress=progress, client=client)  # fmt: skip
         assert isinstance(swept, Sweep)
         return swept
 
     def sweep_to_file(
         self, base: Request, inputs: Inputs, results: Iterable[str], out: PathName, *, grid: bool = False,
-        progress: Progress = None, processes: int = 1, block: Optional[int] = None,
+        progress: Progress = None, processes: int = 1, block: Optional[int] = None, client: Any = None,
     ) -> Written:  # fmt: skip
         """The same with the columns in a CSV file, `block` rows in memory at a time: for sweeps that are too large
         for it. The file is there when it is complete; after an early end it has the rows up to there."""
         written = self._sweep(base, inputs, results, grid=grid, out=out, block=block, processes=processes,
-                              progress=progress)  # fmt: skip
+                              progress=progress, client=client)  # fmt: skip
         assert isinstance(written, Written)
         return written
 
@@ -255,16 +256,17 @@ def run(request: Request, *, report: bool = True, drawings: bool = True) -> Resu
 
 def sweep(
     base: Request, inputs: Inputs, results: Iterable[str], *, grid: bool = False, progress: Progress = None,
-    processes: int = 1,
+    processes: int = 1, client: Any = None,
 ) -> Sweep:  # fmt: skip
     """Calculates a request with many values, with the library that `Vessel()` finds; see Vessel.sweep."""
-    return _default().sweep(base, inputs, results, grid=grid, progress=progress, processes=processes)
+    return _default().sweep(base, inputs, results, grid=grid, progress=progress, processes=processes,
+                            client=client)  # fmt: skip
 
 
 def sweep_to_file(
     base: Request, inputs: Inputs, results: Iterable[str], out: PathName, *, grid: bool = False,
-    progress: Progress = None, processes: int = 1, block: Optional[int] = None,
+    progress: Progress = None, processes: int = 1, block: Optional[int] = None, client: Any = None,
 ) -> Written:  # fmt: skip
     """The same with the columns in a CSV file; see Vessel.sweep_to_file."""
     return _default().sweep_to_file(base, inputs, results, out, grid=grid, progress=progress, processes=processes,
-                                    block=block)  # fmt: skip
+                                    block=block, client=client)  # fmt: skip

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import contextlib
 import os
 import pickle
 import signal
@@ -35,4 +36,5 @@ if __name__ == "__main__":
     signal.signal(signal.SIGINT, signal.SIG_IGN)  # the parent hears it
     answers = os.fdopen(os.dup(1), "wb")
     os.dup2(2, 1)  # what else is printed
-    serve(sys.stdin.buffer, answers)
+    with contextlib.suppress(BrokenPipeError):  # nobody waits for it any more
+        serve(sys.stdin.buffer, answers)
