@@ -2,11 +2,14 @@
 
 from __future__ import annotations
 
+import contextlib
 import importlib
 import json
 import os
 import platform
+import time
 from collections import deque
+from concurrent.futures import CancelledError
 from dataclasses import dataclass, replace
 from typing import Any, Iterable, Iterator, Optional, Sequence
 
@@ -19,6 +22,8 @@ from ._rows import filled, numpy
 _LARGEST, _SMALLEST, _PARTS = 5000, 1000, 8  # rows of a block; blocks for each worker, so that they end together
 _WAITING = 4  # blocks that a worker is given ahead
 _PIECES = 16  # of a block that has ended workers
+_LOOK = 2.0  # seconds after which it is looked what a block waits for
+_WITHOUT_WORKERS, _WITHOUT_BLOCK = 60.0, 900.0  # seconds after which nothing is hoped for any more
 
 
 @dataclass(frozen=True)
@@ -118,8 +123,27 @@ class Cluster:
     def _send(self, columns: Sequence[Any], rows: int) -> Any:
         return self._client.submit(on_worker, self._origin, self._task, columns, rows, pure=False)
 
+    def _result(self, future: Any) -> Any:
+        """Of a block; raises where none is to be expected."""
+        begin = here = time.monotonic()
+        while True:
+            try:
+                return future.result(_LOOK)
+            except _distributed().TimeoutError:
+                if future.done():  # it is the block's own, or came just now
+                    return future.result(_LOOK)
+            except CancelledError:
+                raise RuntimeError("client: the scheduler has ended, or has lost what it was given") from None
+            now = time.monotonic()
+            if self._client.scheduler_info()["workers"]:
+                here = now
+            elif now - here > _WITHOUT_WORKERS:
+                raise RuntimeError(f"client: the cluster has had no worker for {_WITHOUT_WORKERS:.0f} seconds")
+            if now - begin > _WITHOUT_BLOCK:
+                raise RuntimeError(f"client: a block has not come back for {_WITHOUT_BLOCK:.0f} seconds")
+
     def _received(self, future: Any, columns: Sequence[Any], rows: int) -> list[Block]:
-        blocks: list[Block] = future.result()
+        blocks: list[Block] = self._result(future)
         start = 0
         for block in blocks:
             part = part_of(columns, start, start + block.rows)
@@ -157,14 +181,18 @@ class Cluster:
             while waiting:
                 yield from self._first(waiting)
         finally:
-            self._client.cancel([future for future, _, _ in waiting])
+            if self._client.status == "running":  # else there is nothing to cancel, and long waits for a scheduler
+                with contextlib.suppress(OSError):
+                    self._client.cancel([future for future, _, _ in waiting])
 
     def _first(self, waiting: deque[tuple[Any, Sequence[Any], int]]) -> list[Block]:
         future, columns, rows = waiting[0]
         try:
             received = self._received(future, columns, rows)
         except self._killed:  # it may have waited at a worker that another one has ended
-            _distributed().wait([other for other, _, _ in waiting])
+            for other, _, _ in waiting:
+                with contextlib.suppress(self._killed):
+                    self._result(other)
             received = self._alone(columns, rows)
         waiting.popleft()
         return received

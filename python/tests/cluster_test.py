@@ -1,13 +1,14 @@
-"""Sweeps on two worker processes of Dask. The number of rows is that of the variable TARVANE_CLUSTER_ROWS."""
+"""Sweeps on two worker processes of Dask."""
 
+import faulthandler
 import math
 import os
 import signal
 import struct
 import sys
 import tempfile
+import threading
 import unittest
-import warnings
 from unittest import mock
 
 import tarvane
@@ -19,10 +20,11 @@ try:
 except ImportError as error:
     print(f"sweeps on a cluster: not run: {error}", file=sys.stderr)
     sys.exit(77)
+import cluster
 import poison
 from test_sweep import FLANGE, GOVERNING, MAWP, RATIO
 
-ROWS = int(os.environ.get("TARVANE_CLUSTER_ROWS", "5000"))
+ROWS = 50000
 BLOCKS = 20
 RESULTS = [MAWP, RATIO, GOVERNING]
 ENDED = r"^the calculation ended its process: signal 9$"
@@ -40,17 +42,12 @@ def bits(value):
     return struct.pack("d", value) if isinstance(value, float) else value
 
 
-def start(**options):
-    with warnings.catch_warnings():
-        warnings.simplefilter("ignore")  # the port of its page is taken, a socket is left to the collector
-        cluster = LocalCluster(**{"threads_per_worker": 1, "dashboard_address": None, "host": "127.0.0.1", **options})
-    return cluster, Client(cluster)
-
-
 class Sweeps(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.cluster, cls.client = start(n_workers=2)
+        cls.cluster = cluster.Cluster(cls.enterClassContext(tempfile.TemporaryDirectory()), 2)
+        cls.addClassCleanup(cls.cluster.close)
+        cls.client = cls.cluster.client
         flange = {name: value for name, value in FLANGE.items() if name != "P"}
         cls.base = {"vessel": {"P": 150.0}, "flange": [flange]}
 
@@ -81,8 +78,7 @@ class Sweeps(unittest.TestCase):
         def end_one(done, of):
             told.append((done, of))
             if not ended and done > ROWS // 4:
-                pids = self.client.run(os.getpid)
-                ended.append(sorted(pids.values())[0])
+                ended.append(self.cluster.pids()[0])
                 os.kill(ended[0], signal.SIGKILL)
 
         with mock.patch.object(_cluster, "on_worker", poison.ends_the_engine), \
@@ -92,36 +88,44 @@ class Sweeps(unittest.TestCase):
         self.check_but(poisoned, table, alone, ENDED)
         self.assertEqual((len(ended), told[-1], sorted(told)), (1, (ROWS, ROWS), told))
         self.assertLess(told[0][0], ROWS // 4)
-        self.client.wait_for_workers(2, timeout=60)
-        self.assertNotIn(ended[0], self.client.run(os.getpid).values())
+        cluster.until(lambda: len(self.cluster.workers()) == 2, "the nanny starts another worker")
+        self.assertNotIn(ended[0], self.cluster.pids())
 
     def test_a_row_that_ends_each_worker(self):
         poisoned, rows = 37, 300
         inputs = given(rows, poisoned)
         alone = self.sweep(inputs, client=None)
-        scheduler = self.cluster.scheduler
         with mock.patch.object(_cluster, "on_worker", poison.ends_the_worker), \
-                mock.patch.object(_cluster, "_SMALLEST", 30), mock.patch.object(scheduler, "allowed_failures", 1):  # fmt: skip
+                mock.patch.object(_cluster, "_SMALLEST", 15):  # fmt: skip
             table = self.sweep(inputs)
-        self.client.wait_for_workers(2, timeout=60)  # a worker that has only begun is not closed well
         self.check_but(poisoned, table, alone, "^the calculation ended its worker, and so each other one")
+        cluster.until(lambda: len(self.cluster.workers()) == 2, "the nannies start other workers")
 
     def test_a_worker_that_joins(self):
-        rows, seen = 2000, []
+        rows, joined = 2000, []
         inputs = given(rows)
 
         def join(done, of):
-            if not seen:
-                self.cluster.scale(3)
-                self.client.wait_for_workers(3, timeout=60)
-            seen.append(done)
+            if not joined:
+                joined.append(self.cluster.add())
+                self.assertEqual(len(self.cluster.workers()), 3)
 
-        try:
-            with mock.patch.object(_cluster, "_SMALLEST", 100):
-                table = self.sweep(inputs, progress=join)
-            self.check_but(None, table, self.sweep(inputs, client=None), "")
-        finally:
-            self.cluster.scale(2)
+        with mock.patch.object(_cluster, "_SMALLEST", 100):
+            table = self.sweep(inputs, progress=join)
+        self.cluster.remove(joined[0])
+        self.check_but(None, table, self.sweep(inputs, client=None), "")
+
+    def test_nothing_to_wait_for(self):
+        empty = cluster.Cluster(self.enterContext(tempfile.TemporaryDirectory()), 0)
+        self.addCleanup(empty.close)
+        with mock.patch.object(_cluster, "_WITHOUT_WORKERS", 1.0), \
+                self.assertRaisesRegex(RuntimeError, "the cluster has had no worker for 1 seconds"):  # fmt: skip
+            self.sweep({"flange[0].t": [1.0]}, client=empty.client)
+        end = threading.Timer(1.0, empty.scheduler.kill)
+        end.start()
+        with self.assertRaisesRegex(RuntimeError, "the scheduler has ended"):
+            self.sweep({"flange[0].t": [1.0]}, client=empty.client)
+        end.join()
 
     def test_to_a_file_and_an_early_end(self):
         inputs = given(1500)
@@ -129,8 +133,11 @@ class Sweeps(unittest.TestCase):
         made = table.rows - table["status"].count("not made")
         self.assertTrue(0 < made < table.rows, made)
         out = os.path.join(self.enterContext(tempfile.TemporaryDirectory()), "swept.csv")
-        written = [tarvane.sweep_to_file(self.base, inputs, RESULTS, out, block=400, client=client)
-                   and open(out, encoding="utf-8").read() for client in (None, self.client)]  # fmt: skip
+        written = []
+        for client in (None, self.client):
+            tarvane.sweep_to_file(self.base, inputs, RESULTS, out, block=400, client=client)
+            with open(out, encoding="utf-8") as file:
+                written.append(file.read())
         self.assertEqual(written[0], written[1])
         self.assertEqual(written[0].count("\n"), 1501)
 
@@ -145,12 +152,10 @@ class Sweeps(unittest.TestCase):
             self.sweep({"flange[0].t": [1.0]}, processes=2)
         with self.assertRaisesRegex(TypeError, "a Client of dask.distributed is expected, not 'tcp:"):
             self.sweep({"flange[0].t": [1.0]}, client="tcp://127.0.0.1:8786")
-        cluster, client = start(n_workers=1, threads_per_worker=2)
-        with cluster, client, self.assertRaisesRegex(ValueError, "has 2 threads, but the engine calculates one row"):
-            self.sweep({"flange[0].t": [1.0]}, client=client)
-        cluster, client = start(n_workers=1, processes=False, host=None)
-        with cluster, client, self.assertRaisesRegex(ValueError, "is in this process"):
-            self.sweep({"flange[0].t": [1.0]}, client=client)
+        for threads, reason in ((2, "has 2 threads, but the engine calculates one row"), (1, "is in this process")):
+            here = LocalCluster(n_workers=1, threads_per_worker=threads, processes=False, dashboard_address=None)
+            with here, Client(here) as client, self.assertRaisesRegex(ValueError, reason):
+                self.sweep({"flange[0].t": [1.0]}, client=client)
 
     def test_another_library_or_data_at_a_worker(self):
         origin = _cluster._origin
@@ -165,6 +170,5 @@ class Sweeps(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    passed = unittest.main(exit=False).result.wasSuccessful()
-    sys.stderr.flush()
-    os._exit(0 if passed else 1)  # closing waits without an end for a worker that was ended; each ends with this process
+    faulthandler.dump_traceback_later(400, exit=True)  # all that is waited for has an end before
+    unittest.main()

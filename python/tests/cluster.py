@@ -1,0 +1,100 @@
+"""A scheduler and workers of Dask, started as on several machines: each a process of its own. No wait is without an end."""
+
+import os
+import signal
+import subprocess
+import sys
+import time
+import warnings
+from pathlib import Path
+
+from distributed import Client
+
+PATIENCE = 60.0  # seconds
+
+
+def until(true, what):
+    end = time.monotonic() + PATIENCE
+    while not true():
+        if time.monotonic() > end:
+            raise TimeoutError(f"not within {PATIENCE:.0f} seconds: {what}")
+        time.sleep(0.02)
+
+
+class Cluster:
+    """Of one scheduler; `client` is for it. What the processes say is in files of the folder."""
+
+    def __init__(self, folder, workers, allowed_failures=1, **variables):
+        self.folder = Path(folder)
+        paths = os.pathsep.join(filter(None, (str(Path(__file__).parent), os.environ.get("PYTHONPATH"))))
+        self.variables = {**os.environ, "PYTHONPATH": paths, **variables,
+                          "DASK_DISTRIBUTED__SCHEDULER__ALLOWED_FAILURES": str(allowed_failures)}  # fmt: skip
+        self.processes = []
+        self.client = None
+        try:
+            self.scheduler = self._start("scheduler", "--port", "0", "--scheduler-file", str(self.file))
+            until(lambda: self.file.exists() or self.scheduler.poll() is not None, "the scheduler begins")
+            with warnings.catch_warnings():
+                warnings.simplefilter("ignore")  # a socket is left to the collector
+                self.client = Client(scheduler_file=str(self.file), timeout=PATIENCE)
+            for _ in range(workers):
+                self.add()
+        except BaseException:
+            self.close()
+            raise
+
+    @property
+    def file(self):
+        return self.folder / "scheduler.json"
+
+    def _start(self, what, *options):
+        log = self.folder / f"{what} {len(self.processes)}.log"
+        with open(log, "w", encoding="utf-8") as out:
+            process = subprocess.Popen(
+                [sys.executable, "-m", f"distributed.cli.dask_{what}", "--host", "127.0.0.1", "--no-dashboard", *options],
+                stdin=subprocess.DEVNULL, stdout=out, stderr=out, env=self.variables, start_new_session=True,
+            )  # fmt: skip
+        self.processes.append(process)
+        return process
+
+    def workers(self):
+        return self.client.scheduler_info()["workers"]
+
+    def add(self, *options):
+        """One with a nanny; returns when it has come."""
+        before = len(self.workers())
+        process = self._start("worker", "--scheduler-file", str(self.file), "--nthreads", "1", "--memory-limit", "0",
+                              "--local-directory", str(self.folder), *options)  # fmt: skip
+        until(lambda: len(self.workers()) > before or process.poll() is not None, "a worker comes")
+        if process.poll() is not None:
+            raise RuntimeError(f"a worker ended with {process.returncode}")
+        return process
+
+    def remove(self, worker):
+        before = len(self.workers())
+        _end(worker)
+        self.processes.remove(worker)
+        until(lambda: len(self.workers()) < before, "a worker has gone")
+
+    def pids(self):
+        return sorted(self.client.run(os.getpid).values())
+
+    def close(self):
+        if self.client is not None:
+            self.client.close(timeout=5)
+        for process in reversed(self.processes):
+            _end(process)
+
+
+def _end(process):
+    """With all that it has started."""
+    process.terminate()
+    try:
+        process.wait(10)
+    except subprocess.TimeoutExpired:
+        pass
+    try:
+        os.killpg(process.pid, signal.SIGKILL)  # its own session
+    except ProcessLookupError:
+        pass
+    process.wait(10)
