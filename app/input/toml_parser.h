@@ -1,5 +1,5 @@
 // The parser of input files, with assertions that throw: what it assumes about a text need not be true
-// of a user's. It belongs in one source file only.
+// of a user's. It takes seconds to compile: it belongs in the few source files that parse.
 #pragma once
 
 #include <stdexcept>
