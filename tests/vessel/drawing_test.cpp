@@ -1,6 +1,7 @@
 // Drawings by the lines and texts that were collected for them: random geometries of each kind, and planted faults
 // that the lint has to find.
 #include "document/results.h"
+#include "drawing/chart_drawing.h"
 #include "drawing/component_drawing.h"
 #include "drawing/flange_drawing.h"
 #include "drawing/font.h"
@@ -39,6 +40,16 @@ class Chance {
   private:
     std::mt19937 engine;
 };
+
+// Its texts in their order, lines of a paragraph put together.
+std::string words(const Figure& figure) {
+    std::string all;
+    for (std::size_t at = 0; (at = figure.svg.find("<text ", at)) != std::string::npos;) {
+        at = figure.svg.find('>', at) + 1;
+        all += figure.svg.substr(at, figure.svg.find('<', at) - at) + ' ';
+    }
+    return all;
+}
 
 // Valid, at odd proportions: bores of a quarter inch to 16 ft, rings and hubs thin and thick.
 FlangeShape random_flange(int type, Chance& chance) {
@@ -274,6 +285,107 @@ TEST(VesselDrawings, AreCleanWithManyNozzles) {
     }
 }
 
+// ---- charts ------------------------------------------------------------------------------------------------
+
+// What the axes say of a place on the page, by the numbers that are farthest from each other.
+double read_off(const Sheet& sheet, bool upright, double at) {
+    double low = 0, high = 0, low_at = 0, high_at = 0;
+    for (const Text& text : sheet.texts()) {
+        // Numbers of an axis: of A centred below the plot, of B ending before it.
+        if (text.anchor != (upright ? Anchor::end : Anchor::middle) || text.upwards) continue;
+        std::string words = text.words;
+        for (std::size_t blank; (blank = words.find("\xC2\xA0")) != std::string::npos;)
+            words.erase(blank, 2);
+        std::replace(words.begin(), words.end(), ',', '.');
+        char* end = nullptr;
+        const double value = std::strtod(words.c_str(), &end);
+        if (end == words.c_str() || *end != '\0') continue;
+        // Single digits of A are of no decade.
+        if (!upright && value > 1) continue;
+        const double place = upright ? (text.box.top + text.at.y) / 2 : text.at.x;
+        if (low == 0 || value < low) low = value, low_at = place;
+        if (value > high) high = value, high_at = place;
+    }
+    EXPECT_GT(high, low);
+    return low * std::pow(high / low, (at - low_at) / (high_at - low_at));
+}
+
+struct Charted {
+    ChartDrawing chart;
+    Drawn drawn;
+};
+
+Charted chart_of(const std::string& name, float temperature, float yield, std::optional<float> A,
+                 const UnitSystem& units, bool comma) {
+    ChartDrawing chart{name, {}, read_curve(name, temperature, yield), A, units, comma};
+    for (const float row : chart_temperatures(name))
+        chart.curves.push_back(read_curve(name, row, yield));
+    Drawn drawn = draw_chart(chart);
+    return {std::move(chart), std::move(drawn)};
+}
+
+TEST(ChartDrawings, AreCleanAndHaveTheirPointInItsPlace) {
+    RESET_ENGINE();
+    std::vector<std::string> names = chart_names();
+    ASSERT_FALSE(names.empty());
+    names.insert(names.end(), {"CS-3", "NFA-11"}); // by the yield stress
+    Chance chance(11);
+    for (int i = 0; i < GEOMETRIES; ++i) {
+        const std::string& name = names[static_cast<std::size_t>(i) % names.size()];
+        const auto temperature = static_cast<float>(std::round(chance.between(-20, 900)));
+        const auto factor = static_cast<float>(chance.spread(1e-7, 0.5));
+        const UnitSystem units = chance.one_in(2) ? us_units() : si_units();
+        const auto [chart, drawn] =
+            chart_of(name, temperature, static_cast<float>(chance.between(20000, 70000)), factor,
+                     units, chance.one_in(3));
+        if (!(chart.asked.E > 0)) continue;
+        const std::string what = name + " at " + std::to_string(temperature) + ", A " +
+                                 std::to_string(factor) + " no. " + std::to_string(i);
+        EXPECT_EQ(first_of(lint_of(drawn.sheet, drawn.figure.width, drawn.figure.height)), "")
+            << what;
+        EXPECT_EQ(first_of(missing(drawn, {})), "") << what;
+        EXPECT_TRUE(drawn.figure.dropped.empty()) << what;
+        ASSERT_EQ(drawn.sheet.fills().size(), 1U) << what;
+        Box dot;
+        for (const Point p : drawn.sheet.fills()[0].outline)
+            dot.add(p);
+        const auto stress =
+            static_cast<double>(units.to_file(chart.asked.B(factor), Quantity::stress));
+        EXPECT_NEAR(read_off(drawn.sheet, false, (dot.left + dot.right) / 2) /
+                        static_cast<double>(factor),
+                    1, 0.005)
+            << what;
+        EXPECT_NEAR(read_off(drawn.sheet, true, (dot.top + dot.bottom) / 2) / stress, 1, 0.005)
+            << what;
+        // No curve twice, no exponent of a program.
+        std::vector<std::string> curves;
+        for (const Text& text : drawn.sheet.texts()) {
+            EXPECT_EQ(text.words.find("e-"), std::string::npos) << what;
+            EXPECT_EQ(text.words.find("e+"), std::string::npos) << what;
+            if (text.at.x > drawn.figure.width * 0.7 &&
+                text.words.find("\xC2\xB0") != std::string::npos)
+                curves.push_back(text.words);
+        }
+        std::sort(curves.begin(), curves.end());
+        EXPECT_FALSE(curves.empty()) << what;
+        EXPECT_EQ(std::adjacent_find(curves.begin(), curves.end()), curves.end()) << what;
+        if (HasFailure()) return;
+    }
+}
+
+// 300 °F and 148.8 °C are written alike: that curve is drawn once, in colour.
+TEST(ChartDrawings, NameACurveOnce) {
+    RESET_ENGINE();
+    const auto drawn = chart_of("CS-2", 299.9f, 0.0f, 0.0123f, si_units(), true).drawn;
+    int named = 0;
+    for (const Text& text : drawn.sheet.texts())
+        named += text.words == "149 \xC2\xB0"
+                               "C";
+    EXPECT_EQ(named, 1);
+    EXPECT_NE(words(drawn.figure).find("point A = 0,0123, B = "), std::string::npos)
+        << words(drawn.figure);
+}
+
 // ---- components --------------------------------------------------------------------------------------------
 
 struct Made {
@@ -305,16 +417,6 @@ struct Made {
 
 bool says(const Figure& figure, const std::string& label) {
     return figure.svg.find('>' + label + "</text>") != std::string::npos;
-}
-
-// Its texts in their order, lines of a paragraph put together.
-std::string words(const Figure& figure) {
-    std::string all;
-    for (std::size_t at = 0; (at = figure.svg.find("<text ", at)) != std::string::npos;) {
-        at = figure.svg.find('>', at) + 1;
-        all += figure.svg.substr(at, figure.svg.find('<', at) - at) + ' ';
-    }
-    return all;
 }
 
 // The geometry that is drawn is the one that was judged.
@@ -601,6 +703,8 @@ TEST(Dimensions, WithoutRoomAreListed) {
 TEST(Font, BreaksNoEquation) {
     EXPECT_EQ(fitted_lines("face; t = 1.5", TEXT_SIZE, text_width("face; t = 1", TEXT_SIZE)),
               (std::vector<std::string>{"face;", "t = 1.5"}));
+    EXPECT_EQ(fitted_lines("at 20 \xC2\xB0", TEXT_SIZE, text_width("at 20", TEXT_SIZE)),
+              (std::vector<std::string>{"at", "20 \xC2\xB0"}));
     EXPECT_EQ(fitted_lines(" = ", TEXT_SIZE, 100), std::vector<std::string>{" = "});
 }
 

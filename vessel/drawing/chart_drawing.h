@@ -2,7 +2,7 @@
 #pragma once
 
 #include "catalogue/charts.h"
-#include "drawing/figure.h"
+#include "drawing/frame.h"
 
 #include <optional>
 #include <string>
@@ -16,8 +16,9 @@ struct ChartDrawing {
     ChartCurve asked;               // drawn in colour
     std::optional<float> A;         // a point of the asked curve
     UnitSystem units;
+    bool decimal_comma = false;
 };
 
-Figure draw_chart(const ChartDrawing& chart);
+Drawn draw_chart(const ChartDrawing& chart);
 
 } // namespace tarvane::vessel

@@ -46,6 +46,12 @@ double width_of(std::uint32_t letter) {
     return EM; // the widest that is usual
 }
 
+// "t = 1.5", "20 °F"
+bool holds_together(std::string_view before, std::string_view from_blank) {
+    return before.ends_with('=') || from_blank.starts_with(" =") ||
+           from_blank.starts_with(" \xC2\xB0");
+}
+
 } // namespace
 
 double text_width(std::string_view utf8, double size) {
@@ -66,8 +72,7 @@ std::vector<std::string> fitted_lines(std::string_view utf8, double size, double
     std::vector<std::string> lines(1);
     while (!utf8.empty()) {
         std::size_t end = utf8.find(' ');
-        while (end < utf8.size() &&
-               (utf8.substr(0, end).ends_with('=') || utf8.substr(end).starts_with(" =")))
+        while (end < utf8.size() && holds_together(utf8.substr(0, end), utf8.substr(end)))
             end = utf8.find(' ', end + 1);
         end = std::min(end, utf8.size());
         const std::string word(utf8.substr(0, end));

@@ -54,17 +54,25 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
     if (width > MOST_WIDTH) return std::nullopt;
 
     Figure figure;
-    figure.scale = scale_text(sheet.scale, style);
+    figure.alt = text.alt;
     figure.dropped = sheet.dropped;
-    const std::string scale = "scale " + figure.scale + ", " + units_text(units);
     // Few words: a program that makes a PDF takes its time for each letter of a drawing.
-    std::string about = scale;
-    about[0] = 'S';
+    std::string about;
+    const auto say = [&](const std::string& words) {
+        about += (about.empty() ? "" : ". ") + words;
+    };
+    if (sheet.scale > 0) {
+        figure.scale = scale_text(sheet.scale, style);
+        say("Scale " + figure.scale + ", " + units_text(units));
+        figure.alt += ", scale " + figure.scale + ", " + units_text(units);
+    }
     for (const std::string& note : text.notes)
-        about += ". " + note;
-    const auto add = [&](std::string_view what, const std::vector<std::string>& list) {
-        for (std::size_t i = 0; i < list.size(); ++i)
-            about += (i == 0 ? ". " + std::string(what) : "; ") + list[i];
+        say(note);
+    const auto add = [&](const std::string& what, const std::vector<std::string>& list) {
+        std::string all;
+        for (const std::string& each : list)
+            all += (all.empty() ? what : "; ") + each;
+        if (!all.empty()) say(all);
     };
     add("Indicated: ", text.indicated);
     add("Not drawn: ", text.not_drawn);
@@ -92,7 +100,6 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
                   {edge, edge}},
                  OUTLINE);
 
-    figure.alt = text.alt + ", " + scale;
     for (const Measure& measure : sheet.measures)
         figure.alt += "; " + measure.label;
     figure.width = width;

@@ -21,7 +21,7 @@ struct FrameText {
     std::vector<std::string> notes;
     std::vector<std::string> indicated; // what is drawn without its dimensions
     std::vector<std::string> not_drawn;
-    std::string alt; // what the drawing shows; scale and dimensions are added
+    std::string alt; // what the drawing shows; scale and dimensions are added to one to scale
 };
 
 // A drawing with its page, which a check can look through.
