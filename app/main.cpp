@@ -86,8 +86,12 @@ int command(int argc, char** argv, std::ostream& out) {
     run_command->add_option("--report", options.report,
                             "Write the report file with its style marks");
     run_command->add_option("--html", options.html, "Write the calculation as a document (HTML)");
-    run_command->add_option("--pdf", options.pdf,
-                            "Write the same document as PDF, by the program weasyprint");
+    CLI::Option* const pdf = run_command->add_option(
+        "--pdf", options.pdf, "Write the same document as PDF, by the program weasyprint");
+    run_command
+        ->add_flag("--pdf-ua", options.pdf_ua,
+                   "The PDF with the structure that screen readers use (PDF/UA); takes longer")
+        ->needs(pdf);
     std::string detail = "full";
     run_command
         ->add_option("--detail", detail,

@@ -122,7 +122,7 @@ class OutputFiles {
             const std::string html = html_of(make_document(request, c, facts, options.detail));
             write_file(options.html, [&] { return html; });
             write_file(options.pdf, [&] {
-                Pdf pdf = pdf_of(html);
+                Pdf pdf = pdf_of(html, options.pdf_ua);
                 tell(pdf.said);
                 return std::move(pdf.bytes);
             });

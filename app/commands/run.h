@@ -20,6 +20,7 @@ struct RunOptions {
     // The document, its results for programs, and both tables of checks and results; empty: none.
     std::string html, pdf, json, csv;
     Detail detail = Detail::full; // of the document
+    bool pdf_ua = false;          // the PDF with the structure that screen readers use
     bool colour = false;
     bool strict = false; // no defaults of what decides about safety
 };

@@ -61,7 +61,7 @@ std::string time_of_documents() {
 
 #ifdef _WIN32
 
-Pdf pdf_of(std::string_view) {
+Pdf pdf_of(std::string_view, bool) {
     no_pdf(
         "that needs WeasyPrint on Linux; write the HTML with --html and print it with a browser");
 }
@@ -183,14 +183,10 @@ std::string about_the_page(std::string_view said) {
 
 } // namespace
 
-Pdf pdf_of(std::string_view html) {
-    constexpr int WRONG_OPTION = 2;
+Pdf pdf_of(std::string_view html, bool accessible) {
     const fs::path program = weasyprint();
-    // With the structure that readers for the blind need, where this version can write it.
-    Ended ended = run_weasyprint(program, {"--pdf-variant", "pdf/ua-1"}, html);
-    if (WIFEXITED(ended.status) && WEXITSTATUS(ended.status) == WRONG_OPTION &&
-        ended.pdf.said.find("--pdf-variant") != std::string::npos)
-        ended = run_weasyprint(program, {}, html);
+    Ended ended = accessible ? run_weasyprint(program, {"--pdf-variant", "pdf/ua-1"}, html)
+                             : run_weasyprint(program, {}, html);
     const bool exited = WIFEXITED(ended.status) && WEXITSTATUS(ended.status) == 0;
     if (!exited || !ended.pdf.bytes.starts_with("%PDF-"))
         no_pdf(program.string() + ' ' + how_it_ended(ended.status) +

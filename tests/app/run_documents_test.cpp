@@ -146,7 +146,7 @@ TEST_F(RunDocuments, WhatWeasyPrintSaysOfThePageIsShown) {
     weasyprint(std::string("echo 'WARNING: PDF/UA support is experimental, x' >&2\n"
                            "echo 'ERROR: No anchor' >&2\n") +
                ECHO);
-    const ProgramRun run = run_documents("f.toml --pdf p.pdf");
+    const ProgramRun run = run_documents("f.toml --pdf p.pdf --pdf-ua");
     EXPECT_EQ(run.status, 0);
     EXPECT_NE(run.err.find("tarvane: weasyprint: ERROR: No anchor\n"), std::string::npos)
         << run.err;
@@ -154,16 +154,24 @@ TEST_F(RunDocuments, WhatWeasyPrintSaysOfThePageIsShown) {
     EXPECT_TRUE(there("p.pdf"));
 }
 
-TEST_F(RunDocuments, AVersionWithoutTheVariantDoesWithoutIt) {
-    weasyprint(R"(echo "$@" >>asked
-case "$*" in *--pdf-variant*)
+TEST_F(RunDocuments, TheStructureOfScreenReadersIsWrittenWhenAskedFor) {
+    weasyprint("echo \"$@\" >>asked\n" + std::string(ECHO));
+    EXPECT_EQ(run_documents("f.toml --pdf p.pdf").status, 0);
+    EXPECT_EQ(run_documents("f.toml --pdf p.pdf --pdf-ua").status, 0);
+    EXPECT_EQ(text("asked"), "--encoding utf-8 - -\n--pdf-variant pdf/ua-1 --encoding utf-8 - -\n");
+    const ProgramRun without = run_documents("f.toml --html p.html --pdf-ua");
+    EXPECT_NE(without.status, 0);
+    EXPECT_NE(without.err.find("--pdf-ua requires --pdf"), std::string::npos) << without.err;
+}
+
+TEST_F(RunDocuments, AVersionThatCannotWriteThisStructureSaysSo) {
+    weasyprint(R"(case "$*" in *--pdf-variant*)
     echo 'weasyprint: error: unrecognized arguments: --pdf-variant' >&2; exit 2;; esac
 )" + std::string(ECHO));
-    const ProgramRun run = run_documents("f.toml --pdf p.pdf");
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(text("p.pdf").substr(0, 21), "%PDF-\n<!DOCTYPE html>");
-    EXPECT_EQ(text("asked"), "--pdf-variant pdf/ua-1 --encoding utf-8 - -\n--encoding utf-8 - -\n");
-    EXPECT_EQ(run.err.find("weasyprint"), std::string::npos) << run.err;
+    const ProgramRun run = run_documents("f.toml --pdf p.pdf --pdf-ua");
+    EXPECT_NE(run.status, 0);
+    EXPECT_NE(run.err.find("unrecognized arguments: --pdf-variant"), std::string::npos) << run.err;
+    EXPECT_FALSE(there("p.pdf"));
 }
 
 TEST_F(RunDocuments, TheDateIsThatOfTheEnvironment) {

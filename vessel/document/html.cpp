@@ -120,7 +120,7 @@ class Writer {
             const std::vector<std::string> all = lines_of(row);
             out += '\n';
             text(std::string_view(all[0]).substr(0, all[0].size() - row.state.size()));
-            if (row.tone == Tone::quiet)
+            if (row.tone == Tone::quiet || row.tone == Tone::sound)
                 text(row.state);
             else
                 marked("strong", class_of(row.tone), row.state);
@@ -284,12 +284,12 @@ class Writer {
 
     // ---- head and front ----
 
-    // Margins of a page do not have the font of its body.
+    // Margins of a page do not have the font of its body. Each box costs a maker of PDF milliseconds a page: two are
+    // enough.
     void margin_box(std::string_view place, const std::string& content) {
         out += "@" + std::string(place) + " { content: " + content +
-               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; ";
-        out += place.starts_with("top") ? "vertical-align: bottom; padding-bottom: 4mm; }\n"
-                                        : "vertical-align: top; padding-top: 4mm; }\n";
+               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
+               "white-space: pre-line; vertical-align: bottom; padding-bottom: 4mm; }\n";
     }
 
     void paper() {
@@ -299,18 +299,15 @@ class Writer {
         const auto given = [](const std::string& text, std::string_view without) {
             return text.empty() ? std::string(without) : text;
         };
-        margin_box("top-left", in_style(given(document.project, document.title)));
+        std::string line = given(document.project, document.title);
         // What nobody signs is no record.
-        margin_box(
-            "top-center",
-            in_style(document.front.signatures.columns.empty()
-                         ? document.title
-                         : given(document.number, "no document number") + ", " +
-                               (document.revision.empty() ? "no revision"
-                                                          : "revision " + document.revision) +
-                               ", " + given(document.date, "no date")));
+        if (!document.front.signatures.columns.empty())
+            line += ", " + given(document.number, "no document number") + ", " +
+                    (document.revision.empty() ? "no revision" : "revision " + document.revision) +
+                    ", " + given(document.date, "no date");
+        margin_box("top-left",
+                   in_style(line) + " \"\\a tarvane " TARVANE_VERSION ", \" string(heading)");
         margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
-        margin_box("bottom-left", "\"tarvane " TARVANE_VERSION ", \" string(heading)");
         out += "}\n";
     }
 
