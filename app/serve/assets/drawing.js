@@ -1,0 +1,91 @@
+// Drawings, whose dimensions belong to fields.
+
+import { copiedDrawing } from './copy.js';
+import { make } from './dom.js';
+
+const SVG = 'http://www.w3.org/2000/svg';
+const FURTHER = { Lt: 'tangent_length' }; // symbols of a drawing alone
+
+// The keys that the label of a dimension names: "B, Fid = Ø5.761".
+export function keysOfLabel(label, kind, isRead) {
+    const said = /^([A-Za-z][\w']*(?:, [A-Za-z][\w']*)*) = /.exec(label);
+    if (!said) return [];
+    const names = said[1].split(', ').map((name) => {
+        const named = kind.keys.filter((key) => [key.name, key.symbol].includes(name) || key.name === FURTHER[name]);
+        return (named.find((key) => isRead(key.name)) ?? named[0])?.name;
+    });
+    return names.filter(Boolean);
+}
+
+export class Drawing {
+    #root;
+    #chosen;
+    #hovered;
+    #none;
+    #text;
+    #dimensions = [];
+
+    // chosen(names) and hovered(names): what is done with a dimension, and the fields that it shows
+    constructor(root, none, chosen = () => {}, hovered = () => {}) {
+        this.#root = root;
+        this.#none = none;
+        this.#chosen = chosen;
+        this.#hovered = hovered;
+    }
+
+    // drawing: {svg, dropped} or null. Says whether another one is shown now.
+    show(drawing, kind, isRead) {
+        const text = drawing?.svg ?? null;
+        if (text === this.#text) return false;
+        this.#text = text;
+        this.#dimensions = [];
+        const copied = text === null ? null : copiedDrawing(text);
+        if (!copied) {
+            this.#root.replaceChildren(make('p', { class: 'empty' }, text === null ? this.#none : 'The drawing can’t be read.'));
+            return true;
+        }
+        this.#root.replaceChildren(copied);
+        if (kind) this.#mark(copied, kind, isRead);
+        if (drawing.dropped?.length > 0)
+            this.#root.append(make('p', { class: 'remark' }, `Without room in the drawing: ${drawing.dropped.join(', ')}`));
+        return true;
+    }
+
+    #mark(drawing, kind, isRead) {
+        const found = [...drawing.querySelectorAll('text')]
+            .map((label) => ({ label, keys: label.dataset.field?.split(' ') ?? keysOfLabel(label.textContent, kind, isRead) }))
+            .filter(({ keys }) => keys.length > 0);
+        if (found.length === 0) return;
+        // An image has no parts for those who listen; a group has.
+        drawing.setAttribute('role', 'group');
+        const boxes = found.map(({ label }) => label.getBBox());
+        found.forEach(({ label, keys }, i) => this.#makeDimension(label, keys, boxes[i]));
+    }
+
+    #makeDimension(label, keys, box) {
+        const ROOM = 0.9; // mm
+        const around = document.createElementNS(SVG, 'rect');
+        const place = { x: box.x - ROOM, y: box.y - ROOM / 2, width: box.width + 2 * ROOM, height: box.height + ROOM, rx: 1,
+            class: 'around', transform: label.getAttribute('transform') ?? '' };
+        for (const [name, value] of Object.entries(place)) around.setAttribute(name, value);
+        const group = document.createElementNS(SVG, 'g');
+        const as = { class: 'dimension', tabindex: '0', role: 'button', 'aria-label': `${label.textContent}: go to its field` };
+        for (const [name, value] of Object.entries(as)) group.setAttribute(name, value);
+        label.replaceWith(group);
+        group.append(around, label);
+        group.addEventListener('click', () => this.#chosen(keys));
+        group.addEventListener('keydown', (event) => {
+            if (event.key !== 'Enter' && event.key !== ' ') return;
+            event.preventDefault();
+            this.#chosen(keys);
+        });
+        for (const name of ['mouseenter', 'focus']) group.addEventListener(name, () => this.#hovered(keys));
+        for (const name of ['mouseleave', 'blur']) group.addEventListener(name, () => this.#hovered([]));
+        this.#dimensions.push({ keys, group });
+    }
+
+    // The dimension of a field, or none.
+    highlight(name) {
+        for (const { keys, group } of this.#dimensions) group.classList.toggle('marked', keys.includes(name));
+    }
+}

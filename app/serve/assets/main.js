@@ -1,0 +1,475 @@
+// The page: what the user does goes to the server, what it answers is shown.
+
+import { ApiError, enter, get, post } from './api.js';
+import { choose } from './dialogs.js';
+import { byId, make, setText } from './dom.js';
+import { Drawing } from './drawing.js';
+import { downloadAs, newFile, openFile, saveFile, showChanges } from './files.js';
+import { Form } from './form.js';
+import { pickFor } from './pickers.js';
+import { EditQueue } from './queue.js';
+import { openPoints, showCalculation, showChecks, showNotes, showSummary, showValues, showVerdict } from './results.js';
+import { Tree } from './tree.js';
+import { formView, placeOf, treeRows } from './views.js';
+import { Vocabulary } from './vocabulary.js';
+
+const LOOK = 3000; // ms between looks at the disk
+const PICKED = 12000; // ms that a choice of a catalogue is told
+const OPENED = 'tarvane-document';
+
+let vocabulary = null, state = null, result = null, chosen = 'vessel', stale = false, revealed = null, shownName = '';
+
+const form = new Form(byId('fields'), byId('help'), {
+    edit: (path, change) => queue.add({ path, ...change }),
+    pick: (key) => attempt(() => fill(key)),
+    focused: (key) => section.highlight(key?.name),
+});
+const tree = new Tree(byId('nodes'), byId('adding'), {
+    choose: (path) => choosePath(path), add: (kind) => addComponent(kind), remove: (row) => removeComponent(row),
+});
+const section = new Drawing(byId('drawing'), 'There is no drawing of this component.', (names) => revealField(names[0]),
+    (names) => form.mark(names));
+const chart = new Drawing(byId('chart'), 'There is no chart.');
+const outline = new Drawing(byId('outline'), 'A drawing of the whole vessel needs two components with an elevation.');
+
+const queue = new EditQueue({
+    send: (items, sequence) => {
+        const request = { document: state.document, component: isComponent(chosen) ? chosen : undefined, sequence };
+        if (items[0]?.step) return post(`/api/${items[0].step}`, request);
+        if (items.length > 0) return post('/api/edit', { ...request, version: state.version, edits: items });
+        return post('/api/calculate', { ...request, edits: [] });
+    },
+    show: (answer, newest) => {
+        if (answer.state) state = answer.state;
+        if (!newest) return;
+        result = answer.result;
+        stale = false;
+        clearNotice('failure');
+        showAll();
+        byId('results').dataset.sequence = answer.sequence;
+    },
+    fail: (error, items) => failed(error, items),
+    busy: (whether) => {
+        stale = whether || stale;
+        byId('results').setAttribute('aria-busy', String(whether));
+        byId('results').classList.toggle('stale', stale || result?.verdict === 'faulty');
+        byId('verdict').classList.toggle('stale', stale);
+    },
+});
+
+const isComponent = (path) => /\[\d+\]$/.test(path);
+
+// ---- what the user does ----------------------------------------------------------------------------------
+
+async function attempt(action) {
+    try {
+        return await action();
+    } catch (error) {
+        if (!(error instanceof ApiError)) console.error(error);
+        notice('failure', error.message, []);
+        return undefined;
+    }
+}
+
+async function settle() {
+    form.take();
+    await queue.settled();
+}
+
+function choosePath(path, key) {
+    form.take();
+    revealed = key ?? null;
+    if (path === chosen) {
+        reveal();
+        return;
+    }
+    chosen = path;
+    if (document.body.dataset.tab === 'tree') showTab('form');
+    showForm();
+    showTree();
+    queue.add();
+}
+
+function revealField(name) {
+    showTab('form');
+    form.reveal(name);
+}
+
+function reveal() {
+    if (revealed && form.reveal(revealed)) revealed = null;
+}
+
+function addComponent(kind) {
+    form.take();
+    const number = state.components.filter((one) => one.kind === kind).length;
+    const title = kind === 'mdmt' ? 'Metal temperature' : kind === 'external' ? 'External' : kind.charAt(0).toUpperCase() + kind.slice(1);
+    const value = { description: freeName(`${title} ${number + 1}`) };
+    if (kind === 'flange') value.type = 'weld neck';
+    if (kind === 'shell' || kind === 'external') value.kind = 'cylinder';
+    chosen = `${kind}[${number}]`;
+    revealed = 'description';
+    queue.add({ path: chosen, value });
+}
+
+function freeName(name) {
+    let free = name;
+    for (let i = 2; state.components.some(({ description }) => description === free); ++i) free = `${name} (${i})`;
+    return free;
+}
+
+function removeComponent(row) {
+    chosen = 'vessel';
+    queue.add({ path: row.path, remove: true });
+    say(`${row.name} is removed. Ctrl+Z brings it back.`);
+}
+
+// A picker fills the fields of what is chosen.
+async function fill(key) {
+    await settle();
+    const component = state.components.find(({ path }) => path === chosen);
+    const code = component?.given.code?.value ?? state.vessel.given.code?.value ?? 'VIII-1';
+    const picked = await pickFor(key, {
+        code, units: state.units, components: state.components.filter(({ path }) => path !== chosen),
+    });
+    if (!picked) return;
+    queue.add(...Object.entries(picked.fills).map(([name, value]) => ({ path: `${chosen}.${name}`, value })));
+    say(picked.words);
+    notice('picked', picked.words, []);
+    setTimeout(() => clearNotice('picked'), PICKED);
+    revealed = key.name;
+}
+
+const step = (name) => () => {
+    form.take();
+    queue.add({ step: name });
+};
+
+async function mayLeave() {
+    await settle();
+    if (!state || state.saved) return true;
+    const said = await choose('Not saved', `${state.name ?? 'The new file'} has changes that are not saved. They stay with the server until it ends.`,
+        [['save', 'Save', 'main'], ['go', 'Leave it'], [null, 'Cancel']]);
+    if (said !== 'save') return said === 'go';
+    return save(false);
+}
+
+async function openAnother(find) {
+    if (!(await mayLeave())) return;
+    const next = await find();
+    if (next) adopt(next);
+}
+
+async function save(asNewName) {
+    await settle();
+    const next = await saveFile(state, asNewName);
+    if (!next) return false;
+    const other = next.text !== state.text;
+    state = next;
+    showHead();
+    if (other) queue.add();
+    else say(`${state.name} is saved.`);
+    return true;
+}
+
+// Another document, or the same with another text.
+function adopt(next) {
+    const same = state?.document === next.document;
+    state = next;
+    sessionStorage.setItem(OPENED, state.document);
+    if (!same) {
+        result = null;
+        clearNotice('failure');
+        clearNotice('disk');
+        chosen = state.components[0]?.path ?? 'vessel';
+    }
+    showAll();
+    queue.add();
+}
+
+// ---- what went wrong -------------------------------------------------------------------------------------
+
+function failed(error, items) {
+    const words = items.map((item) => item.typed ?? (item.value !== undefined ? JSON.stringify(item.value) : item.step ?? 'remove'));
+    const lost = items.length > 0 ? ` Not in the file: ${items.map(({ path }, i) => `${path ?? ''} ${words[i]}`.trim()).join('; ')}.` : '';
+    if (error.status === 409 && error.body.document) {
+        state = error.body;
+        notice('failure', `The file was changed in another tab.${lost}`, []);
+        showAll();
+        queue.add();
+        return;
+    }
+    const retry = () => {
+        clearNotice('failure');
+        queue.add(...items);
+    };
+    notice('failure', `${error.message}${lost}`, error.status === 0 ? [['Try again', retry]] : []);
+    if (error.status === 401) notice('failure', 'This tab no longer belongs to a running server: open the link that it shows again.', []);
+    else if (error.status >= 400) {
+        showForm();
+        if (error.status < 500 && items.length > 0) queue.add();
+    }
+}
+
+function notice(name, words, buttons) {
+    clearNotice(name);
+    const box = make('div', { class: `notice ${name}`, role: name === 'picked' ? 'status' : 'alert', 'data-notice': name }, make('span', {}, words),
+        ...buttons.map(([label, action]) => make('button', { type: 'button', onclick: action }, label)),
+        make('button', { type: 'button', class: 'quiet', 'aria-label': 'Close this message', onclick: () => clearNotice(name) }, '×'));
+    byId('notices').append(box);
+}
+
+function clearNotice(name) {
+    byId('notices').querySelector(`[data-notice="${name}"]`)?.remove();
+}
+
+function say(words) {
+    setText(byId('said'), words);
+}
+
+// ---- what is shown ---------------------------------------------------------------------------------------
+
+function showAll() {
+    showHead();
+    showTree();
+    showForm();
+    showResult();
+    reveal();
+}
+
+function showHead() {
+    setText(byId('file-name-shown'), state.name ?? 'New file');
+    document.title = `${state.saved ? '' : '* '}${state.name ?? 'New file'} – tarvane`;
+    byId('saved').hidden = state.saved && state.name !== null;
+    setText(byId('saved'), 'not saved');
+    byId('undo').disabled = !state.undo;
+    byId('redo').disabled = !state.redo;
+    for (const id of ['save', 'save-as', 'changes', 'download']) byId(id).disabled = false;
+    if (state.on_disk === 'changed' || state.on_disk === 'missing') showDisk();
+    else clearNotice('disk');
+}
+
+function showDisk() {
+    if (byId('notices').querySelector('[data-notice="disk"]')?.dataset.version === state.on_disk) return;
+    if (state.on_disk === 'missing') {
+        notice('disk', `${state.name} is no longer on disk. Saving writes it again.`, []);
+    } else {
+        notice('disk', `${state.name} was changed on disk by another program.`, [
+            ['Take the file on disk', () => attempt(async () => adopt(await post('/api/reload', { document: state.document })))],
+            ['Show what differs', () => attempt(() => showChanges(state))],
+            ['Save over it', () => attempt(async () => {
+                await settle();
+                state = await post('/api/save', { document: state.document, force: true });
+                showHead();
+            })],
+        ]);
+    }
+    byId('notices').querySelector('[data-notice="disk"]').dataset.version = state.on_disk;
+}
+
+function showTree() {
+    tree.show(treeRows(state, result), chosen, stale);
+}
+
+function showForm() {
+    const view = state.syntax ? null : formView(state, result, vocabulary, chosen);
+    byId('adding').hidden = state.syntax !== null;
+    if (view) {
+        setText(byId('form-title'), view.title);
+        form.show(view);
+        return;
+    }
+    const implied = result?.components.find(({ path }) => path === chosen);
+    if (!implied && !state.syntax && chosen !== 'vessel') {
+        chosen = 'vessel';
+        showForm();
+        return;
+    }
+    setText(byId('form-title'), implied?.description ?? 'File');
+    form.clear(state.syntax ? `Line ${state.syntax.line} of the file can’t be read: ${state.syntax.message}`
+        : 'MDMT of the vessel asks for this check. It has no fields of its own: see the component of this name.');
+}
+
+function showResult() {
+    if (!result) return;
+    const faulty = result.verdict === 'faulty' || result.verdict === 'stopped';
+    byId('results').classList.toggle('stale', stale || faulty);
+    const words = faulty && result.faults.length > 0 ? faultWords(result.faults.length) : result.says;
+    showVerdict(byId('verdict'), { verdict: result.verdict, says: words, open: notMadeParts() });
+    announce(`${byId('verdict').querySelector('strong').textContent.trim()}. ${words}`);
+    showFaults();
+    if (!faulty) showComponent(result.component);
+}
+
+const faultWords = (number) => `${number === 1 ? 'One value is' : `${number} values are`} missing or wrong; nothing was calculated`;
+
+// Components without a verdict of pass or fail, beside the verdict of the vessel.
+function notMadeParts() {
+    const number = result.components.filter(({ verdict }) => verdict === 'not made').length;
+    const own = openPoints(result.component?.checks);
+    return [...(number > 0 ? [{ state: 'not made', words: `not made: ${number} component${number === 1 ? '' : 's'}` }] : []),
+        ...(result.components.length === 1 ? own : [])];
+}
+
+function faultLink(fault, words) {
+    const place = placeOf(fault.path, fault.key);
+    return make('button', {
+        type: 'button', class: 'link', onclick: () => {
+            showTab('form');
+            choosePath(place.chosen, place.key);
+        },
+    }, words);
+}
+
+// What is missing in a component is one line; what is wrong has a line of its own.
+function showFaults() {
+    const missing = new Map(), rows = (result.problems ?? []).map((words) => make('li', {}, words));
+    for (const fault of result.faults) {
+        const { chosen: of } = placeOf(fault.path, fault.key);
+        if (fault.reason.startsWith('missing') && fault.key) {
+            missing.set(of, [...(missing.get(of) ?? []), fault]);
+            continue;
+        }
+        const line = fault.line > 0 ? ` (line ${fault.line})` : '';
+        rows.push(make('li', {}, faultLink(fault, (fault.path || 'the file') + line), `: ${fault.reason}`));
+    }
+    for (const [of, faults] of missing) {
+        const name = state.components.find(({ path }) => path === of)?.description || of;
+        const links = faults.flatMap((fault, i) => [i > 0 ? ', ' : '', faultLink(fault, fault.key)]);
+        rows.push(make('li', {}, `${name} still needs `, ...links));
+    }
+    byId('faults').replaceChildren(...(rows.length > 0 ? [make('h3', {}, 'What is missing or wrong'), make('ul', {}, ...rows)] : []));
+    if (rows.length > 0) setText(byId('results-title'), shownName === '' ? 'Results' : `${shownName}, before the change`);
+}
+
+function showComponent(component) {
+    shownName = component?.name ?? '';
+    setText(byId('results-title'), shownName || 'Results');
+    byId('component-verdict').hidden = !component;
+    for (const part of ['drawing', 'checks', 'chart', 'values', 'calculation']) byId(`${part}-part`).hidden = !component;
+    if (component) {
+        showVerdict(byId('component-verdict'), { ...component, open: openPoints(component.checks) });
+        showNotes(byId('notes'), component.notes, component.messages);
+        const kind = vocabulary.kind(component.path.split('[')[0]);
+        const isRead = (name) => component.inputs[name]?.read ?? true;
+        section.show(component.drawing, kind, isRead);
+        section.highlight(document.activeElement?.closest?.('.field')?.dataset.key);
+        byId('chart-part').hidden = !component.chart;
+        chart.show(component.chart);
+        showChecks(byId('checks'), component.checks);
+        showValues(byId('values'), component.results);
+        if (byId('calculation-part').open) showCalculation(byId('calculation'), component.calculation);
+    } else {
+        showNotes(byId('notes'));
+    }
+    byId('outline-part').hidden = false;
+    const whole = chosen === 'vessel';
+    if (whole && !byId('results').classList.contains('whole')) byId('outline-part').open = true;
+    byId('results').classList.toggle('whole', whole);
+    outline.show(result.outline);
+    const names = new Map(result.components.map(({ path, name }) => [path, name]));
+    showSummary(byId('summary'), result, (path) => names.get(path) ?? path, (path) => choosePath(path));
+}
+
+// One sentence for those who listen, when the verdict settles.
+let announced = '', announcing = 0;
+function announce(words) {
+    if (words === announced) return;
+    announced = words;
+    clearTimeout(announcing);
+    announcing = setTimeout(() => say(words), 700);
+}
+
+function showTab(name) {
+    document.body.dataset.tab = name;
+    for (const button of byId('tabs').children) {
+        if (button.dataset.tab === name) button.setAttribute('aria-current', 'true');
+        else button.removeAttribute('aria-current');
+    }
+}
+
+// ---- the start -------------------------------------------------------------------------------------------
+
+function listen() {
+    const on = (id, action) => byId(id).addEventListener('click', () => attempt(action));
+    on('new', () => openAnother(() => newFile(vocabulary.templates)));
+    on('open', () => openAnother(openFile));
+    on('save', () => save(false));
+    on('save-as', () => save(true));
+    on('undo', step('undo'));
+    on('redo', step('redo'));
+    on('changes', async () => {
+        await settle();
+        await showChanges(state);
+    });
+    on('download', async () => {
+        await settle();
+        await downloadAs(state);
+    });
+    byId('tabs').addEventListener('click', ({ target }) => target.dataset.tab && showTab(target.dataset.tab));
+    byId('calculation-part').addEventListener('toggle', () => {
+        if (result?.component) showCalculation(byId('calculation'), result.component.calculation);
+    });
+    document.addEventListener('keydown', shortcut);
+    addEventListener('beforeunload', (event) => {
+        if (state && !state.saved && state.undo) event.preventDefault();
+    });
+    setInterval(look, LOOK);
+    addEventListener('focus', look);
+}
+
+function shortcut(event) {
+    if (!event.ctrlKey && !event.metaKey) return;
+    if (!state || document.querySelector('dialog')) return;
+    const name = event.key.toLowerCase();
+    const typing = document.activeElement?.classList.contains('draft');
+    const actions = { s: () => save(false), z: event.shiftKey ? step('redo') : step('undo'), y: step('redo') };
+    // The browser takes back what is being typed; the file's own steps come after that.
+    if (!actions[name] || (typing && name !== 's')) return;
+    event.preventDefault();
+    attempt(actions[name]);
+}
+
+// Whether another program or another tab changed the file.
+async function look() {
+    if (!state || queue.open || document.hidden) return;
+    const { document: looked, version } = state;
+    try {
+        const now = await get(`/api/state?document=${encodeURIComponent(looked)}`);
+        if (queue.open || state.document !== looked || state.version !== version) return;
+        clearNotice('silence');
+        if (now.version !== version) adopt(now);
+        else {
+            state = now;
+            showHead();
+        }
+    } catch (error) {
+        notice('silence', error.message, []);
+    }
+}
+
+async function start() {
+    showTab('form');
+    const handed = await enter();
+    vocabulary = new Vocabulary(await get('/api/fields'));
+    tree.offer(vocabulary.componentKinds);
+    listen();
+    for (const id of ['save', 'save-as', 'changes', 'download', 'undo', 'redo']) byId(id).disabled = true;
+    const last = handed ?? sessionStorage.getItem(OPENED);
+    const found = last ? await get(`/api/state?document=${encodeURIComponent(last)}`).catch(() => null) : null;
+    if (found) adopt(found);
+    else welcome();
+}
+
+function welcome() {
+    showVerdict(byId('verdict'), { says: 'Open a file, or begin a new one.' });
+    byId('component-verdict').hidden = true;
+    form.clear('No file is open.');
+    for (const part of document.querySelectorAll('.part')) part.hidden = true;
+}
+
+start().catch((error) => {
+    const words = error.status === 401 || error.status === 403
+        ? 'This page belongs to no running server any more: open the link that tarvane serve shows again.' : error.message;
+    notice('failure', words, []);
+    console.error(error);
+});
