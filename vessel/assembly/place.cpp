@@ -12,13 +12,12 @@ float inside_diameter(const ShellInput& shell) {
     return shell.outside() ? shell.diameter() - 2.0f * shell.setting(S::t) : shell.diameter();
 }
 
-namespace {
-
-// From end to end; 0: not known.
 float length_of(const ShellInput& cylinder) {
     const float tangent = cylinder.setting(S::tangent_length);
     return tangent > 0.0f ? tangent : cylinder.setting(S::length);
 }
+
+namespace {
 
 // From the end of the shell to the lowest or highest point inside a head; nothing where dimensions are missing.
 std::optional<float> depth_of(const ShellInput& head) {

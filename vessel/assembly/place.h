@@ -9,6 +9,8 @@
 namespace tarvane::vessel {
 
 float inside_diameter(const ShellInput& shell);
+// Of a cylinder from end to end; 0: not known.
+float length_of(const ShellInput& cylinder);
 
 // Of the lowest point of a component that is complete; nothing where neither it nor a link gives one.
 std::optional<float> elevation_of(const Element& element);

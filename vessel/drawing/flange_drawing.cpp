@@ -66,7 +66,9 @@ class FlangeSection {
     // The least radius of what has to be seen.
     double innermost() const {
         double r = s.A / 2;
-        for (const double d : {s.B, s.Gi, s.Fid, s.G.value_or(0), s.C, s.LjID, s.wall_inside})
+        const bool loose = s.type == TARVANE_LOOSE_SLIP_ON || s.type == TARVANE_LOOSE_RING;
+        for (const double d : {s.B, s.Gi, s.Fid, s.G.value_or(0), s.C, s.LjID,
+                               loose ? s.wall_inside : 0}) // of the others it is not drawn
             if (d > 0) r = std::min(r, d / 2);
         if (bolted()) r = std::min(r, s.C / 2 - across_flats(s.a));
         for (const auto& arm : {s.hG, s.hT, s.hD})

@@ -14,7 +14,8 @@ namespace {
 constexpr double WIDEST = 62, HIGHEST = 80;      // the view
 constexpr double FILLED = 1.2;                   // thinner walls are filled
 constexpr double WALL_SEEN = 6, LINE_SEEN = 0.7; // walls and lines of corrosion that need no detail
-constexpr double DETAIL_WALL = 16, DETAIL_HEIGHT = 24, BEFORE_DETAIL = 14;
+constexpr double DETAIL_WALL = 18, DETAIL_HEIGHT = 24, BEFORE_DETAIL = 14;
+constexpr double BELOW_DETAIL = 20, FOR_LABEL = 26, FOR_FRAME = 5;
 constexpr double LEADER = 9, LONGEST_LEADER = 60, SHOULDER = 3;
 constexpr double LONG = 4; // cylinders of more diameters are broken
 
@@ -310,9 +311,12 @@ void ShellSection::draw_detail() {
     sheet.scale = scale;
     const double mm = 25.4 * scale, t = s.t * mm, ci = s.ci * mm;
     const Box main = sheet.extent();
-    const double left = main.right + BEFORE_DETAIL, right = left + t;
-    const double middle = (view.y(low) + view.y(high)) / 2;
-    const double top = middle - DETAIL_HEIGHT / 2, bottom = middle + DETAIL_HEIGHT / 2;
+    // Beside the whole, else below it: the page is higher than it is wide.
+    const bool beside = main.width() + BEFORE_DETAIL + t + FOR_LABEL <= MOST_WIDTH - 2 * FOR_FRAME;
+    const double left = beside ? main.right + BEFORE_DETAIL : 0, right = left + t;
+    const double top =
+        beside ? (view.y(low) + view.y(high) - DETAIL_HEIGHT) / 2 : main.bottom + BELOW_DETAIL;
+    const double bottom = top + DETAIL_HEIGHT;
     sheet.section({{left, top}, {right, top}, {right, bottom}, {left, bottom}}, true, 2.4);
     sheet.line({left, top}, {left, bottom}, OUTLINE);
     sheet.line({right, top}, {right, bottom}, OUTLINE);
@@ -390,7 +394,9 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
         notes.push_back("Dashed: corroded");
     }
     draw_strip(sheet, style, Side::above, {box.top, -65, box.right + 5}, dimensions);
-    draw_strip(sheet, style, Side::below, {box.bottom, -65, box.right + 5}, dimensions);
+    // The thickness has its text at the right, where the detail would be.
+    const double right = box.right + (detail() ? 5 : FOR_LABEL);
+    draw_strip(sheet, style, Side::below, {box.bottom, -65, right}, dimensions);
     view.axis(std::min(box.top, sheet.extent().top) - 3, sheet.extent().bottom + 2);
     // Beside what the other strips have at the left of the axis.
     draw_strip(sheet, style, Side::left, {std::min(-4.0, sheet.extent().left)}, dimensions);

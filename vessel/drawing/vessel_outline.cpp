@@ -102,7 +102,7 @@ class Outline {
 
 // What lies is drawn along x: `outline` holds x in r and the height above the lowest point in z.
 void Outline::add_cylinder(const ShellInput& shell, double foot) {
-    const double R = outside_radius(shell), length = number(shell, S::length);
+    const double R = outside_radius(shell), length = static_cast<double>(length_of(shell));
     if (lying) {
         const double low = foot - number(shell, S::t);
         bodies.push_back(
@@ -117,7 +117,7 @@ void Outline::add_head(const ShellInput& head, const ShellInput& on) {
     std::vector<Corner> outline = head_outline(head);
     const auto foot = elevation_of(on);
     if (outline.empty() || !foot) return;
-    const double low = static_cast<double>(*foot), length = number(on, S::length);
+    const double low = static_cast<double>(*foot), length = static_cast<double>(length_of(on));
     const int end = head.whole_setting(S::end);
     for (Corner& c : outline) {
         if (end == END_TOP)
@@ -146,7 +146,7 @@ void Outline::find_bodies() {
     for (const auto& element : request.elements) {
         const ShellInput* shell = shell_of(*element);
         if (!shell || shell->shape() != TARVANE_CYLINDER || !elevation_of(*shell) ||
-            !(number(*shell, S::length) > 0))
+            !(length_of(*shell) > 0.0f))
             continue;
         if (outside_radius(*shell) > widest) {
             widest = outside_radius(*shell);
@@ -158,8 +158,7 @@ void Outline::find_bodies() {
     std::vector<const ShellInput*> cylinders;
     for (const auto& element : request.elements) {
         const ShellInput* shell = shell_of(*element);
-        if (!shell || shell->shape() != TARVANE_CYLINDER || !(number(*shell, S::length) > 0))
-            continue;
+        if (!shell || shell->shape() != TARVANE_CYLINDER || !(length_of(*shell) > 0.0f)) continue;
         const auto foot = elevation_of(*shell);
         // How several that lie are beside each other is not known.
         if (!foot || outside_radius(*shell) < BODY * widest || (lying && shell != largest))
@@ -335,8 +334,13 @@ std::optional<Drawn> Outline::draw() {
     } else {
         sheet.line({0, box.top - 4}, {0, box.bottom + 4}, CENTRE);
     }
-    place(heights, box.top, box.bottom);
-    place(names, box.top, box.bottom);
+    double top = box.top, bottom = box.bottom; // of what is above or below the body, too
+    for (const Mark& mark : heights) {
+        top = std::min(top, mark.y);
+        bottom = std::max(bottom, mark.y);
+    }
+    place(heights, top, bottom);
+    place(names, top, bottom);
     write(heights, box.left - 4, true);
     write(names, box.right + 4, false);
     if (lying) write_titles();
@@ -344,7 +348,7 @@ std::optional<Drawn> Outline::draw() {
     FrameText text;
     text.title = request.description.empty() ? "Vessel" : request.description;
     text.notes = {"EL: elevation of the lowest point inside, or of the highest",
-                  "nozzles and flanges are at their elevations, on whatever side"};
+                  "Nozzles and flanges are at their elevations, on whatever side"};
     text.alt = text.title + " from outside, components by elevation";
     for (const auto* marks : {&titles, &names})
         for (const Mark& mark : *marks)
