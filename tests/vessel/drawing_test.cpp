@@ -501,6 +501,8 @@ TEST(ComponentDrawings, ListWhatTheyDoNotShow) {
     expect(of("openings_near"), "facing 2, w = .125; openings D1 = \xC3\x98"
                                 "4, D2 = \xC3\x98"
                                 "3, pitch 5.5");
+    expect(of("shell_flat_openings"), "Not drawn: opening d1 = \xC3\x98"
+                                      "4");
     expect(of("split_ring_one"), "; split of the ring");
     expect(of("split_ring_two"), "; splits of the ring");
     expect(of("channel_cover"), "TEMA channel cover");

@@ -419,11 +419,9 @@ void FlangeSection::list_the_rest() {
         not_drawn.push_back("facing " + s.facing + (s.w > 0 ? ", w = " + thickness(s.w) : ""));
     if (s.splits > 0)
         not_drawn.push_back(s.splits > 1 ? "splits of the ring" : "split of the ring");
-    if (s.openings) {
-        std::string holes = "openings D1 = " + diameter(s.D1);
-        if (s.D2 > 0) holes += ", D2 = " + diameter(s.D2);
-        if (s.pitch > 0) holes += ", pitch " + style.length(s.pitch, Quantity::diameter, units);
-        not_drawn.push_back(holes);
+    if (s.ce > 0) not_drawn.push_back("outside corrosion ce = " + thickness(s.ce));
+    if (s.openings.first > 0) {
+        not_drawn.push_back(openings_text(s.openings, "D", units, style));
     } else if (s.opening_factor) {
         not_drawn.push_back("opening");
     }

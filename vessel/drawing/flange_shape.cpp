@@ -53,17 +53,16 @@ std::optional<FlangeShape> shape_of(const FlangeInput& given, const FlangeOutcom
     s.Gi = at(TARVANE_Gi);
     s.tg = at(TARVANE_tg);
     s.ci = at(TARVANE_ci);
+    s.ce = at(TARVANE_ce);
     s.w = at(TARVANE_w);
     if (const Key* key = judged.kind->keys.find("facing");
         key && at(TARVANE_SKETCH) > PLAIN_FACINGS)
         s.facing = choice_name(key->choices, static_cast<int>(at(TARVANE_SKETCH)));
     s.splits = static_cast<int>(at(TARVANE_n));
     if (s.type == TARVANE_BLIND) {
-        s.openings = at(TARVANE_HOLES) == 1;
+        if (at(TARVANE_HOLES) == 1)
+            s.openings = {at(TARVANE_HOLE_D1), at(TARVANE_HOLE_D2), at(TARVANE_HOLE_PITCH)};
         s.opening_factor = judged.setting(Setting::opening_factor) > 0;
-        s.D1 = at(TARVANE_HOLE_D1);
-        s.D2 = at(TARVANE_HOLE_D2);
-        s.pitch = at(TARVANE_HOLE_PITCH);
         s.long_span = at(TARVANE_D);
         s.short_span = at(TARVANE_d);
     } else {

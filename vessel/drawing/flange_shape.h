@@ -3,6 +3,7 @@
 #pragma once
 
 #include "components/flange_session.h"
+#include "drawing/frame.h"
 
 #include <optional>
 #include <string>
@@ -21,12 +22,12 @@ struct FlangeShape {
     double tp = 0;                        // partition gasket
     double long_span = 0, short_span = 0; // of a cover that is not circular
     double wall = 0, wall_inside = 0;     // of the attached shell: thickness, inside diameter
-    double ci = 0;
+    double ci = 0, ce = 0;
     std::string facing; // sketch of a facing that is not plain: "2"
     double w = 0;       // of its nubbin
     int splits = 0;
-    bool openings = false, opening_factor = false; // in a cover
-    double D1 = 0, D2 = 0, pitch = 0;
+    Openings openings; // in a cover
+    bool opening_factor = false;
     std::optional<double> G, hG, hT, hD, hG_outer; // hG_outer: h'G of a full face gasket
 
     bool hD_outwards = false;                             // from the bolt circle

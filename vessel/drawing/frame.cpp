@@ -47,6 +47,18 @@ double unit_of(const UnitSystem& units, Quantity quantity) {
     return 25.4 / static_cast<double>(units.factor(quantity));
 }
 
+std::string openings_text(const Openings& openings, const std::string& name,
+                          const UnitSystem& units, const DimensionStyle& style) {
+    const auto written = [&](double inches) {
+        return style.length(inches, Quantity::diameter, units);
+    };
+    std::string text = openings.second > 0 ? "openings " : "opening ";
+    text += name + "1 = \xC3\x98" + written(openings.first);
+    if (openings.second > 0) text += ", " + name + "2 = \xC3\x98" + written(openings.second);
+    if (openings.pitch > 0) text += ", pitch " + written(openings.pitch);
+    return text;
+}
+
 std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
                             const FrameText& text) {
     const Box ink = sheet.extent();

@@ -40,6 +40,14 @@ DimensionStyle dimension_style(const UnitSystem& units, bool decimal_comma);
 // How many mm the unit of a quantity has.
 double unit_of(const UnitSystem& units, Quantity quantity);
 
+// Openings of a flat cover, in inches: where on it they are, nobody says.
+struct Openings {
+    double first = 0, second = 0, pitch = 0; // 0: none
+};
+// "openings D1 = Ø4, D2 = Ø3, pitch 5.5"; `name`: of the diameters.
+std::string openings_text(const Openings& openings, const std::string& name,
+                          const UnitSystem& units, const DimensionStyle& style);
+
 // The sheet within its frame; nothing when it is larger than a page takes.
 std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
                             const FrameText& text);

@@ -404,6 +404,7 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
     if (as_line) notes.push_back("Wall drawn as a line");
     if (detail()) draw_detail();
 
+    if (s.openings.first > 0) not_drawn.push_back(openings_text(s.openings, "d", units, style));
     if (s.Ut > 0)
         not_drawn.push_back("mill under-tolerance Ut = " + written(s.Ut, Quantity::thickness));
     return framed(std::move(sheet), style, units,
@@ -471,7 +472,11 @@ std::optional<ShellShape> shape_of(const ShellInput& shell) {
     if (s->shape == TARVANE_CYLINDER)
         s->tangent = static_cast<double>(shell.setting(S::tangent_length));
     if (s->shape == TARVANE_CONE) s->tk = static_cast<double>(shell.setting(S::tk));
-    if (s->shape == TARVANE_FLAT_HEAD) s->D2 = static_cast<double>(shell.setting(S::D2));
+    if (s->shape == TARVANE_FLAT_HEAD) {
+        const auto at = [&](S number) { return static_cast<double>(shell.setting(number)); };
+        s->D2 = at(S::D2);
+        s->openings = {at(S::d1), at(S::d2), at(S::pitch)};
+    }
     return possible(*s) ? s : std::nullopt;
 }
 

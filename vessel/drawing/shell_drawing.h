@@ -23,6 +23,7 @@ struct ShellShape {
     double length = 0;  // stiffened, of a cylinder; axial, of a cone
     double tangent = 0; // of a cylinder, from head to head
     double D2 = 0;      // second span of a flat head
+    Openings openings;  // of a flat head
 };
 
 // Nothing for dimensions that no such part can have.
