@@ -13,6 +13,9 @@
 #include "commands/vocabulary_command.h"
 #include "document/new_files.h"
 #include "document/vocabulary.h"
+#ifdef TARVANE_SERVE
+#include "serve/serve.h"
+#endif
 #include "terminal/standard_output.h"
 #include "values/decimal.h"
 #include "values/text.h"
@@ -21,6 +24,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -147,6 +151,18 @@ int command(int argc, char** argv, std::ostream& out) {
     compare_command->add_option("--html", compare.html, "Write the comparison as a page (HTML)");
     compare_command->add_option("--json", compare.json, "Write it for programs (JSON)");
     compare_command->add_option("--data", compare.data, "Folder of the data files");
+
+    std::string serve_file, serve_data;
+    std::uint16_t serve_port = 0;
+    bool no_browser = false;
+    CLI::App* serve_command =
+        app.add_subcommand("serve", "Design in a browser: a page on this computer");
+    serve_command->add_option("file", serve_file,
+                              "Input file (TOML) to open; its folder is served");
+    serve_command->add_option("--port", serve_port, "Port of 127.0.0.1; else one that is free")
+        ->check(CLI::Range(1, 65535));
+    serve_command->add_flag("--no-browser", no_browser, "Open no browser");
+    serve_command->add_option("--data", serve_data, "Folder of the data files");
 
     MaterialsOptions materials;
     std::string materials_code = "VIII-1", materials_units = "us";
@@ -291,6 +307,16 @@ int command(int argc, char** argv, std::ostream& out) {
     if (worker_command->parsed()) return serve_as_worker();
     if (batch_command->parsed()) return batch(batch_options, out, std::cerr);
     if (compare_command->parsed()) return static_cast<int>(compare_files(compare, out, std::cerr));
+    if (serve_command->parsed()) {
+#ifdef TARVANE_SERVE
+        return static_cast<int>(serve(
+            {.file = serve_file, .port = serve_port, .browser = !no_browser, .data = serve_data},
+            out, std::cerr));
+#else
+        std::cerr << "tarvane: this program has no `serve`: it was built without libmicrohttpd\n";
+        return static_cast<int>(Status::bad_input);
+#endif
+    }
     if (keys_command->parsed()) return static_cast<int>(list_keys(keys_table, out));
     if (data_check->parsed()) return static_cast<int>(check_data(data_options, out, std::cerr));
     if (data_build->parsed()) return static_cast<int>(build_data(data_options, out, std::cerr));

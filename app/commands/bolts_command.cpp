@@ -1,5 +1,6 @@
 #include "commands/bolts_command.h"
 
+#include "catalogue/bolt_sizes.h"
 #include "catalogue/data_files_check.h"
 #include "catalogue/data_folder.h"
 #include "catalogue/data_sources.h"
@@ -8,7 +9,6 @@
 #include "values/text.h"
 
 #include <algorithm>
-#include <array>
 #include <ostream>
 
 namespace tarvane::app {
@@ -16,44 +16,16 @@ namespace tarvane::app {
 namespace {
 
 constexpr std::size_t SERIES = 16, SIZES = 18, STATUS = 13, EDITION = 18, WIDTH = 12;
-constexpr std::size_t NUMBERS = 6;         // of a row, those that are shown
-constexpr float MILLIMETRES_FROM = 0.001f; // the first number of a section, which tells its unit
-
-struct Series {
-    std::string name;
-    bool metric = false;
-    std::vector<std::array<float, NUMBERS>> sizes;
-};
-
-std::array<float, NUMBERS> numbers_of(std::string_view line) {
-    std::array<float, NUMBERS> numbers{};
-    for (float& number : numbers)
-        number = take_decimal<float>(line).value_or(0.0f);
-    return numbers;
-}
-
-std::vector<Series> all_series() {
-    std::vector<Series> all;
-    for (const FileSection& section : read_sections(BOLT_FILE)) {
-        Series& series = all.emplace_back(Series{section.name, false, {}});
-        for (const std::string& line : section.lines)
-            series.sizes.push_back(numbers_of(line));
-        if (series.sizes.empty()) continue;
-        series.metric = series.sizes.front()[0] > MILLIMETRES_FROM;
-        series.sizes.erase(series.sizes.begin());
-    }
-    return all;
-}
 
 std::string size_text(float size) { return general_text(static_cast<double>(size)); }
 
-void print_series(const std::vector<Series>& all, std::ostream& out) {
+void print_series(const std::vector<ThreadSeries>& all, std::ostream& out) {
     out << "Thread series of " << BOLT_FILE << "\n\n"
         << padded("Series", SERIES) << padded("Sizes", SIZES) << padded("Figures", STATUS)
         << padded("Edition", EDITION) << "Source\n"
         << std::string(SERIES + SIZES + STATUS + EDITION + 40, '-') << '\n';
     const auto sources = data_sources();
-    for (const Series& series : all) {
+    for (const ThreadSeries& series : all) {
         std::string sizes = "-", line = padded(series.name, SERIES);
         if (!series.sizes.empty())
             sizes = size_text(series.sizes.front()[0]) + " to " +
@@ -66,14 +38,14 @@ void print_series(const std::vector<Series>& all, std::ostream& out) {
     }
 }
 
-void print_sizes(const Series& series, std::ostream& out) {
+void print_sizes(const ThreadSeries& series, std::ostream& out) {
     constexpr std::string_view TITLES[] = {"Diameter", "Root area", "Spacing",
                                            "From hub", "From ring", "To edge"};
     const int digits = series.metric ? 2 : 4;
     const std::string_view length = series.metric ? "mm" : "in.",
                            area = series.metric ? "mm2" : "in2";
     std::string titles, units;
-    for (std::size_t i = 0; i < NUMBERS; ++i) {
+    for (std::size_t i = 0; i < ThreadSeries::NUMBERS; ++i) {
         titles += right_aligned(TITLES[i], WIDTH);
         units += right_aligned(i == 1 ? area : length, WIDTH);
     }
@@ -95,7 +67,7 @@ void print_sizes(const Series& series, std::ostream& out) {
 Status list_bolts(const BoltsOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.data, "--data");
     require_data_file(BOLT_FILE);
-    const std::vector<Series> all = all_series();
+    const std::vector<ThreadSeries> all = thread_series();
     if (options.series.empty()) {
         print_series(all, out);
         out << edition_line();
@@ -104,11 +76,11 @@ Status list_bolts(const BoltsOptions& options, std::ostream& out, std::ostream& 
     const std::string given = folded(options.series);
     const std::string wanted =
         given == "tema" ? "temaimperial" : given; // its name in an input file
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const Series& s) { return folded(s.name) == wanted; });
+    const auto found = std::find_if(
+        all.begin(), all.end(), [&](const ThreadSeries& s) { return folded(s.name) == wanted; });
     if (found == all.end()) {
         std::string names;
-        for (const Series& series : all)
+        for (const ThreadSeries& series : all)
             names += (names.empty() ? "" : ", ") + series.name;
         err << "tarvane: no thread series " << echoed(options.series) << " in " << BOLT_FILE
             << ", which has " << names << '\n';

@@ -1,12 +1,10 @@
 #include "commands/compare_command.h"
 
 #include "catalogue/data_folder.h"
-#include "components/calculation.h"
+#include "commands/calculated_text.h"
 #include "document/comparison_writers.h"
 #include "document/html.h"
 #include "document/stored_result.h"
-#include "input/input_file.h"
-#include "surface/result_json.h"
 #include "terminal/output_file.h"
 #include "terminal/pdf.h"
 #include "values/bounded_file.h"
@@ -30,37 +28,13 @@ bool is_json(std::string_view text) {
     return first != std::string_view::npos && text[first] == '{';
 }
 
-// The JSON of an input file's result. Throws std::runtime_error with the faults.
-std::string calculated(const std::string& path, const std::string& text) {
-    ReadResult input = read_input(text);
-    if (!input.faults.empty()) {
-        std::string lines = fault_report(path, input.faults);
-        lines.pop_back();
-        throw std::runtime_error(lines);
-    }
-    input.request.report = false;
-    const Calculation calculation = calculate(input.request);
-    if (!calculation.complete) {
-        std::string why;
-        for (const std::string& problem : calculation.problems)
-            why += ": " + problem;
-        if (!calculation.verdicts.empty()) {
-            for (const std::string& reason : calculation.verdicts.back().reasons)
-                why += ": " + reason;
-        }
-        throw std::runtime_error(printable(path) + ": the calculation was not completed" + why);
-    }
-    const DocumentFacts facts;
-    return result_json(input.request, calculation, {.results = true}, &facts);
-}
-
 StoredResult side(const std::string& path) {
     const std::string text = read_bounded(path, LARGEST_RESULT);
     if (text.size() > LARGEST_RESULT)
         throw std::runtime_error(printable(path) + ": a result of at most " +
                                  std::to_string(LARGEST_RESULT / (1024 * 1024)) +
                                  " MB is expected");
-    return read_stored(printable(path), is_json(text) ? text : calculated(path, text));
+    return read_stored(printable(path), is_json(text) ? text : calculated_json(path, text));
 }
 
 void check_outputs(const CompareOptions& options) {

@@ -50,15 +50,6 @@ std::string curve(const Material& m) {
     return or_dash(text);
 }
 
-// What the data folder says of the figures of a record; that of an earlier version says only whether they are
-// approximate.
-ItemSource source_of(const Material& m, const DataSources& sources) {
-    const ItemSource* from = sources.of(m.selection.file(), item_of(m));
-    ItemSource source = from != nullptr ? *from : ItemSource{"published", "", "", ""};
-    if (m.approximate) source.status = "approximate";
-    return source;
-}
-
 // The chart of a material, marked where the chart file does not have it.
 std::string chart(const Material& m, const std::vector<std::string>& charts) {
     if (m.chart.empty()) return std::string(NEITHER);

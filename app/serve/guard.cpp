@@ -143,6 +143,10 @@ std::optional<Guard::Refusal> Guard::refusal(const RequestHead& head, bool asset
         return Refusal{403, std::move(fault)};
     const bool writes = head.method == "POST";
     if (!writes && head.method != "GET") return Refusal{405, "GET or POST is expected"};
+    // Of a length that isn't known nothing is taken, nor anything with a question.
+    if (head.header("Transfer-Encoding")) return Refusal{411, "a body in one piece is expected"};
+    if (!writes && head.header("Content-Length").value_or("0") != "0")
+        return Refusal{413, "a request without a body is expected"};
     const bool entry = head.path == ENTRY, api = head.path.starts_with(API);
     if (!entry && !api) {
         if (!asset) return Refusal{404, "there is no such page"};
@@ -157,8 +161,6 @@ std::optional<Guard::Refusal> Guard::refusal(const RequestHead& head, bool asset
     if (writes) {
         if (std::string fault = type_fault(head); !fault.empty())
             return Refusal{415, std::move(fault)};
-        if (head.header("Transfer-Encoding"))
-            return Refusal{411, "a body in one piece is expected"};
         const std::string_view length = head.header("Content-Length").value_or("");
         std::size_t bytes = 0;
         const auto [end, error] =

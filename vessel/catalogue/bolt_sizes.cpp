@@ -1,6 +1,9 @@
 #include "catalogue/bolt_sizes.h"
 
+#include "catalogue/data_files_check.h"
+#include "catalogue/data_folder.h"
 #include "tarvane/tarvane.h"
+#include "values/decimal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +20,28 @@ constexpr float PRESENT = 0.001f;    // a diameter above it counts
 // How the engine compares, in the unit of the section: with a size, and with the ends of the series.
 constexpr float NEAR = 0.01f, BEYOND = 0.0001f;
 
+std::array<float, ThreadSeries::NUMBERS> numbers_of(std::string_view line) {
+    std::array<float, ThreadSeries::NUMBERS> numbers{};
+    for (float& number : numbers)
+        number = take_decimal<float>(line).value_or(0.0f);
+    return numbers;
+}
+
 } // namespace
+
+std::vector<ThreadSeries> thread_series() {
+    std::vector<ThreadSeries> all;
+    for (const FileSection& section : read_sections(BOLT_FILE)) {
+        ThreadSeries& series = all.emplace_back(ThreadSeries{section.name, false, {}});
+        for (const std::string& line : section.lines)
+            series.sizes.push_back(numbers_of(line));
+        if (series.sizes.empty()) continue;
+        // The first row tells the unit.
+        series.metric = series.sizes.front()[0] > PRESENT;
+        series.sizes.erase(series.sizes.begin());
+    }
+    return all;
+}
 
 BoltSizes::BoltSizes(int series) {
     if (series == TARVANE_SPECIAL_ROOT_AREA) return;

@@ -1,6 +1,9 @@
 // The sizes of a thread series, as the bolt data file lists them.
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <string>
 #include <vector>
 
 namespace tarvane::vessel {
@@ -22,5 +25,17 @@ class BoltSizes {
     std::vector<float> sizes; // in the unit of the section, ascending
     float scale = 1.0f;       // of an inch in that unit
 };
+
+// A thread series as its section of the bolt data file has it: rows of diameter, root area, spacing, and the distances
+// from hub, from ring and to edge, in millimetres or inches.
+struct ThreadSeries {
+    static constexpr std::size_t NUMBERS = 6;
+
+    std::string name;
+    bool metric = false;
+    std::vector<std::array<float, NUMBERS>> sizes;
+};
+// All of the file; none without it.
+std::vector<ThreadSeries> thread_series();
 
 } // namespace tarvane::vessel

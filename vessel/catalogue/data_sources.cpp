@@ -2,6 +2,7 @@
 
 #include "catalogue/data_files_check.h"
 #include "catalogue/data_folder.h"
+#include "catalogue/material_files.h"
 #include "values/bounded_file.h"
 #include "values/text.h"
 
@@ -95,6 +96,13 @@ std::shared_ptr<const DataSources> data_sources() {
 std::string edition_line() {
     const std::string edition = data_edition();
     return edition.empty() ? edition : "\nData files: " + edition + '\n';
+}
+
+ItemSource source_of(const Material& material, const DataSources& sources) {
+    const ItemSource* from = sources.of(material.selection.file(), item_of(material));
+    ItemSource source = from != nullptr ? *from : ItemSource{"published", "", "", ""};
+    if (material.approximate) source.status = "approximate";
+    return source;
 }
 
 std::string data_edition() {

@@ -10,6 +10,8 @@
 
 namespace tarvane::vessel {
 
+struct Material;
+
 inline constexpr std::string_view SOURCES_FILE = "data_sources.txt",
                                   EDITION_FILE = "data_edition.txt";
 
@@ -34,6 +36,9 @@ class DataSources {
 
     void add(const std::string& file, const std::string& item, const ItemSource& source);
 };
+
+// What they say of the figures of a record; those of an earlier version say only whether they are approximate.
+ItemSource source_of(const Material& material, const DataSources& sources);
 
 // Those of the data folder, read again only when the file has changed.
 std::shared_ptr<const DataSources> data_sources();

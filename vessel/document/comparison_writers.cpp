@@ -99,6 +99,8 @@ std::string verdict_word(const Comparison& c) {
 
 std::string tolerance_text(const Comparison& c) { return general_text(c.tolerance) + " %"; }
 
+} // namespace
+
 std::string words_of(const Comparison& c) {
     if (c.same())
         return "no input and no verdict differs, and no result" +
@@ -121,6 +123,8 @@ std::string words_of(const Comparison& c) {
                                      : std::to_string(worse) + " verdicts got worse";
     return words + "; different: " + joined(different);
 }
+
+namespace {
 
 std::string turn_words(Turn turn) {
     return turn == Turn::worse ? "worse" : turn == Turn::better ? "better" : "";

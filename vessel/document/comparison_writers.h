@@ -12,6 +12,9 @@ namespace tarvane::vessel {
 // alone, and what is no difference of the design.
 std::string text_of(const Comparison& comparison);
 
+// What differs in one sentence.
+std::string words_of(const Comparison& comparison);
+
 std::string json_of(const Comparison& comparison);
 
 // `created`: ISO 8601, for the properties of the document; empty: none.

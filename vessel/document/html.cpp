@@ -94,6 +94,14 @@ class Writer {
         return std::move(out);
     }
 
+    std::string write(const DocumentSection& section) {
+        out += "<section>\n";
+        for (const Block& each : section.blocks)
+            block(each);
+        out += "</section>\n";
+        return std::move(out);
+    }
+
     void put(const Paragraph& block) {
         open("p", class_of(block.tone));
         text(block.text);
@@ -403,5 +411,9 @@ class Writer {
 } // namespace
 
 std::string html_of(const CalculationDocument& document) { return Writer(document).write(); }
+
+std::string html_of(const DocumentSection& section) {
+    return Writer(CalculationDocument()).write(section);
+}
 
 } // namespace tarvane::vessel

@@ -84,6 +84,10 @@ std::vector<InputRow> input_rows(const Element& element, const UnitSystem& units
     });
 }
 
+std::vector<InputRow> every_input_row(const Element& element, const UnitSystem& units) {
+    return rows_of(element, units, [](const Key&, const Origin&) { return true; });
+}
+
 std::vector<InputRow> default_rows(const Element& element, const UnitSystem& units) {
     return rows_of(element, units, [](const Key& key, const Origin& origin) {
         return refuses_default(key.name) && origin.from == DEFAULT;

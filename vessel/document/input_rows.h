@@ -17,6 +17,9 @@ struct InputRow {
 // In the order of the keys of its kind: those that are given or follow from others, and defaults that are not zero.
 std::vector<InputRow> input_rows(const Element& element, const UnitSystem& units);
 
+// Those of every key, also where it is not read.
+std::vector<InputRow> every_input_row(const Element& element, const UnitSystem& units);
+
 // Those of them that have a default which decides about safety, zero or not.
 std::vector<InputRow> default_rows(const Element& element, const UnitSystem& units);
 
