@@ -11,11 +11,10 @@ export function ask(title, build) {
             answer = value;
             dialog.close();
         };
-        const form = make('form', { method: 'dialog' },
+        dialog.append(
             make('div', { class: 'dialog-head' }, make('h2', { id: 'dialog-title' }, title),
                 make('button', { type: 'button', class: 'quiet', 'aria-label': 'Close', onclick: () => close() }, '×')),
             ...build(close));
-        dialog.append(form);
         dialog.addEventListener('close', () => {
             dialog.remove();
             answered(answer);

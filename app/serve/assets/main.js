@@ -311,7 +311,7 @@ function notMadeParts() {
 }
 
 function faultLink(fault, words) {
-    const place = placeOf(fault.path, fault.key);
+    const place = placeOf(fault, vocabulary);
     return make('button', {
         type: 'button', class: 'link', onclick: () => {
             showTab('form');
@@ -324,9 +324,9 @@ function faultLink(fault, words) {
 function showFaults() {
     const missing = new Map(), rows = (result.problems ?? []).map((words) => make('li', {}, words));
     for (const fault of result.faults) {
-        const { chosen: of } = placeOf(fault.path, fault.key);
+        const { chosen: of, key } = placeOf(fault, vocabulary);
         if (fault.reason.startsWith('missing') && fault.key) {
-            missing.set(of, [...(missing.get(of) ?? []), fault]);
+            missing.set(of, [...(missing.get(of) ?? []), { fault, key }]);
             continue;
         }
         const line = fault.line > 0 ? ` (line ${fault.line})` : '';
@@ -334,7 +334,7 @@ function showFaults() {
     }
     for (const [of, faults] of missing) {
         const name = state.components.find(({ path }) => path === of)?.description || of;
-        const links = faults.flatMap((fault, i) => [i > 0 ? ', ' : '', faultLink(fault, fault.key)]);
+        const links = faults.flatMap(({ fault, key }, i) => [i > 0 ? ', ' : '', faultLink(fault, key)]);
         rows.push(make('li', {}, `${name} still needs `, ...links));
     }
     byId('faults').replaceChildren(...(rows.length > 0 ? [make('h3', {}, 'What is missing or wrong'), make('ul', {}, ...rows)] : []));

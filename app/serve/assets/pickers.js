@@ -23,7 +23,7 @@ function pickRow(key, code, units) {
         const { rows, more } = await get(`/api/catalogue/${key.picker}?${query}`);
         return {
             more,
-            rows: rows.map((row) => ({
+            rows: wholeWordsFirst(rows, words).map((row) => ({
                 title: row.name, detail: row.detail, from: row.from, value: row.fills, mark: row.approximate ? 'approximate' : '',
             })),
         };
@@ -39,4 +39,14 @@ function pickComponent(key, components) {
             }));
         return { rows, more: 0 };
     });
+}
+
+// "300 6" means NPS 6 before NPS 0.625.
+function wholeWordsFirst(rows, words) {
+    const wanted = words.toLowerCase().split(/\s+/).filter(Boolean);
+    const whole = ({ name }) => {
+        const parts = name.toLowerCase().split(/[\s,]+/);
+        return wanted.filter((word) => parts.includes(word)).length;
+    };
+    return rows.map((row) => [whole(row), row]).sort(([a], [b]) => b - a).map(([, row]) => row);
 }

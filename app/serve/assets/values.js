@@ -28,11 +28,16 @@ export function readTyped(key, typed, commaIsPoint = false) {
     return { state: 'value', plain: false };
 }
 
+// "in." and "in", "lbm/in³" and "lb/in3" are one unit.
+const plain = (unit) => unit.replaceAll('²', '2').replaceAll('³', '3').replace(/[.°]/g, '').replace('lbm', 'lb').replace(/lbs$/, 'lb');
+export const sameUnit = (a, b) => plain(a) === plain(b);
+
 // "250 mm" as number and unit, where the unit is one of those offered.
 export function splitUnit(value, units) {
     if (typeof value !== 'string') return null;
     const [, number, unit] = /^\s*(\S+)\s+(.*\S)\s*$/.exec(value) ?? [];
-    return number && isNumber(number) && units.includes(unit) ? { number, unit } : null;
+    const offered = number && isNumber(number) ? units.find((one) => sameUnit(one, unit)) : undefined;
+    return offered ? { number, unit: offered } : null;
 }
 
 // A value of the file in a field: a number as it is written there.

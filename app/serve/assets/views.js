@@ -1,5 +1,8 @@
 // What is shown of a state and a result of the server, without the page.
 
+import { sameUnit } from './values.js';
+import { fieldName } from './vocabulary.js';
+
 const HEAD_TITLE = 'Settings of the file';
 
 // Rows of the tree: what the file has, then the metal temperatures that [vessel] asks for.
@@ -22,8 +25,13 @@ export function treeRows(state, result) {
 
 // What the form needs of what is chosen; null where the file has no fields for it.
 export function formView(state, result, vocabulary, chosen) {
+    const view = viewOf(state, result, vocabulary, chosen);
+    return view && { ...view, faults: faultsOf(result, chosen, view.kind) };
+}
+
+function viewOf(state, result, vocabulary, chosen) {
     const common = {
-        faults: faultsOf(result, chosen), shared: () => undefined, inputs: null, units: (key) => unitsOf(key, state.units),
+        shared: () => undefined, inputs: null, units: (key) => unitsOf(key, state.units),
         commaIsPoint: state.head.given.decimal_comma?.value === true,
     };
     if (chosen === 'head' || chosen === 'document') {
@@ -58,23 +66,24 @@ function sharedOf(state, name) {
 
 function unitsOf(key, system) {
     const own = key.units?.[system];
-    return own ? [own, ...(key.value_units ?? []).filter((unit) => unit !== own)] : [];
+    return own ? [own, ...(key.value_units ?? []).filter((unit) => !sameUnit(unit, own))] : [];
 }
 
-function faultsOf(result, chosen) {
+function faultsOf(result, chosen, kind) {
     const byKey = new Map();
     for (const fault of result?.faults ?? []) {
         const inside = chosen === 'head' ? !fault.path.includes('.') : fault.path.startsWith(`${chosen}.`);
         if (!inside || !fault.key) continue;
-        byKey.set(fault.key, [...(byKey.get(fault.key) ?? []), fault.reason]);
+        const name = fieldName(kind, fault.key);
+        byKey.set(name, [...(byKey.get(name) ?? []), fault.reason]);
     }
     return byKey;
 }
 
-// Where a path of a fault leads: what is to be chosen, and the key.
-export function placeOf(path, key) {
-    const [, component] = /^([a-z]+\[\d+\])/.exec(path) ?? [];
-    if (component) return { chosen: component, key };
-    const head = path.split('.')[0];
-    return head === 'vessel' || head === 'document' ? { chosen: head, key } : { chosen: 'head', key };
+// Where a fault leads: what is to be chosen, and its field.
+export function placeOf(fault, vocabulary) {
+    const [, component, kind] = /^(([a-z]+)\[\d+\])/.exec(fault.path) ?? [];
+    if (component) return { chosen: component, key: fieldName(vocabulary.kind(kind), fault.key) };
+    const head = fault.path.split('.')[0];
+    return { chosen: head === 'vessel' || head === 'document' ? head : 'head', key: fault.key };
 }

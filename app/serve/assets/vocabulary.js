@@ -59,6 +59,13 @@ export class Vocabulary {
 const sectioned = (section, keys) => keys.map((key) => ({ ...key, section: key.section || section }));
 const indexed = (kind) => ({ ...kind, byName: new Map(kind.keys.map((key) => [key.name, key])) });
 
+// The field of a name that a file may use: "gasket.m" for m, a second name.
+export function fieldName(kind, name) {
+    const last = name.slice(name.lastIndexOf('.') + 1);
+    const names = [name, last].flatMap((one) => [one, kind?.second_names?.find((other) => other.name === one)?.key]);
+    return names.find((one) => kind?.byName.has(one)) ?? name;
+}
+
 // Choices by the first name of each number.
 export function choicesOf(key) {
     const seen = new Set();
