@@ -360,7 +360,7 @@ Reply Routes::download(std::string_view form, OpenDocument& document) {
     waiting.later = [html = std::move(html), answer = std::move(pdf)] {
         try {
             Reply made_pdf = answer;
-            made_pdf.body = pdf_of(html).bytes;
+            made_pdf.body = pdf_of(html, false).bytes;
             return made_pdf;
         } catch (const std::runtime_error& problem) {
             return error_reply(UNUSABLE, problem.what());
