@@ -470,25 +470,30 @@ TEST(ComponentDrawings, OfACylinderAreAsLongAsItIsFromHeadToHead) {
         << words(one.figures.at(0));
 }
 
-// An eighth of an inch less than three quarters is 15.875 mm, which is a tie: one single, rounded once.
+// 0.625 in. are 15.875 mm, which is a tie: one single, rounded once.
 TEST(ComponentDrawings, RoundAsTheTablesDo) {
-    const UnitSystem si = si_units();
+    const UnitSystem si = si_units(), us = us_units();
     const DimensionStyle style = dimension_style(si, false), comma = dimension_style(si, true);
-    for (const float inches : {0.625f, 0.1875f, 1.5625f, 0.0625f, 2.3125f, 0.4375f}) {
-        const std::string table = value_text(inches, Quantity::thickness, si);
-        const std::string drawn =
-            style.length(static_cast<double>(inches), Quantity::thickness, si);
-        EXPECT_EQ(std::stof(drawn), std::stof(table)) << inches;
-        std::string with_comma = comma.length(static_cast<double>(inches), Quantity::thickness, si);
-        EXPECT_EQ(with_comma.replace(with_comma.find(','), 1, "."), drawn);
-    }
-    EXPECT_EQ(style.length(0.625, Quantity::thickness, si), "15.88");
-    // What was found has the decimals of its table, what was given those that it needs.
+    const DimensionStyle asme = dimension_style(us, false);
+    const auto found = [&](float inches) {
+        return style.length(static_cast<double>(inches), Quantity::thickness, si, true);
+    };
+    for (const float inches : {0.625f, 0.1875f, 1.5625f, 0.0625f, 2.3125f, 0.4375f, 0.125f})
+        EXPECT_EQ(std::stof(found(inches)), std::stof(value_text(inches, Quantity::thickness, si)))
+            << inches;
+    EXPECT_EQ(found(0.625f), "15.88");
     EXPECT_EQ(style.length(26.2929, Quantity::diameter, si, true), "667.8");
-    EXPECT_EQ(style.length(31.0625, Quantity::diameter, us_units()), "31.0625");
-    EXPECT_EQ(
-        dimension_style(us_units(), false).length(26.2929, Quantity::diameter, us_units(), true),
-        value_text(26.2929f, Quantity::diameter, us_units()));
+    EXPECT_EQ(asme.length(26.2929, Quantity::diameter, us, true),
+              value_text(26.2929f, Quantity::diameter, us));
+    // What was given.
+    EXPECT_EQ(style.length(0.625, Quantity::thickness, si), "15.875");
+    EXPECT_EQ(comma.length(0.125, Quantity::thickness, si), "3,175");
+    EXPECT_EQ(style.length(6.625, Quantity::diameter, si), "168.275");
+    EXPECT_EQ(style.length(0.1875, Quantity::thickness, si), "4.76");
+    EXPECT_EQ(asme.length(31.0625, Quantity::diameter, us), "31.0625");
+    EXPECT_EQ(asme.length(0.03125, Quantity::thickness, us), ".03125");
+    EXPECT_EQ(asme.length(2.048817, Quantity::thickness, us), "2.0488");
+    EXPECT_EQ(asme.length(4, Quantity::thickness, us), "4");
 }
 
 TEST(ComponentDrawings, ListWhatTheyDoNotShow) {
@@ -563,7 +568,7 @@ TEST(ComponentDrawings, AreValidOnesOfAVessel) {
         EXPECT_LE(figures[i].width, MOST_WIDTH);
         EXPECT_TRUE(figures[i].dropped.empty()) << figures[i].dropped.front();
     }
-    EXPECT_TRUE(says(figures[4], "t = 35.05")) << figures[4].alt;
+    EXPECT_TRUE(says(figures[4], "t = 35.052")) << figures[4].alt;
     EXPECT_EQ(figures[4].scale, "1 : 2");
     EXPECT_TRUE(figures.back().svg.empty()); // a metal temperature has none
 }

@@ -42,6 +42,15 @@ struct Placed {
     bool arrows_outside;
 };
 
+// What a single is true to.
+constexpr double SINGLE = 2e-7;
+
+// A hundredth of a millimetre, or half a thousandth of an inch, is what a drawing shows.
+int decimals_in(double unit) {
+    const double digits = std::ceil(std::log10(unit / 0.0102) - 1e-9);
+    return static_cast<int>(std::clamp(digits, 0.0, 6.0));
+}
+
 class Strip {
   public:
     Strip(Sheet& on, const DimensionStyle& how, Side at, const StripRoom& within,
@@ -264,16 +273,18 @@ std::string DimensionStyle::rounded(double value, int decimals) const {
 }
 
 std::string DimensionStyle::number(double value, double unit) const {
-    // A hundredth of a millimetre, or half a thousandth of an inch, is what a drawing shows.
-    const double digits = std::ceil(std::log10(unit / 0.0102) - 1e-9);
-    return rounded(value, static_cast<int>(std::clamp(digits, 0.0, 6.0)));
+    return rounded(value, decimals_in(unit));
 }
 
 std::string DimensionStyle::length(double inches, Quantity quantity, const UnitSystem& units,
                                    bool found) const {
     const auto value = static_cast<double>(units.to_file(static_cast<float>(inches), quantity));
     if (found) return rounded(value, decimals_of(quantity, units));
-    return number(value, 25.4 / static_cast<double>(units.factor(quantity)));
+    int decimals = decimals_in(25.4 / static_cast<double>(units.factor(quantity)));
+    // 3.175 mm has one more, and no others that a single could tell.
+    const double step = std::pow(10.0, decimals + 1);
+    if (std::abs(std::round(value * step) / step - value) < SINGLE * value) ++decimals;
+    return rounded(value, decimals);
 }
 
 void draw_strip(Sheet& sheet, const DimensionStyle& style, Side side, const StripRoom& room,

@@ -20,8 +20,8 @@ struct DimensionStyle {
 
     // As few digits as it needs up to a hundredth of a millimetre; `unit` is how many mm its unit has.
     std::string number(double value, double unit) const;
-    // A length in the units of the file, rounded from the same single as in its tables; what was found has their
-    // decimals, too.
+    // A length in the units of the file, rounded from the same single as in its tables: what was found has their
+    // decimals, what was given one more than a number where that makes it exact.
     std::string length(double inches, Quantity quantity, const UnitSystem& units,
                        bool found = false) const;
     std::string rounded(double value, int decimals) const;

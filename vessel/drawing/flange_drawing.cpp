@@ -93,8 +93,8 @@ class FlangeSection {
         return {{{s.C / 2 - s.a / 2, 0}, {s.C / 2 + s.a / 2, s.t}}};
     }
 
-    std::string thickness(double inches) const {
-        return style.length(inches, Quantity::thickness, units);
+    std::string thickness(double inches, bool found = false) const {
+        return style.length(inches, Quantity::thickness, units, found);
     }
     std::string diameter(double inches, bool found = false) const {
         return "\xC3\x98" + style.length(inches, Quantity::diameter, units, found);
@@ -354,7 +354,8 @@ void FlangeSection::add_heights() {
     const auto add = [&](const char* name, double length, double z1, double r1, double z2,
                          double r2) {
         if (!(length > 0)) return;
-        dimensions.push_back(view.height(std::string(name) + " = " + thickness(length), unit,
+        const bool found = s.t_found && length == s.t;
+        dimensions.push_back(view.height(std::string(name) + " = " + thickness(length, found), unit,
                                          Side::right, z1, r1, z2, r2));
     };
     add("t", s.t, 0, A, s.t, A);

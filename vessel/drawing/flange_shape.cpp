@@ -44,6 +44,7 @@ std::optional<FlangeShape> shape_of(const FlangeInput& given, const FlangeOutcom
     s.channel_cover = s.type == TARVANE_BLIND && slot_says(slot::channel_cover);
     s.A = at(TARVANE_A);
     s.t = at(TARVANE_t);
+    s.t_found = judged.record[TARVANE_t] != given.record[TARVANE_t];
     s.C = at(TARVANE_C);
     s.a = at(TARVANE_a);
     s.bolts = static_cast<int>(at(TARVANE_BOLTS));

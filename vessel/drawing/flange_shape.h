@@ -23,8 +23,9 @@ struct FlangeShape {
     double long_span = 0, short_span = 0; // of a cover that is not circular
     double wall = 0, wall_inside = 0;     // of the attached shell: thickness, inside diameter
     double ci = 0, ce = 0;
-    std::string facing; // sketch of a facing that is not plain: "2"
-    double w = 0;       // of its nubbin
+    bool t_found = false; // not given
+    std::string facing;   // sketch of a facing that is not plain: "2"
+    double w = 0;         // of its nubbin
     int splits = 0;
     Openings openings; // in a cover
     bool opening_factor = false;
