@@ -13,6 +13,9 @@
 #include "commands/vocabulary_command.h"
 #include "document/new_files.h"
 #include "document/vocabulary.h"
+#include "manual/command_tree.h"
+#include "manual/completion.h"
+#include "manual/man_page.h"
 #ifdef TARVANE_SERVE
 #include "serve/serve.h"
 #endif
@@ -86,12 +89,19 @@ int command(int argc, char** argv, std::ostream& out) {
     std::string colour = "auto";
     bool plain = false;
     CLI::App* run_command = app.add_subcommand("run", "Calculate the elements of an input file");
-    run_command->add_option("file", options.input, "Input file (TOML)")->required();
-    run_command->add_option("--report", options.report,
-                            "Write the report file with its style marks");
-    run_command->add_option("--html", options.html, "Write the calculation as a document (HTML)");
-    CLI::Option* const pdf = run_command->add_option(
-        "--pdf", options.pdf, "Write the same document as PDF, by the program weasyprint");
+    run_command->add_option("file", options.input, "Input file (TOML)")
+        ->type_name("FILE")
+        ->required();
+    run_command
+        ->add_option("--report", options.report, "Write the report file with its style marks")
+        ->type_name("FILE");
+    run_command->add_option("--html", options.html, "Write the calculation as a document (HTML)")
+        ->type_name("FILE");
+    CLI::Option* const pdf =
+        run_command
+            ->add_option("--pdf", options.pdf,
+                         "Write the same document as PDF, by the program weasyprint")
+            ->type_name("FILE");
     run_command
         ->add_flag("--pdf-ua", options.pdf_ua,
                    "The PDF with the structure that screen readers use (PDF/UA); takes longer")
@@ -101,12 +111,16 @@ int command(int argc, char** argv, std::ostream& out) {
         ->add_option("--detail", detail,
                      "Of the document: summary, checks (with those of each component) or full")
         ->check(CLI::IsMember({"summary", "checks", "full"}, CLI::ignore_case));
-    run_command->add_option("--json", options.json, "Write the result for programs (JSON)");
-    run_command->add_option("--csv", options.csv, "Write checks and results as a table (CSV)");
-    run_command->add_option("--data", options.data, "Folder of the data files");
+    run_command->add_option("--json", options.json, "Write the result for programs (JSON)")
+        ->type_name("FILE");
+    run_command->add_option("--csv", options.csv, "Write checks and results as a table (CSV)")
+        ->type_name("FILE");
+    run_command->add_option("--data", options.data, "Folder of the data files")
+        ->type_name("FOLDER");
     run_command
         ->add_option("--charts", options.charts,
                      "Draw the chart of each element under external pressure into this folder")
+        ->type_name("FOLDER")
         ->check(CLI::ExistingDirectory);
     run_command->add_option("--colour,--color", colour, "auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}));
@@ -122,8 +136,10 @@ int command(int argc, char** argv, std::ostream& out) {
     CLI::App* batch_command = app.add_subcommand(
         "batch", "Calculate many input files, each in a process that it can't take others with");
     batch_command->add_option("path", batch_options.paths, "Input files, and folders with *.toml")
+        ->type_name("FILE")
         ->required();
     batch_command->add_option("--out", batch_options.out, "Folder of the results, a new one")
+        ->type_name("FOLDER")
         ->required();
     constexpr unsigned MOST_JOBS = 1024;
     batch_command
@@ -134,7 +150,8 @@ int command(int argc, char** argv, std::ostream& out) {
         "Go on with the batch in the folder: only what is not done, has failed or differs");
     batch_command->add_flag("--html", batch_options.ways.html, "A page for each item, too");
     batch_command->add_flag("--quiet,-q", batch_options.quiet, "No progress and no table");
-    batch_command->add_option("--data", batch_options.ways.data, "Folder of the data files");
+    batch_command->add_option("--data", batch_options.ways.data, "Folder of the data files")
+        ->type_name("FOLDER");
     batch_command->add_flag("--strict", batch_options.ways.strict, STRICT);
     const CLI::App* worker_command = app.add_subcommand(WORKER_COMMAND)->group("");
 
@@ -142,27 +159,34 @@ int command(int argc, char** argv, std::ostream& out) {
     CLI::App* compare_command =
         app.add_subcommand("compare", "Show what differs between two calculations");
     compare_command->add_option("first", compare.first, "Input file (TOML), or result (JSON)")
+        ->type_name("FILE")
         ->required();
-    compare_command->add_option("second", compare.second, "The other one")->required();
+    compare_command->add_option("second", compare.second, "The other one")
+        ->type_name("FILE")
+        ->required();
     compare_command
         ->add_option("--tolerance", compare.tolerance,
                      "Percent by which results may differ; else 0")
         ->check(CLI::Range(0.0, 1.0e6));
-    compare_command->add_option("--html", compare.html, "Write the comparison as a page (HTML)");
-    compare_command->add_option("--json", compare.json, "Write it for programs (JSON)");
-    compare_command->add_option("--data", compare.data, "Folder of the data files");
+    compare_command->add_option("--html", compare.html, "Write the comparison as a page (HTML)")
+        ->type_name("FILE");
+    compare_command->add_option("--json", compare.json, "Write it for programs (JSON)")
+        ->type_name("FILE");
+    compare_command->add_option("--data", compare.data, "Folder of the data files")
+        ->type_name("FOLDER");
 
     std::string serve_file, serve_data;
     std::uint16_t serve_port = 0;
     bool no_browser = false;
     CLI::App* serve_command =
         app.add_subcommand("serve", "Design in a browser: a page on this computer");
-    serve_command->add_option("file", serve_file,
-                              "Input file (TOML) to open; its folder is served");
+    serve_command->add_option("file", serve_file, "Input file (TOML) to open; its folder is served")
+        ->type_name("FILE");
     serve_command->add_option("--port", serve_port, "Port of 127.0.0.1; else one that is free")
         ->check(CLI::Range(1, 65535));
     serve_command->add_flag("--no-browser", no_browser, "Open no browser");
-    serve_command->add_option("--data", serve_data, "Folder of the data files");
+    serve_command->add_option("--data", serve_data, "Folder of the data files")
+        ->type_name("FOLDER");
 
     MaterialsOptions materials;
     std::string materials_code = "VIII-1", materials_units = "us";
@@ -177,7 +201,8 @@ int command(int argc, char** argv, std::ostream& out) {
         ->check(CLI::IsMember({1, 2}));
     materials_command->add_option("--year", materials.selection.year, "Edition of the files");
     materials_command->add_option("--units", materials_units, "us or si")->check(UNITS);
-    materials_command->add_option("--data", materials.data, "Folder of the data files");
+    materials_command->add_option("--data", materials.data, "Folder of the data files")
+        ->type_name("FOLDER");
 
     ChartOptions chart;
     std::string chart_units = "us";
@@ -188,9 +213,11 @@ int command(int argc, char** argv, std::ostream& out) {
         "--temperature,-T", chart.temperature, "Temperature, in the units");
     chart_command->add_option("--yield", chart.yield, "Yield stress, for charts that depend on it");
     CLI::Option* factor_option = chart_command->add_option("--A", factor, "Factor A to mark");
-    chart_command->add_option("--svg", chart.svg, "Draw the chart into this file");
+    chart_command->add_option("--svg", chart.svg, "Draw the chart into this file")
+        ->type_name("FILE");
     chart_command->add_option("--units", chart_units, "us or si")->check(UNITS);
-    chart_command->add_option("--data", chart.data, "Folder of the data files");
+    chart_command->add_option("--data", chart.data, "Folder of the data files")
+        ->type_name("FOLDER");
     MdmtOptions mdmt;
     std::array<std::string, std::size(MDMT_OPTIONS)> mdmt_values;
     bool pwht = false, normalized = false, no_ug20f = false;
@@ -204,7 +231,7 @@ int command(int argc, char** argv, std::ostream& out) {
     mdmt_command->add_flag("--no-ug20f", no_ug20f, "No exemption by UG-20(f)");
     std::string mdmt_units = "us";
     mdmt_command->add_option("--units", mdmt_units, "us or si")->check(UNITS);
-    mdmt_command->add_option("--data", mdmt.data, "Folder of the data files");
+    mdmt_command->add_option("--data", mdmt.data, "Folder of the data files")->type_name("FOLDER");
 
     FlangesOptions flanges;
     std::string flange_units = "us";
@@ -218,13 +245,15 @@ int command(int argc, char** argv, std::ostream& out) {
     flanges_command->add_flag("--blind", flanges.blind, "The blind flange");
     flanges_command->add_flag("--slip-on", flanges.slip_on, "The slip on flange");
     flanges_command->add_option("--units", flange_units, "us or si")->check(UNITS);
-    flanges_command->add_option("--data", flanges.data, "Folder of the data files");
+    flanges_command->add_option("--data", flanges.data, "Folder of the data files")
+        ->type_name("FOLDER");
 
     BoltsOptions bolts;
     CLI::App* bolts_command =
         app.add_subcommand("bolts", "List the thread series of bolts, or the sizes of one");
     bolts_command->add_option("series", bolts.series, "TEMA, UNC, TEMA metric, BS 3643");
-    bolts_command->add_option("--data", bolts.data, "Folder of the data files");
+    bolts_command->add_option("--data", bolts.data, "Folder of the data files")
+        ->type_name("FOLDER");
 
     std::string gasket;
     CLI::App* gaskets_command =
@@ -240,16 +269,23 @@ int command(int argc, char** argv, std::ostream& out) {
     CLI::App* data_build =
         data_command->add_subcommand("build", "Make data files from a folder of tables");
     for (CLI::App* each : {data_check, data_build}) {
-        each->add_option("folder", data_options.folder, "Folder of the tables")->required();
+        each->add_option("folder", data_options.folder, "Folder of the tables")
+            ->type_name("FOLDER")
+            ->required();
         each->add_option("--tolerance", data_options.tolerance,
                          "Percent by which a chart may miss its points; else 1")
             ->check(CLI::Range(0.0, 100.0));
     }
-    data_build->add_option("out", data_options.out, "Folder of the data files")->required();
+    data_build->add_option("out", data_options.out, "Folder of the data files")
+        ->type_name("FOLDER")
+        ->required();
     CLI::App* data_import_command = data_command->add_subcommand(
         "import", "Take a table with a row for each material, or for each point of a chart");
-    data_import_command->add_option("table", data_import.table, "Table (CSV)")->required();
+    data_import_command->add_option("table", data_import.table, "Table (CSV)")
+        ->type_name("FILE")
+        ->required();
     data_import_command->add_option("folder", data_import.folder, "Folder of the tables")
+        ->type_name("FOLDER")
         ->required();
     data_import_command->add_option("--edition", data_import.edition, "Where the figures are from")
         ->required();
@@ -284,8 +320,11 @@ int command(int argc, char** argv, std::ostream& out) {
     CheckOptions check;
     CLI::App* check_command =
         app.add_subcommand("check", "Find the faults of an input file, without a calculation");
-    check_command->add_option("file", check.input, "Input file (TOML)")->required();
-    check_command->add_option("--data", check.data, "Folder of the data files");
+    check_command->add_option("file", check.input, "Input file (TOML)")
+        ->type_name("FILE")
+        ->required();
+    check_command->add_option("--data", check.data, "Folder of the data files")
+        ->type_name("FOLDER");
     check_command->add_flag("--strict", check.strict, STRICT);
 
     NewFileOptions new_options;
@@ -296,9 +335,20 @@ int command(int argc, char** argv, std::ostream& out) {
         ->check(CLI::IsMember(
             std::vector<std::string>(new_file_names().begin(), new_file_names().end())));
     new_command->add_option("--units", new_units, "us or si")->check(UNITS);
-    new_command->add_option("--output,-o", new_options.output,
-                            "Write to this file, which must not exist yet");
+    new_command
+        ->add_option("--output,-o", new_options.output,
+                     "Write to this file, which must not exist yet")
+        ->type_name("FILE");
 
+    const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    if (!words.empty() && words[0] == COMPLETE_COMMAND) {
+        complete(command_tree(app), {words.begin() + 1, words.end()}, out);
+        return 0;
+    }
+    if (words.size() == 2 && words[0] == MAN_PAGE_COMMAND) {
+        write_man_page(command_tree(app), TARVANE_VERSION, words[1], out);
+        return 0;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -2,6 +2,10 @@
 # pkg-config, in a prefix that may be moved.
 include(CMakePackageConfigHelpers)
 
+# The parts of an installation, which the packages of Debian are made of: engine and vessel (the shared libraries),
+# program, data, python, documents, and development, where everything is that no other part is named for.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+
 set(TARVANE_LIBRARIES tarvane)
 if(TARGET tarvane_vessel)
     list(APPEND TARVANE_LIBRARIES tarvane_vessel)
@@ -10,28 +14,33 @@ foreach(library ${TARVANE_LIBRARIES})
     set_target_properties(${library} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>;$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
 endforeach()
-install(TARGETS ${TARVANE_LIBRARIES} EXPORT tarvaneTargets)
+foreach(library ${TARVANE_LIBRARIES})
+    string(REGEX REPLACE "^tarvane$" "engine" part ${library})
+    string(REPLACE "tarvane_" "" part ${part})
+    install(TARGETS ${library} EXPORT tarvaneTargets
+        RUNTIME COMPONENT ${part} LIBRARY COMPONENT ${part} NAMELINK_COMPONENT development)
+endforeach()
 if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
     # Of the 32-bit DLL in place of the linker's own, which knows the plain names alone.
     install(FILES ${PROJECT_BINARY_DIR}/bin/libtarvane.a DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()
 if(TARVANE_APP)
-    install(TARGETS tarvane_cli)
+    install(TARGETS tarvane_cli COMPONENT program)
 endif()
 if(TARVANE_VESSEL)
-    install(TARGETS tarvane_data_builder)
+    install(TARGETS tarvane_data_builder COMPONENT program)
     install(FILES ${TARVANE_DATA} ${TARVANE_BUILT_FILES} ${TARVANE_DATA_FOLDER}/data_version.txt
-            DESTINATION ${TARVANE_INSTALL_DATA})
+            DESTINATION ${TARVANE_INSTALL_DATA} COMPONENT data)
 endif()
 
 install(DIRECTORY include/tarvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # A Fortran module is the compiler's own form: hosts compile it from its source.
 install(DIRECTORY fortran/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
-install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON}
+install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON} COMPONENT python
         FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
-install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
-install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
 
 # ---- find_package --------------------------------------------------------------------------------------
 set(TARVANE_INSTALL_CMAKE ${CMAKE_INSTALL_LIBDIR}/cmake/tarvane)

@@ -56,7 +56,9 @@ def library_path(given: Optional[PathName], library: str = VESSEL) -> str:
     if PACKAGE.parent.name == "dist-packages":  # PREFIX/lib/python3/dist-packages
         libraries = PACKAGE.parents[2]
         places += [libraries, libraries / (sysconfig.get_config_var("MULTIARCH") or "")]
-    return next((str(place / library) for place in places if (place / library).exists()), library)
+    # A package of a distribution has the plain name only for those who compile.
+    names = (library, f"{library}.{_ABI}")
+    return next((str(place / name) for place in places for name in names if (place / name).exists()), library)
 
 
 def load(path: str, loader: Callable[[str], ctypes.CDLL] = ctypes.CDLL) -> ctypes.CDLL:

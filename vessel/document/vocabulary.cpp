@@ -239,6 +239,25 @@ std::string_view take_table(std::string_view& name) {
     return table;
 }
 
+// Of the keys, results and checks of a table of components; without one, of all tables.
+std::vector<std::string_view> names_in(std::string_view table) {
+    std::vector<std::string_view> names;
+    for (const ElementKind* kind : element_kinds()) {
+        if (!table.empty() && kind->table != table) continue;
+        for (const Key& key : kind->keys.keys)
+            names.push_back(key.name);
+        for (const ResultField& field : kind->results)
+            names.push_back(field.name);
+        for (const CheckField& field : kind->checks)
+            names.push_back(field.id);
+    }
+    for (const OtherTable& other : OTHER_TABLES) {
+        for (const Key& key : other.keys())
+            if (table.empty()) names.push_back(key.name);
+    }
+    return names;
+}
+
 void list_key(std::string& list, const Key& key, const std::string& terms) {
     // A name or unit wider than its column is followed by one blank.
     list += padded(std::string(key.name) + ' ', NAME_WIDTH) +
@@ -311,26 +330,35 @@ Explanation explain(std::string_view name) {
         text.pop_back(); // the blank line after the last one
         return {true, text};
     }
-    std::vector<std::string_view> names;
     for (const ElementKind* kind : element_kinds()) {
         if (!table.empty() && kind->table != table) continue;
         if (const std::string_view ours = kind->keys.synonym(rest); !ours.empty())
             return {false, "no key, result or check " + quoted(cut(name)) + "; here it is " +
                                std::string(kind->table) + '.' + std::string(ours)};
-        for (const Key& key : kind->keys.keys)
-            names.push_back(key.name);
-        for (const ResultField& field : kind->results)
-            names.push_back(field.name);
-        for (const CheckField& field : kind->checks)
-            names.push_back(field.id);
     }
-    for (const OtherTable& other : OTHER_TABLES) {
-        for (const Key& key : other.keys())
-            if (table.empty()) names.push_back(key.name);
-    }
-    const std::string_view near = nearest(rest, names);
+    const std::string_view near = nearest(rest, names_in(table));
     return {false, "no key, result or check " + quoted(cut(name)) +
                        (near.empty() ? "" : "; the nearest is " + std::string(near))};
+}
+
+std::vector<std::string> explained_names(std::string_view begun) {
+    std::string_view rest = begun;
+    const std::string_view table = take_table(rest);
+    const std::string before(table.empty() ? begun.substr(0, 0)
+                                           : begun.substr(0, begun.find('.') + 1));
+    std::vector<std::string> names;
+    if (table.empty()) names = key_tables();
+    for (const std::string_view name : names_in(table))
+        names.push_back(before + std::string(name));
+    for (const OtherTable& other : OTHER_TABLES) {
+        for (const Key& key : other.keys())
+            if (table.empty())
+                names.push_back(std::string(other.place) + '.' + std::string(key.name));
+    }
+    std::erase_if(names, [&](const std::string& name) { return !name.starts_with(begun); });
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
 }
 
 } // namespace tarvane::vessel

@@ -21,4 +21,7 @@ struct Explanation {
 };
 Explanation explain(std::string_view name);
 
+// The names that begin so and can be explained, in their order: "flange.t", "mawp", "document".
+std::vector<std::string> explained_names(std::string_view begun);
+
 } // namespace tarvane::vessel
