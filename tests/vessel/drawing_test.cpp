@@ -95,7 +95,13 @@ FlangeShape random_flange(int type, Chance& chance) {
     if (type == TARVANE_BLIND) {
         s.channel_cover = chance.one_in(2);
         if (s.channel_cover) s.tp = ring * chance.between(0, 0.4);
+        if (chance.one_in(3)) s.openings = {s.Gi * 0.1, s.Gi * 0.05, s.Gi * 0.2};
+        s.opening_factor = chance.one_in(3);
+        if (chance.one_in(4)) s.long_span = 1.5 * s.Gi, s.short_span = s.Gi;
     }
+    if (chance.one_in(3)) s.facing = "1c", s.w = ring * 0.01;
+    if (chance.one_in(4)) s.ce = s.t * 0.01;
+    s.splits = chance.one_in(4) ? 1 + chance.one_in(2) : 0;
     s.G = s.full_face ? s.C - 0.3 * (s.C - s.Gi) : s.Go - (s.Go - s.Gi) * chance.between(0.1, 0.9);
     s.hG = (s.C - *s.G) / 2;
     if (s.full_face) s.hG_outer = (s.A - s.C) / 4;

@@ -59,6 +59,7 @@ class FlangeSection {
     bool lap_joint() const { return s.type == TARVANE_LAP_JOINT; }
     bool blind() const { return s.type == TARVANE_BLIND; }
     bool bolted() const { return s.C > 0 && s.a > 0; }
+    double nut_radius() const { return std::min(across_flats(s.a) / 2, s.A / 2); }
     bool gasket() const { return s.Go > s.Gi; }
     double gasket_top() const { return -lap; }
     double gasket_bottom() const { return -lap - s.tg; }
@@ -264,7 +265,7 @@ void FlangeSection::draw_gasket() {
 void FlangeSection::draw_bolt() {
     if (!bolted()) return;
     const double C = s.C / 2, half = s.a / 2, low = gasket_bottom() - view.length(BOLT_BELOW);
-    const double nut = std::min(across_flats(s.a) / 2, s.A / 2), high = s.t + nut_height(s.a);
+    const double nut = nut_radius(), high = s.t + nut_height(s.a);
     view.line({C - half, low}, {C - half, s.t}, OUTLINE);
     view.line({C + half, low}, {C + half, s.t}, OUTLINE);
     view.cut(low, C - half, C + half);
@@ -476,7 +477,8 @@ std::optional<Drawn> FlangeSection::draw(const std::string& name) {
     add_diameters();
     add_heights();
     add_radial();
-    const double right = view.x(s.A / 2);
+    // A nut may reach beyond the edge.
+    const double right = view.x(std::max(s.A / 2, bolted() ? s.C / 2 + nut_radius() : 0));
     draw_strip(sheet, style, Side::right, {right}, dimensions);
     // The strips above and below reach over that at the right where it leaves them the room.
     const Box with_right = sheet.extent();
