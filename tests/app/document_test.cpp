@@ -10,6 +10,7 @@
 #include "values/text.h"
 
 #include <algorithm>
+#include <map>
 #include <regex>
 
 namespace tarvane::app {
@@ -295,6 +296,35 @@ TEST(Document, OfABucklingStressNamesTheCodeCaseAndNoTable) {
     EXPECT_FALSE(has(page_of(EXTERNAL), "ASME Code Case 2286"));
 }
 
+// Name and edition of each reference, and what uses it.
+std::map<std::string, std::pair<std::string, std::string>> references_of(const std::string& toml) {
+    std::map<std::string, std::pair<std::string, std::string>> all;
+    for (const DocumentTable& table : blocks_of<DocumentTable>(Made(toml).document(), "references"))
+        for (const std::vector<Cell>& row : table.rows)
+            all[row[0].text] = {row[1].text, row[2].text};
+    return all;
+}
+
+TEST(Document, OfAShellWithABucklingStressNamesTheCodeCase) {
+    const std::string outside =
+        SHELL + "P_external = 15\nlength = 60\nSy = 30000\nchart = \"CS-2\"\n";
+    EXPECT_EQ(references_of(outside + "method = \"stress\"\n")["ASME Code Case 2286"].second,
+              "shell 1 (drum)");
+    EXPECT_FALSE(references_of(outside).contains("ASME Code Case 2286"));
+    EXPECT_FALSE(references_of(SHELL).contains("ASME Code Case 2286"));
+}
+
+TEST(Document, StandardFlangeHasTheEditionOfItsFigures) {
+    const auto references = references_of(
+        "[[flange]]\ntype = \"weld neck\"\nkind = \"rated\"\nrating = 270\nP = 150\nT = 300\n"
+        "material = \"SA-105\"\nstandard = { class = 150, size = 20, wall = 0.5 }\n");
+    EXPECT_EQ(references.at("ASME B16.5").first, "2020 in one copy");
+    EXPECT_EQ(references.at("ASME B16.5").second, "flange 1");
+    EXPECT_EQ(std::count_if(references.begin(), references.end(),
+                            [](const auto& each) { return has(each.first, "B16.5"); }),
+              1);
+}
+
 TEST(Document, EndNamesProgramInputDataAndWhatIsNotChecked) {
     const std::string page = page_of(EXTERNAL);
     EXPECT_TRUE(has(page, "<td>drum.toml</td>"));
@@ -302,6 +332,138 @@ TEST(Document, EndNamesProgramInputDataAndWhatIsNotChecked) {
     EXPECT_TRUE(has(page, "ExtChartData.txt, SHA-256 "));
     EXPECT_TRUE(has(page, "fatigue, UG-22"));
     EXPECT_TRUE(has(page, "<meta name=\"dcterms.created\" content=\"2024-05-31\">"));
+}
+
+// ---- results ------------------------------------------------------------------------------------------------------
+
+// The lines of the results of the first component, and its paragraphs with those of its checks.
+std::string results_text(const std::string& toml) {
+    const CalculationDocument document = Made(toml).document();
+    const std::string id = document.sections[0].id;
+    std::string text;
+    for (const Lines& lines : blocks_of<Lines>(document, id + "-results"))
+        for (const Line& line : lines.lines)
+            text += line.text + '\n';
+    for (const std::string& part : {id + "-checks", id + "-results"}) {
+        for (const Paragraph& paragraph : blocks_of<Paragraph>(document, part))
+            text += paragraph.text + '\n';
+        for (const Remark& remark : blocks_of<Remark>(document, part))
+            text += remark.word + ": " + remark.text + '\n';
+    }
+    return text;
+}
+
+constexpr std::string_view RATED_DECIDES =
+    "The rated pressure decides: every check that depends on "
+    "the pressure passes at it.";
+
+TEST(Document, SaysWhichPressureDecidesAndWhatTheOtherIs) {
+    std::string cover = FLANGE_TOML;
+    for (const char* key : {"B", "g0", "g1", "h"})
+        cover = with(key, "", cover);
+    cover = with("type", "type = \"blind\"\nchannel_cover = true\nmaterial = \"SA-105\"", cover);
+    const std::string deflected = with("t", "t = 0.9", cover);
+    const std::string by_deflection = results_text(deflected);
+    EXPECT_TRUE(has(by_deflection, RATED_DECIDES)) << by_deflection;
+    EXPECT_TRUE(has(by_deflection, "is no pressure that the cover holds"));
+    EXPECT_TRUE(has(by_deflection, "Maximum allowable working pressure, not reliable"));
+    EXPECT_TRUE(any_has(open_points(Made(deflected).document()),
+                        "; this MAWP is an estimate, the rated pressure is "));
+
+    const std::string failing = results_text(with("t", "t = 0.8"));
+    EXPECT_TRUE(has(failing, RATED_DECIDES)) << failing;
+    EXPECT_TRUE(has(failing, "from a design that does not pass, and not to be relied upon."));
+    EXPECT_TRUE(has(failing, "Maximum allowable working pressure, estimate"));
+    const std::string passing = results_text(with("g0", "g0 = 0.13", with("t", "t = 3")));
+    EXPECT_TRUE(has(passing, "is an estimate in proportion from the design pressure.")) << passing;
+
+    const std::string shell = results_text(SHELL);
+    EXPECT_TRUE(has(shell, "the lower one decides.")) << shell;
+    EXPECT_FALSE(has(shell, "estimate"));
+    EXPECT_FALSE(has(shell, "pressure, estimate"));
+    EXPECT_FALSE(has(results_text(EXTERNAL), "decides"));
+}
+
+TEST(Document, ResultsStandAloneAndOnce) {
+    const std::string shell = results_text(SHELL);
+    EXPECT_TRUE(has(shell, "Required thickness with allowances ")) << shell;
+    EXPECT_TRUE(has(shell, "Maximum allowable working pressure, new and cold "));
+    EXPECT_TRUE(has(shell, "MAWP by Appendix 1-4(f), new and cold"));
+    EXPECT_FALSE(has(shell, "The same"));
+    const std::string flange = results_text(FLANGE_TOML);
+    EXPECT_TRUE(has(flange, "No value, kind is not design: all of the selected design; all of the "
+                            "rounded design\n"))
+        << flange;
+    EXPECT_FALSE(has(flange, "Number of bolts"));
+    const std::string design =
+        results_text(with("C", "", with("n", "", with("a", "kind = \"design\""))));
+    EXPECT_TRUE(has(design, "Number of bolts, selected ")) << design;
+    EXPECT_TRUE(has(design, "Number of bolts, rounded "));
+    EXPECT_TRUE(has(flange, "No value, no partition gasket: Effective width of the partition"));
+    EXPECT_FALSE(has(flange, " 0.00 lbf"));
+    const std::string rated = results_text(
+        "[[flange]]\ntype = \"weld neck\"\nkind = \"rated\"\nrating = 270\nP = 150\nT = 300\n");
+    EXPECT_TRUE(has(rated, "No value, kind rated: no stresses are calculated: all other results"))
+        << rated;
+}
+
+TEST(Document, WordsOfAComponentAreItsVerdict) {
+    const auto word = [](const std::string& toml) {
+        const CalculationDocument document = Made(toml).document();
+        const auto remarks = blocks_of<Remark>(document, document.sections[0].id + "-checks");
+        return remarks.empty() ? std::string() : remarks[0].word;
+    };
+    EXPECT_EQ(word(SHELL), "PASS");
+    EXPECT_EQ(word(with("t", "t = 0.05", SHELL)), "FAIL");
+    // No stress for the check of the convex side.
+    EXPECT_EQ(word("[[external]]\nkind = \"elliptical\"\nP = 15\nT = 300\nchart = \"CS-2\"\n"
+                   "D = 48\nt = 0.5\n"),
+              "NOT MADE");
+}
+
+TEST(Document, AnAbbreviationIsInCapitals) {
+    const CalculationDocument document =
+        Made("[[mdmt]]\ndescription = \"shell\"\ncurve = \"B\"\ntg = 1.0\n").document();
+    EXPECT_EQ(document.sections[0].title, "MDMT 1 (shell)");
+    EXPECT_EQ(Made(SHELL).document().sections[0].title, "Shell 1 (drum)");
+}
+
+TEST(Document, HasOneDecimalMark) {
+    const std::string toml = "decimal_comma = true\n" +
+                             with("description", "description = \"drum 2.5\"", SHELL) +
+                             with("t", "t = 0.8");
+    const Made made(toml);
+    const CalculationDocument document = made.document();
+    const std::regex point("[0-9][.][0-9]");
+    std::vector<std::string> texts;
+    for (const auto& [words, of] : document.front.components.rows[0])
+        texts.push_back(words);
+    for (const std::string id : {"shell-1", "flange-1"}) {
+        for (const char* part : {"-inputs", "-results"})
+            for (const Lines& lines : blocks_of<Lines>(document, id + part))
+                for (const Line& line : lines.lines)
+                    texts.push_back(line.text);
+        for (const CheckRows& checks : blocks_of<CheckRows>(document, id + "-checks"))
+            for (const CheckRow& row : checks.rows)
+                texts.insert(texts.end(), {row.demand, row.limit, row.ratio, row.unit, row.remark});
+        for (const Paragraph& paragraph : blocks_of<Paragraph>(document, id + "-checks"))
+            texts.push_back(paragraph.text);
+        for (const Remark& remark : blocks_of<Remark>(document, id + "-checks"))
+            texts.push_back(remark.text);
+    }
+    for (const std::string& point_text : open_points(document))
+        texts.push_back(point_text);
+    int commas = 0;
+    for (std::string text : texts) {
+        // What the user wrote stays.
+        for (std::size_t at = text.find("drum 2.5"); at != text.npos; at = text.find("drum 2.5"))
+            text.erase(at, std::string_view("drum 2.5").size());
+        EXPECT_FALSE(std::regex_search(text, point)) << text;
+        commas += std::regex_search(text, std::regex("[0-9],[0-9]")) ? 1 : 0;
+    }
+    EXPECT_GT(commas, 100);
+    EXPECT_TRUE(std::regex_search(document.front.words, std::regex("[0-9],[0-9]{4}")))
+        << document.front.words;
 }
 
 // ---- calculation ------------------------------------------------------------------------------------------------
@@ -405,6 +567,16 @@ TEST(Document, LongStepsGoOnUnderTheirSign) {
         EXPECT_LE(end - begin, 98u);
         begin = end + 1;
     }
+}
+
+TEST(Document, WhatBelongsTogetherStaysOnAPage) {
+    const std::string page = page_of(SHELL + FLANGE_TOML);
+    EXPECT_TRUE(has(page, "<nav aria-labelledby=\"contents\" class=\"whole\">"));
+    EXPECT_TRUE(has(page, "<pre class=\"checks whole\"><b>Check ")); // few rows
+    EXPECT_TRUE(has(page, "<pre class=\"checks\"><b>Check "));       // many
+    // The closing line of a calculation is no page of its own.
+    EXPECT_TRUE(has(page, "<pre class=\"whole last\"><b>TARVANE is a trademark"));
+    EXPECT_TRUE(has(page, "string-set: heading \"front page\""));
 }
 
 TEST(Document, TheSameInputGivesTheSameBytes) {

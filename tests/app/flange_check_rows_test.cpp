@@ -1,9 +1,14 @@
 // Each check of a flange on both sides of its limit, and the results where there is none.
 #include "check_rows.h"
+
 #include "components/flange_session.h"
 #include "tarvane/tarvane.h"
+#include <fstream>
+#include <iterator>
 
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 
 namespace tarvane::app {
 
@@ -148,6 +153,45 @@ TEST(FlangeResults, SayWhyThereIsNone) {
     const Judged design = judged(with("kind", "kind = \"design\""));
     EXPECT_GT(*design.result("designed.C"), 12.0f);
     EXPECT_GT(*design.result("designed.t"), 0.0f);
+}
+
+// The pressure has the paragraph of what holds it down.
+TEST(FlangeCheckRows, TheMawpIsByTheParagraphOfItsLimit) {
+    const auto paragraph = [](const std::string& toml) {
+        const Judged flange = judged(toml);
+        const Check* check = flange.find("mawp");
+        EXPECT_NE(check, nullptr) << toml;
+        return check == nullptr ? std::string() : std::string(check->paragraph());
+    };
+    EXPECT_EQ(paragraph(FLANGE_TOML), "2-8");
+    EXPECT_EQ(paragraph(with("t", "t = 6", BLIND)), "2-5"); // the bolts
+    EXPECT_EQ(paragraph(with("t", "t = 1", BLIND)), "UG-34");
+    EXPECT_EQ(paragraph(with("t", "t = 1\ncode = \"EN 13445\"", BLIND)), "10.5");
+    EXPECT_EQ(paragraph(with("t", "t = 1\nchannel_cover = true\nmaterial = \"SA-105\"", BLIND)),
+              "TEMA RCB-9.21");
+    EXPECT_EQ(paragraph(with_all({{"t", "t = 3"}, {"g0", "g0 = 0.13"}})), "UG-27(c)(1)");
+    const std::string golden =
+        std::string(TARVANE_SOURCE_DIR) + "/tests/golden/loose_ring_thickness.toml";
+    std::ifstream ring(golden);
+    EXPECT_EQ(paragraph({std::istreambuf_iterator<char>(ring), {}}), "2-14"); // its rigidity
+}
+
+// What a flange does not have is no 0.
+TEST(FlangeCheckRows, ResultsThatDoNotApplyHaveTheirReason) {
+    const Judged neck = judged(FLANGE_TOML), blind = judged(BLIND);
+    for (const char* name : {"SHo", "SRa", "F", "V", "f", "ho", "ht", "Mt"}) {
+        EXPECT_GT(std::fabs(neck.result(name).value_or(0.0f)), 0.0f) << name;
+        EXPECT_EQ(blind.result(name), std::nullopt) << name;
+    }
+    EXPECT_EQ(blind.why("SHo"), "no such stress in this flange");
+    EXPECT_EQ(blind.why("F"), "no such factor of this type");
+    EXPECT_EQ(blind.why("Mt"), "no such load, arm or moment of this flange");
+    EXPECT_EQ(neck.why("Wext"), "no external loads");
+    EXPECT_EQ(neck.why("b_part"), "no partition gasket");
+    EXPECT_EQ(neck.result("SVo"), std::nullopt);
+    EXPECT_GT(*judged(REVERSE).result("SVo"), 0.0f);
+    EXPECT_EQ(judged(CYLINDER).why("crown_radius"), "not calculated for this element and formula");
+    EXPECT_GT(*judged(TORISPHERE).result("crown_radius"), 0.0f);
 }
 
 } // namespace

@@ -24,7 +24,7 @@ bool Reader::read_flag(const Table& root, std::string_view key, bool fallback) {
 
 void Reader::read_file_keys(const Table& root) {
     if (const Value* units = root.find("units")) request.units = read_units(*units, faults);
-    request.decimal_comma = read_flag(root, "decimal_comma", false);
+    request.units.decimal_comma = read_flag(root, "decimal_comma", false);
     request.metric_constants = read_flag(root, "metric_constants", request.units.metric());
     strict = read_flag(root, "strict", false);
     if (strict && root.find("units") == nullptr)

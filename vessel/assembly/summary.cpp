@@ -279,7 +279,8 @@ float design_temperature(const Calculated& c) {
 }
 
 // Bolts have no part in the ratio.
-void find_test_b(const Calculation& all, const SummaryRow& mawp, SummaryRow& row) {
+void find_test_b(const Calculation& all, const UnitSystem& units, const SummaryRow& mawp,
+                 SummaryRow& row) {
     if (!mawp.value) {
         row.note = "there is no MAWP";
         return;
@@ -310,7 +311,7 @@ void find_test_b(const Calculation& all, const SummaryRow& mawp, SummaryRow& row
     }
     if (row.by == nullptr) return;
     row.value = TEST_FACTOR * *mawp.value * least;
-    row.note = "1.3 MAWP times the least stress ratio " + number_text(least, 4);
+    row.note = "1.3 MAWP times the least stress ratio " + number_text(least, 4, units);
     if (!material.empty()) row.note += ", of " + to_utf8(material);
 }
 
@@ -372,7 +373,7 @@ std::vector<SummaryRow> summary(const Request& request, const Calculation& calcu
         rows[4].note = rows[5].note = why;
         return rows;
     }
-    find_test_b(calculation, rows[0], rows[4]);
+    find_test_b(calculation, request.units, rows[0], rows[4]);
     need_all(rows[4]);
     find_test_c(calculation, request, rows[5]);
     need_all(rows[5]);

@@ -44,6 +44,7 @@ struct UnitSystem {
     std::array<std::string, LABELS> labels;
     float density_factor;
     std::string density_label;
+    bool decimal_comma = false; // in numbers for people
 
     bool metric() const { return factors[0] > 1.1f; }
     std::string_view label(Quantity quantity) const;

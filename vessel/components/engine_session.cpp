@@ -105,7 +105,7 @@ void put_blank_padded(char* field, std::size_t width, const std::string& text) {
 }
 
 void set_decimal_comma(const Request& file) {
-    const std::int32_t comma = file.decimal_comma ? ON : OFF;
+    const std::int32_t comma = file.units.decimal_comma ? ON : OFF;
     SET_DECIMAL_COMMA(&comma);
 }
 

@@ -79,7 +79,7 @@ void call_shlext(const ExternalInput& element, ExternalOutcome& o) {
 }
 
 // The user should know where Table G and the equations of the geometric chart are apart.
-void compare_factor_a(const ExternalInput& element, ExternalOutcome& o) {
+void compare_factor_a(const ExternalInput& element, const UnitSystem& units, ExternalOutcome& o) {
     constexpr int STAGE = TARVANE_AT_GIVEN;
     constexpr float MOST_APART = 0.05f;
     const bool of_table = o.found.a_by[STAGE] == TARVANE_A_OF_TABLE_G;
@@ -98,9 +98,10 @@ void compare_factor_a(const ExternalInput& element, ExternalOutcome& o) {
     const float taken = of_table ? table : equations;
     const float apart = std::fabs(table - equations) / taken;
     if (!(apart > MOST_APART)) return;
-    o.messages.push_back("factor A is " + number_text(equations, 7) +
-                         " by the equations of the geometric chart and " + number_text(table, 7) +
-                         " by Table G, " + number_text(apart * 100.0f, 1) + " % apart; that of " +
+    o.messages.push_back("factor A is " + number_text(equations, 7, units) +
+                         " by the equations of the geometric chart and " +
+                         number_text(table, 7, units) + " by Table G, " +
+                         number_text(apart * 100.0f, 1, units) + " % apart; that of " +
                          (of_table ? "the table" : "the equations") + " was taken");
 }
 
@@ -123,7 +124,8 @@ ExternalOutcome run_external(const ExternalInput& element, const Request& file) 
     if (!outcome.no_curve) call_shlext(element, outcome);
     write_external_results(element, outcome);
     outcome.report = report.switch_off_and_read();
-    if (file.report && !outcome.no_curve && !outcome.stopped) compare_factor_a(element, outcome);
+    if (file.report && !outcome.no_curve && !outcome.stopped)
+        compare_factor_a(element, file.units, outcome);
     return outcome;
 }
 

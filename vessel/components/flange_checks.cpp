@@ -81,6 +81,29 @@ void check_bolt_area(const FlangeOutcome& outcome, const UnitSystem& units, Chec
     checks.push_back(std::move(check));
 }
 
+// That of what holds the MAWP down.
+std::string_view paragraph_of_limit(std::int32_t by) {
+    constexpr int STRESSES = TARVANE_STRESS_PLACES;
+    const CheckField* const stress = &field("SHo");
+    if (by >= TARVANE_BY_OPERATING_STRESS && by < TARVANE_BY_OPERATING_STRESS + STRESSES)
+        return stress[by - TARVANE_BY_OPERATING_STRESS].paragraph;
+    // The last place has no stress of gasket seating.
+    if (by >= TARVANE_BY_SEATING_STRESS && by < TARVANE_BY_SEATING_STRESS + STRESSES - 1)
+        return stress[STRESSES + by - TARVANE_BY_SEATING_STRESS].paragraph;
+    switch (by) {
+    case TARVANE_BY_RIGIDITY:
+        return field("J_operating").paragraph;
+    case TARVANE_BY_BOLTS:
+        return field("bolt_area").paragraph;
+    case TARVANE_BY_HUB:
+        return field("hub_cylinder").paragraph;
+    case TARVANE_BY_DEFLECTION:
+        return field("deflection").paragraph;
+    default:
+        return {};
+    }
+}
+
 void explain_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& units,
                       Check& check) {
     const std::string pressure = shown(outcome.mawp, Quantity::pressure, units);
@@ -101,6 +124,7 @@ void check_pressure(const FlangeOutcome& outcome, float P, const UnitSystem& uni
     if (is_none(outcome.mawp)) return;
     if (!(P > 0.0f) && outcome.found.mawp_by != TARVANE_BY_HUB) return;
     Check check = Check::compared(field("mawp"), outcome.mawp, P);
+    check.under(paragraph_of_limit(outcome.found.mawp_by));
     if (outcome.words) explain_pressure(outcome, P, units, check);
     checks.push_back(std::move(check));
 }
@@ -125,7 +149,8 @@ void check_thickness(const FlangeInput& flange, const FlangeOutcome& outcome,
     }
 }
 
-void check_rigidity(const FlangeOutcome& outcome, int kind, Checks& checks) {
+void check_rigidity(const FlangeOutcome& outcome, int kind, const UnitSystem& units,
+                    Checks& checks) {
     const TARVANE_FLANGE_RESULTS& found = outcome.found;
     const auto& index = kind == TARVANE_ANALYSE ? found.J_given : found.J_required;
     for (const CheckField* row : {&field("J_operating"), &field("J_seating")}) {
@@ -133,7 +158,8 @@ void check_rigidity(const FlangeOutcome& outcome, int kind, Checks& checks) {
         if (is_none(J) || J == 0.0f) continue;
         Check check = Check::compared(*row, J, 1.0f);
         if (explained(check, outcome))
-            check.because("the " + check.label() + ", " + number_text(J, 4) + ", is above 1");
+            check.because("the " + check.label() + ", " + number_text(J, 4, units) +
+                          ", is above 1");
         checks.push_back(std::move(check));
     }
 }
@@ -408,17 +434,18 @@ std::string hub_step(const FlangeInput& flange, float hub_mawp, const UnitSystem
                 R = given(flange, TARVANE_B) / 2.0f + ci;
     const bool division_1 = flange.code() == TARVANE_ASME_VIII_1;
     const float P = division_1 ? S * E * t / (R + 0.6f * t) : S * E * std::log((t + R) / R);
-    const std::string letters = division_1 ? "S*E*t/(R + 0.6*t)" : "S*E*ln((R + t)/R)";
+    const std::string factor = number_text(0.6f, 1, units) + '*';
+    const std::string letters = division_1 ? "S*E*t/(R + " + factor + "t)" : "S*E*ln((R + t)/R)";
     const bool one_system = units.factor(Quantity::stress) == units.factor(Quantity::pressure) &&
                             units.factor(Quantity::thickness) == units.factor(Quantity::diameter);
     if (!one_system || !(std::fabs(P - hub_mawp) <= 1.0e-4f * hub_mawp)) return letters;
     const auto number = [&](float value, Quantity quantity) {
         return value_text(value, quantity, units);
     };
-    const std::string s = number(S, Quantity::stress) + '*' + number_text(E, 3),
+    const std::string s = number(S, Quantity::stress) + '*' + number_text(E, 3, units),
                       thick = number(t, Quantity::thickness), r = number(R, Quantity::diameter);
     return letters + " = " +
-           (division_1 ? s + '*' + thick + "/(" + r + " + 0.6*" + thick + ')'
+           (division_1 ? s + '*' + thick + "/(" + r + " + " + factor + thick + ')'
                        : s + "*ln((" + r + " + " + thick + ")/" + r + ')') +
            " = " + shown(hub_mawp, Quantity::pressure, units);
 }
@@ -554,8 +581,8 @@ std::string_view paragraph_of(std::string_view viii_1, int code) {
 void name_paragraphs(const FlangeInput& flange, Checks& checks) {
     for (Check& check : checks) {
         std::string_view paragraph = check.paragraph();
-        const bool stress = check.field().quantity == Quantity::stress;
-        if (stress && flange.type() == TARVANE_BLIND && paragraph == "2-8") paragraph = "UG-34";
+        // A cover has stresses of UG-34 alone.
+        if (flange.type() == TARVANE_BLIND && paragraph == "2-8") paragraph = "UG-34";
         check.under(flange_paragraph(paragraph, flange));
     }
 }
@@ -597,7 +624,7 @@ Checks flange_checks(const FlangeInput& flange, const FlangeOutcome& outcome,
     check_bolt_area(outcome, units, checks);
     check_pressure(outcome, given(flange, TARVANE_P), units, checks);
     check_thickness(flange, outcome, units, checks);
-    check_rigidity(outcome, flange.analysis(), checks);
+    check_rigidity(outcome, flange.analysis(), units, checks);
     check_modulus(flange, found, units, checks);
     check_bolt_circle(flange, units, checks);
     check_gasket(flange, outcome, units, checks);

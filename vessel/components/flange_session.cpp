@@ -113,7 +113,7 @@ void call_flange(const FlangeInput& flange, const Request& file, std::int32_t wr
     const std::int32_t code = flange.code(), row = flange.number;
     const std::int32_t corroded = flange.whole_setting(Setting::corroded_rigidity);
     const std::int32_t standard = flange.whole_setting(Setting::standard_flange);
-    const std::int32_t decimal_comma = file.decimal_comma ? ON : OFF;
+    const std::int32_t decimal_comma = file.units.decimal_comma ? ON : OFF;
     std::int32_t rigidity = flange.whole_setting(Setting::rigidity);
     const float joint_efficiency = flange.setting(Setting::joint_efficiency);
     const float operating = flange.setting(Setting::design_pressure_operating);

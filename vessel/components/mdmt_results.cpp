@@ -141,7 +141,8 @@ void check_ratio(const MdmtInput& element, const UnitSystem& units, Checks& chec
         return;
     }
     Check check = Check::compared(field("ratio"), ratio, 1.0f);
-    if (check.falls_short()) check.because("the ratio " + number_text(ratio, 3) + " is above 1");
+    if (check.falls_short())
+        check.because("the ratio " + number_text(ratio, 3, units) + " is above 1");
     checks.push_back(std::move(check));
 }
 

@@ -24,7 +24,6 @@ struct Document {
 
 struct Request {
     UnitSystem units = us_units();
-    bool decimal_comma = false;
     bool metric_constants = false; // the code's dimensions of its metric edition
     bool report = true;            // its calculation writes the lines of the report
     bool words = true;             // its checks give their reasons and steps
@@ -39,7 +38,6 @@ struct Request {
 inline Request without_report(const Request& request) {
     Request silent;
     silent.units = request.units;
-    silent.decimal_comma = request.decimal_comma;
     silent.metric_constants = request.metric_constants;
     silent.report = false;
     silent.words = request.words;

@@ -111,11 +111,12 @@ void check_thin_head(const ShellInput& shell, const ShellOutcome& outcome, Check
     }
 }
 
-void check_strain(const ShellInput& shell, const ShellOutcome& outcome, Checks& checks) {
+void check_strain(const ShellInput& shell, const ShellOutcome& outcome, const UnitSystem& units,
+                  Checks& checks) {
     if (!(outcome.strain > 0.0f)) return;
     const CheckField& row = field("forming_strain");
     const float limit = shell.setting(N::strain_limit);
-    const std::string strain = number_text(outcome.strain, 2) + " %";
+    const std::string strain = number_text(outcome.strain, 2, units) + " %";
     if (!(limit > 0.0f)) {
         checks.push_back(
             Check::not_asked(row, "strain_limit is not given; the strain is " + strain));
@@ -124,7 +125,7 @@ void check_strain(const ShellInput& shell, const ShellOutcome& outcome, Checks& 
     Check check = Check::compared(row, outcome.strain, limit);
     if (check.falls_short()) {
         check.because("the forming strain " + strain + " is above its limit " +
-                      number_text(limit, 2) + " %: heat treatment after forming, " +
+                      number_text(limit, 2, units) + " %: heat treatment after forming, " +
                       std::string(row.paragraph));
     }
     checks.push_back(std::move(check));
@@ -156,7 +157,7 @@ Checks shell_checks(const ShellInput& shell, const ShellOutcome& outcome, const 
     check_thin_head(shell, outcome, checks);
     check_very_thin(outcome, checks);
     if (outcome.found.openings != 0) check_openings(faults_of(outcome.found), units, checks);
-    check_strain(shell, outcome, checks);
+    check_strain(shell, outcome, units, checks);
     const std::string_view formula = formula_name(outcome.found.formula);
     for (Check& check : checks) {
         const std::string_view id = check.field().id;

@@ -36,8 +36,8 @@ void put_figures(const Check& check, const UnitSystem& units, CheckRow& row) {
                 limit = units.to_file(*check.limit(), quantity);
     const int decimals = decimals_for(quantity, units);
     for (int more = 0; more <= MOST_MORE; ++more) {
-        row.demand = number_text(demand, decimals + more);
-        row.limit = number_text(limit, decimals + more);
+        row.demand = number_text(demand, decimals + more, units);
+        row.limit = number_text(limit, decimals + more, units);
         if (row.demand != row.limit || demand == limit || check.passes()) break;
     }
     row.relation = check.field().at_least ? ">=" : "<=";
@@ -70,7 +70,7 @@ CheckRow row_of(const Check& check, const UnitSystem& units) {
                  .relation = {},
                  .limit = {},
                  .unit = {},
-                 .ratio = ratio_text(check),
+                 .ratio = ratio_text(check, units),
                  .state = std::string(state_word(check)),
                  .remark = {},
                  .tone = tone_of(check)};
@@ -96,19 +96,19 @@ std::string other_words(const Checks& checks) {
 
 } // namespace
 
-std::string ratio_text(const Check& check) {
+std::string ratio_text(const Check& check, const UnitSystem& units) {
     constexpr float MOST = 9999.0f;
     if (!check.ratio()) return {};
-    return *check.ratio() > MOST ? ">9999" : number_text(*check.ratio(), 4);
+    return *check.ratio() > MOST ? ">9999" : number_text(*check.ratio(), 4, units);
 }
 
-std::string governing_words(const Checks& checks) {
+std::string governing_words(const Checks& checks, const UnitSystem& units) {
     const Check* worst = governing(checks);
     if (worst == nullptr) return "no check is asked";
     std::string words = "governing check: " + worst->label();
     if (worst->state() == State::not_made) return words + ", not made";
     if (!worst->ratio()) return words + (worst->passes() ? "" : ", fails");
-    return words + ", " + ratio_text(*worst);
+    return words + ", " + ratio_text(*worst, units);
 }
 
 std::string remarks_on(const Checks& checks) {
@@ -124,14 +124,18 @@ std::string remarks_on(const Checks& checks) {
     return warnings + advice + waived;
 }
 
-std::string words_of(const Checks& checks) { return governing_words(checks) + other_words(checks); }
+std::string words_of(const Checks& checks, const UnitSystem& units) {
+    return governing_words(checks, units) + other_words(checks);
+}
 
 ChecksTable checks_table(const Element& element, const Outcome& outcome, const UnitSystem& units) {
     Checks checks = element.checks(outcome, units);
     sort_worst_first(checks);
     const Verdict verdict = element.judge(outcome, units);
-    ChecksTable table{.passes = verdict_of(verdict, checks) == PASS,
-                      .headline = name_of(element) + ": " + words_of(checks),
+    const std::string_view own = verdict_of(verdict, checks);
+    ChecksTable table{.passes = own == PASS,
+                      .verdict = own,
+                      .headline = name_of(element) + ": " + words_of(checks, units),
                       .rows = {}};
     for (const Check& check : checks)
         table.rows.push_back(row_of(check, units));

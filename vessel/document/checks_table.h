@@ -28,19 +28,20 @@ std::string row_label(const CheckRow& row);
 
 struct ChecksTable {
     bool passes = false;
-    std::string headline; // "flange 1 (channel): governing check: bolt area, 0.9312"
+    std::string_view verdict; // "pass", "fail", "not made"
+    std::string headline;     // "flange 1 (channel): governing check: bolt area, 0.9312"
     std::vector<CheckRow> rows;
 };
 
 ChecksTable checks_table(const Element& element, const Outcome& outcome, const UnitSystem& units);
 
 // "0.9312"; empty without figures.
-std::string ratio_text(const Check& check);
+std::string ratio_text(const Check& check, const UnitSystem& units);
 
 // "governing check: bolt area, 0.9312", of the checks of a component or of several.
-std::string governing_words(const Checks& checks);
+std::string governing_words(const Checks& checks, const UnitSystem& units);
 // The same with the number of those that fail, and with the remarks.
-std::string words_of(const Checks& checks);
+std::string words_of(const Checks& checks, const UnitSystem& units);
 // "; warning: bolt of the thread series; advice exceeded: least bolt spacing; waived: head_1_4f": beside the verdict;
 // may be empty.
 std::string remarks_on(const Checks& checks);

@@ -1,12 +1,16 @@
 #include "document/component_section.h"
 
 #include "catalogue/charts.h"
+#include "components/flange_session.h"
+#include "components/mdmt_input.h"
+#include "document/front_page.h"
 #include "document/input_rows.h"
 #include "document/report_blocks.h"
 #include "document/result_value.h"
 #include "document/results.h"
 #include "document/text_columns.h"
 #include "drawing/component_drawing.h"
+#include "fields/flange_results.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -40,6 +44,59 @@ Lines input_lines(const Element& element, const UnitSystem& units) {
     return block;
 }
 
+// ---- pressures ---------------------------------------------------------------------------------------------
+
+bool is_flange(const Element& element) { return element.kind == &FLANGE_KIND; }
+
+// A channel cover's MAWP, where the engine holds its deflection against pressures.
+bool is_deflection(const Judged& judged, std::string_view name) {
+    if (!is_flange(judged.element)) return false;
+    const TARVANE_FLANGE_RESULTS& found = static_cast<const FlangeOutcome&>(judged.outcome).found;
+    if (name == "map_nc") return found.map_nc_by == TARVANE_BY_DEFLECTION;
+    return found.mawp_by == TARVANE_BY_DEFLECTION && name != "mawp_seating";
+}
+
+// What the engine's pressures of a flange are worth; empty for all else.
+std::string_view worth_of(const Judged& judged, const ResultField& field) {
+    constexpr std::string_view ESTIMATES[] = {"mawp", "map_nc", "mawp_operating", "mawp_seating"};
+    if (!is_flange(judged.element) ||
+        std::find(std::begin(ESTIMATES), std::end(ESTIMATES), field.name) == std::end(ESTIMATES))
+        return {};
+    return is_deflection(judged, field.name) ? ", not reliable" : ", estimate";
+}
+
+// What it may hold, and which of MAWP and rated pressure decides, where there are both.
+std::vector<std::string> pressure_words(const Judged& judged, const ChecksTable& checks,
+                                        const UnitSystem& units) {
+    std::optional<RatedPressure> rated = judged.outcome.rated_pressure;
+    if (!rated) return {};
+    std::optional<float> mawp;
+    for (const Result& result : judged.element.results(judged.outcome))
+        if (result.field->name == "mawp") mawp = result.value;
+    if (mawp) rated->estimate.reset(); // said below
+    std::vector<std::string> all = rated_pressure_words(rated, units);
+    if (!mawp) return all;
+    std::string words = "The MAWP of " + shown(*mawp, Quantity::pressure, units) + ' ';
+    if (!is_flange(judged.element))
+        words += rated->P ? "is by the formula of the code, the rated pressure by every check of "
+                            "the component; the lower one decides."
+                          : "is by the formula of the code; not every check passes at it.";
+    else if (is_deflection(judged, "mawp"))
+        words += "is no pressure that the cover holds: its estimate takes the number of the "
+                 "deflection for one. It is not to be relied upon.";
+    else if (checks.passes)
+        words += "is an estimate in proportion from the design pressure.";
+    else
+        words += "is an estimate in proportion from a design that does not pass, and not to be "
+                 "relied upon.";
+    if (is_flange(judged.element) && rated->P)
+        words =
+            "The rated pressure decides: every check that depends on the pressure passes at it. " +
+            words;
+    all.push_back(std::move(words));
+    return all;
+}
+
 // ---- checks ------------------------------------------------------------------------------------------------
 
 DocumentSection checks_section(const Request& request, const Judged& judged,
@@ -47,10 +104,10 @@ DocumentSection checks_section(const Request& request, const Judged& judged,
     const auto& [element, outcome, verdict] = judged;
     const ChecksTable checks = checks_table(element, outcome, request.units);
     DocumentSection section{.id = id + "-checks", .title = "Checks"};
-    section.blocks.emplace_back(Remark{checks.passes ? "PASS" : "FAIL", checks.headline,
+    section.blocks.emplace_back(Remark{shown_verdict(checks.verdict), checks.headline,
                                        checks.passes ? Tone::sound : Tone::bad});
     if (!checks.rows.empty()) section.blocks.emplace_back(CheckRows{checks.rows});
-    for (std::string& words : rated_pressure_words(outcome.rated_pressure, request.units))
+    for (std::string& words : pressure_words(judged, checks, request.units))
         section.blocks.emplace_back(Paragraph{std::move(words)});
     for (const std::string& reason : verdict.reasons)
         section.blocks.emplace_back(
@@ -67,12 +124,30 @@ DocumentSection checks_section(const Request& request, const Judged& judged,
 
 constexpr std::array<TextColumn, 4> RESULT_COLUMNS{{{56}, {10}, {18, true}, {12}}};
 
-// "Factor A" of "Factor A, times 1000000": the closing tables alone multiply.
-std::string label_of(const ResultField& field) {
-    return std::string(field.label.substr(0, field.label.find(", times ")));
+// Results without a value, by the reason.
+struct Missing {
+    std::string_view why;
+    std::vector<std::string> labels;
+
+    // A list that is most of the results is read by nobody.
+    bool most() const { return labels.size() > 50; }
+    std::string words() const {
+        if (most()) return "all other results";
+        std::string all;
+        for (const std::string& label : labels)
+            all += (all.empty() ? "" : "; ") + label;
+        return all;
+    }
+};
+
+// A design that was not made is one thing.
+std::string missing_label(const ResultField& field, std::string label) {
+    if (field.table == DESIGN_TABLE) return "all of the selected design";
+    if (field.table == ROUNDED_TABLE) return "all of the rounded design";
+    return label;
 }
 
-// All of them, or those of the closing tables. Labels without a value are listed by the reason.
+// All of them, or those of the closing tables.
 void add_results(const Request& request, const Judged& judged, bool all, DocumentSection& section) {
     Lines block;
     const auto add = [&](const std::array<std::string, 4>& texts, bool heading) {
@@ -80,25 +155,31 @@ void add_results(const Request& request, const Judged& judged, bool all, Documen
             block.lines.push_back({.text = std::move(line), .heading = heading});
     };
     add({"Result", "Symbol", "Value", "Unit"}, true);
-    std::vector<std::pair<std::string_view, std::string>> none;
+    std::vector<Missing> none;
     for (const Result& result : judged.element.results(judged.outcome)) {
         const ResultField& field = *result.field;
         if (!all && field.table.empty()) continue;
+        std::string label = label_of(field, judged.element.kind->results);
         if (!std::holds_alternative<std::monostate>(value_of(result, request.units))) {
-            add({label_of(field), std::string(field.symbol), result_text(result, request.units),
+            label += worth_of(judged, field);
+            add({std::move(label), std::string(field.symbol), result_text(result, request.units),
                  to_utf8(request.units.label(field.quantity))},
                 false);
             continue;
         }
         const std::string_view why = why_none(result);
         const auto same = std::find_if(none.begin(), none.end(),
-                                       [&](const auto& each) { return each.first == why; });
-        std::string& labels = same == none.end() ? none.emplace_back(why, "").second : same->second;
-        labels += (labels.empty() ? "" : "; ") + label_of(field);
+                                       [&](const Missing& each) { return each.why == why; });
+        std::vector<std::string>& labels =
+            (same == none.end() ? none.emplace_back(Missing{why, {}}) : *same).labels;
+        label = missing_label(field, std::move(label));
+        if (labels.empty() || labels.back() != label) labels.push_back(std::move(label));
     }
     if (block.lines.size() > 1) section.blocks.emplace_back(std::move(block));
-    for (const auto& [why, labels] : none)
-        section.blocks.emplace_back(Remark{"No value, " + std::string(why), labels});
+    std::stable_partition(none.begin(), none.end(),
+                          [](const Missing& each) { return !each.most(); });
+    for (const Missing& each : none)
+        section.blocks.emplace_back(Remark{"No value, " + std::string(each.why), each.words()});
 }
 
 // ---- drawings --------------------------------------------------------------------------------------------------
@@ -143,7 +224,7 @@ std::string result_text(const Result& result, const UnitSystem& units) {
     for (float least = 0.1f; *number != 0.0f && std::fabs(*number) < least && decimals < MOST;
          least /= 10.0f)
         ++decimals;
-    return number_text(*number, decimals);
+    return number_text(*number, decimals, units);
 }
 
 DocumentSection component_section(const Request& request, const Judged& judged, Detail detail,
@@ -151,7 +232,10 @@ DocumentSection component_section(const Request& request, const Judged& judged, 
     const auto& [element, outcome, verdict] = judged;
     const std::string id = id_of(element);
     std::string title = name_of(element);
-    title[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(title[0])));
+    // An abbreviation is in capitals all through.
+    const std::size_t capitals = element.kind == &MDMT_KIND ? element.kind->table.size() : 1;
+    for (std::size_t i = 0; i < capitals; ++i)
+        title[i] = static_cast<char>(std::toupper(static_cast<unsigned char>(title[i])));
     DocumentSection section{.id = id, .title = std::move(title), .new_page = true};
 
     DocumentSection inputs{.id = id + "-inputs", .title = "Inputs"};

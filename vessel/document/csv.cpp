@@ -107,9 +107,11 @@ void put_value(const Result& result, const UnitSystem& units, Row& row) {
     }
 }
 
-void write_result(const Result& result, const UnitSystem& units, Row row, std::string& into) {
+void write_result(const Element& element, const Result& result, const UnitSystem& units,
+                  std::string& into) {
+    Row row = row_of(element, "result");
     row[ID] = result.field->name;
-    row[LABEL] = result.field->label;
+    row[LABEL] = label_of(*result.field, element.kind->results);
     put_value(result, units, row);
     if (row[VALUE].empty()) row[REMARK] = why_none(result);
     write_row(row, into);
@@ -153,7 +155,7 @@ std::string csv_of(const Request& request, const Calculation& calculation) {
     }
     for (const auto& [element, outcome] : calculation.calculated) {
         for (const Result& result : element->results(*outcome))
-            write_result(result, units, row_of(*element, "result"), text);
+            write_result(*element, result, units, text);
     }
     if (request.of_vessel) write_summary(request, calculation, text);
     return text;

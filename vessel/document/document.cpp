@@ -26,8 +26,11 @@ namespace {
 
 // ---- scope ---------------------------------------------------------------------------------------------------
 
+// "1 flange", "2 elements under external pressure"
 std::string counted(std::size_t count, const ElementKind& kind) {
-    return std::to_string(count) + ' ' + std::string(count == 1 ? kind.table : kind.plural);
+    std::string name(kind.plural);
+    if (count == 1) name.erase(std::min(name.find(' '), name.size()) - 1, 1);
+    return std::to_string(count) + ' ' + name;
 }
 
 DocumentSection scope_section(const Request& request, const DocumentFacts& facts) {

@@ -1,7 +1,9 @@
 #include "document/front_page.h"
 
 #include "components/data_lines.h"
+#include "components/flange_input.h"
 #include "document/component_section.h"
+#include "document/results.h"
 #include "document/vessel_verdict.h"
 #include "fields/vessel_keys.h"
 #include "values/text.h"
@@ -62,10 +64,6 @@ DocumentTable revisions_of(const Request& request) {
     return table;
 }
 
-std::string shown_verdict(std::string_view verdict) {
-    return verdict == PASS ? "PASS" : verdict == FAIL ? "FAIL" : "NOT MADE";
-}
-
 Tone tone_of_verdict(std::string_view verdict) { return verdict == PASS ? Tone::sound : Tone::bad; }
 
 DocumentTable components_of(const Request& request, const Calculation& calculation) {
@@ -78,10 +76,11 @@ DocumentTable components_of(const Request& request, const Calculation& calculati
         const Checks checks = element->checks(*outcome, request.units);
         const std::string_view verdict = verdict_of(calculation.verdicts[i], checks);
         const Check* worst = governing(checks);
-        table.rows.push_back({{name_of(*element)},
-                              {shown_verdict(verdict), tone_of_verdict(verdict)},
-                              {worst == nullptr ? "no check is asked" : worst->label()},
-                              {worst == nullptr ? std::string() : ratio_text(*worst)}});
+        table.rows.push_back(
+            {{name_of(*element)},
+             {shown_verdict(verdict), tone_of_verdict(verdict)},
+             {worst == nullptr ? "no check is asked" : worst->label()},
+             {worst == nullptr ? std::string() : ratio_text(*worst, request.units)}});
     }
     for (std::size_t i = calculation.calculated.size(); i < request.elements.size(); ++i)
         table.rows.push_back({{name_of(*request.elements[i])},
@@ -100,22 +99,27 @@ void add_points(std::vector<Block>& blocks, std::string_view word, Points points
         blocks.emplace_back(Remark{std::string(word), std::move(point), tone});
 }
 
-std::string with_reason(const Element& element, const Check& check) {
-    std::string text = name_of(element) + ": " + check.label();
+std::string with_reason(const Calculated& of, const Check& check, const UnitSystem& units) {
+    std::string text = name_of(*of.element) + ": " + check.label();
     if (!check.reason().empty()) text += ": " + check.reason();
+    const std::optional<RatedPressure>& rated = of.outcome->rated_pressure;
+    // Of a flange it is an estimate.
+    if (of.element->kind == &FLANGE_KIND && check.field().id == "mawp" && rated && rated->P)
+        text += "; this MAWP is an estimate, the rated pressure is " +
+                shown(*rated->P, Quantity::pressure, units);
     return text;
 }
 
 std::vector<Block> open_points(const Request& request, const Calculation& calculation) {
     Points failing, unmade, warned, waived, approximate;
-    for (const auto& [element, outcome] : calculation.calculated) {
-        for (const Check& check : element->checks(*outcome, request.units)) {
+    for (const Calculated& of : calculation.calculated) {
+        for (const Check& check : of.element->checks(*of.outcome, request.units)) {
             Points* to = check.state() == State::not_made ? &unmade
                          : check.state() == State::waived ? &waived
                          : check.blocks()                 ? &failing
                          : check.advises()                ? &warned
                                                           : nullptr;
-            if (to != nullptr) to->push_back(with_reason(*element, check));
+            if (to != nullptr) to->push_back(with_reason(of, check, request.units));
         }
     }
     for (std::size_t i = calculation.calculated.size(); i < request.elements.size(); ++i)
@@ -145,6 +149,10 @@ std::vector<Block> open_points(const Request& request, const Calculation& calcul
 }
 
 } // namespace
+
+std::string shown_verdict(std::string_view verdict) {
+    return verdict == PASS ? "PASS" : verdict == FAIL ? "FAIL" : "NOT MADE";
+}
 
 std::string document_text(const Request& request, std::string_view key) {
     return text_in(request.document.texts, key);

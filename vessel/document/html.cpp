@@ -123,9 +123,17 @@ class Writer {
     void put(const DocumentTable& block) { table(block, {}); }
     // Lines and no table: a cell costs a maker of PDF as much time as three lines, and a vessel has thousands of them.
     void put(const CheckRows& block) {
-        out += "<pre class=\"checks\"><b>" + escaped(check_heads()) + "</b>";
+        std::vector<std::vector<std::string>> rows;
+        std::size_t count = 1;
         for (const CheckRow& row : block.rows) {
-            const std::vector<std::string> all = lines_of(row);
+            rows.push_back(lines_of(row));
+            count += rows.back().size();
+        }
+        open("pre", count > TOGETHER ? "checks" : "checks whole");
+        marked("b", {}, check_heads());
+        for (std::size_t place = 0; place < rows.size(); ++place) {
+            const CheckRow& row = block.rows[place];
+            const std::vector<std::string>& all = rows[place];
             out += '\n';
             text(std::string_view(all[0]).substr(0, all[0].size() - row.state.size()));
             if (row.tone == Tone::quiet || row.tone == Tone::sound)
@@ -140,8 +148,10 @@ class Writer {
         out += "</pre>\n";
     }
     void put(const Lines& block) {
-        constexpr std::size_t TOGETHER = 24; // lines on one page
-        open("pre", block.lines.size() > TOGETHER ? "" : "whole");
+        constexpr std::size_t REST = 3; // lines that are no page of their own
+        open("pre", block.lines.size() > TOGETHER                ? ""
+                    : ends_section && block.lines.size() <= REST ? "whole last"
+                                                                 : "whole");
         lines(block.lines);
         out += "</pre>\n";
     }
@@ -178,10 +188,12 @@ class Writer {
 
   private:
     static constexpr std::size_t SIZE = 1 << 20;
+    static constexpr std::size_t TOGETHER = 24; // lines on one page
 
     const CalculationDocument& document;
     std::string out;
     int number = 0;
+    bool ends_section = false; // the block that is written
 
     void text(std::string_view words) { put_text(out, words); }
     void open(std::string_view tag, std::string_view look) {
@@ -253,7 +265,9 @@ class Writer {
         out += '>';
     }
 
-    void table(const DocumentTable& of, std::string_view look) {
+    void table(const DocumentTable& of, std::string look) {
+        constexpr std::size_t FEW = 12; // rows that stay on a page
+        if (of.rows.size() <= FEW) look += look.empty() ? "whole" : " whole";
         open("table", look);
         out += '\n';
         if (!of.caption.empty()) out += "<caption>" + escaped(of.caption) + "</caption>\n";
@@ -377,7 +391,11 @@ class Writer {
         if (document.front.open_points.empty() && document.opening.empty() &&
             document.sections.empty())
             return;
-        out += "<nav aria-labelledby=\"contents\">\n<h2 id=\"contents\">Contents</h2>\n<ol>\n";
+        // Of one page, if it has room there.
+        constexpr std::size_t MOST = 45;
+        const bool whole = document.opening.size() + document.sections.size() < MOST;
+        open("nav aria-labelledby=\"contents\"", whole ? "whole" : "");
+        out += "\n<h2 id=\"contents\">Contents</h2>\n<ol>\n";
         if (!document.front.open_points.empty())
             out += "<li><a href=\"#open-points\">Open points</a></li>\n";
         int of = 0;
@@ -401,8 +419,10 @@ class Writer {
         for (const DocumentSection& each : section.sections) {
             out += "<h3 id=\"" + escaped(each.id) + "\">" + own + '.' + std::to_string(++part) +
                    "&ensp;" + escaped(each.title) + "</h3>\n";
-            for (const Block& inner : each.blocks)
+            for (const Block& inner : each.blocks) {
+                ends_section = &inner == &each.blocks.back();
                 block(inner);
+            }
         }
         out += "</section>\n";
     }

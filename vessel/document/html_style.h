@@ -49,13 +49,15 @@ nav a { text-decoration: none; }
 }
 @media print {
   body { font-size: 9pt; line-height: 1.35; max-width: none; margin: 0; padding: 0; }
-  h1 { margin-top: 0; }
+  h1 { margin-top: 0; string-set: heading "front page"; }
   h2 { string-set: heading content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }
   h3 { bookmark-level: 2; break-after: avoid; }
   .page { break-before: page; margin-top: 0; }
   pre { font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
   pre.whole { break-inside: avoid; white-space: pre; }
-  pre.checks { font-size: 7.9pt; }
+  pre.checks { font-size: 7.9pt; break-before: avoid; orphans: 5; }
+  pre.last { break-before: avoid; }
+  nav.whole, table.whole { break-inside: avoid; }
   table { font-size: 8.5pt; }
   tr, caption { break-inside: avoid; }
   .margin { break-before: avoid; }

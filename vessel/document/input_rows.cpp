@@ -20,8 +20,12 @@ std::string number_of_input(float value, const Value& given, const Key& key,
     constexpr int SINGLE = 7;
     constexpr float LONGEST = 1.0e7f;
     if (std::fabs(value) >= LONGEST) return number_text(value, 0);
-    if (given.number()) return general_text(static_cast<double>(value), SINGLE);
-    return number_text(value, key.decimals.value_or(decimals_of(key.quantity, units)));
+    if (given.number()) return with_mark(general_text(static_cast<double>(value), SINGLE), units);
+    // A dimension of a standard, or of another component.
+    constexpr int USUAL = 6;
+    if (key.quantity == Quantity::thickness || key.quantity == Quantity::diameter)
+        return with_mark(general_text(static_cast<double>(value), USUAL), units);
+    return number_text(value, key.decimals.value_or(decimals_of(key.quantity, units)), units);
 }
 
 std::string value_of(const Element& element, const Key& key, const Value& given,
@@ -46,10 +50,11 @@ bool is_shown(const Element& element, const Key& key, const Origin& origin) {
 }
 
 // What was written where it is not the number itself: "file: 10 bar".
-std::string source_of(const Origin& origin) {
+std::string source_of(const Key& key, const Origin& origin) {
     const std::string* text = origin.given.text();
     std::string source = origin.from.empty() ? std::string(DEFAULT) : origin.from;
-    if (text != nullptr && !text->empty() && (text->front() >= '0' && text->front() <= '9'))
+    const bool number = !is_text(key) && key.choices.empty();
+    if (number && text != nullptr && !text->empty() && text->front() >= '0' && text->front() <= '9')
         source += ": " + *text;
     return source;
 }
@@ -63,7 +68,7 @@ std::vector<InputRow> rows_of(const Element& element, const UnitSystem& units, T
         rows.push_back({.key = &key,
                         .value = value_of(element, key, origin->second.given, units),
                         .unit = to_utf8(units.label(key.quantity)),
-                        .source = source_of(origin->second)});
+                        .source = source_of(key, origin->second)});
     }
     return rows;
 }

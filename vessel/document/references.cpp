@@ -1,9 +1,11 @@
 #include "document/references.h"
 
+#include "catalogue/standard_flanges.h"
 #include "components/data_lines.h"
 #include "components/external_input.h"
 #include "components/flange_input.h"
 #include "components/mdmt_input.h"
+#include "components/shell_input.h"
 #include "fields/external_keys.h"
 #include "tarvane/tarvane.h"
 #include "values/text.h"
@@ -23,9 +25,12 @@ struct Reference {
     std::vector<std::string> files;       // of data that do
 };
 
+constexpr std::string_view NOT_STATED = "not stated"; // by the data files
+
 class References {
   public:
-    Reference& of(const std::string& name, const std::string& edition) {
+    Reference& of(const std::string& name, std::string edition) {
+        if (edition == NOT_STATED) edition.clear();
         for (Reference& each : all)
             if (each.name == name && each.edition == edition) return each;
         return all.emplace_back(Reference{name, edition, {}, {}});
@@ -46,6 +51,42 @@ constexpr std::string_view NAMES[] = {
     "ASME Boiler and Pressure Vessel Code, Section VIII, Division 2",
     "PD 5500, unfired fusion welded pressure vessels",
     "EN 13445-3, unfired pressure vessels, design"};
+
+// Of a part under external pressure by allowable stresses.
+bool by_code_case(const Element& element) {
+    const ExternalInput* part = nullptr;
+    if (element.kind == &EXTERNAL_KIND) part = static_cast<const ExternalInput*>(&element);
+    if (element.kind == &SHELL_KIND) {
+        const auto& shell = static_cast<const ShellInput&>(element);
+        if (shell.external) part = &*shell.external;
+    }
+    return part != nullptr && part->code() == TARVANE_ASME_VIII_1 && part->by_stress();
+}
+
+// "ASME B16.5" of "ASME B16.5 class 300 NPS 6".
+std::string without_size(const std::string& standard) {
+    return standard.substr(0, std::min(standard.find(" class "), standard.find(" PN")));
+}
+
+// The data files shorten it.
+std::string name_in_full(const std::string& source) {
+    constexpr std::string_view MATERIALS = "II-D";
+    const std::string name = source.substr(0, source.find_first_of(":;,"));
+    if (!name.starts_with(MATERIALS)) return name;
+    return "ASME Boiler and Pressure Vessel Code, Section II, Part D" +
+           name.substr(MATERIALS.size());
+}
+
+// Of a standard flange, by its figures in the data files.
+std::string edition_of_standard(const FlangeInput& flange, const std::vector<UsedFile>& files) {
+    const auto own = flange.data.find(std::string(STANDARD_FLANGE_FILE));
+    for (const UsedFile& file : files) {
+        if (file.name != STANDARD_FLANGE_FILE || own == flange.data.end()) continue;
+        for (const UsedItem& item : file.items)
+            if (item.source && own->second.contains(item.name)) return item.source->edition;
+    }
+    return {};
+}
 
 // As the calculations of flanges say it; the rules of shells are the same in several editions.
 std::string edition_of(const Element& element, int code) {
@@ -93,6 +134,7 @@ std::string names_of(const std::vector<const Element*>& elements, const Request&
 }
 
 DocumentSection references_section(const Request& request) {
+    const std::vector<UsedFile> files = used_files(request);
     References references;
     for (const auto& element : request.elements) {
         const int code = choice_of(*element, "code");
@@ -100,23 +142,23 @@ DocumentSection references_section(const Request& request) {
             references
                 .of(std::string(NAMES[static_cast<std::size_t>(code)]), edition_of(*element, code))
                 .elements.push_back(element.get());
-        if (code == TARVANE_ASME_VIII_1 && choice_of(*element, "method") == METHOD_STRESS &&
-            element->kind == &EXTERNAL_KIND)
+        if (by_code_case(*element))
             references.of("ASME Code Case 2286", {}).elements.push_back(element.get());
         if (element->kind != &FLANGE_KIND) continue;
         if (const auto& flange = static_cast<const FlangeInput&>(*element);
             !flange.standard().empty())
-            references.of(flange.standard(), {}).elements.push_back(&flange);
+            references.of(without_size(flange.standard()), edition_of_standard(flange, files))
+                .elements.push_back(&flange);
     }
-    for (const UsedFile& file : used_files(request)) {
+    for (const UsedFile& file : files) {
+        if (file.name == STANDARD_FLANGE_FILE) continue; // by the flanges
         for (const UsedItem& item : file.items) {
             if (!item.source || item.source->source.empty()) continue;
             const std::string& source = item.source->source;
-            std::vector<std::string>& files =
-                references.of(source.substr(0, source.find_first_of(":;,")), item.source->edition)
-                    .files;
-            if (std::find(files.begin(), files.end(), file.name) == files.end())
-                files.push_back(file.name);
+            std::vector<std::string>& names =
+                references.of(name_in_full(source), item.source->edition).files;
+            if (std::find(names.begin(), names.end(), file.name) == names.end())
+                names.push_back(file.name);
         }
     }
     DocumentTable table{

@@ -1,5 +1,6 @@
 #include "document/result_value.h"
 
+#include "fields/flange_results.h"
 #include "fields/keys.h"
 
 #include <cmath>
@@ -17,6 +18,22 @@ ResultValue value_of(const Result& result, const UnitSystem& units) {
         if (!name.empty()) return name;
     }
     return value;
+}
+
+std::string label_of(const ResultField& field, std::span<const ResultField> all) {
+    constexpr std::string_view SAME = "The same";
+    std::string label(field.label.substr(0, field.label.find(", times ")));
+    if (label.starts_with(SAME)) {
+        std::string_view what = SAME;
+        for (const ResultField& each : all) {
+            if (each.name == field.name) break;
+            if (!each.label.starts_with(SAME)) what = each.label;
+        }
+        label.replace(0, SAME.size(), what);
+    }
+    if (field.table == DESIGN_TABLE) label += ", selected";
+    if (field.table == ROUNDED_TABLE) label += ", rounded";
+    return label;
 }
 
 std::string_view why_none(const Result& result) {

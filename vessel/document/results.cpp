@@ -35,6 +35,15 @@ std::string number_text(float value, int decimals) {
     return fixed_text(static_cast<double>(value), decimals);
 }
 
+std::string number_text(float value, int decimals, const UnitSystem& units) {
+    return with_mark(number_text(value, decimals), units);
+}
+
+std::string with_mark(std::string number, const UnitSystem& units) {
+    if (units.decimal_comma) std::replace(number.begin(), number.end(), '.', ',');
+    return number;
+}
+
 int decimals_of(Quantity quantity, const UnitSystem& units) {
     const float factor = units.factor(quantity);
     switch (quantity) {
@@ -52,7 +61,7 @@ int decimals_of(Quantity quantity, const UnitSystem& units) {
 }
 
 std::string shown(float value, Quantity quantity, const UnitSystem& units) {
-    return number_text(units.to_file(value, quantity), decimals_of(quantity, units)) + ' ' +
+    return number_text(units.to_file(value, quantity), decimals_of(quantity, units), units) + ' ' +
            to_utf8(units.label(quantity));
 }
 
@@ -64,7 +73,7 @@ std::string shown_degrees(float value, const UnitSystem& units) {
 std::string value_text(std::optional<float> value, Quantity quantity, const UnitSystem& units) {
     if (!value) return "none";
     if (quantity == Quantity::whole) return number_text(*value, 0);
-    return number_text(units.to_file(*value, quantity), decimals_of(quantity, units));
+    return number_text(units.to_file(*value, quantity), decimals_of(quantity, units), units);
 }
 
 std::string text_table(std::string_view title, std::span<const std::string> headings,

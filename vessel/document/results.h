@@ -14,6 +14,10 @@
 namespace tarvane::vessel {
 
 std::string number_text(float value, int decimals);
+// The same for a reader of the file.
+std::string number_text(float value, int decimals, const UnitSystem& units);
+// A number with the decimal mark of the file.
+std::string with_mark(std::string number, const UnitSystem& units);
 
 // Decimals that show about six figures in any unit.
 int decimals_of(Quantity quantity, const UnitSystem& units);

@@ -18,8 +18,8 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
         const std::string_view own = verdict_of(calculation.verdicts[i], checks);
         if (own == FAIL || worst_of_all == PASS) worst_of_all = own;
         if (own != PASS)
-            failing +=
-                (failing.empty() ? "" : "; ") + name_of(*element) + ": " + governing_words(checks);
+            failing += (failing.empty() ? "" : "; ") + name_of(*element) + ": " +
+                       governing_words(checks, request.units);
         if (const std::string remarks = remarks_on(checks); !remarks.empty())
             beside += "; " + name_of(*element) + ": " + remarks.substr(2);
         all.insert(all.end(), checks.begin(), checks.end());
@@ -37,8 +37,8 @@ VesselVerdict vessel_verdict(const Request& request, const Calculation& calculat
         verdict.words =
             advised ? "every check that decides passes" : "every check that tarvane makes passes";
         if (verdict.governing)
-            verdict.words += "; " + governing_words({verdict.governing->check}) + ", of " +
-                             name_of(*verdict.governing->element);
+            verdict.words += "; " + governing_words({verdict.governing->check}, request.units) +
+                             ", of " + name_of(*verdict.governing->element);
     } else {
         verdict.words = failing;
         if (!calculation.complete) {

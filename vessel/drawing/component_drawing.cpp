@@ -9,7 +9,7 @@ namespace tarvane::vessel {
 
 std::optional<Figure> component_drawing(const Element& element, const Outcome& outcome,
                                         const Request& request) {
-    const DimensionStyle style = dimension_style(request.units, request.decimal_comma);
+    const DimensionStyle style = dimension_style(request.units, request.units.decimal_comma);
     const std::string name = name_of(element);
     std::optional<Drawn> drawn;
     if (element.kind == &FLANGE_KIND) {

@@ -360,7 +360,7 @@ std::optional<Drawn> Outline::draw() {
 } // namespace
 
 std::optional<Drawn> draw_vessel(const Request& request) {
-    const DimensionStyle style = dimension_style(request.units, request.decimal_comma);
+    const DimensionStyle style = dimension_style(request.units, request.units.decimal_comma);
     return largest_drawing([&](double scale) { return Outline(request, scale, style).draw(); });
 }
 

@@ -14,7 +14,13 @@ using B = TARVANE_FLANGE_RESULTS;
 constexpr std::string_view NO_INTERNAL_PRESSURE = "no internal pressure pass",
                            KIND_ANALYSE = "kind analyse", NOT_DESIGNED = "kind is not design",
                            NO_PRESSURE = "no pressure was found", NOT_GIVEN = "not given",
-                           NO_RIGIDITY = "no rigidity index of this flange",
+                           NO_RIGIDITY = "no rigidity index of this flange", NO_HUB = "no hub",
+                           NO_FACTOR = "no such factor of this type",
+                           NO_LOAD = "no such load, arm or moment of this flange",
+                           NO_EXTERNAL_LOADS = "no external loads",
+                           NO_PARTITION = "no partition gasket",
+                           NO_WEIGHT = "no weights of this type and kind",
+                           NO_STRESS = "no such stress in this flange",
                            KIND_RATED_ALONE = "kind rated: no stresses are calculated";
 
 // Why a stage has no value: it did not run for this flange, or nothing did.
@@ -34,6 +40,16 @@ Got of(F f) {
     return value(f, f.block.*MEMBER);
 }
 
+// What this flange does not have is 0.0.
+Got unless_zero(Got got, std::string_view why) {
+    return got.value && *got.value == 0.0f ? Got::none(why) : got;
+}
+
+template <float B::*MEMBER, const std::string_view& WHY>
+Got of_some(F f) {
+    return unless_zero(of<MEMBER>(f), WHY);
+}
+
 // Shown in foot-pounds or their metric counterpart.
 template <float B::*MEMBER>
 Got moment_of(F f) {
@@ -41,9 +57,14 @@ Got moment_of(F f) {
     return inch_pounds.value ? Got(*inch_pounds.value / 12.0f) : inch_pounds;
 }
 
+template <float B::*MEMBER, const std::string_view& WHY>
+Got moment_of_some(F f) {
+    return unless_zero(moment_of<MEMBER>(f), WHY);
+}
+
 template <int ROW, int PLACE>
 Got stress_of(F f) {
-    return value(f, f.block.stress[ROW][PLACE]);
+    return unless_zero(value(f, f.block.stress[ROW][PLACE]), NO_STRESS);
 }
 
 // Loads and moments are results of the internal pressure pass; 0.0 all through when it did not run.
@@ -68,6 +89,17 @@ Got rounded(F f) {
     if (f.rounded != nullptr) return f.rounded[ELEMENT];
     const bool design = static_cast<int>(f.given[TARVANE_KIND]) == TARVANE_DESIGN;
     return Got::none(design ? "no design to round" : NOT_DESIGNED);
+}
+
+// A blind and a ring have none of the hub.
+template <int ELEMENT>
+Got designed_hub(F f) {
+    return unless_zero(designed<ELEMENT>(f), NO_HUB);
+}
+
+template <int ELEMENT>
+Got rounded_hub(F f) {
+    return unless_zero(rounded<ELEMENT>(f), NO_HUB);
 }
 
 Got pressure_of(F f, float number) {
@@ -153,10 +185,10 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
     {{"designed.a", "a", diameter, "Bolt diameter", DESIGN_TABLE}, designed<TARVANE_DESIGNED_a>},
     {{"designed.C", "C", diameter, "Bolt circle", DESIGN_TABLE}, designed<TARVANE_DESIGNED_C>},
     {{"designed.g1", "g1", thickness, "Hub thickness, large end", DESIGN_TABLE},
-     designed<TARVANE_DESIGNED_g1>},
+     designed_hub<TARVANE_DESIGNED_g1>},
     {{"designed.g0", "g0", thickness, "Hub thickness, small end", DESIGN_TABLE},
-     designed<TARVANE_DESIGNED_go>},
-    {{"designed.h", "h", thickness, "Hub length", DESIGN_TABLE}, designed<TARVANE_DESIGNED_h>},
+     designed_hub<TARVANE_DESIGNED_go>},
+    {{"designed.h", "h", thickness, "Hub length", DESIGN_TABLE}, designed_hub<TARVANE_DESIGNED_h>},
     {{"designed.A", "A", diameter, "Outside diameter", DESIGN_TABLE}, designed<TARVANE_DESIGNED_A>},
     {{"designed.Fod", "Fod", diameter, "Face outside diameter", DESIGN_TABLE},
      designed<TARVANE_DESIGNED_Fod>},
@@ -173,15 +205,15 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
          return thickness_of(f, f.t_req);
      }},
     // ---- the same, rounded
-    {{"rounded.B", "B", diameter, "Inside diameter", ROUNDED_TABLE}, rounded<TARVANE_B>},
+    {{"rounded.B", "B", diameter, "Inside diameter", ROUNDED_TABLE}, [](F f) { return unless_zero(rounded<TARVANE_B>(f), "no bore"); }},
     {{"rounded.n", "n", whole, "Number of bolts", ROUNDED_TABLE}, rounded<TARVANE_BOLTS>},
     {{"rounded.a", "a", diameter, "Bolt diameter", ROUNDED_TABLE}, rounded<TARVANE_a>},
     {{"rounded.C", "C", diameter, "Bolt circle", ROUNDED_TABLE}, rounded<TARVANE_C>},
     {{"rounded.g1", "g1", thickness, "Hub thickness, large end", ROUNDED_TABLE},
-     rounded<TARVANE_g1>},
+     rounded_hub<TARVANE_g1>},
     {{"rounded.g0", "g0", thickness, "Hub thickness, small end", ROUNDED_TABLE},
-     rounded<TARVANE_go>},
-    {{"rounded.h", "h", thickness, "Hub length", ROUNDED_TABLE}, rounded<TARVANE_h>},
+     rounded_hub<TARVANE_go>},
+    {{"rounded.h", "h", thickness, "Hub length", ROUNDED_TABLE}, rounded_hub<TARVANE_h>},
     {{"rounded.A", "A", diameter, "Outside diameter", ROUNDED_TABLE}, rounded<TARVANE_A>},
     {{"rounded.Fod", "Fod", diameter, "Face outside diameter", ROUNDED_TABLE},
      rounded<TARVANE_Fod>},
@@ -235,28 +267,28 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
     {{"b2", "2b\"", diameter, "Effective width of a full face gasket"}, of<&B::b2>},
     {{"b_prime", "b'", diameter, "Width of a full face gasket of a reverse flange"},
      of<&B::bPrime>},
-    {{"b_part", "", diameter, "Effective width of the partition gasket"}, of<&B::bPart>},
+    {{"b_part", "", diameter, "Effective width of the partition gasket"}, of_some<&B::bPart, NO_PARTITION>},
     // ---- loads
     {{"H", "H", force, "Hydrostatic end load"}, of<&B::H>},
     {{"Hd", "Hd", force, "Hydrostatic end load at the inside diameter"}, of<&B::Hd>},
-    {{"Ht", "Ht", force, "Pressure force on the flange face"}, of<&B::Ht>},
+    {{"Ht", "Ht", force, "Pressure force on the flange face"}, of_some<&B::Ht, NO_LOAD>},
     {{"Hp", "Hp", force, "Contact load on gasket surfaces"}, of<&B::Hp>},
     {{"Hp_prime", "H'p", force, "Contact load within the bolt circle, full face"},
-     of<&B::HpPrime>},
-    {{"HGY", "HGY", force, "Gasket load for seating, full face"}, of<&B::HGY>},
+     of_some<&B::HpPrime, NO_LOAD>},
+    {{"HGY", "HGY", force, "Gasket load for seating, full face"}, of_some<&B::HGY, NO_LOAD>},
     {{"HG", "HG", force, "Gasket load, operating"}, of<&B::HG>},
-    {{"Wext", "", force, "External loads on the bolts"}, of<&B::Wext>},
+    {{"Wext", "", force, "External loads on the bolts"}, of_some<&B::Wext, NO_EXTERNAL_LOADS>},
     {{"Am1", "Am1", area, "Bolt area required for operation"}, of<&B::Am1>},
     {{"Am2", "Am2", area, "Bolt area required for gasket seating"}, of<&B::Am2>},
     // ---- arms, moments
     {{"hd", "hd", diameter, "Arm of the end pressure reaction"}, of<&B::hd>},
-    {{"ht", "ht", diameter, "Arm of the face pressure reaction"}, of<&B::ht>},
+    {{"ht", "ht", diameter, "Arm of the face pressure reaction"}, of_some<&B::ht, NO_LOAD>},
     {{"hg", "hg", diameter, "Arm of the gasket load reaction"}, of<&B::hg>},
     {{"Md", "Md", moment, "Moment of the end pressure"}, moment_of<&B::Md>},
-    {{"Mt", "Mt", moment, "Moment of the face pressure"}, moment_of<&B::Mt>},
-    {{"Mg", "Mg", moment, "Moment of the gasket load"}, moment_of<&B::Mg>},
-    {{"Mr", "Mr", moment, "Moment of the balancing reaction"}, moment_of<&B::Mr>},
-    {{"Moe", "Moe", moment, "Moment of external loads"}, moment_of<&B::Moe>},
+    {{"Mt", "Mt", moment, "Moment of the face pressure"}, moment_of_some<&B::Mt, NO_LOAD>},
+    {{"Mg", "Mg", moment, "Moment of the gasket load"}, moment_of_some<&B::Mg, NO_LOAD>},
+    {{"Mr", "Mr", moment, "Moment of the balancing reaction"}, moment_of_some<&B::Mr, NO_LOAD>},
+    {{"Moe", "Moe", moment, "Moment of external loads"}, moment_of_some<&B::Moe, NO_EXTERNAL_LOADS>},
     // ---- bolting
     {{"bolt_spacing", "", diameter, "Bolt spacing"}, of<&B::bolt_spacing>},
     {{"bolt_spacing_min", "", diameter, "Least bolt spacing"}, of<&B::bolt_spacing_min>},
@@ -267,20 +299,20 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
     {{"edge_min", "", diameter, "Least distance of the bolts to the edge"}, of<&B::edge_min>},
     {{"CF", "", number, "Correction of the moments for bolt spacing"}, of<&B::CF>},
     // ---- shape factors
-    {{"K", "K", number, "Ratio of outside to inside diameter"}, of<&B::K>},
-    {{"T_factor", "T", number, "Shape factor T"}, of<&B::T_factor>},
-    {{"U", "U", number, "Shape factor U"}, of<&B::U>},
-    {{"Y", "Y", number, "Shape factor Y"}, of<&B::Y>},
-    {{"Z", "Z", number, "Shape factor Z"}, of<&B::Z>},
+    {{"K", "K", number, "Ratio of outside to inside diameter"}, of_some<&B::K, NO_FACTOR>},
+    {{"T_factor", "T", number, "Shape factor T"}, of_some<&B::T_factor, NO_FACTOR>},
+    {{"U", "U", number, "Shape factor U"}, of_some<&B::U, NO_FACTOR>},
+    {{"Y", "Y", number, "Shape factor Y"}, of_some<&B::Y, NO_FACTOR>},
+    {{"Z", "Z", number, "Shape factor Z"}, of_some<&B::Z, NO_FACTOR>},
     {{"Yr", "Yr", number, "Shape factor of a reverse flange"}, of<&B::Yr>},
     {{"alpha_r", "Alphar", number, "Ratio of a reverse flange to a conventional one"},
      of<&B::Alphar>},
-    {{"F", "F", number, "Hub factor F"}, of<&B::F>},
-    {{"V", "V", number, "Hub factor V"}, of<&B::V>},
-    {{"f", "f", number, "Hub stress correction factor"}, of<&B::f>},
-    {{"e", "e", number, "Hub factor e"}, of<&B::e>},
-    {{"d", "d", number, "Hub factor d"}, of<&B::d>},
-    {{"ho", "ho", diameter, "Hub factor ho"}, of<&B::ho>},
+    {{"F", "F", number, "Hub factor F"}, of_some<&B::F, NO_FACTOR>},
+    {{"V", "V", number, "Hub factor V"}, of_some<&B::V, NO_FACTOR>},
+    {{"f", "f", number, "Hub stress correction factor"}, of_some<&B::f, NO_FACTOR>},
+    {{"e", "e", number, "Hub factor e"}, of_some<&B::e, NO_FACTOR>},
+    {{"d", "d", number, "Hub factor d"}, of_some<&B::d, NO_FACTOR>},
+    {{"ho", "ho", diameter, "Hub factor ho"}, of_some<&B::ho, NO_FACTOR>},
     {{"kf", "k", number, "Divisor of the allowable stresses"}, of<&B::kf>},
     // ---- stresses
     {{"SHo", "SHo", stress, "Longitudinal hub stress, operating"},
@@ -319,7 +351,7 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
     {{"J_required_seating", "", number,
       "Rigidity index at the required thickness, gasket seating"},
      [](F f) { return index(f, f.block.J_required[SEAT]); }},
-    {{"E_cold", "", stress, "Elastic modulus at 70 F"}, of<&B::E_cold>},
+    {{"E_cold", "", stress, "Elastic modulus at ambient temperature"}, of<&B::E_cold>},
     {{"E_hot", "", stress, "Elastic modulus at the design temperature"}, of<&B::E_hot>},
     // ---- cover
     {{"deflection", "", thickness, "Deflection of a channel cover"}, of<&B::deflection>},
@@ -347,8 +379,8 @@ constexpr ResultRow<FlangeFound> ROWS[] = {
                     ? Got::none(f.stopped ? no_stage(f) : "no limit was looked for or found")
                     : Got(static_cast<float>(f.block.failure_by));
      }},
-    {{"weight_finished", "", weight, "Finished weight"}, of<&B::weight_finished>},
-    {{"weight_forging", "", weight, "Weight of the forging"}, of<&B::weight_forging>},
+    {{"weight_finished", "", weight, "Finished weight"}, of_some<&B::weight_finished, NO_WEIGHT>},
+    {{"weight_forging", "", weight, "Weight of the forging"}, of_some<&B::weight_forging, NO_WEIGHT>},
     // ---- of a rated flange, or of a standard one
     {{"P", "P", pressure, "Design pressure", RATED_TABLE}, [](F f) { return Got(f.given[TARVANE_P]); }},
     {{"rating", "", pressure, "Pressure rating at the design temperature", RATED_TABLE},

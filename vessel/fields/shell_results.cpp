@@ -96,7 +96,10 @@ constexpr ResultRow<ShellFound> ROWS[] = {
     {{"map_nc_14f", "", pressure, "The same, new and cold"}, of<&B::map_nc_14f>},
     {{"t_crown", "", thickness, "Required thickness of the crown, AD-204"}, of<&B::t_crown>},
     {{"t_knuckle", "", thickness, "Required thickness of the knuckle, AD-204"}, of<&B::t_knuckle>},
-    {{"crown_radius", "L", diameter, "Crown radius, or the equivalent one"}, of<&B::crown_radius>},
+    {{"crown_radius", "L", diameter, "Crown radius, or the equivalent one"},
+     [](F f) {
+         return f.block.crown_radius == 0.0f ? Got::none(NOT_RUN) : of<&B::crown_radius>(f);
+     }},
     {{"ratio", "", number, "Corroded thickness over crown radius"}, of<&B::ratio>},
     {{"attachment_factor", "C", number, "Attachment factor of a flat head, with openings"},
      of<&B::attachment_factor>},
@@ -120,7 +123,12 @@ std::vector<ResultField> all_fields() {
     std::vector<ResultField> fields(OWN_FIELDS.begin(), OWN_FIELDS.end());
     for (ResultField field : external_result_fields()) {
         if (is_shared(field)) continue;
-        if (field.name == FAILURE) field.name = EXTERNAL_FAILURE;
+        if (field.name == FAILURE) {
+            field.name = EXTERNAL_FAILURE;
+            field.label = "Corrosion allowance at failure, external pressure";
+        } else if (field.label == "Required thickness with allowances") {
+            field.label = "Required thickness, external, with allowances";
+        }
         field.table = {};
         fields.push_back(field);
     }

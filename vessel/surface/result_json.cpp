@@ -347,7 +347,7 @@ void Writer::write_component(const Found& found) {
     json.begin_object();
     text("description", to_utf8(found.element->description()));
     text("verdict", verdict_of(found));
-    text("says", words_of(found.checks));
+    text("says", words_of(found.checks, request.units));
     json.key("governing");
     if (const Check* worst = governing(found.checks))
         json.text(worst->field().id);
