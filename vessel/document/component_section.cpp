@@ -200,7 +200,7 @@ void add_chart(const Request& request, const Judged& judged, int& figures,
     const std::string words =
         "chart " + point->chart + " with the point of " + name_of(judged.element);
     Figure figure = chart_figure(point->chart, point->temperature, point->yield, point->A,
-                                 request.units, request.decimal_comma);
+                                 request.units, request.units.decimal_comma);
     section.blocks.emplace_back(numbered(std::move(figure), words, figures));
 }
 

@@ -331,7 +331,7 @@ void Writer::write_drawings(const Found& found) {
         write_drawing("section", section->svg);
     if (const auto point = found.element->chart_point(*found.outcome))
         write_drawing("chart", chart_svg(point->chart, point->temperature, point->yield, point->A,
-                                         request.units, request.decimal_comma));
+                                         request.units, request.units.decimal_comma));
     json.end_list();
 }
 
