@@ -169,7 +169,7 @@ class ResultWriter {
             const Checks checks = sorted_checks(element, *outcome);
             const Check* worst = governing(checks);
             json.key("verdict").text(verdict_of(*verdict, checks));
-            json.key("says").text(words_of(checks)).key("governing");
+            json.key("says").text(words_of(checks, request.units)).key("governing");
             if (worst != nullptr)
                 json.text(worst->field().id);
             else
@@ -216,7 +216,7 @@ class ResultWriter {
         json.begin_object().key("path").text(path_of(element));
         json.key("name").text(name_of(element));
         json.key("verdict").text(verdict_of(verdict, checks));
-        json.key("says").text(words_of(checks));
+        json.key("says").text(words_of(checks, request.units));
         write_inputs(element);
         write_checks(element, outcome, checks);
         write_results(element, outcome);
