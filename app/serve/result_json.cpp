@@ -211,7 +211,25 @@ class ResultWriter {
             write_component(*element, *outcome, *own);
     }
 
-    void write_component(const Element& element, const Outcome& outcome, const Verdict& verdict) {
+    // The others are calculated without lines and without the reasons of their checks.
+    std::unique_ptr<Outcome> calculated_aloud(const Element& element, const Outcome& silent) const {
+        Request aloud = without_report(request);
+        aloud.report = aloud.words = true;
+        std::unique_ptr<Outcome> outcome = element.calculate(aloud);
+        outcome->rated_pressure = silent.rated_pressure;
+        return outcome;
+    }
+
+    void write_component(const Element& element, const Outcome& silent, const Verdict& silently) {
+        std::unique_ptr<Outcome> aloud;
+        std::string failure;
+        try {
+            aloud = calculated_aloud(element, silent);
+        } catch (const std::exception& problem) {
+            failure = problem.what();
+        }
+        const Outcome& outcome = aloud ? *aloud : silent;
+        const Verdict verdict = aloud ? element.judge(outcome, request.units) : silently;
         const Checks checks = sorted_checks(element, outcome);
         json.begin_object().key("path").text(path_of(element));
         json.key("name").text(name_of(element));
@@ -228,7 +246,12 @@ class ResultWriter {
                                       request.units));
         else
             json.null();
-        json.key("calculation").text(calculation_of(element));
+        DocumentSection lines;
+        if (aloud)
+            lines.blocks = report_blocks(element, outcome, request.units, {});
+        else
+            lines.blocks.emplace_back(Remark{"Not made", printable(failure), Tone::bad});
+        json.key("calculation").text(html_of(lines));
         json.key("messages").begin_list();
         for (const std::string& message : outcome.messages)
             json.text(to_utf8(message));
@@ -238,22 +261,6 @@ class ResultWriter {
         for (const std::string& reason : verdict.reasons)
             json.text(reason);
         json.end_list().end_object();
-    }
-
-    // Its lines alone are written: the others are calculated without.
-    std::string calculation_of(const Element& element) const {
-        Request aloud = without_report(request);
-        aloud.report = true;
-        try {
-            const std::unique_ptr<Outcome> outcome = element.calculate(aloud);
-            DocumentSection section;
-            section.blocks = report_blocks(element, *outcome, request.units, {});
-            return html_of(section);
-        } catch (const std::exception& problem) {
-            DocumentSection section;
-            section.blocks.emplace_back(Remark{"Not made", printable(problem.what()), Tone::bad});
-            return html_of(section);
-        }
     }
 
     void write_inputs(const Element& element) {
@@ -356,7 +363,7 @@ std::string result_json_of(const std::string& toml, const std::string& component
         return not_calculated(FAULTY, count == 1 ? "a fault" : std::to_string(count) + " faults",
                               input.faults, {}, toml);
     }
-    input.request.report = false;
+    input.request.report = input.request.words = false;
     const Calculation calculation = calculate(input.request);
     return ResultWriter(input.request, calculation, toml).write(component);
 }

@@ -1,12 +1,11 @@
 #include "serve/toml_edit.h"
 
+#include "serve/toml_lines.h"
 #include "serve/toml_tree.h"
 #include "values/text.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
-#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -20,50 +19,7 @@ namespace {
 using Form = TomlNode::Form;
 using Steps = std::span<const TomlStep>;
 
-constexpr std::size_t MOST_STEPS = 8;
-
-bool is_bare(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '-';
-}
-
 bool is_blank(char c) { return c == ' ' || c == '\t'; }
-
-// ---- writing values ------------------------------------------------------------------------------------
-
-std::string text_of(std::string_view utf8) {
-    constexpr std::string_view DIGITS = "0123456789ABCDEF";
-    std::string out = "\"";
-    for (const char c : utf8) {
-        const auto code = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += c;
-        } else if (code < 0x20 || code == 0x7F) {
-            out += "\\u00";
-            out += DIGITS[code >> 4];
-            out += DIGITS[code & 15];
-        } else {
-            out += c;
-        }
-    }
-    return out + '"';
-}
-
-std::string number_of(double number) {
-    if (!std::isfinite(number)) throw EditRefused("a number is expected");
-    char digits[40];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-    std::string written(digits, end);
-    // A float of TOML has a point or an exponent.
-    if (written.find_first_of(".e") == std::string::npos) written += ".0";
-    return written;
-}
-
-std::string key_of(std::string_view name) {
-    return !name.empty() && std::all_of(name.begin(), name.end(), is_bare) ? std::string(name)
-                                                                           : text_of(name);
-}
 
 // A value in the tables and lists that the steps name.
 std::string nested(Steps steps, std::string written) {
@@ -74,69 +30,6 @@ std::string nested(Steps steps, std::string written) {
             written = "[" + written + "]";
     }
     return written;
-}
-
-// ---- lines -----------------------------------------------------------------------------------------------
-
-std::size_t line_begin(std::string_view text, std::size_t at) {
-    const std::size_t end = at == 0 ? std::string_view::npos : text.rfind('\n', at - 1);
-    if (end != std::string_view::npos) return end + 1;
-    return text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-}
-
-std::size_t after_line(std::string_view text, std::size_t at) {
-    const std::size_t end = text.find('\n', at);
-    return end == std::string_view::npos ? text.size() : end + 1;
-}
-
-std::string_view line_end_of(std::string_view text) {
-    const std::size_t first = text.find('\n');
-    return first != std::string_view::npos && first > 0 && text[first - 1] == '\r' ? "\r\n" : "\n";
-}
-
-std::string indentation(std::string_view text, std::size_t at) {
-    const std::size_t begin = line_begin(text, at);
-    std::size_t end = begin;
-    while (end < text.size() && is_blank(text[end]))
-        ++end;
-    return std::string(text.substr(begin, end - begin));
-}
-
-bool blank_line(std::string_view text, std::size_t begin) {
-    for (std::size_t i = begin; i < text.size() && text[i] != '\n'; ++i) {
-        if (!is_blank(text[i]) && text[i] != '\r') return false;
-    }
-    return begin < text.size();
-}
-
-// Commas between the items of an array or an inline table, not those within the items.
-std::vector<std::size_t> commas(std::string_view text, const TextRange& brackets) {
-    std::vector<std::size_t> found;
-    int depth = 0;
-    for (std::size_t i = brackets.begin + 1; i + 1 < brackets.end; ++i) {
-        const char c = text[i];
-        if (c == '#') {
-            i = after_line(text, i) - 1;
-        } else if (c == '"' || c == '\'') {
-            const bool lines = text.substr(i, 3) == std::string(3, c);
-            const std::string close(lines ? 3 : 1, c);
-            for (i += close.size(); i < brackets.end && text.substr(i, close.size()) != close;
-                 ++i) {
-                if (text[i] == '\\' && c == '"') ++i;
-            }
-            i += close.size() - 1;
-            // Quotation marks that end a text of several lines belong to it.
-            while (lines && i + 1 < brackets.end && text[i + 1] == c)
-                ++i;
-        } else if (c == '[' || c == '{') {
-            ++depth;
-        } else if (c == ']' || c == '}') {
-            --depth;
-        } else if (c == ',' && depth == 0) {
-            found.push_back(i);
-        }
-    }
-    return found;
 }
 
 // ---- the text as it is expected -------------------------------------------------------------------------
@@ -543,56 +436,6 @@ class Editor {
 };
 
 } // namespace
-
-std::optional<TomlPath> path_named(std::string_view name) {
-    TomlPath path;
-    while (!name.empty()) {
-        if (path.size() == MOST_STEPS) return std::nullopt;
-        if (name.front() == '[') {
-            std::size_t place = 0;
-            const auto [end, error] =
-                std::from_chars(name.data() + 1, name.data() + name.size(), place);
-            if (error != std::errc() || end == name.data() + name.size() || *end != ']' ||
-                path.empty())
-                return std::nullopt;
-            path.emplace_back(place);
-            name.remove_prefix(static_cast<std::size_t>(end - name.data()) + 1);
-            continue;
-        }
-        if (!path.empty()) {
-            if (name.front() != '.') return std::nullopt;
-            name.remove_prefix(1);
-        }
-        const auto length = static_cast<std::size_t>(
-            std::find_if_not(name.begin(), name.end(), is_bare) - name.begin());
-        if (length == 0) return std::nullopt;
-        path.emplace_back(std::string(name.substr(0, length)));
-        name.remove_prefix(length);
-    }
-    if (path.empty()) return std::nullopt;
-    return path;
-}
-
-std::string toml_of(const Value& value) {
-    if (const auto* words = value.text()) return text_of(*words);
-    if (const auto* flag = value.flag()) return *flag ? "true" : "false";
-    if (const auto* whole = value.whole()) return std::to_string(*whole);
-    if (const auto number = value.number()) return number_of(*number);
-    if (const auto* list = value.list()) {
-        std::string items;
-        for (const Value& item : *list)
-            items += (items.empty() ? "" : ", ") + toml_of(item);
-        return "[" + items + "]";
-    }
-    if (const auto* table = value.table()) {
-        std::string members;
-        for (const Table::Entry& entry : *table)
-            members +=
-                (members.empty() ? " " : ", ") + key_of(entry.key) + " = " + toml_of(entry.value);
-        return "{" + members + " }";
-    }
-    throw EditRefused("a value is expected, not nothing");
-}
 
 std::string with_value(std::string_view text, const TomlPath& path, const Value& value) {
     return Editor(text, path).put(toml_of(value), value);

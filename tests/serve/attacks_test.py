@@ -218,7 +218,7 @@ class Refusals(unittest.TestCase):
         self.assertNotIn("link.toml", listed)
         self.assertNotIn("folder.toml", listed)
         for path in ("/../secret.toml", "/%2e%2e/secret.toml", "/files/v101.toml", "/v101.toml", "//etc/passwd",
-                     "/api/../secret.toml", "/assets/index.html", "/index.html%00"):
+                     "/api/../secret.toml", "/assets/index.html", "/index.html%2f.."):
             self.assertEqual(self.status("GET", path), 404, path)
         for handle in ("../secret.toml", str(secret), "link.toml", "v101.toml", "", "f0", "f99999", "..", "d1"):
             self.assertEqual(self.status("POST", "/api/open", {"handle": handle}), 404, handle)
