@@ -17,6 +17,15 @@ export function keysOfLabel(label, kind, isRead) {
     return names.filter(Boolean);
 }
 
+// By what the label says of itself: to ask the browser would lay out the page once more.
+function boxAround(label) {
+    const ROOM = 0.9; // mm
+    const [x, y, size, length] = ['x', 'y', 'font-size', 'textLength'].map((name) => Number(label.getAttribute(name)));
+    const width = length || 0.6 * size * label.textContent.length;
+    const before = { middle: width / 2, end: width }[label.getAttribute('text-anchor')] ?? 0;
+    return { x: x - before - ROOM, y: y - 0.8 * size - ROOM / 2, width: width + 2 * ROOM, height: size + ROOM };
+}
+
 export class Drawing {
     #root;
     #chosen;
@@ -58,15 +67,12 @@ export class Drawing {
         if (found.length === 0) return;
         // An image has no parts for those who listen; a group has.
         drawing.setAttribute('role', 'group');
-        const boxes = found.map(({ label }) => label.getBBox());
-        found.forEach(({ label, keys }, i) => this.#makeDimension(label, keys, boxes[i]));
+        for (const { label, keys } of found) this.#makeDimension(label, keys);
     }
 
-    #makeDimension(label, keys, box) {
-        const ROOM = 0.9; // mm
+    #makeDimension(label, keys) {
         const around = document.createElementNS(SVG, 'rect');
-        const place = { x: box.x - ROOM, y: box.y - ROOM / 2, width: box.width + 2 * ROOM, height: box.height + ROOM, rx: 1,
-            class: 'around', transform: label.getAttribute('transform') ?? '' };
+        const place = { ...boxAround(label), rx: 1, class: 'around', transform: label.getAttribute('transform') ?? '' };
         for (const [name, value] of Object.entries(place)) around.setAttribute(name, value);
         const group = document.createElementNS(SVG, 'g');
         const as = { class: 'dimension', tabindex: '0', role: 'button', 'aria-label': `${label.textContent}: go to its field` };

@@ -3,34 +3,37 @@
 import { ApiError, enter, get, post } from './api.js';
 import { choose } from './dialogs.js';
 import { byId, make, setText } from './dom.js';
-import { Drawing } from './drawing.js';
 import { downloadAs, newFile, openFile, saveFile, showChanges } from './files.js';
 import { Form } from './form.js';
+import { Panel } from './panel.js';
 import { pickFor } from './pickers.js';
 import { EditQueue } from './queue.js';
-import { openPoints, showCalculation, showChecks, showNotes, showSummary, showValues, showVerdict } from './results.js';
 import { Tree } from './tree.js';
-import { formView, placeOf, treeRows } from './views.js';
+import { formView, treeRows } from './views.js';
 import { Vocabulary } from './vocabulary.js';
 
 const LOOK = 3000; // ms between looks at the disk
 const PICKED = 12000; // ms that a choice of a catalogue is told
 const OPENED = 'tarvane-document';
 
-let vocabulary = null, state = null, result = null, chosen = 'vessel', stale = false, revealed = null, shownName = '';
+let vocabulary = null, state = null, result = null, chosen = 'vessel', stale = false, revealed = null;
 
 const form = new Form(byId('fields'), byId('help'), {
     edit: (path, change) => queue.add({ path, ...change }),
     pick: (key) => attempt(() => fill(key)),
-    focused: (key) => section.highlight(key?.name),
+    focused: (key) => panel.highlight(key?.name),
 });
 const tree = new Tree(byId('nodes'), byId('adding'), {
     choose: (path) => choosePath(path), add: (kind) => addComponent(kind), remove: (row) => removeComponent(row),
 });
-const section = new Drawing(byId('drawing'), 'There is no drawing of this component.', (names) => revealField(names[0]),
-    (names) => form.mark(names));
-const chart = new Drawing(byId('chart'), 'There is no chart.');
-const outline = new Drawing(byId('outline'), 'A drawing of the whole vessel needs two components with an elevation.');
+const panel = new Panel({
+    choose: (path, key) => {
+        if (key) showTab('form');
+        choosePath(path, key);
+    },
+    dimension: (names) => revealField(names[0]),
+    hovered: (names) => form.mark(names),
+});
 
 const queue = new EditQueue({
     send: (items, sequence) => {
@@ -45,15 +48,13 @@ const queue = new EditQueue({
         result = answer.result;
         stale = false;
         clearNotice('failure');
-        showAll();
-        byId('results').dataset.sequence = answer.sequence;
+        showAll(answer.sequence);
     },
     fail: (error, items) => failed(error, items),
     busy: (whether) => {
         stale = whether || stale;
-        byId('results').setAttribute('aria-busy', String(whether));
-        byId('results').classList.toggle('stale', stale || result?.verdict === 'faulty');
-        byId('verdict').classList.toggle('stale', stale);
+        panel.wait(stale, result?.verdict === 'faulty');
+        if (!whether) byId('results').setAttribute('aria-busy', 'false');
     },
 });
 
@@ -228,11 +229,15 @@ function say(words) {
 
 // ---- what is shown ---------------------------------------------------------------------------------------
 
-function showAll() {
+function showAll(sequence) {
     showHead();
     showTree();
     showForm();
-    showResult();
+    if (result) {
+        const focused = document.activeElement?.closest?.('.field')?.dataset.key;
+        announce(panel.show(result, { state, vocabulary, chosen, sequence, focused }));
+        if (stale) panel.wait(true, false);
+    }
     reveal();
 }
 
@@ -289,87 +294,6 @@ function showForm() {
         : 'MDMT of the vessel asks for this check. It has no fields of its own: see the component of this name.');
 }
 
-function showResult() {
-    if (!result) return;
-    const faulty = result.verdict === 'faulty' || result.verdict === 'stopped';
-    byId('results').classList.toggle('stale', stale || faulty);
-    const words = faulty && result.faults.length > 0 ? faultWords(result.faults.length) : result.says;
-    showVerdict(byId('verdict'), { verdict: result.verdict, says: words, open: notMadeParts() });
-    announce(`${byId('verdict').querySelector('strong').textContent.trim()}. ${words}`);
-    showFaults();
-    if (!faulty) showComponent(result.component);
-}
-
-const faultWords = (number) => `${number === 1 ? 'One value is' : `${number} values are`} missing or wrong; nothing was calculated`;
-
-// Components without a verdict of pass or fail, beside the verdict of the vessel.
-function notMadeParts() {
-    const number = result.components.filter(({ verdict }) => verdict === 'not made').length;
-    const own = openPoints(result.component?.checks);
-    return [...(number > 0 ? [{ state: 'not made', words: `not made: ${number} component${number === 1 ? '' : 's'}` }] : []),
-        ...(result.components.length === 1 ? own : [])];
-}
-
-function faultLink(fault, words) {
-    const place = placeOf(fault, vocabulary);
-    return make('button', {
-        type: 'button', class: 'link', onclick: () => {
-            showTab('form');
-            choosePath(place.chosen, place.key);
-        },
-    }, words);
-}
-
-// What is missing in a component is one line; what is wrong has a line of its own.
-function showFaults() {
-    const missing = new Map(), rows = (result.problems ?? []).map((words) => make('li', {}, words));
-    for (const fault of result.faults) {
-        const { chosen: of, key } = placeOf(fault, vocabulary);
-        if (fault.reason.startsWith('missing') && fault.key) {
-            missing.set(of, [...(missing.get(of) ?? []), { fault, key }]);
-            continue;
-        }
-        const line = fault.line > 0 ? ` (line ${fault.line})` : '';
-        rows.push(make('li', {}, faultLink(fault, (fault.path || 'the file') + line), `: ${fault.reason}`));
-    }
-    for (const [of, faults] of missing) {
-        const name = state.components.find(({ path }) => path === of)?.description || of;
-        const links = faults.flatMap(({ fault, key }, i) => [i > 0 ? ', ' : '', faultLink(fault, key)]);
-        rows.push(make('li', {}, `${name} still needs `, ...links));
-    }
-    byId('faults').replaceChildren(...(rows.length > 0 ? [make('h3', {}, 'What is missing or wrong'), make('ul', {}, ...rows)] : []));
-    if (rows.length > 0) setText(byId('results-title'), shownName === '' ? 'Results' : `${shownName}, before the change`);
-}
-
-function showComponent(component) {
-    shownName = component?.name ?? '';
-    setText(byId('results-title'), shownName || 'Results');
-    byId('component-verdict').hidden = !component;
-    for (const part of ['drawing', 'checks', 'chart', 'values', 'calculation']) byId(`${part}-part`).hidden = !component;
-    if (component) {
-        showVerdict(byId('component-verdict'), { ...component, open: openPoints(component.checks) });
-        showNotes(byId('notes'), component.notes, component.messages);
-        const kind = vocabulary.kind(component.path.split('[')[0]);
-        const isRead = (name) => component.inputs[name]?.read ?? true;
-        section.show(component.drawing, kind, isRead);
-        section.highlight(document.activeElement?.closest?.('.field')?.dataset.key);
-        byId('chart-part').hidden = !component.chart;
-        chart.show(component.chart);
-        showChecks(byId('checks'), component.checks);
-        showValues(byId('values'), component.results);
-        if (byId('calculation-part').open) showCalculation(byId('calculation'), component.calculation);
-    } else {
-        showNotes(byId('notes'));
-    }
-    byId('outline-part').hidden = false;
-    const whole = chosen === 'vessel';
-    if (whole && !byId('results').classList.contains('whole')) byId('outline-part').open = true;
-    byId('results').classList.toggle('whole', whole);
-    outline.show(result.outline);
-    const names = new Map(result.components.map(({ path, name }) => [path, name]));
-    showSummary(byId('summary'), result, (path) => names.get(path) ?? path, (path) => choosePath(path));
-}
-
 // One sentence for those who listen, when the verdict settles.
 let announced = '', announcing = 0;
 function announce(words) {
@@ -406,9 +330,6 @@ function listen() {
         await downloadAs(state);
     });
     byId('tabs').addEventListener('click', ({ target }) => target.dataset.tab && showTab(target.dataset.tab));
-    byId('calculation-part').addEventListener('toggle', () => {
-        if (result?.component) showCalculation(byId('calculation'), result.component.calculation);
-    });
     document.addEventListener('keydown', shortcut);
     addEventListener('beforeunload', (event) => {
         if (state && !state.saved && state.undo) event.preventDefault();
@@ -461,10 +382,8 @@ async function start() {
 }
 
 function welcome() {
-    showVerdict(byId('verdict'), { says: 'Open a file, or begin a new one.' });
-    byId('component-verdict').hidden = true;
+    panel.welcome();
     form.clear('No file is open.');
-    for (const part of document.querySelectorAll('.part')) part.hidden = true;
 }
 
 start().catch((error) => {

@@ -1,6 +1,6 @@
 // The components of the vessel, each with its verdict.
 
-import { make, markOf } from './dom.js';
+import { make, markOf, setText } from './dom.js';
 
 const TITLES = { shell: 'Shells and heads', flange: 'Flanges', external: 'External pressure', mdmt: 'Metal temperatures' };
 const SINGULAR = { shell: 'Shell or head', flange: 'Flange', external: 'External pressure', mdmt: 'Metal temperature' };
@@ -9,7 +9,8 @@ export class Tree {
     #root;
     #adding;
     #actions;
-    #shown = '';
+    #shape = '';
+    #nodes = new Map(); // path: what is judged
 
     // actions: choose(path), add(kind), remove(component)
     constructor(root, adding, actions) {
@@ -25,15 +26,20 @@ export class Tree {
         }, `+ ${SINGULAR[name] ?? name}`)));
     }
 
-    // rows: {path, kind, name, verdict, ratio, implied, wrong}; `stale`: the verdicts are of the values before
+    // rows: {path, kind, name, verdict, ratio, implied, removable}; `stale`: the verdicts are of the values before
     show(rows, chosen, stale) {
-        const next = JSON.stringify([rows, chosen]);
         this.#root.classList.toggle('stale', stale);
-        if (next === this.#shown) return;
-        this.#shown = next;
+        const shape = JSON.stringify([chosen, rows.map(({ path, name, implied }) => [path, name, implied])]);
+        if (shape !== this.#shape) this.#build(rows, chosen);
+        this.#shape = shape;
+        for (const row of rows) this.#judge(this.#nodes.get(row.path), row);
+    }
+
+    #build(rows, chosen) {
         const focused = this.#root.contains(document.activeElement) ? document.activeElement.dataset.path : undefined;
         const parts = [];
         let kind = null, list = null;
+        this.#nodes.clear();
         for (const row of rows) {
             if (row.kind !== kind) {
                 kind = row.kind;
@@ -48,18 +54,28 @@ export class Tree {
     }
 
     #row(row, chosen) {
+        const place = make('span', {}), ratio = make('span', row.implied
+            ? { class: 'tag', title: 'Asked for by MDMT of the vessel' } : { class: 'ratio' });
+        this.#nodes.set(row.path, { place, ratio, verdict: null });
         const button = make('button', {
             type: 'button', class: 'node', 'data-path': row.path, 'aria-current': row.path === chosen ? 'true' : null,
             onclick: () => this.#actions.choose(row.path),
-        }, row.verdict ? markOf(row.verdict) : make('span', { class: 'mark none', 'aria-hidden': 'true' }, '·'),
-        make('span', { class: 'title' }, row.name));
-        if (row.implied) button.append(make('span', { class: 'tag', title: 'Asked for by MDMT of the vessel' }, 'vessel'));
-        else if (typeof row.ratio === 'number') button.append(make('span', { class: 'ratio' }, row.ratio.toFixed(2)));
+        }, place, make('span', { class: 'title' }, row.name), ratio);
         const removable = row.removable && row.path === chosen;
         return make('li', {}, button, removable ? make('button', {
             type: 'button', class: 'remove', 'aria-label': `Remove ${row.name}`, title: 'Remove this component',
             onclick: () => this.#actions.remove(row),
         }, '×') : null);
+    }
+
+    // Verdict and ratio, where they differ from those that are shown.
+    #judge(node, row) {
+        const verdict = row.verdict ?? '';
+        if (node.verdict !== verdict) {
+            node.verdict = verdict;
+            node.place.replaceChildren(verdict ? markOf(verdict) : make('span', { class: 'mark none', 'aria-hidden': 'true' }, '·'));
+        }
+        setText(node.ratio, row.implied ? 'vessel' : typeof row.ratio === 'number' ? row.ratio.toFixed(2) : '');
     }
 
     // The arrows go through the components.
