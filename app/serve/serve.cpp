@@ -27,8 +27,12 @@ class EndSignals {
   public:
     EndSignals() {
         sigemptyset(&ends);
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-            sigaddset(&ends, signal);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            // As under nohup.
+            struct sigaction is {};
+            if (sigaction(signal, nullptr, &is) != 0 || is.sa_handler != SIG_IGN)
+                sigaddset(&ends, signal);
+        }
         pthread_sigmask(SIG_BLOCK, &ends, &before);
     }
     ~EndSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }

@@ -33,7 +33,7 @@ class StateWriter {
         json.key("saved").flag(document.saved());
         json.key("undo").flag(document.can_undo()).key("redo").flag(document.can_redo());
         json.key("on_disk").text(on_disk_name(workbench.on_disk(document)));
-        json.key("text").text(text);
+        json.key("text").text(shown_text());
         json.key("units").text(metric() ? "SI" : "US");
         json.key("newer").flag(tree.root.member(FORM) != nullptr);
         write_syntax();
@@ -54,6 +54,19 @@ class StateWriter {
     TomlTree tree;
     std::vector<std::size_t> lines; // their first bytes
     JsonWriter json;
+
+    // One that is no TOML need not even be a text.
+    std::string shown_text() const {
+        if (!tree.fault) return text;
+        std::string shown;
+        for (std::size_t at = 0; at < text.size();) {
+            const std::size_t end = std::min(text.find('\n', at), text.size());
+            shown += printable(std::string_view(text).substr(at, end - at));
+            if (end < text.size()) shown += '\n';
+            at = end + 1;
+        }
+        return shown;
+    }
 
     bool metric() const {
         const TomlNode* units = tree.root.member(UNITS);

@@ -27,7 +27,7 @@ MEGABYTE = 1 << 20
 class Server:
     """A server of the examples, in a folder of its own, with the doors that a browser would use."""
 
-    def __init__(self, *arguments, environment=None):
+    def __init__(self, *arguments, environment=None, ignores=None):
         self.folder = Path(tempfile.mkdtemp(prefix="tarvane-serve-test-"))
         self.files = self.folder / "files"
         self.files.mkdir()
@@ -41,6 +41,7 @@ class Server:
         self.process = subprocess.Popen(
             [PROGRAM, "serve", str(self.files / "v101.toml"), "--no-browser", *arguments],
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, cwd=self.folder,
+            preexec_fn=ignores and (lambda: signal.signal(ignores, signal.SIG_IGN)),
             env={**variables, **(environment or {})})
         first, second = self.process.stdout.readline(), self.process.stdout.readline()
         assert first, self.process.stderr.read()
@@ -235,7 +236,7 @@ class Refusals(unittest.TestCase):
     def test_a_range_is_ignored(self):
         ranges = "bytes=" + ",".join(["0-"] * 1000)
         before = self.server.peak()
-        path = f"/api/download/html?document={self.server.document}"
+        path = f"/api/download/csv?document={self.server.document}"
         status, headers, body = self.server.ask("GET", path, headers={**self.server.doors(), "Range": ranges})
         self.assertEqual(status, 200)
         self.assertEqual(len(body), int(headers["Content-Length"]))
@@ -455,6 +456,13 @@ class Ends(unittest.TestCase):
             self.assertFalse(server.link.exists())
             self.assertEqual(list(server.runtime.iterdir()), [])
             server.close()
+
+    def test_a_signal_that_was_ignored_stays_so(self):
+        server = Server(ignores=signal.SIGHUP)
+        server.process.send_signal(signal.SIGHUP)
+        self.assertEqual(server.ask("GET", "/api/files")[0], 200)
+        self.assertEqual(server.end()[0], 0)
+        server.close()
 
     def test_it_names_what_was_not_saved(self):
         server = Server()

@@ -67,7 +67,7 @@ TEST_F(DocumentJson, AResultSaysWhatTheRunSays) {
         Checks checks = element->checks(*outcome, input.request.units);
         sort_worst_first(checks);
         EXPECT_EQ(text_at(result, entry + ".path"), path_of(*element));
-        EXPECT_EQ(text_at(result, entry + ".says"), words_of(checks));
+        EXPECT_EQ(text_at(result, entry + ".says"), words_of(checks, input.request.units));
         EXPECT_EQ(text_at(result, entry + ".verdict"), verdict_of(calculation.verdicts[i], checks));
         EXPECT_EQ(*at(result, entry + ".implied").flag(), element->kind->table == "mdmt");
         if (path_of(*element) != "flange[0]") continue;
@@ -141,6 +141,13 @@ TEST_F(DocumentJson, AStateHasTheFieldsOfItsText) {
     ASSERT_NE(given, nullptr);
     EXPECT_NE(given->find("standard.class"), nullptr);
     EXPECT_NE(given->find("Go"), nullptr);
+
+    // What is no UTF-8 can't be shown, and stays in the file.
+    write("w.toml", "# \xff\nP = 1\n");
+    const OpenDocument& western = workbench.open_named("w.toml");
+    const Value shown = parsed(state_json(workbench, western));
+    EXPECT_FALSE(at(shown, "syntax").null());
+    EXPECT_EQ(western.text(), "# \xff\nP = 1\n");
 
     document.put("P = \n");
     const Value broken = parsed(state_json(workbench, document));
@@ -239,7 +246,7 @@ TEST_F(DocumentJson, RowsOfTheCataloguesFillTheirFields) {
     for (const Value& row : rows("gaskets", CatalogueQuery()))
         EXPECT_EQ(faults_with(row, with("m", "", with("y", ""))), "") << text_at(row, "name");
     for (const char* const units : {"US", "SI"}) {
-        const List bolts = rows("bolts", {.units = units});
+        const List bolts = rows("bolts", {.words = "", .units = units});
         ASSERT_FALSE(bolts.empty());
         const std::string head = "units = \"" + std::string(units) + "\"\n";
         for (const Value& row : bolts) {
