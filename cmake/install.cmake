@@ -34,8 +34,9 @@ if(TARVANE_VESSEL)
 endif()
 
 install(DIRECTORY include/tarvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-# A Fortran module is the compiler's own form: hosts compile it from its source.
+# A Fortran module is the compiler's own form: hosts compile it from its source, and that of C#.
 install(DIRECTORY fortran/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
+install(DIRECTORY csharp/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/csharp)
 install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON} COMPONENT python
         FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
 install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)

@@ -10,6 +10,7 @@ module tarvane
     implicit none
     include 'variables.inc'
     include 'blocks.inc'
+    include 'record.inc'
     include 'calculation.inc'
     include 'settings.inc'
     include 'host.inc'

@@ -56,44 +56,54 @@ contains
         integer :: i
 
         record = 0.0
-        record(1:3) = [-1.0, 1.0, 1.0]              ! stand-alone form, welding neck, analyse
-        record(4:5) = [150.0, 300.0]                ! P, T
-        record(6:7) = 20000.0                       ! Sfo, Sfa
-        record(8:11) = [1.19, 0.0625, 12.0, 19.0]   ! t, ci, B, A
-        record(12:15) = [15.0, 12.0, 14.75, 14.0]   ! Fod, Fid, Go, Gi
-        record(16:18) = [0.375, 1.19, 3.25]         ! go, g1, h
-        record(19:20) = 25000.0                     ! Sb, Sa
-        record(21:24) = [17.0, 0.875, 1.0, 12.0]    ! C, a, TEMA threads, bolts
-        record(25:29) = [3.0, 10000.0, 1.0, 2.0, 0.125] ! m, y, sketch 1a, column II, tg
-        record(34) = 1.0                            ! modulus table
-        record(53) = 0.2836                         ! density
-        record(100:110) = 1.0                       ! unit factors
-        record(108) = 0.0                           ! temperature offset
+        record(at_element) = -1.0                   ! stand-alone form
+        record(at_type) = type_integral_weld_neck
+        record(at_kind) = kind_analyse
+        record(at_p) = 150.0
+        record(at_t_design) = 300.0
+        record(at_sfo) = 20000.0
+        record(at_sfa) = 20000.0
+        record(at_t) = 1.19
+        record(at_ci) = 0.0625
+        record(at_b) = 12.0
+        record(at_a_flange) = 19.0
+        record(at_fod) = 15.0
+        record(at_fid) = 12.0
+        record(at_go_gasket) = 14.75
+        record(at_gi) = 14.0
+        record(at_go_hub) = 0.375
+        record(at_g1) = 1.19
+        record(at_h) = 3.25
+        record(at_sb) = 25000.0
+        record(at_sa) = 25000.0
+        record(at_c) = 17.0
+        record(at_a_bolt) = 0.875
+        record(at_threads) = threads_tema
+        record(at_bolts) = 12.0
+        record(at_m) = 3.0
+        record(at_y) = 10000.0
+        record(at_sketch) = sketch_1a
+        record(at_column) = 2.0
+        record(at_tg) = 0.125
+        record(at_material_class) = 1.0
+        record(at_density) = 0.2836
 
         text = ' '
-        text(1:) = 'SA-105'
-        text(16:) = 'SA-193 B7'
-        text(31:) = 'NPS 12 cl. 150'
-        text(46:) = 'N'
-        text(61:) = 'N'
-        text(76:) = 'N'
-        text(91:) = 'Y'
-        text(106:) = 'N'
-        text(121:) = 'CS-2'
-        text(286:) = 'in.'
-        text(301:) = 'psig'
-        text(316:) = 'in.'
-        text(331:) = 'psi'
-        text(361:) = 'lbf'
-        text(376:) = 'ft-lbs'
-        text(391:) = 'in'//char(178)
-        text(406:) = 'F'
-        text(421:) = 'lbm'
+        call put_slot(text, slot_material, 'SA-105')
+        call put_slot(text, slot_bolt_material, 'SA-193 B7')
+        call put_slot(text, slot_description, 'NPS 12 cl. 150')
+        call put_slot(text, slot_chart, 'CS-2')
+        call put_slot(text, slot_external_loads, 'N')
+        call put_slot(text, slot_mating_loads, 'N')
+        call put_slot(text, slot_channel_cover, 'N')
+        call put_slot(text, slot_use_corrosion, 'Y')
+        call put_slot(text, slot_partition, 'N')
+        call us_units(record, text)
 
         call report_to_store()
         rigidity = on
         call flange_calc(record, text, text_length, on, on, map_nc, t_req_new_cold, t_req_new, mawp, &
-                         t_req, off, rigidity, 1_c_int32_t, off, off, 1.0_c_float, off, off, &
+                         t_req, off, rigidity, code_asme_viii_1, off, off, 1.0_c_float, off, off, &
                          150.0_c_float, off, off)
         call show('flange', 'mawp', mawp)
         call show('flange', 'map_nc', map_nc)
@@ -140,7 +150,7 @@ contains
         character(len=12) :: chart
 
         chart = 'CS-2'
-        call set_setup_integer(setup_code, 1_c_int32_t)
+        call set_setup_integer(setup_code, code_asme_viii_1)
         call set_setup_real(setup_print_external, 1.0_c_float)
         g_nuse_case2286 = 1
         call begin_report()

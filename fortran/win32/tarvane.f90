@@ -7,6 +7,7 @@ module tarvane
     use tarvane_variables
     implicit none
     include '../blocks.inc'
+    include '../record.inc'
     include '../calculation.inc'
     include '../settings.inc'
     include '../host.inc'

@@ -6,7 +6,7 @@
 ** Texts
 **   UTF-8, ending in a NUL; a null pointer is no text. A returned text belongs to the handle, or to the
 **   library where there is no handle, and is valid until the next call with that handle; one for a null handle,
-**   until the next failed tarvane_open of the thread. tarvane_close ends all texts of its handle.
+**   until the next failed call of the thread that has no handle. tarvane_close ends all texts of its handle.
 **
 ** Threads
 **   Any thread may call, with one handle or with several. The calculations take turns, as there is one engine.
@@ -84,8 +84,8 @@ TARVANE_VESSEL_API void tarvane_close(TARVANE_VESSEL* vessel);
 TARVANE_VESSEL_API const char* tarvane_version(void);
 
 /*
-** tarvane_last_error - why the latest call with a handle failed; with a null pointer, why the latest tarvane_open
-** of this thread did. A JSON array of faults, in the order of the request, "[]" after a call that succeeded:
+** tarvane_last_error - why the latest call with a handle failed; with a null pointer, why the latest failed one of
+** tarvane_open and of the calls with values in this thread did. A JSON array of faults, in the order of the request, "[]" after a call that succeeded:
 **   [{"path": "flange[0].P", "value": "the text \"ten\"", "reason": "a number in psig is expected, ..."}]
 ** "path" is empty for the request as a whole, "value" empty where none was given. This call ends no other
 ** texts.
@@ -176,6 +176,69 @@ TARVANE_VESSEL_API int32_t tarvane_sweep(TARVANE_VESSEL* vessel, const char* req
                                          const char* const* inputs, const char* const* outputs,
                                          int64_t rows, const double* x, double* y, int32_t* fault,
                                          TARVANE_PROGRESS progress, void* user, int64_t* done);
+
+/*
+** Values - a request that a host makes, and a result or the faults that it reads, for hosts without a reader and
+** writer of JSON of their own. They need no handle. Each value has a path, as in faults and sweeps:
+** "flange[0].P", "flange[0].results.mawp", "flange[0].checks[2].ratio", "[0].reason" of a list of faults; an empty
+** path, or a null pointer, is all of it. One thread at a time may change values; any number may read them.
+*/
+typedef struct TARVANE_VALUES TARVANE_VALUES;
+
+/* Kinds of a value. */
+enum {
+    TARVANE_NOTHING = 0, /* there is no such path */
+    TARVANE_NULL = 1,    /* a result without a value: see "why" of its component */
+    TARVANE_FLAG = 2,
+    TARVANE_NUMBER = 3,
+    TARVANE_TEXT = 4,
+    TARVANE_LIST = 5,
+    TARVANE_OBJECT = 6
+};
+
+/*
+** tarvane_values - values, of a JSON text or, for an empty text or a null pointer, none yet. A null pointer for what
+** is no JSON, with the reason in tarvane_last_error(null pointer). To be closed by tarvane_values_close, which ends
+** its texts, and does nothing with a null pointer.
+*/
+TARVANE_VESSEL_API TARVANE_VALUES* tarvane_values(const char* json);
+TARVANE_VESSEL_API void tarvane_values_close(TARVANE_VALUES* values);
+
+/*
+** tarvane_put_number, tarvane_put_text, tarvane_put_flag - a value at a path, in the place of what may be there;
+** objects and lists on the way are made, a list place by place from 0 on. A number in a unit of its own is a
+** text, "30 mm".
+** Returns TARVANE_OK; TARVANE_FAULTY, and nothing is changed, for a path that leads nowhere, a number that is not
+** finite and a path or text that is not UTF-8, with the reason in tarvane_last_error(null pointer); TARVANE_INTERNAL
+** without memory.
+*/
+TARVANE_VESSEL_API int32_t tarvane_put_number(TARVANE_VALUES* values, const char* path,
+                                              double number);
+TARVANE_VESSEL_API int32_t tarvane_put_text(TARVANE_VALUES* values, const char* path,
+                                            const char* text);
+TARVANE_VESSEL_API int32_t tarvane_put_flag(TARVANE_VALUES* values, const char* path, int32_t flag);
+
+/* tarvane_json - values as JSON, a request for the other calls: valid until the next tarvane_json with them. */
+TARVANE_VESSEL_API const char* tarvane_json(TARVANE_VALUES* values);
+
+/* tarvane_kind - of the value at a path: TARVANE_NOTHING and so on. */
+TARVANE_VESSEL_API int32_t tarvane_kind(const TARVANE_VALUES* values, const char* path);
+
+/*
+** tarvane_number - a number; of a flag 1 or 0; NaN where there is none. As a float it is, to the bit, the single that
+** was calculated.
+*/
+TARVANE_VESSEL_API double tarvane_number(const TARVANE_VALUES* values, const char* path);
+
+/* tarvane_text - a text, valid until the next change of the values; a null pointer where there is none. */
+TARVANE_VESSEL_API const char* tarvane_text(const TARVANE_VALUES* values, const char* path);
+
+/* tarvane_count - members of an object, items of a list; else 0. */
+TARVANE_VESSEL_API int64_t tarvane_count(const TARVANE_VALUES* values, const char* path);
+
+/* tarvane_name - of the k-th member of an object, from 0 on, as tarvane_text; a null pointer where there is none. */
+TARVANE_VESSEL_API const char* tarvane_name(const TARVANE_VALUES* values, const char* path,
+                                            int64_t place);
 
 #ifdef __cplusplus
 }

@@ -133,13 +133,37 @@ contains
         call check(time == '  1:30pm ', 'time of the service')
 
         record = 0.0
-        record(1:11) = [-1.0, 7.0, 1.0, 150.0, 300.0, 20000.0, 20000.0, 1.19, 0.0, 20.0, 19.0]
-        record(12:15) = [15.0, 12.0, 14.75, 14.0]
-        record(19:29) = [25000.0, 25000.0, 17.0, 0.875, 1.0, 12.0, 3.0, 10000.0, 1.0, 2.0, 0.125]
-        record(34) = 1.0
-        record(100:107) = 1.0
-        record(109:110) = 1.0
+        record(at_element) = -1.0
+        record(at_type) = type_blind
+        record(at_kind) = kind_analyse
+        record(at_p) = 150.0
+        record(at_t_design) = 300.0
+        record([at_sfo, at_sfa]) = 20000.0
+        record(at_t) = 1.19
+        record(at_b) = 20.0
+        record(at_a_flange) = 19.0
+        record(at_fod) = 15.0
+        record(at_fid) = 12.0
+        record(at_go_gasket) = 14.75
+        record(at_gi) = 14.0
+        record([at_sb, at_sa]) = 25000.0
+        record(at_c) = 17.0
+        record(at_a_bolt) = 0.875
+        record(at_threads) = threads_tema
+        record(at_bolts) = 12.0
+        record(at_m) = 3.0
+        record(at_y) = 10000.0
+        record(at_sketch) = sketch_1a
+        record(at_column) = 2.0
+        record(at_tg) = 0.125
+        record(at_material_class) = 1.0
+        record(at_unit_thickness:at_unit_weight) = 1.0
+        record(at_unit_temperature_offset) = 0.0
         text = ' '
+        call put_slot(text, slot_weight_label, 'pounds of weight') ! to the end of the text and no farther
+        call check(text(420:) == ' pounds of weigh', 'a slot cut to the text')
+        call put_slot(text, slot_temperature, 'F')
+        call check(text(405:407) == ' F ' .and. text(slot_weight_label:) == 'pounds of weigh', 'the other slots')
         rigidity = 0
         mawp = no_value
         call flange_calc(record, text, text_length, 0, 1, map_nc, t_req_new_cold, t_req_new, mawp, t_req, &

@@ -137,6 +137,19 @@ int main(int argc, char** argv) {
         if (!is_json(tarvane_last_error(vessel))) return fail("the faults are no JSON", request);
         ++of_status[status];
 
+        // What was put at any path is read there, and the values remain JSON.
+        if (TARVANE_VALUES* values = tarvane_values(request.c_str())) {
+            std::string path = "flange[0].standard.class";
+            spoil(path, chance);
+            tarvane_kind(values, path.c_str());
+            if (tarvane_put_number(values, path.c_str(), 7.0) == TARVANE_OK &&
+                tarvane_number(values, path.c_str()) != 7.0)
+                return fail("another number is read", path);
+            if (!is_json(tarvane_json(values)) || !is_json(tarvane_last_error(nullptr)))
+                return fail("the values are no JSON", path);
+            tarvane_values_close(values);
+        }
+
         if (i % 4 == 0) {
             std::string path = "flange[0].ci";
             if (chance.below(2) == 0) spoil(path, chance);

@@ -7,6 +7,7 @@
 #include "components/calculation.h"
 #include "components/engine_session.h"
 #include "surface/engine_turn.h"
+#include "surface/last_error.h"
 #include "surface/result_json.h"
 #include "surface/schema.h"
 #include "surface/sweep.h"
@@ -25,25 +26,23 @@ using namespace tarvane::vessel;
 struct TARVANE_VESSEL {
     DataFolder data_folder;   // by a full path, so that the working directory may change
     mutable std::mutex texts; // the following ones are changed and read by many threads
-    std::string result, schema, error;
-    const char* last_error = "[]";
+    std::string result, schema;
+    LastError error;
 };
+
+namespace tarvane::vessel {
+
+LastError& error_of_thread() {
+    thread_local LastError error;
+    return error;
+}
+
+} // namespace tarvane::vessel
 
 namespace {
 
-constexpr char NO_MEMORY[] = R"([{"path":"","value":"","reason":"there is no memory left"}])";
 constexpr std::int32_t KNOWN_WANTS =
     TARVANE_WANT_RESULTS | TARVANE_WANT_REPORT | TARVANE_WANT_DRAWINGS;
-
-// Why the latest open of this thread failed.
-struct FailedOpen {
-    std::string error;
-    const char* last_error = "[]";
-};
-FailedOpen& failed_open() {
-    thread_local FailedOpen failed;
-    return failed;
-}
 
 // How a call ended.
 struct Ended {
@@ -53,14 +52,6 @@ struct Ended {
 
 Ended ended(std::int32_t status, std::string reason) {
     return {status, {{.message = std::move(reason)}}};
-}
-
-// Of a handle, or of a failed open.
-template <class Texts>
-void put_error(Texts& texts, const Faults& faults) {
-    texts.last_error = NO_MEMORY; // in case the next line finds no memory
-    texts.error = faults_json(faults);
-    texts.last_error = texts.error.c_str();
 }
 
 // What the work returns, or what its exception says.
@@ -87,10 +78,10 @@ std::int32_t call(TARVANE_VESSEL& vessel, const Work& work) noexcept {
         const Ended end = guarded(work);
         status = end.status;
         const std::lock_guard<std::mutex> lock(vessel.texts);
-        put_error(vessel, end.faults);
+        vessel.error.put(end.faults);
     } catch (...) { // no memory left, for the work or for its faults
         const std::lock_guard<std::mutex> lock(vessel.texts);
-        vessel.last_error = NO_MEMORY;
+        vessel.error.last_error = NO_MEMORY;
         if (status == TARVANE_OK) status = TARVANE_INTERNAL;
     }
     return status;
@@ -256,7 +247,7 @@ Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
     std::string& path = vessel->data_folder.path;
     path = std::filesystem::absolute(path_of(path)).string();
     const Ended end = guarded([&] { return look_into(vessel->data_folder); });
-    if (end.status != TARVANE_OK) put_error(*vessel, end.faults);
+    if (end.status != TARVANE_OK) vessel->error.put(end.faults);
     if (end.status == TARVANE_OK || end.status == TARVANE_NO_DATA) into = vessel.release();
     return end;
 }
@@ -264,7 +255,7 @@ Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
 } // namespace
 
 int32_t tarvane_open(int32_t abi, const char* data_folder, TARVANE_VESSEL** vessel) {
-    FailedOpen& failed = failed_open();
+    LastError& failed = error_of_thread();
     std::int32_t status = TARVANE_INTERNAL;
     TARVANE_VESSEL* handle = nullptr;
     try {
@@ -275,7 +266,7 @@ int32_t tarvane_open(int32_t abi, const char* data_folder, TARVANE_VESSEL** vess
             return opened(abi, data_folder, handle);
         });
         status = end.status;
-        if (status != TARVANE_OK) put_error(failed, end.faults);
+        if (status != TARVANE_OK) failed.put(end.faults);
     } catch (...) { // no memory left
         failed.last_error = NO_MEMORY;
         if (handle == nullptr) status = TARVANE_INTERNAL;
@@ -289,9 +280,9 @@ void tarvane_close(TARVANE_VESSEL* vessel) { delete vessel; }
 const char* tarvane_version(void) { return TARVANE_VERSION; }
 
 const char* tarvane_last_error(const TARVANE_VESSEL* vessel) {
-    if (vessel == nullptr) return failed_open().last_error;
+    if (vessel == nullptr) return error_of_thread().last_error;
     const std::lock_guard<std::mutex> lock(vessel->texts);
-    return vessel->last_error;
+    return vessel->error.last_error;
 }
 
 const char* tarvane_schema(TARVANE_VESSEL* vessel, const char* what) {
