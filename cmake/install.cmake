@@ -6,11 +6,23 @@ include(CMakePackageConfigHelpers)
 # program, data, python, documents, and development, where everything is that no other part is named for.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 
+# First of all rules: what the target uninstall takes away.
+set(TARVANE_INSTALL_FOLDERS ${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_LIBDIR}/cmake/tarvane
+    ${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_INCLUDEDIR}/tarvane ${TARVANE_INSTALL_DATA}
+    ${TARVANE_INSTALL_PYTHON}/tarvane ${CMAKE_INSTALL_DOCDIR} ${CMAKE_INSTALL_MANDIR}/man1
+    ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+configure_file(cmake/created_folders.cmake.in ${PROJECT_BINARY_DIR}/cmake/created_folders.cmake @ONLY)
+install(SCRIPT ${PROJECT_BINARY_DIR}/cmake/created_folders.cmake)
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(uninstall
+        COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -P ${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake VERBATIM)
+endif()
+
 set(TARVANE_LIBRARIES tarvane)
 if(TARGET tarvane_vessel)
     list(APPEND TARVANE_LIBRARIES tarvane_vessel)
 endif()
-foreach(library ${TARVANE_LIBRARIES})
+foreach(library ${TARVANE_LIBRARIES} ${TARVANE_ARCHIVES})
     set_target_properties(${library} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>;$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
 endforeach()
@@ -20,6 +32,7 @@ foreach(library ${TARVANE_LIBRARIES})
     install(TARGETS ${library} EXPORT tarvaneTargets
         RUNTIME COMPONENT ${part} LIBRARY COMPONENT ${part} NAMELINK_COMPONENT development)
 endforeach()
+install(TARGETS ${TARVANE_ARCHIVES} EXPORT tarvaneTargets)
 if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
     # Of the 32-bit DLL in place of the linker's own, which knows the plain names alone.
     install(FILES ${PROJECT_BINARY_DIR}/bin/libtarvane.a DESTINATION ${CMAKE_INSTALL_LIBDIR})
@@ -51,7 +64,7 @@ set(TARVANE_FORTRAN ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
 configure_package_config_file(cmake/tarvaneConfig.cmake.in ${TARVANE_CONFIG}
     INSTALL_DESTINATION ${TARVANE_INSTALL_CMAKE}
     PATH_VARS TARVANE_INSTALL_DATA TARVANE_FORTRAN)
-write_basic_package_version_file(${TARVANE_CONFIG_VERSION} COMPATIBILITY SameMajorVersion)
+configure_file(cmake/tarvaneConfigVersion.cmake.in ${TARVANE_CONFIG_VERSION} @ONLY)
 install(FILES ${TARVANE_CONFIG} ${TARVANE_CONFIG_VERSION} DESTINATION ${TARVANE_INSTALL_CMAKE})
 install(EXPORT tarvaneTargets NAMESPACE tarvane:: DESTINATION ${TARVANE_INSTALL_CMAKE})
 
@@ -64,5 +77,10 @@ tarvane_way(. ${TARVANE_INSTALL_DATA} TARVANE_DATADIR)
 foreach(library ${TARVANE_LIBRARIES})
     string(REPLACE _ - name ${library})
     configure_file(cmake/${name}.pc.in ${PROJECT_BINARY_DIR}/cmake/${name}.pc @ONLY)
-    install(FILES ${PROJECT_BINARY_DIR}/cmake/${name}.pc DESTINATION ${TARVANE_INSTALL_PKGCONFIG})
+    file(STRINGS cmake/${name}.pc.in description REGEX "^Description: ")
+    string(REPLACE "Description: " "" description "${description}")
+    set(archive ${library}_static)
+    configure_file(cmake/static.pc.in ${PROJECT_BINARY_DIR}/cmake/${name}-static.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/cmake/${name}.pc ${PROJECT_BINARY_DIR}/cmake/${name}-static.pc
+            DESTINATION ${TARVANE_INSTALL_PKGCONFIG})
 endforeach()

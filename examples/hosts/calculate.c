@@ -1,5 +1,6 @@
 /*
-** A host in C of the vessel library: a flange, its verdict and some of its results, a sweep, and what a fault looks like.
+** A host in C of the vessel library: a flange, its verdict and some of its results, a sweep, and what a fault looks
+** like.
 **   calculate [DATA_FOLDER]      without a folder the library looks for the data files
 */
 #include "tarvane/vessel.h"

@@ -1,5 +1,5 @@
-! A host in Fortran of the vessel library: a flange, its verdict and some of its results, a sweep, and what a fault looks
-! like.
+! A host in Fortran of the vessel library: a flange, its verdict and some of its results, a sweep, and what a fault
+! looks like.
 !   calculate [DATA_FOLDER]      without a folder the library looks for the data files
 program calculate_flange
     use, intrinsic :: iso_c_binding, only: c_double, c_int32_t, c_null_ptr, c_ptr

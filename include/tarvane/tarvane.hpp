@@ -10,8 +10,8 @@
 ** Texts are UTF-8. Numbers are in the units of the request ("units", or of their own, {12, "mm"}), those of a
 ** result in the same units, each a single: a cast to float loses nothing. Values have paths: "flange[0].P".
 **
-** Exceptions: all are tarvane::Error, with the faults of the call: field, value and reason of each. std::bad_alloc is the
-** other one.
+** Exceptions: all are tarvane::Error, with the faults of the call: field, value and reason of each; but for
+** std::bad_alloc.
 **
 ** Threads: a Vessel, a Request and a Result belong to one thread at a time; a Result that nobody changes may be read by
 ** many. Calculations of several Vessels take turns.
