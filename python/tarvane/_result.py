@@ -245,9 +245,15 @@ def _drawings(data: Mapping[str, Any]) -> dict[str, str]:
 
 
 class Result:
-    """A calculated request: `flange`, `shell`, `external` and `mdmt` are lists of Component."""
+    """A calculated request: `flange`, `shell`, `external`, `mdmt` and any other kind of the library are lists of
+    Component."""
 
-    def __init__(self, data: Mapping[str, Any], kinds: Iterable[Mapping[str, Any]] = ()) -> None:
+    flange: list[Component]
+    shell: list[Component]
+    external: list[Component]
+    mdmt: list[Component]
+
+    def __init__(self, data: Mapping[str, Any], kinds: Iterable[Mapping[str, Any]]) -> None:
         """`kinds`: those of the vocabulary, Vessel.schema("keys")."""
         self._data = data
         units = {quantity: unit["label"] for quantity, unit in data.get("unit_system", {}).items()}
@@ -280,14 +286,9 @@ class Result:
         self.not_covered: list[str] = data["not_covered"]
         self.drawings = _drawings(data)
         """SVG by name: 'outline', of a vessel whose components have elevations."""
-        self.flange = self._of("flange")
-        self.shell = self._of("shell")
-        self.external = self._of("external")
-        self.mdmt = self._of("mdmt")
-
-    def _of(self, kind: str) -> list[Component]:
-        words = self._words.get(kind, Words())
-        return [Component(data, f"{kind}[{i}]", words) for i, data in enumerate(self._data.get(kind, []))]
+        for kind, words in self._words.items():
+            components = enumerate(data.get(kind, []))
+            setattr(self, kind, [Component(each, f"{kind}[{i}]", words) for i, each in components])
 
     @property
     def data_files(self) -> list[DataFile]:
@@ -299,7 +300,7 @@ class Result:
 
     @property
     def components(self) -> list[Component]:
-        return [*self.flange, *self.shell, *self.external, *self.mdmt]
+        return [component for kind in self._words for component in getattr(self, kind)]
 
     @property
     def passed(self) -> bool:
