@@ -20,7 +20,8 @@ export function keysOfLabel(label, kind, isRead) {
 // By what the label says of itself: to ask the browser would lay out the page once more.
 function boxAround(label) {
     const ROOM = 0.9; // mm
-    const [x, y, size, length] = ['x', 'y', 'font-size', 'textLength'].map((name) => Number(label.getAttribute(name)));
+    const [x, y, length] = ['x', 'y', 'textLength'].map((name) => Number(label.getAttribute(name)));
+    const size = Number(label.closest('[font-size]')?.getAttribute('font-size') ?? 3.4);
     const width = length || 0.6 * size * label.textContent.length;
     const before = { middle: width / 2, end: width }[label.getAttribute('text-anchor')] ?? 0;
     return { x: x - before - ROOM, y: y - 0.8 * size - ROOM / 2, width: width + 2 * ROOM, height: size + ROOM };

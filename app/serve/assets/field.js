@@ -24,7 +24,7 @@ export class Field {
         this.message = make('p', { class: 'message', id: `${id}-message`, role: 'alert' });
         const named = key.symbol && key.symbol !== key.label;
         const label = make(key.quantity === 'list of checks' ? 'span' : 'label', { for: id, title: key.meaning, class: 'label' },
-            key.label, ...(named ? [' ', make('b', { class: 'symbol' }, key.symbol)] : []));
+            key.label, ...(named ? ['\u00a0', make('b', { class: 'symbol' }, key.symbol)] : []));
         const entry = make('div', { class: 'entry' });
         this.#build(entry, { id, 'aria-describedby': `${id}-about ${id}-message`, title: key.meaning }, checks, commaIsPoint);
         if (key.picker || key.link) {
@@ -124,10 +124,16 @@ export class Field {
             this.row.classList.toggle(name, on);
         setText(this.about, this.#aboutWords(given, used, shared, unused));
         this.#showMessage();
-        const standing = unused !== '' ? '' : used ? used.shown : shared?.text ?? '';
+        const standing = unused !== '' ? '' : used ? this.#usedText(used) : shared?.text ?? '';
         if (this.boxes) this.#showBoxes(given);
         else if (this.input.localName === 'select') this.#showChoice(given, standing, used, shared);
         else this.#showText(given, standing);
+    }
+
+    // A key without a default is nought where nobody gives it: that is none.
+    #usedText(used) {
+        const none = used.from === 'default' && !this.key.default && isNumeric(this.key) && Number(used.shown.replace(',', '.')) === 0;
+        return none ? 'none' : used.shown;
     }
 
     #aboutWords(given, used, shared, unused) {
@@ -141,7 +147,7 @@ export class Field {
             return other ? `= ${amount}${liquid ? `, ${liquid}` : ''}` : '';
         }
         const from = used.from === 'file' || liquid ? shared?.from ?? 'from the file'
-            : used.from === 'default' ? (used.shown ? 'default' : '') : `from ${used.from}`;
+            : used.from === 'default' ? (this.key.default && used.shown ? 'default' : '') : `from ${used.from}`;
         return liquid ? `${from}, ${liquid}` : from;
     }
 

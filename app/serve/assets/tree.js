@@ -50,6 +50,7 @@ export class Tree {
             list.append(this.#row(row, chosen));
         }
         this.#root.replaceChildren(...parts);
+        this.#root.querySelector('[aria-current]')?.scrollIntoView({ block: 'nearest' });
         if (focused !== undefined) this.#root.querySelector(`button[data-path="${CSS.escape(focused)}"]`)?.focus();
     }
 

@@ -2,10 +2,9 @@
 
 const NUMBER = /^[-+]?(\d+\.\d+|\d+|\.\d+)([eE][-+]?\d+)?$/;
 const BEGUN = /^([-+]?\d*\.?|[-+]?(\d+\.?\d*|\.\d+)[eE][-+]?)$/; // "3.", "-", "2e"
-const NUMERIC = new Set(['thickness', 'pressure', 'diameter', 'stress', 'further', 'force', 'moment', 'area',
-    'temperature', 'temperature difference', 'weight', 'density', 'number', 'whole number']);
+const WORDS = new Set(['text', 'choice', 'flag', 'designation', 'list of checks']);
 
-export const isNumeric = (key) => NUMERIC.has(key.quantity);
+export const isNumeric = (key) => !WORDS.has(key.quantity);
 export const isNumber = (text) => NUMBER.test(text) && Number.isFinite(Number(text));
 
 // state: "empty" (the key goes), "value", "begun" (a number that is not finished), "wrong"; the last two with a reason.
