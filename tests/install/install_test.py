@@ -256,7 +256,7 @@ class Sources(unittest.TestCase):
         probed(self, run(build / "probe_static", library.parent), build / "probe_static", BUILD["version"])
 
     def test_fetch_content_with_an_absolute_library_folder(self):
-        build, prefix, lib = SCRATCH / "fetched build", SCRATCH / "fetched", SCRATCH / "libraries" / "lib64"
+        build, prefix, lib = SCRATCH / "fetched build", SCRATCH / "fetched", SCRATCH / "libraries" / "lib"
         self.configured("fetched", build, "_deps/tarvane-build/", f"-DCMAKE_INSTALL_PREFIX={prefix}",
                         f"-DCMAKE_INSTALL_LIBDIR={lib}")  # fmt: skip
         self.built(build, "all")
