@@ -79,6 +79,16 @@ class Server:
         finally:
             connection.close()
 
+    def head(self, line="POST /api/edit HTTP/1.1", *more):
+        doors = [f"{name}: {value}" for name, value in self.doors().items()]
+        lines = [line, f"Host: 127.0.0.1:{self.port}", *doors, "Content-Type: application/json", *more]
+        return "\r\n".join(lines).encode() + b"\r\n"
+
+    def children(self):
+        """Processes that it has started."""
+        return Path(f"/proc/{self.process.pid}/task").exists() and "".join(
+            (task / "children").read_text() for task in Path(f"/proc/{self.process.pid}/task").iterdir()).split()
+
     def json(self, method, path, body=None):
         status, _, answer = self.ask(method, path, body)
         return status, json.loads(answer)
@@ -266,13 +276,8 @@ class Masses(unittest.TestCase):
         self.assertEqual(self.server.ask("GET", "/api/files")[0], 200)
         self.server.close()
 
-    def head(self, line="POST /api/edit HTTP/1.1", *more):
-        doors = [f"{name}: {value}" for name, value in self.server.doors().items()]
-        lines = [line, f"Host: 127.0.0.1:{self.server.port}", *doors, "Content-Type: application/json", *more]
-        return "\r\n".join(lines).encode() + b"\r\n"
-
     def test_a_header_of_300_megabytes(self):
-        for head in (b"GET /", self.head() + b"X-Long: ", self.head()):
+        for head in (b"GET /", self.server.head() + b"X-Long: ", self.server.head()):
             piece = (b"X: y\r\n" if head.endswith(b"\r\n") else b"x") * 60000
             said, sent = send_until_closed(self.server.port, head, piece, 300 * MEGABYTE)
             self.assertLess(sent, 16 * MEGABYTE)  # what the system keeps for the two sides
@@ -281,7 +286,7 @@ class Masses(unittest.TestCase):
     def test_chunks_without_an_end(self):
         piece = b"10000\r\n" + b" " * 0x10000 + b"\r\n"
         for line in ("POST /api/edit", "POST /enter", "POST /", "GET /api/files", "GET /"):
-            head = self.head(line + " HTTP/1.1", "Transfer-Encoding: chunked") + b"\r\n"
+            head = self.server.head(line + " HTTP/1.1", "Transfer-Encoding: chunked") + b"\r\n"
             said, sent = send_until_closed(self.server.port, head, piece, 300 * MEGABYTE)
             self.assertLess(sent, 16 * MEGABYTE, line)
             self.assertNotIn(b" 200 ", said[:40], line)
@@ -289,7 +294,7 @@ class Masses(unittest.TestCase):
     def test_a_body_beyond_the_limit(self):
         for length in (17 * MEGABYTE, 1 << 40, 10 ** 30):
             said, sent = send_until_closed(self.server.port,
-                                           self.head("POST /api/edit HTTP/1.1", f"Content-Length: {length}") + b"\r\n",
+                                           self.server.head("POST /api/edit HTTP/1.1", f"Content-Length: {length}") + b"\r\n",
                                            b" " * MEGABYTE, 300 * MEGABYTE)
             self.assertLess(sent, 17 * MEGABYTE)
             self.assertNotIn(b" 200 ", said[:40])
@@ -303,7 +308,7 @@ class Masses(unittest.TestCase):
                 if i % 3 == 1:
                     idle.sendall(b"GET / HTTP/1.1\r\nHost: ")
                 if i % 3 == 2:
-                    idle.sendall(self.head("POST /api/edit HTTP/1.1", "Content-Length: 100") + b"\r\n{")
+                    idle.sendall(self.server.head("POST /api/edit HTTP/1.1", "Content-Length: 100") + b"\r\n{")
             times = []
             for i in range(20):
                 begun = time.perf_counter()
@@ -320,7 +325,7 @@ class Masses(unittest.TestCase):
                            for _ in range(200)]
             for each in all_of_them:
                 each.settimeout(60)
-                each.sendall(self.head("GET /api/fields HTTP/1.1", "Connection: close") + b"\r\n")
+                each.sendall(self.server.head("GET /api/fields HTTP/1.1", "Connection: close") + b"\r\n")
             for each in all_of_them:
                 said = b""
                 while block := each.recv(65536):
@@ -429,9 +434,7 @@ class Files(unittest.TestCase):
     def test_a_pdf_keeps_nobody_waiting(self):
         path = f"/api/download/pdf?document={self.server.document}"
         with socket.create_connection(("127.0.0.1", self.server.port), timeout=300) as waits:
-            doors = "".join(f"{name}: {value}\r\n" for name, value in self.server.doors().items())
-            waits.sendall(f"GET {path} HTTP/1.1\r\nHost: 127.0.0.1:{self.server.port}\r\n{doors}Connection: close\r\n\r\n"
-                          .encode())
+            waits.sendall(self.server.head(f"GET {path} HTTP/1.1", "Connection: close") + b"\r\n")
             time.sleep(0.5)
             for _ in range(5):
                 begun = time.perf_counter()
@@ -442,6 +445,22 @@ class Files(unittest.TestCase):
                 said += block
         self.assertTrue(said.startswith(b"HTTP/1.1 200"), said[:60])
         self.assertIn(b"\r\n\r\n%PDF", said)
+
+
+class Sources(unittest.TestCase):
+    def test_one_folder_sees_the_http_library(self):
+        root = EXAMPLES.parent
+        seen = {file.relative_to(root).parent.as_posix()
+                for folder in ("app", "vessel", "engine", "data/build") for file in (root / folder).rglob("*")
+                if file.suffix in (".h", ".cpp") and "microhttpd.h" in file.read_text()}
+        self.assertEqual(seen, {"app/serve"})
+
+    def test_the_page_asks_nobody_else(self):
+        for file in (EXAMPLES.parent / "app" / "serve" / "assets").iterdir():
+            text = file.read_text()
+            others = [url for url in re.findall(r"(?:https?:)?//[A-Za-z0-9][A-Za-z0-9.-]*\.[a-z]{2,}", text)
+                      if "www.w3.org" not in url]  # names of XML, which nobody asks for
+            self.assertEqual(others, [], file.name)
 
 
 class Ends(unittest.TestCase):
@@ -456,6 +475,21 @@ class Ends(unittest.TestCase):
             self.assertFalse(server.link.exists())
             self.assertEqual(list(server.runtime.iterdir()), [])
             server.close()
+
+    @unittest.skipUnless(shutil.which("weasyprint"), "there is no weasyprint")
+    def test_it_ends_while_a_pdf_is_made(self):
+        server = Server()
+        with socket.create_connection(("127.0.0.1", server.port), timeout=60) as waits:
+            waits.sendall(server.head(f"GET /api/download/pdf?document={server.document} HTTP/1.1") + b"\r\n")
+            deadline = time.monotonic() + 60
+            while not server.children() and time.monotonic() < deadline:
+                time.sleep(0.05)
+            self.assertTrue(server.children())
+            begun = time.perf_counter()
+            self.assertEqual(server.end(), (0, ""))
+            self.assertLess(time.perf_counter() - begun, 5)
+        self.assertFalse(server.link.exists())
+        server.close()
 
     def test_a_signal_that_was_ignored_stays_so(self):
         server = Server(ignores=signal.SIGHUP)

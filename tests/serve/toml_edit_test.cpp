@@ -2,6 +2,7 @@
 #include "serve/toml_tree.h"
 
 #include "input/input_file.h"
+#include "test_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -323,6 +324,43 @@ TEST(TomlEdit, EveryChangeIsAsAskedAndLeavesTheRest) {
     }
     EXPECT_GT(put_count, 700u);
     EXPECT_GT(removed, 100u);
+}
+
+// Files with bytes that are missing, doubled or others: read or refused, changed or refused.
+TEST(TomlEdit, AnyBytesAreReadOrRefused) {
+    std::ifstream file(std::string(TARVANE_SOURCE_DIR) + "/examples/v101.toml", std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    const std::string whole = bytes.str();
+    ASSERT_GT(whole.size(), 1000u);
+    std::mt19937 random(1);
+    const auto below = [&random](std::size_t n) {
+        return std::uniform_int_distribution<std::size_t>(0, n - 1)(random);
+    };
+    static constexpr std::string_view PIECES[] = {"[",    "]",        "{",  "}",      "\"", "'",
+                                                  "#",    "\n",       "\r", ",",      "=",  ".",
+                                                  "\xFF", "\xC3\xA9", "[[", "\"\"\"", "\\", " "};
+    std::size_t changed = 0;
+    for (int i = 0; i < 1500; ++i) {
+        std::string text = whole.substr(0, below(8) == 0 ? below(whole.size()) : whole.size());
+        for (std::size_t k = 1 + below(3); k > 0 && !text.empty(); --k) {
+            const std::size_t at = below(text.size());
+            if (below(2) == 0)
+                text.erase(at, 1 + below(20));
+            else
+                text.insert(at, PIECES[below(std::size(PIECES))]);
+        }
+        for (const char* const path :
+             {"vessel.P", "flange[0].gasket.Go", "flange[0].new", "shell[1]"}) {
+            try {
+                const std::string after = below(2) == 0 ? drop(text, path) : put(text, path, "7");
+                changed += after == text ? 0 : 1;
+                EXPECT_FALSE(read_tree(after).fault) << text;
+            } catch (const EditRefused&) {
+            }
+        }
+    }
+    EXPECT_GT(changed, 1000u);
 }
 
 } // namespace
