@@ -186,7 +186,7 @@ TEST(FlangeCheckRows, ResultsThatDoNotApplyHaveTheirReason) {
     EXPECT_EQ(blind.why("SHo"), "no such stress in this flange");
     EXPECT_EQ(blind.why("F"), "no such factor of this type");
     EXPECT_EQ(blind.why("Mt"), "no such load, arm or moment of this flange");
-    EXPECT_EQ(neck.why("Wext"), "no external loads");
+    EXPECT_EQ(neck.why("Wext"), "no external loads, or taken as pressure");
     EXPECT_EQ(neck.why("b_part"), "no partition gasket");
     EXPECT_EQ(neck.result("SVo"), std::nullopt);
     EXPECT_GT(*judged(REVERSE).result("SVo"), 0.0f);

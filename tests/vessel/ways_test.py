@@ -366,6 +366,16 @@ def mdmt_results(engine, v, units, _):
 RESULTS = {"flange": flange_results, "shell": shell_results, "external": external_results, "mdmt": mdmt_results}
 
 
+# What a component does not have is 0.0 of the engine, and no result.
+NONE_AT_ZERO = {
+    "flange": {"SHo", "SRo", "STo", "SAo", "BSo", "SVo", "SFo", "SHa", "SRa", "STa", "SAa", "BSa", "SVa", "SFa",
+               "b_part", "Ht", "Hp_prime", "HGY", "Wext", "ht", "Mt", "Mg", "Mr", "Moe", "K", "T_factor", "U", "Y", "Z",
+               "F", "V", "f", "e", "d", "ho", "weight_finished", "weight_forging", "designed.g1", "designed.g0",
+               "designed.h"},
+    "shell": {"crown_radius"},
+}
+
+
 def bits(value):
     return struct.pack("<f", value)
 
@@ -376,6 +386,7 @@ def differences(kind, found, results, quantities, units):
     for name, value in found.items():
         told = results[name]
         missing = value is None or value == NO_VALUE or not math.isfinite(value)
+        missing = missing or value == 0.0 and name in NONE_AT_ZERO.get(kind, ())
         if missing != (told is None) or not missing and bits(units.shown(value, quantities[name])) != bits(told):
             wrong.append(f"{name}: {told!r}, not {value!r} in the engine's units")
     return wrong
