@@ -153,7 +153,7 @@ class Page:
         return self.text(f"[data-key='{key}'] .about")
 
     def entry(self, key):
-        return f"#field-{key.replace('.', '-')}"
+        return "#field-" + re.sub(r"\W+", "-", key)
 
     def field(self, key):
         return self.find(self.entry(key))

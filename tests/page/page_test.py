@@ -472,6 +472,45 @@ class PageTest(unittest.TestCase):
         page.save()
         self.assertEqual(self.read("f.toml").decode().rstrip(), FLANGE.rstrip())
 
+    def test_texts_of_the_document(self):
+        from selenium.webdriver.common.keys import Keys
+        self.write("f.toml", FLANGE)
+        page = self.start("f.toml")
+        page.choose("document")
+        page.type("project", "Condensate")
+        page.type("revisions[0].revision", "A")
+        # There is room for the next one, and one goes on typing in this.
+        self.assertEqual(page.js("return document.activeElement.id"), "field-revisions-0-revision")
+        self.assertTrue(page.all("[data-key='revisions[1].revision']"))
+        page.type("revisions[0].date", "2026-01-31")
+        page.save()
+        document = tomllib.loads(self.read("f.toml").decode())["document"]
+        self.assertEqual(document, {"project": "Condensate", "revisions": [{"revision": "A", "date": "2026-01-31"}]})
+        self.assertIn(FLANGE.splitlines()[-1], self.read("f.toml").decode())
+        self.no_complaints()
+
+    def test_a_change_in_another_tab_is_no_clash(self):
+        self.write("f.toml", FLANGE)
+        page = self.start("f.toml")
+        page.choose("vessel")
+        # As another tab does it, and at once an entry here that was meant for the text before.
+        page.driver.execute_async_script('''
+            const done = arguments[0], body = { document: sessionStorage.getItem('tarvane-document'),
+                edits: [{ path: 'vessel.T', typed: '310' }] };
+            fetch('/api/edit', { method: 'POST', body: JSON.stringify(body), headers: { 'Content-Type': 'application/json',
+                'X-Tarvane': localStorage.getItem('tarvane-key') } }).then(() => {
+                    const field = document.getElementById('field-P');
+                    field.focus();
+                    field.value = '170';
+                    field.dispatchEvent(new Event('input', { bubbles: true }));
+                    field.dispatchEvent(new KeyboardEvent('keydown', { key: 'Enter', bubbles: true, cancelable: true }));
+                    done();
+                });''')
+        page.wait(lambda: "another tab" in page.text("#notices"), "the notice")
+        page.settled()
+        self.assertIn("vessel.P 170", page.text("#notices"))
+        self.assertEqual((page.value("P"), page.value("T")), ("150", "310"))
+
     def test_a_change_on_disk_is_noticed(self):
         self.write("f.toml", FLANGE)
         page = self.start("f.toml")
@@ -556,6 +595,22 @@ class PageTest(unittest.TestCase):
         self.write("f.toml", FLANGE)
         page = self.start("f.toml")
         page.choose("flange[0]")
+        # One request is lost: it is told, and sent again when asked.
+        page.js('''const own = fetch;
+            window.fetch = (path, ...rest) => {
+                if (!path.endsWith('/api/edit')) return own(path, ...rest);
+                window.fetch = own;
+                return Promise.reject(new TypeError('lost'));
+            };''')
+        page.type("tg", "0.2", end="")
+        page.keys("\n")
+        page.wait(lambda: "flange[0].tg 0.2" in page.text("#notices"), "what was lost")
+        self.assertIn("stale", page.find("#verdict").get_attribute("class"))
+        page.driver.find_element("xpath", "//div[@id='notices']//button[.='Try again']").click()
+        page.wait(lambda: page.text("#notices") == "" and "not saved" in page.text("#bar"), "the second try")
+        page.settled()
+        page.save()
+        self.assertIn(b"tg = 0.2 ", self.read("f.toml"))
         self.server.stop()
         page.type("Go", "8.3", end="")
         page.keys("\n")

@@ -36,9 +36,13 @@ export class Form {
     // view: id (of what is shown: another one is built anew), path (what edits begin with), kind, given, inputs (or
     // null), shared(name) -> {text, value, from} or undefined, faults (name -> reasons), units(key), commaIsPoint
     show(view) {
-        if (view.id !== this.#view?.id) this.#build(view);
+        const built = view.id !== this.#view?.id;
+        // Another form of the same component: who types goes on where he was.
+        const inside = built && view.path === this.#view?.path ? document.activeElement.closest?.('.field')?.dataset.key : undefined;
+        if (built) this.#build(view);
         this.#view = view;
         this.#update();
+        if (inside) this.#fields.get(inside)?.focus();
     }
 
     clear(words) {
@@ -110,7 +114,7 @@ export class Form {
 
     #buildField(view, key) {
         const waivable = (view.kind.checks ?? []).filter((check) => check.waivable);
-        const field = new Field(`field-${key.name.replace('.', '-')}`, key, {
+        const field = new Field(`field-${key.name.replace(/[^\w]+/g, '-')}`, key, {
             units: view.units(key),
             commaIsPoint: view.commaIsPoint,
             checks: waivable.filter(({ id }, i) => waivable.findIndex((other) => other.id === id) === i),

@@ -16,10 +16,14 @@ const LOOK = 3000; // ms between looks at the disk
 const PICKED = 12000; // ms that a choice of a catalogue is told
 const OPENED = 'tarvane-document';
 
+const unsent = []; // edits that found no server
 let vocabulary = null, state = null, result = null, chosen = 'vessel', stale = false, revealed = null;
 
 const form = new Form(byId('fields'), byId('help'), {
-    edit: (path, change) => queue.add({ path, ...change }),
+    edit: (path, change) => {
+        clearNotice('failure');
+        queue.add({ path, ...change });
+    },
     pick: (key) => attempt(() => fill(key)),
     focused: (key) => panel.highlight(key?.name),
 });
@@ -47,7 +51,7 @@ const queue = new EditQueue({
         if (!newest) return;
         result = answer.result;
         stale = false;
-        clearNotice('failure');
+        clearNotice('silence');
         showAll(answer.sequence);
     },
     fail: (error, items) => failed(error, items),
@@ -189,33 +193,40 @@ function adopt(next) {
 
 // ---- what went wrong -------------------------------------------------------------------------------------
 
+const inWords = (items) => items.map((item) =>
+    `${item.path ?? ''} ${item.typed ?? (item.value !== undefined ? JSON.stringify(item.value) : item.step ?? 'removed')}`.trim()).join('; ');
+
 function failed(error, items) {
-    const words = items.map((item) => item.typed ?? (item.value !== undefined ? JSON.stringify(item.value) : item.step ?? 'remove'));
-    const lost = items.length > 0 ? ` Not in the file: ${items.map(({ path }, i) => `${path ?? ''} ${words[i]}`.trim()).join('; ')}.` : '';
-    if (error.status === 409 && error.body.document) {
-        state = error.body;
-        notice('failure', `The file was changed in another tab.${lost}`, []);
-        showAll();
-        queue.add();
+    if (error.status === 0 || error.status >= 500) {
+        // They wait for the server, until they are sent again or the message is closed.
+        unsent.push(...items);
+        const words = unsent.length > 0 ? ` Not in the file yet: ${inWords(unsent)}.` : '';
+        notice('unsent', `${error.message}${words}`, [['Try again', () => {
+            clearNotice('unsent');
+            queue.add(...unsent.splice(0));
+        }]], () => unsent.splice(0));
         return;
     }
-    const retry = () => {
-        clearNotice('failure');
-        queue.add(...items);
-    };
-    notice('failure', `${error.message}${lost}`, error.status === 0 ? [['Try again', retry]] : []);
-    if (error.status === 401) notice('failure', 'This tab no longer belongs to a running server: open the link that it shows again.', []);
-    else if (error.status >= 400) {
-        showForm();
-        if (error.status < 500 && items.length > 0) queue.add();
+    const words = items.length > 0 ? ` Not in the file: ${inWords(items)}.` : '';
+    if (error.status === 401) {
+        notice('failure', `This tab no longer belongs to a running server: open the link that it shows again.${words}`, []);
+        return;
     }
+    const clash = error.body.conflict === 'version';
+    notice('failure', `${clash ? 'The file was changed in another tab.' : error.message}${words}`, []);
+    if (clash) state = error.body.state;
+    showAll();
+    if (items.length > 0) queue.add();
 }
 
-function notice(name, words, buttons) {
+function notice(name, words, buttons, closed = () => {}) {
     clearNotice(name);
     const box = make('div', { class: `notice ${name}`, role: name === 'picked' ? 'status' : 'alert', 'data-notice': name }, make('span', {}, words),
         ...buttons.map(([label, action]) => make('button', { type: 'button', onclick: action }, label)),
-        make('button', { type: 'button', class: 'quiet', 'aria-label': 'Close this message', onclick: () => clearNotice(name) }, '×'));
+        make('button', { type: 'button', class: 'quiet', 'aria-label': 'Close this message', onclick: () => {
+            clearNotice(name);
+            closed();
+        } }, '×'));
     byId('notices').append(box);
 }
 
@@ -364,7 +375,7 @@ async function look() {
             showHead();
         }
     } catch (error) {
-        notice('silence', error.message, []);
+        if (unsent.length === 0) notice('silence', error.message, []);
     }
 }
 

@@ -36,9 +36,9 @@ function viewOf(state, result, vocabulary, chosen) {
     };
     if (chosen === 'head' || chosen === 'document') {
         const title = chosen === 'head' ? HEAD_TITLE : 'Texts of the document';
-        const kind = vocabulary.kind(chosen);
         const given = chosen === 'head' ? state.head.given : state.about.given;
-        return { ...common, id: `${state.document}/${chosen}`, path: chosen === 'head' ? '' : 'document.', title, kind, given };
+        const kind = chosen === 'head' ? vocabulary.kind('head') : vocabulary.documentKind(given);
+        return { ...common, id: `${state.document}/${chosen}/${kind.keys.length}`, path: chosen === 'head' ? '' : 'document.', title, kind, given };
     }
     if (chosen === 'vessel') {
         const kind = vocabulary.vesselKind(state.vessel.given);

@@ -14,7 +14,6 @@ export class Vocabulary {
     constructor(fields) {
         this.#all = fields;
         this.#kinds = new Map(fields.kinds.map((kind) => [kind.name, indexed(kind)]));
-        this.#kinds.set('document', indexed({ name: 'document', keys: sectioned('Document', fields.document.keys) }));
         this.#kinds.set('head', indexed({ name: 'head', keys: sectioned('File', fields.head.keys) }));
     }
 
@@ -43,6 +42,16 @@ export class Vocabulary {
         keys.push(...own.map((key) => ({ ...key, section: 'Liquid', required: undefined })));
         for (const name of Object.keys(given)) add(name, 'For every component');
         return indexed({ name: 'vessel', keys });
+    }
+
+    // [document] with its revisions, and room for one more.
+    documentKind(given) {
+        const places = Object.keys(given).map((name) => Number(/^revisions\[(\d+)\]/.exec(name)?.[1] ?? -1));
+        const number = Math.max(-1, ...places) + 1;
+        const revisions = Array.from({ length: number + 1 }, (_, i) => this.#all.document.revision_keys.map((key) => ({
+            ...key, name: `revisions[${i}].${key.name}`, section: i < number ? `Revision ${i + 1}` : 'One more revision',
+        })));
+        return indexed({ name: 'document', keys: [...sectioned('Document', this.#all.document.keys), ...revisions.flat()] });
     }
 
     #anyKey(name) {
