@@ -37,6 +37,14 @@ if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
     # Of the 32-bit DLL in place of the linker's own, which knows the plain names alone.
     install(FILES ${PROJECT_BINARY_DIR}/bin/libtarvane.a DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()
+get_property(microsoft_libraries GLOBAL PROPERTY TARVANE_MICROSOFT_IMPORT_LIBRARIES)
+install(FILES ${microsoft_libraries} DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# The 32-bit engine beside the 64-bit libraries: the same headers and data files.
+if(TARVANE_WIN32_BUILD)
+    foreach(name bin/tarvane.dll bin/libtarvane.a lib/tarvane.lib)
+        install(FILES ${TARVANE_WIN32_BUILD}/${name} DESTINATION win32 OPTIONAL)
+    endforeach()
+endif()
 if(TARVANE_APP)
     install(TARGETS tarvane_cli COMPONENT program)
 endif()
@@ -50,8 +58,10 @@ install(DIRECTORY include/tarvane DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 # A Fortran module is the compiler's own form: hosts compile it from its source, and that of C#.
 install(DIRECTORY fortran/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/fortran)
 install(DIRECTORY csharp/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarvane/csharp)
-install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON} COMPONENT python
-        FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
+if(NOT WIN32) # where no folder is all programs' own; there the package comes by pip
+    install(DIRECTORY python/tarvane DESTINATION ${TARVANE_INSTALL_PYTHON} COMPONENT python
+            FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
+endif()
 install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents FILES_MATCHING PATTERN "*.md")
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)

@@ -1,6 +1,6 @@
 # cpack -G DEB: packages of Debian from the parts of the installation, below /usr. A build that is configured with
 # CMAKE_INSTALL_PREFIX=/usr has its libraries in the folder of the architecture.
-# cpack -G ZIP: the whole installation in one archive, for Windows.
+# cpack -G ZIP of the 64-bit build for Windows: the whole installation in one archive, with the 32-bit engine.
 set(CPACK_PACKAGE_VENDOR "Kessendale Lab")
 set(CPACK_PACKAGE_CONTACT "Kessendale Lab <tarvane@kessendale.invalid>")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
@@ -9,11 +9,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 if(WIN32)
-    set(word win32)
-    if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-        set(word win64)
-    endif()
-    set(CPACK_PACKAGE_FILE_NAME tarvane-${PROJECT_VERSION}-${word})
+    set(CPACK_PACKAGE_FILE_NAME tarvane-${PROJECT_VERSION}-windows)
     include(CPack)
     return()
 endif()

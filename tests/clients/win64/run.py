@@ -1,6 +1,6 @@
 """The 64-bit Windows program under Wine, held against the golden reports and against the program of this machine:
 report, standard output, standard error and status of every golden input and example, the other commands, names
-that are not ASCII, and files that are written whole or not at all.
+that are not ASCII, files that are written whole or not at all, and the archive, unpacked.
 
     run.py WINDOWS_BIN LINUX_BIN SCRATCH
 
@@ -10,10 +10,12 @@ Status 0: all as it should be; 1: something differs; 77: not run, with the reaso
 
 import difflib
 import os
+import re
 import shlex
 import shutil
 import subprocess
 import sys
+import zipfile
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
@@ -29,6 +31,8 @@ COMMANDS = (
     "run", "chart NO-SUCH -T 1",
 )  # fmt: skip
 MOST_SHOWN = 20  # failures with their differences
+# What a clean Windows has.
+SYSTEM = {"kernel32.dll", "msvcrt.dll", "ole32.dll", "shell32.dll", "advapi32.dll", "user32.dll"}
 FOREIGN = "Größe Ω 容器"  # of no one code page
 
 
@@ -201,6 +205,76 @@ def hold_libraries(report, wine_program, prefix, bin_folder, scratch):
         report.expect(f"the data files: {name}", (bin_folder / name).read_bytes(), (made / name).read_bytes())
 
 
+def needed_libraries(objdump, file):
+    text = subprocess.run([objdump, "-p", str(file)], check=True, capture_output=True, text=True).stdout
+    return {name.lower() for name in re.findall(r"DLL Name: (\S+)", text)}
+
+
+def microsoft_host(target, include, output, libraries, *options):
+    """A host as the tools of Microsoft make one; False: there are no tools that do as they do."""
+    if not all(map(shutil.which, ("clang", "lld-link"))):
+        return False
+    folder = {"x86_64": "/usr/x86_64-w64-mingw32", "i686": "/usr/i686-w64-mingw32"}[target]
+    compiled = output.with_suffix(".obj")
+    subprocess.run(["clang", f"--target={target}-pc-windows-msvc", "-ffreestanding", "-O1", "-Wall", "-Werror", *options,
+                    f"-I{include}", "-c", f"{SOURCE}/tests/clients/win64/microsoft_host.c", "-o", str(compiled)],
+                   check=True)  # fmt: skip
+    subprocess.run(["lld-link", "/nologo", "/entry:start", "/subsystem:console", "/nodefaultlib", "/safeseh:no", f"/out:{output}",
+                    str(compiled), *map(str, libraries), f"{folder}/lib/libkernel32.a"], check=True)  # fmt: skip
+    return True
+
+
+def hold_archive(report, wine_program, prefix, build, scratch):
+    """The archive as a user unpacks it: the program, hosts of both kinds of compilers, nothing else needed."""
+    archives = list(build.glob("tarvane-*-windows.zip"))
+    report.expect("the archive is there", 1, len(archives))
+    if not archives:
+        return
+    folder = scratch / f"unpacked {FOREIGN}"
+    with zipfile.ZipFile(archives[0]) as archive:
+        archive.extractall(folder)
+    top = folder / archives[0].stem
+    own = {"tarvane.dll", "tarvane_vessel.dll"}
+    files = [path for path in top.rglob("*") if path.suffix in (".exe", ".dll")]
+    report.expect("the archive: its programs", {"tarvane.exe", "tarvane-data.exe", *own}, {path.name for path in files})
+    for path in files:
+        objdump = ("i686" if path.parent.name == "win32" else "x86_64") + "-w64-mingw32-objdump"
+        report.expect(f"{path.name}: libraries that a clean Windows has not", set(),
+                      needed_libraries(objdump, path) - SYSTEM - own)  # fmt: skip
+
+    golden = SOURCE / "tests/golden/reverse_design.toml"
+    program = wrapper(folder / "program", wine_program, prefix, top / "bin/tarvane.exe")
+    run(program, "run", str(golden), "--report", "report.txt", cwd=folder)
+    report.expect("the archive: a golden report", golden.with_suffix(".txt").read_bytes(),
+                  (folder / "report.txt").read_bytes() if (folder / "report.txt").exists() else b"(none)")  # fmt: skip
+
+    recorded = (SOURCE / "tests/clients/three_elements.txt").read_bytes()
+    subprocess.run([COMPILER, "-std=c99", "-Wall", "-Werror", "-static", f"-I{top}/include",
+                    f"{top}/share/doc/tarvane/examples/hosts/three_elements.c", str(top / "lib/libtarvane.dll.a"),
+                    "-o", str(top / "bin/host.exe")], check=True)  # fmt: skip
+    host = wrapper(folder / "host", wine_program, prefix, top / "bin/host.exe")
+    done = run(host, "../share/tarvane", cwd=top / "bin")  # its own argument is of one code page
+    report.expect("the archive: a host by MinGW", recorded, done.stdout.replace(b"\r\n", b"\n"))
+
+    libraries = [top / "lib" / name for name in ("tarvane.lib", "tarvane_vessel.lib")]
+    if not all(library.exists() for library in libraries):
+        print("win64: the import libraries for Microsoft's linker are not there, as there is no llvm-dlltool")
+    elif not microsoft_host("x86_64", top / "include", top / "bin/microsoft.exe", libraries, "-DVESSEL"):
+        print("win64: the import libraries for Microsoft's linker are not tried: no clang or lld-link")
+    else:
+        done = run(wrapper(folder / "microsoft", wine_program, prefix, top / "bin/microsoft.exe"), cwd=folder)
+        version = archives[0].stem.split("-")[1]
+        report.expect("the archive: a host by lld-link", (0, f"{version} 7 ".encode()), (done.returncode, done.stdout))
+    if (top / "win32/tarvane.lib").exists() and shutil.which("i686-w64-mingw32-objdump"):
+        output = folder / "microsoft32.exe"
+        if microsoft_host("i686", top / "include", output, [top / "win32/tarvane.lib"]):
+            text = subprocess.run(["i686-w64-mingw32-objdump", "-p", str(output)], check=True, capture_output=True,
+                                  text=True).stdout  # fmt: skip
+            names = set(re.findall(r"^\s+[0-9a-f]+\s+\d+\s+([A-Za-z_]\w*)(?:@\d+)?$", text, re.M))
+            report.expect("the 32-bit import library: names", set(),
+                          {"RESET_ENGINE", "GETFLANGERESULTS", "GLOBALS_mp_G_NUSE_CASE2286"} - names)  # fmt: skip
+
+
 def main():
     bin_folder, linux_folder, place = (Path(argument).absolute() for argument in sys.argv[1:])
     wine_program, linux = wine(), linux_folder / "tarvane"
@@ -221,6 +295,7 @@ def main():
     hold_names(report, wine_program, prefix, bin_folder, linux, scratch)
     hold_writing(report, windows, scratch)
     hold_libraries(report, wine_program, prefix, bin_folder, scratch)
+    hold_archive(report, wine_program, prefix, bin_folder.parent, scratch)
     print(f"win64: {count} inputs and {len(COMMANDS)} commands; {report.held - report.failed} passed, {report.failed} failed")
     return 1 if report.failed else 0
 
