@@ -69,7 +69,7 @@ tarvane_package(vessel libs "calculations of pressure vessels - library"
 tarvane_package(data science "calculations of pressure vessels - data files" ANYWHERE
     TEXT "Tables of bolts, standard flanges, materials and external pressure charts.")
 tarvane_package(development libdevel "calculations of pressure vessels - development files"
-    TEXT "Headers, the Fortran interface, and what CMake and pkg-config ask for."
+    TEXT "Headers, static libraries, the interfaces of Fortran and C#, and what CMake and pkg-config ask for."
     PARTS engine vessel SUGGESTS tarvane-doc)
 tarvane_package(documents doc "calculations of pressure vessels - documents and examples" ANYWHERE
     TEXT "The guides, and examples of input files and of host programs.")
