@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """The page of `tarvane serve` as its users have it, in a headless Chromium.
 
-page_test.py PROGRAM EXAMPLES SCRATCH [--pictures FOLDER] [names of tests]
+page_test.py PROGRAM EXAMPLES SCRATCH [--pictures FOLDER] [--speed] [PageTest.test_name ...]
 """
 
 import argparse
@@ -286,6 +286,16 @@ class PageTest(unittest.TestCase):
         page.save()
         self.assertNotIn(b"tg", self.read("f.toml"))
         self.no_complaints()
+
+    def test_a_decimal_comma_where_the_file_has_it(self):
+        self.write("f.toml", FLANGE.replace("[vessel]", "decimal_comma = true\n\n[vessel]"))
+        page = self.start("f.toml")
+        page.choose("flange[0]")
+        self.assertEqual(page.field("C").get_attribute("placeholder"), "10,62")
+        page.type("tg", "0,2")
+        self.assertEqual((page.verdict(), page.message("tg")), ("PASS", ""))
+        page.save()
+        self.assertIn(b"tg = 0.2 ", self.read("f.toml"))
 
     def test_a_unit_from_the_list(self):
         self.write("f.toml", FLANGE)
@@ -716,18 +726,17 @@ class PageTest(unittest.TestCase):
             for _ in range(4):
                 times = page.driver.execute_async_script(TIMES)
                 whole, served = (statistics.median(each[i] for each in times) for i in (0, 1))
-                load = os.getloadavg()[0]
                 print(f"typing to result, 20 components, 32 idle connections: median {whole:.0f} ms, {served:.0f} ms of it "
-                      f"the server; load of the processors {load:.1f}", flush=True)
-                if whole < 100:
+                      f"the server; load of the processors {os.getloadavg()[0]:.1f}", flush=True)
+                if whole < 100 or not OPTIONS.speed:
                     break
         finally:
             for connection in idle:
                 connection.close()
-        if whole >= 100 and load > os.cpu_count():
-            self.skipTest(f"other programs hold the processors: a load of {load:.1f} on {os.cpu_count()}")
-        self.assertLess(whole, 100)
+        self.assertEqual(page.verdict(), "PASS")
         self.no_complaints()
+        if OPTIONS.speed:
+            self.assertLess(whole, 100)
 
     def pause(self, seconds):
         import time
@@ -836,7 +845,8 @@ def main():
     parser.add_argument("program", type=lambda path: str(pathlib.Path(path).resolve()))
     parser.add_argument("examples")
     parser.add_argument("scratch")
-    parser.add_argument("--pictures")
+    parser.add_argument("--pictures", help="a folder for pictures of the page")
+    parser.add_argument("--speed", action="store_true", help="fail where an answer takes 100 ms: for a machine that is free")
     OPTIONS, others = parser.parse_known_args()
     reason = missing()
     if reason:
