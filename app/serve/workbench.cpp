@@ -202,9 +202,17 @@ std::vector<ListedFile> Workbench::files() {
 // ---- documents ---------------------------------------------------------------------------------------------
 
 OpenDocument& Workbench::add(std::string text) {
-    if (documents.size() >= MOST_DOCUMENTS)
-        throw RequestRefused(CONFLICT, "too many documents are open; close one of them");
+    // Nobody closes a tab of a browser by a request: the one that was left the longest goes.
+    if (documents.size() >= MOST_DOCUMENTS) {
+        const auto left = std::find_if(used.begin(), used.end(), [this](const std::string& handle) {
+            return documents.at(handle)->disposable();
+        });
+        if (left == used.end())
+            throw RequestRefused(CONFLICT, "too many documents with changes are open; save some");
+        drop(std::string(*left));
+    }
     const std::string handle = "d" + std::to_string(++last_document);
+    used.push_back(handle);
     auto& made = documents[handle];
     made = std::make_unique<OpenDocument>(handle, std::move(text));
     return *made;
@@ -238,16 +246,23 @@ OpenDocument& Workbench::create(std::string text) { return add(std::move(text));
 OpenDocument& Workbench::document(std::string_view handle) {
     const auto at = documents.find(handle);
     if (at == documents.end()) throw RequestRefused(NOT_FOUND, "the document is not open any more");
+    const auto place = std::find(used.begin(), used.end(), handle);
+    std::rotate(place, place + 1, used.end());
     return *at->second;
+}
+
+void Workbench::drop(const std::string& handle) {
+    std::erase(used, handle);
+    seen.erase(handle);
+    documents.erase(handle);
 }
 
 void Workbench::close(std::string_view handle, bool force) {
     const OpenDocument& closed = document(handle);
-    if (!force && !closed.saved() && (closed.name() || closed.can_undo()))
+    if (!force && !closed.disposable())
         throw RequestRefused(CONFLICT, "there are changes that were not saved", "conflict",
                              "unsaved");
-    seen.erase(closed.handle);
-    documents.erase(closed.handle);
+    drop(std::string(closed.handle));
 }
 
 void Workbench::save(OpenDocument& document, const std::string& name, bool force) {
@@ -314,7 +329,7 @@ std::string Workbench::text_on_disk(const OpenDocument& document) const {
 std::vector<std::string> Workbench::unsaved() const {
     std::vector<std::string> names;
     for (const auto& [handle, document] : documents) {
-        if (document->saved() || (!document->name() && !document->can_undo())) continue;
+        if (document->disposable()) continue;
         names.push_back(document->name().value_or("a new file"));
     }
     return names;

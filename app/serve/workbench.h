@@ -37,6 +37,8 @@ class OpenDocument {
     std::uint64_t version() const { return versions; }
     const std::optional<std::string>& name() const { return file; }
     bool saved() const { return on_file && *on_file == now; }
+    // Nothing is lost with it: it is saved, or as it was made.
+    bool disposable() const { return saved() || (!file && before.empty()); }
     bool can_undo() const { return !before.empty(); }
     bool can_redo() const { return !after.empty(); }
 
@@ -106,6 +108,8 @@ class Workbench {
     std::map<std::string, std::unique_ptr<OpenDocument>, std::less<>> documents;
     std::map<std::string, Seen>
         seen; // by the handle of the document: its file, as it was read or written
+    std::vector<std::string>
+        used; // handles of the documents, the one that was asked for last at the end
     std::size_t last_file = 0, last_document = 0;
 
     std::string path_of_file(const std::string& name) const;
@@ -113,6 +117,7 @@ class Workbench {
     std::string read(const std::string& name) const;
     void remember(const OpenDocument& document);
     OpenDocument& add(std::string text);
+    void drop(const std::string& handle);
 };
 
 // Names that a request may give to a file: letters, digits, blanks, "-", "_" and "."; never a path.

@@ -80,6 +80,25 @@ TEST_F(WorkbenchTest, AFileIsOpenOnce) {
     EXPECT_EQ(refusal([&] { workbench.document("d1"); }), "404");
 }
 
+TEST_F(WorkbenchTest, TheDocumentThatWasLeftTheLongestGivesWay) {
+    write("a.toml", "P = 1\n");
+    const std::string changed = open("a.toml").handle, used = workbench.create("x").handle,
+                      left = workbench.create("y").handle;
+    workbench.document(changed).put("P = 2\n");
+    for (int i = 3; i < 64; ++i)
+        workbench.create("z").put(std::to_string(i));
+    workbench.document(used);
+    workbench.create("z");
+    EXPECT_EQ(refusal([&] { workbench.document(left); }), "404");
+    EXPECT_EQ(workbench.document(used).text(), "x");
+    EXPECT_EQ(workbench.document(changed).text(), "P = 2\n");
+    // Changes that are in no file are never given up.
+    workbench.create("z").put("w");
+    workbench.document(used).put("w");
+    EXPECT_EQ(refusal([&] { workbench.create("z"); }), "409");
+    EXPECT_EQ(workbench.unsaved().size(), 64u);
+}
+
 TEST_F(WorkbenchTest, StepsAreUndoneAndDoneAgain) {
     OpenDocument& document = workbench.create("a");
     EXPECT_FALSE(document.can_undo());
