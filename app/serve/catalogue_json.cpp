@@ -127,7 +127,9 @@ std::vector<Row> flange_rows(const CatalogueQuery& query, const UnitSystem& unit
         for (const FlangeRow& each : of.rows) {
             const std::string standard(of.standard(each.size())), size = of.size_text(each.size());
             const std::string name = "class " + of.name + ", " + size;
-            if (!words.in("class " + of.name + ' ' + size + ' ' + standard)) continue;
+            std::string all = name;
+            all.append(" ").append(standard);
+            if (!words.in(all)) continue;
             const FlangeLookup found =
                 look_up_flange(of, each.size(), FlangeForm::blind, std::nullopt);
             Row row{.name = name,

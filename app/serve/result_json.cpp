@@ -347,7 +347,8 @@ class ResultWriter {
 
 } // namespace
 
-std::string result_json_of(const std::string& toml, const std::string& component) {
+std::string result_json_of(const std::string& toml, const std::string& component,
+                           RatingMemory& memory) {
     const EngineTurn turn{DataFolder(data_folder())};
     Outcome reading; // of what the engine is asked as the text is read
     ReadResult input;
@@ -364,7 +365,7 @@ std::string result_json_of(const std::string& toml, const std::string& component
                               input.faults, {}, toml);
     }
     input.request.report = input.request.words = false;
-    const Calculation calculation = calculate(input.request);
+    const Calculation calculation = calculate(input.request, memory.rating_for(toml));
     return ResultWriter(input.request, calculation, toml).write(component);
 }
 

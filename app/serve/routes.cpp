@@ -214,8 +214,7 @@ Reply Routes::state(const OpenDocument& document) {
 }
 
 // The answer to a change, or to the trial of one: `changed` is null for a trial.
-Reply Routes::worked(const Table& body, const OpenDocument* changed,
-                     const std::string& text) const {
+Reply Routes::worked(const Table& body, const OpenDocument* changed, const std::string& text) {
     const std::string* component = text_in(body, "component");
     const std::optional<std::int64_t> sequence = whole_in(body, "sequence");
     JsonWriter json;
@@ -225,7 +224,8 @@ Reply Routes::worked(const Table& body, const OpenDocument* changed,
     else
         json.null();
     if (changed != nullptr) json.key("state").raw(state_json(workbench, *changed));
-    json.key("result").raw(result_json_of(text, component != nullptr ? *component : std::string()));
+    json.key("result").raw(
+        result_json_of(text, component != nullptr ? *component : std::string(), memory));
     json.end_object();
     return json_reply(json.take());
 }

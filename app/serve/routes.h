@@ -2,6 +2,7 @@
 #pragma once
 
 #include "serve/guard.h"
+#include "serve/rating_memory.h"
 #include "serve/workbench.h"
 
 #include <functional>
@@ -43,6 +44,7 @@ class Routes {
     const Guard& guard;
     std::string first_document;
     std::string fields; // made once
+    RatingMemory memory;
 
     Reply enter(std::string_view body) const;
     Reply get(std::string_view name, const Query& query);
@@ -51,8 +53,7 @@ class Routes {
     Reply stepped(const vessel::Table& body, bool back);
     Reply download(std::string_view form, OpenDocument& document);
     Reply state(const OpenDocument& document);
-    Reply worked(const vessel::Table& body, const OpenDocument* changed,
-                 const std::string& text) const;
+    Reply worked(const vessel::Table& body, const OpenDocument* changed, const std::string& text);
 };
 
 } // namespace tarvane::app

@@ -51,11 +51,17 @@ class DocumentJson : public ProgramTest {
   protected:
     DocumentJson() { set_data_folder(std::string(TARVANE_DATA_DIR)); }
 
+    RatingMemory memory;
+
+    std::string result_of(const std::string& toml, const std::string& component) {
+        return result_json_of(toml, component, memory);
+    }
+
     const std::string vessel = read(std::string(TARVANE_SOURCE_DIR) + "/examples/v101.toml");
 };
 
 TEST_F(DocumentJson, AResultSaysWhatTheRunSays) {
-    const Value result = parsed(result_json_of(vessel, "flange[0]"));
+    const Value result = parsed(result_of(vessel, "flange[0]"));
     ReadResult input = read_input(vessel);
     ASSERT_TRUE(input.faults.empty());
     const Calculation calculation = calculate(input.request);
@@ -91,34 +97,61 @@ TEST_F(DocumentJson, AResultSaysWhatTheRunSays) {
 }
 
 TEST_F(DocumentJson, WithoutAComponentTheOneThatGovernsIsShown) {
-    const Value result = parsed(result_json_of(vessel, ""));
+    const Value result = parsed(result_of(vessel, ""));
     EXPECT_EQ(text_at(result, "component.path"), text_at(result, "governing.component"));
-    const Value gone = parsed(result_json_of(vessel, "flange[99]"));
+    const Value gone = parsed(result_of(vessel, "flange[99]"));
     EXPECT_EQ(text_at(gone, "component.path"), text_at(gone, "governing.component"));
 }
 
 TEST_F(DocumentJson, FaultsNameTheirFields) {
     std::string wrong = vessel;
     wrong.replace(wrong.find("P = 150"), 7, "P = \"x\"");
-    const Value result = parsed(result_json_of(wrong, "flange[0]"));
+    const Value result = parsed(result_of(wrong, "flange[0]"));
     EXPECT_EQ(text_at(result, "verdict"), "faulty");
     EXPECT_EQ(text_at(result, "faults[0].path"), "vessel.P");
     EXPECT_TRUE(at(result, "component").null());
     EXPECT_EQ(at(result, "components").list()->size(), 7u);
     EXPECT_EQ(text_at(result, "components[0].name"), "shell 1 (Shell)");
-    const Value none = parsed(result_json_of("P = \n", ""));
+    const Value none = parsed(result_of("P = \n", ""));
     EXPECT_EQ(text_at(none, "verdict"), "faulty");
     EXPECT_EQ(at(none, "faults[0].line").number(), 1.0);
-    const Value empty = parsed(result_json_of("tarvane = 1\n", ""));
+    const Value empty = parsed(result_of("tarvane = 1\n", ""));
     EXPECT_EQ(text_at(empty, "verdict"), "faulty");
 }
 
 // Two calculations after each other give the same, whatever was calculated between them.
 TEST_F(DocumentJson, AResultDependsOnItsTextAlone) {
-    const std::string first = result_json_of(vessel, "flange[0]");
-    result_json_of(FLANGE_TOML, "");
-    result_json_of("P = \n", "");
-    EXPECT_EQ(result_json_of(vessel, "flange[0]"), first);
+    const std::string first = result_of(vessel, "flange[0]");
+    result_of(FLANGE_TOML, "");
+    result_of("P = \n", "");
+    EXPECT_EQ(result_of(vessel, "flange[0]"), first);
+}
+
+// What is remembered of components is what would be found anew: after changes of themselves, of what they are linked
+// with, of the vessel, and of their order.
+TEST_F(DocumentJson, WhatIsRememberedIsWhatWouldBeFound) {
+    const std::vector<std::vector<FieldEdit>> steps = {
+        {{"flange[0].rigidity", "false", {}}},
+        {{"vessel.P", "140", {}}},
+        {{"shell[0].D", "61", {}}},                // of the heads that are on it
+        {{"flange[1].standard.class", "300", {}}}, // of its mate, too
+        {{"shell[3].t", "0.5", {}}},               // of the flange that is attached to it
+        {{"shell[3].elevation", "10", {}}},
+        {{"shell[3].description", "N9 neck", {}}, {"flange[0].attached_to", "N9 neck", {}}},
+        {{"shell[1]", {}, {}}},
+        {{"vessel.liquid.level", "100 in", {}}},
+        {{"units", "SI", {}}},
+        {{"units", "US", {}}}};
+    std::string text = vessel;
+    result_of(text, "");
+    for (const std::vector<FieldEdit>& step : steps) {
+        text = edited(text, step);
+        for (const char* const component : {"flange[0]", "shell[0]", "shell[1]", "flange[2]"}) {
+            RatingMemory none;
+            EXPECT_EQ(result_of(text, component), result_json_of(text, component, none))
+                << step[0].path << ' ' << component;
+        }
+    }
 }
 
 TEST_F(DocumentJson, AStateHasTheFieldsOfItsText) {

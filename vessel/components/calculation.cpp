@@ -1,12 +1,16 @@
 #include "components/calculation.h"
 
+#include "components/known_ratings.h"
+
 #include <algorithm>
 #include <exception>
 #include <iterator>
 
 namespace tarvane::vessel {
 
-Calculation calculate(const Request& request) {
+Calculation calculate(const Request& request) { return calculate(request, find_rated_pressure); }
+
+Calculation calculate(const Request& request, const Rating& rating) {
     Calculation c;
     for (const auto& element : request.elements) {
         try {
@@ -23,7 +27,7 @@ Calculation calculate(const Request& request) {
         c.complete = c.verdicts.back().status != Status::stopped;
         if (!c.complete) break;
         Outcome& outcome = *c.outcomes.back();
-        outcome.rated_pressure = find_rated_pressure(*element, outcome, request);
+        outcome.rated_pressure = rating(*element, outcome, request);
     }
     return c;
 }
