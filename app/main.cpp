@@ -153,7 +153,13 @@ int command(int argc, char** argv, std::ostream& out) {
     batch_command->add_option("--data", batch_options.ways.data, "Folder of the data files")
         ->type_name("FOLDER");
     batch_command->add_flag("--strict", batch_options.ways.strict, STRICT);
+#ifndef _WIN32
+    batch_command->add_option("--connections", batch_options.connections)
+        ->delimiter(',')
+        ->group("");
+#endif
     const CLI::App* worker_command = app.add_subcommand(WORKER_COMMAND)->group("");
+    const CLI::App* relay_command = app.add_subcommand(RELAY_COMMAND)->group("");
 
     CompareOptions compare;
     CLI::App* compare_command =
@@ -355,6 +361,7 @@ int command(int argc, char** argv, std::ostream& out) {
         return app.exit(error, out, std::cerr) == 0 ? 0 : static_cast<int>(Status::bad_input);
     }
     if (worker_command->parsed()) return serve_as_worker();
+    if (relay_command->parsed()) return serve_as_relay(TARVANE_VERSION);
     if (batch_command->parsed()) return batch(batch_options, out, std::cerr);
     if (compare_command->parsed()) return static_cast<int>(compare_files(compare, out, std::cerr));
     if (serve_command->parsed()) {

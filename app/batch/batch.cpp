@@ -40,15 +40,6 @@ std::string data_sha256() {
     return sha256(all);
 }
 
-Conditions conditions_of(const std::string& program, const Ways& ways) {
-    return {.program = program,
-            .result_form = RESULT_FORM,
-            .strict = ways.strict,
-            .html = ways.html,
-            .data_version = version_in(path_of(data_folder().path)).value_or(""),
-            .data_sha256 = data_sha256()};
-}
-
 // Of the content that a file has now; empty where it can't be read.
 std::string input_sha256(const fs::path& path) {
     try {
@@ -143,10 +134,9 @@ class Batch {
             ++tally.failing;
     }
 
-    void take(const Item& item, Answer answer, double seconds) {
+    void take(const Item& item, const std::string& sha, Answer answer, double seconds) {
         Entry entry{.row = std::move(answer.row), .key = {}, .files = {}, .seconds = seconds};
-        if (answer.input_sha256.empty()) answer.input_sha256 = input_sha256(item.path);
-        entry.key = conditions.key(answer.input_sha256);
+        entry.key = conditions.key(sha);
         try {
             entry.files = folder.write_results(item.name, answer.files);
         } catch (const std::exception& problem) {
@@ -157,6 +147,12 @@ class Batch {
         entry.row.file = item.file;
         journal.note(entry);
         count(entry.row);
+    }
+
+    Ways ways() const {
+        Ways with_key = options.ways;
+        with_key.key = conditions.key({});
+        return with_key;
     }
 
     void calculate() {
@@ -170,13 +166,15 @@ class Batch {
             return tally;
         };
         if (!to_do.empty())
-            run_pool({.items = to_do,
-                      .workers = options.jobs,
-                      .ways = options.ways,
-                      .done = [this](const Item& item, Answer answer,
-                                     double seconds) { take(item, std::move(answer), seconds); },
-                      .stop = [this] { return interrupts.count(); },
-                      .look = [&] { progress.show(now()); }});
+            run_pool(
+                {.items = to_do,
+                 .workers = options.jobs,
+                 .connections = options.connections,
+                 .ways = ways(),
+                 .done = [this](const Item& item, const std::string& sha, Answer answer,
+                                double seconds) { take(item, sha, std::move(answer), seconds); },
+                 .stop = [this] { return interrupts.count(); },
+                 .look = [&] { progress.show(now()); }});
         progress.end(now());
     }
 
@@ -206,6 +204,15 @@ class Batch {
 };
 
 } // namespace
+
+Conditions conditions_of(const std::string& program, const Ways& ways) {
+    return {.program = program,
+            .result_form = RESULT_FORM,
+            .strict = ways.strict,
+            .html = ways.html,
+            .data_version = version_in(path_of(data_folder().path)).value_or(""),
+            .data_sha256 = data_sha256()};
+}
 
 int run_batch(const BatchOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.ways.data, "--data");

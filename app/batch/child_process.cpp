@@ -15,6 +15,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -92,11 +93,11 @@ long write_some(int file, const char* bytes, std::size_t count) {
 
 } // namespace
 
-bool ChildProcess::send(std::string_view text) {
+bool Channel::send(std::string_view text) {
     return send_text(text, [this](const char* b, std::size_t n) { return write(b, n); });
 }
 
-std::optional<std::string> ChildProcess::receive() {
+std::optional<std::string> Channel::receive() {
     return receive_text([this](char* b, std::size_t n) { return read(b, n); });
 }
 
@@ -289,6 +290,28 @@ void ChildProcess::kill() {
     const std::lock_guard lock(living);
     if (!waited) ::kill(process, SIGKILL);
 }
+
+// ---- a connection ----------------------------------------------------------------------------------------
+
+Connection::~Connection() { ::close(socket); }
+
+bool Connection::write(const char* bytes, std::size_t count) {
+    return all(bytes, count,
+               [this](const char* b, std::size_t n) { return write_some(socket, b, n); });
+}
+
+bool Connection::read(char* bytes, std::size_t count) {
+    return all(bytes, count, [this](char* b, std::size_t n) { return read_some(socket, b, n); });
+}
+
+std::string Connection::end() {
+    kill();
+    return "the process that it was given to has ended";
+}
+
+void Connection::kill() { ::shutdown(socket, SHUT_RDWR); }
+
+// ----------------------------------------------------------------------------------------------------------
 
 ParentProcess::ParentProcess() : to(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)) {
     dup2(STDERR_FILENO, STDOUT_FILENO);

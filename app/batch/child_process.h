@@ -1,4 +1,4 @@
-// A process of this program that works for this one: texts go to it and come from it.
+// Processes that work for this one: texts go to them and come from them.
 #pragma once
 
 #include <mutex>
@@ -8,22 +8,36 @@
 
 namespace tarvane::app {
 
-// One thread talks to it; any other may end it.
-class ChildProcess {
+// One thread talks through it; any other may end it.
+class Channel {
+  public:
+    Channel() = default;
+    virtual ~Channel() = default;
+    Channel(const Channel&) = delete;
+    Channel& operator=(const Channel&) = delete;
+
+    // False, or nothing: the other side has ended.
+    bool send(std::string_view text);
+    std::optional<std::string> receive();
+    // Waits for that end: "its process was ended by signal 9 (Killed)".
+    virtual std::string end() = 0;
+    virtual void kill() = 0;
+
+  private:
+    virtual bool write(const char* bytes, std::size_t count) = 0;
+    virtual bool read(char* bytes, std::size_t count) = 0;
+};
+
+// A process of this program.
+class ChildProcess : public Channel {
   public:
     // With one argument. Interrupts of the terminal don't reach it. Throws std::runtime_error.
     explicit ChildProcess(const char* argument);
     // Tells it that there is no more, and waits for its end.
-    ~ChildProcess();
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess() override;
 
-    // False, or nothing: it has ended.
-    bool send(std::string_view text);
-    std::optional<std::string> receive();
-    // Waits for its end: "its process was ended by signal 9 (Killed)".
-    std::string end();
-    void kill();
+    std::string end() override;
+    void kill() override;
 
   private:
     std::mutex living; // it is not waited for while it is ended
@@ -35,10 +49,30 @@ class ChildProcess {
 #endif
     std::string ended;
 
-    bool write(const char* bytes, std::size_t count);
-    bool read(char* bytes, std::size_t count);
+    bool write(const char* bytes, std::size_t count) override;
+    bool read(char* bytes, std::size_t count) override;
     void close_ends();
 };
+
+#ifndef _WIN32
+
+// A process that has one end of a pair of sockets, as this one has the other.
+class Connection : public Channel {
+  public:
+    explicit Connection(int file) : socket(file) {}
+    ~Connection() override;
+
+    std::string end() override;
+    void kill() override;
+
+  private:
+    int socket;
+
+    bool write(const char* bytes, std::size_t count) override;
+    bool read(char* bytes, std::size_t count) override;
+};
+
+#endif
 
 // The other end, in the child: texts that come and go through its standard streams. What else it writes to standard
 // output goes to standard error.

@@ -1,5 +1,10 @@
 #include "batch/pool.h"
 
+#include "input/toml_limits.h"
+#include "values/bounded_file.h"
+#include "values/sha256.h"
+#include "values/text.h"
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -7,6 +12,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -14,12 +20,26 @@ namespace tarvane::app {
 
 namespace {
 
+// Nothing, and a row with the reason, for a file that can't be read.
+std::optional<Input> read(const Item& item, Row& row) {
+    const std::string file = item.path.string();
+    try {
+        return Input{.file = file, .text = read_regular(file, LARGEST_INPUT)};
+    } catch (const std::runtime_error& problem) {
+        row = Row::without_result(FAULTY, Status::bad_input, printable(problem.what()));
+        return std::nullopt;
+    }
+}
+
 class Pool {
   public:
     explicit Pool(const PoolTask& of) : task(of) {
-        const std::size_t count = std::min<std::size_t>(task.workers, task.items.size());
-        for (std::size_t i = 0; i < count; ++i)
-            workers.push_back(std::make_unique<Worker>(task.ways));
+        const std::size_t most = task.connections.empty() ? task.workers : task.connections.size();
+        for (std::size_t i = 0; i < std::min(most, task.items.size()); ++i) {
+            std::optional<int> socket;
+            if (!task.connections.empty()) socket = task.connections[i];
+            workers.push_back(std::make_unique<Worker>(task.ways, socket));
+        }
     }
 
     void run() {
@@ -75,11 +95,13 @@ class Pool {
     void calculate(const Item& item, Worker& worker) const {
         using Clock = std::chrono::steady_clock;
         const Clock::time_point start = Clock::now();
-        Answer answer = worker.calculate(item.path);
+        Answer answer;
+        const std::optional<Input> input = read(item, answer.row);
+        if (input) answer = worker.calculate(*input);
         // What ends a batch may end its processes, too.
         if (answer.row.status == DIED && task.stop() > 0) return;
         const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-        task.done(item, std::move(answer), seconds);
+        task.done(item, input ? sha256(input->text) : std::string(), std::move(answer), seconds);
     }
 };
 

@@ -6,15 +6,19 @@
 
 #include <functional>
 #include <span>
+#include <string>
+#include <vector>
 
 namespace tarvane::app {
 
 struct PoolTask {
     std::span<const Item> items;
     unsigned workers = 1;
+    std::vector<int>
+        connections; // if any: with processes that are there already, in place of workers
     Ways ways;
-    // Called as each item is done, by several threads.
-    std::function<void(const Item&, Answer, double seconds)> done;
+    // Called as each item is done, by several threads, with the SHA-256 of what was read; empty: nothing.
+    std::function<void(const Item&, const std::string& input_sha256, Answer, double seconds)> done;
     // 1 lets no further item begin, 2 ends those that run. For any thread.
     std::function<int()> stop;
     // Called now and then by the caller's own thread.

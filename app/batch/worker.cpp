@@ -1,15 +1,13 @@
 #include "batch/worker.h"
 
+#include "batch/batch.h"
 #include "catalogue/data_folder.h"
 #include "commands/run_output.h"
 #include "components/calculation.h"
 #include "document/html.h"
 #include "document/vessel_verdict.h"
 #include "input/input_file.h"
-#include "input/toml_limits.h"
 #include "surface/result_json.h"
-#include "values/bounded_file.h"
-#include "values/sha256.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -70,16 +68,14 @@ void put_reasons(const Calculation& c, Row& row) {
         add_reason(problem, row.reason);
 }
 
-void calculate_into(Answer& answer, const std::string& path, const Ways& ways) {
+void calculate_into(Answer& answer, const Input& input, const Ways& ways) {
     Row& row = answer.row;
-    const std::string text = read_regular(path, LARGEST_INPUT);
-    answer.input_sha256 = sha256(text);
-    const ReadResult input = read_input(text, element_kinds(), ways.strict);
-    if (!input.faults.empty()) {
-        put_faults(input.faults, row);
+    const ReadResult read = read_input(input.text, element_kinds(), ways.strict);
+    if (!read.faults.empty()) {
+        put_faults(read.faults, row);
         return;
     }
-    const Request& request = input.request;
+    const Request& request = read.request;
     const Calculation c = calculate(request);
     row.exit = c.status;
     row.status = c.status >= Status::stopped     ? STOPPED
@@ -88,20 +84,20 @@ void calculate_into(Answer& answer, const std::string& path, const Ways& ways) {
     put_reasons(c, row);
     if (!c.complete) return;
     put_verdict(request, c, row);
-    const DocumentFacts facts = facts_of(path, text);
+    const DocumentFacts facts = facts_of(input.file, input.text);
     answer.files = {{"txt", text_of(request, c)}, {"json", run_json(request, c, facts)}};
     if (ways.html)
         answer.files.emplace_back("html", html_of(make_document(request, c, facts, Detail::full)));
 }
 
-Answer answer_to(const std::string& path, const Ways& ways) {
+Answer answer_to(const Input& input, const Ways& ways) {
     Answer answer;
     const auto fail = [&](std::string_view status, Status exit, std::string reason) {
         answer.row = Row::without_result(status, exit, std::move(reason));
         answer.files.clear();
     };
     try {
-        calculate_into(answer, path, ways);
+        calculate_into(answer, input, ways);
     } catch (const std::bad_alloc&) {
         fail(DIED, Status::stopped, "out of memory");
     } catch (const std::exception& problem) {
@@ -118,7 +114,7 @@ std::string json_of(const Row& row) {
 }
 
 bool send(const ParentProcess& parent, const Answer& answer) {
-    if (!parent.send(json_of(answer.row)) || !parent.send(answer.input_sha256)) return false;
+    if (!parent.send(json_of(answer.row))) return false;
     for (const auto& [extension, bytes] : answer.files)
         if (!parent.send(extension) || !parent.send(bytes)) return false;
     return parent.send({}); // no further file
@@ -126,28 +122,81 @@ bool send(const ParentProcess& parent, const Answer& answer) {
 
 constexpr std::string_view YES = "yes", NO = "no";
 
+bool send(Channel& process, const Ways& ways) {
+    return process.send(ways.key) && process.send(ways.data) &&
+           process.send(ways.strict ? YES : NO) && process.send(ways.html ? YES : NO);
+}
+
+std::optional<Ways> receive_ways(const ParentProcess& parent) {
+    const auto key = parent.receive(), data = parent.receive(), strict = parent.receive(),
+               html = parent.receive();
+    if (!key || !data || !strict || !html) return std::nullopt;
+    return Ways{.key = *key, .data = *data, .strict = *strict == YES, .html = *html == YES};
+}
+
+std::optional<Input> receive_input(const ParentProcess& parent) {
+    std::optional<std::string> file = parent.receive(), text = file ? parent.receive() : file;
+    if (!text) return std::nullopt;
+    return Input{std::move(*file), std::move(*text)};
+}
+
+// Of a relay from the batch; nothing: its results are the same.
+std::string difference_of(const Ways& ways, const std::string& program) {
+    try {
+        set_data_folder(ways.data, "--data");
+        const Conditions here = conditions_of(program, ways);
+        if (here.key({}) == ways.key) return {};
+        return "its program (version " + program + " here) or its data files (" +
+               data_folder().path + ", version " + here.data_version +
+               ") are others than those of the batch";
+    } catch (const std::exception& problem) {
+        return problem.what();
+    }
+}
+
 } // namespace
 
 int serve_as_worker() {
     const ParentProcess parent;
-    Ways ways;
-    const auto data = parent.receive(), strict = parent.receive(), html = parent.receive();
-    if (!data || !strict || !html) return static_cast<int>(Status::bad_input);
-    ways = {.data = *data, .strict = *strict == YES, .html = *html == YES};
-    set_data_folder(ways.data, "--data");
-    while (const std::optional<std::string> path = parent.receive())
-        if (!send(parent, answer_to(*path, ways))) break;
+    const std::optional<Ways> ways = receive_ways(parent);
+    if (!ways) return static_cast<int>(Status::bad_input);
+    set_data_folder(ways->data, "--data");
+    while (const std::optional<Input> input = receive_input(parent))
+        if (!send(parent, answer_to(*input, *ways))) break;
+    return 0;
+}
+
+int serve_as_relay(const std::string& program) {
+    const ParentProcess parent;
+    const std::optional<Ways> ways = receive_ways(parent);
+    if (!ways) return static_cast<int>(Status::bad_input);
+    const std::string difference = difference_of(*ways, program);
+    if (!parent.send(difference) || !difference.empty()) return static_cast<int>(Status::bad_input);
+    Worker worker(*ways);
+    while (const std::optional<Input> input = receive_input(parent))
+        if (!send(parent, worker.calculate(*input))) break;
     return 0;
 }
 
 // ---- in the process of the batch ---------------------------------------------------------------------------
 
+namespace {
+
+Answer died(std::string reason) {
+    return {.row = Row::without_result(DIED, Status::stopped, std::move(reason)), .files = {}};
+}
+
+} // namespace
+
 void Worker::start() {
     if (process) return;
-    auto started = std::make_unique<ChildProcess>(WORKER_COMMAND);
+    std::unique_ptr<Channel> started;
+#ifndef _WIN32
+    if (connection) started = std::make_unique<Connection>(*connection);
+#endif
+    if (!started) started = std::make_unique<ChildProcess>(WORKER_COMMAND);
     // One that has ended already is found by the first item.
-    static_cast<void>(started->send(ways.data) && started->send(ways.strict ? YES : NO) &&
-                      started->send(ways.html ? YES : NO));
+    static_cast<void>(send(*started, ways));
     const std::lock_guard lock(changing);
     process = std::move(started);
 }
@@ -161,18 +210,23 @@ std::string Worker::stop() {
 
 void Worker::kill() {
     const std::lock_guard lock(changing);
+    killed = true;
     if (process) process->kill();
 }
 
-std::optional<Answer> Worker::ask(const std::filesystem::path& path) {
-    if (!process->send(path.string())) return std::nullopt;
-    const auto row = process->receive();
-    const auto sha = row ? process->receive() : std::nullopt;
-    if (!sha) return std::nullopt;
+std::optional<Answer> Worker::ask(const Input& input) {
+    if (!process->send(input.file) || !process->send(input.text)) return std::nullopt;
+    const std::optional<std::string> row = process->receive();
+    if (!row) return std::nullopt;
+    if (row->empty()) { // of a connection: its other side has found no process for it
+        const std::optional<std::string> reason = process->receive();
+        if (!reason) return std::nullopt;
+        return died(printable(*reason));
+    }
     Faults faults;
     const std::optional<Value> object = read_json(*row, faults);
     if (!object || object->table() == nullptr) return std::nullopt;
-    Answer answer{.row = row_of(*object->table()), .input_sha256 = *sha, .files = {}};
+    Answer answer{.row = row_of(*object->table()), .files = {}};
     for (;;) {
         std::optional<std::string> extension = process->receive();
         if (!extension) return std::nullopt;
@@ -183,15 +237,14 @@ std::optional<Answer> Worker::ask(const std::filesystem::path& path) {
     }
 }
 
-Answer Worker::calculate(const std::filesystem::path& path) {
+Answer Worker::calculate(const Input& input) {
     start();
-    std::optional<Answer> answer = ask(path);
-    if (!answer)
-        return {.row = Row::without_result(DIED, Status::stopped, stop()),
-                .input_sha256 = {},
-                .files = {}};
+    std::optional<Answer> answer = ask(input);
+    if (!answer && connection && !killed)
+        throw std::runtime_error("the process that calculates the items has ended");
+    if (!answer) return died(stop());
     // An engine that has stopped is not used again, nor a process that lacked memory.
-    if (answer->row.exit == Status::stopped) stop();
+    if (answer->row.exit == Status::stopped && !connection) stop();
     return std::move(*answer);
 }
 

@@ -17,6 +17,7 @@ One calculation runs at a time; calls from several threads wait for one another.
 from typing import Any
 
 from . import _old, _vessel
+from ._batch import Batch, batch
 from ._faults import EngineStopped, Fault, InputError
 from ._old import ELEMENTS, NO_VALUE, Engine, ExternalResult, FlangeResult, Key, ShellResult
 from ._result import (
@@ -38,6 +39,7 @@ from ._vessel import Vessel, run, sweep, sweep_to_file
 _TABLES = {f"{kind.upper()}_{what}" for kind in _old.NAMES for what in ("KEYS", "TEXTS")} | {"FLANGE_FLAGS"}
 
 __all__ = [
+    "Batch",
     "Check",
     "Component",
     "DataFile",
@@ -62,6 +64,7 @@ __all__ = [
     "UsedItem",
     "Vessel",
     "Written",
+    "batch",
     "run",
     "sweep",
     "sweep_to_file",

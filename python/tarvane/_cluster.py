@@ -23,7 +23,7 @@ _LARGEST, _SMALLEST, _PARTS = 5000, 1000, 8  # rows of a block; blocks for each 
 _WAITING = 4  # blocks that a worker is given ahead
 _PIECES = 16  # of a block that has ended workers
 _LOOK = 2.0  # seconds after which it is looked what a block waits for
-_WITHOUT_WORKERS, _WITHOUT_BLOCK = 60.0, 900.0  # seconds after which nothing is hoped for any more
+_WITHOUT_WORKERS, _WITHOUT_ANSWER = 60.0, 900.0  # seconds after which nothing is hoped for any more
 
 
 @dataclass(frozen=True)
@@ -88,7 +88,19 @@ def _distributed() -> Any:
     return importlib.import_module("distributed")
 
 
-def _workers(client: Any) -> int:
+def killed_worker() -> Any:
+    """What is raised for a task that has ended as many workers as Dask allows."""
+    return importlib.import_module("distributed.scheduler").KilledWorker
+
+
+def check_client(client: Any) -> None:
+    if not isinstance(client, _distributed().Client):
+        raise TypeError(f"client: a Client of dask.distributed is expected, not {client!r}")
+    if client.asynchronous:
+        raise TypeError("client: an asynchronous one is given; the results are waited for here")
+
+
+def workers_of(client: Any) -> int:
     """How many there are; none that can't take part."""
     workers = client.scheduler_info()["workers"]
     for address, worker in workers.items():
@@ -103,19 +115,36 @@ def _workers(client: Any) -> int:
     return len(workers)
 
 
+def result_of(client: Any, future: Any) -> Any:
+    """Raises where none is to be expected any more."""
+    begin = here = time.monotonic()
+    while True:
+        try:
+            return future.result(_LOOK)
+        except _distributed().TimeoutError:
+            if future.done():  # it is the task's own, or came just now
+                return future.result(_LOOK)
+        except CancelledError:
+            raise RuntimeError("client: the scheduler has ended, or has lost what it was given") from None
+        now = time.monotonic()
+        if client.scheduler_info()["workers"]:
+            here = now
+        elif now - here > _WITHOUT_WORKERS:
+            raise RuntimeError(f"client: the cluster has had no worker for {_WITHOUT_WORKERS:.0f} seconds")
+        if now - begin > _WITHOUT_ANSWER:
+            raise RuntimeError(f"client: a worker has not answered for {_WITHOUT_ANSWER:.0f} seconds")
+
+
 class Cluster:
     """Gives blocks in their order. A block whose worker ends is calculated by another one. One that has ended as many
     as Dask allows is split until the row is found that ends them; that row has a fault."""
 
     def __init__(self, handle: Handle, task: Task, client: Any) -> None:
-        if not isinstance(client, _distributed().Client):
-            raise TypeError(f"client: a Client of dask.distributed is expected, not {client!r}")
-        if client.asynchronous:
-            raise TypeError("client: an asynchronous one is given; a sweep waits for its rows")
+        check_client(client)
         self._client, self._task = client, task
-        self._workers = _workers(client)
+        self._workers = workers_of(client)
         self._origin = _origin(handle, task.request)
-        self._killed: Any = importlib.import_module("distributed.scheduler").KilledWorker
+        self._killed = killed_worker()
 
     def rows_of_block(self, count: int) -> int:
         return min(_LARGEST, max(_SMALLEST, -(-count // (_PARTS * max(1, self._workers)))))
@@ -123,27 +152,8 @@ class Cluster:
     def _send(self, columns: Sequence[Any], rows: int) -> Any:
         return self._client.submit(on_worker, self._origin, self._task, columns, rows, pure=False)
 
-    def _result(self, future: Any) -> Any:
-        """Of a block; raises where none is to be expected."""
-        begin = here = time.monotonic()
-        while True:
-            try:
-                return future.result(_LOOK)
-            except _distributed().TimeoutError:
-                if future.done():  # it is the block's own, or came just now
-                    return future.result(_LOOK)
-            except CancelledError:
-                raise RuntimeError("client: the scheduler has ended, or has lost what it was given") from None
-            now = time.monotonic()
-            if self._client.scheduler_info()["workers"]:
-                here = now
-            elif now - here > _WITHOUT_WORKERS:
-                raise RuntimeError(f"client: the cluster has had no worker for {_WITHOUT_WORKERS:.0f} seconds")
-            if now - begin > _WITHOUT_BLOCK:
-                raise RuntimeError(f"client: a block has not come back for {_WITHOUT_BLOCK:.0f} seconds")
-
     def _received(self, future: Any, columns: Sequence[Any], rows: int) -> list[Block]:
-        blocks: list[Block] = self._result(future)
+        blocks: list[Block] = result_of(self._client, future)
         start = 0
         for block in blocks:
             part = part_of(columns, start, start + block.rows)
@@ -176,7 +186,7 @@ class Cluster:
             for columns, rows in blocks:
                 waiting.append((self._send(columns, rows), columns, rows))
                 if len(waiting) > _WAITING * max(1, self._workers):
-                    self._workers = _workers(self._client)  # some may have come
+                    self._workers = workers_of(self._client)  # some may have come
                     yield from self._first(waiting)
             while waiting:
                 yield from self._first(waiting)
@@ -192,7 +202,7 @@ class Cluster:
         except self._killed:  # it may have waited at a worker that another one has ended
             for other, _, _ in waiting:
                 with contextlib.suppress(self._killed):
-                    self._result(other)
+                    result_of(self._client, other)
             received = self._alone(columns, rows)
         waiting.popleft()
         return received

@@ -1,15 +1,19 @@
-"""Rows that end what calculates them, for workers of a cluster: in place of tarvane._cluster.on_worker."""
+"""Rows and files that end what calculates them, for workers of a cluster: in place of `on_worker` of tarvane._cluster
+and tarvane._batch."""
 
 import os
 import signal
 import time
 from unittest import mock
 
+import tarvane._batch
 import tarvane._cluster
 import tarvane._processes
 
 POISON = 0.98765
+FILE = b"flange 20.toml"
 on_worker = tarvane._cluster.on_worker
+items_on_worker = tarvane._batch.on_worker
 
 
 def _is_in(columns):
@@ -33,3 +37,27 @@ def ends_the_worker(origin, task, columns, rows):
     if _is_in(columns):
         os.kill(os.getpid(), signal.SIGKILL)
     return on_worker(origin, task, columns, rows)
+
+
+def ends_the_worker_of_an_item(ways, inputs):
+    if any(file.endswith(FILE) for file, _ in inputs):
+        os.kill(os.getpid(), signal.SIGKILL)
+    return items_on_worker(ways, inputs)
+
+
+def ends_the_program_of_an_item(ways, inputs):
+    calculate = tarvane._batch._Relay.calculate
+
+    def calculate_or_die(relay, file, text):
+        if file.endswith(FILE):
+            relay._process.kill()
+            relay._process.wait()
+        return calculate(relay, file, text)
+
+    with mock.patch.object(tarvane._batch._Relay, "calculate", calculate_or_die):
+        return items_on_worker(ways, inputs)
+
+
+def without_the_input(ways, inputs):
+    """What another machine has of it: nothing but what was sent."""
+    return items_on_worker(ways, [(b"/nowhere/alone.toml", text) for _, text in inputs])
