@@ -75,7 +75,9 @@ def different_files(one, other):
 @unittest.skipUnless(os.environ.get("TARVANE_PROGRAM"), "not run: batches: TARVANE_PROGRAM names no program")
 class Batches(unittest.TestCase):
     def setUp(self):
-        self.work = Path(self.enterContext(tempfile.TemporaryDirectory()))
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.work = Path(folder.name)
 
     def test_is_the_command(self):
         given, out = write_inputs(self.work / "in", 9), self.work / "out"
