@@ -177,7 +177,7 @@ export class Form {
         const { given, inputs, shared, faults } = this.#view;
         let unusedCount = 0;
         for (const section of this.#sections) {
-            const minor = [];
+            const minor = [], hidden = new Set();
             let visible = 0, missing = 0, wrong = 0, standing = 0;
             for (const field of section.fields) {
                 const { key } = field;
@@ -193,12 +193,14 @@ export class Form {
                 wrong += field.wrong ? 1 : 0;
                 const asleep = unused !== '' && !stays;
                 unusedCount += asleep ? 1 : 0;
-                field.row.hidden = asleep && !this.#showUnused;
-                if (field.row.hidden) continue;
+                if (asleep && !this.#showUnused) {
+                    hidden.add(field);
+                    continue;
+                }
                 ++visible;
                 if (!stays && !field.needed && isMinor(key)) minor.push(field);
             }
-            this.#fold(section, minor, visible);
+            this.#fold(section, minor, visible, hidden);
             setText(section.count, wrong > 0 ? `${wrong} wrong` : missing > 0 ? `${missing} required` : '');
             section.count.classList.toggle('bad', wrong > 0);
             const calls = missing > 0 || wrong > 0 || (standing > 0 && !section.given);
@@ -210,9 +212,13 @@ export class Form {
     }
 
     // Fields that few need are behind a button, unless the section has no others.
-    #fold(section, minor, visible) {
+    #fold(section, minor, visible, hidden) {
         const folds = minor.length > 1 && minor.length < visible;
-        if (folds) for (const field of minor) field.row.hidden = !section.showMore;
+        if (folds && !section.showMore) minor.forEach((field) => hidden.add(field));
+        // What stays as it is is not touched: each change is laid out again.
+        for (const field of section.fields) {
+            if (field.row.hidden !== hidden.has(field)) field.row.hidden = hidden.has(field);
+        }
         section.more.hidden = !folds;
         setText(section.more, section.showMore ? 'Fewer fields' : `${minor.length} more fields`);
         section.more.setAttribute('aria-expanded', String(section.showMore));

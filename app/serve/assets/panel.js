@@ -8,6 +8,7 @@ import { placeOf } from './views.js';
 
 const whenIdle = globalThis.requestIdleCallback ?? ((run) => setTimeout(run, 30));
 const SOON = 250; // ms, at the latest
+const BLINK = 100; // ms; an answer within it comes before all is grey: the verdict is at once
 
 const ofFaulty = ({ verdict }) => verdict === 'faulty' || verdict === 'stopped';
 const faultWords = (number) => `${number === 1 ? 'One value is' : `${number} values are`} missing or wrong; nothing was calculated`;
@@ -22,6 +23,7 @@ export class Panel {
     #name = '';        // of the component in it
     #late = new Set(); // parts that are not shown yet
     #asked = false;
+    #greying = 0;
 
     // actions: choose(path, key), dimension(names), hovered(names)
     constructor(actions) {
@@ -47,6 +49,9 @@ export class Panel {
         this.#root.setAttribute('aria-busy', String(awaited));
         this.#root.classList.toggle('stale', awaited || faulty);
         byId('verdict').classList.toggle('stale', awaited);
+        clearTimeout(this.#greying);
+        if (awaited && !faulty) this.#greying = setTimeout(() => this.#root.classList.add('grey'), BLINK);
+        else this.#root.classList.toggle('grey', faulty);
     }
 
     // Answers with the verdict in words.
@@ -85,6 +90,7 @@ export class Panel {
         }
         if (this.#asked) return;
         this.#asked = true;
+        setTimeout(() => this.#root.querySelectorAll('.part.late').forEach((part) => part.classList.add('grey')), BLINK);
         whenIdle(() => {
             this.#asked = false;
             this.#catchUp();
@@ -102,7 +108,7 @@ export class Panel {
             else if (part === 'chart') this.#chart.show(component?.chart ?? null);
             else if (part === 'values') showValues(byId('values'), component?.results ?? []);
             else showCalculation(byId('calculation'), component?.calculation ?? '');
-            box.classList.remove('late');
+            box.classList.remove('late', 'grey');
         }
         if (this.#root.dataset.sequence) this.#root.dataset.whole = this.#root.dataset.sequence;
     }
