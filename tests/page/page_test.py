@@ -14,6 +14,7 @@ import sys
 import tomllib
 import unittest
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
 from browser import SKIPPED, Page, Server, missing, scratch_folder, start_driver
 
@@ -384,6 +385,18 @@ class PageTest(unittest.TestCase):
             e.querySelector('.fill').getBoundingClientRect().width / e.querySelector('.bar').clientWidth)""")
         for ratio, width in zip(ratios, widths):
             self.assertAlmostEqual(width, ratio / 1.5, delta=0.02)
+        # The same rows with other figures are those of a page that is opened anew.
+        rows = lambda: page.js("return document.getElementById('checks').innerText")
+        before = rows()
+        page.type("P", "151")
+        after = rows()
+        self.assertNotEqual(after, before)
+        page.save()
+        page.driver.refresh()
+        page.wait(lambda: page.all(".node[data-path='flange[0]']"), "the page again")
+        page.settled()
+        page.choose("flange[0]")
+        self.assertEqual(rows(), after)
         self.assertIn("UG-27", page.text("#calculation") + page.text("#checks"))
         self.assertIn("Gasket Reaction Diameter", page.text("#calculation"))
 

@@ -1,7 +1,7 @@
 // Verdict, checks, values, calculation, summary: what the library says, in its words.
 
 import { copiedText } from './copy.js';
-import { make, markOf, states } from './dom.js';
+import { make, markOf, setText, states } from './dom.js';
 
 export const count = (number, word) => `${number} ${word}${number === 1 ? '' : 's'}`;
 
@@ -29,13 +29,21 @@ export function openPoints(checks) {
 
 const WHOLE_BAR = 1.5; // ratio at the end of a bar
 
-function bar(ratio) {
-    const fill = make('span', { class: 'fill' }), limit = make('span', { class: 'limit' });
-    // By the object model: the content security policy takes no style of an attribute.
-    fill.style.width = `${Math.max(0, Math.min(ratio / WHOLE_BAR, 1)) * 100}%`;
-    limit.style.left = `${100 / WHOLE_BAR}%`;
-    return make('span', { class: ratio > WHOLE_BAR ? 'bar beyond' : 'bar', 'aria-hidden': 'true' }, fill, limit);
+// By the object model: the content security policy takes no style of an attribute.
+function setBar(box, ratio) {
+    box.firstChild.style.width = `${Math.max(0, Math.min(ratio / WHOLE_BAR, 1)) * 100}%`;
+    box.classList.toggle('beyond', ratio > WHOLE_BAR);
 }
+
+function bar(ratio) {
+    const limit = make('span', { class: 'limit' });
+    limit.style.left = `${100 / WHOLE_BAR}%`;
+    const box = make('span', { class: 'bar', 'aria-hidden': 'true' }, make('span', { class: 'fill' }), limit);
+    setBar(box, ratio);
+    return box;
+}
+
+const figuresOf = ({ demand, relation, limit, unit }) => `${demand} ${relation === '>=' ? '≥' : '≤'} ${limit} ${unit}`.trim();
 
 function checkRow(check) {
     const title = make('span', { class: 'name' }, check.label.charAt(0).toUpperCase() + check.label.slice(1));
@@ -46,14 +54,24 @@ function checkRow(check) {
     if (check.demand || check.ratio !== null) {
         const line = make('div', { class: 'check-line' });
         if (check.ratio !== null) line.append(bar(check.ratio), make('span', { class: 'ratio' }, check.shown_ratio));
-        if (check.demand) {
-            const relation = check.relation === '>=' ? '≥' : '≤';
-            line.append(make('span', { class: 'figures' }, `${check.demand} ${relation} ${check.limit} ${check.unit}`.trim()));
-        }
+        if (check.demand) line.append(make('span', { class: 'figures' }, figuresOf(check)));
         row.append(line);
     }
     if (check.remark) row.append(make('p', { class: 'why' }, check.remark));
     return row;
+}
+
+// What a row is made of, but for its figures; and those.
+const shapeOf = ({ id, label, case: load, paragraph, state, tone, force, ratio, demand, remark }) =>
+    [id, label, load, paragraph, state, tone, force, ratio === null, Boolean(demand), Boolean(remark)];
+
+function setFigures(row, check) {
+    if (check.ratio !== null) {
+        setBar(row.querySelector('.bar'), check.ratio);
+        setText(row.querySelector('.ratio'), check.shown_ratio);
+    }
+    if (check.demand) setText(row.querySelector('.figures'), figuresOf(check));
+    if (check.remark) setText(row.querySelector('.why'), check.remark);
 }
 
 const checkList = (checks) => make('ol', { class: 'checks' }, ...checks.map(checkRow));
@@ -69,6 +87,7 @@ function fold(title, checks) {
 
 // In the order of the library, worst first. What was not made comes first of all, what has no figure or does not
 // decide comes last.
+let shape = '';
 export function showChecks(root, checks) {
     const asked = checks.filter(({ state }) => state !== 'not asked');
     const open = asked.filter(({ state }) => state === 'not made' || state === 'waived');
@@ -76,6 +95,14 @@ export function showChecks(root, checks) {
     const first = judged.filter((check) => check.force === 'decides' && (check.ratio !== null || check.state === 'fail'));
     const plain = judged.filter((check) => check.force === 'decides' && !first.includes(check));
     const others = judged.filter((check) => check.force !== 'decides');
+    // The same rows with other figures, as mostly while one types.
+    const next = JSON.stringify([checks.length, asked.map(shapeOf)]);
+    if (next === shape) {
+        const rows = root.querySelectorAll('.check');
+        [...open, ...first, ...plain, ...others].forEach((check, i) => setFigures(rows[i], check));
+        return;
+    }
+    shape = next;
     const parts = [];
     if (open.length > 0) parts.push(make('h4', {}, 'Not made, waived'), checkList(open));
     if (first.length > 0) parts.push(checkList(first));
