@@ -77,7 +77,7 @@ GivenFields given(const TomlNode& table, const Plain& key_of, const Inner& inner
             if (const Key* key = inner_of(name, member))
                 found.fields.push_back({std::string(key->name), &value});
             else
-                found.unknown.push_back(name + '.' + member);
+                found.unknown.push_back(std::string(name).append(1, '.').append(member));
         }
     }
     return found;
@@ -316,7 +316,7 @@ std::string typed_value(std::string_view typed, const Key* key) {
     typed = trimmed(typed);
     if (typed.empty()) return {};
     const std::optional<std::string> number = number_typed(typed);
-    const std::string as_text = toml_of(std::string(typed));
+    std::string as_text = toml_of(std::string(typed));
     if (key == nullptr) {
         if (typed == "true" || typed == "false") return std::string(typed);
         return number.value_or(as_text);

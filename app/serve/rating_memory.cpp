@@ -68,11 +68,12 @@ std::map<std::string, std::string> parts_of(const std::string& toml) {
     const TomlTree tree = read_tree(toml);
     const std::vector<WrittenComponent> components = components_in(tree.root);
     std::string common = data_stamps();
-    for (const auto& [name, node] : tree.root.members) {
+    for (const auto& member : tree.root.members) {
         const bool component =
             std::any_of(element_kinds().begin(), element_kinds().end(),
-                        [&name](const ElementKind* kind) { return kind->table == name; });
-        if (!component) common += key_of(name) + " = " + toml_of(content_of(node)) + '\n';
+                        [&member](const ElementKind* kind) { return kind->table == member.first; });
+        if (!component)
+            common += key_of(member.first) + " = " + toml_of(content_of(member.second)) + '\n';
     }
     const std::vector<std::size_t> groups = groups_of(components);
     std::map<std::size_t, std::string> of_group;

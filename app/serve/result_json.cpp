@@ -336,11 +336,11 @@ class ResultWriter {
         json.end_list().key("approximate").begin_list();
         for (const auto& [file, items] : data_used(request)) {
             for (const auto& [item, approximate] : items) {
-                if (approximate) json.text(file + ": " + item);
+                if (approximate) json.text(std::string(file).append(": ").append(item));
             }
         }
         for (const auto& [item, source] : own_figures(calculation.calculated))
-            json.text(item + ": " + source);
+            json.text(std::string(item).append(": ").append(source));
         json.end_list();
     }
 };

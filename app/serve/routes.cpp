@@ -107,7 +107,7 @@ Reply file_reply(const Asset& asset) {
 // ---- downloads -------------------------------------------------------------------------------------------
 
 // The name of a file to be saved: RFC 6266.
-std::pair<std::string, std::string> attachment(std::string name) {
+std::pair<std::string, std::string> attachment(std::string_view name) {
     constexpr std::string_view DIGITS = "0123456789ABCDEF";
     std::string plain, coded;
     for (const char c : name) {

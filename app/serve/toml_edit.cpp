@@ -25,9 +25,9 @@ bool is_blank(char c) { return c == ' ' || c == '\t'; }
 std::string nested(Steps steps, std::string written) {
     for (std::size_t i = steps.size(); i-- > 0;) {
         if (const auto* name = std::get_if<std::string>(&steps[i]))
-            written = "{ " + key_of(*name) + " = " + written + " }";
+            written.insert(0, "{ " + key_of(*name) + " = ").append(" }");
         else
-            written = "[" + written + "]";
+            written.insert(0, 1, '[').append(1, ']');
     }
     return written;
 }
