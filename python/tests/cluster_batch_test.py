@@ -22,7 +22,7 @@ except ImportError as error:
     print(f"batches on a cluster: not run: {error}", file=sys.stderr)
     sys.exit(77)
 import poison
-from test_batch import FLANGE, different_files, is_faulty, write_inputs
+from test_batch import different_files, flange, is_faulty, write_inputs
 
 COUNT = 200
 
@@ -126,7 +126,7 @@ class Batches(unittest.TestCase):
 
     def test_an_input_that_only_the_client_has(self):
         path = self.work / "alone.toml"
-        path.write_text(FLANGE.format(n=0, P=100, t=1.5), encoding="utf-8")
+        path.write_text(flange(0, P=100, t=1.5), encoding="utf-8")
         on_worker = mock.patch.object(_batch, "on_worker", poison.without_the_input)
         with on_worker:
             batch = self.batch(paths=path)

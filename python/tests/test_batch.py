@@ -1,5 +1,6 @@
 """Batches by the program."""
 
+import json
 import os
 import signal
 import tempfile
@@ -10,34 +11,8 @@ from pathlib import Path
 from unittest import mock
 
 import tarvane
+from test_sweep import FLANGE
 
-FLANGE = """[[flange]]
-description = "flange {n}"
-type = "weld neck"
-P = {P}
-T = 300
-B = 12.0
-A = 19.0
-t = {t}
-g0 = 0.375
-g1 = 1.19
-h = 3.25
-Sfo = 20000
-Sfa = 20000
-bolting = "TEMA"
-C = 17.0
-n = 12
-a = 0.875
-Sb = 25000
-Sa = 25000
-Fod = 15.0
-Fid = 12.0
-Go = 14.75
-Gi = 14.0
-m = 3
-y = 10000
-facing = "1a"
-"""
 FAULTY_EVERY = 40
 
 
@@ -45,12 +20,17 @@ def is_faulty(n):
     return n % FAULTY_EVERY == 7
 
 
+def flange(n, **keys):
+    """The text of a file."""
+    keys = {**FLANGE, "description": f"flange {n}", **keys}
+    return "[[flange]]\n" + "".join(f"{key} = {json.dumps(value)}\n" for key, value in keys.items())
+
+
 def write_inputs(folder, count):
     """Thin flanges fail, the 7th and each 40th after it has no number as its pressure."""
     folder.mkdir()
     for n in range(count):
-        pressure = '"ten"' if is_faulty(n) else 100 + n
-        text = FLANGE.format(n=n, P=pressure, t=round(0.9 + (n % 61) * 0.01, 2))
+        text = flange(n, P="ten" if is_faulty(n) else 100 + n, t=round(0.9 + (n % 61) * 0.01, 2))
         (folder / f"flange {n}.toml").write_text(text, encoding="utf-8")
     return folder
 
@@ -89,7 +69,7 @@ class Batches(unittest.TestCase):
         self.assertTrue((out / "results" / "flange 0.json").exists())
         with self.assertRaisesRegex(RuntimeError, "has a batch already"):
             tarvane.batch(given, out)
-        (given / "flange 7.toml").write_text(FLANGE.format(n=7, P=107, t=1.5), encoding="utf-8")
+        (given / "flange 7.toml").write_text(flange(7, P=107, t=1.5), encoding="utf-8")
         again = tarvane.batch([str(given / "flange 7.toml")], out, resume=True)
         self.assertEqual([row["status"] for row in again.rows], ["ok"] * 9)
 
