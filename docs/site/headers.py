@@ -35,21 +35,28 @@ def code(text):
 
 
 def prose(comment):
-    """Lines at the margin flow; indented ones are lists of arguments, and stay as they are."""
+    """Lines at the margin flow; indented ones are lists of arguments, and keep their lines."""
     lines = [re.sub(r"^\*\* ?", "", line.rstrip()) for line in comment.strip("\n").splitlines()]
-    out, quoted = [], False
+    out, kept = [], []
+
+    def close():
+        while kept and not kept[-1]:
+            kept.pop()
+        if kept:
+            indent = min(len(line) - len(line.lstrip()) for line in kept if line)
+            # An empty line would end the block of HTML.
+            text = "\n".join(html.escape(line[indent:], quote=False) or "&#32;" for line in kept)
+            out.extend(["", f'<pre class="comment">{text}</pre>', ""])
+            kept.clear()
+
     for line in lines:
-        line = line.rstrip()
-        indented = line.startswith("  ")
-        if indented and not quoted:
-            out += ["", "```text"]
-        elif quoted and not indented and line:
-            out += ["```", ""]
-        quoted = indented or (quoted and not line)
-        out.append(line if quoted else html.escape(line.strip(), quote=False).replace("*", "&#42;").replace("_", "&#95;"))
-    if quoted:
-        out.append("```")
-    return re.sub(r"\n+```\n", "\n```\n", "\n".join(out) + "\n").strip("\n")
+        if line.startswith("  ") or (kept and not line):
+            kept.append(line)
+        else:
+            close()
+            out.append(html.escape(line.strip(), quote=False).replace("*", "&#42;").replace("_", "&#95;"))
+    close()
+    return "\n".join(out).strip("\n")
 
 
 def page(name, text):
@@ -66,7 +73,8 @@ def page(name, text):
         elif comment and number:
             lines += [prose(comment), ""]
         elif comment:
-            lines += [prose(re.sub(r"^\S+\.h - ", "", comment)), ""]
+            said = re.sub(r"^\S+\.h - ", "", comment)
+            lines += [prose(said[:1].upper() + said[1:]), ""]
         kept = code(declarations)
         if kept:
             lines += ["```c", kept, "```", ""]

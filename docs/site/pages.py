@@ -122,27 +122,31 @@ def collect(root, program, out):
     return texts, faults
 
 
+def listed(texts, folder):
+    """Pages of a folder in the order of its overview."""
+    return [f"{folder}/{name}" for name in dict.fromkeys(re.findall(r"\]\((\w+)\.md\)", texts[f"{folder}/index.md"]))]
+
+
 def navigation(texts):
     taken = {"index.md"}
 
     def group(names):
-        listed = []
+        found = []
         for name in names:
             pattern = re.compile(name.replace("*", "[^/]*") + r"\.md")
             for place in sorted(texts):
                 if pattern.fullmatch(place) and place not in taken:
                     taken.add(place)
-                    listed.append({title_of(texts[place]): place})
-        return listed
+                    found.append({title_of(texts[place]): place})
+        return found
 
     engineers, hosts = group(ENGINEERS), group(HOSTS)
     procedures = [{"Overview": "procedures/index.md"}]
     taken.add("procedures/index.md")
-    order = re.findall(r"\]\((\w+)\.md\)", texts["procedures/index.md"])
-    procedures += group([f"procedures/{name}" for name in dict.fromkeys(order)] + ["procedures/*"])
-    examples = [{"Overview": "examples/index.md"}] + group(["examples/(?!index)*"])
-    keys = [{"Overview": "reference/index.md"}] + group(["reference/(?!index)*"])
+    procedures += group(listed(texts, "procedures") + ["procedures/*"])
     taken |= {"examples/index.md", "reference/index.md"}
+    examples = [{"Overview": "examples/index.md"}] + group(listed(texts, "examples"))
+    keys = [{"Overview": "reference/index.md"}] + group(listed(texts, "reference"))
     c_headers = group(["headers/vessel", "headers/tarvane", "headers/*"])
     return [{"Start": "index.md"}, {"For engineers": engineers}, {"Procedures": procedures},
             {"Published examples": examples}, {"For hosts": hosts},

@@ -77,14 +77,14 @@ def mark(address, shown):
 
 def kind_page(kind):
     name = kind["name"]
-    lines = [f"# Keys, results and checks of `[[{name}]]`", "",
+    lines = [f"# `[[{name}]]`: keys, results and checks", "",
              f"A file has up to {kind['most']} {kind['plural']}. `tarvane explain {name}.KEY` says the same of one key; "
              "units are those of US and SI files.", "", "## Keys", ""]
     sections = {}
     for key in kind["keys"]:
         sections.setdefault(key["section"], []).append(key)
     for section, keys in sections.items():
-        lines += [f"### {section}", "", "| key | value | meaning | without it | |", "| --- | --- | --- | --- | --- |"]
+        lines += [f"### {section}", "", "| key | value | meaning | without it | when |", "| --- | --- | --- | --- | --- |"]
         for key in keys:
             meaning = cell(key["meaning"])
             if key.get("choices"):
@@ -98,7 +98,7 @@ def kind_page(kind):
     for table in kind["tables"]:
         names = ", ".join(f"`{key}`" for key in table["keys"])
         lines += [f"The table `{table['name']} = {{ ... }}` takes {names}, too.", ""]
-    lines += ["## Results", "", "| result | unit | |", "| --- | --- | --- |"]
+    lines += ["## Results", "", "| result | unit | meaning |", "| --- | --- | --- |"]
     for result in kind["results"]:
         said = cell(result["label"])
         if result.get("meaning"):
@@ -108,7 +108,7 @@ def kind_page(kind):
         lines.append(f"| {mark(name + '.results.' + result['name'], result['name'])} | {unit(result)} | {said} |")
     lines += ["", "## Checks", "",
               "A row that fails and **decides** fails the component; one that **warns** or **advises** does not.", "",
-              "| check | paragraph | | asked | passes | force |", "| --- | --- | --- | --- | --- | --- |"]
+              "| check | paragraph | what is checked | asked | passes | force |", "| --- | --- | --- | --- | --- | --- |"]
     seen = set()
     for check in kind["checks"]:
         said = cell(check["label"] + (f", {check['case']}" if check.get("case") else ""))

@@ -51,19 +51,20 @@ def examples(folder, program):
     return [Example(entry, folder, program) for entry in entries]
 
 
-def number(value):
-    return f"{value:.6g}"
+def number(value, digits):
+    return f"{value:.{digits}g}"
 
 
 def page(example):
     lines = [f"# {example.title}", "", f"Source: {example.source}.", ""]
     if example.says:
         lines += [example.says, ""]
-    lines += ["| figure | published | tarvane | deviation |", "| --- | ---: | ---: | ---: |"]
+    lines += ["| figure | published | tarvane | deviation | bound |",
+              "| --- | ---: | ---: | ---: | ---: |"]
     for figure in example.figures:
-        lines.append(f"| {figure.what} | {number(figure.published)} | {number(figure.value)} | {figure.deviation:+.3f} % |")
-    lines += ["", "A test holds each deviation below " +
-              f"{max(figure.within for figure in example.figures):g} % or less.", ""]
+        lines.append(f"| {figure.what} | {number(figure.published, 10)} | {number(figure.value, 7)} | "
+                     f"{figure.deviation:+.3f} % | {figure.within:g} % |")
+    lines += ["", "The bound is that of a test: a deviation beyond it fails.", ""]
     lines += ["## Verdict", ""]
     for component in example.components():
         lines.append(f"- {component['description']}: **{component['verdict']}**; {component['says']}")

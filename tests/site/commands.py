@@ -24,11 +24,19 @@ ELSEWHERE = {
     "pip ": "tests/wheel builds and installs the wheel",
     'python3 -c "import tarvane': "tests/wheel imports the installed package",
     "export TARVANE_LIBRARY": "python/tests set the same variables",
-    "python3 examples/hosts": "tests/clients run these hosts",
+    "python3 examples/hosts": "tests/install and python/tests run this host",
+    "cc calculate.c": "tests/install builds these hosts by pkg-config against the installed tree",
+    "c++ -std=c++17 calculate.cpp": "tests/install builds these hosts by pkg-config against the installed tree",
+    "gfortran $PREFIX": "tests/install builds these hosts by pkg-config against the installed tree",
+    "./calculate_": "tests/install runs these hosts",
+    "mcs ": "tests/clients compiles and runs the host in C#",
+    "mono ": "tests/clients compiles and runs the host in C#",
     "mkdir tarvane-windows": "needs a build for Windows; tests/clients/win64 runs the program beside its data files",
     "i686-w64-mingw32-gcc": "needs the 32-bit compiler for Windows; tests/clients/win32 builds the host",
     "dask ": "a cluster's processes that do not end; python/tests starts scheduler and workers",
 }
+# Fences of commands; a block without a language may have some, too.
+SHELLS = ("", "sh", "shell", "bash", "console")
 # Commands of tarvane that are not run as they are written.
 NOT_AS_WRITTEN = {
     "tarvane serve": "a server that does not end: only its options are checked here; tests/serve starts it",
@@ -74,13 +82,13 @@ class Page:
 
     def line(self, line, fence):
         shown = line[2:] if line.startswith("$ ") else line
-        if shown.startswith("tarvane ") and (line.startswith("$ ") or fence[0] in ("", "sh")) and "=" not in shown[:11] \
+        if shown.startswith("tarvane ") and (line.startswith("$ ") or fence[0] in SHELLS) and "=" not in shown[:11] \
                 and not shown.startswith("tarvane is "):
             self.steps.append(("command", shown, ""))
             return
-        elif fence[0] in ("", "sh") and re.match(
+        elif fence[0] in SHELLS and re.match(
                 r"(\./|cmake |ctest |cc |c\+\+ |gcc |g\+\+ |gfortran |pip |python3 |export |dask |mkdir |apt |dpkg |"
-                r"make |wget |curl |[A-Z_]+=\S+ |\w+-w64-mingw32)", shown):
+                r"make |mcs |mono |wget |curl |[A-Z_]+=\S+ |\w+-w64-mingw32)", shown):
             self.steps.append(("other", shown, ""))
         elif self.steps and self.steps[-1][0] == "command":
             kind, command, said = self.steps[-1]
