@@ -117,7 +117,9 @@ def collect(root, program, out):
                    for figure in example.figures if not figure.holds()]
     for place, text in texts.items():
         (pages_folder / place).parent.mkdir(parents=True, exist_ok=True)
-        (pages_folder / place).write_text(text, "utf-8")
+        # Formulas are wide, and a procedure has two headings.
+        head = "---\nhide:\n  - toc\n---\n\n" if place.startswith("procedures/") else ""
+        (pages_folder / place).write_text(head + text, "utf-8")
     shutil.copy(Path(__file__).parent / "style.css", pages_folder / "style.css")
     return texts, faults
 

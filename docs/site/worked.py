@@ -41,7 +41,7 @@ class Example:
     def drawings(self):
         for component in self.components():
             for drawing in component.get("drawings", []):
-                if drawing["name"] == "section":
+                if drawing["name"] in ("section", "chart"):
                     yield component["description"], drawing["svg"]
 
 
