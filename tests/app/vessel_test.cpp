@@ -132,6 +132,16 @@ TEST(Summary, TakesTheHeadOfTheLiquidOff) {
     EXPECT_EQ(fault_lines(VESSEL + liquid + with("elevation", "", SHELL) + "P = 110\n").size(), 1u);
 }
 
+// AD-204: the thickness that the head requires is above what it has from 392.75 psig on, where the formula of its MAWP
+// gives 418.79.
+TEST(Summary, TakesNoMawpOfAFormulaAboveWhatTheThicknessAllows) {
+    const std::string head = "[[shell]]\nkind = \"torispherical\"\ncode = \"VIII-2\"\n"
+                             "edition = \"older\"\nP = 200\nT = 300\nS = 20000\nSa = 20000\n"
+                             "D = 72\nL = 72\nr = 4.5\nt = 1\nc = 0.0625\n";
+    const Made made = make("[vessel]\n" + head);
+    EXPECT_NEAR(made.value("mawp"), 392.75, 0.01);
+}
+
 TEST(Summary, SaysWhatItCannotHave) {
     const Made made = make(VESSEL + SHELL + HEAD);
     EXPECT_FALSE(made.row("maep").value);

@@ -107,7 +107,16 @@ std::string fails_anyway(const Calculated& c) {
     return words;
 }
 
-// The engine's MAWP of a flange is an estimate: the pressure that was found by calculations takes its place.
+// The engine's MAWP of a flange is an estimate: the pressure that was found by calculations takes its place. That of a
+// shell does too where a check fails below what the formula of its MAWP gives (AD-204, openings of a flat head).
+std::string_view name_of_mawp(const Calculated& c) {
+    if (is_rated(c)) return "rating";
+    if (flange_of(c) != nullptr) return "rated_pressure";
+    const std::optional<RatedPressure>& rated = c.outcome->rated_pressure;
+    const std::optional<float> formula = result_of(c, "mawp").value;
+    return rated && rated->fails && formula && *rated->fails < *formula ? "rated_pressure" : "mawp";
+}
+
 void find_mawp(const Calculation& all, SummaryRow& row) {
     Least least(row);
     for (const Calculated& c : all.calculated) {
@@ -116,10 +125,7 @@ void find_mawp(const Calculation& all, SummaryRow& row) {
             row.lacks.push_back(lack(*c.element, fails));
             continue;
         }
-        const std::string_view name = is_rated(c)    ? "rating"
-                                      : flange_of(c) ? "rated_pressure"
-                                                     : "mawp";
-        least.take(c, result_of(c, name), c.element->liquid_head);
+        least.take(c, result_of(c, name_of_mawp(c)), c.element->liquid_head);
     }
     if (row.by == nullptr) return;
     if (row.by->liquid_head > 0.0f) row.note = "less the head of the liquid there";
