@@ -268,6 +268,17 @@ void expect_sound(const Condition& condition, const KeyTable& keys, const Key& k
         << key.name << ": " << condition.rule;
 }
 
+TEST(Conditions, OfEveryKindAreTried) {
+    for (const ElementKind* kind : element_kinds()) {
+        const auto& keys = kind->keys.keys;
+        if (std::all_of(keys.begin(), keys.end(), [](const Key& key) { return key.read.always(); }))
+            continue;
+        EXPECT_TRUE(std::any_of(std::begin(DRAWS), std::end(DRAWS), [&](const Draw& draw) {
+            return draw.table == kind->table;
+        })) << kind->table;
+    }
+}
+
 TEST(KeyTables, AreWhole) {
     for (const ElementKind* kind : element_kinds()) {
         std::set<std::string_view> names, rules;

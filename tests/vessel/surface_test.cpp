@@ -310,8 +310,8 @@ TEST(Calculate, TakesKindsInTheOrderOfTheRequest) {
 TEST(Schema, TellsTheTablesOfEveryKind) {
     const Handle handle;
     const Value keys = parsed(tarvane_schema(handle.get(), "keys"));
-    ASSERT_EQ(at(keys, "kinds").list()->size(), 4u);
     const Value kinds = at(keys, "kinds");
+    ASSERT_NE(kinds.list(), nullptr);
     for (const Value& kind : *kinds.list()) {
         for (const char* table : {"keys", "results", "checks"}) {
             std::set<std::string> names;
