@@ -213,9 +213,8 @@ def test_claims():
     thick = re.sub(r"(?m)^t = .*", "t = 2.5", golden("channel_cover"))
     cover = claim(thick, "rated_pressure", "282.87")
     failed = [check["id"] for check in cover["checks"] if check["state"] == "fail" and check["force"] == "decides"]
-    expect(cover["results"]["mawp"] == 0.02 and failed == ["mawp"], f"a thick channel cover fails by {failed}")
-    component, _ = calculated(thick.replace("channel_cover = true", ""))
-    expect(component["verdict"] == "pass", "the thick cover does not pass without its deflection")
+    expect(cover["results"]["mawp"] == 0.02 and not failed, f"a thick channel cover fails by {failed}")
+    expect(cover["verdict"] == "pass", "a thick channel cover does not pass")
 
     component, text = calculated(golden("weld_neck_viii1"))
     expect("No rigidity calculation possible" in text and component["results"]["J_operating"] > 0.0, "rigidity")
