@@ -1,5 +1,6 @@
 """A scheduler and workers of Dask, started as on several machines: each a process of its own. No wait is without an end."""
 
+import contextlib
 import os
 import signal
 import subprocess
@@ -81,7 +82,8 @@ class Cluster:
 
     def close(self):
         if self.client is not None:
-            self.client.close(timeout=5)
+            with contextlib.suppress(TimeoutError):  # the processes end all the same
+                self.client.close(timeout=20)
         for process in reversed(self.processes):
             _end(process)
 

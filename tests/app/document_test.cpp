@@ -367,10 +367,11 @@ TEST(Document, SaysWhichPressureDecidesAndWhatTheOtherIs) {
     EXPECT_TRUE(has(by_deflection, RATED_DECIDES)) << by_deflection;
     EXPECT_TRUE(has(by_deflection, "is no pressure that the cover holds"));
     EXPECT_TRUE(has(by_deflection, "Maximum allowable working pressure, not reliable"));
-    EXPECT_TRUE(any_has(open_points(Made(deflected).document()),
-                        "; this MAWP is an estimate, the rated pressure is "));
+    EXPECT_FALSE(any_has(open_points(Made(deflected).document()), "MAWP"));
 
     const std::string failing = results_text(with("t", "t = 0.8"));
+    EXPECT_TRUE(any_has(open_points(Made(with("t", "t = 0.7")).document()),
+                        "; this MAWP is an estimate, the rated pressure is "));
     EXPECT_TRUE(has(failing, RATED_DECIDES)) << failing;
     EXPECT_TRUE(has(failing, "from a design that does not pass, and not to be relied upon."));
     EXPECT_TRUE(has(failing, "Maximum allowable working pressure, estimate"));

@@ -290,6 +290,7 @@ class Uninstall(unittest.TestCase):
             self.assertTrue((prefix / BUILD["bin"] / "tarvane").exists())
             out = run(BUILD["cmake"], "--build", BUILD["build"], "--target", "uninstall").decode()
             self.assertRegex(out, "removed [1-9][0-9]+ files")
+        self.assertEqual([str(path) for path in (SCRATCH / "new prefix").rglob("*")], [])
         self.assertFalse((SCRATCH / "new prefix").exists())
         left = sorted(str(path.relative_to(old)) for path in old.rglob("*"))
         self.assertEqual(left, ["bin", "bin/a program of others", "share", "share/doc"])
