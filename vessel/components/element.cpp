@@ -155,7 +155,7 @@ void Element::add_unmade_checks(Checks& checks) const {
 }
 
 std::string column_heading(const Element& element) {
-    const std::string description = element.description();
+    std::string description = element.description();
     if (!description.empty() || element.kind == nullptr) return description;
     return std::string(element.kind->table) + ' ' + std::to_string(element.number);
 }
