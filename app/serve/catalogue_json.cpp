@@ -96,8 +96,10 @@ std::vector<Row> material_rows(const CatalogueQuery& query, const UnitSystem& un
         }
         if (const std::string size = size_range(m, units); !size.empty()) row.detail += "; " + size;
         row.fills.put(query.key, m.name);
-        if (of_name[m.name] > 1 && query.key == "material")
-            row.fills.put("material_reference", std::int64_t{m.reference});
+        // Which of the records of one name.
+        if (of_name[m.name] > 1 && (bolting || query.key == "material"))
+            row.fills.put(bolting ? "bolt_reference" : "material_reference",
+                          std::int64_t{m.reference});
         rows.push_back(std::move(row));
     }
     return rows;

@@ -267,6 +267,11 @@ TEST_F(DocumentJson, RowsOfTheCataloguesFillTheirFields) {
     const List bolting =
         rows("materials", {.words = "B7", .units = "US", .code = "VIII-1", .key = "bolt_material"});
     ASSERT_FALSE(bolting.empty());
+    int of_one_name = 0;
+    for (const Value& row : bolting)
+        of_one_name +=
+            text_at(row, "name") == "SA-193 B7" && at(row, "fills.bolt_reference").whole();
+    EXPECT_GT(of_one_name, 1);
     EXPECT_EQ(faults_with(bolting[0], with("Sb", "", with("Sa", ""))), "");
     EXPECT_TRUE(rows("materials", {.words = "no such steel"}).empty());
 

@@ -71,7 +71,7 @@ std::string without_size(const std::string& standard) {
 // The data files shorten it.
 std::string name_in_full(const std::string& source) {
     constexpr std::string_view MATERIALS = "II-D";
-    const std::string name = source.substr(0, source.find_first_of(":;,"));
+    std::string name = source.substr(0, source.find_first_of(":;,"));
     if (!name.starts_with(MATERIALS)) return name;
     return "ASME Boiler and Pressure Vessel Code, Section II, Part D" +
            name.substr(MATERIALS.size());

@@ -164,7 +164,9 @@ std::string explain_key(const ElementKind& kind, const Key& key) {
     add_row(text, "Section", std::string(keys.section(key)));
     add_row(text, "Engine", key.engine());
     std::string others;
-    const auto add = [&](std::string other) { others += (others.empty() ? "" : ", ") + other; };
+    const auto add = [&](const std::string& other) {
+        others += (others.empty() ? "" : ", ") + other;
+    };
     for (const Alias& alias : keys.aliases) {
         if (alias.ours == key.name) add(std::string(alias.other));
     }
