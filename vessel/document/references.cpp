@@ -92,7 +92,7 @@ std::string edition_of_standard(const FlangeInput& flange, const std::vector<Use
 std::string edition_of(const Element& element, int code) {
     const int edition = choice_of(element, "edition");
     const Key* key = element.kind->keys.find("edition");
-    const std::string name =
+    std::string name =
         key == nullptr ? std::string() : std::string(choice_name(key->choices, edition));
     if (name == "older") return "older, before 2007";
     if (name == "A98") return "1998 addenda";
