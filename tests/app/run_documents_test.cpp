@@ -21,10 +21,13 @@ class RunDocuments : public ProgramTest {
         std::filesystem::create_directory(folder / "bin");
     }
 
+    void program(const std::string& name, const std::string& script) const {
+        const std::string file = write("bin/" + name, script);
+        chmod(file.c_str(), 0755);
+    }
     // A program of that name, alone on the PATH of run_documents.
     void weasyprint(const std::string& script) const {
-        const std::string file = write("bin/weasyprint", "#!/bin/sh\n" + script);
-        chmod(file.c_str(), 0755);
+        program("weasyprint", "#!/bin/sh\n" + script);
     }
 
     ProgramRun run_documents(const std::string& arguments, const std::string& before = {}) const {
@@ -172,6 +175,68 @@ TEST_F(RunDocuments, AVersionThatCannotWriteThisStructureSaysSo) {
     EXPECT_NE(run.status, 0);
     EXPECT_NE(run.err.find("unrecognized arguments: --pdf-variant"), std::string::npos) << run.err;
     EXPECT_FALSE(there("p.pdf"));
+}
+
+// ---- WeasyPrint as a program in Python ---------------------------------------------------------------------------
+
+constexpr const char* PYTHON = "/usr/bin/python3";
+
+TEST_F(RunDocuments, ItsInterpreterIsStartedWhereItIsPython) {
+    const auto first_words = [&](const std::string& line, const std::string& name) {
+        // The interpreter, which says what it is given.
+        program(name, R"(#!/bin/sh
+for word in "$1" "$2"; do case $word in import*) word=code;; esac; printf '%s ' "$word"; done >asked
+)" + std::string(ECHO));
+        program("weasyprint", line + "\nexit(4)\n");
+        const ProgramRun run = run_documents("f.toml --pdf p.pdf");
+        EXPECT_EQ(run.status, 0) << line << run.err;
+        return text("asked");
+    };
+    for (const char* python : {"python3", "python", "python3.9"})
+        EXPECT_EQ(first_words("#!" + path("bin/") + python, python), "-c code ") << python;
+    EXPECT_EQ(first_words("#! " + path("bin/python3") + " -sP", "python3"), "-sP -c ");
+    EXPECT_EQ(first_words("#!/usr/bin/env python3", "python3"), "-c code ");
+    // Else it is run as it is.
+    const std::string own = path("bin/weasyprint") + ' ';
+    EXPECT_EQ(first_words("#!" + path("bin/pypy3"), "pypy3"), own + "--encoding ");
+    EXPECT_EQ(first_words("#!/usr/bin/env pypy3", "pypy3"), own + "--encoding ");
+    EXPECT_EQ(first_words("#!" + path("bin/python3") + " -Wignore", "python3"), "-Wignore " + own);
+}
+
+TEST_F(RunDocuments, InPythonItRunsAsByItselfWithoutTheSearchForCircles) {
+    if (!std::filesystem::exists(PYTHON)) GTEST_SKIP() << PYTHON << " is not there";
+    std::filesystem::create_symlink(PYTHON, folder / "bin/python3");
+    const std::string script = R"(
+import gc, os, sys
+import beside
+try:
+    import elsewhere
+except ImportError:
+    pass
+open("seen", "a").write("%s %s %s %s %s\n" % (
+    __name__, gc.isenabled(), sys.argv[0] == __file__, " ".join(sys.argv[1:]), os.path.basename(sys.path[0])))
+print("%PDF-" + sys.stdin.read())
+)";
+    write("bin/beside.py", "");
+    // Of the working directory nothing is run.
+    for (const char* name : {"gc", "os", "runpy", "site", "weasyprint", "elsewhere"})
+        write(std::string(name) + ".py", "open('hostile', 'w')\n");
+    const std::string options = "--encoding utf-8 - -";
+    for (const std::string& line : {std::string("#!") + PYTHON, std::string("#!") + PYTHON + " -s",
+                                    std::string("#!/usr/bin/env python3")}) {
+        program("weasyprint", line + script);
+        std::filesystem::remove(folder / "seen");
+        EXPECT_EQ(run_documents("f.toml --html p.html --pdf p.pdf").status, 0) << line;
+        EXPECT_EQ(text("seen"), "__main__ False True " + options + " bin\n") << line;
+        EXPECT_EQ(text("p.pdf"), "%PDF-" + text("p.html") + '\n') << line;
+        EXPECT_FALSE(there("hostile")) << line;
+    }
+    program("weasyprint", std::string("#!") + PYTHON + "\nimport sys\nsys.exit('no such font')\n");
+    const ProgramRun run = run_documents("f.toml --pdf q.pdf");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_NE(run.err.find("weasyprint ended with status 1:\nno such font\n"), std::string::npos)
+        << run.err;
+    EXPECT_FALSE(there("q.pdf"));
 }
 
 TEST_F(RunDocuments, TheDateIsThatOfTheEnvironment) {
