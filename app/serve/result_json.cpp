@@ -123,7 +123,7 @@ class ResultWriter {
         json.end_list().key("component");
         write_chosen(component, verdict);
         json.key("outline");
-        write_figure(vessel_drawing(request, calculation));
+        write_figure(vessel_drawing(request, calculation, DrawnFor::page));
         write_rest(verdict);
         json.end_object();
         return json.take();
@@ -239,11 +239,11 @@ class ResultWriter {
         write_checks(element, outcome, checks);
         write_results(element, outcome);
         json.key("drawing");
-        write_figure(component_drawing(element, outcome, request));
+        write_figure(component_drawing(element, outcome, request, DrawnFor::page));
         json.key("chart");
         if (const auto point = element.chart_point(outcome))
             write_figure(chart_figure(point->chart, point->temperature, point->yield, point->A,
-                                      request.units));
+                                      request.units, request.units.decimal_comma, DrawnFor::page));
         else
             json.null();
         DocumentSection lines;

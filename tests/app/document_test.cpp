@@ -543,6 +543,31 @@ TEST(Document, WordForADrawingGivesWayToTheDrawing) {
     EXPECT_TRUE(has(page, "role=\"img\" aria-label=\""));
 }
 
+// What a drawing of its own has in its frame is in the caption here, once; no line ends within an equation of it.
+TEST(Document, CaptionHasTheWordsOfTheFrame) {
+    const CalculationDocument document = Made(FLANGE_TOML).document();
+    Drawing drawing = blocks_of<Drawing>(document, "flange-1-drawing").at(0);
+    const std::string title = "Figure 1: flange 1 (N1): weld neck flange. Scale 1 : ";
+    EXPECT_TRUE(drawing.caption.starts_with(title)) << drawing.caption;
+    EXPECT_TRUE(has(drawing.caption, ", dimensions in inches. 12 bolts \xC3\x98"))
+        << drawing.caption;
+    EXPECT_TRUE(has(drawing.caption, ". Indicated: nut")) << drawing.caption;
+    for (const std::string words : {"weld neck", "bolts", "Indicated", "inches"})
+        EXPECT_FALSE(has(drawing.figure.svg.substr(drawing.figure.svg.find('>')), words)) << words;
+    EXPECT_EQ(blocks_of<DrawingReference>(document, "flange-1-calculation").at(0).text,
+              "Figure 1: flange 1 (N1), scale " + drawing.figure.scale);
+    drawing.caption = "Figure 2: shell 1.5. ci = .0625, \xC3\x98.5; nut";
+    drawing.figure.dropped = {"t = 1.5", "h = 2"};
+    DocumentSection section;
+    section.blocks.emplace_back(drawing);
+    EXPECT_TRUE(has(
+        html_of(section),
+        "<figcaption>Figure 2: shell <span class=\"one\">1.5.</span> <span class=\"one\">ci = "
+        ".0625,</span> <span class=\"one\">\xC3\x98.5;</span> nut. Without room in the drawing: "
+        "<span class=\"one\">t = 1.5;</span> <span class=\"one\">h = 2</span></figcaption>"))
+        << html_of(section);
+}
+
 TEST(Document, WholePowersAreRaised) {
     EXPECT_EQ(with_raised_powers("0.312^(2) * go^(-1)"), "0.312² * go⁻¹");
     EXPECT_EQ(with_raised_powers("in.^-1"), "in.⁻¹");

@@ -98,17 +98,17 @@ bool needs_yield(std::string_view chart) {
 }
 
 Figure chart_figure(const std::string& name, float temperature, float yield, std::optional<float> A,
-                    const UnitSystem& units, bool decimal_comma) {
+                    const UnitSystem& units, bool decimal_comma, DrawnFor surroundings) {
     ChartDrawing drawing{name, {}, read_curve(name, temperature, yield), A, units, decimal_comma};
     for (const float row : chart_temperatures(name))
         drawing.curves.push_back(read_curve(name, row, yield));
-    return draw_chart(drawing).figure;
+    return framed(draw_chart(drawing), surroundings).figure;
 }
 
 std::string chart_svg(const std::string& name, float temperature, float yield,
                       std::optional<float> A, const UnitSystem& units, bool decimal_comma) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" +
-           chart_figure(name, temperature, yield, A, units, decimal_comma).svg;
+           chart_figure(name, temperature, yield, A, units, decimal_comma, DrawnFor::file).svg;
 }
 
 } // namespace tarvane::vessel

@@ -184,27 +184,25 @@ void add_results(const Request& request, const Judged& judged, bool all, Documen
 
 // ---- drawings --------------------------------------------------------------------------------------------------
 
-// A picture inside a page has no declaration of its own.
-Drawing numbered(Figure figure, const std::string& words, int& figures) {
-    const std::string number = std::to_string(++figures);
-    Drawing drawing{.figure = std::move(figure), .id = "figure-" + number, .caption = {}};
-    drawing.caption = "Figure " + number + ": " + words;
-    if (!drawing.figure.scale.empty()) drawing.caption += ", scale " + drawing.figure.scale;
-    return drawing;
-}
-
 void add_chart(const Request& request, const Judged& judged, int& figures,
                DocumentSection& section) {
     const std::optional<ChartPoint> point = judged.element.chart_point(judged.outcome);
     if (!point) return;
     const std::string words =
-        "chart " + point->chart + " with the point of " + name_of(judged.element);
+        "external pressure chart " + point->chart + " with the point of " + name_of(judged.element);
     Figure figure = chart_figure(point->chart, point->temperature, point->yield, point->A,
-                                 request.units, request.units.decimal_comma);
-    section.blocks.emplace_back(numbered(std::move(figure), words, figures));
+                                 request.units, request.units.decimal_comma, DrawnFor::document);
+    section.blocks.emplace_back(numbered_drawing(std::move(figure), words, ++figures));
 }
 
 } // namespace
+
+Drawing numbered_drawing(Figure figure, const std::string& title, int number) {
+    Drawing drawing{.figure = std::move(figure), .id = "figure-" + std::to_string(number)};
+    drawing.caption = "Figure " + std::to_string(number) + ": " + title;
+    if (!drawing.figure.notes.empty()) drawing.caption += ". " + drawing.figure.notes;
+    return drawing;
+}
 
 std::string id_of(const Element& element) {
     return std::string(element.kind->table) + '-' + std::to_string(element.number);
@@ -243,10 +241,14 @@ DocumentSection component_section(const Request& request, const Judged& judged, 
     section.sections.push_back(std::move(inputs));
 
     DrawingReference reference;
-    if (std::optional<Figure> figure = component_drawing(element, outcome, request)) {
+    if (std::optional<Figure> figure =
+            component_drawing(element, outcome, request, DrawnFor::document)) {
         DocumentSection drawing{.id = id + "-drawing", .title = "Drawing"};
-        Drawing block = numbered(std::move(*figure), name_of(element), figures);
-        reference = {.id = block.id, .text = block.caption};
+        const std::string title = figure->title, scale = figure->scale;
+        Drawing block = numbered_drawing(std::move(*figure), title, ++figures);
+        reference = {.id = block.id,
+                     .text = "Figure " + std::to_string(figures) + ": " + name_of(element)};
+        if (!scale.empty()) reference.text += ", scale " + scale;
         drawing.blocks.emplace_back(std::move(block));
         section.sections.push_back(std::move(drawing));
     }

@@ -16,6 +16,9 @@ struct Judged {
 DocumentSection component_section(const Request& request, const Judged& judged, Detail detail,
                                   int& figures);
 
+// Its caption has the words that a drawing of its own has in its frame, after a title.
+Drawing numbered_drawing(Figure figure, const std::string& title, int number);
+
 // "shell-2"
 std::string id_of(const Element& element);
 

@@ -151,12 +151,9 @@ DocumentSection vessel_section(const Request& request, const Calculation& calcul
             table.rows.push_back({{"not known of " + each, Tone::advice}});
     }
     section.blocks.emplace_back(std::move(table));
-    if (std::optional<Figure> figure = vessel_drawing(request, calculation)) {
-        const std::string number = std::to_string(++figures);
-        Drawing drawing{.figure = std::move(*figure), .id = "figure-" + number, .caption = {}};
-        drawing.caption = "Figure " + number + ": the vessel by elevation";
-        if (!drawing.figure.scale.empty()) drawing.caption += ", scale " + drawing.figure.scale;
-        section.blocks.emplace_back(std::move(drawing));
+    if (std::optional<Figure> figure = vessel_drawing(request, calculation, DrawnFor::document)) {
+        const std::string title = figure->title + ", by elevation";
+        section.blocks.emplace_back(numbered_drawing(std::move(*figure), title, ++figures));
     }
     return section;
 }

@@ -80,7 +80,7 @@ struct MarginNote {
 
 struct Drawing {
     Figure figure;
-    std::string id, caption; // "figure-2", "Figure 2: ..."
+    std::string id = {}, caption = {}; // "figure-2", "Figure 2: ..."
 };
 
 // A word of the engine that gives way to a drawing.

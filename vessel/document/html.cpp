@@ -1,6 +1,7 @@
 #include "document/html.h"
 
 #include "document/html_style.h"
+#include "drawing/font.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -172,12 +173,19 @@ class Writer {
     }
     void put(const Drawing& block) {
         out += "<figure id=\"" + escaped(block.id) + "\">\n" + block.figure.svg + "\n<figcaption>";
-        text(block.caption);
-        if (!block.figure.dropped.empty()) {
-            std::string all;
-            for (const std::string& each : block.figure.dropped)
-                all += (all.empty() ? "" : "; ") + each;
-            text(". Without room in the drawing: " + all);
+        std::string caption = block.caption;
+        for (std::size_t i = 0; i < block.figure.dropped.size(); ++i)
+            caption +=
+                (i == 0 ? ". Without room in the drawing: " : "; ") + block.figure.dropped[i];
+        const std::vector<std::string> words = unbroken_words(caption);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            if (i > 0) out += ' ';
+            // Makers of PDF break a line within ".5", too.
+            const std::size_t place = words[i].find_first_of(" .");
+            if (place != std::string::npos && place + 1 < words[i].size())
+                marked("span", "one", words[i]);
+            else
+                text(words[i]);
         }
         out += "</figcaption>\n</figure>\n";
     }

@@ -42,6 +42,7 @@ td.more { padding-left: 1.5em; color: #333; }
 figure { margin: 0.8em 0; break-inside: avoid; }
 figure svg { max-width: 100%; height: auto; }
 figcaption { font-size: 0.9em; margin-top: 0.3em; }
+.one { white-space: nowrap; }
 nav ol { list-style: none; padding-left: 0; margin: 0.4em 0; }
 nav a { text-decoration: none; }
 @media screen {

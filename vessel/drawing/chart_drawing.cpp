@@ -98,7 +98,7 @@ class Drawing {
         find_axes();
     }
 
-    Drawn draw();
+    Draft draw();
 
   private:
     struct Label {
@@ -291,7 +291,7 @@ std::string Drawing::point_text() const {
            ", B = " + written(figures(shown_stress(chart.asked.B(*chart.A)), 4)) + ' ' + unit();
 }
 
-Drawn Drawing::draw() {
+Draft Drawing::draw() {
     sheet.scale = 0;
     draw_axes();
     for (const ChartCurve* curve : others)
@@ -302,17 +302,17 @@ Drawn Drawing::draw() {
     const std::string title = "External pressure chart " + chart.name;
     const std::string curve = "curve of " + temperature_text(chart.asked.temperature);
     const std::string point = chart.A ? ", point " + point_text() : "";
-    return framed(std::move(sheet), style, chart.units,
-                  {.title = title,
-                   .notes = {"In colour: " + curve + point, moduli()},
-                   .indicated = {},
-                   .not_drawn = {},
-                   .alt = title + ", stress B over factor A, " + curve + point})
-        .value_or(Drawn{});
+    return drafted(std::move(sheet), style, chart.units,
+                   {.title = title,
+                    .notes = {"In colour: " + curve + point, moduli()},
+                    .indicated = {},
+                    .not_drawn = {},
+                    .alt = title + ", stress B over factor A, " + curve + point})
+        .value_or(Draft{});
 }
 
 } // namespace
 
-Drawn draw_chart(const ChartDrawing& chart) { return Drawing(chart).draw(); }
+Draft draw_chart(const ChartDrawing& chart) { return Drawing(chart).draw(); }
 
 } // namespace tarvane::vessel

@@ -19,6 +19,6 @@ struct ChartDrawing {
     bool decimal_comma = false;
 };
 
-Drawn draw_chart(const ChartDrawing& chart);
+Draft draw_chart(const ChartDrawing& chart);
 
 } // namespace tarvane::vessel

@@ -41,7 +41,7 @@ class FlangeSection {
           view(HalfSection::of_ring(sheet, scale, innermost())) {}
 
     // Nothing when the view does not fit.
-    std::optional<Drawn> draw(const std::string& name);
+    std::optional<Draft> draw(const std::string& name);
 
   private:
     const FlangeShape& s;
@@ -429,7 +429,7 @@ void FlangeSection::list_the_rest() {
     }
 }
 
-std::optional<Drawn> FlangeSection::draw(const std::string& name) {
+std::optional<Draft> FlangeSection::draw(const std::string& name) {
     const double wall = s.wall > 0 && s.wall < s.A / 2 - s.B / 2 ? s.wall : s.g0;
     switch (s.type) {
     case TARVANE_INTEGRAL_SLIP_ON:
@@ -489,19 +489,19 @@ std::optional<Drawn> FlangeSection::draw(const std::string& name) {
     view.axis(box.top - 4, sheet.extent().bottom + 2);
 
     list_the_rest();
-    return framed(std::move(sheet), style, units,
-                  {.title = name + ": " + title_of(s),
-                   .notes = notes,
-                   .indicated = indicated,
-                   .not_drawn = not_drawn,
-                   .alt = "Half section of " + name + ", " + title_of(s)});
+    return drafted(std::move(sheet), style, units,
+                   {.title = name + ": " + title_of(s),
+                    .notes = notes,
+                    .indicated = indicated,
+                    .not_drawn = not_drawn,
+                    .alt = "Half section of " + name + ", " + title_of(s)});
 }
 
 } // namespace
 
-std::optional<Drawn> draw_flange(const FlangeShape& shape, const std::string& name,
+std::optional<Draft> draw_flange(const FlangeShape& shape, const std::string& name,
                                  const UnitSystem& units, const DimensionStyle& style) {
-    return largest_drawing(
+    return largest_draft(
         [&](double scale) { return FlangeSection(shape, units, style, scale).draw(name); });
 }
 

@@ -10,7 +10,7 @@
 namespace tarvane::vessel {
 
 // `name` as messages name it: "flange 2 (cover)".
-std::optional<Drawn> draw_flange(const FlangeShape& shape, const std::string& name,
+std::optional<Draft> draw_flange(const FlangeShape& shape, const std::string& name,
                                  const UnitSystem& units, const DimensionStyle& style);
 
 } // namespace tarvane::vessel

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <utility>
 
 namespace tarvane::vessel {
 
@@ -46,10 +47,9 @@ double width_of(std::uint32_t letter) {
     return EM; // the widest that is usual
 }
 
-// "t = 1.5", "20 °F"
 bool holds_together(std::string_view before, std::string_view from_blank) {
-    return before.ends_with('=') || from_blank.starts_with(" =") ||
-           from_blank.starts_with(" \xC2\xB0");
+    return before.ends_with('=') || before.ends_with(" :") || from_blank.starts_with(" =") ||
+           from_blank.starts_with(" : ") || from_blank.starts_with(" \xC2\xB0");
 }
 
 } // namespace
@@ -68,21 +68,28 @@ double text_width(std::string_view utf8, double size) {
     return sum * size / EM;
 }
 
-std::vector<std::string> fitted_lines(std::string_view utf8, double size, double width) {
-    std::vector<std::string> lines(1);
+std::vector<std::string> unbroken_words(std::string_view utf8) {
+    std::vector<std::string> words;
     while (!utf8.empty()) {
         std::size_t end = utf8.find(' ');
         while (end < utf8.size() && holds_together(utf8.substr(0, end), utf8.substr(end)))
             end = utf8.find(' ', end + 1);
         end = std::min(end, utf8.size());
-        const std::string word(utf8.substr(0, end));
+        words.emplace_back(utf8.substr(0, end));
         utf8.remove_prefix(std::min(end + 1, utf8.size()));
+    }
+    return words;
+}
+
+std::vector<std::string> fitted_lines(std::string_view utf8, double size, double width) {
+    std::vector<std::string> lines(1);
+    for (std::string& word : unbroken_words(utf8)) {
         std::string& line = lines.back();
-        const std::string longer = line.empty() ? word : line + ' ' + word;
+        std::string longer = line.empty() ? word : line + ' ' + word;
         if (line.empty() || text_width(longer, size) <= width)
-            line = longer;
+            line = std::move(longer);
         else
-            lines.push_back(word);
+            lines.push_back(std::move(word));
     }
     return lines;
 }

@@ -16,7 +16,10 @@ inline constexpr double CAP_HEIGHT = 0.729, DESCENT = 0.236;
 // In the unit of the size.
 double text_width(std::string_view utf8, double size);
 
-// Lines of up to a width, broken at blanks but for those beside = and before a degree. At least one.
+// What no line ends within: "t = 1.5", "20 °F", "1 : 5".
+std::vector<std::string> unbroken_words(std::string_view utf8);
+
+// Lines of up to a width of such words. At least one.
 std::vector<std::string> fitted_lines(std::string_view utf8, double size, double width);
 
 } // namespace tarvane::vessel

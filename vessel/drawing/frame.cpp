@@ -18,6 +18,11 @@ constexpr double SCALES[] = {10,        5,         2,          1,          1 / 2
 
 constexpr int MORE_SCALES = 3; // tried where dimensions are dropped
 
+// The height of the frame's part for its words.
+double for_lines(const std::vector<std::string>& lines) {
+    return LINE_STEP * static_cast<double>(lines.size()) + 2.5;
+}
+
 } // namespace
 
 std::span<const double> preferred_scales() { return SCALES; }
@@ -59,8 +64,8 @@ std::string openings_text(const Openings& openings, const std::string& name,
     return text;
 }
 
-std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
-                            const FrameText& text) {
+std::optional<Draft> drafted(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
+                             const FrameText& text) {
     const Box ink = sheet.extent();
     const double width = std::max(ink.width(), LEAST_WIDTH) + 2 * MARGIN;
     if (width > MOST_WIDTH) return std::nullopt;
@@ -68,6 +73,7 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
     Figure figure;
     figure.alt = text.alt;
     figure.dropped = sheet.dropped;
+    figure.title = text.title;
     // Few words: a program that makes a PDF takes its time for each letter of a drawing.
     std::string about;
     const auto say = [&](const std::string& words) {
@@ -88,47 +94,53 @@ std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const Unit
     };
     add("Indicated: ", text.indicated);
     add("Not drawn: ", text.not_drawn);
+    figure.notes = about;
     add("Without room: ", sheet.dropped);
-    std::vector<std::string> fitted = fitted_lines(text.title, TEXT_SIZE, width - 2 * MARGIN);
+    for (const Measure& measure : sheet.measures)
+        figure.alt += "; " + measure.label;
+
+    std::vector<std::string> lines = fitted_lines(text.title, TEXT_SIZE, width - 2 * MARGIN);
     for (std::string& line : fitted_lines(about, TEXT_SIZE, width - 2 * MARGIN))
-        fitted.push_back(std::move(line));
-
-    const double views = ink.height() + 2 * MARGIN;
-    const double height = views + LINE_STEP * static_cast<double>(fitted.size()) + 2.5;
-    if (height > MOST_HEIGHT) return std::nullopt;
-
+        lines.push_back(std::move(line));
+    figure.width = width;
+    figure.height = ink.height() + 2 * MARGIN + for_lines(lines);
+    if (figure.height > MOST_HEIGHT) return std::nullopt;
     sheet.move((width - ink.width()) / 2 - ink.left, MARGIN - ink.top);
-    double y = views + LINE_STEP - 0.6;
-    for (std::string& line : fitted) {
-        sheet.text({MARGIN, y}, std::move(line));
-        y += LINE_STEP;
+    return Draft{std::move(sheet), std::move(figure), std::move(lines)};
+}
+
+Drawn framed(Draft draft, DrawnFor surroundings) {
+    auto& [sheet, figure, lines] = draft;
+    const double views = figure.height - for_lines(lines), width = figure.width;
+    if (surroundings == DrawnFor::document) {
+        figure.height = views;
+    } else {
+        double y = views + LINE_STEP - 0.6;
+        for (std::string& line : lines) {
+            sheet.text({MARGIN, y}, std::move(line));
+            y += LINE_STEP;
+        }
+        sheet.line({0, views}, {width, views}, THIN);
     }
-    sheet.line({0, views}, {width, views}, THIN);
-    const double edge = THICK_LINE / 2;
+    const double edge = THICK_LINE / 2, height = figure.height;
     sheet.stroke({{edge, edge},
                   {width - edge, edge},
                   {width - edge, height - edge},
                   {edge, height - edge},
                   {edge, edge}},
                  OUTLINE);
-
-    for (const Measure& measure : sheet.measures)
-        figure.alt += "; " + measure.label;
-    figure.width = width;
-    figure.height = height;
     figure.svg = sheet.svg(width, height, figure.alt);
-    return Drawn{std::move(sheet), std::move(figure)};
+    return {std::move(sheet), std::move(figure)};
 }
 
-std::optional<Drawn>
-largest_drawing(const std::function<std::optional<Drawn>(double scale)>& draw) {
-    std::optional<Drawn> best;
+std::optional<Draft> largest_draft(const std::function<std::optional<Draft>(double scale)>& draw) {
+    std::optional<Draft> best;
     int tried = 0;
     for (const double scale : SCALES) {
-        std::optional<Drawn> drawn = draw(scale);
-        if (!drawn) continue;
-        if (!best || drawn->figure.dropped.size() < best->figure.dropped.size())
-            best = std::move(drawn);
+        std::optional<Draft> draft = draw(scale);
+        if (!draft) continue;
+        if (!best || draft->figure.dropped.size() < best->figure.dropped.size())
+            best = std::move(draft);
         if (best->figure.dropped.empty() || ++tried > MORE_SCALES) break;
     }
     return best;

@@ -1,4 +1,5 @@
-// What is around the views of a drawing: the frame, and in it the title, scale, units and notes.
+// What is around the views of a drawing: the frame, and in it the title, scale, units and notes, if they are in no
+// caption.
 #pragma once
 
 #include "catalogue/units.h"
@@ -22,6 +23,13 @@ struct FrameText {
     std::vector<std::string> indicated; // what is drawn without its dimensions
     std::vector<std::string> not_drawn;
     std::string alt; // what the drawing shows; scale and dimensions are added to one to scale
+};
+
+// Views with the words about them, which are not in a frame yet.
+struct Draft {
+    Sheet sheet;
+    Figure figure;                  // without its svg; the size is that with the words in the frame
+    std::vector<std::string> lines; // of these words
 };
 
 // A drawing with its page, which a check can look through.
@@ -48,11 +56,13 @@ struct Openings {
 std::string openings_text(const Openings& openings, const std::string& name,
                           const UnitSystem& units, const DimensionStyle& style);
 
-// The sheet within its frame; nothing when it is larger than a page takes.
-std::optional<Drawn> framed(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
-                            const FrameText& text);
+// Nothing when it is larger than a page takes, wherever its words will be.
+std::optional<Draft> drafted(Sheet sheet, const DimensionStyle& style, const UnitSystem& units,
+                             const FrameText& text);
 
 // At the largest scale at which it fits; at one of the next where that spares dropped dimensions.
-std::optional<Drawn> largest_drawing(const std::function<std::optional<Drawn>(double scale)>& draw);
+std::optional<Draft> largest_draft(const std::function<std::optional<Draft>(double scale)>& draw);
+
+Drawn framed(Draft draft, DrawnFor surroundings);
 
 } // namespace tarvane::vessel

@@ -42,7 +42,7 @@ class ShellSection {
                  double scale)
         : s(shape), units(file_units), style(how), view(sheet, scale) {}
 
-    std::optional<Drawn> draw(const std::string& name);
+    std::optional<Draft> draw(const std::string& name);
 
   private:
     struct Radius {
@@ -347,7 +347,7 @@ void ShellSection::draw_detail() {
     sheet.scale = main_scale;
 }
 
-std::optional<Drawn> ShellSection::draw(const std::string& name) {
+std::optional<Draft> ShellSection::draw(const std::string& name) {
     constexpr double UP = std::numbers::pi / 2;
     switch (s.shape) {
     case TARVANE_CYLINDER:
@@ -407,12 +407,12 @@ std::optional<Drawn> ShellSection::draw(const std::string& name) {
     if (s.openings.first > 0) not_drawn.push_back(openings_text(s.openings, "d", units, style));
     if (s.Ut > 0)
         not_drawn.push_back("mill under-tolerance Ut = " + written(s.Ut, Quantity::thickness));
-    return framed(std::move(sheet), style, units,
-                  {.title = name + ": " + title_of(s),
-                   .notes = notes,
-                   .indicated = {},
-                   .not_drawn = not_drawn,
-                   .alt = "Half section of " + name + ", " + title_of(s)});
+    return drafted(std::move(sheet), style, units,
+                   {.title = name + ": " + title_of(s),
+                    .notes = notes,
+                    .indicated = {},
+                    .not_drawn = not_drawn,
+                    .alt = "Half section of " + name + ", " + title_of(s)});
 }
 
 bool possible(const ShellShape& s) {
@@ -498,9 +498,9 @@ Profile head_profile(const ShellShape& s) {
     return profile;
 }
 
-std::optional<Drawn> draw_shell(const ShellShape& shape, const std::string& name,
+std::optional<Draft> draw_shell(const ShellShape& shape, const std::string& name,
                                 const UnitSystem& units, const DimensionStyle& style) {
-    return largest_drawing(
+    return largest_draft(
         [&](double scale) { return ShellSection(shape, units, style, scale).draw(name); });
 }
 

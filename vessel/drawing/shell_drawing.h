@@ -33,7 +33,7 @@ std::optional<ShellShape> shape_of(const ExternalInput& shell);
 // The inside of a head, from its end upwards to the axis; nothing for other shapes.
 Profile head_profile(const ShellShape& shape);
 
-std::optional<Drawn> draw_shell(const ShellShape& shape, const std::string& name,
+std::optional<Draft> draw_shell(const ShellShape& shape, const std::string& name,
                                 const UnitSystem& units, const DimensionStyle& style);
 
 } // namespace tarvane::vessel

@@ -75,7 +75,7 @@ class Outline {
         find_bodies();
     }
 
-    std::optional<Drawn> draw();
+    std::optional<Draft> draw();
 
   private:
     const Request& request;
@@ -319,7 +319,7 @@ void Outline::write_titles() {
     }
 }
 
-std::optional<Drawn> Outline::draw() {
+std::optional<Draft> Outline::draw() {
     if (bodies.empty()) return std::nullopt;
     for (const Body& body : bodies)
         draw_body(body);
@@ -354,14 +354,14 @@ std::optional<Drawn> Outline::draw() {
         for (const Mark& mark : *marks)
             for (const std::string& line : mark.lines)
                 text.alt += "; " + line;
-    return framed(std::move(sheet), style, request.units, text);
+    return drafted(std::move(sheet), style, request.units, text);
 }
 
 } // namespace
 
-std::optional<Drawn> draw_vessel(const Request& request) {
+std::optional<Draft> draw_vessel(const Request& request) {
     const DimensionStyle style = dimension_style(request.units, request.units.decimal_comma);
-    return largest_drawing([&](double scale) { return Outline(request, scale, style).draw(); });
+    return largest_draft([&](double scale) { return Outline(request, scale, style).draw(); });
 }
 
 } // namespace tarvane::vessel

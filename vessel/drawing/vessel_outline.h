@@ -10,6 +10,6 @@
 namespace tarvane::vessel {
 
 // Nothing without a cylinder at an elevation, and something else that has one.
-std::optional<Drawn> draw_vessel(const Request& request);
+std::optional<Draft> draw_vessel(const Request& request);
 
 } // namespace tarvane::vessel

@@ -327,7 +327,8 @@ void Writer::write_drawing(std::string_view name, std::string_view svg) {
 
 void Writer::write_drawings(const Found& found) {
     json.key("drawings").begin_list();
-    if (const auto section = component_drawing(*found.element, *found.outcome, request))
+    if (const auto section =
+            component_drawing(*found.element, *found.outcome, request, DrawnFor::file))
         write_drawing("section", section->svg);
     if (const auto point = found.element->chart_point(*found.outcome))
         write_drawing("chart", chart_svg(point->chart, point->temperature, point->yield, point->A,
@@ -336,7 +337,7 @@ void Writer::write_drawings(const Found& found) {
 }
 
 void Writer::write_vessel_drawings() {
-    const auto outline = vessel_drawing(request, calculation);
+    const auto outline = vessel_drawing(request, calculation, DrawnFor::file);
     if (!outline) return;
     json.key("drawings").begin_list();
     write_drawing("outline", outline->svg);
