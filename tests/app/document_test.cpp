@@ -547,15 +547,15 @@ TEST(Document, WordForADrawingGivesWayToTheDrawing) {
 TEST(Document, CaptionHasTheWordsOfTheFrame) {
     const CalculationDocument document = Made(FLANGE_TOML).document();
     Drawing drawing = blocks_of<Drawing>(document, "flange-1-drawing").at(0);
-    const std::string title = "Figure 1: flange 1 (N1): weld neck flange. Scale 1 : ";
+    const std::string title = "Figure 1: flange 1 (test flange): weld neck flange. Scale 1 : ";
     EXPECT_TRUE(drawing.caption.starts_with(title)) << drawing.caption;
     EXPECT_TRUE(has(drawing.caption, ", dimensions in inches. 12 bolts \xC3\x98"))
         << drawing.caption;
-    EXPECT_TRUE(has(drawing.caption, ". Indicated: nut")) << drawing.caption;
+    EXPECT_TRUE(has(drawing.caption, ". Indicated: gasket; nut")) << drawing.caption;
     for (const std::string words : {"weld neck", "bolts", "Indicated", "inches"})
         EXPECT_FALSE(has(drawing.figure.svg.substr(drawing.figure.svg.find('>')), words)) << words;
     EXPECT_EQ(blocks_of<DrawingReference>(document, "flange-1-calculation").at(0).text,
-              "Figure 1: flange 1 (N1), scale " + drawing.figure.scale);
+              "Figure 1: flange 1 (test flange), scale " + drawing.figure.scale);
     drawing.caption = "Figure 2: shell 1.5. ci = .0625, \xC3\x98.5; nut";
     drawing.figure.dropped = {"t = 1.5", "h = 2"};
     DocumentSection section;
