@@ -64,7 +64,7 @@ struct Sides {
 
     std::string state(float value) const { return judged(text(value)).state(id, load_case); }
 };
-inline constexpr std::string_view NO_ROW = "no row";
+inline constexpr std::string_view NO_ROW = "no row", NOT_MADE_STATE = "not made";
 
 // The row, its figures and the verdict on the component next to the limit, which is found by bisection.
 inline void expect_flip(const Sides& sides) {

@@ -1,11 +1,7 @@
 // The conditions of the key tables: a value that its condition excludes changes no result.
-#include "app_fixture.h"
-
 #include "catalogue/data_folder.h"
-#include "components/external_session.h"
-#include "components/flange_session.h"
-#include "components/mdmt_session.h"
-#include "components/shell_session.h"
+#include "components/shell_input.h"
+#include "kind_tests.h"
 
 #include <map>
 #include <random>
@@ -16,112 +12,10 @@ namespace tarvane::app {
 using namespace vessel;
 namespace {
 
-using Lines = std::map<std::string, std::string>; // values by key, as they are written
-
-// The tables of one kind that the test draws: the content of each, and the keys that each trial draws.
-struct Draw {
-    const char* table;
-    Lines base;
-    std::map<std::string, std::vector<std::string>> drawn; // an empty text: the key is not given
-};
-
-const std::vector<std::string> SWITCH{"", "true", "false"};
-
-const Draw DRAWS[] = {
-    {"flange",
-     {{"P", "150"},     {"T", "300"},        {"B", "12.0"},         {"A", "19.0"},
-      {"t", "1.6"},     {"g0", "0.375"},     {"g1", "1.19"},        {"h", "3.25"},
-      {"Sfo", "20000"}, {"Sfa", "20000"},    {"C", "17.0"},         {"n", "12"},
-      {"a", "0.875"},   {"Sb", "25000"},     {"Sa", "25000"},       {"Fod", "15.0"},
-      {"Fid", "12.0"},  {"Go", "14.75"},     {"Gi", "14.0"},        {"m", "3"},
-      {"y", "10000"},   {"column", "\"I\""}, {"root_area", "0.42"}, {"LjID", "12.5"},
-      {"LjOD", "14.5"}, {"tShell", "0.375"}, {"w", "0.25"},         {"rating", "300"},
-      {"ci", "0.0625"}, {"Dshell", "12"},    {"Sn", "18000"}},
-     {{"type",
-       {"\"weld neck\"", "\"slip on\"", "\"ring\"", "\"loose slip on\"", "\"loose ring\"",
-        "\"lap joint\"", "\"blind\"", "\"blind\"", "\"reverse weld neck\"", "\"loose reverse\""}},
-      {"kind", {"\"analyse\"", "\"thickness\"", "\"design\"", "\"rated\""}},
-      {"code", {"1", "2", "3", "4"}},
-      {"bolting", {"1", "2", "3"}},
-      {"facing", {"1", "2", "5", "6", "8", "9"}},
-      {"bolt_size", {"\"nearest\""}},
-      {"partition_gasket", SWITCH},
-      {"external_loads", SWITCH},
-      {"mating_loads", {"", "false"}},
-      {"channel_cover", {"", "true", "false"}},
-      {"patterned_holes", SWITCH},
-      {"rigidity", SWITCH},
-      {"D1", {"", "2"}},
-      {"facing_part", {"", "1", "6"}},
-      {"lp", {"", "11"}},
-      {"tp", {"", "0.5"}},
-      {"mPart", {"", "3"}},
-      {"yPart", {"", "9000"}},
-      {"d", {"", "9"}},
-      {"D", {"", "14"}}}},
-    {"shell",
-     {{"P", "100"},
-      {"T", "300"},
-      {"S", "20000"},
-      {"Sa", "20000"},
-      {"Sy", "33000"},
-      {"t", "0.5"},
-      {"ci", "0.0625"},
-      {"L", "60"},
-      {"r", "6"},
-      {"alpha", "25"},
-      {"Dsmall", "30"},
-      {"C", "0.3"},
-      {"cone_length", "30"},
-      {"length", "60"},
-      {"tk", "0.5"},
-      {"D", "60"},
-      {"chart", "\"CS-2\""}},
-     {{"kind", {"1", "2", "3", "4", "5", "6"}},
-      {"external", {"true", "false"}},
-      {"P_external", {"15"}},
-      {"method", {"", "\"chart\"", "\"stress\""}},
-      {"material", {"", "\"SA-516 70\""}},
-      {"openings", SWITCH},
-      {"t", {"0.1", "0.5", "2.5"}},
-      {"d1", {"", "4"}},
-      {"edge1", {"", "9"}}}},
-    {"external",
-     {{"P_external", "15"},
-      {"T", "300"},
-      {"S", "20000"},
-      {"Sy", "33000"},
-      {"t", "0.5"},
-      {"ci", "0.0625"},
-      {"L", "60"},
-      {"r", "6"},
-      {"alpha", "25"},
-      {"D", "60"},
-      {"Dsmall", "30"},
-      {"cone_length", "30"},
-      {"length", "60"},
-      {"chart", "\"CS-2\""}},
-     {{"kind", {"1", "2", "3", "4", "5"}},
-      {"t", {"0.1", "0.5"}},
-      {"method", {"", "\"chart\"", "\"stress\""}},
-      {"code", {"", "1", "2"}}}},
-    {"mdmt",
-     {{"tg", "0.75"}, {"T", "300"}, {"MDMT", "10"}, {"Sy", "38000"}, {"ratio", "0.8"}},
-     {{"curve", {"1", "2", "3", "4", "5", "6"}},
-      {"code", {"1", "2"}},
-      {"edition", {"", "\"older\""}},
-      {"material", {"", "\"SA-516 70\""}},
-      {"pad", {"false", "false", "true"}},
-      {"pad_ratio", {"0.7"}},
-      {"pad_reduction", {"20"}},
-      {"pwht", SWITCH},
-      {"ug20f", SWITCH}}},
-};
-
-std::string toml_of(const Draw& draw, const Lines& lines) {
-    std::string toml = std::string("[[") + draw.table + "]]\n";
+std::string toml_of(std::string_view table, const Lines& lines) {
+    std::string toml = "[[" + std::string(table) + "]]\n";
     for (const auto& [key, value] : lines)
-        if (!value.empty()) toml += key + " = " + value + '\n';
+        toml += key + " = " + value + '\n';
     return toml;
 }
 
@@ -146,43 +40,14 @@ std::string another(const Key& key, std::mt19937& random) {
     }
 }
 
-void append_bytes(std::string& all, const void* from, std::size_t bytes) {
-    all.append(static_cast<const char*>(from), bytes);
-}
-
-template <class... Value>
-void append_values(std::string& all, const Value&... values) {
-    (append_bytes(all, &values, sizeof values), ...);
-}
-
-void append_external(std::string& all, const ExternalOutcome& o) {
-    // Without slen, which is the length as given except of a cylinder or cone.
-    append_values(all, o.no_curve, o.chart_maximum, o.above_chart, o.maep, o.tca, o.d_o, o.factor_a,
-                  o.factor_b, o.fha, o.fail_ca);
-}
-
 // Everything that a calculation gives except the report, whose lines repeat what was given; of a record without
 // the element of the key itself.
 std::string results_of(const ReadResult& read, const Key& key) {
     const Element& element = *read.request.elements[0];
     const auto outcome = element.calculate(read.request);
     std::string all;
-    if (const auto* flange = dynamic_cast<const FlangeOutcome*>(outcome.get())) {
-        append_values(all, flange->map_nc, flange->t_req_new_cold, flange->t_req_new, flange->mawp,
-                      flange->t_req, flange->found);
-        for (int i = 1; i <= RECORD_ELEMENTS; ++i)
-            if (key.place != Place::record || key.index != i) append_values(all, flange->result(i));
-    } else if (const auto* shell = dynamic_cast<const ShellOutcome*>(outcome.get())) {
-        TARVANE_SHELL_RESULTS found = shell->found;
-        found.crown_radius = 0.0f; // L as given, except of an elliptical head
-        append_values(all, found, shell->fail_ca, shell->fail_ca_knuckle, shell->strain);
-        append_external(all, shell->external);
-    } else if (const auto* external = dynamic_cast<const ExternalOutcome*>(outcome.get())) {
-        append_external(all, *external);
-    } else if (const auto* mdmt = dynamic_cast<const MdmtOutcome*>(outcome.get())) {
-        append_values(all, mdmt->exempt_stainless, mdmt->t_min, mdmt->mdmt, mdmt->t_ug20,
-                      mdmt->ratio, mdmt->reduction, mdmt->estar_used);
-    }
+    if (const KindTests* tests = tests_of(element.kind->table); tests->append != nullptr)
+        tests->append(all, *outcome, key);
     for (const Result& result : element.results(*outcome)) {
         if (result.field->name == "crown_radius") continue;
         append_values(all, result.value.has_value());
@@ -202,17 +67,21 @@ bool is_read(const ReadResult& read, const Key& key) {
 // Trials that a kind gets at most, and what each conditional key needs of them.
 constexpr int MOST_TRIALS = 1500, ENOUGH = 6;
 
+bool conditional(const ElementKind& kind) {
+    const auto& keys = kind.keys.keys;
+    return std::any_of(keys.begin(), keys.end(), [](const Key& key) { return !key.read.always(); });
+}
+
 class Conditions : public testing::TestWithParam<int> {};
 
 TEST_P(Conditions, HoldWhatIsNotReadAwayFromTheResults) {
+    const ElementKind* kind = element_kinds()[static_cast<std::size_t>(GetParam())];
+    if (!conditional(*kind)) return; // everything that it is given is read
+    const KindTests* tests = tests_of(kind->table);
+    ASSERT_NE(tests, nullptr) << "no " << kind->table << "_test.cpp in tests/kinds";
     set_data_folder(TARVANE_DATA_DIR);
-    const Draw& draw = DRAWS[GetParam()];
     std::mt19937 random(20240u + static_cast<unsigned>(GetParam()));
     std::map<std::string_view, int> tried;
-    const ElementKind* kind = nullptr;
-    for (const ElementKind* each : element_kinds())
-        if (each->table == draw.table) kind = each;
-    ASSERT_NE(kind, nullptr);
     const auto least_tried = [&] {
         int least = ENOUGH;
         for (const Key& key : kind->keys.keys)
@@ -220,31 +89,33 @@ TEST_P(Conditions, HoldWhatIsNotReadAwayFromTheResults) {
         return least;
     };
     for (int trial = 0; trial < MOST_TRIALS && least_tried() < ENOUGH; ++trial) {
-        Lines lines = draw.base;
-        for (const auto& [key, values] : draw.drawn)
-            lines[key] = values[random() % values.size()];
-        const ReadResult before = read_input(toml_of(draw, lines));
+        const Lines lines = draw_lines(tests->draw, random);
+        const ReadResult before = read_input(toml_of(kind->table, lines));
         if (!before.faults.empty()) continue;
         for (const Key& key : kind->keys.keys) {
             if (key.read.always() || tried[key.name] >= ENOUGH || is_read(before, key)) continue;
             Lines changed = lines;
             changed[std::string(key.name)] = another(key, random);
-            const ReadResult after = read_input(toml_of(draw, changed));
+            const ReadResult after = read_input(toml_of(kind->table, changed));
             // A key of a group may have switched its flag on, and it is read then.
             if (!after.faults.empty() || is_read(after, key)) continue;
             ++tried[key.name];
             EXPECT_TRUE(results_of(before, key) == results_of(after, key))
                 << key.name << " = " << changed[std::string(key.name)] << ", "
                 << after.request.elements[0]->origins.at(key.name).from << "\n"
-                << toml_of(draw, lines);
+                << toml_of(kind->table, lines);
         }
     }
     for (const Key& key : kind->keys.keys)
         EXPECT_TRUE(key.read.always() || tried[key.name] >= ENOUGH) << key.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, Conditions, testing::Range(0, 4),
-                         [](const auto& of) { return std::string(DRAWS[of.param].table); });
+INSTANTIATE_TEST_SUITE_P(Kinds, Conditions,
+                         testing::Range(0, static_cast<int>(element_kinds().size())),
+                         [](const auto& of) {
+                             return std::string(
+                                 element_kinds()[static_cast<std::size_t>(of.param)]->table);
+                         });
 
 // ---- the tables on their own -----------------------------------------------------------------------
 
@@ -266,17 +137,6 @@ void expect_sound(const Condition& condition, const KeyTable& keys, const Key& k
     EXPECT_TRUE(std::any_of(keys.rules.begin(), keys.rules.end(),
                             [&](const Rule& rule) { return rule.id == condition.rule; }))
         << key.name << ": " << condition.rule;
-}
-
-TEST(Conditions, OfEveryKindAreTried) {
-    for (const ElementKind* kind : element_kinds()) {
-        const auto& keys = kind->keys.keys;
-        if (std::all_of(keys.begin(), keys.end(), [](const Key& key) { return key.read.always(); }))
-            continue;
-        EXPECT_TRUE(std::any_of(std::begin(DRAWS), std::end(DRAWS), [&](const Draw& draw) {
-            return draw.table == kind->table;
-        })) << kind->table;
-    }
 }
 
 TEST(KeyTables, AreWhole) {

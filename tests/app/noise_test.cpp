@@ -1,8 +1,9 @@
 // Verdicts, results and checks depend on the engine's results alone: with noise in place of every line of the
-// report, while it is written and afterwards, those of all golden inputs and examples are unchanged.
-#include "app_fixture.h"
+// report, while it is written and afterwards, those of all golden inputs and examples are unchanged, and those of the
+// input of each kind that is in none of them.
 #include "catalogue/data_folder.h"
 #include "components/calculation.h"
+#include "kind_tests.h"
 #include "surface/result_json.h"
 #include "tarvane/tarvane.h"
 
@@ -69,36 +70,50 @@ std::string reports_of(const Calculation& calculation) {
     return reports;
 }
 
+// Counts the components of each kind.
+void expect_same_with_noise(const std::string& toml, std::map<std::string_view, int>& kinds) {
+    const ReadResult read = read_input(toml);
+    ASSERT_TRUE(read.faults.empty()) << fault_line("f", read.faults.front());
+    for (const auto& element : read.request.elements)
+        ++kinds[element->kind->table];
+
+    noisy = false;
+    const Calculation plain = calculate(read.request);
+    const std::string expected = told(read.request, plain), report = reports_of(plain);
+    noisy = true;
+    const Calculation calculation = calculate(read.request);
+    noisy = false;
+    if (!report.empty()) {
+        EXPECT_NE(reports_of(calculation), report);
+    }
+    EXPECT_EQ(reports_of(calculation).size(), report.size());
+    EXPECT_EQ(told(read.request, calculation), expected);
+    for (const auto& outcome : plain.outcomes)
+        outcome->report = noise(outcome->report);
+    EXPECT_EQ(told(read.request, plain), expected);
+}
+
 TEST(Noise, InPlaceOfTheReportChangesNoResult) {
     set_data_folder(TARVANE_DATA_DIR);
     std::map<std::string_view, int> kinds;
     for (const char* folder : {"tests/golden", "examples"}) {
         for (const auto& entry : fs::directory_iterator(fs::path(TARVANE_SOURCE_DIR) / folder)) {
             if (entry.path().extension() != ".toml") continue;
+            SCOPED_TRACE(entry.path());
             std::ifstream file(entry.path(), std::ios::binary);
             std::ostringstream bytes;
             bytes << file.rdbuf();
-            const ReadResult read = read_input(bytes.str());
-            ASSERT_TRUE(read.faults.empty()) << entry.path();
-            for (const auto& element : read.request.elements)
-                ++kinds[element->kind->table];
-
-            noisy = false;
-            const Calculation plain = calculate(read.request);
-            const std::string expected = told(read.request, plain), report = reports_of(plain);
-            noisy = true;
-            const Calculation calculation = calculate(read.request);
-            noisy = false;
-            EXPECT_NE(reports_of(calculation), report) << entry.path();
-            EXPECT_EQ(reports_of(calculation).size(), report.size()) << entry.path();
-            EXPECT_EQ(told(read.request, calculation), expected) << entry.path();
-            for (const auto& outcome : plain.outcomes)
-                outcome->report = noise(outcome->report);
-            EXPECT_EQ(told(read.request, plain), expected) << entry.path();
+            expect_same_with_noise(bytes.str(), kinds);
         }
     }
-    EXPECT_EQ(kinds.size(), element_kinds().size()) << "each kind has an input";
     EXPECT_GT(kinds["flange"], 60);
+    for (const std::string_view table : tables_with_tests()) {
+        SCOPED_TRACE(table);
+        const std::string& example = tests_of(table)->example;
+        if (!example.empty()) expect_same_with_noise(example, kinds);
+    }
+    for (const ElementKind* kind : element_kinds())
+        EXPECT_GT(kinds[kind->table], 0) << "no input with a [[" << kind->table << "]]";
 }
 
 } // namespace

@@ -1,7 +1,9 @@
 """Random inputs of each kind of component, in US and SI units: the results through TOML, JSON and Python are the same,
 and have the bits that the engine's own C surface gives without the vessel library.
 
-    ways_test.py LIBRARY ENGINE_LIBRARY PROGRAM SOURCE
+    ways_test.py LIBRARY ENGINE_LIBRARY PROGRAM KIND_CALLS SOURCE [KIND...]
+
+Inputs and calls of a kind are here, or in its file in tests/kinds, of which KIND_CALLS is the program.
 """
 
 import ctypes
@@ -71,7 +73,12 @@ KINDS = {
 KIND = {key: kind for kind, keys in KINDS.items() for key in keys}
 
 
+QUANTITIES = {}  # by kind and key, of the kinds of tests/kinds
+
+
 def quantity(component, key):
+    if component in QUANTITIES:
+        return QUANTITIES[component][key]
     return None if (component, key) == ("shell", "C") else KIND.get(key)  # the factor of a flat head
 
 
@@ -108,9 +115,9 @@ class Values(dict):
 
 
 def engine_values(kind, given, units):
-    v = Values(DEFAULTS[kind])
+    v = Values(DEFAULTS.get(kind, {}))
     for key, value in given.items():
-        choices = CHOICES.get(f"{kind}.{key}", CHOICES.get(key))
+        choices = None if kind in QUANTITIES else CHOICES.get(f"{kind}.{key}", CHOICES.get(key))
         if choices and isinstance(value, str):
             v[key] = choices.index(value)
         elif isinstance(value, str):
@@ -392,26 +399,62 @@ def differences(kind, found, results, quantities, units):
     return wrong
 
 
+class KindCalls:
+    """Random inputs and the engine's own calls of a kind by the program of tests/kinds."""
+
+    def __init__(self, program, kind):
+        drawn = subprocess.run([program, kind, str(2 * COUNT)], capture_output=True, check=True, text=True).stdout
+        self.inputs = [json.loads(line) for line in drawn.splitlines()]
+        self.calls = subprocess.Popen([program, kind], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+
+    def random(self, _):
+        return self.inputs.pop()
+
+    def results(self, _engine, v, _units, _number):
+        given = (f"{key}={value if isinstance(value, str) else format(value, '.9g')}" for key, value in v.items())
+        print("\t".join(given), file=self.calls.stdin, flush=True)
+        found = (pair.split("=") for pair in self.calls.stdout.readline().rstrip("\n").split("\t"))
+        return {name: float(value) if value else None for name, value in found}, None
+
+    def end(self):
+        self.calls.stdin.close()
+        assert self.calls.wait() == 0
+        self.calls.stdout.close()
+
+
 def lines_of(records):
     return [line[1:101].rstrip() for line in records.decode("latin-1").split("\n")]
 
 
 class Comparison:
-    def __init__(self, library, engine, program, source):
+    def __init__(self, library, engine, program, kind_calls, source):
         self.json, self.program = Json(library), program
         self.vessel = tarvane.Vessel(library)
         self.engine = engine_calls.Engine(engine, Path(source) / "include" / "tarvane")
+        kinds = self.vessel.schema("keys")["kinds"]
+        self.kinds = [kind["name"] for kind in kinds]
         self.quantities = {
-            kind["name"]: {result["name"]: result["quantity"] for result in kind["results"]}
-            for kind in self.vessel.schema("keys")["kinds"]
+            kind["name"]: {result["name"]: result["quantity"] for result in kind["results"]} for kind in kinds
         }
         self.choices = {
             (kind["name"], result["name"]): {choice["number"]: choice["name"] for choice in result["choices"]}
-            for kind in self.vessel.schema("keys")["kinds"]
+            for kind in kinds
             for result in kind["results"]
             if "choices" in result
         }
-        self.faults, self.compared = [], 0
+        self.faults, self.compared, self.calls = [], 0, []
+        for table in subprocess.run([kind_calls], capture_output=True, check=True, text=True).stdout.split():
+            own = next(kind for kind in kinds if kind["name"] == table)
+            QUANTITIES[table] = {key["name"]: key["quantity"] for key in own["keys"]}
+            self.calls.append(KindCalls(kind_calls, table))
+            RANDOM[table], RESULTS[table] = self.calls[-1].random, self.calls[-1].results
+        for kind in self.kinds:
+            if kind not in RESULTS:
+                self.faults.append(f"{kind}: no calls of the engine, neither here nor in tests/kinds/{kind}_test.cpp")
+
+    def end(self):
+        for calls in self.calls:
+            calls.end()
 
     def batch(self, random_numbers, kind, units):
         """Components that can be calculated, with their results by the three ways."""
@@ -479,10 +522,10 @@ class Comparison:
                 self.faults.append(f"flange, {units.name}, {given}: another report by the program")
 
     def plant(self, kind, components, results):
-        """A thickness off by a millionth must be noticed."""
-        key = "tg" if kind == "mdmt" else "t"
+        """Dimensions off by a millionth must be noticed."""
         for place, (given, result) in enumerate(zip(components, results), 1):
-            nudged = {**given, key: given[key] * (1 + 2**-20)}
+            nudged = {key: value * (1 + 2**-20) if quantity(kind, key) == "thickness" else value
+                      for key, value in given.items()}
             if self.compare(kind, nudged, US, place, result):
                 break
         else:
@@ -490,14 +533,15 @@ class Comparison:
 
 
 if __name__ == "__main__":
-    sys.path[:0] = [str(Path(sys.argv[4]) / "python"), str(Path(__file__).parent)]
+    sys.path[:0] = [str(Path(sys.argv[5]) / "python"), str(Path(__file__).parent)]
     sys.dont_write_bytecode = True
     import engine_calls
     import tarvane
     from engine_calls import NO_VALUE
 
-    comparison = Comparison(*sys.argv[1:5])
-    for component_kind in sys.argv[5:] or RANDOM:
+    comparison = Comparison(*sys.argv[1:6])
+    for component_kind in sys.argv[6:] or filter(RESULTS.get, comparison.kinds):
         comparison.run(component_kind)
+    comparison.end()
     print("\n".join(comparison.faults[:20]))
     sys.exit(bool(comparison.faults) or comparison.compared == 0)
