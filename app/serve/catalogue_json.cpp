@@ -223,7 +223,7 @@ std::vector<Row> bolt_rows(const CatalogueQuery& query, const UnitSystem& units)
 } // namespace
 
 std::string catalogue_json(std::string_view name, const CatalogueQuery& query) {
-    const EngineTurn turn{DataFolder(data_folder())};
+    const EngineTurn turn;
     const UnitSystem units = folded(query.units) == "si" ? si_units() : us_units();
     std::vector<Row> rows;
     if (name == "materials")

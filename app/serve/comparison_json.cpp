@@ -102,7 +102,7 @@ class ComparisonWriter {
     std::string write(const std::string& before, const std::string& after) {
         json.begin_object();
         try {
-            const EngineTurn turn{DataFolder(data_folder())};
+            const EngineTurn turn;
             write_results(compare(read_stored("file", calculated_json("the file", before)),
                                   read_stored("page", calculated_json("the page", after)), 0.0));
         } catch (const std::exception& problem) {

@@ -349,7 +349,7 @@ class ResultWriter {
 
 std::string result_json_of(const std::string& toml, const std::string& component,
                            RatingMemory& memory) {
-    const EngineTurn turn{DataFolder(data_folder())};
+    const EngineTurn turn;
     Outcome reading; // of what the engine is asked as the text is read
     ReadResult input;
     {

@@ -341,7 +341,7 @@ Reply Routes::download(std::string_view form, OpenDocument& document) {
     if (form == "toml") return file("application/toml", document.text());
     if (form != "html" && form != "pdf" && form != "json" && form != "csv")
         throw RequestRefused(NOT_FOUND, "there is no such download");
-    const EngineTurn turn{DataFolder(data_folder())};
+    const EngineTurn turn;
     Made made;
     calculate_whole(document.text(), made);
     DocumentFacts facts = facts_of(name, document.text());

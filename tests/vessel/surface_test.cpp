@@ -59,25 +59,6 @@ TEST(Open, GivesAHandleWithoutData) {
     EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_NO_DATA);
 }
 
-class Folder {
-  public:
-    explicit Folder(const std::string& name)
-        : path(std::filesystem::temp_directory_path() /
-               (name + '_' + std::to_string(reinterpret_cast<std::uintptr_t>(this)))) {
-        std::filesystem::create_directories(path);
-        for (const auto& entry : std::filesystem::directory_iterator(TARVANE_DATA_DIR)) {
-            const std::string extension = entry.path().extension().string();
-            if (extension == ".txt" || extension == ".TXT" || extension == ".BIN")
-                std::filesystem::copy(entry.path(), path / entry.path().filename());
-        }
-    }
-    ~Folder() { std::filesystem::remove_all(path); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::filesystem::path path;
-};
-
 TEST(Open, NamesEveryMissingFileAndCalculatesWithoutIt) {
     const Folder folder("tarvane_missing");
     std::filesystem::remove(folder.path / "ExtChartData.txt");
@@ -166,23 +147,12 @@ TEST(Calculate, TellsWhatWasTakenAndFromWhere) {
 
 // Data files that a user made have his edition.
 TEST(Calculate, NamesTheEditionOfDataFilesOfTheUser) {
-    namespace fs = std::filesystem;
-    const fs::path folder = fs::path(testing::TempDir()) / "tarvane_own_data";
-    fs::remove_all(folder);
-    fs::create_directories(folder);
-    for (const fs::directory_entry& entry : fs::directory_iterator(TARVANE_DATA_DIR))
-        if (entry.path().extension() == ".txt" || entry.path().extension() == ".TXT" ||
-            entry.path().extension() == ".BIN")
-            fs::copy(entry.path(), folder / entry.path().filename());
-    std::ofstream(folder / "data_edition.txt") << "Invented tables, edition 2\n";
-    {
-        const Handle handle(folder.string());
-        const Answer answer = handle.calculate(request_of(flange_json()));
-        ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
-        EXPECT_EQ(text_at(answer.result, "data_edition"), "Invented tables, edition 2");
-    }
-    const Handle shipped; // the folder of the other tests again
-    fs::remove_all(folder);
+    const Folder folder("tarvane_own_data");
+    std::ofstream(folder.path / "data_edition.txt") << "Invented tables, edition 2\n";
+    const Handle handle(folder.path.string());
+    const Answer answer = handle.calculate(request_of(flange_json()));
+    ASSERT_EQ(answer.status, TARVANE_OK) << text_at(answer.error, "[0].reason");
+    EXPECT_EQ(text_at(answer.result, "data_edition"), "Invented tables, edition 2");
 }
 
 const Value* row_of(const Value& checks, std::string_view id) {
@@ -451,59 +421,6 @@ TEST(Stopped, IsAStatusWithTheCode) {
     EXPECT_EQ(text_at(answer.error, "[0].reason").find("the engine stopped with code 25"), 0u);
     EXPECT_EQ(text_at(answer.error, "[0].value"), "25");
     EXPECT_EQ(handle.calculate(request_of(flange_json())).status, TARVANE_OK);
-}
-
-// ---- threads -------------------------------------------------------------------------------------------------
-
-TEST(Threads, WithHandlesOfTheirOwnFindTheSameAsOne) {
-    constexpr int THREADS = 4, CALLS = 5;
-    const Handle one;
-    std::vector<std::string> requests, wanted;
-    for (int i = 0; i < THREADS; ++i) {
-        requests.push_back(
-            request_of(flange_json(R"(, "ci": 0.0)" + std::to_string(i)),
-                       i % 2 == 0 ? R"("units": "US", )" : R"("decimal_comma": true, )"));
-        wanted.push_back(one.calculate(requests.back(), TARVANE_WANT_REPORT).text);
-    }
-    int differences[THREADS] = {};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < THREADS; ++i) {
-        threads.emplace_back([&, i] {
-            const auto place = static_cast<std::size_t>(i);
-            for (int call = 0; call < CALLS; ++call) {
-                const Handle own;
-                differences[i] +=
-                    own.calculate(requests[place], TARVANE_WANT_REPORT).text != wanted[place];
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    for (const int count : differences)
-        EXPECT_EQ(count, 0);
-}
-
-TEST(Threads, MayShareAHandle) {
-    const Handle shared;
-    const std::string sound = request_of(flange_json()), faulty = "{}";
-    const std::string wanted = shared.calculate(sound).text;
-    std::vector<std::thread> threads;
-    int wrong[4] = {};
-    for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&, i] {
-            for (int call = 0; call < 10; ++call) {
-                const char* result = nullptr;
-                const std::int32_t status = tarvane_calculate(
-                    shared.get(), i % 2 == 0 ? sound.c_str() : faulty.c_str(), 1, &result);
-                wrong[i] += status != (i % 2 == 0 ? TARVANE_OK : TARVANE_FAULTY);
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    for (const int count : wrong)
-        EXPECT_EQ(count, 0);
-    EXPECT_EQ(shared.calculate(sound).text, wanted);
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -56,6 +58,26 @@ inline Value parsed(const char* json) {
     EXPECT_TRUE(tree.has_value()) << faults.front().message << ": " << json;
     return tree.value_or(Value());
 }
+
+// A folder of its own with the data files.
+class Folder {
+  public:
+    explicit Folder(const std::string& name)
+        : path(std::filesystem::temp_directory_path() /
+               (name + '_' + std::to_string(reinterpret_cast<std::uintptr_t>(this)))) {
+        std::filesystem::create_directories(path);
+        for (const auto& entry : std::filesystem::directory_iterator(TARVANE_DATA_DIR)) {
+            const std::string extension = entry.path().extension().string();
+            if (extension == ".txt" || extension == ".TXT" || extension == ".BIN")
+                std::filesystem::copy(entry.path(), path / entry.path().filename());
+        }
+    }
+    ~Folder() { std::filesystem::remove_all(path); }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    std::filesystem::path path;
+};
 
 struct Answer {
     std::int32_t status = -1;

@@ -15,8 +15,14 @@ namespace tarvane::vessel {
 
 namespace {
 
-// The folder given to the engine, which has one for the whole process.
+// The folder given to the engine, which has one for the whole process and does not say which; guarded as it is.
 std::optional<DataFolder> given;
+
+void give(const DataFolder& folder) {
+    const std::string& path = folder.path;
+    SET_SYSTEM_DIR(path.data(), static_cast<std::int32_t>(path.size()));
+    SET_MODULE_DIR(path.data(), static_cast<std::int32_t>(path.size()));
+}
 
 } // namespace
 
@@ -35,12 +41,20 @@ void set_data_folder(const DataFolder& folder) {
     if (!std::filesystem::is_directory(path_of(path), ignored))
         throw std::runtime_error("there is no data folder " + path + " (" + folder.how + ')');
     given = folder;
-    SET_SYSTEM_DIR(path.data(), static_cast<std::int32_t>(path.size()));
-    SET_MODULE_DIR(path.data(), static_cast<std::int32_t>(path.size()));
+    give(folder);
 }
 
 void set_data_folder(const std::string& folder, std::string_view by) {
     set_data_folder(find_data_folder(folder, by));
+}
+
+DataFolderInUse::DataFolderInUse(const DataFolder& folder) : before(given) {
+    set_data_folder(folder);
+}
+
+DataFolderInUse::~DataFolderInUse() {
+    given.swap(before);
+    if (given) give(*given);
 }
 
 const DataFolder& data_folder() {

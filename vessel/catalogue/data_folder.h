@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,14 +16,31 @@ namespace tarvane::vessel {
 inline constexpr std::size_t LONGEST_DATA_FOLDER = 234;
 inline constexpr std::size_t LARGEST_DATA_FILE = 64 * 1024 * 1024;
 
+struct KnownSources;
+std::shared_ptr<KnownSources> no_sources_yet();
+
 struct DataFolder {
     std::string path;
     std::string how; // it was found: "named by --data", "found beside the library"
+    // What was read of the sources of its figures, for all copies.
+    std::shared_ptr<KnownSources> sources = no_sources_yet();
 };
 // Gives the engine a folder. Throws std::runtime_error for one that is not there or whose path is too long.
 void set_data_folder(const DataFolder& folder);
 // The folder that `by`, a call or an option, names; without one the folder that is found.
 void set_data_folder(const std::string& folder, std::string_view by = "the call");
+// The same for as long as it lives; then the engine has again the folder that was set before, and where none was,
+// the one that is found.
+class DataFolderInUse {
+  public:
+    explicit DataFolderInUse(const DataFolder& folder);
+    ~DataFolderInUse();
+    DataFolderInUse(const DataFolderInUse&) = delete;
+    DataFolderInUse& operator=(const DataFolderInUse&) = delete;
+
+  private:
+    std::optional<DataFolder> before;
+};
 // The folder that was set, else the one that is found.
 const DataFolder& data_folder();
 // Where the engine looks for a data file.

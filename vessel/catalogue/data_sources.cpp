@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <mutex>
 #include <stdexcept>
 
 namespace tarvane::vessel {
@@ -75,22 +74,21 @@ const ItemSource* DataSources::of(std::string_view file, std::string_view item) 
     return nullptr;
 }
 
+struct KnownSources {
+    std::filesystem::file_time_type written;
+    std::shared_ptr<const DataSources> read;
+};
+
+std::shared_ptr<KnownSources> no_sources_yet() { return std::make_shared<KnownSources>(); }
+
 std::shared_ptr<const DataSources> data_sources() {
-    namespace fs = std::filesystem;
-    struct Known {
-        std::string path;
-        fs::file_time_type written;
-        std::shared_ptr<const DataSources> sources;
-    };
-    static std::mutex guard;
-    static Known known;
-    const std::string path = data_file_path(SOURCES_FILE);
     std::error_code none;
-    const fs::file_time_type written = fs::last_write_time(path, none);
-    const std::lock_guard lock(guard);
-    if (!known.sources || known.path != path || known.written != written)
-        known = {path, written, std::make_shared<const DataSources>()};
-    return known.sources;
+    const auto written =
+        std::filesystem::last_write_time(path_of(data_file_path(SOURCES_FILE)), none);
+    KnownSources& known = *data_folder().sources;
+    if (!known.read || known.written != written)
+        known = {written, std::make_shared<const DataSources>()};
+    return known.read;
 }
 
 std::string edition_line() {

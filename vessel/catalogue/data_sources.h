@@ -40,7 +40,7 @@ class DataSources {
 // What they say of the figures of a record; those of an earlier version say only whether they are approximate.
 ItemSource source_of(const Material& material, const DataSources& sources);
 
-// Those of the data folder, read again only when the file has changed.
+// Those of the data folder, which keeps them; read again only when the file has changed.
 std::shared_ptr<const DataSources> data_sources();
 
 // "Licensed tables of 2025" where a user made the data files of the folder; empty for those that are shipped.

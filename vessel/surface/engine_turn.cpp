@@ -13,10 +13,14 @@ std::mutex& the_engine() {
 
 } // namespace
 
-EngineTurn::EngineTurn(const DataFolder& data_folder) : lock(the_engine()) {
+EngineTurn::EngineTurn() : EngineTurn(nullptr) {}
+
+EngineTurn::EngineTurn(const DataFolder& data_folder) : EngineTurn(&data_folder) {}
+
+EngineTurn::EngineTurn(const DataFolder* named) : lock(the_engine()) {
     RESET_ENGINE(); // a state left by others would affect how a request is read
     try {
-        set_data_folder(data_folder);
+        folder.emplace(named != nullptr ? *named : data_folder());
     } catch (const std::runtime_error& problem) {
         throw NoData(problem.what());
     }

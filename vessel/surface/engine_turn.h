@@ -4,6 +4,7 @@
 #include "catalogue/data_folder.h"
 
 #include <mutex>
+#include <optional>
 #include <stdexcept>
 
 namespace tarvane::vessel {
@@ -17,9 +18,13 @@ struct NoData : std::runtime_error {
 class EngineTurn {
   public:
     explicit EngineTurn(const DataFolder& data_folder);
+    EngineTurn(); // with the folder of the process, data_folder()
 
   private:
+    explicit EngineTurn(const DataFolder* named);
+
     std::lock_guard<std::mutex> lock;
+    std::optional<DataFolderInUse> folder; // let go before the lock
 };
 
 } // namespace tarvane::vessel
