@@ -136,7 +136,7 @@ std::string summary_json(const std::vector<Row>& rows, const Conditions& conditi
     return json.end_list().end_object().take() + '\n';
 }
 
-std::string summary_table(std::vector<Row> rows, std::size_t most) {
+std::string summary_table(const std::vector<Row>& rows, std::size_t most) {
     if (most == 0) most = rows.size();
     std::vector<const Row*> calculated, others_of_all;
     for (const Row& row : rows)

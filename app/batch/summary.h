@@ -32,6 +32,6 @@ std::string summary_json(const std::vector<Row>& rows, const Conditions& conditi
                          std::size_t missing);
 
 // The worst ratio first, then what was not calculated, then the counts. At most `most` items of each; all with 0.
-std::string summary_table(std::vector<Row> rows, std::size_t most);
+std::string summary_table(const std::vector<Row>& rows, std::size_t most);
 
 } // namespace tarvane::app

@@ -120,7 +120,7 @@ class OutputFiles {
         if (options.html.empty() && options.pdf.empty()) return;
         attempt([this] {
             const std::string html = html_of(make_document(request, c, facts, options.detail));
-            write_file(options.html, [&] { return html; });
+            write_file(options.html, [&html]() -> const std::string& { return html; });
             write_file(options.pdf, [&] {
                 Pdf pdf = pdf_of(html, options.pdf_ua);
                 tell(pdf.said);

@@ -126,7 +126,7 @@ std::optional<std::string> about_value(std::string_view value) {
 Fault syntax_fault(std::string_view file, int number, std::string_view description) {
     std::string parser(description);
     std::replace(parser.begin(), parser.end(), '\n', ' ');
-    const Fault plain{number, "", parser};
+    Fault plain{number, "", parser};
 
     const std::string_view text = line_of(file, number);
     const Line line = split(text);

@@ -182,6 +182,7 @@ Ended run_weasyprint(const fs::path& program, const std::vector<std::string>& op
     command.insert(command.end(), options.begin(), options.end());
     command.insert(command.end(), {"--encoding", "utf-8", "-", "-"});
     std::vector<char*> argv;
+    argv.reserve(command.size() + 1);
     for (std::string& word : command)
         argv.push_back(word.data());
     argv.push_back(nullptr);

@@ -116,7 +116,7 @@ Reader::Written Reader::find_own(const Table& table, const KeyTable& keys, const
             continue;
         }
         faults.add(value->at, name, "given as " + found.name + ", too; one of them is expected");
-        faults.list().back().path = path + '.' + name;
+        faults.list().back().path = (path + '.').append(name);
         faults.list().back().value = value->shown();
     }
     return found;

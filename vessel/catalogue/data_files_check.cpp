@@ -112,8 +112,7 @@ Fault check_bolts(std::string_view text) {
     constexpr std::size_t WIDTH = 100, FILE_LINES = 225;
     Lines lines = lines_of(text, WIDTH);
     lines.resize(std::min(lines.size(), FILE_LINES));
-    if (const Fault fault = check_rows(lines, {8, true}, "the 8 figures of a bolt size"))
-        return fault;
+    if (Fault fault = check_rows(lines, {8, true}, "the 8 figures of a bolt size")) return fault;
     bool first = true; // of a section: its units
     for (std::size_t i = 0; i < lines.size() && !holds(lines[i], "[END]"); ++i) {
         if (lines[i].empty() || holds(lines[i], ";")) continue;

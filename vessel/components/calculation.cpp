@@ -82,11 +82,11 @@ std::string approximate_lines(const Request& request, const std::vector<Calculat
     for (const auto& [file, items] : data_used(request)) {
         std::string list;
         for (const auto& [item, approximate] : items) {
-            if (approximate) list += (list.empty() ? "" : "; ") + item;
+            if (approximate) list.append(list.empty() ? "" : "; ").append(item);
         }
         if (list.empty()) continue;
-        lines += "\nApproximate figures of " + file + " were used (" + list +
-                 "): replace the file by one made from a licensed copy of the standard.\n";
+        lines.append("\nApproximate figures of ").append(file).append(" were used (").append(list);
+        lines += "): replace the file by one made from a licensed copy of the standard.\n";
     }
     std::string list;
     for (const auto& [item, source] : own_figures(calculated))

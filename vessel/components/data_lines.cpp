@@ -41,12 +41,13 @@ std::string data_lines(const Request& request, const std::vector<Calculated>& ca
     for (const UsedFile& file : used_files(request)) {
         std::string list;
         for (const UsedItem& item : file.items)
-            if (item.source) list += "  " + item.name + ": " + item.source->text() + '\n';
+            if (item.source)
+                list.append("  ").append(item.name).append(": ").append(item.source->text() + '\n');
         if (!list.empty()) lines += "\nFigures of " + file.name + ":\n" + list;
     }
     std::string list;
     for (const auto& [item, source] : own_figures(calculated))
-        list += "  " + item + ": approximate: " + source + '\n';
+        list.append("  ").append(item).append(": approximate: ").append(source) += '\n';
     if (!list.empty()) lines += "\nFigures of the program:\n" + list;
     return lines;
 }

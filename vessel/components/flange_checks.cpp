@@ -259,7 +259,7 @@ std::string hub_step(const FlangeInput& flange, float hub_mawp, const UnitSystem
     const bool division_1 = flange.code() == TARVANE_ASME_VIII_1;
     const float P = division_1 ? S * E * t / (R + 0.6f * t) : S * E * std::log((t + R) / R);
     const std::string factor = number_text(0.6f, 1, units) + '*';
-    const std::string letters = division_1 ? "S*E*t/(R + " + factor + "t)" : "S*E*ln((R + t)/R)";
+    std::string letters = division_1 ? "S*E*t/(R + " + factor + "t)" : "S*E*ln((R + t)/R)";
     const bool one_system = units.factor(Quantity::stress) == units.factor(Quantity::pressure) &&
                             units.factor(Quantity::thickness) == units.factor(Quantity::diameter);
     if (!one_system || !(std::fabs(P - hub_mawp) <= 1.0e-4f * hub_mawp)) return letters;

@@ -204,7 +204,7 @@ StoredResult stored_result(std::string name, const StoredMembers& result) {
 
 } // namespace
 
-StoredResult read_stored(std::string name, std::string_view json) {
+StoredResult read_stored(const std::string& name, std::string_view json) {
     Faults faults;
     const std::optional<Value> tree = read_json(json, faults);
     if (!tree) throw std::runtime_error(name + ": " + faults.front().message);

@@ -57,6 +57,6 @@ struct StoredResult {
 };
 
 // Throws std::runtime_error for what is no such result, and for one that was made without results and checks.
-StoredResult read_stored(std::string name, std::string_view json);
+StoredResult read_stored(const std::string& name, std::string_view json);
 
 } // namespace tarvane::vessel

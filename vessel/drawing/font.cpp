@@ -85,7 +85,9 @@ std::vector<std::string> fitted_lines(std::string_view utf8, double size, double
     std::vector<std::string> lines(1);
     for (std::string& word : unbroken_words(utf8)) {
         std::string& line = lines.back();
-        std::string longer = line.empty() ? word : line + ' ' + word;
+        std::string longer = line;
+        if (!line.empty()) longer += ' ';
+        longer += word;
         if (line.empty() || text_width(longer, size) <= width)
             line = std::move(longer);
         else

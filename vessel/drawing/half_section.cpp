@@ -58,6 +58,7 @@ std::vector<std::vector<Corner>> HalfSection::pieces(const std::vector<Corner>& 
 void HalfSection::part(const std::vector<Corner>& corners, bool rising,
                        const std::vector<std::pair<Corner, Corner>>& holes) {
     std::vector<Points> left_out;
+    left_out.reserve(holes.size());
     for (const auto& [a, b] : holes)
         left_out.push_back({at(a.r, a.z), at(b.r, a.z), at(b.r, b.z), at(a.r, b.z)});
     for (const auto& piece : pieces(corners)) {

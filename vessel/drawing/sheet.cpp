@@ -267,7 +267,7 @@ std::string Sheet::svg(double width, double height, std::string_view alt) const 
             add(drawn, look(stroke.pen), path(stroke.points));
     for (const Paths& paths : {filled, drawn})
         for (const auto& [look, d] : paths)
-            out += "<path " + look + " d=\"" + d + "\"/>\n";
+            out.append("<path ").append(look).append(" d=\"").append(d).append("\"/>\n");
 
     for (const Text& label : labels) {
         out += "<text x=\"" + number(label.at.x) + "\" y=\"" + number(label.at.y) +

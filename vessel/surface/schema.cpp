@@ -457,6 +457,7 @@ std::string result_schema() {
     Properties row;
     std::vector<std::string_view> rows;
     const std::vector<ResultField> fields = summary_fields();
+    rows.reserve(fields.size());
     for (const ResultField& field : fields)
         rows.push_back(field.name);
     row.put("name", object_of({{"enum", texts(rows)}}));
