@@ -414,7 +414,7 @@ class KindCalls:
         given = (f"{key}={value if isinstance(value, str) else format(value, '.9g')}" for key, value in v.items())
         print("\t".join(given), file=self.calls.stdin, flush=True)
         found = (pair.split("=") for pair in self.calls.stdout.readline().rstrip("\n").split("\t"))
-        return {name: float(value) if value else None for name, value in found}, None
+        return {name: single(float(value)) if value else None for name, value in found}, None
 
     def end(self):
         self.calls.stdin.close()
