@@ -1,4 +1,4 @@
-// The kinds of element tables. A new kind is one line here.
+// The kinds of element tables. A new kind is named here; one in a single source is declared here, too.
 #include "components/element.h"
 #include "components/external_input.h"
 #include "components/flange_input.h"
@@ -7,9 +7,12 @@
 
 namespace tarvane::vessel {
 
+extern const ElementKind COMPRESSION_KIND;
+
 namespace {
 
-constexpr const ElementKind* KINDS[] = {&FLANGE_KIND, &SHELL_KIND, &EXTERNAL_KIND, &MDMT_KIND};
+constexpr const ElementKind* KINDS[] = {&FLANGE_KIND, &SHELL_KIND, &EXTERNAL_KIND,
+                                        &COMPRESSION_KIND, &MDMT_KIND};
 
 } // namespace
 
