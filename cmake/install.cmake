@@ -63,6 +63,7 @@ if(NOT WIN32) # where no folder is all programs' own; there the package comes by
             FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN "__pycache__" EXCLUDE)
 endif()
 install(FILES README.md LICENSE CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)
+install(FILES vessel/drawing/font/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents RENAME LICENSE.font)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents FILES_MATCHING PATTERN "*.md"
     PATTERN "*.toml" PATTERN site EXCLUDE)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documents)

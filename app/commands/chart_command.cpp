@@ -167,7 +167,8 @@ Status show_chart(const ChartOptions& options, std::ostream& out, std::ostream& 
     Status status = Status::fine;
     if (!options.svg.empty()) {
         try {
-            write_whole(options.svg, chart_svg(*name, temperature, yield, options.A, units));
+            write_whole(options.svg, chart_svg(*name, temperature, yield, options.A, units, false,
+                                               DrawnFor::file));
         } catch (const std::runtime_error& problem) {
             status = refuse(problem.what());
         }

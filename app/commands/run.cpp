@@ -137,7 +137,7 @@ class OutputFiles {
             if (!point) continue;
             write_file(chart_file(options.charts, element), [&] {
                 return chart_svg(point->chart, point->temperature, point->yield, point->A,
-                                 request.units, request.units.decimal_comma);
+                                 request.units, request.units.decimal_comma, DrawnFor::file);
             });
         }
     }

@@ -11,7 +11,8 @@ std::string_view type_of(std::string_view name) {
         {".html", "text/html; charset=utf-8"},
         {".css", "text/css; charset=utf-8"},
         {".js", "text/javascript; charset=utf-8"},
-        {".svg", "image/svg+xml"}};
+        {".svg", "image/svg+xml"},
+        {".ttf", "font/ttf"}};
     for (const auto& [ending, type] : TYPES) {
         if (name.ends_with(ending)) return type;
     }

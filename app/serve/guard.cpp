@@ -176,7 +176,8 @@ std::optional<Guard::Refusal> Guard::refusal(const RequestHead& head, bool asset
 std::vector<std::pair<std::string, std::string>> security_headers() {
     return {{"Content-Security-Policy",
              "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
-             "connect-src 'self'; form-action 'none'; frame-ancestors 'none'; base-uri 'none'"},
+             "font-src 'self'; connect-src 'self'; form-action 'none'; frame-ancestors 'none'; "
+             "base-uri 'none'"},
             {"X-Content-Type-Options", "nosniff"},
             {"X-Frame-Options", "DENY"},
             {"Referrer-Policy", "no-referrer"},

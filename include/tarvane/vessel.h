@@ -138,7 +138,8 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 **     messages  of the engine; some belong to the report and are missing without it
 **     notes     on what was taken, and reasons of the verdict
 **     report    lines: text, and the six style marks
-**     drawings  name and SVG: "section", to scale; "chart", of external pressure with its point
+**     drawings  name and SVG: "section", to scale; "chart", of external pressure with its point. The font that
+**               they name is not in them; without it each text is fitted into its length
 **   drawings    the vessel from outside, "outline"; only where two components or more have an elevation
 */
 TARVANE_VESSEL_API int32_t tarvane_calculate(TARVANE_VESSEL* vessel, const char* request,

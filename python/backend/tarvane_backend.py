@@ -91,6 +91,7 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     tag = f"py3-none-{re.sub('[-.]', '_', platform())}"
     info = f"tarvane-{version()}.dist-info"
     files[f"{info}/LICENSE"] = (SOURCE / "LICENSE").read_bytes()
+    files[f"{info}/LICENSE.font"] = (SOURCE / "vessel" / "drawing" / "font" / "LICENSE").read_bytes()
     files[f"{info}/METADATA"] = metadata().encode("utf-8")
     files[f"{info}/WHEEL"] = f"Wheel-Version: 1.0\nGenerator: tarvane\nRoot-Is-Purelib: false\nTag: {tag}\n".encode()
     digests = {name: base64.urlsafe_b64encode(hashlib.sha256(data).digest()).decode().rstrip("=")

@@ -543,6 +543,21 @@ TEST(Document, WordForADrawingGivesWayToTheDrawing) {
     EXPECT_TRUE(has(page, "role=\"img\" aria-label=\""));
 }
 
+TEST(Document, HasTheFontOfDrawingsOnceWhereItHasOne) {
+    const auto fonts = [](const std::string& page) {
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = page.find("@font-face", at)) != std::string::npos; ++at)
+            ++count;
+        return count;
+    };
+    const Made made(std::string(FLANGE_TOML) + SHELL);
+    EXPECT_EQ(fonts(html_of(made.document(Detail::checks))), 1U);
+    EXPECT_EQ(fonts(html_of(made.document(Detail::summary))), 0U);
+    const std::string page = html_of(made.document(Detail::checks));
+    EXPECT_LT(page.find("src: url(data:font/ttf;base64,AAEAAAA"), page.find("</style>"));
+    EXPECT_TRUE(has(page, "<g font-family=\"Tarvane Drawing, DejaVu Sans"));
+}
+
 // What a drawing of its own has in its frame is in the caption here, once; no line ends within an equation of it.
 TEST(Document, CaptionHasTheWordsOfTheFrame) {
     const CalculationDocument document = Made(FLANGE_TOML).document();

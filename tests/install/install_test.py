@@ -90,6 +90,7 @@ class Tree(unittest.TestCase):
         self.assertEqual({file.name for file in DATA.iterdir()}, built)
         self.assertTrue((DOC / "host-guide.md").is_file())
         self.assertTrue((DOC / "LICENSE").is_file())
+        self.assertIn("Bitstream Vera", (DOC / "LICENSE.font").read_text("utf-8"))
         self.assertFalse(list(PREFIX.rglob("__pycache__")))
 
     def test_programs_find_their_library_and_every_name_has_a_number_of_its_own(self):

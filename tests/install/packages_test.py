@@ -89,6 +89,13 @@ class Packages(unittest.TestCase):
             elif not is_program(path):  # those are stripped
                 self.assertTrue(filecmp.cmp(packed, path, shallow=False), file)
 
+    def test_each_package_has_the_licences_of_its_files(self):
+        for name, root in self.roots.items():
+            text = (root / f"usr/share/doc/{name}/copyright").read_text(encoding="utf-8")
+            self.assertTrue(text.startswith("MIT License"), name)
+            self.assertIn("tarvane-drawing.ttf", text)
+            self.assertIn("Bitstream Vera is\na trademark", text)
+
     def test_libraries_are_packages_by_the_number_of_their_surface(self):
         lib = f"usr/{BUILD['lib']}"
         for plain, package in LIBRARIES.items():

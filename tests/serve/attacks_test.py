@@ -172,6 +172,13 @@ class Refusals(unittest.TestCase):
             self.assertEqual(headers["Cache-Control"], "no-store")
             self.assertNotIn("Access-Control-Allow-Origin", headers)
 
+    def test_the_page_has_the_font_of_drawings_from_the_server_alone(self):
+        status, headers, body = self.server.ask("GET", "/tarvane-drawing.ttf")
+        self.assertEqual((status, headers["Content-Type"]), (200, "font/ttf"))
+        self.assertEqual(bytes(body[:4]), b"\0\1\0\0")
+        _, headers, _ = self.server.ask("GET", "/")
+        self.assertIn("; font-src 'self';", headers["Content-Security-Policy"])
+
     def test_a_foreign_host_is_refused_before_anything_else(self):
         port = self.server.port
         for host in (f"example.com:{port}", "127.0.0.1", f"127.0.0.1:{port + 1}", "", f"[::1]:{port}"):

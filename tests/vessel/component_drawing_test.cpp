@@ -126,6 +126,20 @@ TEST(ComponentDrawings, ListWhatTheyDoNotShow) {
     expect(of("blind_viii1"), "44 bolts \xC3\x98.75");
 }
 
+// A page and a document have the font themselves.
+TEST(ComponentDrawings, HaveTheirFontInAFileAlone) {
+    const Made run("/tests/golden/weld_neck_design.toml");
+    const auto has_font = [&](DrawnFor surroundings) {
+        const Calculated& one = run.done.calculated[0];
+        const auto figure =
+            component_drawing(*one.element, *one.outcome, run.read.request, surroundings);
+        return figure->svg.find("@font-face") != std::string::npos;
+    };
+    EXPECT_TRUE(has_font(DrawnFor::file));
+    EXPECT_FALSE(has_font(DrawnFor::page));
+    EXPECT_FALSE(has_font(DrawnFor::document));
+}
+
 // The words of the frame, each once: in it, or in the caption of a document, of which no strip is left.
 TEST(ComponentDrawings, LeaveTheirWordsToADocument) {
     const Made run("/examples/v101.toml");

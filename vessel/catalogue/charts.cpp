@@ -106,9 +106,10 @@ Figure chart_figure(const std::string& name, float temperature, float yield, std
 }
 
 std::string chart_svg(const std::string& name, float temperature, float yield,
-                      std::optional<float> A, const UnitSystem& units, bool decimal_comma) {
+                      std::optional<float> A, const UnitSystem& units, bool decimal_comma,
+                      DrawnFor surroundings) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" +
-           chart_figure(name, temperature, yield, A, units, decimal_comma, DrawnFor::file).svg;
+           chart_figure(name, temperature, yield, A, units, decimal_comma, surroundings).svg;
 }
 
 } // namespace tarvane::vessel

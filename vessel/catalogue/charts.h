@@ -41,9 +41,10 @@ bool needs_yield(std::string_view chart);
 // The chart as a drawing with the curve of a temperature (F) and a point of it.
 Figure chart_figure(const std::string& name, float temperature, float yield, std::optional<float> A,
                     const UnitSystem& units, bool decimal_comma, DrawnFor surroundings);
-// The same as a file of its own.
+// The same as a text of its own.
 std::string chart_svg(const std::string& name, float temperature, float yield,
-                      std::optional<float> A, const UnitSystem& units, bool decimal_comma = false);
+                      std::optional<float> A, const UnitSystem& units, bool decimal_comma,
+                      DrawnFor surroundings);
 
 // The charts that the chart file has.
 std::vector<std::string> chart_names();

@@ -312,6 +312,15 @@ class Writer {
         std::visit([this](const auto& each) { put(each); }, of);
     }
 
+    static bool has_drawing(const std::vector<DocumentSection>& sections) {
+        return std::any_of(sections.begin(), sections.end(), [](const DocumentSection& section) {
+            return has_drawing(section.sections) ||
+                   std::any_of(section.blocks.begin(), section.blocks.end(), [](const Block& each) {
+                       return std::holds_alternative<Drawing>(each);
+                   });
+        });
+    }
+
     // ---- head and front ----
 
     // Margins of a page do not have the font of its body. Each box costs a maker of PDF milliseconds a page: two are
@@ -360,6 +369,7 @@ class Writer {
         meta("dcterms.created", document.created);
         meta("dcterms.modified", document.created);
         out += "<style>\n";
+        if (has_drawing(document.sections)) out += font_face();
         paper();
         out += HTML_STYLE;
         out += "</style>\n</head>\n<body>\n";

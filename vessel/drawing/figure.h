@@ -6,8 +6,8 @@
 
 namespace tarvane::vessel {
 
-// What is around a drawing: nothing, as in a file of its own; a page that shows it and no more; a document, which has its
-// words in the caption.
+// What is around a drawing: nothing, as in a file of its own, which has the font in it; a page that shows it and no more;
+// a document, which has its words in the caption.
 enum class DrawnFor { file, page, document };
 
 struct Figure {

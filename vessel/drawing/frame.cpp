@@ -129,7 +129,7 @@ Drawn framed(Draft draft, DrawnFor surroundings) {
                   {edge, height - edge},
                   {edge, edge}},
                  OUTLINE);
-    figure.svg = sheet.svg(width, height, figure.alt);
+    figure.svg = sheet.svg(width, height, figure.alt, surroundings == DrawnFor::file);
     return {std::move(sheet), std::move(figure)};
 }
 

@@ -247,16 +247,17 @@ std::vector<Stroke> Sheet::hatching() const {
     return lines;
 }
 
-std::string Sheet::svg(double width, double height, std::string_view alt) const {
+std::string Sheet::svg(double width, double height, std::string_view alt, bool with_font) const {
     const std::string w = number(width), h = number(height);
     // A whole number: validators of HTML take no other.
     const auto pixels = [](double mm) { return std::to_string(std::lround(mm * 96 / 25.4)); };
-    std::string out = "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" +
-                      escaped(alt) + "\" width=\"" + pixels(width) + "\" height=\"" +
-                      pixels(height) + "\" style=\"width:" + w + "mm;height:" + h +
-                      "mm\" viewBox=\"0 0 " + w + ' ' + h + "\">\n<rect width=\"" + w +
-                      "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
-                      std::string(FONT_FAMILY) + "\" font-size=\"" + number(TEXT_SIZE) + "\">\n";
+    std::string out =
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" + escaped(alt) +
+        "\" width=\"" + pixels(width) + "\" height=\"" + pixels(height) + "\" style=\"width:" + w +
+        "mm;height:" + h + "mm\" viewBox=\"0 0 " + w + ' ' + h + "\">\n" +
+        (with_font ? "<style>" + font_face() + "</style>\n" : std::string()) + "<rect width=\"" +
+        w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
+        std::string(FONT_FAMILY) + "\" font-size=\"" + number(TEXT_SIZE) + "\">\n";
     // One path for what looks alike: readers of SVG take their time for each.
     Paths filled;
     for (const Area& area : areas)

@@ -116,8 +116,9 @@ class Sheet {
     const std::vector<Area>& fills() const { return areas; }
     const std::vector<Text>& texts() const { return labels; }
 
-    // The page as it is, from 0, 0 on.
-    std::string svg(double width, double height, std::string_view alt) const;
+    // The page as it is, from 0, 0 on; with the font, or for a page that has it.
+    std::string svg(double width, double height, std::string_view alt,
+                    bool with_font = false) const;
 
   private:
     std::vector<Stroke> strokes;

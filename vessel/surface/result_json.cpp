@@ -328,16 +328,17 @@ void Writer::write_drawing(std::string_view name, std::string_view svg) {
 void Writer::write_drawings(const Found& found) {
     json.key("drawings").begin_list();
     if (const auto section =
-            component_drawing(*found.element, *found.outcome, request, DrawnFor::file))
+            component_drawing(*found.element, *found.outcome, request, DrawnFor::page))
         write_drawing("section", section->svg);
     if (const auto point = found.element->chart_point(*found.outcome))
-        write_drawing("chart", chart_svg(point->chart, point->temperature, point->yield, point->A,
-                                         request.units, request.units.decimal_comma));
+        write_drawing("chart",
+                      chart_svg(point->chart, point->temperature, point->yield, point->A,
+                                request.units, request.units.decimal_comma, DrawnFor::page));
     json.end_list();
 }
 
 void Writer::write_vessel_drawings() {
-    const auto outline = vessel_drawing(request, calculation, DrawnFor::file);
+    const auto outline = vessel_drawing(request, calculation, DrawnFor::page);
     if (!outline) return;
     json.key("drawings").begin_list();
     write_drawing("outline", outline->svg);
