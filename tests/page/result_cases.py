@@ -26,6 +26,22 @@ class Results(PageCase):
         self.assertIn(b'waive = ["head_1_4f"]', self.read("head.toml"))
         self.no_complaints()
 
+    def test_the_drawing_is_in_the_font_that_its_texts_were_measured_with(self):
+        self.write("f.toml", FLANGE)
+        page = self.start("f.toml")
+        page.choose("flange[0]")
+        loaded = lambda: page.js("return [...document.fonts].map((font) => font.family.replaceAll('\"', '') + ': ' + font.status)")
+        page.wait(lambda: loaded() == ["Tarvane Drawing: loaded"], "the font")
+        # Each text is as long as it was said to be, before a browser fits it into that length.
+        differences = page.js("""return [...document.querySelectorAll('#drawing text')].map((text) => {
+            const said = Number(text.getAttribute('textLength'));
+            text.removeAttribute('textLength');
+            return Math.abs(text.getComputedTextLength() - said) / said;
+        })""")
+        self.assertGreater(len(differences), 10)
+        self.assertLess(max(differences), 0.01)
+        self.no_complaints()
+
     def test_checks_are_worst_first(self):
         self.write("f.toml", FLANGE)
         page = self.start("f.toml")
