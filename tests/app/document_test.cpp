@@ -7,6 +7,7 @@
 #include "document/input_rows.h"
 #include "document/report_blocks.h"
 #include "document/report_view.h"
+#include "document/text_columns.h"
 #include "values/text.h"
 
 #include <algorithm>
@@ -336,7 +337,8 @@ TEST(Document, EndNamesProgramInputDataAndWhatIsNotChecked) {
 
 // ---- results ------------------------------------------------------------------------------------------------------
 
-// The lines of the results of the first component, and its paragraphs with those of its checks.
+// The lines of the results of the first component, each with what goes on below it, and its paragraphs with those of
+// its checks.
 std::string results_text(const std::string& toml) {
     const CalculationDocument document = Made(toml).document();
     const std::string id = document.sections[0].id;
@@ -344,6 +346,7 @@ std::string results_text(const std::string& toml) {
     for (const Lines& lines : blocks_of<Lines>(document, id + "-results"))
         for (const Line& line : lines.lines)
             text += line.text + '\n';
+    text = std::regex_replace(text, std::regex("\n    "), " ");
     for (const std::string& part : {id + "-checks", id + "-results"}) {
         for (const Paragraph& paragraph : blocks_of<Paragraph>(document, part))
             text += paragraph.text + '\n';
@@ -392,7 +395,8 @@ TEST(Document, ResultsStandAloneAndOnce) {
     EXPECT_TRUE(has(shell, "MAWP by Appendix 1-4(f), new and cold"));
     EXPECT_FALSE(has(shell, "The same"));
     const std::string flange = results_text(FLANGE_TOML);
-    EXPECT_TRUE(has(flange, "No value, kind is not design: all of the selected design; all of the "
+    EXPECT_TRUE(has(flange, "\nNo value\n"));
+    EXPECT_TRUE(has(flange, "\nkind is not design: all of the selected design; all of the "
                             "rounded design\n"))
         << flange;
     EXPECT_FALSE(has(flange, "Number of bolts"));
@@ -400,11 +404,11 @@ TEST(Document, ResultsStandAloneAndOnce) {
         results_text(with("C", "", with("n", "", with("a", "kind = \"design\""))));
     EXPECT_TRUE(has(design, "Number of bolts, selected ")) << design;
     EXPECT_TRUE(has(design, "Number of bolts, rounded "));
-    EXPECT_TRUE(has(flange, "No value, no partition gasket: Effective width of the partition"));
+    EXPECT_TRUE(has(flange, "\nno partition gasket: Effective width of the partition gasket\n"));
     EXPECT_FALSE(has(flange, " 0.00 lbf"));
     const std::string rated = results_text(
         "[[flange]]\ntype = \"weld neck\"\nkind = \"rated\"\nrating = 270\nP = 150\nT = 300\n");
-    EXPECT_TRUE(has(rated, "No value, kind rated: no stresses are calculated: all other results"))
+    EXPECT_TRUE(has(rated, "\nkind rated: no stresses are calculated: all other results\n"))
         << rated;
 }
 
@@ -442,8 +446,9 @@ TEST(Document, HasOneDecimalMark) {
     for (const std::string id : {"shell-1", "flange-1"}) {
         for (const char* part : {"-inputs", "-results"})
             for (const Lines& lines : blocks_of<Lines>(document, id + part))
-                for (const Line& line : lines.lines)
-                    texts.push_back(line.text);
+                if (lines.lines[0].text != "No value") // names alone
+                    for (const Line& line : lines.lines)
+                        texts.push_back(line.text);
         for (const CheckRows& checks : blocks_of<CheckRows>(document, id + "-checks"))
             for (const CheckRow& row : checks.rows)
                 texts.insert(texts.end(), {row.demand, row.limit, row.ratio, row.unit, row.remark});
@@ -618,6 +623,74 @@ TEST(Document, WhatBelongsTogetherStaysOnAPage) {
     // The closing line of a calculation is no page of its own.
     EXPECT_TRUE(has(page, "<pre class=\"whole last\"><b>TARVANE is a trademark"));
     EXPECT_TRUE(has(page, "string-set: heading \"front page\""));
+}
+
+TEST(Document, LongLabelsHaveTheRoomThatOthersLeave) {
+    const CalculationDocument document = Made(FLANGE_TOML).document();
+    const auto lines = [&](const std::string& id) {
+        std::string text;
+        for (const Lines& block : blocks_of<Lines>(document, id)) {
+            for (const Line& line : block.lines) {
+                EXPECT_LE(characters(line.text), 102u) << line.text;
+                text += line.text + '\n';
+            }
+        }
+        return text;
+    };
+    EXPECT_TRUE(has(lines("flange-1-inputs"), "\nBolt allowable stress at design temperature  Sb"));
+    EXPECT_TRUE(has(lines("flange-1-results"),
+                    "\nMaximum allowable working pressure, new and cold, estimate MAPnc "));
+    // A text among the numbers ends where they end.
+    const std::regex limits("\nWhat limits the MAWP +( [^ ]+)+\n");
+    std::smatch found;
+    const std::string results = lines("flange-1-results");
+    ASSERT_TRUE(std::regex_search(results, found, limits)) << results;
+    const std::size_t heads_end = results.find("Value") + 5;
+    EXPECT_EQ(found[0].length() - 2, static_cast<std::ptrdiff_t>(heads_end)) << found[0];
+    const std::string page = html_of(document);
+    EXPECT_TRUE(has(page, "\nTangential flange stress, gasket seating "));
+}
+
+TEST(Document, ColumnsGrowNoFurtherThanThePage) {
+    const std::vector<TextColumn> columns{{4}, {6}, {4, true}};
+    using Rows = std::vector<std::vector<std::string>>;
+    const auto widths = [&](const Rows& rows, std::size_t page) {
+        std::vector<std::size_t> all;
+        for (const TextColumn& column : fitted(columns, rows, page))
+            all.push_back(column.width);
+        return all;
+    };
+    using Widths = std::vector<std::size_t>;
+    EXPECT_EQ(widths({{"abc", "x", "1"}}, 20), (Widths{4, 6, 4})) << "no need";
+    EXPECT_EQ(widths({{"abcdef", "x", "1"}}, 20), (Widths{7, 6, 4})) << "of the page";
+    EXPECT_EQ(widths({{"abcdef", "x", "1"}}, 14), (Widths{7, 5, 2}))
+        << "of the others, the last first";
+    EXPECT_EQ(widths({{"abcdefghijkl", "xy", "1"}, {}}, 14), (Widths{9, 3, 2}))
+        << "as far as it goes";
+    EXPECT_EQ(widths({{"äöüäöü", "abcdefgh", "1234"}}, 10), (Widths{4, 6, 4})) << "no room";
+}
+
+TEST(Document, AWideNumberBeginsInTheRoomBeforeIt) {
+    const std::vector<TextColumn> columns{{6}, {6}, {4, true}, {3}};
+    using Row = std::vector<std::string>;
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(row_lines(columns, Row{"abc", "", "äö 45678", "m"}), (Lines{"abc    äö 45678 m"}));
+    EXPECT_EQ(row_lines(columns, Row{"abc", "", "0123456789", "m"}), (Lines{"abc  0123456789 m"}));
+    EXPECT_EQ(row_lines(columns, Row{"abcdef", "", "01 345 890", "m"}),
+              (Lines{"abcde        01 m", "f           345", "            890"}));
+    EXPECT_EQ(row_lines(columns, Row{"abc", "x", "12 45", "m"}), (Lines{"abc   x   12 45 m"}));
+}
+
+TEST(Document, NothingAsksForAPageNumberInItsOwnSection) {
+    const std::string page = page_of(FLANGE_TOML);
+    EXPECT_TRUE(
+        has(page, "nav a::after { content: target-counter(attr(href), page); float: right; }"));
+    std::size_t counters = 0;
+    for (std::size_t at = page.find("target-counter"); at != std::string::npos;
+         at = page.find("target-counter", at + 1))
+        ++counters;
+    EXPECT_EQ(counters, 1u) << "each makes pages that are laid out anew";
+    EXPECT_TRUE(has(page, "\n</b> = ")) << "the end of the line is inside of its mark";
 }
 
 TEST(Document, TheSameInputGivesTheSameBytes) {

@@ -198,18 +198,18 @@ def packed(text):
 
 
 def result_rows(block):
-    """Label and value of each row of a table of results."""
-    end = block[0].index("Value") + len("Value")
-    start = end - 18
+    """Label, number, and all text before the unit, of each row of a table of results. A value that is a text may begin
+    before its column, and go on below."""
+    symbol, end = block[0].index("Symbol"), block[0].index("Value") + len("Value")
     rows = []
     for line in block[1:]:
-        label, value = line[:start], line[start:end].strip()
-        if value and label.strip():
-            rows.append([label, value])
-        elif value:
-            rows[-1][1] += " " + value
+        text = line[:end]
+        label = text[:symbol]
+        if label.strip() and len(text) == end:
+            rows.append([label, text.split()[-1], text])
         else:
             rows[-1][0] += " " + label
+            rows[-1][2] += text
     return rows
 
 
@@ -218,7 +218,7 @@ def is_shown(text, value):
         return text == ("yes" if value else "no")
     if isinstance(value, (int, float)):
         return re.fullmatch(rf"-?[0-9]+([{mark}][0-9]+)?", text) is not None and is_rounded(text, value)
-    return packed(text) == packed(value)
+    return packed(text).endswith(packed(value))
 
 
 def check_page(result, labels, page):
@@ -235,7 +235,9 @@ def check_page(result, labels, page):
         if len(rows) != len(given):
             yield f"{name}: {len(given)} results, on the page {len(rows)}"
             continue
-        for (key, value), (label, text) in zip(given, rows):
+        for (key, value), (label, number, text) in zip(given, rows):
+            if not isinstance(value, str):
+                text = number
             wanted = packed(labels[f"{kind}[{place}]", key].partition(", times ")[0])
             if not packed(label).lower().startswith(wanted.lower()) or not is_shown(text, value):
                 yield f"{name}: {key}, {labels[f'{kind}[{place}]', key]}, {value} is {label.strip()}, {text} on the page"

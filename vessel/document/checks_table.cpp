@@ -11,11 +11,12 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t LABEL = 36, PARAGRAPH = 14, FIGURE = 10, RELATION = 4, UNIT = 7, RATIO = 7,
-                      STATE = 9, WIDTH = 100, INDENT = 4;
+constexpr CheckColumns USUAL;
+constexpr std::size_t FIGURE = 10, RELATION = 4, UNIT = 7, RATIO = 7, STATE = 9, WIDTH = 100,
+                      INDENT = 4;
 constexpr std::string_view MARGIN = "  ";
-static_assert(LABEL + PARAGRAPH + 2 * FIGURE + RELATION + 1 + UNIT + RATIO + MARGIN.size() +
-                  STATE <=
+static_assert(USUAL.label + USUAL.paragraph + 2 * FIGURE + RELATION + 1 + UNIT + RATIO +
+                  MARGIN.size() + STATE <=
               WIDTH);
 
 // ---- rows ----------------------------------------------------------------------------------------------
@@ -182,20 +183,33 @@ std::vector<std::string> column(std::string_view text, std::size_t width) {
 
 } // namespace
 
-std::string check_heads() {
-    return padded("Check", LABEL) + padded("Paragraph", PARAGRAPH) +
+CheckColumns fitted(const std::vector<CheckRow>& rows, std::size_t page) {
+    std::size_t label = USUAL.label, paragraph = std::string_view("Paragraph ").size();
+    for (const CheckRow& row : rows) {
+        label = std::max(label, characters(row_label(row)) + 1);
+        paragraph = std::max(paragraph, characters(row.paragraph) + 1);
+    }
+    const std::size_t beside = std::max(page, WIDTH) - WIDTH,
+                      within = USUAL.paragraph - std::min(paragraph, USUAL.paragraph),
+                      more = std::min(label - USUAL.label, beside + within);
+    return {.label = USUAL.label + more,
+            .paragraph = USUAL.paragraph - (more - std::min(more, beside))};
+}
+
+std::string check_heads(CheckColumns columns) {
+    return padded("Check", columns.label) + padded("Paragraph", columns.paragraph) +
            right_aligned("Demand", FIGURE) + std::string(RELATION, ' ') +
            right_aligned("Limit", FIGURE) + ' ' + padded("Unit", UNIT) +
            right_aligned("Ratio", RATIO) + std::string(MARGIN) + "State";
 }
 
-std::vector<std::string> lines_of(const CheckRow& row) {
-    const std::vector<std::string> labels = column(row_label(row), LABEL),
-                                   paragraphs = column(row.paragraph, PARAGRAPH);
+std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns) {
+    const std::vector<std::string> labels = column(row_label(row), columns.label),
+                                   paragraphs = column(row.paragraph, columns.paragraph);
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < std::max(labels.size(), paragraphs.size()); ++i) {
-        std::string line = padded(i < labels.size() ? labels[i] : "", LABEL) +
-                           padded(i < paragraphs.size() ? paragraphs[i] : "", PARAGRAPH);
+        std::string line = padded(i < labels.size() ? labels[i] : "", columns.label) +
+                           padded(i < paragraphs.size() ? paragraphs[i] : "", columns.paragraph);
         if (i == 0) {
             line += right_aligned(row.demand, FIGURE) + right_aligned(row.relation, RELATION - 1) +
                     ' ' + right_aligned(row.limit, FIGURE) + ' ' + padded(row.unit, UNIT) +

@@ -46,10 +46,18 @@ std::string words_of(const Checks& checks, const UnitSystem& units);
 // may be empty.
 std::string remarks_on(const Checks& checks);
 
-// The heads of the columns, and the lines of a row below them, up to 100 columns wide; the state of a row ends its
-// first line.
-std::string check_heads();
-std::vector<std::string> lines_of(const CheckRow& row);
+// Characters of the first columns.
+struct CheckColumns {
+    std::size_t label = 36, paragraph = 14;
+};
+
+// With more room for the labels that need it, on a page of so many characters.
+CheckColumns fitted(const std::vector<CheckRow>& rows, std::size_t page);
+
+// The heads of the columns, and the lines of a row below them, up to 100 columns wide unless the page is wider; the
+// state of a row ends its first line.
+std::string check_heads(CheckColumns columns = {});
+std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns = {});
 
 // PASS or FAIL with the headline, then the rows. A blank line before and after it.
 std::string text_of(const ChecksTable& table, bool colour);

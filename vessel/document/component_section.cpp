@@ -24,24 +24,43 @@ namespace {
 
 // ---- inputs ------------------------------------------------------------------------------------------------
 
+// Characters of a line on the paper of the document.
+std::size_t page_columns(const UnitSystem& units) {
+    constexpr std::size_t A4 = 98, LETTER = 102;
+    return units.metric() ? A4 : LETTER;
+}
+
+// The first row has the heads; one without texts is an empty line.
+using Rows = std::vector<std::vector<std::string>>;
+
+Lines table_lines(std::span<const TextColumn> usual, const Rows& rows, const UnitSystem& units) {
+    const std::vector<TextColumn> columns = fitted(usual, rows, page_columns(units));
+    Lines block;
+    for (const std::vector<std::string>& row : rows) {
+        if (row.empty()) {
+            block.lines.push_back({});
+            continue;
+        }
+        for (std::string& line : row_lines(columns, row))
+            block.lines.push_back({.text = std::move(line), .heading = &row == rows.data()});
+    }
+    return block;
+}
+
 constexpr std::array<TextColumn, 5> INPUT_COLUMNS{
     {{35}, {20}, {14, true}, {9}, {20}}}; // together as wide as a line of the report
 
 Lines input_lines(const Element& element, const UnitSystem& units) {
-    Lines block;
-    const auto add = [&](const std::array<std::string, 5>& texts, bool heading) {
-        for (std::string& line : row_lines(INPUT_COLUMNS, texts))
-            block.lines.push_back({.text = std::move(line), .heading = heading});
-    };
-    add({"Input", "Key", "Value", "Unit", "Source"}, true);
+    Rows rows{{"Input", "Key", "Value", "Unit", "Source"}};
     std::string_view part;
     for (const InputRow& row : input_rows(element, units)) {
         const std::string_view section = element.kind->keys.section(*row.key);
-        if (section != part && !part.empty()) block.lines.push_back({});
+        if (section != part && !part.empty()) rows.emplace_back();
         part = section;
-        add({row.key->label(), std::string(row.key->name), row.value, row.unit, row.source}, false);
+        rows.push_back(
+            {row.key->label(), std::string(row.key->name), row.value, row.unit, row.source});
     }
-    return block;
+    return table_lines(INPUT_COLUMNS, rows, units);
 }
 
 // ---- pressures ---------------------------------------------------------------------------------------------
@@ -147,14 +166,23 @@ std::string missing_label(const ResultField& field, std::string label) {
     return label;
 }
 
+Lines missing_lines(const std::vector<Missing>& none, const UnitSystem& units) {
+    constexpr std::size_t INDENT = 4;
+    Lines block{{{.text = "No value", .heading = true}}};
+    for (const Missing& each : none) {
+        std::string indent;
+        for (const std::string& line :
+             wrapped(std::string(each.why) + ": " + each.words(), page_columns(units) - INDENT)) {
+            block.lines.push_back({indent + line});
+            indent.assign(INDENT, ' ');
+        }
+    }
+    return block;
+}
+
 // All of them, or those of the closing tables.
 void add_results(const Request& request, const Judged& judged, bool all, DocumentSection& section) {
-    Lines block;
-    const auto add = [&](const std::array<std::string, 4>& texts, bool heading) {
-        for (std::string& line : row_lines(RESULT_COLUMNS, texts))
-            block.lines.push_back({.text = std::move(line), .heading = heading});
-    };
-    add({"Result", "Symbol", "Value", "Unit"}, true);
+    Rows rows{{"Result", "Symbol", "Value", "Unit"}};
     std::vector<Missing> none;
     for (const Result& result : judged.element.results(judged.outcome)) {
         const ResultField& field = *result.field;
@@ -162,9 +190,9 @@ void add_results(const Request& request, const Judged& judged, bool all, Documen
         std::string label = label_of(field, judged.element.kind->results);
         if (!std::holds_alternative<std::monostate>(value_of(result, request.units))) {
             label += worth_of(judged, field);
-            add({std::move(label), std::string(field.symbol), result_text(result, request.units),
-                 to_utf8(request.units.label(field.quantity))},
-                false);
+            rows.push_back({std::move(label), std::string(field.symbol),
+                            result_text(result, request.units),
+                            to_utf8(request.units.label(field.quantity))});
             continue;
         }
         const std::string_view why = why_none(result);
@@ -175,11 +203,11 @@ void add_results(const Request& request, const Judged& judged, bool all, Documen
         label = missing_label(field, std::move(label));
         if (labels.empty() || labels.back() != label) labels.push_back(std::move(label));
     }
-    if (block.lines.size() > 1) section.blocks.emplace_back(std::move(block));
+    if (rows.size() > 1)
+        section.blocks.emplace_back(table_lines(RESULT_COLUMNS, rows, request.units));
     std::stable_partition(none.begin(), none.end(),
                           [](const Missing& each) { return !each.most(); });
-    for (const Missing& each : none)
-        section.blocks.emplace_back(Remark{"No value, " + std::string(each.why), each.words()});
+    if (!none.empty()) section.blocks.emplace_back(missing_lines(none, request.units));
 }
 
 // ---- drawings --------------------------------------------------------------------------------------------------

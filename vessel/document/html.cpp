@@ -124,18 +124,20 @@ class Writer {
     void put(const DocumentTable& block) { table(block, {}); }
     // Lines and no table: a cell costs a maker of PDF as much time as three lines, and a vessel has thousands of them.
     void put(const CheckRows& block) {
+        constexpr std::size_t A4 = 103, LETTER = 107; // columns in the font of checks
+        const CheckColumns columns = fitted(block.rows, document.metric ? A4 : LETTER);
         std::vector<std::vector<std::string>> rows;
         std::size_t count = 1;
         for (const CheckRow& row : block.rows) {
-            rows.push_back(lines_of(row));
+            rows.push_back(lines_of(row, columns));
             count += rows.back().size();
         }
         open("pre", count > TOGETHER ? "checks" : "checks whole");
-        marked("b", {}, check_heads());
+        marked("b", {}, check_heads(columns) + '\n');
         for (std::size_t place = 0; place < rows.size(); ++place) {
             const CheckRow& row = block.rows[place];
             const std::vector<std::string>& all = rows[place];
-            out += '\n';
+            if (place > 0) out += '\n';
             text(std::string_view(all[0]).substr(0, all[0].size() - row.state.size()));
             if (row.tone == Tone::quiet || row.tone == Tone::sound)
                 text(row.state);
@@ -233,19 +235,22 @@ class Writer {
         return parts;
     }
 
-    // The paragraph is at the right of the last heading.
+    // The paragraph is at the right of the last heading. The end of a line is inside of its mark: a text that begins with
+    // it is one more to lay out.
     void lines(const std::vector<Line>& all, const std::string& paragraph = {}) {
         std::size_t holder = all.size();
         for (std::size_t i = 0; i < all.size() && !paragraph.empty(); ++i)
             if (all[i].heading) holder = i;
         for (std::size_t i = 0; i < all.size(); ++i) {
             const Line& line = all[i];
+            const std::string_view end = i + 1 < all.size() ? "\n" : "";
+            const std::string words = i == holder ? line.text : line.text + std::string(end);
             if (line.heading)
-                marked("b", class_of(line.tone), line.text);
+                marked("b", class_of(line.tone), words);
             else if (line.tone != Tone::quiet)
-                marked("strong", class_of(line.tone), line.text);
+                marked("strong", class_of(line.tone), words);
             else
-                text(line.text);
+                text(words);
             if (i == holder) {
                 const std::size_t used = characters(line.text), wide = characters(paragraph);
                 if (used + wide + 2 > LINE_WIDTH)
@@ -253,8 +258,8 @@ class Writer {
                 else
                     out.append(LINE_WIDTH - used - wide, ' ');
                 text(paragraph);
+                out += end;
             }
-            if (i + 1 < all.size()) out += '\n';
         }
     }
 
@@ -324,10 +329,11 @@ class Writer {
     // ---- head and front ----
 
     // Margins of a page do not have the font of its body. Each box costs a maker of PDF milliseconds a page: two are
-    // enough.
-    void margin_box(std::string_view place, const std::string& content) {
+    // enough, whose width is not that of their words.
+    void margin_box(std::string_view place, std::string_view width, const std::string& content) {
         out += "@" + std::string(place) + " { content: " + content +
-               "; font: 7.5pt \"DejaVu Sans\", Helvetica, Arial, sans-serif; color: #333; "
+               "; width: " + std::string(width) +
+               "; font: 7.5pt \"DejaVu Sans\", sans-serif; color: #333; "
                "white-space: pre-line; vertical-align: bottom; padding-bottom: 4mm; }\n";
     }
 
@@ -344,9 +350,9 @@ class Writer {
             line += ", " + given(document.number, "no document number") + ", " +
                     (document.revision.empty() ? "no revision" : "revision " + document.revision) +
                     ", " + given(document.date, "no date");
-        margin_box("top-left",
+        margin_box("top-left", "80%",
                    in_style(line) + " \"\\a tarvane " TARVANE_VERSION ", \" string(heading)");
-        margin_box("top-right", "\"page \" counter(page) \" of \" counter(pages)");
+        margin_box("top-right", "20%", "\"page \" counter(page) \" of \" counter(pages)");
         out += "}\n";
     }
 
@@ -394,7 +400,7 @@ class Writer {
         out += "</p>\n";
         if (!front.signatures.columns.empty()) table(front.signatures, "signatures");
         if (!front.revisions.rows.empty()) table(front.revisions, {});
-        table(front.components, {});
+        table(front.components, "components");
         if (front.open_points.empty()) return;
         out += "<h2 id=\"open-points\">Open points</h2>\n";
         for (const Block& each : front.open_points)

@@ -1,5 +1,6 @@
-// The look of a document's page, on a screen and on paper. Grids, halos of text and floats are left to others: makers
-// of PDF do not know them, or pay for them.
+// The look of a document's page, on a screen and on paper. Grids and halos of text are left to others: makers of PDF do
+// not know them. They pay for each line its list of fonts, for each dot of a leader as for a line, and for each column
+// whose width depends on its content.
 #pragma once
 
 #include <string_view>
@@ -8,9 +9,8 @@ namespace tarvane::vessel {
 
 // After the rules of its paper.
 inline constexpr std::string_view HTML_STYLE = R"(
-* { box-sizing: border-box; }
 html { color: #111; background: #fff; }
-body { font: 15px/1.45 "DejaVu Sans", "Segoe UI", Helvetica, Arial, sans-serif; margin: 0 auto;
+body { font: 15px/1.45 "DejaVu Sans", "Segoe UI", Helvetica, Arial, sans-serif; margin: 0 auto; box-sizing: border-box;
   max-width: 64rem; padding: 1rem 1.5rem 4rem; text-align: left; }
 h1 { font-size: 1.7em; line-height: 1.2; margin: 1.2em 0 0.6em; }
 h2 { font-size: 1.35em; margin: 2em 0 0.5em; border-bottom: 2px solid #111; padding-bottom: 0.15em; }
@@ -49,21 +49,25 @@ nav a { text-decoration: none; }
   pre { overflow-x: auto; }
 }
 @media print {
-  body { font-size: 9pt; line-height: 1.35; max-width: none; margin: 0; padding: 0; }
+  body { font-family: "DejaVu Sans", sans-serif; font-size: 9pt; line-height: 1.35; max-width: none; margin: 0; padding: 0; }
   h1 { margin-top: 0; string-set: heading "front page"; }
   h2 { string-set: heading content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }
   h3 { bookmark-level: 2; break-after: avoid; }
   .page { break-before: page; margin-top: 0; }
-  pre { font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
+  pre { font-family: "DejaVu Sans Mono", monospace; font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
   pre.whole { break-inside: avoid; white-space: pre; }
   pre.checks { font-size: 7.9pt; break-before: avoid; orphans: 5; }
   pre.last { break-before: avoid; }
   nav.whole, table.whole { break-inside: avoid; }
   table { font-size: 8.5pt; }
   tr, caption { break-inside: avoid; }
+  .components { table-layout: fixed; }
+  .components thead th:nth-child(1) { width: 36%; }
+  .components thead th:nth-child(2) { width: 13%; }
+  .components thead th:nth-child(4) { width: 12%; }
   .margin { break-before: avoid; }
-  nav a::after { content: leader(" .") " " target-counter(attr(href), page); }
-  .ref::after { content: ", page " target-counter(attr(href), page); }
+  nav li { border-bottom: 0.5pt dotted #999; }
+  nav a::after { content: target-counter(attr(href), page); float: right; }
 }
 )";
 
