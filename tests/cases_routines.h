@@ -2,6 +2,7 @@
 // nothing here unless it calls a routine that no case has called before.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <span>
@@ -49,6 +50,14 @@ void run_shlint(Values& values);
 // Members of the flange state and module switches. False: no such name.
 bool set_member(const std::string& name, const Value& value);
 bool get_member(const std::string& name, Value& value);
+
+// The entry of a table with this name; a null pointer without one.
+template <typename Table>
+auto* find_in(Table& table, std::string_view name) {
+    const auto at = std::find_if(std::begin(table), std::end(table),
+                                 [&](const auto& entry) { return entry.name == name; });
+    return at == std::end(table) ? nullptr : &*at;
+}
 
 // A line of the report with its marks.
 struct Line {
