@@ -468,7 +468,8 @@ void Comparer::add_data_asides() {
         if (before == nullptr || after == nullptr) continue;
         for (const auto& [item, known] : before->items) {
             const auto other = after->items.find(item);
-            if (other != after->items.end()) add_aside(file + ", " + item, known, other->second);
+            if (other != after->items.end())
+                add_aside((file + ", ").append(item), known, other->second);
         }
     }
 }

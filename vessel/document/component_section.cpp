@@ -272,8 +272,8 @@ DocumentSection component_section(const Request& request, const Judged& judged, 
     if (std::optional<Figure> figure =
             component_drawing(element, outcome, request, DrawnFor::document)) {
         DocumentSection drawing{.id = id + "-drawing", .title = "Drawing"};
-        const std::string title = figure->title, scale = figure->scale;
-        Drawing block = numbered_drawing(std::move(*figure), title, ++figures);
+        const std::string caption = figure->title, scale = figure->scale;
+        Drawing block = numbered_drawing(std::move(*figure), caption, ++figures);
         reference = {.id = block.id,
                      .text = "Figure " + std::to_string(figures) + ": " + name_of(element)};
         if (!scale.empty()) reference.text += ", scale " + scale;

@@ -131,6 +131,7 @@ void Outline::add_head(const ShellInput& head, const ShellInput& on) {
         // Both halves, around the axis of the cylinder.
         const double middle = low + static_cast<double>(inside_diameter(on)) / 2;
         std::vector<Corner> whole;
+        whole.reserve(2 * outline.size());
         for (const Corner& c : outline)
             whole.push_back({c.r, middle - c.z});
         for (auto c = outline.rbegin(); c != outline.rend(); ++c)
