@@ -148,6 +148,9 @@ TEST(Summary, SaysWhatItCannotHave) {
     EXPECT_EQ(made.row("maep").lacks.size(), 2u);
     EXPECT_FALSE(made.row("mdmt").value);
     EXPECT_EQ(made.row("mdmt").note, "no metal temperature was asked for");
+    const Made cold = make("[vessel]\n[[mdmt]]\ncurve = \"B\"\ntg = 1\nratio = 0.8\n");
+    for (const char* row : {"mawp", "map_nc", "maep"})
+        EXPECT_EQ(cold.row(row).note, "no component has one");
     // Without elevations the head of the test water is not known.
     const Made flat = make(VESSEL + with("elevation", "", SHELL));
     EXPECT_FALSE(flat.row("hydrotest_c").value);

@@ -354,7 +354,10 @@ void find_test_c(const Calculation& all, const Request& request, SummaryRow& row
 
 // A pressure that one component doesn't have is none of the vessel.
 void need_all(SummaryRow& row) {
-    if (row.lacks.empty()) return;
+    if (row.lacks.empty()) {
+        if (!row.value && row.note.empty()) row.note = "no component has one";
+        return;
+    }
     row.value.reset();
     row.by = nullptr;
     row.note.clear();
