@@ -313,6 +313,10 @@ TEST(Document, OfAShellWithABucklingStressNamesTheCodeCase) {
               "shell 1 (drum)");
     EXPECT_FALSE(references_of(outside).contains("ASME Code Case 2286"));
     EXPECT_FALSE(references_of(SHELL).contains("ASME Code Case 2286"));
+    const std::string pipe = "[[compression]]\nT = 300\nchart = \"CS-2\"\nSy = 33600\nDo = 12\n"
+                             "t = 0.5\nlength = 120\n";
+    EXPECT_TRUE(references_of(pipe).contains("ASME Code Case 2286"));
+    EXPECT_FALSE(references_of(pipe + "code = \"VIII-2\"\n").contains("ASME Code Case 2286"));
 }
 
 TEST(Document, StandardFlangeHasTheEditionOfItsFigures) {

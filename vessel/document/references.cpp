@@ -52,8 +52,10 @@ constexpr std::string_view NAMES[] = {
     "PD 5500, unfired fusion welded pressure vessels",
     "EN 13445-3, unfired pressure vessels, design"};
 
-// Of a part under external pressure by allowable stresses.
+// Of a part under external pressure by allowable stresses, or under compression.
 bool by_code_case(const Element& element) {
+    if (element.kind->table == "compression")
+        return choice_of(element, "code") == TARVANE_ASME_VIII_1;
     const ExternalInput* part = nullptr;
     if (element.kind == &EXTERNAL_KIND) part = static_cast<const ExternalInput*>(&element);
     if (element.kind == &SHELL_KIND) {
