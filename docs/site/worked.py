@@ -35,7 +35,7 @@ class Example:
         self.figures = [Figure(figure, self.result) for figure in entry["figures"]]
 
     def components(self):
-        for kind in ("flange", "shell", "external", "mdmt"):
+        for kind in ("flange", "shell", "external", "compression", "mdmt"):
             yield from self.result.get(kind, [])
 
     def drawings(self):

@@ -104,7 +104,8 @@ TARVANE_VESSEL_API const char* tarvane_schema(TARVANE_VESSEL* vessel, const char
 /*
 ** tarvane_calculate - a request calculated.
 **   request  JSON: at most 64 levels deep, each key once in an object; the components by kind, "flange", "shell",
-**            "external", "mdmt", each a list of objects; what holds for all of them in "vessel" or at the head
+**            "external", "compression", "mdmt", each a list of objects; what holds for all of them in "vessel" or at
+**            the head
 **   want     bits of TARVANE_WANT_RESULTS and so on; 0: verdicts and inputs
 **   result   receives the result, JSON; a null pointer unless TARVANE_OK
 ** Returns TARVANE_OK, TARVANE_FAULTY, TARVANE_ENGINE_STOPPED, TARVANE_NO_DATA or TARVANE_INTERNAL.
