@@ -120,11 +120,11 @@ DocumentSection assumptions_section(const Request& request, const Calculation& c
         for (const UsedItem& item : file.items)
             if (item.approximate) items += (items.empty() ? "" : ", ") + item.name;
         if (!items.empty())
-            list.items.push_back(
-                ("Figures of " + file.name).append(" are approximate: ").append(items));
+            list.items.push_back("Figures of " + file.name + " are approximate: " + items);
     }
     for (const auto& [item, source] : own_figures(calculation.calculated))
-        list.items.push_back("A figure of the program is approximate: " + item + "; " + source);
+        list.items.push_back(
+            ("A figure of the program is approximate: " + item).append("; ").append(source));
     if (list.items.empty())
         section.blocks.emplace_back(Paragraph{"No default decides, and no figure is approximate."});
     else

@@ -90,7 +90,10 @@ std::string note_on(std::string_view text, const Element& element, const Outcome
             continue;
         const std::string value = value_for(gap, element, outcome, units);
         if (!value.empty())
-            return (beginning + " in place of a value: ").append(gap.symbol).append(" = ") + value;
+            return (beginning + " in place of a value: ")
+                .append(gap.symbol)
+                .append(" = ")
+                .append(value);
     }
     return beginning + " in place of a value, which is not among the results.";
 }

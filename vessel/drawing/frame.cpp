@@ -109,6 +109,7 @@ std::optional<Draft> drafted(Sheet sheet, const DimensionStyle& style, const Uni
     return Draft{std::move(sheet), std::move(figure), std::move(lines)};
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): it is changed, by the names of its parts.
 Drawn framed(Draft draft, DrawnFor surroundings) {
     auto& [sheet, figure, lines] = draft;
     const double views = figure.height - for_lines(lines), width = figure.width;

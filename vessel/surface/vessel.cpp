@@ -246,7 +246,7 @@ Ended opened(std::int32_t abi, const char* data_folder, TARVANE_VESSEL*& into) {
         find_data_folder(data_folder != nullptr ? data_folder : "", "tarvane_open");
     std::string& path = vessel->data_folder.path;
     path = std::filesystem::absolute(path_of(path)).string();
-    const Ended end = guarded([&] { return look_into(vessel->data_folder); });
+    Ended end = guarded([&] { return look_into(vessel->data_folder); });
     if (end.status != TARVANE_OK) vessel->error.put(end.faults);
     if (end.status == TARVANE_OK || end.status == TARVANE_NO_DATA) into = vessel.release();
     return end;
