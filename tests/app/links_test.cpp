@@ -501,6 +501,19 @@ TEST(MetalTemperature, OfTheVesselHasNoFaultsOfItsPart) {
                   "f:9: tg: missing in mdmt 1; a number in in. is expected (governing thickness)"});
 }
 
+// Nor has it that of a description which can't be read.
+TEST(MetalTemperature, OfTheVesselIsOfAPartWithoutASoundDescription) {
+    const std::string vessel = VESSEL + "MDMT = -20\n";
+    const auto described = [&](std::size_t characters) {
+        return fault_lines(vessel +
+                           changed(SHELL, "\"Shell\"", '"' + std::string(characters, 'S') + '"'));
+    };
+    EXPECT_TRUE(described(200).empty());
+    const std::vector<std::string> lines = described(201);
+    ASSERT_EQ(lines.size(), 1u) << lines.front();
+    EXPECT_NE(lines[0].find("(description of the element)"), std::string::npos) << lines[0];
+}
+
 TEST(MetalTemperature, OfTheVesselIsAskedOfEveryPart) {
     const std::string vessel = VESSEL + "MDMT = -20\n";
     const Request request = request_of(vessel + SHELL + HEAD + NECK + FLANGE);

@@ -115,6 +115,11 @@ void Reader::add_metal_temperatures(const Table& root) {
         const Value* description = part.table().find("description");
         const std::string* name = description != nullptr ? description->text() : nullptr;
         if (name != nullptr && named.contains(*name)) continue;
+        // A description that can't be read is a fault of the part alone.
+        if (name != nullptr &&
+            !take_text(*description, *(*kind)->keys.find("description"), request.units)
+                 .fault.empty())
+            name = nullptr;
         if (refuse_metal_temperatures(root, *vessel->table(), **kind)) break;
         Table table;
         table.put("description", name != nullptr ? *name

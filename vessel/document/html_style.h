@@ -54,9 +54,9 @@ nav a { text-decoration: none; }
   h2 { string-set: heading content(); bookmark-level: 1; break-after: avoid; margin-top: 1.4em; }
   h3 { bookmark-level: 2; break-after: avoid; }
   .page { break-before: page; margin-top: 0; }
-  pre { font-family: "DejaVu Sans Mono", monospace; font-size: 8.3pt; line-height: 1.25; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
+  pre { font-family: "DejaVu Sans Mono", monospace; font-size: 7.9pt; line-height: 1.2; overflow: visible; white-space: pre-wrap; orphans: 3; widows: 3; }
   pre.whole { break-inside: avoid; white-space: pre; }
-  pre.checks { font-size: 7.9pt; break-before: avoid; orphans: 5; }
+  pre.checks { break-before: avoid; orphans: 5; }
   pre.last { break-before: avoid; }
   nav.whole, table.whole { break-inside: avoid; }
   table { font-size: 8.5pt; }
