@@ -96,6 +96,10 @@ EngineResults engine_results(const EngineInput& in) {
     const float Ku = in.number("Ku"), Lu = in.number("Lu");
     float FSc = 0.0f, lambda, Fxa, FSe, Fxe, Fca, Fba, Fva, Cv;
     CC2286_AXIAL(&Do, &L, &net, &Ey, &Sy, &Ku, &Lu, &FSc, &lambda, &Fxa, &FSe, &Fxe, &Fca);
+    if (found.carbon_steel == 1 && FSe > FSc) {
+        const float longer = Ku * std::sqrt(FSe / FSc);
+        CC2286_AXIAL(&Do, &L, &net, &Ey, &Sy, &longer, &Lu, &FSc, &lambda, &Fxa, &FSe, &Fxe, &Fca);
+    }
     CC2286_BENDING(&Do, &net, &Ey, &Sy, &FSc, &Fxa, &Fba);
     CC2286_SHEAR(&Do, &L, &net, &Ey, &Sy, &Fva, &Cv);
     const float FSx = found.carbon_steel == 1 && FSc > FSe ? FSc : FSe;
@@ -157,9 +161,7 @@ struct ByHand {
     }
     double Fha() const { return Fic_hoop() / FS(Fic_hoop()); }
     double Fxa() const { return Fic_axial() / FS(Fic_axial()); }
-    // The factor of safety in the slenderness is that of the yielding cylinder.
-    double lambda() const { return KuLu / (M_PI * rg) * std::sqrt(Fxa() * column_FS() / E); }
-    double column_FS() const { return FS(DoT <= 135.0 ? Sy : 466.0 * Sy / (331.0 + DoT)); }
+    double lambda() const { return KuLu / (M_PI * rg) * std::sqrt(Fic_axial() / E); }
     double Fca() const {
         return lambda() < 1.147 ? Fxa() * std::pow(1.0 - 0.74 * (lambda() - 0.15), 0.3)
                                 : 0.88 * Fxa() / (lambda() * lambda());

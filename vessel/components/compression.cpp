@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tarvane::vessel {
 
@@ -330,10 +331,15 @@ void find_allowables(const Compression& given, CompressionOutcome& o) {
     o.fh = P * o.Do / (2.0f * o.tc);
 
     float FSc = 0.0f, FSe = 0.0f;
-    CC2286_AXIAL(&o.Do, &L, &o.tc, &o.Ey, &Fy, &Ku, &Lu, &FSc, &o.lambda, &o.Fxa, &FSe, &o.Fxe,
-                 &o.Fca);
+    const auto axial = [&](float factor) {
+        CC2286_AXIAL(&o.Do, &L, &o.tc, &o.Ey, &Fy, &factor, &Lu, &FSc, &o.lambda, &o.Fxa, &FSe,
+                     &o.Fxe, &o.Fca);
+    };
+    axial(Ku);
     // The lower of the two stresses has the greater factor. Not of carbon steel: there is one.
     o.FSx = f.carbon_steel != 0 ? std::max(FSe, FSc) : FSe;
+    // The engine's slenderness has the factor of the yielding cylinder, the code's that of Fxa.
+    if (f.carbon_steel != 0 && o.FSx > FSc) axial(Ku * std::sqrt(o.FSx / FSc));
     CC2286_BENDING(&o.Do, &o.tc, &o.Ey, &Fy, &FSc, &o.Fxa, &o.Fba);
     CC2286_SHEAR(&o.Do, &L, &o.tc, &o.Ey, &Fy, &o.Fva, &o.Cv);
 
