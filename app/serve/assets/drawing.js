@@ -43,7 +43,7 @@ export class Drawing {
         this.#hovered = hovered;
     }
 
-    // drawing: {svg, dropped} or null. Says whether another one is shown now.
+    // drawing: {svg} or null; its frame lists the dimensions without room. Says whether another one is shown now.
     show(drawing, kind, isRead) {
         const text = drawing?.svg ?? null;
         if (text === this.#text) return false;
@@ -56,8 +56,6 @@ export class Drawing {
         }
         this.#root.replaceChildren(copied);
         if (kind) this.#mark(copied, kind, isRead);
-        if (drawing.dropped?.length > 0)
-            this.#root.append(make('p', { class: 'remark' }, `Without room in the drawing: ${drawing.dropped.join(', ')}`));
         return true;
     }
 
