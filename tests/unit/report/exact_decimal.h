@@ -10,49 +10,61 @@
 
 namespace tarvane::report_test {
 
-// Digits of a finite magnitude, least significant first; `decimals` of them come after the point.
+// Digits of a finite magnitude, least significant first and without zeros before them; `decimals` of them come after the point.
 struct ExactDecimal {
     std::vector<int> digits;
     std::size_t decimals = 0;
 };
 
-inline void multiply(std::vector<int>& digits, int factor) {
-    int carry = 0;
-    for (int& digit : digits) {
-        carry += digit * factor;
-        digit = carry % 10;
-        carry /= 10;
-    }
-    for (; carry != 0; carry /= 10)
-        digits.push_back(carry % 10);
-}
+// A whole number by nine decimal digits a place, least first; the longest single has 112 digits.
+struct Whole {
+    static constexpr std::uint32_t BASE = 1000000000;
+    std::uint32_t places[16] = {};
+    int used = 0;
 
-// Many factors at once, as long as a digit times them is within an int.
-inline void multiply(std::vector<int>& digits, int factor, int times) {
-    while (times > 0) {
-        int product = 1;
-        for (int k = 0; k < 9 && times > 0; ++k, --times)
-            product *= factor;
-        multiply(digits, product);
+    void multiply(std::uint32_t factor) {
+        std::uint64_t carry = 0;
+        for (int i = 0; i < used; ++i) {
+            carry += static_cast<std::uint64_t>(places[i]) * factor;
+            places[i] = static_cast<std::uint32_t>(carry % BASE);
+            carry /= BASE;
+        }
+        for (; carry != 0; carry /= BASE)
+            places[used++] = static_cast<std::uint32_t>(carry % BASE);
     }
-}
+    // As many factors at once as 32 bits hold.
+    void multiply(std::uint32_t factor, int times, int at_once) {
+        while (times > 0) {
+            std::uint32_t product = 1;
+            for (int k = 0; k < at_once && times > 0; ++k, --times)
+                product *= factor;
+            multiply(product);
+        }
+    }
+};
 
 // Tests ask for many forms of a value, one after another: the last one is kept.
 inline const ExactDecimal& exact_decimal(float value) {
     static ExactDecimal exact;
     static std::uint32_t last = 0; // zero, which has no digits
-    const std::uint32_t bits = std::bit_cast<std::uint32_t>(value);
+    const std::uint32_t bits = std::bit_cast<std::uint32_t>(value) & 0x7FFFFFFF;
     if (bits == last) return exact;
     last = bits;
-    const int exponent = static_cast<int>((bits >> 23) & 0xFF);
+    const int exponent = static_cast<int>(bits >> 23);
     std::uint32_t mantissa = bits & 0x7FFFFF;
     if (exponent != 0) mantissa |= 0x800000;
-    exact.digits.clear();
-    for (; mantissa != 0; mantissa /= 10)
-        exact.digits.push_back(static_cast<int>(mantissa % 10));
     const int power = (exponent != 0 ? exponent : 1) - 150;
-    multiply(exact.digits, 2, power);
-    multiply(exact.digits, 5, -power); // m / 2^k = m * 5^k / 10^k
+    Whole whole;
+    if (mantissa != 0) whole.places[whole.used++] = mantissa;
+    whole.multiply(2, power, 31);
+    whole.multiply(5, -power, 13); // m / 2^k = m * 5^k / 10^k
+    exact.digits.assign(static_cast<std::size_t>(9 * whole.used), 0);
+    int* digit = exact.digits.data();
+    for (int i = 0; i < whole.used; ++i, digit += 9)
+        for (int k = 0; k < 9; ++k, whole.places[i] /= 10)
+            digit[k] = static_cast<int>(whole.places[i] % 10);
+    while (!exact.digits.empty() && exact.digits.back() == 0)
+        exact.digits.pop_back();
     exact.decimals = power < 0 ? static_cast<std::size_t>(-power) : 0;
     return exact;
 }
@@ -64,8 +76,9 @@ inline void drop_digits(std::vector<int>& digits, std::size_t count, Tie tie) {
     if (count == 0) return;
     if (digits.size() < count) digits.resize(count, 0);
     bool rest = false;
-    for (std::size_t i = 0; i + 1 < count; ++i)
-        rest = rest || digits[i] != 0;
+    const int* below = digits.data();
+    for (std::size_t i = 0; i + 1 < count && !rest; ++i)
+        rest = below[i] != 0;
     const int first = digits[count - 1];
     digits.erase(digits.begin(), digits.begin() + static_cast<std::ptrdiff_t>(count));
     const bool odd = !digits.empty() && digits[0] % 2 == 1;
