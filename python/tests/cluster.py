@@ -1,4 +1,4 @@
-"""A scheduler and workers of Dask, started as on several machines: each a process of its own. No wait is without an end."""
+"""A scheduler and workers of Dask, each a process of its own. No wait is without an end."""
 
 import contextlib
 import os
@@ -11,7 +11,7 @@ from pathlib import Path
 
 from distributed import Client
 
-PATIENCE = 60.0  # seconds
+PATIENCE, PAUSE = 60.0, 0.1  # seconds
 
 
 def until(true, what):
@@ -19,7 +19,7 @@ def until(true, what):
     while not true():
         if time.monotonic() > end:
             raise TimeoutError(f"not within {PATIENCE:.0f} seconds: {what}")
-        time.sleep(0.02)
+        time.sleep(PAUSE)
 
 
 class Cluster:
@@ -28,7 +28,9 @@ class Cluster:
     def __init__(self, folder, workers, allowed_failures=1, **variables):
         self.folder = Path(folder)
         paths = os.pathsep.join(filter(None, (str(Path(__file__).parent), os.environ.get("PYTHONPATH"))))
+        # A nanny forks its worker, and each that follows one that has ended, from a process that has imported all.
         self.variables = {**os.environ, "PYTHONPATH": paths, **variables,
+                          "DASK_DISTRIBUTED__WORKER__MULTIPROCESSING_METHOD": "forkserver",
                           "DASK_DISTRIBUTED__SCHEDULER__ALLOWED_FAILURES": str(allowed_failures)}  # fmt: skip
         self.processes = []
         self.client = None
@@ -38,8 +40,8 @@ class Cluster:
             with warnings.catch_warnings():
                 warnings.simplefilter("ignore")  # a socket is left to the collector
                 self.client = Client(scheduler_file=str(self.file), timeout=PATIENCE)
-            for _ in range(workers):
-                self.add()
+            if workers > 0:
+                self.add(workers)
         except BaseException:
             self.close()
             raise
@@ -61,12 +63,12 @@ class Cluster:
     def workers(self):
         return self.client.scheduler_info()["workers"]
 
-    def add(self, *options):
-        """One with a nanny; returns when it has come."""
-        before = len(self.workers())
-        process = self._start("worker", "--scheduler-file", str(self.file), "--nthreads", "1", "--memory-limit", "0",
-                              "--local-directory", str(self.folder), *options)  # fmt: skip
-        until(lambda: len(self.workers()) > before or process.poll() is not None, "a worker comes")
+    def add(self, count=1):
+        """Each is a process with a nanny, the nannies are of one; returns when they have come."""
+        wanted = len(self.workers()) + count
+        process = self._start("worker", "--scheduler-file", str(self.file), "--nworkers", str(count), "--nthreads", "1",
+                              "--memory-limit", "0", "--local-directory", str(self.folder))  # fmt: skip
+        until(lambda: len(self.workers()) >= wanted or process.poll() is not None, "a worker comes")
         if process.poll() is not None:
             raise RuntimeError(f"a worker ended with {process.returncode}")
         return process
@@ -79,6 +81,14 @@ class Cluster:
 
     def pids(self):
         return sorted(self.client.run(os.getpid).values())
+
+    def is_whole(self, workers, without=None):
+        """As many answer, and that process is none of them. One that has just ended may still be known."""
+        try:
+            pids = self.pids()
+        except OSError:
+            return False
+        return len(pids) == workers and without not in pids
 
     def close(self):
         if self.client is not None:

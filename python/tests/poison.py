@@ -58,6 +58,11 @@ def ends_the_program_of_an_item(ways, inputs):
         return items_on_worker(ways, inputs)
 
 
+def slow_items(ways, inputs):
+    time.sleep(0.02)  # that the middle of the batch can be met
+    return items_on_worker(ways, inputs)
+
+
 def without_the_input(ways, inputs):
     """What another machine has of it: nothing but what was sent."""
     return items_on_worker(ways, [(b"/nowhere/alone.toml", text) for _, text in inputs])
