@@ -6,6 +6,7 @@
 #include <cmath>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,12 +38,30 @@ inline std::optional<Drawn> alone(std::optional<Draft> draft) {
     return framed(std::move(*draft), DrawnFor::file);
 }
 
+// A text with a blank before each letter that a list of shifts moves.
+inline std::string spaced(const std::string& text, const std::string& shifts) {
+    std::istringstream list(shifts);
+    std::string all;
+    for (std::size_t i = 0; i < text.size();) {
+        double shift = 0;
+        if (list >> shift && shift != 0) all += ' ';
+        do
+            all += text[i++];
+        while (i < text.size() && (text[i] & 0xC0) == 0x80);
+    }
+    return all;
+}
+
 // Its texts in their order, lines of a paragraph put together.
 inline std::string words(const Figure& figure) {
     std::string all;
     for (std::size_t at = 0; (at = figure.svg.find("<text ", at)) != std::string::npos;) {
-        at = figure.svg.find('>', at) + 1;
-        all += figure.svg.substr(at, figure.svg.find('<', at) - at) + ' ';
+        const std::size_t begin = figure.svg.find('>', at) + 1;
+        const std::string look = figure.svg.substr(at, begin - at);
+        const std::size_t shifts = look.find(" dx=\"");
+        at = begin;
+        const std::string text = figure.svg.substr(at, figure.svg.find('<', at) - at);
+        all += (shifts == std::string::npos ? text : spaced(text, look.substr(shifts + 5))) + ' ';
     }
     return all;
 }

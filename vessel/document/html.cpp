@@ -6,13 +6,15 @@
 
 #include <algorithm>
 #include <cctype>
+#include <numeric>
 #include <string_view>
 
 namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t LINE_WIDTH = 98; // columns of a line on paper
+constexpr std::size_t LINE_WIDTH = 98;   // columns of a line on paper
+constexpr std::size_t REPORT_WIDTH = 76; // of most lines of the report
 
 // ---- texts -------------------------------------------------------------------------------------------------
 
@@ -235,31 +237,29 @@ class Writer {
         return parts;
     }
 
-    // The paragraph is at the right of the last heading. The end of a line is inside of its mark: a text that begins with
-    // it is one more to lay out.
+    // The paragraph is at the right of the last heading, and in its mark, as is the end of the line: each text beside it
+    // is one more to lay out.
     void lines(const std::vector<Line>& all, const std::string& paragraph = {}) {
         std::size_t holder = all.size();
         for (std::size_t i = 0; i < all.size() && !paragraph.empty(); ++i)
             if (all[i].heading) holder = i;
         for (std::size_t i = 0; i < all.size(); ++i) {
             const Line& line = all[i];
-            const std::string_view end = i + 1 < all.size() ? "\n" : "";
-            const std::string words = i == holder ? line.text : line.text + std::string(end);
+            std::string words = line.text;
+            if (i == holder) {
+                const std::size_t used = characters(words), wide = characters(paragraph);
+                const bool beside = used + wide + 2 <= REPORT_WIDTH;
+                words += beside ? std::string(REPORT_WIDTH - used - wide, ' ')
+                                : '\n' + std::string(REPORT_WIDTH - wide, ' ');
+                words += paragraph;
+            }
+            if (i + 1 < all.size()) words += '\n';
             if (line.heading)
                 marked("b", class_of(line.tone), words);
             else if (line.tone != Tone::quiet)
                 marked("strong", class_of(line.tone), words);
             else
                 text(words);
-            if (i == holder) {
-                const std::size_t used = characters(line.text), wide = characters(paragraph);
-                if (used + wide + 2 > LINE_WIDTH)
-                    out += '\n' + std::string(LINE_WIDTH - wide, ' ');
-                else
-                    out.append(LINE_WIDTH - used - wide, ' ');
-                text(paragraph);
-                out += end;
-            }
         }
     }
 
@@ -278,12 +278,41 @@ class Writer {
         out += '>';
     }
 
+    // Shares of the width in per cent by the longest text of each column, those of long texts less where they leave no
+    // room for the others.
+    static std::vector<std::size_t> shares_of(const DocumentTable& of) {
+        constexpr std::size_t GAP = 3, LINE = 100; // characters
+        std::vector<std::size_t> wide;
+        for (const Column& column : of.columns)
+            wide.push_back(characters(column.head));
+        for (const std::vector<Cell>& row : of.rows)
+            for (std::size_t i = 0; row.size() == wide.size() && i < row.size(); ++i)
+                wide[i] = std::max(wide[i], characters(row[i].text));
+        for (std::size_t& each : wide)
+            each += GAP;
+        const auto sum = [&] { return std::accumulate(wide.begin(), wide.end(), std::size_t{0}); };
+        while (sum() > LINE && !wide.empty()) {
+            std::size_t& most = *std::max_element(wide.begin(), wide.end());
+            if (most <= LINE / wide.size()) break;
+            --most;
+        }
+        const std::size_t all = sum();
+        for (std::size_t& each : wide)
+            each = each * 100 / all;
+        return wide;
+    }
+
     void table(const DocumentTable& of, std::string look) {
         constexpr std::size_t FEW = 12; // rows that stay on a page
-        if (of.rows.size() <= FEW) look += look.empty() ? "whole" : " whole";
+        look += look.empty() ? "set" : " set";
+        if (of.rows.size() <= FEW) look += " whole";
         open("table", look);
         out += '\n';
         if (!of.caption.empty()) out += "<caption>" + escaped(of.caption) + "</caption>\n";
+        out += "<colgroup>";
+        for (const std::size_t share : shares_of(of))
+            out += "<col style=\"width:" + std::to_string(share) + "%\">";
+        out += "</colgroup>\n";
         out += "<thead><tr>";
         for (const Column& column : of.columns) {
             if (column.head.empty()) {

@@ -1,6 +1,6 @@
 // The look of a document's page, on a screen and on paper. Grids and halos of text are left to others: makers of PDF do
-// not know them. They pay for each line its list of fonts, for each dot of a leader as for a line, and for each column
-// whose width depends on its content.
+// not know them. They pay for each line its list of fonts, for each dot of a leader or of a border as for a line, for
+// each column whose width depends on its content, for borders that cells share, and for each line beside a float.
 #pragma once
 
 #include <string_view>
@@ -20,7 +20,7 @@ a { color: inherit; }
 ul { margin: 0.4em 0; padding-left: 1.4em; }
 pre, .mono { font-family: "DejaVu Sans Mono", Menlo, Consolas, "Liberation Mono", monospace; font-size: 0.82em; }
 pre { margin: 0.45em 0; line-height: 1.32; white-space: pre; }
-table { border-collapse: collapse; margin: 0.6em 0; width: 100%; font-size: 0.92em; }
+table { border-collapse: separate; border-spacing: 0; margin: 0.6em 0; width: 100%; font-size: 0.92em; }
 caption { text-align: left; font-weight: bold; padding: 0.2em 0; }
 th, td { text-align: left; vertical-align: top; padding: 0.18em 0.7em 0.18em 0; border-bottom: 1px solid #d9dce1;
   font-weight: normal; overflow-wrap: break-word; }
@@ -61,13 +61,10 @@ nav a { text-decoration: none; }
   nav.whole, table.whole { break-inside: avoid; }
   table { font-size: 8.5pt; }
   tr, caption { break-inside: avoid; }
-  .components { table-layout: fixed; }
-  .components thead th:nth-child(1) { width: 36%; }
-  .components thead th:nth-child(2) { width: 13%; }
-  .components thead th:nth-child(4) { width: 12%; }
+  table.set { table-layout: fixed; }
   .margin { break-before: avoid; }
-  nav li { border-bottom: 0.5pt dotted #999; }
-  nav a::after { content: target-counter(attr(href), page); float: right; }
+  nav li { border-bottom: 0.5pt solid #bbb; position: relative; padding-right: 3em; }
+  nav a::after { content: target-counter(attr(href), page); position: absolute; right: 0; width: 3em; text-align: right; }
 }
 )";
 

@@ -130,7 +130,7 @@ Drawn framed(Draft draft, DrawnFor surroundings) {
                   {edge, height - edge},
                   {edge, edge}},
                  OUTLINE);
-    figure.svg = sheet.svg(width, height, figure.alt, surroundings == DrawnFor::file);
+    figure.svg = sheet.svg(width, height, figure.alt, surroundings);
     return {std::move(sheet), std::move(figure)};
 }
 

@@ -89,6 +89,54 @@ void take_out(Spans& spans, const Spans& holes) {
     }
 }
 
+// A label as it is written.
+struct Set {
+    std::string words;
+    double x = 0;
+    Anchor anchor = Anchor::start;
+    std::string shifts = {}; // of its letters, each of all that follow, too
+};
+
+Set as_it_is(const Text& label) { return {label.words, label.at.x, label.anchor}; }
+
+// "t = 1.19" by its letters, which are where they are with the blanks: makers of PDF draw each letter for itself, and a
+// blank costs as much as a letter. Its beginning is given, as they do not count the shifts into its length.
+Set without_blanks(const Text& label) {
+    constexpr std::string_view SIGN = " = ";
+    if (label.words.find(SIGN) == std::string::npos) return as_it_is(label);
+    Set set;
+    const double width = text_width(label.words, TEXT_SIZE);
+    set.x = label.at.x - (label.anchor == Anchor::start    ? 0
+                          : label.anchor == Anchor::middle ? width / 2
+                                                           : width);
+    const std::string blank = number(text_width(" ", TEXT_SIZE));
+    std::string none; // of the letters since the last shift
+    const auto letter = [&](std::string_view bytes, bool shifted) {
+        set.words += bytes;
+        none += none.empty() && set.shifts.empty() ? "" : " ";
+        none += shifted ? blank : "0";
+        if (!shifted) return;
+        set.shifts += none;
+        none.clear();
+    };
+    bool after_sign = false;
+    for (std::size_t i = 0; i < label.words.size();) {
+        if (std::string_view(label.words).substr(i).starts_with(SIGN)) {
+            letter("=", true);
+            i += SIGN.size();
+            after_sign = true;
+            continue;
+        }
+        std::size_t end = i + 1;
+        while (end < label.words.size() && (label.words[end] & 0xC0) == 0x80)
+            ++end;
+        letter(std::string_view(label.words).substr(i, end - i), after_sign);
+        after_sign = false;
+        i = end;
+    }
+    return set;
+}
+
 Points corners(const Box& box) {
     return {
         {box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
@@ -247,7 +295,8 @@ std::vector<Stroke> Sheet::hatching() const {
     return lines;
 }
 
-std::string Sheet::svg(double width, double height, std::string_view alt, bool with_font) const {
+std::string Sheet::svg(double width, double height, std::string_view alt,
+                       DrawnFor surroundings) const {
     const std::string w = number(width), h = number(height);
     // A whole number: validators of HTML take no other.
     const auto pixels = [](double mm) { return std::to_string(std::lround(mm * 96 / 25.4)); };
@@ -255,8 +304,8 @@ std::string Sheet::svg(double width, double height, std::string_view alt, bool w
         "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" aria-label=\"" + escaped(alt) +
         "\" width=\"" + pixels(width) + "\" height=\"" + pixels(height) + "\" style=\"width:" + w +
         "mm;height:" + h + "mm\" viewBox=\"0 0 " + w + ' ' + h + "\">\n" +
-        (with_font ? "<style>" + font_face() + "</style>\n" : std::string()) + "<rect width=\"" +
-        w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
+        (surroundings == DrawnFor::file ? "<style>" + font_face() + "</style>\n" : std::string()) +
+        "<rect width=\"" + w + "\" height=\"" + h + "\" fill=\"#ffffff\"/>\n<g font-family=\"" +
         std::string(FONT_FAMILY) + "\" font-size=\"" + number(TEXT_SIZE) + "\">\n";
     // One path for what looks alike: readers of SVG take their time for each.
     Paths filled;
@@ -271,15 +320,21 @@ std::string Sheet::svg(double width, double height, std::string_view alt, bool w
             out.append("<path ").append(look).append(" d=\"").append(d).append("\"/>\n");
 
     for (const Text& label : labels) {
-        out += "<text x=\"" + number(label.at.x) + "\" y=\"" + number(label.at.y) +
-               "\" textLength=\"" + number(text_width(label.words, TEXT_SIZE)) +
-               "\" lengthAdjust=\"spacingAndGlyphs\"";
-        if (label.anchor != Anchor::start)
+        const Set set =
+            surroundings == DrawnFor::document ? without_blanks(label) : as_it_is(label);
+        out += "<text x=\"" + number(set.x) + "\" y=\"" + number(label.at.y) + '"';
+        // Readers differ in whether the shifts count for the length.
+        if (!set.shifts.empty())
+            out += " dx=\"" + set.shifts + '"';
+        else
+            out += " textLength=\"" + number(text_width(set.words, TEXT_SIZE)) +
+                   "\" lengthAdjust=\"spacingAndGlyphs\"";
+        if (set.anchor != Anchor::start)
             out +=
-                label.anchor == Anchor::middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
+                set.anchor == Anchor::middle ? " text-anchor=\"middle\"" : " text-anchor=\"end\"";
         if (label.colour != "#000000") out += " fill=\"" + std::string(label.colour) + '"';
         if (label.upwards) out += " transform=\"rotate(-90 " + point(label.at) + ")\"";
-        out += '>' + escaped(label.words) + "</text>\n";
+        out += '>' + escaped(set.words) + "</text>\n";
     }
     return out + "</g>\n</svg>\n";
 }

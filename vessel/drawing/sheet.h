@@ -118,7 +118,7 @@ class Sheet {
 
     // The page as it is, from 0, 0 on; with the font, or for a page that has it.
     std::string svg(double width, double height, std::string_view alt,
-                    bool with_font = false) const;
+                    DrawnFor surroundings = DrawnFor::page) const;
 
   private:
     std::vector<Stroke> strokes;
