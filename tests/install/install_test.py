@@ -14,6 +14,9 @@ import tempfile
 import unittest
 from pathlib import Path
 
+sys.dont_write_bytecode = True
+from built_before import lay_ready
+
 BUILD = json.loads(Path(sys.argv[1]).read_text(encoding="utf-8"))
 SCRATCH = Path(sys.argv[2]).absolute()
 PREFIX = SCRATCH / "moved here"
@@ -234,10 +237,10 @@ class Sources(unittest.TestCase):
     """The source tree in another project. What the tree under test has compiled by the same command is taken."""
 
     def configured(self, project, build, folder, *options):
-        launcher = ";".join([sys.executable, "-S", "-E", str(SOURCE / "tests/install/built_before.py"), BUILD["build"],
-                             str(build), folder])  # fmt: skip
+        launcher = f"sh;{SOURCE / 'tests/install/built_before.sh'}"
         cmake(SOURCE / "tests/install" / project, build, f"-DTARVANE={SOURCE}", f"-DCMAKE_BUILD_TYPE={BUILD['type']}",
-              f"-DCMAKE_CXX_COMPILER_LAUNCHER={launcher}", *options)  # fmt: skip
+              "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", f"-DCMAKE_CXX_COMPILER_LAUNCHER={launcher}", *options)  # fmt: skip
+        lay_ready(BUILD["build"], str(build), folder)
 
     def built(self, build, *targets):
         run(BUILD["cmake"], "--build", build, "--target", *targets)

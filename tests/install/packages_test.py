@@ -4,6 +4,7 @@
 """
 
 import filecmp
+import functools
 import gzip
 import json
 import os
@@ -36,6 +37,12 @@ def is_program(path):
     return path.is_file() and not path.is_symlink() and path.read_bytes()[:4] == b"\x7fELF"
 
 
+@functools.cache
+def owners_of(library):
+    """Packages, of several architectures."""
+    return {line.split(":")[0] for line in run("dpkg-query", "-S", f"*/{library}").splitlines()}
+
+
 def setUpModule():
     missing = [tool for tool in ("dpkg-deb", "dpkg-shlibdeps", "dpkg-query") if not shutil.which(tool)]
     if missing:
@@ -43,7 +50,7 @@ def setUpModule():
     shutil.rmtree(SCRATCH, ignore_errors=True)
     run(BUILD["cmake"], "--install", BUILD["build"], "--prefix", TREE / "usr")
     config = Path(BUILD["build"], "CPackConfig.cmake")
-    run(BUILD["cpack"], "-G", "DEB", "--config", config, "-B", PACKAGES, "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=gzip")
+    run(BUILD["cpack"], "-G", "DEB", "--config", config, "-B", PACKAGES, "-D", "CPACK_DEBIAN_COMPRESSION_TYPE=none")
     (SCRATCH / "unpacked").mkdir()
     for package in PACKAGES.glob("*.deb"):
         name = run("dpkg-deb", "-f", package, "Package").strip()
@@ -124,8 +131,7 @@ class Packages(unittest.TestCase):
                         package = LIBRARIES[library.split(".so.")[0] + ".so"]
                         self.assertEqual(needs.get(package), version[package])
                     elif not library.startswith("ld-linux"):
-                        found = run("dpkg-query", "-S", f"*/{library}").splitlines()
-                        owners = {line.split(":")[0] for line in found}  # of several architectures
+                        owners = owners_of(library)
                         self.assertTrue(owners & set(needs), f"{name}: {library} of {owners}")
         self.assertGreater(count, 8)
         # What no header of a file says.

@@ -82,7 +82,7 @@ inline std::vector<std::string> all_outputs(const Handle& handle, const std::str
     std::vector<std::string> outputs;
     for (const Value& each : *kinds_of(handle).list()) {
         if (text_at(each, "name") != kind) continue;
-        const Value results = at(each, "results");
+        const Value& results = at(each, "results");
         for (const Value& field : *results.list())
             outputs.push_back(kind + "[0].results." + text_at(field, "name"));
     }
@@ -97,7 +97,7 @@ inline std::set<std::string> ids_of(const Handle& handle, const std::string& kin
                                     std::vector<std::string>& in_order) {
     for (const Value& each : *kinds_of(handle).list()) {
         if (text_at(each, "name") != kind) continue;
-        const Value checks = at(each, "checks");
+        const Value& checks = at(each, "checks");
         for (const Value& field : *checks.list())
             in_order.push_back(text_at(field, "id"));
     }
@@ -108,9 +108,9 @@ inline std::set<std::string> ids_of(const Handle& handle, const std::string& kin
 inline std::map<std::string, double> choice_numbers(const Handle& handle) {
     std::map<std::string, double> numbers;
     for (const Value& kind : *kinds_of(handle).list()) {
-        const Value results = at(kind, "results");
+        const Value& results = at(kind, "results");
         for (const Value& field : *results.list()) {
-            const Value choices = at(field, "choices");
+            const Value& choices = at(field, "choices");
             if (choices.null()) continue;
             for (const Value& choice : *choices.list())
                 numbers.emplace(text_at(kind, "name") + ' ' + text_at(field, "name") + ' ' +
@@ -141,9 +141,9 @@ inline double wanted(const Handle& handle, const Value& result, const std::strin
     if (what == "ratio" || what == "governing") {
         // The only component's; the first check that was requested.
         const std::string component = vessel ? text_at(result, "governing.component") : of;
-        const Value id = at(result, vessel ? "governing.check" : of + ".governing");
+        const Value& id = at(result, vessel ? "governing.check" : of + ".governing");
         if (id.null()) return NONE;
-        const Value checks = at(result, component + ".checks");
+        const Value& checks = at(result, component + ".checks");
         for (const Value& check : *checks.list()) {
             if (text_at(check, "id") != *id.text()) continue;
             if (what == "governing")
@@ -154,7 +154,7 @@ inline double wanted(const Handle& handle, const Value& result, const std::strin
         }
         return NONE;
     }
-    const Value value = at(result, output);
+    const Value& value = at(result, output);
     if (const bool* flag = value.flag()) return *flag ? 1.0 : 0.0;
     if (value.text() != nullptr) return choice_number(handle, output, *value.text());
     return value.number().value_or(NONE);

@@ -88,7 +88,7 @@ TEST(Sweep, OfEachKeyOfAFlange) {
     std::vector<std::string> keys;
     for (const Value& kind : *kinds_of(handle).list()) {
         if (text_at(kind, "name") != "flange") continue;
-        const Value list = at(kind, "keys");
+        const Value& list = at(kind, "keys");
         for (const Value& key : *list.list()) {
             const std::string quantity = text_at(key, "quantity");
             const std::string name = text_at(key, "name");

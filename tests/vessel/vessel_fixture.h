@@ -27,8 +27,9 @@ inline std::string request_of(const std::string& flange, const std::string& head
     return R"({"tarvane": 1, )" + head + R"("flange": [)" + flange + "]}";
 }
 
-// The value at "flange[0].inputs.P.value"; null without one.
-inline Value at(const Value& tree, std::string_view path) {
+// The value at "flange[0].inputs.P.value"; null without one. Of a tree that stays, itself; else a copy.
+inline const Value& at(const Value& tree, std::string_view path) {
+    static const Value null;
     const Value* here = &tree;
     while (!path.empty() && here != nullptr) {
         const std::size_t end = path.find_first_of(".[", path.front() == '[' ? 1 : 0);
@@ -44,11 +45,15 @@ inline Value at(const Value& tree, std::string_view path) {
             here = table != nullptr ? table->find(step) : nullptr;
         }
     }
-    return here != nullptr ? *here : Value();
+    return here != nullptr ? *here : null;
+}
+inline Value at(Value&& tree, std::string_view path) {
+    const Value& here = tree;
+    return at(here, path);
 }
 
 inline std::string text_at(const Value& tree, std::string_view path) {
-    const Value value = at(tree, path);
+    const Value& value = at(tree, path);
     return value.text() != nullptr ? *value.text() : "no text: " + value.shown();
 }
 

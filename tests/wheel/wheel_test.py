@@ -19,10 +19,10 @@ SKIPPED = 77
 SOURCE, BUILD, VERSION, SCRATCH = Path(sys.argv[1]), Path(sys.argv[2]), sys.argv[3], Path(sys.argv[4])
 VENV = SCRATCH / "an empty environment"
 ELSEWHERE = SCRATCH / "elsewhere"
-# No library, data files or source tree may be found by these, and no index: nobody listens there.
+# No library, data files, program or source tree may be found by these, and no index: nobody listens there.
 ENVIRONMENT = {
     **{name: value for name, value in os.environ.items()
-       if not name.startswith(("PYTHON", "PIP_", "TARVANE_LIB", "TARVANE_DATA", "LD_", "SOURCE_DATE"))},
+       if not name.startswith(("PYTHON", "PIP_", "TARVANE_", "LD_", "SOURCE_DATE"))},
     "PIP_CONFIG_FILE": os.devnull, "PIP_INDEX_URL": "http://127.0.0.1:9/simple", "PIP_RETRIES": "0",
     "PIP_DISABLE_PIP_VERSION_CHECK": "1", "PYTHONDONTWRITEBYTECODE": "1", "TARVANE_BUILD": str(BUILD),
 }  # fmt: skip
@@ -68,7 +68,7 @@ def setUpModule():
         raise AssertionError("the environment is not empty")
     run(VENV / "bin/pip", "wheel", "--wheel-dir", SCRATCH / "by pip", SOURCE)
     (WHEEL,) = (SCRATCH / "by pip").glob("*.whl")
-    run(VENV / "bin/pip", "install", SOURCE)
+    run(VENV / "bin/pip", "install", WHEEL)
 
 
 def tearDownModule():
