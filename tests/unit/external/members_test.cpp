@@ -7,7 +7,7 @@
 namespace tarvane::external_test {
 namespace {
 
-double FS_of(double Fic, double Fy) {
+double FS_of_member(double Fic, double Fy) {
     if (Fic <= 0.55 * Fy) return 2.0;
     return Fic < Fy ? 2.407 - 0.741 * Fic / Fy : 1.667;
 }
@@ -73,9 +73,9 @@ TEST_F(Members, AxialCompressionOfCarbonSteel) {
             const double Fxe = Cc * 28.3e6 / d;
             const double Fxc = d <= 135.0 ? Fy : d < 600.0 ? 466.0 * Fy / (d + 331.0) : 0.5 * Fy;
             EXPECT_NEAR(a.Fxe, Fxe, 2e-5 * Fxe) << Dot << " " << Mx;
-            EXPECT_NEAR(a.FSe, FS_of(Fxe, Fy), 1e-4);
-            EXPECT_NEAR(a.FSc, FS_of(Fxc, Fy), 1e-4);
-            const double Fxa = std::fmin(Fxe / FS_of(Fxe, Fy), Fxc / FS_of(Fxc, Fy));
+            EXPECT_NEAR(a.FSe, FS_of_member(Fxe, Fy), 1e-4);
+            EXPECT_NEAR(a.FSc, FS_of_member(Fxc, Fy), 1e-4);
+            const double Fxa = std::fmin(Fxe / FS_of_member(Fxe, Fy), Fxc / FS_of_member(Fxc, Fy));
             EXPECT_NEAR(a.Fxa, Fxa, 1e-4 * Fxa);
             EXPECT_EQ(a.Lambda, 0.0f); // no column
             EXPECT_EQ(a.Fca, 1000000.0f);
@@ -147,7 +147,7 @@ TEST_F(Members, ShearThroughoutItsRanges) {
             const double AlphaV = d <= 500.0 ? 0.8 : 1.389 - 0.218 * std::log10(d);
             const double Fve = AlphaV * Cv * 28.3e6 / d, r = Fve / Fy;
             const double Eta = r <= 0.48 ? 1.0 : r < 1.7 ? 0.43 / r + 0.1 : 0.6 / r;
-            const double Fva = Eta * Fve / FS_of(Eta * Fve, Fy);
+            const double Fva = Eta * Fve / FS_of_member(Eta * Fve, Fy);
             EXPECT_NEAR(s.Fva, Fva, 1e-4 * Fva);
         }
     EXPECT_EQ(LINE_COUNT, 0);

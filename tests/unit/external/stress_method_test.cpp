@@ -12,7 +12,7 @@ double Ch_of(double Mx, double Dot) {
     if (Mx > 1.5) return 0.92 / (Mx - 0.579);
     return 1.0;
 }
-double FS_of(double Fic, double Fy) {
+double FS_of_stress(double Fic, double Fy) {
     if (Fic <= 0.55 * Fy) return 2.0;
     return Fic < Fy ? 2.407 - 0.741 * Fic / Fy : 1.667;
 }
@@ -82,7 +82,7 @@ TEST_F(BucklingStress, OtherSteelTakesItsStressFromTheTangentModulus) {
     const double B = 11886.2 + 4000.0 * x + 500.0 * x * x;
     const double tangent = 16000.0 * (2.0 * B / A) / 26.666666e6;
     EXPECT_NEAR(Fic, tangent, 1e-3 * tangent);
-    EXPECT_NEAR(FS, FS_of(tangent, 30000.0), 1e-3);
+    EXPECT_NEAR(FS, FS_of_stress(tangent, 30000.0), 1e-3);
 }
 
 TEST_F(BucklingStress, WithoutAnElasticStressItStartsFromThePredictedOne) {
@@ -148,9 +148,9 @@ TEST_F(BucklingStress, CylinderThroughoutItsRanges) {
                 const double d = wide(Dot), Sy = wide(Fy);
                 const double Fhe = 1.6 * Ch_of(wide(Mx), d) * 28.3e6 / d;
                 const double Fic = cylinder_Fic(Fhe, Sy);
-                const double Fha = Fic / FS_of(Fic, Sy);
+                const double Fha = Fic / FS_of_stress(Fic, Sy);
                 EXPECT_NEAR(shell.Fhe, Fhe, 1e-5 * Fhe) << Dot << " " << Mx;
-                EXPECT_NEAR(shell.FS, FS_of(Fic, Sy), 2e-5);
+                EXPECT_NEAR(shell.FS, FS_of_stress(Fic, Sy), 2e-5);
                 EXPECT_NEAR(shell.Fha, Fha, 2e-5 * Fha);
                 EXPECT_NEAR(shell.Pa, 2.0 * Fha / d, 4e-5 * Fha / d);
             }
@@ -223,7 +223,7 @@ TEST_F(BucklingStress, HeadsThroughoutTheirRanges) {
             const double d = wide(Rot), Sy = wide(Fy);
             const double Fhe = 0.075 * 28.3e6 / d;
             const double Fic = head_Fic(Fhe, Sy);
-            const double Fha = Fic / FS_of(Fic, Sy);
+            const double Fha = Fic / FS_of_stress(Fic, Sy);
             const Real kO = 1.9f;
             const Real Ko = 0.25346f + 0.13995f * 1.9f + 0.12238f * 3.61f - 0.015297f * 6.859f;
             for (const auto& [element, Do] :
@@ -277,7 +277,7 @@ TEST_F(BucklingStress, MixedStressesWriteNothing) {
         const double Cc = 4000.0 * d / 28e6;
         const double Cd = 1.06 / (1.0 / Cc + 3.24);
         const double Fic = head_Fic((Ci + Cd) * 28e6 / d, 4e4);
-        EXPECT_NEAR(head.Fha, Fic / FS_of(Fic, 4e4), 0.5) << Rot;
+        EXPECT_NEAR(head.Fha, Fic / FS_of_stress(Fic, 4e4), 0.5) << Rot;
         EXPECT_EQ(head.Fa, head.Fha);
         EXPECT_EQ(head.Pa, 0.0f);
         EXPECT_EQ(head.Fb, 0.0f);

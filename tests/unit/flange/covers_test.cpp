@@ -1,3 +1,4 @@
+#include "../edge_numbers.h"
 #include "flange/blind.h"
 #include "flange/covers.h"
 #include "flange/stresses.h"
@@ -12,8 +13,6 @@ namespace {
 
 using stress_test::FlangeLinesTest;
 using stress_test::Lines;
-
-const Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 // ---- TEMA channel cover ---------------------------------------------------------------------------
 

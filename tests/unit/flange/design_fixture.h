@@ -1,6 +1,7 @@
 // Common ground of the design tests: a system directory with a few bolts in it.
 #pragma once
 
+#include "../edge_numbers.h"
 #include "bolting/bolt_tables.h"
 #include "flange/design.h"
 #include "host/services.h"
@@ -8,15 +9,9 @@
 
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <unistd.h>
 
 namespace tarvane::design_test {
-
-inline constexpr Real INFINITE = std::numeric_limits<Real>::infinity();
-inline constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
-
-inline Real above(Real x) { return std::nextafter(x, INFINITE); }
 
 // Bolts of the tests: diameter, root area, Bmin, Rmin, Rmin of rings, Emin, corners, wrench.
 inline constexpr char BOLTS[] = "[TEMA IMPERIAL]\n"

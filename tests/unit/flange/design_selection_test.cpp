@@ -7,9 +7,6 @@
 namespace tarvane {
 namespace {
 
-using design_test::above;
-using design_test::INFINITE;
-using design_test::NOT_A_NUMBER;
 using stage_test::expect_close;
 using stage_test::joined;
 using stage_test::Lines;
@@ -444,7 +441,7 @@ TEST_F(DesignSelection, WithoutABoltFile) {
 }
 
 TEST_F(DesignSelection, AnyInputIsCarriedThrough) {
-    for (const Real x : {NOT_A_NUMBER, INFINITE, -INFINITE, 0.0f, -1.0e30f, 3.0e38f}) {
+    for (const Real x : {NOT_A_NUMBER, UNBOUNDED, -UNBOUNDED, 0.0f, -1.0e30f, 3.0e38f}) {
         for (Real FLANGE_STATE::*item : std::initializer_list<Real FLANGE_STATE::*>{
                  &FLANGE_STATE::B, &FLANGE_STATE::C, &FLANGE_STATE::t, &FLANGE_STATE::Am,
                  &FLANGE_STATE::go, &FLANGE_STATE::Sfo, &FLANGE_STATE::m, &FLANGE_STATE::GiC}) {

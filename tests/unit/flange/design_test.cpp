@@ -8,8 +8,6 @@
 namespace tarvane {
 namespace {
 
-using design_test::INFINITE;
-using design_test::NOT_A_NUMBER;
 using stage_test::expect_close;
 using stage_test::joined;
 
@@ -120,7 +118,7 @@ TEST(DesignNextThickness, ZeroAndNotANumberRatios) {
     FLANGE_STATE s = with_ratios(INTEGRAL_WELD_NECK, 1.0f);
     s.RATIO[SEATING][RADIAL] = 0.0f;
     NEXT_FLANGE_THICKNESS(s, converged);
-    EXPECT_EQ(s.t, INFINITE);
+    EXPECT_EQ(s.t, UNBOUNDED);
     EXPECT_FALSE(converged);
     // A not-a-number survives only as the first operand.
     s = with_ratios(INTEGRAL_WELD_NECK, 0.25f);

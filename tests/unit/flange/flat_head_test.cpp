@@ -1,9 +1,9 @@
+#include "../edge_numbers.h"
 #include "flange/rating.h"
 #include "flange/stresses.h"
 #include "stress_fixture.h"
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 namespace tarvane {
@@ -13,7 +13,6 @@ using stress_test::FlangeLinesTest;
 using stress_test::Lines;
 
 constexpr double PI_D = 3.14159265358979;
-const Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 const std::string OPERATING_UG34 = "Tangential Flange Stress, Flat Head (UG-34), Operating [STo]:";
 const std::string OPERATING_EN = "Tangential Flange Stress, Flat Head, Operating [STo]:";

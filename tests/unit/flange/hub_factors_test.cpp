@@ -1,8 +1,7 @@
 // Hub factors of both ways against published tables and a double precision evaluation with the exact
 // fractions of Table 2-7.1, and their report lines.
+#include "../edge_numbers.h"
 #include "shape_fixture.h"
-
-#include <limits>
 
 namespace tarvane {
 namespace {
@@ -12,8 +11,6 @@ using shape_test::through_figures;
 using stage_test::Lines;
 
 class HubFactors : public shape_test::ShapeTest {};
-
-constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 // Factors of a hub given by its two ratios.
 FLANGE_STATE figures(Int type, Real gRatio, Real hRatio) {

@@ -1,3 +1,4 @@
+#include "../edge_numbers.h"
 #include "flange/covers.h"
 #include "flange/rating.h"
 #include "flange/stresses.h"
@@ -5,7 +6,6 @@
 
 #include <bit>
 #include <cmath>
-#include <limits>
 #include <random>
 
 namespace tarvane {
@@ -13,8 +13,6 @@ namespace {
 
 using stress_test::FlangeLinesTest;
 using stress_test::Lines;
-
-const Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 class RatingTest : public FlangeLinesTest {
   protected:

@@ -1,8 +1,8 @@
+#include "../edge_numbers.h"
 #include "flange/stresses.h"
 #include "stress_fixture.h"
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 namespace tarvane {
@@ -10,8 +10,6 @@ namespace {
 
 using stress_test::Lines;
 using stress_test::StressesTest;
-
-const Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 // ---- integral flange ---------------------------------------------------------------------------
 

@@ -2,20 +2,14 @@
 // boxes that were shown.
 #pragma once
 
+#include "../edge_numbers.h"
 #include "flange/validation.h"
 #include "host/services.h"
 #include "stage_fixture.h"
 
-#include <limits>
-
 namespace tarvane::validation_test {
 
 using stage_test::Lines;
-
-inline constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
-
-inline Real above(Real x) { return std::nextafter(x, std::numeric_limits<Real>::infinity()); }
-inline Real below(Real x) { return std::nextafter(x, -std::numeric_limits<Real>::infinity()); }
 
 // An integral flange that no test objects to.
 inline FLANGE_STATE sound() {

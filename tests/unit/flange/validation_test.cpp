@@ -4,11 +4,8 @@ namespace tarvane {
 namespace {
 
 using stage_test::joined;
-using validation_test::above;
-using validation_test::below;
 using validation_test::boxes;
 using validation_test::Lines;
-using validation_test::NOT_A_NUMBER;
 using validation_test::sound;
 using validation_test::sound_blind;
 using validation_test::Validation;

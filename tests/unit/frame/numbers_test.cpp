@@ -1,5 +1,7 @@
 #include "frame/numbers.h"
 
+#include "../edge_numbers.h"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -14,7 +16,6 @@
 namespace tarvane {
 namespace {
 
-constexpr Real UNBOUNDED = std::numeric_limits<Real>::infinity();
 constexpr Int UNSEEN = -12345;
 
 // ---- PARSE_REAL --------------------------------------------------------------------------------

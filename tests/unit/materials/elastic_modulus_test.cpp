@@ -52,14 +52,14 @@ std::string small_file() {
 }
 
 // Charts CS-2 up to 900 degrees and HA-1 up to 100, for the moduli alone.
-constexpr const char* CHARTS = "[CS-2]\n"
-                               "300 0 29.0 1E-4 1450 0.1 15000 0 0 0\n"
-                               "900 0 20.0 1E-4 1000 0.1 9000 0 0 0\n"
-                               "\n"
-                               "[HA-1]\n"
-                               "100 0 28.0 1E-4 1400 0.1 15000 0 0 0\n"
-                               "\n"
-                               "[END]\n";
+constexpr const char* MODULUS_CHARTS = "[CS-2]\n"
+                                       "300 0 29.0 1E-4 1450 0.1 15000 0 0 0\n"
+                                       "900 0 20.0 1E-4 1000 0.1 9000 0 0 0\n"
+                                       "\n"
+                                       "[HA-1]\n"
+                                       "100 0 28.0 1E-4 1400 0.1 15000 0 0 0\n"
+                                       "\n"
+                                       "[END]\n";
 
 class ElasticModulus : public data_test::DataTest {
   protected:
@@ -459,7 +459,7 @@ TEST_F(ElasticModulus, AReferenceAbove230GivesCarbonSteelThoughTheRowIsThere) {
 
 TEST_F(ElasticModulus, AMissingFileGivesBothWarningsAndNoModulus) {
     remove_file("system", "ElastAlp07.txt");
-    write_file("system", "ExtChartData.txt", CHARTS);
+    write_file("system", "ExtChartData.txt", MODULUS_CHARTS);
     SET_CHART("CS-2"); // the chart is not used
     EXPECT_EQ(ASMEMOD(70.0f, 1, 1), 0.0f);
     EXPECT_EQ(EMOD_STATUS, 1);
@@ -468,7 +468,7 @@ TEST_F(ElasticModulus, AMissingFileGivesBothWarningsAndNoModulus) {
 }
 
 TEST_F(ElasticModulus, ReferenceZeroTakesTheChart) {
-    write_file("system", "ExtChartData.txt", CHARTS);
+    write_file("system", "ExtChartData.txt", MODULUS_CHARTS);
     SET_CHART("CS-2");
     EXPECT_EQ(ASMEMOD(200.0f, 0, 1), 29.0f);
     EXPECT_EQ(EMOD_STATUS, 2);
@@ -481,7 +481,7 @@ TEST_F(ElasticModulus, ReferenceZeroTakesTheChart) {
 }
 
 TEST_F(ElasticModulus, AChartWhoseLimitIsPassed) {
-    write_file("system", "ExtChartData.txt", CHARTS);
+    write_file("system", "ExtChartData.txt", MODULUS_CHARTS);
     SET_CHART("HA-1");
     EXPECT_EQ(ASMEMOD(500.0f, 0, 1), 28.0f); // last row
     EXPECT_EQ(EMOD_STATUS, 3);
@@ -491,7 +491,7 @@ TEST_F(ElasticModulus, AChartWhoseLimitIsPassed) {
 }
 
 TEST_F(ElasticModulus, TheChartTakesTheCallersTemperatureNotTheHeldOne) {
-    write_file("system", "ExtChartData.txt", CHARTS);
+    write_file("system", "ExtChartData.txt", MODULUS_CHARTS);
     SET_CHART("CS-2");
     // Row 2 ends at 300, its axis at 400.
     EXPECT_FLOAT_EQ(ASMEMOD(600.0f, 2, 1), 24.5f);

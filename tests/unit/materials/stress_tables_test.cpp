@@ -1,6 +1,7 @@
 #include "materials/stress_tables.h"
 
 #include "../data_folder.h"
+#include "../edge_numbers.h"
 #include "../material_file.h"
 #include "frame/switches.h"
 
@@ -10,7 +11,6 @@ namespace {
 using material_test::Record;
 
 constexpr Real KSI = 0.145038f;
-constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 Real fahrenheit(Real C) { return C * 1.8f + 32.0f; }
 

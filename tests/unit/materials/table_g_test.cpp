@@ -6,8 +6,8 @@ namespace tarvane {
 namespace {
 
 constexpr int TABLE_LINES = 470;
-constexpr int KEYS[] = {4,  5,   6,   8,   10,  15,  20,  25,  30,  40,  50,  60,
-                        80, 100, 125, 150, 200, 250, 300, 400, 500, 600, 800, 1000};
+constexpr int TABLE_KEYS[] = {4,  5,   6,   8,   10,  15,  20,  25,  30,  40,  50,  60,
+                              80, 100, 125, 150, 200, 250, 300, 400, 500, 600, 800, 1000};
 
 // A = 1 / (D/t * L/D), a straight line on logarithms.
 std::string row(Real key, Real ld) {
@@ -36,7 +36,7 @@ std::string lines_of(const std::string& text, int lines = TABLE_LINES) {
 
 std::string whole_table(int without = 0) {
     std::string text;
-    for (const int key : KEYS)
+    for (const int key : TABLE_KEYS)
         if (key != without) text += section(key);
     return lines_of(text);
 }
@@ -64,7 +64,7 @@ class TableG : public data_test::DataTest {
 
 TEST_F(TableG, EveryKeyHasItsSection) {
     use(whole_table());
-    for (const int key : KEYS) {
+    for (const int key : TABLE_KEYS) {
         expect_close(in_row(static_cast<Real>(key), 3.0f), 1.0 / (3.0 * key));
         expect_close(factor(static_cast<Real>(key), 3.0f), 1.0 / (3.0 * key));
     }

@@ -1,11 +1,10 @@
+#include "../edge_numbers.h"
 #include "report_fixture.h"
 
 #include <limits>
 
 namespace tarvane::report_test {
 namespace {
-
-constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 class LinesTest : public ReportTest {
   protected:

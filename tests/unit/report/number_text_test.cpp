@@ -1,3 +1,4 @@
+#include "../edge_numbers.h"
 #include "exact_decimal.h"
 #include "report/renderer.h"
 
@@ -11,9 +12,6 @@
 
 namespace tarvane::report_test {
 namespace {
-
-constexpr Real UNBOUNDED = std::numeric_limits<Real>::infinity();
-constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 std::string fixed_text(Real value, Int width, Int decimals) {
     return std::string(fixed_number(value, width, decimals).view());

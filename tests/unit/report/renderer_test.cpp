@@ -1,13 +1,10 @@
+#include "../edge_numbers.h"
 #include "report_fixture.h"
 
 #include <cmath>
-#include <limits>
 
 namespace tarvane::report_test {
 namespace {
-
-constexpr Real UNBOUNDED = std::numeric_limits<Real>::infinity();
-constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
 
 class RendererTest : public ReportTest {
   protected:

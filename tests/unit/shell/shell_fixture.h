@@ -4,17 +4,14 @@
 
 #include "../data_folder.h"
 
+#include "../edge_numbers.h"
 #include "shell/shlint.h"
 
 #include <cmath>
-#include <limits>
 
 namespace tarvane::shell_test {
 
 inline constexpr Real UNTOUCHED = -77.0f;
-inline constexpr Real NOT_A_NUMBER = std::numeric_limits<Real>::quiet_NaN();
-inline Real above(Real x) { return std::nextafter(x, std::numeric_limits<Real>::infinity()); }
-inline Real below(Real x) { return std::nextafter(x, -std::numeric_limits<Real>::infinity()); }
 
 // Arguments of one call, inside dimensions and carbon steel unless noted; results hold UNTOUCHED
 // until a call writes them.

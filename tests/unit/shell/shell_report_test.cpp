@@ -174,10 +174,10 @@ TEST_F(ShellReport, KeepsTheColumnOfK) {
     const auto fresh = report(wide);
     tight.calculate();
     wide.calculate(); // begins with the column of the other head, ends with its own
-    const Real MAWP = SHELL.mawp;
+    const Real found = SHELL.mawp;
     const Int column = K_COLUMN;
     const auto page = report(wide);
-    EXPECT_EQ(SHELL.mawp, MAWP);
+    EXPECT_EQ(SHELL.mawp, found);
     EXPECT_EQ(K_COLUMN, column);
     EXPECT_NE(page, fresh);
 }

@@ -251,13 +251,13 @@ TEST_F(Trace, CylinderAndSphereThinAndThick) {
 
 // The walls at which the forms change: exactly at them thin, one hair above thick.
 TEST_F(Trace, ChangesWithTheWall) {
-    struct Switch {
+    struct WallLimit {
         Int element;
         Real D, t;
         Int thin, thick;
     };
-    for (const Switch& at : {Switch{CYLINDER, 10.0f, 2.5f, UG_27_C_1, APP_1_2_A_1},
-                             Switch{SPHERE, 10.0f, 0.356f * 5.0f, UG_27_D, APP_1_3}}) {
+    for (const WallLimit& at : {WallLimit{CYLINDER, 10.0f, 2.5f, UG_27_C_1, APP_1_2_A_1},
+                                WallLimit{SPHERE, 10.0f, 0.356f * 5.0f, UG_27_D, APP_1_3}}) {
         Shell e = element(at.element);
         e.D = at.D, e.t = at.t, e.P = 1000.0f;
         check(e, at.thin);
