@@ -411,7 +411,7 @@ int command(int argc, char** argv, std::ostream& out) {
         for (std::size_t i = 0; i < mdmt_values.size(); ++i) {
             if (mdmt_values[i].empty()) continue;
             const auto& [option, key, help, text] = MDMT_OPTIONS[i];
-            mdmt.keys.emplace_back(key, text ? tarvane::vessel::quoted(mdmt_values[i])
+            mdmt.keys.emplace_back(key, text ? tarvane::vessel::in_quotes(mdmt_values[i])
                                              : plain_number(mdmt_values[i]));
         }
         const auto flag = [&](const char* key, bool on) {

@@ -13,14 +13,14 @@ namespace tarvane::app {
 
 namespace {
 
-std::atomic<int> requests = 0, first = 0;
+std::atomic<int> stop_requests = 0, first_signal = 0;
 
 constexpr int BY_SIGNAL = 128;
 
 #ifdef _WIN32
 
 BOOL WINAPI take(DWORD) {
-    ++requests;
+    ++stop_requests;
     return TRUE;
 }
 
@@ -30,21 +30,21 @@ constexpr std::array SIGNALS = {SIGINT, SIGTERM, SIGHUP};
 std::array<struct sigaction, SIGNALS.size()> before;
 
 extern "C" void take(int signal) {
-    if (requests++ == 0) first = signal;
+    if (stop_requests++ == 0) first_signal = signal;
 }
 
 #endif
 
 } // namespace
 
-int Interrupts::count() const { return requests; }
+int Interrupts::count() const { return stop_requests; }
 
 #ifdef _WIN32
 
 Interrupts::Interrupts() {
     constexpr int INTERRUPT = 2;
-    requests = 0;
-    first = INTERRUPT;
+    stop_requests = 0;
+    first_signal = INTERRUPT;
     SetConsoleCtrlHandler(take, TRUE);
 }
 
@@ -53,7 +53,7 @@ Interrupts::~Interrupts() { SetConsoleCtrlHandler(take, FALSE); }
 #else
 
 Interrupts::Interrupts() {
-    requests = first = 0;
+    stop_requests = first_signal = 0;
     struct sigaction action {};
     action.sa_handler = take;
     action.sa_flags = SA_RESTART;
@@ -71,6 +71,6 @@ Interrupts::~Interrupts() {
 
 #endif
 
-int Interrupts::status() const { return BY_SIGNAL + first; }
+int Interrupts::status() const { return BY_SIGNAL + first_signal; }
 
 } // namespace tarvane::app

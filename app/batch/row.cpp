@@ -7,7 +7,7 @@ namespace tarvane::app {
 
 namespace {
 
-constexpr std::int64_t FORM = 1; // of a line of the journal
+constexpr std::int64_t ROW_FORM = 1; // of a line of the journal
 
 const Value& member(const Table& object, std::string_view name) {
     const Value* value = object.find(name);
@@ -104,7 +104,7 @@ Row row_of(const Table& object) {
 
 std::string line_of(const Entry& entry) {
     JsonWriter json;
-    json.begin_object().key("journal").whole(FORM);
+    json.begin_object().key("journal").whole(ROW_FORM);
     write_row(entry.row, json);
     json.key("key").text(entry.key).key("seconds").number(entry.seconds);
     json.key("files").begin_object();
@@ -119,7 +119,7 @@ std::optional<Entry> entry_of(std::string_view line) {
     const Table* object = value ? value->table() : nullptr;
     if (object == nullptr) return std::nullopt;
     try {
-        if (whole(*object, "journal") != FORM) return std::nullopt;
+        if (whole(*object, "journal") != ROW_FORM) return std::nullopt;
         Entry entry{.row = row_of(*object),
                     .key = text(*object, "key"),
                     .files = {},

@@ -14,7 +14,7 @@ namespace tarvane::app {
 
 namespace {
 
-constexpr int FORM = 1; // of the summary
+constexpr int SUMMARY_FORM = 1; // of the summary
 constexpr int RATIO_DECIMALS = 4;
 
 constexpr std::size_t COLUMNS = 10;
@@ -112,7 +112,7 @@ std::string summary_json(const std::vector<Row>& rows, const Conditions& conditi
         return count([&](const Row& row) { return row.calculated() && row.verdict == verdict; });
     };
     JsonWriter json;
-    json.begin_object().key("batch").whole(FORM).key("program").text(conditions.program);
+    json.begin_object().key("batch").whole(SUMMARY_FORM).key("program").text(conditions.program);
     json.key("strict").flag(conditions.strict).key("html").flag(conditions.html);
     json.key("data").begin_object().key("version");
     if (conditions.data_version.empty())

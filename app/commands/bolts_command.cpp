@@ -15,25 +15,28 @@ namespace tarvane::app {
 
 namespace {
 
-constexpr std::size_t SERIES = 16, SIZES = 18, STATUS = 13, EDITION = 18, WIDTH = 12;
+constexpr std::size_t SERIES_COLUMN = 16, SIZES_COLUMN = 18, STATUS_COLUMN = 13,
+                      EDITION_COLUMN = 18, SIZE_COLUMN = 12;
 
 std::string size_text(float size) { return general_text(static_cast<double>(size)); }
 
 void print_series(const std::vector<ThreadSeries>& all, std::ostream& out) {
     out << "Thread series of " << BOLT_FILE << "\n\n"
-        << padded("Series", SERIES) << padded("Sizes", SIZES) << padded("Figures", STATUS)
-        << padded("Edition", EDITION) << "Source\n"
-        << std::string(SERIES + SIZES + STATUS + EDITION + 40, '-') << '\n';
+        << padded("Series", SERIES_COLUMN) << padded("Sizes", SIZES_COLUMN)
+        << padded("Figures", STATUS_COLUMN) << padded("Edition", EDITION_COLUMN) << "Source\n"
+        << std::string(SERIES_COLUMN + SIZES_COLUMN + STATUS_COLUMN + EDITION_COLUMN + 40, '-')
+        << '\n';
     const auto sources = data_sources();
     for (const ThreadSeries& series : all) {
-        std::string sizes = "-", line = padded(series.name, SERIES);
+        std::string sizes = "-", line = padded(series.name, SERIES_COLUMN);
         if (!series.sizes.empty())
             sizes = size_text(series.sizes.front()[0]) + " to " +
                     size_text(series.sizes.back()[0]) + (series.metric ? " mm" : " in.");
-        line += padded(sizes, SIZES);
+        line += padded(sizes, SIZES_COLUMN);
         if (const ItemSource* from = sources->of(BOLT_FILE, series.name))
-            line += padded(from->status, STATUS) +
-                    padded(from->edition.empty() ? "-" : from->edition, EDITION) + from->source;
+            line += padded(from->status, STATUS_COLUMN) +
+                    padded(from->edition.empty() ? "-" : from->edition, EDITION_COLUMN) +
+                    from->source;
         out << line.substr(0, line.find_last_not_of(' ') + 1) << '\n';
     }
 }
@@ -46,8 +49,8 @@ void print_sizes(const ThreadSeries& series, std::ostream& out) {
                            area = series.metric ? "mm2" : "in2";
     std::string titles, units;
     for (std::size_t i = 0; i < ThreadSeries::NUMBERS; ++i) {
-        titles += right_aligned(TITLES[i], WIDTH);
-        units += right_aligned(i == 1 ? area : length, WIDTH);
+        titles += right_aligned(TITLES[i], SIZE_COLUMN);
+        units += right_aligned(i == 1 ? area : length, SIZE_COLUMN);
     }
     out << "Thread series " << series.name << "\n\n"
         << titles << '\n'
@@ -55,7 +58,7 @@ void print_sizes(const ThreadSeries& series, std::ostream& out) {
         << std::string(titles.size(), '-') << '\n';
     for (const auto& size : series.sizes) {
         for (const float number : size)
-            out << right_aligned(number_text(number, digits), WIDTH);
+            out << right_aligned(number_text(number, digits), SIZE_COLUMN);
         out << '\n';
     }
     if (const ItemSource* from = data_sources()->of(BOLT_FILE, series.name))

@@ -64,7 +64,7 @@ std::string last_temperature(const Material& m, const UnitSystem& units) {
 
 // ---- list ------------------------------------------------------------------------------------------
 
-struct Column {
+struct MaterialColumn {
     std::string_view title;
     std::string_view unit;
     bool number;
@@ -79,7 +79,7 @@ void print_list(const std::vector<const Material*>& materials, const UnitSystem&
     const auto sources = data_sources();
     using M = const Material&;
     using U = const UnitSystem&;
-    const Column columns[] = {
+    const MaterialColumn columns[] = {
         {"Material", "", false, [](M m, U) { return m.name + (m.approximate ? " ~" : ""); }},
         {"Ref.", "", true, [](M m, U) { return std::to_string(m.reference); }},
         {"Form", "", false, [](M m, U) { return or_dash(m.form); }},
@@ -98,7 +98,7 @@ void print_list(const std::vector<const Material*>& materials, const UnitSystem&
          }},
     };
     std::vector<std::vector<std::string>> lines(materials.size() + 2);
-    for (const Column& column : columns) {
+    for (const MaterialColumn& column : columns) {
         lines[0].emplace_back(column.title);
         lines[1].emplace_back(column.unit);
         for (std::size_t i = 0; i < materials.size(); ++i)

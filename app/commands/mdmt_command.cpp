@@ -57,7 +57,7 @@ void print_answer(const MdmtInput& element, const MdmtOutcome& o, const UnitSyst
 // The options are read as an input file, so that units, choices, materials and checks are the same.
 Status show_mdmt(const MdmtOptions& options, std::ostream& out, std::ostream& err) {
     set_data_folder(options.data, "--data");
-    std::string text = "units = " + quoted(options.units) + "\n[mdmt]\n";
+    std::string text = "units = " + in_quotes(options.units) + "\n[mdmt]\n";
     for (const auto& [key, value] : options.keys)
         text.append(key).append(" = ").append(value).append("\n");
     const ReadResult input = read_input(text);

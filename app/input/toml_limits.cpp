@@ -65,7 +65,7 @@ class Walk {
             ++at;
             in_word = false;
         } else if (static_cast<unsigned char>(c) >= 0x80) {
-            refuse(quoted(text.substr(at, sequence_length())) +
+            refuse(in_quotes(text.substr(at, sequence_length())) +
                    " is allowed between quotation marks only");
         } else if ((c == '"' || c == '\'') && !in_word) {
             const std::size_t begin = at;
@@ -160,7 +160,7 @@ class Walk {
         } else if (c == '}' && !open.empty()) {
             close();
         } else {
-            refuse(quoted(std::string_view(&c, 1)) + " is not allowed in a key");
+            refuse(in_quotes(std::string_view(&c, 1)) + " is not allowed in a key");
         }
     }
 
@@ -189,8 +189,8 @@ class Walk {
         if (given_up) return;
         const char begin = open.back();
         if ((begin == '[') != (here() == ']'))
-            return refuse(quoted(text.substr(at, 1)) + " cannot end what begins with " +
-                          quoted(std::string_view(&begin, 1)));
+            return refuse(in_quotes(text.substr(at, 1)) + " cannot end what begins with " +
+                          in_quotes(std::string_view(&begin, 1)));
         ++at;
         open.pop_back();
         in_key = in_word = false;

@@ -30,7 +30,7 @@ Sample sample(const Key& key, const UnitSystem& units) {
         return {"3", 3.0f};
     case Quantity::choice: {
         const Choice& last = key.choices.back();
-        return {vessel::quoted(last.name), static_cast<float>(last.number)};
+        return {vessel::in_quotes(last.name), static_cast<float>(last.number)};
     }
     case Quantity::temperature:
         return {"175.5", 175.5f * units.factors[9] + units.factors[8]};
@@ -87,15 +87,16 @@ TEST_P(EveryKey, ReachesItsPlace) {
         if (key.quantity == Quantity::text) {
             const std::string longest(static_cast<std::size_t>(key.width), 'x');
             const FlangeInput flange =
-                flange_of(with(name, name + " = " + vessel::quoted(longest)));
+                flange_of(with(name, name + " = " + vessel::in_quotes(longest)));
             if (key.place == Place::slot) {
                 EXPECT_EQ(flange.text.substr(static_cast<std::size_t>(key.index), longest.size()),
                           longest);
             } else {
                 EXPECT_EQ(flange.texts[static_cast<std::size_t>(key.index)], longest);
             }
-            EXPECT_EQ(fault_lines(with(name, name + " = " + vessel::quoted(longest + 'x'))).size(),
-                      1u);
+            EXPECT_EQ(
+                fault_lines(with(name, name + " = " + vessel::in_quotes(longest + 'x'))).size(),
+                1u);
             continue;
         }
         if (key.quantity == Quantity::waivers) {

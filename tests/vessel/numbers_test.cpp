@@ -4,7 +4,9 @@
 #include "vessel_fixture.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 
 namespace tarvane::vessel {
 

@@ -30,7 +30,7 @@ void Reader::read_file_keys(const Table& root) {
     if (strict && root.find("units") == nullptr)
         faults.add({.line = 1}, "units",
                    "missing; a strict request gives them, else they would be " +
-                       quoted(request.units.name));
+                       in_quotes(request.units.name));
     const Value* form = root.find("tarvane");
     newer_form = form != nullptr;
     if (form != nullptr && (form->whole() == nullptr || *form->whole() != NEWEST_FORM))

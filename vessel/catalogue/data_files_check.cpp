@@ -46,7 +46,7 @@ Lines lines_of(std::string_view text, std::size_t width = std::string_view::npos
 }
 
 // The numbers at the beginning of a line, up to the first item that is none.
-Numbers numbers_of(std::string_view line) {
+Numbers numbers_in(std::string_view line) {
     constexpr std::string_view GAPS = " \t\r,";
     Numbers numbers;
     while (true) {
@@ -62,7 +62,7 @@ Numbers numbers_of(std::string_view line) {
     }
 }
 
-bool holds(std::string_view line, std::string_view part) {
+bool line_holds(std::string_view line, std::string_view part) {
     return line.find(part) != std::string_view::npos;
 }
 
@@ -78,7 +78,7 @@ using Fault = std::optional<std::string>;
 
 Fault check_ended(const Lines& lines) {
     const bool ends = std::any_of(lines.begin(), lines.end(),
-                                  [](std::string_view line) { return holds(line, "[END]"); });
+                                  [](std::string_view line) { return line_holds(line, "[END]"); });
     return ends ? Fault() : NO_END;
 }
 
@@ -93,14 +93,14 @@ Fault check_rows(const Lines& lines, const Rows& rows, const std::string& wanted
     double before = -std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::string_view line = lines[i];
-        if (holds(line, "[END]")) return section ? Fault() : "damaged: it has no sections";
-        if (line.empty() || holds(line, ";")) continue;
+        if (line_holds(line, "[END]")) return section ? Fault() : "damaged: it has no sections";
+        if (line.empty() || line_holds(line, ";")) continue;
         if (line.front() == '[') {
             section = true;
             before = -std::numeric_limits<double>::infinity();
             continue;
         }
-        const Numbers numbers = numbers_of(line);
+        const Numbers numbers = numbers_in(line);
         if (!section || numbers.size() < rows.least) return bad_line(i, wanted);
         if (rows.ascending && !(numbers[0] > before)) return bad_line(i, "a greater first number");
         before = numbers[0];
@@ -114,13 +114,13 @@ Fault check_bolts(std::string_view text) {
     lines.resize(std::min(lines.size(), FILE_LINES));
     if (Fault fault = check_rows(lines, {8, true}, "the 8 figures of a bolt size")) return fault;
     bool first = true; // of a section: its units
-    for (std::size_t i = 0; i < lines.size() && !holds(lines[i], "[END]"); ++i) {
-        if (lines[i].empty() || holds(lines[i], ";")) continue;
+    for (std::size_t i = 0; i < lines.size() && !line_holds(lines[i], "[END]"); ++i) {
+        if (lines[i].empty() || line_holds(lines[i], ";")) continue;
         if (lines[i].front() == '[') {
             first = true;
             continue;
         }
-        const Numbers row = numbers_of(lines[i]);
+        const Numbers row = numbers_in(lines[i]);
         const bool sound = row[0] > 0.0 && row[1] > 0.0 &&
                            std::all_of(row.begin(), row.end(), [](double x) { return x >= 0.0; });
         if (!first && !sound) return bad_line(i, "a diameter and an area above 0");
@@ -137,20 +137,21 @@ Fault check_moduli(std::string_view text) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         const std::string_view line = rest.substr(0, std::min(end, WIDTH));
         rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (line.find_first_not_of(" \t\r") == std::string_view::npos || holds(line, ";")) continue;
-        if (holds(line, "[END]")) break;
-        if (holds(line, "[Emod]")) {
+        if (line.find_first_not_of(" \t\r") == std::string_view::npos || line_holds(line, ";"))
+            continue;
+        if (line_holds(line, "[END]")) break;
+        if (line_holds(line, "[Emod]")) {
             moduli = true;
-        } else if (holds(line, "[CoE]")) {
+        } else if (line_holds(line, "[CoE]")) {
             expansion = moduli;
             break; // the rest decides nothing here
-        } else if (holds(line, "[Temp]")) {
-            axis = line.size() > AXIS_FROM && numbers_of(line.substr(AXIS_FROM)).size() >= POINTS;
+        } else if (line_holds(line, "[Temp]")) {
+            axis = line.size() > AXIS_FROM && numbers_in(line.substr(AXIS_FROM)).size() >= POINTS;
             if (!axis) return bad_line(index, "36 temperatures");
         } else {
             const bool row = line.size() > VALUES_FROM &&
-                             numbers_of(line.substr(0, 19)).size() >= 2 &&
-                             numbers_of(line.substr(VALUES_FROM)).size() >= POINTS;
+                             numbers_in(line.substr(0, 19)).size() >= 2 &&
+                             numbers_in(line.substr(VALUES_FROM)).size() >= POINTS;
             if (!moduli || !axis || !row) return bad_line(index, "a reference and 36 values");
             ++rows;
         }
@@ -173,7 +174,7 @@ Fault check_table_g(std::string_view text) {
         const std::string_view line = lines[i];
         if (line.empty() || line.front() == ';') continue;
         if (line.front() == '[') {
-            const Numbers name = numbers_of(line.substr(1, line.find(']') - 1));
+            const Numbers name = numbers_in(line.substr(1, line.find(']') - 1));
             if (key == std::size(KEYS) || name.size() != 1 || name[0] != KEYS[key])
                 return bad_line(i, "the next Do/t of the table");
             if (last < MOST) return bad_line(i, "the rows up to L/Do 50 before it");
@@ -181,7 +182,7 @@ Fault check_table_g(std::string_view text) {
             last = 0.0;
             continue;
         }
-        const Numbers row = numbers_of(line);
+        const Numbers row = numbers_in(line);
         const bool sound = row.size() == 2 && row[0] > last && row[1] > 0.0 && row[1] < 1.0;
         if (key == 0 || !sound) return bad_line(i, "an L/Do above that before it and its A");
         // The engine looks at the line before: a blank one says that the table begins here.
@@ -253,7 +254,7 @@ struct KnownFile {
     bool text;
     Fault (*check)(std::string_view bytes);
 };
-constexpr KnownFile KNOWN[] = {
+constexpr KnownFile KNOWN_FILES[] = {
     {APPROXIMATE_FILE, true, check_list},
     {SOURCES_FILE, true, check_list},
     {BOLT_FILE, true, check_bolts},
@@ -275,9 +276,9 @@ constexpr KnownFile KNOWN[] = {
 constexpr std::size_t LONGEST_LINE = 65536; // of the engine's reader
 
 const KnownFile* find_file(std::string_view name) {
-    const auto* known = std::find_if(std::begin(KNOWN), std::end(KNOWN),
+    const auto* known = std::find_if(std::begin(KNOWN_FILES), std::end(KNOWN_FILES),
                                      [&](const KnownFile& file) { return file.name == name; });
-    return known == std::end(KNOWN) ? nullptr : known;
+    return known == std::end(KNOWN_FILES) ? nullptr : known;
 }
 
 // Why there is nothing to read.
@@ -333,7 +334,7 @@ bool is_data_file(std::string_view name) { return find_file(name) != nullptr; }
 
 std::vector<std::string> missing_data_files() {
     std::vector<std::string> faults;
-    for (const KnownFile& file : KNOWN) {
+    for (const KnownFile& file : KNOWN_FILES) {
         if (const auto fault =
                 with_remedy(file.name, with_place(absence(data_file_path(file.name)))))
             faults.push_back(std::string(file.name) + " is " + *fault);

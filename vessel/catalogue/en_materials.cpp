@@ -20,10 +20,10 @@ namespace {
 constexpr std::string_view FILE_NAME = "ENMATDATA.BIN";
 constexpr std::size_t RECORD_BYTES = sizeof(TARVANE_EN_RECORD);
 constexpr std::int32_t MOST_RECORDS = 10000, MOST_OF_SECOND_COUNT = 200;
-constexpr std::string_view APPROXIMATE = "; approximate";
+constexpr std::string_view APPROXIMATE_PROOF = "; approximate";
 
 // Places of a record, in bytes.
-constexpr std::size_t NAME = 4, NUMBER = 28, STANDARD = 36, FORM = 60, NOTE = 84, THICKNESS = 124,
+constexpr std::size_t NAME = 4, NUMBER = 28, STANDARD = 36, FORM = 60, NOTE = 84, THICKEST = 124,
                       TENSILE = 128, PROOF = 132;
 
 template <class Number>
@@ -65,10 +65,10 @@ EnMaterial material_of(const TARVANE_EN_RECORD& bytes) {
     m.number = text_at(record, NUMBER, STANDARD - NUMBER);
     m.standard = text_at(record, STANDARD, FORM - STANDARD);
     m.form = text_at(record, FORM, NOTE - FORM);
-    m.proof_kind = text_at(record, NOTE, THICKNESS - NOTE);
-    m.approximate = m.proof_kind.ends_with(APPROXIMATE);
-    if (m.approximate) m.proof_kind.resize(m.proof_kind.size() - APPROXIMATE.size());
-    m.max_thickness = number_at<float>(record, THICKNESS);
+    m.proof_kind = text_at(record, NOTE, THICKEST - NOTE);
+    m.approximate = m.proof_kind.ends_with(APPROXIMATE_PROOF);
+    if (m.approximate) m.proof_kind.resize(m.proof_kind.size() - APPROXIMATE_PROOF.size());
+    m.max_thickness = number_at<float>(record, THICKEST);
     m.tensile = number_at<float>(record, TENSILE);
     for (std::size_t i = 0; i < EnMaterial::PLACES; ++i)
         m.proof[i] = number_at<float>(record, PROOF + i * sizeof(float));

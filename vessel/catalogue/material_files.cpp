@@ -12,7 +12,7 @@ namespace tarvane::vessel {
 namespace {
 
 constexpr std::int32_t FOUND = 0;
-constexpr float PSI = 1000.0f; // of a ksi
+constexpr float PSI_OF_KSI = 1000.0f; // of a ksi
 constexpr std::string_view APPROXIMATE = "; approximate";
 
 template <std::size_t N>
@@ -37,8 +37,8 @@ Material material_of(const TARVANE_MATERIAL_RECORD& r, const MaterialSelection& 
     m.group = r.group;
     m.curve = r.curve;
     m.curve_normalized = r.curve_normalized;
-    m.tensile = r.tensile * PSI;
-    m.yield = r.yield * PSI;
+    m.tensile = r.tensile * PSI_OF_KSI;
+    m.yield = r.yield * PSI_OF_KSI;
     m.modulus = r.modulus_reference;
     m.expansion = r.expansion_reference;
     m.thickness_limit = r.thickness_limit;
@@ -77,7 +77,7 @@ std::vector<Material::Allowable> Material::allowables() const {
         --count; // zeros after the last stress: not allowed there
     std::vector<Allowable> list;
     for (std::size_t i = 0; i < count; ++i)
-        list.push_back({axis(i, selection.metric), record.allowable[i] * PSI});
+        list.push_back({axis(i, selection.metric), record.allowable[i] * PSI_OF_KSI});
     return list;
 }
 
@@ -88,7 +88,7 @@ float Material::last_temperature() const {
 
 float Material::allowable_at(float temperature) const {
     select_materials(selection); // the axis depends on it
-    return READ_ALLOWABLE_AT(&record, &temperature) * PSI;
+    return READ_ALLOWABLE_AT(&record, &temperature) * PSI_OF_KSI;
 }
 
 // The figures of a metric file are rounded when they are converted to degrees F.

@@ -186,7 +186,8 @@ void FlangeInput::take_standard(Reading& reading) {
     if (flanges == nullptr) return refuse(CLASS, unknown_class(to_utf8(name), classes));
     const std::string& size_text = text_setting(TextSetting::standard_size);
     const std::optional<NominalSize> size = nominal_size(size_text);
-    if (!size) return refuse(SIZE, "a nominal size is expected, not " + quoted(to_utf8(size_text)));
+    if (!size)
+        return refuse(SIZE, "a nominal size is expected, not " + in_quotes(to_utf8(size_text)));
     const std::optional<float> wall =
         reading.given(WALL) ? std::optional(setting(Setting::standard_wall)) : std::nullopt;
     const FlangeLookup found = look_up_flange(*flanges, *size, *form, wall);
@@ -300,7 +301,7 @@ void FlangeInput::check_bolt_size(Reading& reading) const {
     const int threads = static_cast<int>(record[23]);
     std::string series;
     for (const Choice& choice : flange_keys().find("bolting")->choices) {
-        if (choice.number == threads && series.empty()) series = quoted(choice.name);
+        if (choice.number == threads && series.empty()) series = in_quotes(choice.name);
     }
     const BoltSizes& sizes = bolt_sizes();
     if (sizes.empty())

@@ -13,7 +13,7 @@ namespace {
 
 consteval const CheckField& field(std::string_view id) { return field_of(MDMT_CHECKS, id); }
 
-std::optional<float> temperature(float value) {
+std::optional<float> found_temperature(float value) {
     if (value == TARVANE_NO_TEMPERATURE || !std::isfinite(value)) return std::nullopt;
     return value;
 }
@@ -21,21 +21,21 @@ std::optional<float> temperature(float value) {
 } // namespace
 
 std::optional<float> curve_temperature(const MdmtOutcome& outcome) {
-    return temperature(outcome.t_min);
+    return found_temperature(outcome.t_min);
 }
 
 std::optional<float> reduced_temperature(const MdmtOutcome& outcome) {
-    return temperature(outcome.mdmt);
+    return found_temperature(outcome.mdmt);
 }
 
 std::optional<float> reduction_of(const MdmtOutcome& outcome) {
-    if (outcome.exempt_stainless || !temperature(outcome.mdmt)) return std::nullopt;
-    return temperature(outcome.reduction);
+    if (outcome.exempt_stainless || !found_temperature(outcome.mdmt)) return std::nullopt;
+    return found_temperature(outcome.reduction);
 }
 
 std::optional<float> ug20f_temperature(const MdmtOutcome& outcome) {
     if (outcome.found.ug20f != TARVANE_UG20F_APPLIES) return std::nullopt;
-    return temperature(outcome.t_ug20);
+    return found_temperature(outcome.t_ug20);
 }
 
 namespace {
@@ -48,7 +48,7 @@ std::optional<float> lowest_by_curve(const MdmtInput& element, const MdmtOutcome
     case TARVANE_LOWEST_AS_REQUIRED: // the engine has it by way of a text
         return element.setting(N::required);
     default:
-        return temperature(outcome.found.lowest);
+        return found_temperature(outcome.found.lowest);
     }
 }
 

@@ -15,7 +15,7 @@ constexpr std::string_view KEYS[] = {"code", "edition", "E", "ci", "ce"};
 std::string default_of(const Element& element, const Key& key, const UnitSystem& units) {
     const float number = element.number_of(key);
     if (key.quantity == Quantity::choice)
-        return quoted(choice_name(key.choices, static_cast<int>(number)));
+        return in_quotes(choice_name(key.choices, static_cast<int>(number)));
     return units.label(key.quantity).empty() ? value_text(number, key.quantity, units)
                                              : shown(number, key.quantity, units);
 }

@@ -25,7 +25,7 @@ std::string fault_of(const std::string& id, std::span<const ElementKind* const> 
     }
     std::string list;
     for (const std::string_view name : names)
-        list += (list.empty() ? "" : ", ") + quoted(name);
+        list += (list.empty() ? "" : ", ") + in_quotes(name);
     if (known) {
         return "the check " + echoed(id) + " can't be waived" +
                (list.empty() ? "" : "; those that can are " + list);

@@ -11,13 +11,13 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr CheckColumns USUAL;
-constexpr std::size_t FIGURE = 10, RELATION = 4, UNIT = 7, RATIO = 7, STATE = 9, WIDTH = 100,
-                      INDENT = 4;
+constexpr CheckColumns USUAL_COLUMNS;
+constexpr std::size_t FIGURE = 10, RELATION = 4, UNIT_COLUMN = 7, RATIO_COLUMN = 7,
+                      STATE_COLUMN = 9, TABLE_WIDTH = 100, REMARK_INDENT = 4;
 constexpr std::string_view MARGIN = "  ";
-static_assert(USUAL.label + USUAL.paragraph + 2 * FIGURE + RELATION + 1 + UNIT + RATIO +
-                  MARGIN.size() + STATE <=
-              WIDTH);
+static_assert(USUAL_COLUMNS.label + USUAL_COLUMNS.paragraph + 2 * FIGURE + RELATION + 1 +
+                  UNIT_COLUMN + RATIO_COLUMN + MARGIN.size() + STATE_COLUMN <=
+              TABLE_WIDTH);
 
 // ---- rows ----------------------------------------------------------------------------------------------
 
@@ -184,23 +184,24 @@ std::vector<std::string> column(std::string_view text, std::size_t width) {
 } // namespace
 
 CheckColumns fitted(const std::vector<CheckRow>& rows, std::size_t page) {
-    std::size_t label = USUAL.label, paragraph = std::string_view("Paragraph ").size();
+    std::size_t label = USUAL_COLUMNS.label, paragraph = std::string_view("Paragraph ").size();
     for (const CheckRow& row : rows) {
         label = std::max(label, characters(row_label(row)) + 1);
         paragraph = std::max(paragraph, characters(row.paragraph) + 1);
     }
-    const std::size_t beside = std::max(page, WIDTH) - WIDTH,
-                      within = USUAL.paragraph - std::min(paragraph, USUAL.paragraph),
-                      more = std::min(label - USUAL.label, beside + within);
-    return {.label = USUAL.label + more,
-            .paragraph = USUAL.paragraph - (more - std::min(more, beside))};
+    const std::size_t beside = std::max(page, TABLE_WIDTH) - TABLE_WIDTH,
+                      within =
+                          USUAL_COLUMNS.paragraph - std::min(paragraph, USUAL_COLUMNS.paragraph),
+                      more = std::min(label - USUAL_COLUMNS.label, beside + within);
+    return {.label = USUAL_COLUMNS.label + more,
+            .paragraph = USUAL_COLUMNS.paragraph - (more - std::min(more, beside))};
 }
 
 std::string check_heads(CheckColumns columns) {
     return padded("Check", columns.label) + padded("Paragraph", columns.paragraph) +
            right_aligned("Demand", FIGURE) + std::string(RELATION, ' ') +
-           right_aligned("Limit", FIGURE) + ' ' + padded("Unit", UNIT) +
-           right_aligned("Ratio", RATIO) + std::string(MARGIN) + "State";
+           right_aligned("Limit", FIGURE) + ' ' + padded("Unit", UNIT_COLUMN) +
+           right_aligned("Ratio", RATIO_COLUMN) + std::string(MARGIN) + "State";
 }
 
 std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns) {
@@ -212,16 +213,16 @@ std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns) {
                            padded(i < paragraphs.size() ? paragraphs[i] : "", columns.paragraph);
         if (i == 0) {
             line += right_aligned(row.demand, FIGURE) + right_aligned(row.relation, RELATION - 1) +
-                    ' ' + right_aligned(row.limit, FIGURE) + ' ' + padded(row.unit, UNIT) +
-                    right_aligned(row.ratio, RATIO) + std::string(MARGIN) + row.state;
+                    ' ' + right_aligned(row.limit, FIGURE) + ' ' + padded(row.unit, UNIT_COLUMN) +
+                    right_aligned(row.ratio, RATIO_COLUMN) + std::string(MARGIN) + row.state;
         } else {
             line.erase(line.find_last_not_of(' ') + 1);
         }
         lines.push_back(std::move(line));
     }
     if (row.remark.empty()) return lines;
-    for (const std::string& line : wrapped(row.remark, WIDTH - INDENT))
-        lines.push_back(std::string(INDENT, ' ') + line);
+    for (const std::string& line : wrapped(row.remark, TABLE_WIDTH - REMARK_INDENT))
+        lines.push_back(std::string(REMARK_INDENT, ' ') + line);
     return lines;
 }
 
@@ -230,7 +231,7 @@ std::string verdict_line(bool passes, std::string_view words, bool colour) {
     constexpr std::size_t WORD = 6;
     std::string out;
     std::string_view word = passes ? "PASS" : "FAIL";
-    for (const std::string& line : wrapped(words, WIDTH - WORD)) {
+    for (const std::string& line : wrapped(words, TABLE_WIDTH - WORD)) {
         out += word.empty() ? std::string(WORD, ' ')
                             : painted(std::string(word), passes ? GREEN : RED, colour) + "  ";
         out += line + '\n';
@@ -242,7 +243,7 @@ std::string verdict_line(bool passes, std::string_view words, bool colour) {
 std::string text_of(const ChecksTable& table, bool colour) {
     std::string out = '\n' + verdict_line(table.passes, table.headline, colour) + '\n';
     if (table.rows.empty()) return out;
-    out += check_heads() + '\n' + std::string(WIDTH, '-') + '\n';
+    out += check_heads() + '\n' + std::string(TABLE_WIDTH, '-') + '\n';
     for (const CheckRow& row : table.rows) {
         std::vector<std::string> lines = lines_of(row);
         lines[0].resize(lines[0].size() - row.state.size());

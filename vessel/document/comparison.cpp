@@ -120,7 +120,7 @@ struct Match {
     const StoredComponent *first, *second; // one of them may be a null pointer
 };
 
-std::string path_of(const StoredComponent& component) {
+std::string place_of(const StoredComponent& component) {
     return std::string(component.kind->table) + '[' + std::to_string(component.number - 1) + ']';
 }
 
@@ -330,7 +330,7 @@ void Comparer::compare_inputs(const StoredComponent& first, const StoredComponen
         if (before != nullptr) change.before.from = before->from;
         if (after != nullptr) change.after.from = after->from;
         change.component = name_of(second);
-        change.path = path_of(second) + ".inputs." + name;
+        change.path = place_of(second) + ".inputs." + name;
         c.inputs.push_back(std::move(change));
     };
     for (const StoredInput& input : first.inputs)
@@ -357,7 +357,8 @@ void Comparer::compare_results(const StoredComponent& first, const StoredCompone
         for (const ResultField& field : second.kind->results) {
             if (field.name == name) what = described(field, units.shown());
         }
-        compare_result(&before, after, what, name_of(second), path_of(second) + ".results." + name);
+        compare_result(&before, after, what, name_of(second),
+                       place_of(second) + ".results." + name);
     }
     for (const auto& [name, value] : second.results) {
         if (find(first, name) == nullptr)
@@ -377,7 +378,7 @@ void Comparer::compare_check(const StoredComponent& second, const StoredCheck* b
         quantity = field.quantity;
     }
     if (!known.load_case.empty()) label += ", " + known.load_case;
-    std::string path = path_of(second) + ".checks." + known.id;
+    std::string path = place_of(second) + ".checks." + known.id;
     if (!known.load_case.empty()) path += '[' + known.load_case + ']';
 
     if (const std::string from = state_of(before), to = state_of(after); from != to)
@@ -431,7 +432,7 @@ void Comparer::compare_components(const StoredComponent& first, const StoredComp
     ++c.matched;
     compare_inputs(first, second);
     compare_results(first, second);
-    compare_verdicts(name_of(second), path_of(second), first.verdict, second.verdict);
+    compare_verdicts(name_of(second), place_of(second), first.verdict, second.verdict);
     compare_checks(first, second);
 }
 
@@ -439,7 +440,7 @@ void Comparer::add_unmatched(const StoredComponent* first, const StoredComponent
     const StoredComponent& only = first != nullptr ? *first : *second;
     c.unmatched.push_back({.of_first = first != nullptr,
                            .component = name_of(only),
-                           .path = path_of(only),
+                           .path = place_of(only),
                            .verdict = only.verdict,
                            .says = only.says});
 }

@@ -137,30 +137,31 @@ std::string label_of(const Change& change) {
 
 // ---- text ----------------------------------------------------------------------------------------------
 
-constexpr std::size_t WIDTH = 100, LABEL = 46, VALUE = 15, UNIT = 7, CHANGE = 14, INDENT = 4;
-static_assert(LABEL + 2 * VALUE + 2 + UNIT + CHANGE <= WIDTH);
+constexpr std::size_t COMPARISON_WIDTH = 100, LABEL_ROOM = 46, VALUE_ROOM = 15, UNIT_ROOM = 7,
+                      CHANGE_ROOM = 14, CHANGE_INDENT = 4;
+static_assert(LABEL_ROOM + 2 * VALUE_ROOM + 2 + UNIT_ROOM + CHANGE_ROOM <= COMPARISON_WIDTH);
 
 std::string title_line(const std::string& title) {
-    return '\n' + title + '\n' + std::string(WIDTH, '-') + '\n';
+    return '\n' + title + '\n' + std::string(COMPARISON_WIDTH, '-') + '\n';
 }
 
 std::string indented(const std::string& text) {
     std::string lines;
-    for (const std::string& line : wrapped(text, WIDTH - INDENT))
-        lines += std::string(INDENT, ' ') + line + '\n';
+    for (const std::string& line : wrapped(text, COMPARISON_WIDTH - CHANGE_INDENT))
+        lines += std::string(CHANGE_INDENT, ' ') + line + '\n';
     return lines;
 }
 
 std::string row_text(const std::string& label, const std::string& before, const std::string& after,
                      const std::string& unit, const std::string& change) {
-    const std::vector<std::string> labels = wrapped(label, LABEL - 1);
+    const std::vector<std::string> labels = wrapped(label, LABEL_ROOM - 1);
     std::string text;
     for (std::size_t i = 0; i + 1 < labels.size(); ++i)
         text += labels[i] + '\n';
-    std::string line = padded(labels.back(), LABEL);
-    if (characters(before) < VALUE && characters(after) < VALUE) {
-        line += right_aligned(before, VALUE) + ' ' + right_aligned(after, VALUE) + ' ' +
-                padded(unit, UNIT) + right_aligned(change, CHANGE);
+    std::string line = padded(labels.back(), LABEL_ROOM);
+    if (characters(before) < VALUE_ROOM && characters(after) < VALUE_ROOM) {
+        line += right_aligned(before, VALUE_ROOM) + ' ' + right_aligned(after, VALUE_ROOM) + ' ' +
+                padded(unit, UNIT_ROOM) + right_aligned(change, CHANGE_ROOM);
         return text + line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
     line = line.substr(0, line.find_last_not_of(' ') + 1);
@@ -177,7 +178,7 @@ std::string changes_text(const std::string& title, const std::vector<Change>& ch
     for (const SharedChange& each : shared(changes)) {
         if (const std::string components = components_of(each); components != of) {
             of = components;
-            for (const std::string& line : wrapped(of, WIDTH))
+            for (const std::string& line : wrapped(of, COMPARISON_WIDTH))
                 text += line + '\n';
         }
         const Change& change = *each.change;
@@ -236,7 +237,7 @@ std::string text_of(const Comparison& c) {
     std::string text = side_text("A", c.first) + side_text("B", c.second) + '\n';
     const std::string word = verdict_word(c);
     std::string margin = word + "  ";
-    for (const std::string& line : wrapped(words_of(c), WIDTH - margin.size())) {
+    for (const std::string& line : wrapped(words_of(c), COMPARISON_WIDTH - margin.size())) {
         text += margin + line + '\n';
         margin.assign(margin.size(), ' ');
     }

@@ -13,7 +13,7 @@ namespace tarvane::vessel {
 namespace {
 
 // Columns of both tables; a row of results leaves those of a comparison empty.
-enum Column : std::size_t {
+enum CsvColumn : std::size_t {
     TABLE,
     COMPONENT,
     DESCRIPTION,

@@ -6,7 +6,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> NAMES{"flange", "heads", "drum"};
+constexpr std::array<std::string_view, 3> NEW_FILES{"flange", "heads", "drum"};
 
 // {150|1.0}: the values of US and of SI units.
 constexpr std::string_view HEAD = R"(tarvane = 1                 # form of this file
@@ -156,7 +156,7 @@ std::string in_units(std::string_view text, bool si) {
 
 } // namespace
 
-std::span<const std::string_view> new_file_names() { return NAMES; }
+std::span<const std::string_view> new_file_names() { return NEW_FILES; }
 
 std::string new_file(std::string_view name, bool si) {
     std::string text(HEAD);

@@ -46,7 +46,7 @@ int choice_of(const Element& element, std::string_view name) {
     return key == nullptr ? 0 : static_cast<int>(element.number_of(*key));
 }
 
-constexpr std::string_view NAMES[] = {
+constexpr std::string_view CODE_NAMES[] = {
     "", "ASME Boiler and Pressure Vessel Code, Section VIII, Division 1",
     "ASME Boiler and Pressure Vessel Code, Section VIII, Division 2",
     "PD 5500, unfired fusion welded pressure vessels",
@@ -140,9 +140,10 @@ DocumentSection references_section(const Request& request) {
     References references;
     for (const auto& element : request.elements) {
         const int code = choice_of(*element, "code");
-        if (code > 0 && static_cast<std::size_t>(code) < std::size(NAMES))
+        if (code > 0 && static_cast<std::size_t>(code) < std::size(CODE_NAMES))
             references
-                .of(std::string(NAMES[static_cast<std::size_t>(code)]), edition_of(*element, code))
+                .of(std::string(CODE_NAMES[static_cast<std::size_t>(code)]),
+                    edition_of(*element, code))
                 .elements.push_back(element.get());
         if (by_code_case(*element))
             references.of("ASME Code Case 2286", {}).elements.push_back(element.get());

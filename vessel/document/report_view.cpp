@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t LINE_COLUMNS = 101; // one blank and the line
 constexpr std::size_t MARK_COLUMNS = 2;
 
-constexpr std::string_view RESET = "\033[0m";
+constexpr std::string_view STYLE_END = "\033[0m";
 
 // The marks in the order of their importance.
 std::string_view look(const std::array<int, 6>& marks) {
@@ -71,7 +71,7 @@ std::string show_report(std::string_view report, bool colour) {
         const std::string_view style = colour && !text.empty() ? look(line.marks) : "";
         out += style;
         out += text;
-        if (!style.empty()) out += RESET;
+        if (!style.empty()) out += STYLE_END;
         out += '\n';
     }
     return out;

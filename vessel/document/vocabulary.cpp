@@ -12,7 +12,7 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t NAME_WIDTH = 20, UNIT_WIDTH = 18, ROW_WIDTH = 14, WIDTH = 100;
+constexpr std::size_t NAME_WIDTH = 20, KIND_WIDTH = 18, ROW_WIDTH = 14, PAGE_WIDTH = 100;
 
 // "in., mm": the units of a quantity, without those that both systems share.
 std::string units_of(Quantity quantity) {
@@ -63,7 +63,7 @@ std::string default_of(const Key& key) {
     }
     if (key.quantity == Quantity::choice) {
         const std::string_view name = choice_name(key.choices, static_cast<int>(key.fallback));
-        return name.empty() ? std::string() : quoted(name);
+        return name.empty() ? std::string() : in_quotes(name);
     }
     if (key.fallback == 0.0 || key.fallback > BEYOND_EVERYTHING) return {};
     const std::string unit = to_utf8(us_units().label(key.quantity));
@@ -95,7 +95,7 @@ std::string terms_of(const Key& key, const KeyTable& keys) {
 
 void add_row(std::string& text, std::string_view title, const std::string& value) {
     if (value.empty()) return;
-    for (const std::string& line : wrapped(value, WIDTH - ROW_WIDTH)) {
+    for (const std::string& line : wrapped(value, PAGE_WIDTH - ROW_WIDTH)) {
         text += "  " + padded(title, ROW_WIDTH) + line + '\n';
         title = {};
     }
@@ -201,7 +201,7 @@ std::string explain_check(const ElementKind& kind, const CheckField& field) {
                                           : "the row says so; nothing depends on it");
     add_row(text, "Case", std::string(field.load_case));
     add_row(text, "Asked", field.asked.empty() ? "always" : std::string(field.asked));
-    if (field.waivable) add_row(text, "Waived by", "waive = [" + quoted(field.id) + ']');
+    if (field.waivable) add_row(text, "Waived by", "waive = [" + in_quotes(field.id) + ']');
     return text;
 }
 
@@ -263,8 +263,8 @@ std::vector<std::string_view> names_in(std::string_view table) {
 void list_key(std::string& list, const Key& key, const std::string& terms) {
     // A name or unit wider than its column is followed by one blank.
     list += padded(std::string(key.name) + ' ', NAME_WIDTH) +
-            padded(kind_of_value(key) + ' ', UNIT_WIDTH) + std::string(key.meaning) + '\n';
-    const std::string margin(NAME_WIDTH + UNIT_WIDTH, ' ');
+            padded(kind_of_value(key) + ' ', KIND_WIDTH) + std::string(key.meaning) + '\n';
+    const std::string margin(NAME_WIDTH + KIND_WIDTH, ' ');
     if (!key.choices.empty()) list += margin + choice_names(key.choices) + '\n';
     if (!terms.empty()) list += margin + terms + '\n';
 }
@@ -300,7 +300,7 @@ std::string key_list(std::string_view only) {
     }
     for (const OtherTable& table : OTHER_TABLES) {
         if (!only.empty() && only != table.name) continue;
-        for (const std::string& line : wrapped(table.heading, WIDTH))
+        for (const std::string& line : wrapped(table.heading, PAGE_WIDTH))
             list += line + '\n';
         list += '\n';
         for (const Key& key : table.keys())
@@ -335,11 +335,11 @@ Explanation explain(std::string_view name) {
     for (const ElementKind* kind : element_kinds()) {
         if (!table.empty() && kind->table != table) continue;
         if (const std::string_view ours = kind->keys.synonym(rest); !ours.empty())
-            return {false, "no key, result or check " + quoted(cut(name)) + "; here it is " +
+            return {false, "no key, result or check " + in_quotes(cut(name)) + "; here it is " +
                                std::string(kind->table) + '.' + std::string(ours)};
     }
     const std::string_view near = nearest(rest, names_in(table));
-    return {false, "no key, result or check " + quoted(cut(name)) +
+    return {false, "no key, result or check " + in_quotes(cut(name)) +
                        (near.empty() ? "" : "; the nearest is " + std::string(near))};
 }
 

@@ -16,8 +16,8 @@ namespace {
 // On the page, mm. The plot begins at 0, 0.
 constexpr double ALL = 160, BOTTOM = 84, NARROWEST = 40;
 constexpr double LABEL_STEP = 4.6; // of the names of the curves
-constexpr double LEADER = 6;       // from the plot to them
-constexpr double BESIDE = 2;       // from the plot to the numbers of its axes, and between them
+constexpr double CURVE_LEADER = 6; // from the plot to them
+constexpr double BESIDE_PLOT = 2;  // from the plot to the numbers of its axes, and between them
 constexpr double DOT = 0.9;        // radius
 constexpr int SAMPLES = 100;       // of a curve
 
@@ -68,12 +68,12 @@ double round_above(double value) {
 }
 
 // Each whole digit of each decade.
-struct Mark {
+struct AxisMark {
     double value;
     int digit;
 };
-std::vector<Mark> marks(const Axis& axis) {
-    std::vector<Mark> list;
+std::vector<AxisMark> marks(const Axis& axis) {
+    std::vector<AxisMark> list;
     for (double decade = std::pow(10.0, std::floor(std::log10(axis.low))); decade <= axis.high;
          decade *= 10) {
         for (int digit = 1; digit <= 9; ++digit) {
@@ -166,9 +166,9 @@ void Drawing::find_axes() {
         right = std::max(right, text_width(temperature_text(curve->temperature), TEXT_SIZE));
     right = std::max(right, text_width(temperature_text(chart.asked.temperature), TEXT_SIZE));
     B = {round_below(B_low), round_above(B_end * 1.05), BOTTOM, 0};
-    for (const Mark& mark : marks(B))
+    for (const AxisMark& mark : marks(B))
         left = std::max(left, text_width(written(figures(mark.value, 1)), TEXT_SIZE));
-    const double width = ALL - right - LEADER - left - 2 * BESIDE - TEXT_SIZE;
+    const double width = ALL - right - CURVE_LEADER - left - 2 * BESIDE_PLOT - TEXT_SIZE;
     A = {std::pow(10.0, std::floor(std::log10(A_low) + 1e-4)),
          std::pow(10.0, std::ceil(std::log10(A_end) - 1e-4)), 0, std::max(width, NARROWEST)};
 }
@@ -177,10 +177,10 @@ void Drawing::draw_axes() {
     const double right = A.to;
     for (const bool decades : {false, true}) {
         const Pen& pen = decades ? GRID : FAINT;
-        for (const Mark& mark : marks(A))
+        for (const AxisMark& mark : marks(A))
             if ((mark.digit == 1) == decades)
                 sheet.line({A.at(mark.value), 0}, {A.at(mark.value), BOTTOM}, pen);
-        for (const Mark& mark : marks(B))
+        for (const AxisMark& mark : marks(B))
             if ((mark.digit == 1) == decades)
                 sheet.line({0, B.at(mark.value)}, {right, B.at(mark.value)}, pen);
     }
@@ -190,25 +190,26 @@ void Drawing::draw_axes() {
     const auto number = [&](Point at, const std::string& text, Anchor anchor) {
         Sheet trial;
         trial.text(at, text, anchor);
-        const Box box = trial.texts()[0].box.grown(BESIDE / 2);
+        const Box box = trial.texts()[0].box.grown(BESIDE_PLOT / 2);
         for (const Text& other : sheet.texts())
             if (box.meets(other.box)) return;
         sheet.text(at, text, anchor);
     };
     for (const int digit : {1, 5, 2, 3, 4, 6, 8}) {
-        for (const Mark& mark : marks(A))
+        for (const AxisMark& mark : marks(A))
             if (mark.digit == digit && (digit <= 2 || digit == 5))
-                number({A.at(mark.value), BOTTOM + BESIDE + TEXT_HEIGHT},
+                number({A.at(mark.value), BOTTOM + BESIDE_PLOT + TEXT_HEIGHT},
                        digit == 1 ? written(figures(mark.value, 1)) : std::to_string(digit),
                        Anchor::middle);
-        for (const Mark& mark : marks(B))
+        for (const AxisMark& mark : marks(B))
             if (mark.digit == digit)
-                number({-BESIDE, B.at(mark.value) + TEXT_HEIGHT / 2},
+                number({-BESIDE_PLOT, B.at(mark.value) + TEXT_HEIGHT / 2},
                        written(figures(mark.value, 1)), Anchor::end);
     }
     const double left = sheet.extent().left;
-    sheet.text({right / 2, BOTTOM + 2 * BESIDE + 2 * TEXT_HEIGHT + 1}, "Factor A", Anchor::middle);
-    sheet.text({left - BESIDE, BOTTOM / 2}, "Factor B, " + unit(), Anchor::middle, true);
+    sheet.text({right / 2, BOTTOM + 2 * BESIDE_PLOT + 2 * TEXT_HEIGHT + 1}, "Factor A",
+               Anchor::middle);
+    sheet.text({left - BESIDE_PLOT, BOTTOM / 2}, "Factor B, " + unit(), Anchor::middle, true);
 }
 
 // From the lower or the left edge up to its last A.
@@ -252,9 +253,9 @@ void Drawing::write_labels() {
         places[i] = std::min(places[i], lowest);
     for (std::size_t i = 0; i < labels.size(); ++i) {
         const auto& [at, text, asked] = labels[i];
-        sheet.stroke({at, {A.to + LEADER / 3, at.y}, {A.to + LEADER - 1, places[i]}},
+        sheet.stroke({at, {A.to + CURVE_LEADER / 3, at.y}, {A.to + CURVE_LEADER - 1, places[i]}},
                      asked ? READING : LEADING);
-        sheet.text({A.to + LEADER, places[i] + TEXT_HEIGHT / 2}, text, Anchor::start, false,
+        sheet.text({A.to + CURVE_LEADER, places[i] + TEXT_HEIGHT / 2}, text, Anchor::start, false,
                    asked ? COLOUR : "#000000");
     }
 }

@@ -11,8 +11,8 @@ namespace tarvane::vessel {
 namespace {
 
 // On the page, mm.
-constexpr double WIDEST = 62, HIGHEST = 80;      // the view
-constexpr double FILLED = 1.2;                   // thinner walls are filled
+constexpr double WIDEST_SHELL = 62, HIGHEST_SHELL = 80; // the view
+constexpr double FILLED = 1.2;                          // thinner walls are filled
 constexpr double WALL_SEEN = 6, LINE_SEEN = 0.7; // walls and lines of corrosion that need no detail
 constexpr double DETAIL_WALL = 18, DETAIL_HEIGHT = 24, BEFORE_DETAIL = 14;
 constexpr double BELOW_DETAIL = 20, FOR_LABEL = 26, FOR_FRAME = 5;
@@ -374,7 +374,7 @@ std::optional<Draft> ShellSection::draw(const std::string& name) {
         draw_flat();
     }
     const Box box = sheet.extent();
-    if (box.right > WIDEST || box.height() > HIGHEST) return std::nullopt;
+    if (box.right > WIDEST_SHELL || box.height() > HIGHEST_SHELL) return std::nullopt;
 
     if (!detail()) {
         const double unit = unit_of(units, Quantity::thickness), inner = s.D / 2;

@@ -19,7 +19,7 @@ namespace {
 using S = ShellNumber;
 
 // On the page, mm.
-constexpr double WIDEST = 75, HIGHEST = 150;
+constexpr double WIDEST_OUTLINE = 75, HIGHEST_OUTLINE = 150;
 constexpr double LINE = 4.6, KNEE = 6;
 constexpr double WIDEST_NAME = 55;
 constexpr double BODY = 0.5; // of the largest diameter: cylinders that are not nozzles
@@ -325,7 +325,7 @@ std::optional<Draft> Outline::draw() {
     for (const Body& body : bodies)
         draw_body(body);
     const Box box = sheet.extent();
-    if (box.width() > WIDEST || box.height() > HIGHEST) return std::nullopt;
+    if (box.width() > WIDEST_OUTLINE || box.height() > HIGHEST_OUTLINE) return std::nullopt;
     mark_heights();
     mark_names();
     if (names.size() + titles.size() < 2) return std::nullopt;

@@ -86,7 +86,7 @@ std::string further_names(std::span<const Choice> choices) {
     std::string names;
     for (const Choice& c : choices) {
         if (choice_name(choices, c.number).data() != c.name.data())
-            names += (names.empty() ? "" : ", ") + quoted(c.name);
+            names += (names.empty() ? "" : ", ") + in_quotes(c.name);
     }
     return names;
 }
@@ -104,7 +104,7 @@ std::string in_words(const Term& term, const Key& key) {
     for (const Choice& c : key.choices) {
         if (c.number <= last) break; // further names of the same numbers
         last = c.number;
-        if (term.holds(c.number)) names += (names.empty() ? "" : ", ") + quoted(c.name);
+        if (term.holds(c.number)) names += (names.empty() ? "" : ", ") + in_quotes(c.name);
     }
     return name + (names.find(',') == std::string::npos ? " is " : " is one of ") + names;
 }
@@ -130,7 +130,7 @@ std::string choice_names(std::span<const Choice> choices) {
     for (const Choice& c : choices) {
         if (c.number <= last) break; // further names of the same numbers
         last = c.number;
-        names += (names.empty() ? "" : ", ") + quoted(c.name);
+        names += (names.empty() ? "" : ", ") + in_quotes(c.name);
     }
     return names;
 }

@@ -12,8 +12,6 @@ namespace tarvane::vessel {
 
 namespace {
 
-constexpr std::size_t DEEPEST = 64;
-
 // Builds the tree while the parser reads, so that nothing is built of a refused text.
 class Builder : public nlohmann::json_sax<nlohmann::json> {
   public:
@@ -71,8 +69,8 @@ class Builder : public nlohmann::json_sax<nlohmann::json> {
         return true;
     }
     bool enter(Value value) {
-        if (open.size() == DEEPEST)
-            return refuse("it nests deeper than " + std::to_string(DEEPEST));
+        if (open.size() == DEEPEST_NESTING)
+            return refuse("it nests deeper than " + std::to_string(DEEPEST_NESTING));
         open.push_back(&place(std::move(value)));
         keys.emplace_back();
         return true;

@@ -12,7 +12,9 @@
 
 namespace tarvane::vessel {
 
-// Nothing, and the fault, for a text that is no JSON in UTF-8, that nests deeper than 64, or in which an
+constexpr std::size_t DEEPEST_NESTING = 64;
+
+// Nothing, and the fault, for a text that is no JSON in UTF-8, that nests deeper than that, or in which an
 // object has a key twice.
 std::optional<Value> read_json(std::string_view text, Faults& faults);
 

@@ -1,5 +1,6 @@
 #include "values/paths.h"
 
+#include "values/json.h"
 #include "values/text.h"
 
 #include <charconv>
@@ -7,8 +8,6 @@
 namespace tarvane::vessel {
 
 namespace {
-
-constexpr std::size_t DEEPEST = 64; // as read_json accepts it
 
 // The place of "[12]", which goes from the path; nothing if it does not begin so.
 std::optional<std::size_t> take_place(std::string_view& path) {
@@ -92,13 +91,13 @@ std::optional<std::string> put_at(Value& tree, std::string_view path, Value valu
             const std::optional<std::size_t> place = take_place(left);
             if (!place) return NO_PATH;
             const List* list = first ? here->list() : nullptr;
-            if (first && list == nullptr) return quoted(printable(known)) + " is no list";
+            if (first && list == nullptr) return in_quotes(printable(known)) + " is no list";
             const std::size_t next = list != nullptr ? list->size() : 0;
             if (*place != next) return "the next place of the list is " + std::to_string(next);
             keys.emplace_back();
         } else {
             if (first && here->table() == nullptr)
-                return quoted(printable(known)) + " is no object";
+                return in_quotes(printable(known)) + " is no object";
             const std::size_t end = std::min(left.find_first_of(".["), left.size());
             if (end == 0) return NO_PATH;
             keys.emplace_back(left.substr(0, end));
@@ -106,7 +105,8 @@ std::optional<std::string> put_at(Value& tree, std::string_view path, Value valu
         }
         first = false;
         if (!take_point(left)) return NO_PATH;
-        if (steps + keys.size() > DEEPEST) return "it nests deeper than " + std::to_string(DEEPEST);
+        if (steps + keys.size() > DEEPEST_NESTING)
+            return "it nests deeper than " + std::to_string(DEEPEST_NESTING);
     }
     while (keys.size() > 1) {
         Value outer = keys.back().empty() ? Value(List()) : Value(Table());

@@ -174,7 +174,7 @@ std::string printable(std::string_view utf8) {
     return out;
 }
 
-std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+std::string in_quotes(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 std::string cut(std::string_view utf8) {
     constexpr std::size_t LONGEST = 60;
@@ -186,6 +186,6 @@ std::string cut(std::string_view utf8) {
     return std::string(utf8);
 }
 
-std::string echoed(std::string_view utf8) { return quoted(cut(utf8)); }
+std::string echoed(std::string_view utf8) { return in_quotes(cut(utf8)); }
 
 } // namespace tarvane::vessel

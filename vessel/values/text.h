@@ -31,7 +31,7 @@ std::vector<std::string> wrapped(std::string_view utf8, std::size_t width);
 // Fit for a terminal: control characters, and bytes that are no UTF-8, by their numbers.
 std::string printable(std::string_view utf8);
 
-std::string quoted(std::string_view text);
+std::string in_quotes(std::string_view text);
 
 // A user's text as messages repeat it: cut after 60 characters, and the same in quotation marks.
 std::string cut(std::string_view utf8);
