@@ -154,9 +154,10 @@ TEST(Document, TextsOfTheUserStayTexts) {
 
 TEST(Document, EveryPageNamesProjectDocumentRevisionDateAndNumber) {
     const std::string page = page_of(DOCUMENT + SHELL);
-    EXPECT_TRUE(has(page, "@top-left { content: \"Recovery "));
+    EXPECT_TRUE(has(page, "@top-right { content: \"Recovery "));
     EXPECT_TRUE(has(page, "V\\2d 7\\2d C\\2d 001\\2c  revision B\\2c  2024\\2d 05\\2d 31"));
-    EXPECT_TRUE(has(page, "\"page \" counter(page) \" of \" counter(pages)"));
+    EXPECT_TRUE(has(page, "page \" counter(page) \" of \" counter(pages)"));
+    EXPECT_FALSE(has(page, "@top-left")) << "each box takes its time on every page";
     const std::string bare = page_of(SHELL);
     EXPECT_TRUE(has(bare, "no document number\\2c  no revision\\2c  no date"));
 }
@@ -617,6 +618,57 @@ TEST(Document, LongStepsGoOnUnderTheirSign) {
         EXPECT_LE(end - begin, 98u);
         begin = end + 1;
     }
+}
+
+TEST(Document, HeadingsInARowAreOneMarkWithTheParagraphAtTheRight) {
+    const std::string page = page_of(FLANGE_TOML);
+    const std::string first = "Basic Flange and Bolt Loads:";
+    const std::size_t at = page.find("<b>" + first + '\n');
+    ASSERT_NE(at, std::string::npos);
+    const std::string mark = page.substr(at, page.find("</b>", at) - at);
+    const std::string line = mark.substr(3 + first.size() + 1);
+    EXPECT_TRUE(line.starts_with("Hydrostatic End Load due to Pressure [H]:  ")) << mark;
+    EXPECT_TRUE(line.ends_with(" 2-3\n")) << mark;
+    EXPECT_EQ(line.size(), 77u) << mark;
+}
+
+TEST(Document, AShortRemarkTakesThePlaceOfFigures) {
+    const CheckRow without{.label = "Heat treatment",
+                           .load_case = {},
+                           .paragraph = "UCS-56",
+                           .demand = {},
+                           .relation = {},
+                           .limit = {},
+                           .unit = {},
+                           .ratio = {},
+                           .state = "pass",
+                           .remark = std::string(37, 'x')};
+    CheckRow longer = without, with = without;
+    longer.remark += 'x';
+    with.remark = "none";
+    with.ratio = "0.5";
+    const CheckColumns usual, beside{.remark_beside = true};
+    const std::string heads = check_heads(beside);
+    const std::vector<std::string> one = lines_of(without, beside);
+    ASSERT_EQ(one.size(), 1u);
+    EXPECT_EQ(one[0].substr(heads.find("State")), "pass");
+    EXPECT_EQ(one[0].find("  " + without.remark + "  pass"), 50u) << one[0];
+    EXPECT_EQ(lines_of(longer, beside).size(), 2u);
+    EXPECT_EQ(lines_of(with, beside).size(), 2u) << "its figures are there";
+    EXPECT_EQ(lines_of(without, usual).size(), 2u) << "a terminal has it below";
+}
+
+TEST(Document, ColumnsOfTablesHaveTheirWidths) {
+    CalculationDocument document = Made(SHELL).document(Detail::summary);
+    const std::string wide(300, 'x');
+    document.sections[0].blocks.emplace_back(
+        DocumentTable{.caption = {},
+                      .columns = {{"Item"}, {"Value", true}, {"Source"}},
+                      .rows = {{{"1234567"}, {"1"}, {wide}}, {{wide}}}});
+    // 10, 8 and as much as they leave of a line.
+    EXPECT_TRUE(has(html_of(document),
+                    "<table class=\"set whole\">\n<colgroup><col style=\"width:10%\">"
+                    "<col style=\"width:8%\"><col style=\"width:82%\"></colgroup>"));
 }
 
 TEST(Document, WhatBelongsTogetherStaysOnAPage) {

@@ -102,12 +102,15 @@ VERDICT = re.compile(r"^(?:PASS|FAIL)  ([a-z]+) ([0-9]+)\b", re.M)
 
 
 def check_rows(heads, lines):
-    """Demand, limit, ratio and state of each row under its heads."""
+    """Demand, limit, ratio and state of each row under its heads. A remark may be in the place of the figures."""
     ends = [(heads.index(head) + len(head), width) for head, width in (("Demand", 10), ("Limit", 10), ("Ratio", 7))]
     state = heads.index("State")
     for line in lines:
         if not line.startswith("    ") and line[state:].strip():  # else a remark, or more of a label
-            yield (*(line[end - width:end].strip() for end, width in ends), line[state:].strip())
+            figures = [line[end - width:end].strip() for end, width in ends]
+            compared = line[ends[0][0]:ends[1][0] - ends[1][1]].strip() in ("<=", ">=")
+            words = not compared and re.search("[a-z]{2}", line[ends[0][0] - ends[0][1]:state])
+            yield (*([""] * 3 if words else figures), line[state:].strip())
 
 
 def shown_checks(shown):

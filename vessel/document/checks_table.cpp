@@ -205,13 +205,19 @@ std::string check_heads(CheckColumns columns) {
 }
 
 std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns) {
+    constexpr std::size_t FIGURES = 2 * FIGURE + RELATION + 1 + UNIT_COLUMN + RATIO_COLUMN;
     const std::vector<std::string> labels = column(row_label(row), columns.label),
                                    paragraphs = column(row.paragraph, columns.paragraph);
+    const bool beside = columns.remark_beside && row.ratio.empty() && !row.remark.empty() &&
+                        MARGIN.size() + characters(row.remark) <= FIGURES;
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < std::max(labels.size(), paragraphs.size()); ++i) {
         std::string line = padded(i < labels.size() ? labels[i] : "", columns.label) +
                            padded(i < paragraphs.size() ? paragraphs[i] : "", columns.paragraph);
-        if (i == 0) {
+        if (i == 0 && beside) {
+            line +=
+                padded(std::string(MARGIN) + row.remark, FIGURES) + std::string(MARGIN) + row.state;
+        } else if (i == 0) {
             line += right_aligned(row.demand, FIGURE) + right_aligned(row.relation, RELATION - 1) +
                     ' ' + right_aligned(row.limit, FIGURE) + ' ' + padded(row.unit, UNIT_COLUMN) +
                     right_aligned(row.ratio, RATIO_COLUMN) + std::string(MARGIN) + row.state;
@@ -220,7 +226,7 @@ std::vector<std::string> lines_of(const CheckRow& row, CheckColumns columns) {
         }
         lines.push_back(std::move(line));
     }
-    if (row.remark.empty()) return lines;
+    if (row.remark.empty() || beside) return lines;
     for (const std::string& line : wrapped(row.remark, TABLE_WIDTH - REMARK_INDENT))
         lines.push_back(std::string(REMARK_INDENT, ' ') + line);
     return lines;

@@ -46,9 +46,10 @@ std::string words_of(const Checks& checks, const UnitSystem& units);
 // may be empty.
 std::string remarks_on(const Checks& checks);
 
-// Characters of the first columns.
+// Characters of the first columns; whether a short remark of a row without figures takes their place.
 struct CheckColumns {
     std::size_t label = 36, paragraph = 14;
+    bool remark_beside = false;
 };
 
 // With more room for the labels that need it, on a page of so many characters.

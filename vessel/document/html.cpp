@@ -127,7 +127,8 @@ class Writer {
     // Lines and no table: a cell costs a maker of PDF as much time as three lines, and a vessel has thousands of them.
     void put(const CheckRows& block) {
         constexpr std::size_t A4 = 103, LETTER = 107; // columns in the font of checks
-        const CheckColumns columns = fitted(block.rows, document.metric ? A4 : LETTER);
+        CheckColumns columns = fitted(block.rows, document.metric ? A4 : LETTER);
+        columns.remark_beside = true;
         std::vector<std::vector<std::string>> rows;
         std::size_t count = 1;
         for (const CheckRow& row : block.rows) {
@@ -243,6 +244,7 @@ class Writer {
         std::size_t holder = all.size();
         for (std::size_t i = 0; i < all.size() && !paragraph.empty(); ++i)
             if (all[i].heading) holder = i;
+        std::string heading; // of several lines: each mark is one more, too
         for (std::size_t i = 0; i < all.size(); ++i) {
             const Line& line = all[i];
             std::string words = line.text;
@@ -253,13 +255,18 @@ class Writer {
                                 : '\n' + std::string(REPORT_WIDTH - wide, ' ');
                 words += paragraph;
             }
-            if (i + 1 < all.size()) words += '\n';
-            if (line.heading)
-                marked("b", class_of(line.tone), words);
-            else if (line.tone != Tone::quiet)
+            const bool last = i + 1 == all.size();
+            if (!last) words += '\n';
+            if (line.heading) {
+                heading += words;
+                if (!last && all[i + 1].heading && all[i + 1].tone == line.tone) continue;
+                marked("b", class_of(line.tone), heading);
+                heading.clear();
+            } else if (line.tone != Tone::quiet) {
                 marked("strong", class_of(line.tone), words);
-            else
+            } else {
                 text(words);
+            }
         }
     }
 
@@ -357,19 +364,10 @@ class Writer {
 
     // ---- head and front ----
 
-    // Margins of a page do not have the font of its body. Each box costs a maker of PDF milliseconds a page: two are
-    // enough, whose width is not that of their words.
-    void margin_box(std::string_view place, std::string_view width, const std::string& content) {
-        out += "@" + std::string(place) + " { content: " + content +
-               "; width: " + std::string(width) +
-               "; font: 7.5pt \"DejaVu Sans\", sans-serif; color: #333; "
-               "white-space: pre-line; vertical-align: bottom; padding-bottom: 4mm; }\n";
-    }
-
     void paper() {
         out += "@page { size: ";
         out += document.metric ? "A4" : "Letter";
-        out += "; margin: 24mm 16mm 20mm 20mm;\n";
+        out += "; margin: 23mm 16mm 15mm 20mm;\n";
         const auto given = [](const std::string& text, std::string_view without) {
             return text.empty() ? std::string(without) : text;
         };
@@ -379,9 +377,13 @@ class Writer {
             line += ", " + given(document.number, "no document number") + ", " +
                     (document.revision.empty() ? "no revision" : "revision " + document.revision) +
                     ", " + given(document.date, "no date");
-        margin_box("top-left", "80%",
-                   in_style(line) + " \"\\a tarvane " TARVANE_VERSION ", \" string(heading)");
-        margin_box("top-right", "20%", "\"page \" counter(page) \" of \" counter(pages)");
+        // Margins of a page do not have the font of its body. Each box costs a maker of PDF milliseconds a page: one is
+        // enough, whose width is not that of its words.
+        out += "@top-right { content: " + in_style(line) +
+               " \"\\a tarvane " TARVANE_VERSION ", \" string(heading) "
+               "\" \\2014  page \" counter(page) \" of \" counter(pages); width: 100%; "
+               "font: 7.5pt \"DejaVu Sans\", sans-serif; color: #333; white-space: pre-line; "
+               "text-align: right; vertical-align: bottom; padding-bottom: 4mm; }\n";
         out += "}\n";
     }
 
