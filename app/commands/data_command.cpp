@@ -23,7 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view EDITION_FILE = "edition.txt"; // of a folder of tables
+constexpr std::string_view TABLES_EDITION = "edition.txt"; // of a folder of tables
 constexpr std::size_t LONGEST_EDITION = 80;
 
 bool is_edition(std::string_view text) {
@@ -35,9 +35,9 @@ bool is_edition(std::string_view text) {
 std::string edition_of(const fs::path& folder, std::vector<std::string>& faults) {
     std::string text;
     try {
-        text = read_regular((folder / EDITION_FILE).string(), 4096);
+        text = read_regular((folder / TABLES_EDITION).string(), 4096);
     } catch (const std::runtime_error&) {
-        faults.push_back(std::string(EDITION_FILE) +
+        faults.push_back(std::string(TABLES_EDITION) +
                          ": missing; one line that names the edition of these tables is expected");
         return {};
     }
@@ -45,7 +45,7 @@ std::string edition_of(const fs::path& folder, std::vector<std::string>& faults)
     const std::string rest = text.substr(end);
     text.resize(end);
     if (is_edition(text) && rest.find_first_not_of("\r\n \t") == std::string::npos) return text;
-    faults.emplace_back(EDITION_FILE).append(":1: one line of at most 80 characters is expected");
+    faults.emplace_back(TABLES_EDITION).append(":1: one line of at most 80 characters is expected");
     return {};
 }
 
@@ -169,7 +169,7 @@ Status import_data(const DataImportOptions& options, std::ostream& out, std::ost
         if (!is_edition(options.edition))
             throw std::runtime_error("an edition of at most 80 characters is expected: --edition");
         const std::string figures = folded(options.figures);
-        const fs::path edition = path_of(options.folder) / EDITION_FILE;
+        const fs::path edition = path_of(options.folder) / TABLES_EDITION;
         const bool fresh = !fs::exists(edition);
         if (!fresh) expect_edition(options);
         if (figures == "chart") {
