@@ -1,6 +1,6 @@
 # Compiles sources of a target as one, unless TARVANE_UNITY is off: what they include costs more than they do. A name
-# in an unnamed namespace is then one of all of them. The preset `fuzz` compiles each source of the libraries and of
-# the program by itself, so that one that lives on what its neighbours include fails there.
+# in an unnamed namespace is then one of all of them. `./dev lint` compiles each source by itself, so that one that
+# lives on what its neighbours include fails there.
 
 # As many at a time as the caller says, in the order of their names.
 function(tarvane_unity_batches target size)

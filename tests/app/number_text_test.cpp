@@ -5,6 +5,7 @@
 #include "app_fixture.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace tarvane::app {
 
